@@ -1,0 +1,33 @@
+# Install rules and the package that a host finds with find_package(TargetSelectArea).
+
+include(CMakePackageConfigHelpers)
+
+set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/TargetSelectArea")
+
+install(TARGETS TargetSelectArea HostCommon
+    EXPORT TargetSelectAreaTargets
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+)
+install(DIRECTORY Interface DESTINATION "${TSA_INSTALL_INCLUDEDIR}")
+install(DIRECTORY host/common DESTINATION "${TSA_INSTALL_INCLUDEDIR}/host"
+    FILES_MATCHING PATTERN "*.h"
+)
+install(EXPORT TargetSelectAreaTargets
+    NAMESPACE TargetSelectArea::
+    DESTINATION "${package_dir}"
+)
+configure_package_config_file(
+    cmake/TargetSelectAreaConfig.cmake.in
+    "${CMAKE_CURRENT_BINARY_DIR}/TargetSelectAreaConfig.cmake"
+    INSTALL_DESTINATION "${package_dir}"
+)
+write_basic_package_version_file(
+    "${CMAKE_CURRENT_BINARY_DIR}/TargetSelectAreaConfigVersion.cmake"
+    COMPATIBILITY SameMinorVersion
+)
+install(FILES
+    "${CMAKE_CURRENT_BINARY_DIR}/TargetSelectAreaConfig.cmake"
+    "${CMAKE_CURRENT_BINARY_DIR}/TargetSelectAreaConfigVersion.cmake"
+    DESTINATION "${package_dir}"
+)

@@ -1,0 +1,32 @@
+#include "host/common/SoftwareName.h"
+
+#include <mutex>
+
+namespace {
+
+struct Name
+{
+    std::mutex mutex;
+    QString text;
+};
+
+// Never destroyed: a dialog may ask while the process ends.
+Name& name()
+{
+    static auto* const instance = new Name;
+    return *instance;
+}
+
+} // namespace
+
+QString custom_software_name()
+{
+    const std::lock_guard guard(name().mutex);
+    return name().text;
+}
+
+void set_custom_software_name(const QString& text)
+{
+    const std::lock_guard guard(name().mutex);
+    name().text = text;
+}

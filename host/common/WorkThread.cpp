@@ -1,0 +1,72 @@
+#include "host/common/WorkThread.h"
+
+#include <algorithm>
+
+CWorkThread::CWorkThread(QObject* parent)
+    : QThread(parent)
+{
+}
+
+CWorkThread::~CWorkThread()
+{
+    ThreadExit();
+    wait();
+}
+
+void CWorkThread::AppendEvent(Event event, bool replacePending)
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        if (m_exit)
+            return;
+        const auto same = std::find_if(m_events.begin(), m_events.end(), [&](const Event& waiting) {
+            return waiting.first == event.first;
+        });
+        if (replacePending && same != m_events.end())
+            *same = std::move(event);
+        else
+            m_events.push_back(std::move(event));
+    }
+    m_changed.notify_one();
+}
+
+void CWorkThread::ActivateThread()
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        m_exit = false;
+    }
+    start();
+    m_changed.notify_one();
+}
+
+void CWorkThread::ThreadExit()
+{
+    std::deque<Event> dropped;
+    {
+        const std::lock_guard guard(m_mutex);
+        m_exit = true;
+        dropped.swap(m_events);
+    }
+    m_changed.notify_all();
+}
+
+void CWorkThread::run()
+{
+    Event event;
+    while (takeNext(event)) {
+        event.second();
+        event.second = nullptr;
+    }
+}
+
+bool CWorkThread::takeNext(Event& event)
+{
+    std::unique_lock guard(m_mutex);
+    m_changed.wait(guard, [this] { return m_exit || !m_events.empty(); });
+    if (m_exit)
+        return false;
+    event = std::move(m_events.front());
+    m_events.pop_front();
+    return true;
+}

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QObject>
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+/// Calls from other threads that run on the GUI thread, one after the other in the order in which they
+/// were made, and of which a caller may wait for the end.
+///
+/// A wait always ends: when the call has run; when it was dropped, because this object was destroyed;
+/// when the GUI thread is itself inside a question to the host, which may be waiting for the caller;
+/// when close() was called; and after patience(). In the last three cases the call stays queued and
+/// runs later, in its turn.
+///
+/// Lives on the GUI thread, wherever it is created.
+class CGuiCalls final : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Call = std::function<void()>;
+
+    explicit CGuiCalls(QObject* parent = nullptr);
+    ~CGuiCalls() override;
+
+    /// Runs `call` at once on the GUI thread, else queues it. Any thread.
+    void post(Call call);
+
+    /// Runs `call` at once on the GUI thread, else queues it and waits for its end. Hold no lock that
+    /// the GUI thread may want. Returns whether it has run. Any thread.
+    bool run(Call call);
+
+    /// Has what was queued so far run: waits for it, or on the GUI thread runs it now, unless a queued
+    /// call is what is running. Costs next to nothing when nothing is queued. Any thread.
+    void settle();
+
+    /// Ends all waits, now and to come, until open(). Any thread.
+    void close();
+    void open();
+
+    /// How long a caller waits at most.
+    std::chrono::milliseconds patience() const { return m_patience; }
+    void setPatience(std::chrono::milliseconds patience) { m_patience = patience; }
+
+    /// While one lives, the GUI thread is inside a question to the host, which may raise events on
+    /// another thread and wait for them there. Any thread; only the GUI thread's counts.
+    class CHostQuestion final
+    {
+    public:
+        explicit CHostQuestion(CGuiCalls& calls);
+        ~CHostQuestion();
+        CHostQuestion(const CHostQuestion&) = delete;
+        CHostQuestion& operator=(const CHostQuestion&) = delete;
+
+    private:
+        CGuiCalls* m_calls;
+    };
+
+protected:
+    void customEvent(QEvent* event) override;
+
+private:
+    struct Room;
+    struct Ticket;
+    class CallEvent;
+
+    bool isHere() const;
+    std::shared_ptr<Ticket> enqueue(Call call);
+
+    std::shared_ptr<Room> m_room;
+    int m_running = 0; // GUI thread
+    std::chrono::milliseconds m_patience{5000};
+};

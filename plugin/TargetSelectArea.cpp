@@ -1,0 +1,277 @@
+#include "plugin/TargetSelectArea.h"
+
+#include "plugin/MetaTypes.h"
+#include "plugin/TargetSelectData.h"
+#include "plugin/TargetSelectHandler.h"
+#include "processortree/ProcessorTreeModel.h"
+
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QHostAddress>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QStyleOption>
+#include <QStylePainter>
+#include <QThread>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <mutex>
+
+namespace {
+
+constexpr int kPanelWidth = 220;
+constexpr int kControlWidth = 200;
+
+/// The panel of the process. Cleared under the mutex before anything of the panel is torn down, so
+/// that other threads find either a whole panel or none.
+std::mutex g_existingMutex;
+CTargetSelectArea* g_existing = nullptr;
+
+bool onGuiThread()
+{
+    const auto* application = QCoreApplication::instance();
+    return application && application->thread() == QThread::currentThread();
+}
+
+} // namespace
+
+CTargetSelectArea* CTargetSelectArea::Instance()
+{
+    // Only the GUI thread builds a panel, so none is ever built twice; and it builds it outside the
+    // mutex, so that what the constructor runs may ask for the panel.
+    if (onGuiThread() && !Existing()) {
+        auto* panel = new CTargetSelectArea;
+        const std::lock_guard guard(g_existingMutex);
+        g_existing = panel;
+    }
+    return Existing();
+}
+
+CTargetSelectArea* CTargetSelectArea::Existing()
+{
+    const std::lock_guard guard(g_existingMutex);
+    return g_existing;
+}
+
+void CTargetSelectArea::WithExisting(const std::function<void(CTargetSelectArea&)>& use)
+{
+    const std::lock_guard guard(g_existingMutex);
+    if (g_existing)
+        use(*g_existing);
+}
+
+CTargetSelectArea::CTargetSelectArea(QWidget* parent)
+    : QWidget(parent)
+    , m_processorIpLabel(new QLabel(this))
+    , m_deviceSetSelector(new QComboBox(this))
+    , m_treeView(new QTreeView(this))
+{
+    RegisterMetaTypes();
+    setObjectName(QStringLiteral("TargetSelectArea"));
+    setFixedWidth(kPanelWidth);
+    setFocusPolicy(Qt::ClickFocus);
+
+    m_deviceSetSelector->setFixedWidth(kControlWidth);
+    m_deviceSetSelector->hide();
+    m_processorIpLabel->setFixedWidth(kControlWidth);
+    m_processorIpLabel->setAlignment(Qt::AlignCenter);
+    m_processorIpLabel->hide();
+
+    m_treeView->setHeaderHidden(true);
+    m_treeView->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    CProcessorTreeModel* model = CTargetSelectData::Instance()->GetModel();
+    m_treeView->setModel(model);
+    m_treeView->expandAll();
+    connect(model, &QAbstractItemModel::modelReset, m_treeView, &QTreeView::expandAll);
+    connect(model, &QAbstractItemModel::rowsInserted, m_treeView,
+            [this](const QModelIndex& parentIndex) { m_treeView->expand(parentIndex); });
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 11, 0, 0);
+    layout->setSpacing(8);
+    layout->addWidget(m_deviceSetSelector, 0, Qt::AlignCenter);
+    layout->addWidget(m_processorIpLabel, 0, Qt::AlignCenter);
+    layout->addWidget(m_treeView, 1);
+    retranslate();
+}
+
+CTargetSelectArea::~CTargetSelectArea()
+{
+    const std::lock_guard guard(g_existingMutex);
+    if (g_existing == this)
+        g_existing = nullptr;
+}
+
+QWidget* CTargetSelectArea::GetWidget()
+{
+    return this;
+}
+
+bool CTargetSelectArea::Initialize()
+{
+    registerObserver();
+    CTargetSelectData::Instance()->ResetModel();
+    m_treeView->reset();
+    m_treeView->expandAll();
+    return true;
+}
+
+bool CTargetSelectArea::Reconnect()
+{
+    registerObserver();
+    return true;
+}
+
+quint32 CTargetSelectArea::DetectDevices()
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler ? handler->DetectAllDevices() : 0;
+}
+
+void CTargetSelectArea::GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAccepted)
+{
+    CTargetSelectData::Instance()->GetProcessorTree(out, onlyAccepted);
+}
+
+void CTargetSelectArea::SetReadOnly(bool readOnly)
+{
+    CTargetSelectData::Instance()->SetReadOnly(readOnly);
+}
+
+void CTargetSelectArea::SetCurrentProcessor(const QUuid& id)
+{
+    selectProcessor(id, false);
+}
+
+void CTargetSelectArea::RemoveAllGroups()
+{
+    CTargetSelectData::Instance()->RemoveAllGroups();
+}
+
+QList<ProcessorNode> CTargetSelectArea::GetAllProcessorNodes()
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler ? handler->GetAllProcessorNodes() : QList<ProcessorNode>();
+}
+
+void CTargetSelectArea::onDetectStrategyChanged(int strategy)
+{
+    m_detectStrategy = strategy;
+}
+
+void CTargetSelectArea::onCurrentDeviceSetChanged(GUID current, const QList<SDeviceSetInfo>& sets)
+{
+    m_deviceSetSelector->disconnect();
+    m_deviceSetSelector->clear();
+    m_acceptedDeviceSet = -1;
+    m_deviceSetSelector->hide();
+
+    const auto isCurrent = [&](const SDeviceSetInfo& set) { return set.id == current; };
+    const auto found = std::find_if(sets.begin(), sets.end(), isCurrent);
+    const auto handler = GetTargetSelectHandler();
+    if (sets.size() < 2 || IsNullGuid(current) || found == sets.end() || !handler)
+        return;
+
+    for (const SDeviceSetInfo& set : sets)
+        m_deviceSetSelector->addItem(handler->GetDeviceSetText(set));
+    m_acceptedDeviceSet = static_cast<int>(std::distance(sets.begin(), found));
+    m_deviceSetSelector->setCurrentIndex(m_acceptedDeviceSet);
+    m_deviceSetSelector->show();
+    connect(m_deviceSetSelector, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            [this, sets](int index) { confirmDeviceSet(sets, index); });
+}
+
+void CTargetSelectArea::onCurrentProcessorChanged(const QUuid& current)
+{
+    selectProcessor(current, true);
+}
+
+void CTargetSelectArea::onLANUSBGetProcessorIP()
+{
+    QList<quint32> addresses;
+    const auto handler = GetTargetSelectHandler();
+    if (handler && handler->IsLanUsbMode())
+        addresses = handler->GetLanUsbProcessorIps();
+    if (!addresses.isEmpty()) {
+        m_processorIpLabel->setText(QStringLiteral("Processor1 IP: ")
+                                    + QHostAddress(addresses.first()).toString());
+    }
+    m_processorIpLabel->setVisible(!addresses.isEmpty());
+}
+
+void CTargetSelectArea::UpdateMonitorWarningState()
+{
+    m_treeView->viewport()->update();
+}
+
+void CTargetSelectArea::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QWidget::changeEvent(event);
+}
+
+void CTargetSelectArea::paintEvent(QPaintEvent* event)
+{
+    Q_UNUSED(event)
+    // A plain QWidget subclass does not draw its style sheet by itself.
+    QStyleOption option;
+    option.initFrom(this);
+    QStylePainter(this).drawPrimitive(QStyle::PE_Widget, option);
+}
+
+void CTargetSelectArea::retranslate()
+{
+    m_treeView->setAccessibleName(tr("Processors"));
+    m_deviceSetSelector->setAccessibleName(tr("Device set"));
+    CTargetSelectData::Instance()->GetModel()->updateRootText();
+
+    const auto handler = GetTargetSelectHandler();
+    if (!handler)
+        return;
+    QStringList texts;
+    const int count = handler->GetDeviceSetTexts(texts);
+    const int known = std::min({count, texts.size(), m_deviceSetSelector->count()});
+    for (int index = 0; count > 1 && index < known; ++index)
+        m_deviceSetSelector->setItemText(index, texts.at(index));
+}
+
+/// Makes the row of `id` the one selected row, if there is one and it is not selected yet.
+void CTargetSelectArea::selectProcessor(const QUuid& id, bool silently)
+{
+    const QStandardItem* item = CTargetSelectData::Instance()->GetModel()->getItem(id);
+    QItemSelectionModel* selection = m_treeView->selectionModel();
+    if (!item || selection->isSelected(item->index()))
+        return;
+    {
+        const QSignalBlocker blocker(silently ? selection : nullptr);
+        selection->setCurrentIndex(item->index(), QItemSelectionModel::ClearAndSelect);
+    }
+    m_treeView->expandAll();
+    m_treeView->viewport()->update();
+}
+
+/// The user picked entry `index`; a host that refuses gets the last accepted one back.
+void CTargetSelectArea::confirmDeviceSet(const QList<SDeviceSetInfo>& sets, int index)
+{
+    const auto handler = GetTargetSelectHandler();
+    if (index < 0 || index >= sets.size() || !handler)
+        return;
+    if (handler->ConfirmDeviceSetChange(sets.at(index), index)) {
+        m_acceptedDeviceSet = index;
+        return;
+    }
+    const QSignalBlocker blocker(m_deviceSetSelector);
+    m_deviceSetSelector->setCurrentIndex(m_acceptedDeviceSet);
+}
+
+void CTargetSelectArea::registerObserver()
+{
+    CTargetSelectData* bridge = CTargetSelectData::Instance();
+    bridge->Start();
+    if (const auto handler = GetTargetSelectHandler())
+        handler->SetObserver(bridge);
+}

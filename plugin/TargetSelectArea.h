@@ -1,0 +1,88 @@
+#pragma once
+
+#include "Interface/DeviceSetInfo.h"
+#include "Interface/TargetSelectAreaInterface.h"
+#include "plugin/Singleton.h"
+
+#include <QList>
+#include <QUuid>
+#include <QWidget>
+
+#include <functional>
+
+class QComboBox;
+class QLabel;
+class QTreeView;
+
+/// The panel that the host docks: the device set selector, the line with a LAN-USB processor's
+/// address, and the processor tree.
+///
+/// GUI thread, but for WithExisting(). Lives until its Qt parent, or the host through the layer
+/// interface, destroys it; Instance() then builds a new one.
+class CTargetSelectArea final : public QWidget,
+                                public ITargetSelectAreaInterface,
+                                public CSingleton<CTargetSelectArea>
+{
+    Q_OBJECT
+
+public:
+    /// The panel of the process, built on first use and after the last one was destroyed. GUI thread;
+    /// any other gets the existing one or null.
+    static CTargetSelectArea* Instance();
+
+    /// The panel if there is one. GUI thread.
+    static CTargetSelectArea* Existing();
+
+    /// Calls `use` with the panel if there is one, which is not destroyed meanwhile. `use` must be
+    /// short and come back here for nothing. Any thread.
+    static void WithExisting(const std::function<void(CTargetSelectArea&)>& use);
+
+    /// Builds a panel. Does not reach the host, which has given no handler yet.
+    explicit CTargetSelectArea(QWidget* parent = nullptr);
+    ~CTargetSelectArea() override;
+
+    QWidget* GetWidget() override;
+    bool Initialize() override;
+    bool Reconnect() override;
+    quint32 DetectDevices() override;
+    void GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAccepted) override;
+    void SetReadOnly(bool readOnly) override;
+    void SetCurrentProcessor(const QUuid& id) override;
+    void RemoveAllGroups() override;
+    QList<ProcessorNode> GetAllProcessorNodes() override;
+
+    /// The detection strategy that the host announced last; 0 before it did.
+    int detectStrategy() const { return m_detectStrategy; }
+
+public slots:
+    /// How the host detects devices.
+    void onDetectStrategyChanged(int strategy);
+
+    /// The host's device sets and the current one of them; all-zero for none.
+    void onCurrentDeviceSetChanged(GUID current, const QList<SDeviceSetInfo>& sets);
+
+    /// The host made a processor current: selects its row without reporting that back.
+    void onCurrentProcessorChanged(const QUuid& current);
+
+    /// The addresses of LAN-USB processors may have changed.
+    void onLANUSBGetProcessorIP();
+
+    /// Repaints the tree.
+    void UpdateMonitorWarningState() override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void retranslate();
+    void selectProcessor(const QUuid& id, bool silently);
+    void confirmDeviceSet(const QList<SDeviceSetInfo>& sets, int index);
+    void registerObserver();
+
+    QLabel* m_processorIpLabel;      // Qt child
+    QComboBox* m_deviceSetSelector;  // Qt child
+    QTreeView* m_treeView;           // Qt child
+    int m_acceptedDeviceSet = -1;
+    int m_detectStrategy = 0;
+};

@@ -1,0 +1,453 @@
+#include "plugin/TargetSelectData.h"
+
+#include "host/common/WorkThread.h"
+#include "plugin/MetaTypes.h"
+#include "plugin/TargetSelectArea.h"
+#include "plugin/TargetSelectHandler.h"
+#include "processortree/NodeType.h"
+#include "processortree/ProcessorTreeModel.h"
+
+#include <QCoreApplication>
+#include <QMetaObject>
+#include <QThread>
+
+#include <utility>
+
+namespace {
+
+enum HostEvent : quint32 {
+    DetectStrategyChanged = 0,
+    CurrentDeviceSetChanged = 1,
+    TreeReset = 16,
+    GroupAdded = 17,
+    ProcessorAdded = 18,
+    ProcessorsAdded = 19,
+    NodeRemoved = 20,
+    NodesRemoved = 21,
+    ProcessorChanged = 25,
+    ProjectProcessorChanged = 26,
+    LanUsbProcessorIp = 29,
+    CurrentProcessorChanged = 30,
+    MonitorWarningChanged = 37,
+    MonitorStateChanged = 39,
+};
+
+constexpr quint32 kLastHostEvent = 39;
+
+template <typename T>
+T argument(CSubject& subject)
+{
+    return std::get<0>(subject.GetArgument<T>());
+}
+
+/// The processors below `parent`, as their rows hold them.
+QList<ProcessorNode> processorsBelow(const QStandardItem& parent)
+{
+    QList<ProcessorNode> processors;
+    for (int row = 0; row < parent.rowCount(); ++row) {
+        const QStandardItem* child = parent.child(row);
+        if (child && nodeType(*child) == NodeProcessor)
+            processors.append(child->data(NodeDataRole).value<ProcessorNode>());
+    }
+    return processors;
+}
+
+void appendTree(const QStandardItem& root, ProcessorTreeSnapshot& out)
+{
+    for (int row = 0; row < root.rowCount(); ++row) {
+        const QStandardItem* child = root.child(row);
+        if (!child || nodeType(*child) != NodeGroup)
+            continue;
+        auto group = child->data(NodeDataRole).value<ProcessorGroupNode>();
+        group.processors += processorsBelow(*child);
+        out.groups.append(group);
+    }
+    out.processors += processorsBelow(root);
+}
+
+} // namespace
+
+/// Counts an event that another thread delivers, so that Stop() can wait for it.
+class CTargetSelectData::CUpdateInProgress final
+{
+public:
+    explicit CUpdateInProgress(CTargetSelectData& data)
+        : m_data(data)
+    {
+        const std::lock_guard guard(m_data.m_updatesMutex);
+        m_accepted = !m_data.m_stopped;
+        m_counted = m_accepted && m_data.thread() != QThread::currentThread();
+        if (m_counted)
+            ++m_data.m_updatesInProgress;
+    }
+
+    ~CUpdateInProgress()
+    {
+        if (!m_counted)
+            return;
+        const std::lock_guard guard(m_data.m_updatesMutex);
+        --m_data.m_updatesInProgress;
+        m_data.m_updatesChanged.notify_all();
+    }
+
+    CUpdateInProgress(const CUpdateInProgress&) = delete;
+    CUpdateInProgress& operator=(const CUpdateInProgress&) = delete;
+
+    bool isAccepted() const { return m_accepted; }
+
+private:
+    CTargetSelectData& m_data;
+    bool m_accepted = false;
+    bool m_counted = false;
+};
+
+CTargetSelectData* CTargetSelectData::Instance()
+{
+    static auto* const instance = new CTargetSelectData;
+    return instance;
+}
+
+CTargetSelectData::CTargetSelectData(QObject* parent)
+    : QObject(parent)
+    , m_workThread(std::make_unique<CWorkThread>())
+    , m_model(std::make_unique<CProcessorTreeModel>())
+{
+    RegisterMetaTypes();
+    if (const auto* application = QCoreApplication::instance()) {
+        for (QObject* object : {static_cast<QObject*>(this), static_cast<QObject*>(m_model.get()),
+                                static_cast<QObject*>(m_workThread.get())}) {
+            if (!object->parent())
+                object->moveToThread(application->thread());
+        }
+        connect(application, &QCoreApplication::aboutToQuit, this, &CTargetSelectData::Stop,
+                Qt::DirectConnection);
+    }
+    m_workThread->start();
+}
+
+CTargetSelectData::~CTargetSelectData()
+{
+    Stop();
+}
+
+void CTargetSelectData::Update(CSubject* subject)
+{
+    const CUpdateInProgress update(*this);
+    if (!subject || !update.isAccepted() || !GetTargetSelectHandler())
+        return;
+    const quint32 event = subject->GetEvent();
+    if ((event == CurrentProcessorChanged && IsSelectionEchoGuarded()) || event > kLastHostEvent)
+        return;
+    dispatch(subject);
+}
+
+void CTargetSelectData::dispatch(CSubject* subject)
+{
+    const quint32 event = subject->GetEvent();
+    switch (event) {
+    case DetectStrategyChanged:
+        postJob(event, [this, strategy = argument<int>(*subject)] {
+            postToPanel([strategy](QObject* panel) {
+                QMetaObject::invokeMethod(panel, "onDetectStrategyChanged", Qt::DirectConnection,
+                                          Q_ARG(int, strategy));
+            });
+        });
+        break;
+    case CurrentDeviceSetChanged:
+        postJob(event, [this, sets = subject->GetArgument<GUID, QList<SDeviceSetInfo>>()] {
+            postToPanel([sets](QObject* panel) {
+                QMetaObject::invokeMethod(panel, "onCurrentDeviceSetChanged", Qt::DirectConnection,
+                                          Q_ARG(GUID, std::get<0>(sets)),
+                                          Q_ARG(QList<SDeviceSetInfo>, std::get<1>(sets)));
+            });
+        });
+        break;
+    case TreeReset:
+        m_calls.post([this] {
+            QMetaObject::invokeMethod(m_model.get(), "reset", Qt::DirectConnection);
+        });
+        break;
+    case GroupAdded:
+        addGroup(argument<QUuid>(*subject));
+        break;
+    case ProcessorAdded:
+        addProcessor(argument<QUuid>(*subject));
+        break;
+    case ProcessorsAdded:
+        addProcessors(argument<QList<QUuid>>(*subject));
+        break;
+    case NodeRemoved:
+        removeNode(argument<QUuid>(*subject));
+        break;
+    case NodesRemoved:
+        removeNodes(argument<QList<QUuid>>(*subject));
+        break;
+    case ProcessorChanged:
+        refreshProcessor(argument<QUuid>(*subject), true);
+        break;
+    case ProjectProcessorChanged:
+        refreshProcessor(std::get<0>(subject->GetArgument<QUuid, SPrjProcessor>()), false);
+        break;
+    case LanUsbProcessorIp:
+        postJob(event, [this] {
+            postToPanel([](QObject* panel) {
+                QMetaObject::invokeMethod(panel, "onLANUSBGetProcessorIP", Qt::DirectConnection);
+            });
+        });
+        break;
+    case CurrentProcessorChanged: {
+        QUuid current;
+        askHost([&](Handler& handler) { current = handler.GetCurrentProcessorId(); });
+        postJob(event, [this, current] {
+            m_calls.run([current] {
+                QMetaObject::invokeMethod(CTargetSelectArea::Existing(), "onCurrentProcessorChanged",
+                                          Qt::DirectConnection, Q_ARG(QUuid, current));
+            });
+        });
+        break;
+    }
+    case MonitorWarningChanged:
+        postJob(event, [this] {
+            postToPanel([](QObject* panel) {
+                QMetaObject::invokeMethod(panel, "UpdateMonitorWarningState", Qt::DirectConnection);
+            });
+        });
+        break;
+    case MonitorStateChanged:
+        postJob(event, [this, ids = argument<QList<QUuid>>(*subject)] { updateMonitorState(ids); });
+        break;
+    default:
+        break;
+    }
+}
+
+CProcessorTreeModel* CTargetSelectData::GetModel()
+{
+    const CLendableLock::CReader reader(m_lock);
+    return m_model.get();
+}
+
+void CTargetSelectData::ResetModel()
+{
+    m_model->clearToRoot();
+}
+
+void CTargetSelectData::RemoveAllGroups()
+{
+    const CLendableLock::CWriter writer(m_lock);
+    changeModel([this] { m_model->removeAllGroups(); });
+}
+
+bool CTargetSelectData::IsReadOnly()
+{
+    const CLendableLock::CReader reader(m_lock);
+    return m_readOnly;
+}
+
+void CTargetSelectData::SetReadOnly(bool readOnly)
+{
+    m_readOnly = readOnly;
+}
+
+bool CTargetSelectData::IsSelectionEchoGuarded() const
+{
+    return m_selectionEchoGuard;
+}
+
+void CTargetSelectData::SetSelectionEchoGuard(bool guarded)
+{
+    m_selectionEchoGuard = guarded;
+}
+
+void CTargetSelectData::GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAccepted)
+{
+    out = ProcessorTreeSnapshot();
+    {
+        const CLendableLock::CReader reader(m_lock);
+        for (int row = 0; row < m_model->rowCount(); ++row)
+            appendTree(*m_model->item(row), out);
+    }
+    if (!onlyAccepted)
+        return;
+    // Asked after the walk: the host may raise events in its answer and wait for them.
+    const auto dropRefused = [this](QList<ProcessorNode>& processors) {
+        QList<ProcessorNode> accepted;
+        for (const ProcessorNode& processor : qAsConst(processors)) {
+            bool accept = false;
+            askHost([&](Handler& handler) {
+                accept = handler.AcceptProcessorForSnapshot(processor);
+            });
+            if (accept)
+                accepted.append(processor);
+        }
+        processors = accepted;
+    };
+    for (ProcessorGroupNode& group : out.groups)
+        dropRefused(group.processors);
+    dropRefused(out.processors);
+}
+
+void CTargetSelectData::Start()
+{
+    {
+        const std::lock_guard guard(m_updatesMutex);
+        m_stopped = false;
+    }
+    m_calls.open();
+    m_workThread->ActivateThread();
+}
+
+void CTargetSelectData::Stop()
+{
+    m_calls.close();
+    {
+        std::unique_lock guard(m_updatesMutex);
+        m_stopped = true;
+        m_updatesChanged.wait_for(guard, m_calls.patience(),
+                                  [this] { return m_updatesInProgress == 0; });
+    }
+    m_workThread->ThreadExit();
+    m_workThread->wait(static_cast<unsigned long>(m_calls.patience().count()));
+}
+
+void CTargetSelectData::addGroup(const QUuid& id)
+{
+    const CLendableLock::CWriter writer(m_lock);
+    settle();
+    if (m_model->findRow(id))
+        return;
+    ProcessorGroupNode group;
+    askHost([&](Handler& handler) { group = handler.GetGroupNode(id); });
+    changeModel([this, id, group] {
+        if (!m_model->getItem(id))
+            QMetaObject::invokeMethod(m_model.get(), "AppendGroup", Qt::DirectConnection,
+                                      Q_ARG(ProcessorGroupNode, group));
+    });
+}
+
+void CTargetSelectData::addProcessor(const QUuid& id)
+{
+    const CLendableLock::CWriter writer(m_lock);
+    settle();
+    if (m_model->findRow(id))
+        return;
+    ProcessorNode processor;
+    askHost([&](Handler& handler) { processor = handler.GetProcessorNode(id); });
+    changeModel([this, id, processor] {
+        if (!m_model->getItem(id))
+            QMetaObject::invokeMethod(m_model.get(), "AppendProcessor", Qt::DirectConnection,
+                                      Q_ARG(ProcessorNode, processor));
+    });
+}
+
+void CTargetSelectData::addProcessors(const QList<QUuid>& ids)
+{
+    const CLendableLock::CWriter writer(m_lock);
+    settle();
+    QList<QUuid> missing;
+    for (const QUuid& id : ids) {
+        if (!m_model->findRow(id))
+            missing.append(id);
+    }
+    changeModel([this, missing] {
+        QList<QUuid> stillMissing;
+        for (const QUuid& id : missing) {
+            if (!m_model->getItem(id))
+                stillMissing.append(id);
+        }
+        QMetaObject::invokeMethod(m_model.get(), "AppendProcessors", Qt::DirectConnection,
+                                  Q_ARG(QList<QUuid>, stillMissing));
+    });
+}
+
+void CTargetSelectData::removeNode(const QUuid& id)
+{
+    const CLendableLock::CWriter writer(m_lock);
+    m_calls.post([this, id] {
+        QMetaObject::invokeMethod(m_model.get(), "removeNode", Qt::DirectConnection,
+                                  Q_ARG(QUuid, id));
+    });
+}
+
+void CTargetSelectData::removeNodes(const QList<QUuid>& ids)
+{
+    const CLendableLock::CWriter writer(m_lock);
+    m_calls.post([this, ids] {
+        QMetaObject::invokeMethod(m_model.get(), "removeNodes", Qt::DirectConnection,
+                                  Q_ARG(QList<QUuid>, ids));
+    });
+}
+
+void CTargetSelectData::refreshProcessor(const QUuid& id, bool onlyProcessors)
+{
+    const CLendableLock::CWriter writer(m_lock);
+    settle();
+    const auto row = m_model->findRow(id);
+    if (!row || (onlyProcessors && row->type != NodeProcessor))
+        return;
+    ProcessorNode processor;
+    askHost([&](Handler& handler) { processor = handler.GetProcessorNode(id); });
+    changeModel([this, id, processor] { m_model->updateProcessor(m_model->getItem(id), processor); });
+}
+
+void CTargetSelectData::updateMonitorState(const QList<QUuid>& ids)
+{
+    {
+        const CLendableLock::CWriter writer(m_lock);
+        for (const QUuid& id : ids) {
+            const auto known = m_model->findRow(id);
+            if (!known || known->type != NodeProcessor)
+                continue;
+            ProcessorNode processor;
+            askHost([&](Handler& handler) { processor = handler.GetProcessorNode(id); });
+            // Looked up again: the row may have been replaced while the host answered.
+            const auto row = m_model->findRow(id);
+            if (row && row->record.cell())
+                row->record.cell()->store(processor);
+        }
+    }
+    // The rows' content changed without a signal; filters on it learn of it here.
+    m_calls.post([this, ids] { m_model->announceRecords(ids); });
+    postToPanel([](QObject* panel) {
+        QMetaObject::invokeMethod(panel, "UpdateMonitorWarningState", Qt::DirectConnection);
+    });
+}
+
+void CTargetSelectData::postJob(quint32 event, std::function<void()> job)
+{
+    m_workThread->AppendEvent({static_cast<int>(event), std::move(job)}, false);
+}
+
+/// Queues `call` for the panel that exists when its turn comes, if one does.
+void CTargetSelectData::postToPanel(std::function<void(QObject*)> call)
+{
+    m_calls.post([call = std::move(call)] {
+        if (CTargetSelectArea* panel = CTargetSelectArea::Existing())
+            call(panel);
+    });
+}
+
+/// Asks the host with the lock lent, so that the host may wait for the GUI thread, or on the GUI
+/// thread for another one.
+void CTargetSelectData::askHost(const std::function<void(Handler&)>& question)
+{
+    const CLendableLock::CLoan loan(m_lock);
+    const CGuiCalls::CHostQuestion asked(m_calls);
+    if (const auto handler = GetTargetSelectHandler())
+        question(*handler);
+}
+
+/// Runs `change` on the GUI thread with the lock lent, and waits for its end. It has to look at the
+/// model anew: a call that is left to the queue runs after others.
+void CTargetSelectData::changeModel(const std::function<void()>& change)
+{
+    const CLendableLock::CLoan loan(m_lock);
+    m_calls.run(change);
+}
+
+/// Lets removals and resets that are still queued take effect before the model is looked at.
+void CTargetSelectData::settle()
+{
+    const CLendableLock::CLoan loan(m_lock);
+    m_calls.settle();
+}

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "processortree/RecordCell.h"
+
+#include <QHash>
+#include <QUuid>
+
+#include <mutex>
+#include <optional>
+
+class QStandardItem;
+
+/// Finds rows of the processor tree by identity, as a depth-first search from the root would, without
+/// the search.
+///
+/// The GUI thread changes it and reads items from it; other threads may ask what kind of row an
+/// identity names and for the cell of its record, never for the item.
+class CIdentityIndex final
+{
+public:
+    /// What threads other than the GUI thread may know of a row.
+    struct Row
+    {
+        std::optional<EPrcTreeNodeType> type;
+        CRecordHandle record;
+    };
+
+    /// The row of `uuid`; null when there is none. GUI thread.
+    QStandardItem* find(const QUuid& uuid) const
+    {
+        const auto found = m_entries.constFind(uuid);
+        return found == m_entries.cend() ? nullptr : found->item;
+    }
+
+    /// The same for any thread.
+    std::optional<Row> row(const QUuid& uuid) const;
+
+    /// Starts anew from `root`, which may be null. GUI thread.
+    void rebuild(QStandardItem* root);
+
+    /// Takes up `item`, which now stands in the tree, with everything below it that a search would
+    /// reach. Returns false when rebuild() is due, because rows share an identity and only a walk over
+    /// all of them tells which comes first. GUI thread.
+    bool add(QStandardItem* item);
+
+    /// Forgets `item`, which is about to leave the tree, with everything below it. Returns false when
+    /// rebuild() is due once it has left. GUI thread.
+    bool remove(const QStandardItem* item);
+
+    /// Has `item` lead to `record` from now on. GUI thread.
+    void setRecord(const QStandardItem* item, const CRecordHandle& record);
+
+    /// While rows move, other threads go on seeing those that have been taken out and not yet put
+    /// back. GUI thread.
+    void setMoving(bool moving);
+
+private:
+    struct Entry
+    {
+        QStandardItem* item;
+        Row row;
+    };
+
+    bool insert(QStandardItem* item, std::optional<EPrcTreeNodeType> type);
+    bool insertReachable(QStandardItem* item);
+    bool insertChildren(QStandardItem* item);
+    void erase(const QStandardItem* item);
+
+    mutable std::mutex m_mutex;
+    QHash<QUuid, Entry> m_entries;
+    QHash<QUuid, Row> m_inTransit;
+    bool m_hasRepeats = false;
+    bool m_moving = false;
+};

@@ -1,0 +1,126 @@
+#pragma once
+
+#include "Interface/ProcessorNode.h"
+#include "processortree/IdentityIndex.h"
+
+#include <QList>
+#include <QPersistentModelIndex>
+#include <QStandardItemModel>
+#include <QUuid>
+
+class CProcessorItem;
+
+/// The processors of the host's project as a tree of one column: the "All processors(N)" root, under
+/// it the groups, then the processors that belong to no group; every group holds its processors.
+///
+/// The host's events change it through the slots, which the bridge calls by name; views change it
+/// through setData() and moveProcessors(). Records come from the host's handler.
+///
+/// Thread: GUI thread, but for findRow(). No operation reports an error: one that names an unknown
+/// identity, or meets a row whose type cannot be read, does nothing there.
+///
+/// Not supported: more than one column, groups within groups, moves within one parent.
+class CProcessorTreeModel final : public QStandardItemModel
+{
+    Q_OBJECT
+
+public:
+    explicit CProcessorTreeModel(QObject* parent = nullptr);
+    ~CProcessorTreeModel() override;
+
+    QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    QStringList mimeTypes() const override;
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
+    bool moveRows(const QModelIndex& sourceParent, int sourceRow, int count,
+                  const QModelIndex& destinationParent, int destinationChild) override;
+
+    /// Makes the root row, "All processors(0)". The model has to be empty: a second call would add a
+    /// second root row and make that the root.
+    void initRoot();
+
+    /// Back to the root row alone, whatever the model holds.
+    void clearToRoot();
+
+    /// Rewrites the root's text with the number of processors that stand in the tree.
+    void updateRootText();
+
+    /// The first row of that identity in depth-first order, the root for its own; null for none.
+    /// Takes constant time.
+    QStandardItem* getItem(const QUuid& uuid) const;
+
+    /// Type and record of the same row, for any thread; nothing for an unknown identity.
+    std::optional<CIdentityIndex::Row> findRow(const QUuid& uuid) const;
+
+    /// Number of processor rows, in groups and outside.
+    int getAllProcessorCount() const;
+
+    /// Number of group rows.
+    int groupCount() const;
+
+    /// Identities of the processors below `index`, depth first.
+    QList<QUuid> getChildProcessor(const QModelIndex& index) const;
+
+    /// Gives processor row `item` the changed record `processor`. One that is addressed by IP and has
+    /// another address than before is taken out and placed anew; `item` is gone then.
+    void updateProcessor(QStandardItem* item, const ProcessorNode& processor);
+
+    /// Moves processors under group `targetId`, or under the root for a null one, each to its place
+    /// there, brings the records of the processors and groups up to date and reports the new
+    /// membership to the host. Returns the moved ones at their new places; those that stood there
+    /// already are left out.
+    QList<QPersistentModelIndex> moveProcessors(const QList<QPersistentModelIndex>& indexes,
+                                                const QUuid& targetId);
+
+    /// Removes every group with the processors in it; the root's text follows.
+    void removeAllGroups();
+
+    /// Tells views that the records of `processors` were replaced behind the model's back.
+    void announceRecords(const QList<QUuid>& processors);
+
+public slots:
+    /// Fills the tree anew with the host's groups and processors. Afterwards the root's text counts
+    /// the host's processors, with those whose group the host did not list and which are left out.
+    void reset();
+
+    /// Adds a group behind the other groups and returns its row; null without a root.
+    CProcessorItem* AppendGroup(const ProcessorGroupNode& group);
+
+    /// Adds a processor at its place; nowhere when its group is unknown.
+    void AppendProcessor(const ProcessorNode& processor);
+
+    /// Adds the host's processors of these identities, in one model reset.
+    void AppendProcessors(const QList<QUuid>& processors);
+
+    /// Removes a processor; or a group, whose processors move to the root first.
+    void removeNode(const QUuid& uuid);
+
+    /// Removes one after the other.
+    void removeNodes(const QList<QUuid>& uuids);
+
+private:
+    class Batch;
+
+    QStandardItem* groupItem(const QUuid& groupId) const;
+    CProcessorItem* insertGroup(const ProcessorGroupNode& group, int row);
+    CProcessorItem* insertProcessor(const ProcessorNode& processor, QStandardItem* parent);
+    void fill(const QList<ProcessorGroupNode>& groups, const QList<ProcessorNode>& processors);
+    void indexRow(QStandardItem* item);
+    void setRootCount(int count);
+    void emptyGroup(const QPersistentModelIndex& group);
+    void storeProcessor(QStandardItem* item, const ProcessorNode& processor);
+    void changeMembership(QStandardItem* item, QStandardItem* source);
+
+    bool isSearched(const QStandardItem* parent) const;
+    void onRowsInserted(const QModelIndex& parent, int first, int last);
+    void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
+    void onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                       const QVector<int>& roles);
+    void adoptRecords(QStandardItem* item);
+    void onRestructured();
+    void onModelReset();
+
+    QStandardItem* m_root = nullptr; // owned by the model, below its invisible root
+    CIdentityIndex m_index;
+    bool m_rebuildDue = false;
+};

@@ -1,0 +1,54 @@
+#include "processortree/RecordCell.h"
+
+CRecordCell::CRecordCell(const ProcessorNode& record)
+    : m_record(record)
+{
+}
+
+ProcessorNode CRecordCell::load() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_record;
+}
+
+CRecordCell::Key CRecordCell::key() const
+{
+    const std::lock_guard guard(m_mutex);
+    return recordKey(m_record);
+}
+
+void CRecordCell::store(const ProcessorNode& record)
+{
+    const std::lock_guard guard(m_mutex);
+    m_record = record;
+}
+
+CRecordHandle::CRecordHandle(const ProcessorNode& record)
+    : m_cell(new CRecordCell(record))
+{
+}
+
+CRecordHandle recordHandle(const QVariant& stored)
+{
+    return stored.userType() == qMetaTypeId<CRecordHandle>() ? stored.value<CRecordHandle>()
+                                                             : CRecordHandle();
+}
+
+ProcessorNode processorRecord(const QVariant& stored)
+{
+    return stored.value<ProcessorNode>();
+}
+
+CRecordCell::Key recordKey(const QVariant& stored)
+{
+    if (stored.userType() == qMetaTypeId<CRecordHandle>()) {
+        const auto* handle = static_cast<const CRecordHandle*>(stored.constData());
+        return handle->cell() ? handle->cell()->key() : CRecordCell::Key();
+    }
+    return recordKey(stored.value<ProcessorNode>());
+}
+
+CRecordCell::Key recordKey(const ProcessorNode& record)
+{
+    return {record.ipAddress, record.number, record.reachedByIp};
+}

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "Interface/ProcessorNode.h"
+
+#include <QExplicitlySharedDataPointer>
+#include <QMetaType>
+#include <QSharedData>
+#include <QVariant>
+
+#include <mutex>
+
+/// A processor's record, shared by the tree item that shows it and by whoever rewrites it.
+///
+/// The host's monitor states arrive on the work thread and are written there. QStandardItem::setData
+/// off the GUI thread would emit model signals on that thread, so the item keeps a handle to a cell
+/// under NodeDataRole from its beginning on, and the work thread replaces the content of the cell.
+class CRecordCell final : public QSharedData
+{
+public:
+    /// What ordering looks at, cheaper to take than the whole record.
+    struct Key
+    {
+        quint32 ipAddress = kNoProcessorAddress;
+        qint32 number = 0;
+        bool reachedByIp = false;
+    };
+
+    explicit CRecordCell(const ProcessorNode& record);
+
+    /// A copy of the record. Any thread.
+    ProcessorNode load() const;
+
+    /// Any thread.
+    Key key() const;
+
+    /// Replaces the record. Any thread; tells nobody.
+    void store(const ProcessorNode& record);
+
+private:
+    mutable std::mutex m_mutex;
+    ProcessorNode m_record;
+};
+
+/// What an item holds under NodeDataRole; QVariant::value<ProcessorNode>() reads through it.
+class CRecordHandle final
+{
+public:
+    CRecordHandle() = default;
+    explicit CRecordHandle(const ProcessorNode& record);
+
+    CRecordCell* cell() const { return m_cell.data(); }
+
+private:
+    QExplicitlySharedDataPointer<CRecordCell> m_cell;
+};
+
+Q_DECLARE_TYPEINFO(CRecordHandle, Q_MOVABLE_TYPE);
+Q_DECLARE_METATYPE(CRecordHandle)
+
+/// The handle in `stored`; null inside when it holds none.
+CRecordHandle recordHandle(const QVariant& stored);
+
+/// The record in `stored`, whether it is kept in a cell or plainly; a default one otherwise.
+ProcessorNode processorRecord(const QVariant& stored);
+
+/// The ordering key of the record in `stored`, likewise.
+CRecordCell::Key recordKey(const QVariant& stored);
+
+/// The same for a record at hand.
+CRecordCell::Key recordKey(const ProcessorNode& record);
