@@ -1,0 +1,476 @@
+#include "tests/support/FakeHandler.h"
+
+QVector<FakeHandler::Call> FakeHandler::calls() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_calls;
+}
+
+QStringList FakeHandler::callNames() const
+{
+    QStringList names;
+    for (const Call& call : calls())
+        names.append(call.name);
+    return names;
+}
+
+int FakeHandler::callCount(const QString& name) const
+{
+    return callNames().count(name);
+}
+
+void FakeHandler::clearCalls()
+{
+    const std::lock_guard guard(m_mutex);
+    m_calls.clear();
+}
+
+void FakeHandler::setProject(const QList<ProcessorGroupNode>& groups,
+                             const QList<ProcessorNode>& processors)
+{
+    const std::lock_guard guard(m_mutex);
+    m_groups = groups;
+    m_processors = processors;
+}
+
+void FakeHandler::setProcessor(const ProcessorNode& processor)
+{
+    const std::lock_guard guard(m_mutex);
+    for (ProcessorNode& known : m_processors) {
+        if (known.id == processor.id) {
+            known = processor;
+            return;
+        }
+    }
+    m_processors.append(processor);
+}
+
+void FakeHandler::setGroup(const ProcessorGroupNode& group)
+{
+    const std::lock_guard guard(m_mutex);
+    for (ProcessorGroupNode& known : m_groups) {
+        if (known.id == group.id) {
+            known = group;
+            return;
+        }
+    }
+    m_groups.append(group);
+}
+
+QList<ProcessorNode> FakeHandler::processors() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_processors;
+}
+
+QList<ProcessorGroupNode> FakeHandler::groups() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_groups;
+}
+
+void FakeHandler::note(const char* name, const QString& argument)
+{
+    const QString text = QString::fromLatin1(name);
+    {
+        const std::lock_guard guard(m_mutex);
+        m_calls.append({text, argument, QThread::currentThread()});
+    }
+    if (inside)
+        inside(text);
+}
+
+void FakeHandler::SetObserver(CObserver* newObserver)
+{
+    note("SetObserver");
+    observer = newObserver;
+}
+
+void FakeHandler::AppendContextMenu(EPrcTreeNodeType type, const QUuid& id, bool readOnly, QMenu* menu)
+{
+    note("AppendContextMenu");
+    Q_UNUSED(type)
+    Q_UNUSED(id)
+    Q_UNUSED(readOnly)
+    Q_UNUSED(menu)
+}
+
+quint32 FakeHandler::DetectAllDevices()
+{
+    note("DetectAllDevices");
+    return detectResult;
+}
+
+void FakeHandler::DetectProcessorsOnly()
+{
+    note("DetectProcessorsOnly");
+}
+
+QString FakeHandler::GetDeviceSetText(const SDeviceSetInfo& set)
+{
+    note("GetDeviceSetText");
+    return QStringLiteral("Set %1").arg(set.id.Data1);
+}
+
+bool FakeHandler::ConfirmDeviceSetChange(const SDeviceSetInfo& set, int index)
+{
+    note("ConfirmDeviceSetChange", QString::number(index));
+    Q_UNUSED(set)
+    return confirmDeviceSet;
+}
+
+bool FakeHandler::CheckIPAddress(quint32 address, int* code, bool processorMode)
+{
+    note("CheckIPAddress");
+    Q_UNUSED(address)
+    Q_UNUSED(code)
+    Q_UNUSED(processorMode)
+    return false;
+}
+
+int FakeHandler::GetIPCount(int kind)
+{
+    note("GetIPCount");
+    Q_UNUSED(kind)
+    return 0;
+}
+
+void FakeHandler::AddIPAddress(const QString& ip, const QString& name)
+{
+    note("AddIPAddress");
+    Q_UNUSED(ip)
+    Q_UNUSED(name)
+}
+
+void FakeHandler::SaveIPList()
+{
+    note("SaveIPList");
+}
+
+void FakeHandler::RefreshIPList()
+{
+    note("RefreshIPList");
+}
+
+void FakeHandler::ModifyIPAddress(int row, const QString& ip, const QString& name)
+{
+    note("ModifyIPAddress");
+    Q_UNUSED(row)
+    Q_UNUSED(ip)
+    Q_UNUSED(name)
+}
+
+bool FakeHandler::IpListChanged(const QStringList& before, const QStringList& after)
+{
+    note("IpListChanged");
+    Q_UNUSED(before)
+    Q_UNUSED(after)
+    return false;
+}
+
+int FakeHandler::GetDeviceSetTexts(QStringList& texts)
+{
+    note("GetDeviceSetTexts");
+    texts = deviceSetTexts;
+    return texts.size();
+}
+
+bool FakeHandler::ShowProcessorMoreButton()
+{
+    note("ShowProcessorMoreButton");
+    return false;
+}
+
+bool FakeHandler::ShowNodeMoreButton()
+{
+    note("ShowNodeMoreButton");
+    return false;
+}
+
+QList<ProcessorNode> FakeHandler::GetAllProcessorNodes()
+{
+    note("GetAllProcessorNodes");
+    return processors();
+}
+
+QList<ProcessorGroupNode> FakeHandler::GetAllGroupNodes()
+{
+    note("GetAllGroupNodes");
+    return groups();
+}
+
+ProcessorGroupNode FakeHandler::GetGroupNode(const QUuid& id)
+{
+    note("GetGroupNode", id.toString());
+    const std::lock_guard guard(m_mutex);
+    for (const ProcessorGroupNode& group : qAsConst(m_groups)) {
+        if (group.id == id)
+            return group;
+    }
+    return {};
+}
+
+void FakeHandler::AddProcessors(const QUuid& group, int count)
+{
+    note("AddProcessors");
+    Q_UNUSED(group)
+    Q_UNUSED(count)
+}
+
+void FakeHandler::AddProcessorsWithIps(const QUuid& group, const QList<quint32>& addresses)
+{
+    note("AddProcessorsWithIps");
+    Q_UNUSED(group)
+    Q_UNUSED(addresses)
+}
+
+void FakeHandler::DeleteProcessors(const QList<QUuid>& ids)
+{
+    note("DeleteProcessors");
+    Q_UNUSED(ids)
+}
+
+void FakeHandler::SetProcessorGroup(const ProcessorGroupNode& group, const QUuid& groupId, const QList<QUuid>& ids)
+{
+    note("SetProcessorGroup", groupId.toString());
+    memberships.append({group, groupId, ids});
+}
+
+ProcessorNode FakeHandler::GetProcessorNode(const QUuid& id)
+{
+    note("GetProcessorNode", id.toString());
+    const std::lock_guard guard(m_mutex);
+    for (const ProcessorNode& processor : qAsConst(m_processors)) {
+        if (processor.id == id)
+            return processor;
+    }
+    return {};
+}
+
+bool FakeHandler::CanRenameProcessor(const QUuid& id)
+{
+    note("CanRenameProcessor");
+    Q_UNUSED(id)
+    return false;
+}
+
+bool FakeHandler::CanAddProcessors(const ProcessorNode& first)
+{
+    note("CanAddProcessors");
+    Q_UNUSED(first)
+    return false;
+}
+
+bool FakeHandler::IsAddProcessorsEnabled(const ProcessorNode& first)
+{
+    note("IsAddProcessorsEnabled");
+    Q_UNUSED(first)
+    return false;
+}
+
+bool FakeHandler::RenameProcessor(const QUuid& id, const QString& name)
+{
+    note("RenameProcessor", id.toString() + name);
+    return true;
+}
+
+void FakeHandler::SetNewProcessorOutputs(int outputs)
+{
+    note("SetNewProcessorOutputs");
+    Q_UNUSED(outputs)
+}
+
+QUuid FakeHandler::CreateGroup(const ProcessorGroupNode& group)
+{
+    note("CreateGroup", group.name);
+    return QUuid::createUuid();
+}
+
+void FakeHandler::Ungroup(const QUuid& id)
+{
+    note("Ungroup");
+    Q_UNUSED(id)
+}
+
+void FakeHandler::RenameGroup(const QUuid& id, const QString& name)
+{
+    note("RenameGroup");
+    Q_UNUSED(id)
+    Q_UNUSED(name)
+}
+
+void FakeHandler::ReportSelection(const QUuid& focus, const QList<QUuid>& ids, const QList<SGroupSelection>& selections, const QUuid& previous)
+{
+    note("ReportSelection");
+    Q_UNUSED(focus)
+    Q_UNUSED(ids)
+    Q_UNUSED(selections)
+    Q_UNUSED(previous)
+}
+
+bool FakeHandler::IsRestrictedMode()
+{
+    note("IsRestrictedMode");
+    return restrictedMode;
+}
+
+bool FakeHandler::IsDeleteBlocked(const QUuid& id)
+{
+    note("IsDeleteBlocked");
+    Q_UNUSED(id)
+    return false;
+}
+
+bool FakeHandler::CheckProcessor(const ProcessorNode& processor)
+{
+    note("CheckProcessor", processor.name);
+    return checkProcessor;
+}
+
+bool FakeHandler::UsesIpAddressing()
+{
+    note("UsesIpAddressing");
+    return false;
+}
+
+bool FakeHandler::IsLanUsbMode()
+{
+    note("IsLanUsbMode");
+    return lanUsbMode;
+}
+
+QList<quint32> FakeHandler::GetLanUsbProcessorIps()
+{
+    note("GetLanUsbProcessorIps");
+    return lanUsbIps;
+}
+
+int FakeHandler::GetNameMaxBytes()
+{
+    note("GetNameMaxBytes");
+    return 64;
+}
+
+bool FakeHandler::IsNameUtf8()
+{
+    note("IsNameUtf8");
+    return true;
+}
+
+QUuid FakeHandler::GetCurrentProcessorId()
+{
+    note("GetCurrentProcessorId");
+    return currentProcessor;
+}
+
+quint32 FakeHandler::ReadOnlineIPAddresses()
+{
+    note("ReadOnlineIPAddresses");
+    return 0;
+}
+
+void FakeHandler::GetIPNameLists(QStringList& ips, QStringList& names)
+{
+    note("GetIPNameLists");
+    Q_UNUSED(ips)
+    Q_UNUSED(names)
+}
+
+void FakeHandler::GetIPList(QStringList& entries)
+{
+    note("GetIPList");
+    entries = ipList;
+}
+
+void FakeHandler::ClearIPList()
+{
+    note("ClearIPList");
+}
+
+void FakeHandler::DeleteIPAddress(quint32 networkAddress)
+{
+    note("DeleteIPAddress");
+    Q_UNUSED(networkAddress)
+}
+
+quint32 FakeHandler::ImportIPFile(const QString& path)
+{
+    note("ImportIPFile");
+    Q_UNUSED(path)
+    return 0;
+}
+
+QString FakeHandler::GetIPEntry(int row)
+{
+    note("GetIPEntry");
+    Q_UNUSED(row)
+    return {};
+}
+
+int FakeHandler::GetFixedOutputCount()
+{
+    note("GetFixedOutputCount");
+    return 0;
+}
+
+int FakeHandler::GetSelectionMode()
+{
+    note("GetSelectionMode");
+    return 0;
+}
+
+QList<QUuid> FakeHandler::GetSelectedProcessors()
+{
+    note("GetSelectedProcessors");
+    return {};
+}
+
+bool FakeHandler::IsIpManagementAvailable()
+{
+    note("IsIpManagementAvailable");
+    return ipManagementAvailable;
+}
+
+void FakeHandler::AddProcessorsFromIpList(const QUuid& group, const QStringList& entries)
+{
+    note("AddProcessorsFromIpList");
+    Q_UNUSED(group)
+    Q_UNUSED(entries)
+}
+
+void FakeHandler::PreDeleteProcessors(const QList<QUuid>& ids)
+{
+    note("PreDeleteProcessors");
+    Q_UNUSED(ids)
+}
+
+bool FakeHandler::AcceptProcessorForSnapshot(const ProcessorNode& processor)
+{
+    note("AcceptProcessorForSnapshot", processor.name);
+    return acceptProcessor ? acceptProcessor(processor) : acceptForSnapshot;
+}
+
+void FakeHandler::ShowTipMessage(const QString& text)
+{
+    note("ShowTipMessage");
+    Q_UNUSED(text)
+}
+
+bool FakeHandler::IsFrontPanelHighlightAvailable()
+{
+    note("IsFrontPanelHighlightAvailable");
+    return false;
+}
+
+bool FakeHandler::IsFrontPanelHighlighted(const QUuid& id)
+{
+    note("IsFrontPanelHighlighted");
+    Q_UNUSED(id)
+    return false;
+}
+
+void FakeHandler::SetFrontPanelHighlight(bool on)
+{
+    note("SetFrontPanelHighlight");
+    Q_UNUSED(on)
+}

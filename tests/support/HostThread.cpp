@@ -1,0 +1,60 @@
+#include "tests/support/HostThread.h"
+
+#include <QCoreApplication>
+#include <QTest>
+
+#include <chrono>
+#include <utility>
+
+HostThread::HostThread()
+{
+    start();
+}
+
+HostThread::~HostThread()
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        m_end = true;
+    }
+    m_changed.notify_all();
+    while (!wait(1))
+        QCoreApplication::processEvents();
+}
+
+std::future<void> HostThread::post(std::function<void()> work)
+{
+    std::packaged_task<void()> task(std::move(work));
+    auto done = task.get_future();
+    {
+        const std::lock_guard guard(m_mutex);
+        m_work.push_back(std::move(task));
+    }
+    m_changed.notify_all();
+    return done;
+}
+
+bool HostThread::run(std::function<void()> work, int limitMs)
+{
+    const auto done = post(std::move(work));
+    const bool inTime = QTest::qWaitFor(
+        [&] { return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready; },
+        limitMs);
+    if (!inTime)
+        QTest::qFail("the host's thread does not come back", __FILE__, __LINE__);
+    return inTime;
+}
+
+void HostThread::run()
+{
+    for (;;) {
+        std::unique_lock guard(m_mutex);
+        m_changed.wait(guard, [this] { return m_end || !m_work.empty(); });
+        if (m_work.empty())
+            return;
+        auto task = std::move(m_work.front());
+        m_work.pop_front();
+        guard.unlock();
+        task();
+    }
+}

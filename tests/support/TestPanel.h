@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Interface/ObserverPattern"
+#include "tests/support/FakeHandler.h"
+
+#include <QCoreApplication>
+#include <QUuid>
+
+#include <memory>
+
+class CProcessorTreeModel;
+class CTargetSelectArea;
+class CTargetSelectData;
+
+/// The panel of the process with a fake host behind it, initialised and empty. Destroys the panel.
+class TestPanel final
+{
+public:
+    TestPanel();
+    ~TestPanel();
+    TestPanel(const TestPanel&) = delete;
+    TestPanel& operator=(const TestPanel&) = delete;
+
+    FakeHandler& host() { return *m_host; }
+    CTargetSelectArea& area() { return *m_area; }
+    CTargetSelectData& data();
+    CProcessorTreeModel& model();
+
+    /// Delivers an event on the calling thread.
+    template <typename... Args>
+    void notify(quint32 event, Args... arguments)
+    {
+        CSubject subject;
+        subject.Attach(m_host->observer);
+        subject.Notify<Args...>(event, std::move(arguments)...);
+    }
+
+    QString dump();
+
+private:
+    std::shared_ptr<FakeHandler> m_host = std::make_shared<FakeHandler>();
+    CTargetSelectArea* m_area; // destroyed here
+};
+
+/// Identity number `n`: the same for the same number.
+QUuid testId(quint32 n);
+
+/// A group or processor named after its number. Processors are addressed by number unless given an
+/// address; `group` 0 is the root.
+ProcessorGroupNode testGroup(quint32 n, const QString& name = QString());
+ProcessorNode testProcessor(quint32 n, quint32 group = 0);
+ProcessorNode testIpProcessor(quint32 n, quint32 address, quint32 group = 0);
