@@ -256,7 +256,7 @@ QList<QUuid> CProcessorTreeModel::getChildProcessor(const QModelIndex& index) co
 
 void CProcessorTreeModel::updateProcessor(QStandardItem* item, const ProcessorNode& processor)
 {
-    if (!item)
+    if (!item || item == m_root)
         return;
     const ProcessorNode known = processorRecord(item->data(NodeDataRole));
     if (processor.reachedByIp && processor.ipAddress != known.ipAddress) {

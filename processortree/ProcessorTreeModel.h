@@ -61,8 +61,9 @@ public:
     /// Identities of the processors below `index`, depth first.
     QList<QUuid> getChildProcessor(const QModelIndex& index) const;
 
-    /// Gives processor row `item` the changed record `processor`. One that is addressed by IP and has
-    /// another address than before is taken out and placed anew; `item` is gone then.
+    /// Gives row `item` the changed record `processor`. A processor that is addressed by IP and has
+    /// another address than before is taken out and placed anew; `item` is gone then. The root, which
+    /// a null identity leads to, stays as it is.
     void updateProcessor(QStandardItem* item, const ProcessorNode& processor);
 
     /// Moves processors under group `targetId`, or under the root for a null one, each to its place

@@ -8,6 +8,7 @@
 TestPanel::TestPanel()
     : m_area(CTargetSelectArea::Instance())
 {
+    m_widget = m_area;
     m_area->m_controlHandler = m_host;
     m_area->Initialize();
     m_host->clearCalls();
@@ -15,7 +16,7 @@ TestPanel::TestPanel()
 
 TestPanel::~TestPanel()
 {
-    delete m_area;
+    delete m_widget;
 }
 
 CTargetSelectData& TestPanel::data()

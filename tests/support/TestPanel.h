@@ -4,7 +4,9 @@
 #include "tests/support/FakeHandler.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 #include <QUuid>
+#include <QWidget>
 
 #include <memory>
 
@@ -39,7 +41,8 @@ public:
 
 private:
     std::shared_ptr<FakeHandler> m_host = std::make_shared<FakeHandler>();
-    CTargetSelectArea* m_area; // destroyed here
+    QPointer<QWidget> m_widget;
+    CTargetSelectArea* m_area; // destroyed here, unless its parent was faster
 };
 
 /// Identity number `n`: the same for the same number.

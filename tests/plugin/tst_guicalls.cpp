@@ -1,0 +1,221 @@
+#include "plugin/GuiCalls.h"
+#include "tests/support/HostThread.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <chrono>
+#include <future>
+#include <memory>
+#include <optional>
+#include <thread>
+
+namespace {
+
+constexpr auto kSoon = std::chrono::seconds(20);
+
+/// Without processing events on this thread.
+bool comesBack(const std::future<void>& done)
+{
+    return done.wait_for(kSoon) == std::future_status::ready;
+}
+
+} // namespace
+
+class GuiCallsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_trap.emplace(); }
+    void cleanup() { m_trap.reset(); }
+
+    void shouldRunOnTheGuiThreadAndWait();
+    void shouldRunAtOnceOnTheGuiThread();
+    void shouldKeepTheOrder();
+    void shouldLiveOnTheGuiThreadWhereverCreated();
+    void shouldReleaseTheCallerWhenDestroyed();
+    void shouldReleaseTheCallerWhenClosed();
+    void shouldReleaseTheCallerWhenTheGuiThreadAsksTheHost();
+    void shouldWaitForACallThatBeganBeforeTheQuestion();
+    void shouldNotWaitLongerThanItsPatience();
+    void shouldSettleFromAnotherThread();
+    void shouldSettleOnTheGuiThread();
+    void shouldNotSettleInsideACall();
+
+private:
+    std::optional<WarningTrap> m_trap;
+};
+
+void GuiCallsTest::shouldRunOnTheGuiThreadAndWait()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    QThread* ranOn = nullptr;
+    bool answer = false;
+    thread.run([&] { answer = calls.run([&] { ranOn = QThread::currentThread(); }); });
+    QVERIFY(answer);
+    QCOMPARE(ranOn, QThread::currentThread());
+}
+
+void GuiCallsTest::shouldRunAtOnceOnTheGuiThread()
+{
+    CGuiCalls calls;
+    int runs = 0;
+    QVERIFY(calls.run([&] { ++runs; }));
+    calls.post([&] { ++runs; });
+    QCOMPARE(runs, 2);
+}
+
+void GuiCallsTest::shouldKeepTheOrder()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    QVector<int> order;
+    thread.run([&] {
+        for (int i = 0; i < 100; ++i) {
+            if (i % 7 == 0)
+                calls.run([&order, i] { order.append(i); });
+            else
+                calls.post([&order, i] { order.append(i); });
+        }
+        calls.settle();
+    });
+    QCOMPARE(order.size(), 100);
+    QVERIFY(std::is_sorted(order.begin(), order.end()));
+}
+
+void GuiCallsTest::shouldLiveOnTheGuiThreadWhereverCreated()
+{
+    std::unique_ptr<CGuiCalls> calls;
+    HostThread thread;
+    thread.run([&] { calls = std::make_unique<CGuiCalls>(); });
+    QCOMPARE(calls->thread(), QThread::currentThread());
+}
+
+void GuiCallsTest::shouldReleaseTheCallerWhenDestroyed()
+{
+    auto calls = std::make_unique<CGuiCalls>();
+    HostThread thread;
+    bool ran = false;
+    bool answer = true;
+    std::promise<void> begun;
+    const auto held = std::make_shared<int>(0);
+    const auto done = thread.post([&] {
+        begun.set_value();
+        answer = calls->run([&ran, held] { ran = true; });
+    });
+    QVERIFY(comesBack(begun.get_future()));
+    while (held.use_count() < 2)
+        std::this_thread::yield();
+    QCoreApplication::removePostedEvents(calls.get());
+    QVERIFY(comesBack(done));
+    QVERIFY(!answer);
+    QVERIFY(!ran);
+}
+
+void GuiCallsTest::shouldReleaseTheCallerWhenClosed()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    bool ran = false;
+    const auto done = thread.post([&] { calls.run([&] { ran = true; }); });
+    calls.close();
+    QVERIFY(comesBack(done));
+    // Later waits end as well, until it opens again.
+    QVERIFY(comesBack(thread.post([&] { calls.run([] {}); })));
+    calls.open();
+    bool answer = false;
+    thread.run([&] { answer = calls.run([] {}); });
+    QVERIFY(answer);
+    QVERIFY(ran);
+}
+
+void GuiCallsTest::shouldReleaseTheCallerWhenTheGuiThreadAsksTheHost()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    bool ran = false;
+    {
+        const CGuiCalls::CHostQuestion question(calls);
+        // The host, inside the question, waits for its own thread.
+        QVERIFY(comesBack(thread.post([&] { calls.run([&] { ran = true; }); })));
+        QVERIFY(!ran);
+    }
+    QTRY_VERIFY(ran);
+}
+
+void GuiCallsTest::shouldWaitForACallThatBeganBeforeTheQuestion()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    bool answer = false;
+    bool ended = false;
+    thread.run([&] {
+        answer = calls.run([&] {
+            const CGuiCalls::CHostQuestion question(calls);
+            ended = true;
+        });
+    });
+    QVERIFY(answer);
+    QVERIFY(ended);
+}
+
+void GuiCallsTest::shouldNotWaitLongerThanItsPatience()
+{
+    CGuiCalls calls;
+    calls.setPatience(std::chrono::milliseconds(20));
+    HostThread thread;
+    bool ran = false;
+    bool answer = true;
+    QVERIFY(comesBack(thread.post([&] { answer = calls.run([&] { ran = true; }); })));
+    QVERIFY(!answer);
+    QVERIFY(!ran);
+    QTRY_VERIFY(ran);
+}
+
+void GuiCallsTest::shouldSettleFromAnotherThread()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    bool ran = false;
+    bool ranFirst = false;
+    thread.run([&] {
+        calls.post([&] { ran = true; });
+        calls.settle();
+        ranFirst = ran;
+    });
+    QVERIFY(ranFirst);
+    // With nothing queued nobody is waited for.
+    QVERIFY(comesBack(thread.post([&] { calls.settle(); })));
+}
+
+void GuiCallsTest::shouldSettleOnTheGuiThread()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    bool ran = false;
+    QVERIFY(comesBack(thread.post([&] { calls.post([&] { ran = true; }); })));
+    QVERIFY(!ran);
+    calls.settle();
+    QVERIFY(ran);
+}
+
+void GuiCallsTest::shouldNotSettleInsideACall()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    QStringList order;
+    QVERIFY(comesBack(thread.post([&] {
+        calls.post([&] {
+            calls.settle();
+            order.append(QStringLiteral("first"));
+        });
+        calls.post([&] { order.append(QStringLiteral("second")); });
+    })));
+    QTRY_COMPARE(order, QStringList({QStringLiteral("first"), QStringLiteral("second")}));
+}
+
+QTEST_GUILESS_MAIN(GuiCallsTest)
+#include "tst_guicalls.moc"
