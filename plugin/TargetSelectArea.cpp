@@ -209,8 +209,10 @@ void CTargetSelectArea::UpdateMonitorWarningState()
 
 void CTargetSelectArea::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::LanguageChange)
+    if (event->type() == QEvent::LanguageChange) {
         retranslate();
+        retranslateDeviceSets();
+    }
     QWidget::changeEvent(event);
 }
 
@@ -228,7 +230,10 @@ void CTargetSelectArea::retranslate()
     m_treeView->setAccessibleName(tr("Processors"));
     m_deviceSetSelector->setAccessibleName(tr("Device set"));
     CTargetSelectData::Instance()->GetModel()->updateRootText();
+}
 
+void CTargetSelectArea::retranslateDeviceSets()
+{
     const auto handler = GetTargetSelectHandler();
     if (!handler)
         return;

@@ -76,6 +76,7 @@ protected:
 
 private:
     void retranslate();
+    void retranslateDeviceSets();
     void selectProcessor(const QUuid& id, bool silently);
     void confirmDeviceSet(const QList<SDeviceSetInfo>& sets, int index);
     void registerObserver();
