@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
 #include <QTreeView>
 
 #include <optional>
@@ -41,7 +42,7 @@ public:
     /// The thread on which events arrive.
     QThread* updateThread()
     {
-        return thread ? static_cast<QThread*>(&*thread) : QThread::currentThread();
+        return thread ? thread->qtThread() : QThread::currentThread();
     }
 
     QThread* askedOn(const QString& name)

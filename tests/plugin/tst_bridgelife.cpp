@@ -9,6 +9,7 @@
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include <chrono>
 #include <future>
@@ -35,6 +36,7 @@ private slots:
     void shouldReleaseTheHostWhenTheBridgeIsDeleted();
     void shouldTakeNoEventsAfterStopAndAgainAfterStart();
     void shouldStopWhileTheWorkThreadWaitsForTheGuiThread();
+    void shouldStopWhenTheApplicationQuits();
     void shouldRefuseArgumentsOnTheWorkThread();
     void shouldStandAHandlerOfAnotherKind();
 };
@@ -193,6 +195,22 @@ void BridgeLifeTest::shouldStopWhileTheWorkThreadWaitsForTheGuiThread()
     panel.data().Stop();
     QVERIFY(comesBack(done));
     panel.data().Start();
+}
+
+void BridgeLifeTest::shouldStopWhenTheApplicationQuits()
+{
+    const WarningTrap warnings;
+    TestPanel panel;
+    HostThread host;
+    panel.host().setProject({}, {testProcessor(1)});
+    QTimer::singleShot(0, QCoreApplication::instance(), &QCoreApplication::quit);
+    QCOMPARE(QCoreApplication::exec(), 0);
+    // No event loop runs any more, and the host's thread still comes back.
+    QVERIFY(comesBack(host.post([&] { panel.notify<QUuid>(18, testId(1)); })));
+    QCOMPARE(panel.host().callNames(), QStringList());
+    QVERIFY(panel.area().Initialize());
+    QVERIFY(host.run([&] { panel.notify<QUuid>(18, testId(1)); }));
+    QCOMPARE(panel.dump(), QStringLiteral("All processors(1)[1]"));
 }
 
 void BridgeLifeTest::shouldRefuseArgumentsOnTheWorkThread()

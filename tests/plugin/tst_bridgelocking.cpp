@@ -9,6 +9,7 @@
 #include <QSignalSpy>
 #include <QSortFilterProxyModel>
 #include <QTest>
+#include <QThread>
 #include <QTreeView>
 
 #include <atomic>

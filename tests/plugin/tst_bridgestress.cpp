@@ -131,6 +131,7 @@ class BridgeStressTest : public QObject
 
 private slots:
     void shouldKeepGoingUnderFullLoad();
+    void shouldTakeABurstOfAppends();
 };
 
 void BridgeStressTest::shouldKeepGoingUnderFullLoad()
@@ -201,6 +202,39 @@ void BridgeStressTest::shouldKeepGoingUnderFullLoad()
     QCOMPARE(panel.model().getChildProcessor(panel.model().index(0, 0)).size(), count);
     for (const QUuid& id : panel.model().getChildProcessor(panel.model().index(0, 0)))
         QVERIFY(panel.model().getItem(id));
+}
+
+void BridgeStressTest::shouldTakeABurstOfAppends()
+{
+    constexpr quint32 kBurst = 3000;
+
+    const WarningTrap warnings;
+    QWidget window;
+    window.resize(220, 400);
+    TestPanel panel;
+    QSortFilterProxyModel proxy;
+    proxy.setRecursiveFilteringEnabled(true);
+    proxy.setSourceModel(&panel.model());
+    QTreeView filtered(&window);
+    filtered.setModel(&proxy);
+    window.show();
+    QList<ProcessorNode> processors;
+    for (quint32 n = 1; n <= kBurst; ++n)
+        processors.append(testProcessor(n));
+    panel.host().setProject({}, processors);
+
+    HostThread host;
+    const auto done = host.post([&] {
+        for (quint32 n = 1; n <= kBurst; ++n) {
+            panel.notify<QUuid>(18, testId(n));
+            if (n % 4 == 0)
+                panel.notify<QList<QUuid>>(39, {testId(n), testId(n / 2)});
+        }
+    });
+    QTRY_VERIFY_WITH_TIMEOUT(
+        done.wait_for(std::chrono::seconds(0)) == std::future_status::ready, 120000);
+    QCOMPARE(panel.model().getAllProcessorCount(), static_cast<int>(kBurst));
+    QCOMPARE(proxy.rowCount(proxy.index(0, 0)), static_cast<int>(kBurst));
 }
 
 QTEST_MAIN(BridgeStressTest)

@@ -6,6 +6,7 @@
 #include "tests/support/WarningTrap.h"
 
 #include <QTest>
+#include <QThread>
 
 #include <atomic>
 #include <thread>

@@ -3,6 +3,7 @@
 #include "tests/support/WarningTrap.h"
 
 #include <QTest>
+#include <QThread>
 
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,7 @@
 #include "plugin/MetaTypes.h"
 #include "plugin/TargetSelectArea.h"
 #include "processortree/ProcessorTreeModel.h"
+#include "tests/support/WarningTrap.h"
 
 #include <QDirIterator>
 #include <QFile>
@@ -63,6 +64,7 @@ class InvokedNamesTest : public QObject
 
 private slots:
     void shouldResolveEveryCallByName();
+    void shouldRegisterItsTypesOnceAndInPeace();
     void shouldOfferTheSlotsOfTheModel();
     void shouldOfferTheSlotsOfThePanel();
 };
@@ -80,6 +82,20 @@ void InvokedNamesTest::shouldResolveEveryCallByName()
                                       + QString::fromLatin1(signature)));
         for (const QByteArray& type : invocation.types)
             QVERIFY2(QMetaType::type(type.constData()) != QMetaType::UnknownType, type.constData());
+    }
+}
+
+void InvokedNamesTest::shouldRegisterItsTypesOnceAndInPeace()
+{
+    const WarningTrap warnings;
+    RegisterMetaTypes();
+    const int known = QMetaType::type("ProcessorNode");
+    RegisterMetaTypes();
+    QVERIFY(known != QMetaType::UnknownType);
+    QCOMPARE(QMetaType::type("ProcessorNode"), known);
+    for (const char* type : {"ProcessorGroupNode", "EPrcTreeNodeType", "GUID", "SDeviceSetInfo",
+                             "QList<SDeviceSetInfo>", "QUuid", "QList<QUuid>"}) {
+        QVERIFY2(QMetaType::type(type) != QMetaType::UnknownType, type);
     }
 }
 

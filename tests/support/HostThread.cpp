@@ -2,24 +2,26 @@
 
 #include <QCoreApplication>
 #include <QTest>
+#include <QThread>
 
 #include <chrono>
 #include <utility>
 
 HostThread::HostThread()
+    : m_thread([this] { work(); })
 {
-    start();
+    post([this] { m_qtThread = QThread::currentThread(); }).wait();
 }
 
 HostThread::~HostThread()
 {
+    run([] {});
     {
         const std::lock_guard guard(m_mutex);
         m_end = true;
     }
     m_changed.notify_all();
-    while (!wait(1))
-        QCoreApplication::processEvents();
+    m_thread.join();
 }
 
 std::future<void> HostThread::post(std::function<void()> work)
@@ -45,7 +47,7 @@ bool HostThread::run(std::function<void()> work, int limitMs)
     return inTime;
 }
 
-void HostThread::run()
+void HostThread::work()
 {
     for (;;) {
         std::unique_lock guard(m_mutex);

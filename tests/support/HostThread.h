@@ -1,21 +1,27 @@
 #pragma once
 
-#include <QThread>
-
 #include <condition_variable>
 #include <deque>
 #include <functional>
 #include <future>
 #include <mutex>
+#include <thread>
+
+class QThread;
 
 /// A thread of the host's that delivers events: runs what it is given, in order.
-class HostThread final : public QThread
+///
+/// Not a QThread: ThreadSanitizer does not see the end of one.
+class HostThread final
 {
 public:
     HostThread();
 
     /// Runs what is still waiting, then ends. The GUI thread's events are processed meanwhile.
-    ~HostThread() override;
+    ~HostThread();
+
+    HostThread(const HostThread&) = delete;
+    HostThread& operator=(const HostThread&) = delete;
 
     /// Queues `work`; the future is ready when it has run.
     std::future<void> post(std::function<void()> work);
@@ -24,12 +30,16 @@ public:
     /// and returns false when that takes longer than `limitMs`.
     bool run(std::function<void()> work, int limitMs = 30000);
 
-protected:
-    void run() override;
+    /// What QThread::currentThread() is there.
+    QThread* qtThread() const { return m_qtThread; }
 
 private:
+    void work();
+
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<std::packaged_task<void()>> m_work;
     bool m_end = false;
+    QThread* m_qtThread = nullptr; // Qt's
+    std::thread m_thread;
 };
