@@ -1,0 +1,463 @@
+#include "tests/support/ReferenceTree.h"
+
+#include <QAbstractItemModel>
+#include <QStringList>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+using Row = ReferenceTree::Row;
+using Rows = std::vector<Row>;
+
+constexpr quint32 kNone = 0x7F000001;
+
+template <typename Record>
+Record recordOf(const Row& row)
+{
+    const auto* record = std::get_if<Record>(&row.record);
+    return record ? *record : Record();
+}
+
+bool goesBefore(const ProcessorNode& old, const ProcessorNode& added)
+{
+    if (old.ipAddress == kNone)
+        return false;
+    if (added.ipAddress == kNone)
+        return true;
+    if (old.reachedByIp && old.ipAddress > 0 && added.ipAddress > 0)
+        return !(old.ipAddress > added.ipAddress);
+    return old.number < added.number;
+}
+
+std::size_t placeAmong(const Rows& rows, const ProcessorNode& added)
+{
+    if (!added.reachedByIp || rows.empty())
+        return rows.size();
+    if (rows.size() == 1) {
+        const bool first = rows[0].type == NodeProcessor
+                           && recordOf<ProcessorNode>(rows[0]).ipAddress > added.ipAddress;
+        return first ? 0 : 1;
+    }
+    std::size_t place = rows.size();
+    while (place > 0) {
+        const Row& above = rows[place - 1];
+        if (above.type != NodeProcessor || goesBefore(recordOf<ProcessorNode>(above), added))
+            break;
+        --place;
+    }
+    return place;
+}
+
+bool search(const Rows& rows, const QUuid& id, QVector<int>& path)
+{
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        path.append(static_cast<int>(i));
+        if (rows[i].id == id || (rows[i].type == NodeGroup && search(rows[i].children, id, path)))
+            return true;
+        path.removeLast();
+    }
+    return false;
+}
+
+int countProcessors(const Rows& rows)
+{
+    int count = 0;
+    for (const Row& row : rows) {
+        count += row.type == NodeProcessor ? 1 : 0;
+        count += row.type == NodeGroup ? countProcessors(row.children) : 0;
+    }
+    return count;
+}
+
+Row groupRow(const ProcessorGroupNode& group)
+{
+    return {NodeGroup, group.id, group.name, group, {}};
+}
+
+Row processorRow(const ProcessorNode& processor)
+{
+    return {NodeProcessor, processor.id, processor.name, processor, {}};
+}
+
+int groupsIn(const Rows& rows)
+{
+    return static_cast<int>(std::count_if(rows.begin(), rows.end(),
+                                          [](const Row& row) { return row.type == NodeGroup; }));
+}
+
+void insertAt(Rows& rows, std::size_t place, Row row)
+{
+    rows.insert(rows.begin() + static_cast<std::ptrdiff_t>(place), std::move(row));
+}
+
+QString dumpRow(const Row& row)
+{
+    if (row.type == NodeProcessor)
+        return row.text;
+    QStringList texts;
+    for (const Row& child : row.children)
+        texts.append(dumpRow(child));
+    return row.text + QLatin1Char('[') + texts.join(QLatin1Char(',')) + QLatin1Char(']');
+}
+
+QString describeRecord(const ProcessorNode& processor)
+{
+    return QStringLiteral("%1 '%2' #%3 in %4 at %5/%6 %7 own %8 %9")
+        .arg(processor.id.toString(), processor.name)
+        .arg(processor.number)
+        .arg(processor.groupId.toString())
+        .arg(processor.ipAddress)
+        .arg(processor.reachedByIp)
+        .arg(processor.online)
+        .arg(processor.hostAttribute8)
+        .arg(processor.hostText24);
+}
+
+QString describeRecord(const ProcessorGroupNode& group)
+{
+    QStringList members;
+    for (const ProcessorNode& processor : group.processors)
+        members.append(describeRecord(processor));
+    return QStringLiteral("%1 '%2' own %3 of {%4}")
+        .arg(group.id.toString(), group.name)
+        .arg(group.hostAttribute4)
+        .arg(members.join(QLatin1Char(';')));
+}
+
+QString describeLine(int depth, int type, const QUuid& id, const QString& text,
+                     const ProcessorGroupNode& group, const ProcessorNode& processor)
+{
+    return QStringLiteral("%1%2 %3 '%4' group: %5 processor: %6\n")
+        .arg(QString(depth, QLatin1Char(' ')))
+        .arg(type)
+        .arg(id.toString(), text, describeRecord(group), describeRecord(processor));
+}
+
+QString describeRow(const Row& row, int depth)
+{
+    QString lines = describeLine(depth, row.type, row.id, row.text,
+                                 recordOf<ProcessorGroupNode>(row), recordOf<ProcessorNode>(row));
+    for (const Row& child : row.children)
+        lines += describeRow(child, depth + 1);
+    return lines;
+}
+
+QString describeRows(const QAbstractItemModel& model, const QModelIndex& parent, int depth)
+{
+    QString lines;
+    for (int row = 0; row < model.rowCount(parent); ++row) {
+        const QModelIndex index = model.index(row, 0, parent);
+        const QVariant record = index.data(NodeDataRole);
+        lines += describeLine(depth, index.data(NodeTypeRole).toInt(),
+                              index.data(UuidRole).toUuid(), index.data().toString(),
+                              record.value<ProcessorGroupNode>(), record.value<ProcessorNode>());
+        lines += describeRows(model, index, depth + 1);
+    }
+    return lines;
+}
+
+} // namespace
+
+ProcessorGroupNode ReferenceProject::group(const QUuid& id) const
+{
+    for (const ProcessorGroupNode& known : groups) {
+        if (known.id == id)
+            return known;
+    }
+    return {};
+}
+
+ProcessorNode ReferenceProject::processor(const QUuid& id) const
+{
+    for (const ProcessorNode& known : processors) {
+        if (known.id == id)
+            return known;
+    }
+    return {};
+}
+
+ReferenceTree::ReferenceTree()
+{
+    setRootCount(0);
+}
+
+void ReferenceTree::apply(quint32 event, const QList<QUuid>& ids, const ReferenceProject& project)
+{
+    const QUuid id = ids.value(0);
+    switch (event) {
+    case 16:
+        reset(project);
+        break;
+    case 17:
+        if (!row(id))
+            appendGroup(project.group(id));
+        break;
+    case 18:
+        if (!row(id))
+            appendProcessor(project.processor(id));
+        break;
+    case 19: {
+        QList<ProcessorNode> missing;
+        for (const QUuid& each : ids) {
+            if (!row(each))
+                missing.append(project.processor(each));
+        }
+        appendProcessors(missing);
+        break;
+    }
+    case 20:
+        removeNode(id);
+        break;
+    case 21:
+        for (const QUuid& each : ids)
+            removeNode(each);
+        break;
+    case 25:
+        if (row(id) && row(id)->type == NodeProcessor)
+            updateProcessor(id, project.processor(id));
+        break;
+    case 26:
+        if (row(id))
+            updateProcessor(id, project.processor(id));
+        break;
+    default:
+        break;
+    }
+}
+
+void ReferenceTree::reset(const ReferenceProject& project)
+{
+    m_root.children.clear();
+    const auto appendAllOf = [&](const QUuid& groupId) {
+        for (const ProcessorNode& processor : project.processors) {
+            if (processor.groupId == groupId)
+                place(processor);
+        }
+    };
+    for (const ProcessorGroupNode& group : project.groups) {
+        appendGroup(group);
+        appendAllOf(group.id);
+    }
+    appendAllOf(QUuid());
+    setRootCount(project.processors.size());
+}
+
+void ReferenceTree::appendGroup(const ProcessorGroupNode& group)
+{
+    const int groups = groupsIn(m_root.children);
+    insertAt(m_root.children, static_cast<std::size_t>(groups), groupRow(group));
+}
+
+void ReferenceTree::appendProcessor(const ProcessorNode& processor)
+{
+    if (place(processor))
+        updateRootText();
+}
+
+void ReferenceTree::appendProcessors(const QList<ProcessorNode>& processors)
+{
+    for (const ProcessorNode& processor : processors)
+        appendProcessor(processor);
+}
+
+void ReferenceTree::removeNode(const QUuid& id)
+{
+    QVector<int> path = find(id);
+    const Row* found = at(path);
+    if (!found || path.isEmpty())
+        return;
+    const bool isGroup = found->type == NodeGroup;
+    // Groups stand above what leaves them, so the path stays true.
+    for (int child = static_cast<int>(found->children.size()) - 1; isGroup && child >= 0; --child)
+        moveOne(path + QVector<int>{child}, {});
+    const int last = path.takeLast();
+    Rows& siblings = at(path)->children;
+    siblings.erase(siblings.begin() + last);
+    if (!isGroup)
+        updateRootText();
+}
+
+void ReferenceTree::updateProcessor(const QUuid& id, const ProcessorNode& processor)
+{
+    Row* found = at(find(id));
+    if (!found)
+        return;
+    const auto known = recordOf<ProcessorNode>(*found);
+    if (processor.reachedByIp && processor.ipAddress != known.ipAddress) {
+        removeNode(known.id);
+        appendProcessor(processor);
+        return;
+    }
+    found->text = processor.name;
+    found->record = processor;
+}
+
+void ReferenceTree::removeAllGroups()
+{
+    Rows left;
+    for (const Row& child : m_root.children) {
+        if (child.type != NodeGroup)
+            left.push_back(child);
+    }
+    m_root.children = left;
+    updateRootText();
+}
+
+void ReferenceTree::rename(const QUuid& id, const QString& text)
+{
+    Row* found = at(find(id));
+    if (!found)
+        return;
+    found->text = text;
+    if (found->type == NodeProcessor) {
+        auto record = recordOf<ProcessorNode>(*found);
+        record.name = text;
+        found->record = record;
+    } else if (found->type == NodeGroup && recordOf<ProcessorGroupNode>(*found).name != text) {
+        auto record = recordOf<ProcessorGroupNode>(*found);
+        record.name = text;
+        found->record = record;
+    }
+}
+
+void ReferenceTree::writeRecord(const QUuid& id, const ProcessorNode& processor)
+{
+    if (Row* found = at(find(id)))
+        found->record = processor;
+}
+
+void ReferenceTree::writeId(const QUuid& id, const QUuid& other)
+{
+    if (Row* found = at(find(id)))
+        found->id = other;
+}
+
+QList<QUuid> ReferenceTree::moveProcessors(const QList<QUuid>& ids, const QUuid& target)
+{
+    QList<QUuid> moved;
+    for (const QUuid& id : ids) {
+        const Row* found = row(id);
+        if (found && found->type == NodeProcessor && row(target) && moveOne(find(id), find(target)))
+            moved.append(id);
+    }
+    return moved;
+}
+
+int ReferenceTree::processorCount() const
+{
+    return countProcessors(m_root.children);
+}
+
+QVector<int> ReferenceTree::find(const QUuid& id) const
+{
+    QVector<int> path;
+    if (m_root.id == id || search(m_root.children, id, path))
+        return path;
+    return {-1};
+}
+
+const ReferenceTree::Row* ReferenceTree::row(const QUuid& id) const
+{
+    const Row* found = &m_root;
+    for (const int step : find(id)) {
+        if (step < 0)
+            return nullptr;
+        found = &found->children[static_cast<std::size_t>(step)];
+    }
+    return found;
+}
+
+QString ReferenceTree::dump() const
+{
+    return dumpRow(m_root);
+}
+
+QString ReferenceTree::describe() const
+{
+    return describeRow(m_root, 0);
+}
+
+ReferenceTree::Row* ReferenceTree::at(const QVector<int>& path)
+{
+    Row* found = &m_root;
+    for (const int step : path) {
+        if (step < 0)
+            return nullptr;
+        found = &found->children[static_cast<std::size_t>(step)];
+    }
+    return found;
+}
+
+/// The first group of that identity, whatever else has it too.
+ReferenceTree::Row* ReferenceTree::parentFor(const QUuid& groupId)
+{
+    if (groupId.isNull())
+        return &m_root;
+    for (Row& child : m_root.children) {
+        if (child.type == NodeGroup && child.id == groupId)
+            return &child;
+    }
+    return nullptr;
+}
+
+bool ReferenceTree::place(const ProcessorNode& processor)
+{
+    Row* parent = parentFor(processor.groupId);
+    if (!parent)
+        return false;
+    insertAt(parent->children, placeAmong(parent->children, processor), processorRow(processor));
+    return true;
+}
+
+bool ReferenceTree::moveOne(const QVector<int>& path, const QVector<int>& targetPath)
+{
+    const QVector<int> sourcePath = path.mid(0, path.size() - 1);
+    if (sourcePath == targetPath)
+        return false;
+    Rows& from = at(sourcePath)->children;
+    Row moving = from[static_cast<std::size_t>(path.last())];
+    auto record = recordOf<ProcessorNode>(moving);
+    Row* target = at(targetPath);
+    const std::size_t destination = placeAmong(target->children, record);
+    record.groupId = target->type == NodeGroup ? target->id : QUuid();
+    moving.record = record;
+    memberships.append({moving.id, record.groupId});
+
+    for (Row* group : {at(sourcePath), target}) {
+        if (group->type != NodeGroup)
+            continue;
+        auto changed = recordOf<ProcessorGroupNode>(*group);
+        QList<ProcessorNode> members;
+        for (const ProcessorNode& member : qAsConst(changed.processors)) {
+            if (member.id != record.id)
+                members.append(member);
+        }
+        if (group == target)
+            members.insert(qMin(static_cast<int>(destination), members.size()), record);
+        changed.processors = members;
+        group->record = changed;
+    }
+
+    insertAt(target->children, destination, moving);
+    // Processors stand below the groups of the root, so the path to the source is still true.
+    Rows& left = at(sourcePath)->children;
+    left.erase(left.begin() + path.last());
+    return true;
+}
+
+void ReferenceTree::updateRootText()
+{
+    setRootCount(processorCount());
+}
+
+void ReferenceTree::setRootCount(int count)
+{
+    m_root.text = QStringLiteral("All processors(%1)").arg(count);
+}
+
+QString describeTree(const QAbstractItemModel& model)
+{
+    return describeRows(model, QModelIndex(), 0);
+}
