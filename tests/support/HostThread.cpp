@@ -1,8 +1,9 @@
 #include "tests/support/HostThread.h"
 
-#include <QCoreApplication>
+#include <QEventLoop>
 #include <QTest>
 #include <QThread>
+#include <QTimer>
 
 #include <chrono>
 #include <utility>
@@ -38,12 +39,16 @@ std::future<void> HostThread::post(std::function<void()> work)
 
 bool HostThread::run(std::function<void()> work, int limitMs)
 {
+    // An event loop, for it wakes at once when the other thread waits for an event to be handled.
+    QEventLoop loop;
+    QTimer::singleShot(limitMs, &loop, &QEventLoop::quit);
     const auto done = post(std::move(work));
-    const bool inTime = QTest::qWaitFor(
-        [&] { return done.wait_for(std::chrono::seconds(0)) == std::future_status::ready; },
-        limitMs);
+    const auto ended = post([&loop] { QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection); });
+    loop.exec();
+    const bool inTime = done.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
     if (!inTime)
         QTest::qFail("the host's thread does not come back", __FILE__, __LINE__);
+    ended.wait();
     return inTime;
 }
 

@@ -281,8 +281,9 @@ void ReferenceTree::removeNode(const QUuid& id)
 
 void ReferenceTree::updateProcessor(const QUuid& id, const ProcessorNode& processor)
 {
+    // The root, which a null identity names, is no processor to be changed into.
     Row* found = at(find(id));
-    if (!found)
+    if (!found || found == &m_root)
         return;
     const auto known = recordOf<ProcessorNode>(*found);
     if (processor.reachedByIp && processor.ipAddress != known.ipAddress) {
