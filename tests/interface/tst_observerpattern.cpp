@@ -255,11 +255,12 @@ void ObserverPatternTest::shouldRefuseAJobAfterTheNotification()
 {
     const WarningTrap warnings;
     const LogTrap log;
-    CWorkThread worker;
-    worker.start();
     QSemaphore notified;
     QSemaphore done;
     QUuid taken = QUuid::createUuid();
+    CSubject subject;
+    CWorkThread worker;
+    worker.start();
     Observer observer([&](CSubject& subject) {
         CSubject* kept = &subject;
         worker.AppendEvent({39,
@@ -270,7 +271,6 @@ void ObserverPatternTest::shouldRefuseAJobAfterTheNotification()
                             }},
                            false);
     });
-    CSubject subject;
     subject.Attach(&observer);
     subject.Notify<QUuid>(39, QUuid::createUuid());
     notified.release();
