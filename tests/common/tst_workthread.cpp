@@ -20,7 +20,20 @@ constexpr int kLimitMs = 30000;
 class Jobs final
 {
 public:
-    explicit Jobs(CWorkThread& worker) : m_worker(worker) {}
+    explicit Jobs(CWorkThread& worker)
+        : m_worker(&worker)
+    {
+    }
+    ~Jobs()
+    {
+        open();
+        if (m_worker) {
+            m_worker->ThreadExit();
+            m_worker->wait();
+        }
+    }
+    Jobs(const Jobs&) = delete;
+    Jobs& operator=(const Jobs&) = delete;
 
     void post(int number, char letter, bool replacePending = false)
     {

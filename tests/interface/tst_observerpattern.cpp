@@ -261,8 +261,8 @@ void ObserverPatternTest::shouldRefuseAJobAfterTheNotification()
     CSubject subject;
     CWorkThread worker;
     worker.start();
-    Observer observer([&](CSubject& subject) {
-        CSubject* kept = &subject;
+    Observer observer([&](CSubject& notifying) {
+        CSubject* kept = &notifying;
         worker.AppendEvent({39,
                             [&, kept] {
                                 notified.acquire();
