@@ -48,7 +48,11 @@ for name in "${stages[@]}"; do
         ;;
     tsan)
         stage "tsan: the tests labelled threads, under ThreadSanitizer"
-        build tsan
+        configure tsan
+        mapfile -t threads < <(labelled tsan threads)
+        [ ${#threads[@]} -gt 0 ] || fail "no test has the label threads" \
+            "give it to the tests that use several threads, in their CMakeLists.txt"
+        build tsan "${threads[@]}"
         suite tsan --label-regex '^threads$'
         ;;
     lint)

@@ -39,19 +39,30 @@ logged() {
     fi
 }
 
-# build PRESET [TARGET...]: configures once, then builds; prints nothing when that works.
+# configure PRESET: writes the build folder unless there is one, which looks after itself.
+configure() {
+    local preset=$1 log=build/$1-build.log
+    [ ! -f "build/$preset/build.ninja" ] || return 0
+    logged "$log" cmake --preset "$preset" \
+        || fail "configuring '$preset' failed, see $log" \
+            "mend what it says, or remove build/$preset to start afresh"
+}
+
+# build PRESET [TARGET...]: configures and builds; prints nothing when that works.
 build() {
     local preset=$1 log=build/$1-build.log targets=()
     shift
     [ $# -eq 0 ] || targets=(--target "$@")
-    if [ ! -f "build/$preset/build.ninja" ]; then
-        logged "$log" cmake --preset "$preset" \
-            || fail "configuring '$preset' failed, see $log" \
-                "mend what it says, or remove build/$preset to start afresh"
-    fi
+    configure "$preset"
     logged "$log" cmake --build "build/$preset" --parallel "$cores" "${targets[@]}" \
         || fail "building '$preset' failed, see $log" \
             "mend the first error, then run: cmake --build build/$preset"
+}
+
+# labelled PRESET LABEL: the names of the tests with a label, which are those of their targets.
+labelled() {
+    ctest --test-dir "build/$1" --show-only --label-regex "^$2\$" \
+        | sed -n 's/^ *Test *#[0-9]*: //p'
 }
 
 # suite PRESET CTEST_ARGUMENT...: runs tests and prints ctest's closing lines, and what failed.
@@ -61,7 +72,7 @@ suite() {
     ctest --test-dir "build/$preset" --output-on-failure --no-tests=error \
         --parallel "$cores" "$@" < /dev/null > "$log" 2>&1 || status=$?
     if [ "$status" -ne 0 ]; then
-        grep -vE '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed )' "$log" >&2 || true
+        grep -vE '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed )' "$log" | head -n 400 >&2 || true
         fail "tests of '$preset' failed, see $log" \
             "run the failed ones again: ctest --test-dir build/$preset --rerun-failed --output-on-failure"
     fi
