@@ -26,25 +26,32 @@ FINDING = re.compile(r"^(?P<file>/[^:]+):\d+:\d+: (?:error|warning): .*\[[^\]]+\
 CLANG_FLAG = "-Wno-unknown-warning-option"
 
 
-def clazy_checks():
-    lines = (ROOT / "scripts" / "clazy-checks.txt").read_text().splitlines()
-    names = (line.partition("#")[0].strip() for line in lines)
-    return ",".join(name for name in names if name)
+def clazy_checks(source):
+    text = (ROOT / "scripts" / "clazy-checks.txt").read_text()
+    text = re.sub(r"#.*", "", text)
+    everywhere, _, in_tests = text.partition("[tests]")
+    if source.relative_to(ROOT).parts[0] in ("tests", "benchmarks"):
+        everywhere += in_tests
+    return ",".join(everywhere.split())
 
 
 def tool_command(tool, build, source):
     if tool == "clang-tidy":
         ours = f"--header-filter=^{ROOT}/({'|'.join(FOLDERS)})/"
         return ["clang-tidy", "-p", str(build), "--quiet", ours, str(source)]
-    return ["clazy-standalone", "-p", str(build), f"--checks={clazy_checks()}",
+    return ["clazy-standalone", "-p", str(build), f"--checks={clazy_checks(source)}",
             f"--extra-arg={CLANG_FLAG}", str(source)]
 
 
 def configuration(tool):
-    version = subprocess.run([tool_command(tool, "", "")[0], "--version"], capture_output=True,
-                             check=True).stdout
-    file = ".clang-tidy" if tool == "clang-tidy" else "scripts/clazy-checks.txt"
-    return version + (ROOT / file).read_bytes() + pathlib.Path(__file__).read_bytes()
+    """What the findings depend on beside the source."""
+    program, *files = {
+        "clang-tidy": ("clang-tidy", ".clang-tidy", "tests/.clang-tidy"),
+        "clazy": ("clazy-standalone", "scripts/clazy-checks.txt"),
+    }[tool]
+    version = subprocess.run([program, "--version"], capture_output=True, check=True).stdout
+    texts = [(ROOT / file).read_bytes() for file in files]
+    return b"".join([version, *texts, pathlib.Path(__file__).read_bytes()])
 
 
 def fingerprint(entry, config):
