@@ -4,7 +4,14 @@ include(CMakePackageConfigHelpers)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/TargetSelectArea")
 
-install(TARGETS TargetSelectArea HostCommon
+# The library stands on the host's own ones, which lie beside it.
+set_target_properties(TargetSelectArea PROPERTIES INSTALL_RPATH "\$ORIGIN")
+
+set(host_libraries HostCommon)
+if(TARGET HostWidgets)
+    list(APPEND host_libraries HostWidgets)
+endif()
+install(TARGETS TargetSelectArea ${host_libraries}
     EXPORT TargetSelectAreaTargets
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"

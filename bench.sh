@@ -1,0 +1,21 @@
+#!/usr/bin/env bash
+# ./bench.sh [ARGUMENT...]
+#
+# Installs what is missing, builds the release preset and prints the table of ratios. Arguments go to
+# benchmarks/report.py.
+#
+#   --help   this text
+set -euo pipefail
+# shellcheck source=scripts/common.sh
+source "$(dirname "$0")/scripts/common.sh"
+
+for argument in "$@"; do
+    case $argument in
+    -h | --help) usage && exit ;;
+    esac
+done
+
+set_up build bench
+build release
+QT_QPA_PLATFORM=offscreen python3 benchmarks/report.py --build build/release "$@" \
+    || fail "the benchmarks failed" "mend what they say, or run one of build/release/bin/bench_* alone"

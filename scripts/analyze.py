@@ -1,0 +1,126 @@
+#!/usr/bin/env python3
+"""Runs clang-tidy or clazy over every source of ours that a build compiles.
+
+    scripts/analyze.py {clang-tidy,clazy} [--build build/dev] [PATH...]
+
+Prints each finding once and fails when there is any. With PATHs, looks only at sources below them.
+A source whose preprocessed text, configuration and tool are those of a run that found nothing is
+passed over.
+"""
+
+import argparse
+import concurrent.futures
+import hashlib
+import json
+import os
+import pathlib
+import re
+import shlex
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+FOLDERS = ["Interface", "plugin", "processortree", "search", "ipmanage", "host", "tests", "benchmarks"]
+FINDING = re.compile(r"^(?P<file>/[^:]+):\d+:\d+: (?:error|warning): .*\[[^\]]+\]$")
+# Warning flags of GCC's that Clang has no counterpart for.
+CLANG_FLAG = "-Wno-unknown-warning-option"
+
+
+def clazy_checks(source):
+    text = (ROOT / "scripts" / "clazy-checks.txt").read_text()
+    text = re.sub(r"#.*", "", text)
+    everywhere, _, in_tests = text.partition("[tests]")
+    if source.relative_to(ROOT).parts[0] in ("tests", "benchmarks"):
+        everywhere += in_tests
+    return ",".join(everywhere.split())
+
+
+def tool_command(tool, build, source):
+    if tool == "clang-tidy":
+        ours = f"--header-filter=^{ROOT}/({'|'.join(FOLDERS)})/"
+        return ["clang-tidy", "-p", str(build), "--quiet", ours, str(source)]
+    return ["clazy-standalone", "-p", str(build), f"--checks={clazy_checks(source)}",
+            f"--extra-arg={CLANG_FLAG}", str(source)]
+
+
+def configuration(tool):
+    """What the findings depend on beside the source."""
+    program, *files = {
+        "clang-tidy": ("clang-tidy", ".clang-tidy", "tests/.clang-tidy"),
+        "clazy": ("clazy-standalone", "scripts/clazy-checks.txt"),
+    }[tool]
+    version = subprocess.run([program, "--version"], capture_output=True, check=True).stdout
+    texts = [(ROOT / file).read_bytes() for file in files]
+    return b"".join([version, *texts, pathlib.Path(__file__).read_bytes()])
+
+
+def fingerprint(entry, config):
+    command = [part for part in shlex.split(entry["command"]) if part != "ccache"]
+    if "-o" in command:
+        at = command.index("-o")
+        del command[at:at + 2]
+    text = subprocess.run(command + ["-E"], cwd=entry["directory"], capture_output=True,
+                          check=True).stdout
+    return hashlib.sha256(config + entry["command"].encode() + text).hexdigest()
+
+
+def analyze(tool, build, entry, config, clean):
+    """The findings in one source, and what the tool said when it failed without any."""
+    source = pathlib.Path(entry["file"])
+    mark = clean / fingerprint(entry, config)
+    if mark.exists():
+        return {}, ""
+    run = subprocess.run(tool_command(tool, build, source), cwd=ROOT, text=True,
+                         capture_output=True, check=False)
+    findings = {}
+    current = None
+    for line in (run.stdout + run.stderr).splitlines():
+        if FINDING.match(line):
+            current = findings.setdefault(line, [])
+        elif re.match(r"^\d+ (warnings?|errors?).* generated|^Suppressed|^Error while", line):
+            current = None
+        elif current is not None:
+            current.append(line)
+    if not findings and run.returncode == 0:
+        mark.touch()
+    return findings, run.stderr if run.returncode != 0 and not findings else ""
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__,
+                                     formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("tool", choices=["clang-tidy", "clazy"])
+    parser.add_argument("--build", type=pathlib.Path, default=ROOT / "build" / "dev")
+    parser.add_argument("paths", nargs="*", type=pathlib.Path)
+    options = parser.parse_args()
+
+    build = options.build.resolve()
+    below = [path.resolve() for path in options.paths] or [ROOT]
+    entries = {}
+    for entry in json.loads((build / "compile_commands.json").read_text()):
+        source = pathlib.Path(entry["file"])
+        if build not in source.parents and any(p == source or p in source.parents for p in below):
+            entries.setdefault(source, entry)
+    if not entries:
+        sys.exit(f"{options.tool}: nothing to look at")
+
+    clean = build / "lint" / options.tool
+    clean.mkdir(parents=True, exist_ok=True)
+    config = configuration(options.tool)
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        results = list(pool.map(lambda entry: analyze(options.tool, build, entry, config, clean),
+                                entries.values()))
+    findings = {}
+    for found, failure in results:
+        findings.update(found)
+        if failure:
+            findings.setdefault(failure.strip(), [])
+    for finding, lines in sorted(findings.items()):
+        print(finding.replace(f"{ROOT}/", ""), *lines, sep="\n")
+    print(f"{options.tool}: {len(findings)} findings in {len(entries)} sources")
+    if findings:
+        sys.exit(1)
+
+
+if __name__ == "__main__":
+    main()

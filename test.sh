@@ -1,0 +1,65 @@
+#!/usr/bin/env bash
+# ./test.sh [--all | STAGE...]
+#
+# Installs what is missing, builds the development preset and runs the whole suite, in minutes.
+#
+#   --all       every stage below; what continuous integration runs
+#   --suite     the suite, as without any argument
+#   --release   the release build, with the benchmarks, and the suite on it
+#   --asan      the suite under AddressSanitizer and UndefinedBehaviorSanitizer
+#   --tsan      the tests labelled "threads" under ThreadSanitizer
+#   --lint      format, static analysis, scripts, headers, Windows cross-check
+#   --help      this text
+#
+# Stops at the first stage that fails. docs/testing.md tells more.
+set -euo pipefail
+# shellcheck source=scripts/common.sh
+source "$(dirname "$0")/scripts/common.sh"
+
+stages=()
+for argument in "$@"; do
+    case $argument in
+    -h | --help) usage && exit ;;
+    --all) stages=(suite release asan tsan lint) ;;
+    --suite | --release | --asan | --tsan | --lint) stages+=("${argument#--}") ;;
+    *) usage >&2 && exit 2 ;;
+    esac
+done
+[ ${#stages[@]} -gt 0 ] || stages=(suite)
+
+set_up build test
+for name in "${stages[@]}"; do
+    case $name in
+    suite)
+        stage "suite: development build, every test"
+        build dev
+        suite dev --label-exclude '^lint$'
+        ;;
+    release)
+        stage "release: optimised build with the benchmarks, every test"
+        set_up bench
+        build release
+        suite release
+        ;;
+    asan)
+        stage "asan: every test under AddressSanitizer and UndefinedBehaviorSanitizer"
+        build asan
+        suite asan
+        ;;
+    tsan)
+        stage "tsan: the tests labelled threads, under ThreadSanitizer"
+        configure tsan
+        mapfile -t threads < <(labelled tsan threads)
+        [ ${#threads[@]} -gt 0 ] || fail "no test has the label threads" \
+            "give it to the tests that use several threads, in their CMakeLists.txt"
+        build tsan "${threads[@]}"
+        suite tsan --label-regex '^threads$'
+        ;;
+    lint)
+        stage "lint: format, static analysis, scripts, headers, Windows cross-check"
+        set_up lint
+        build dev
+        suite dev --label-regex '^lint$'
+        ;;
+    esac
+done

@@ -1,0 +1,373 @@
+#include "host/common/WorkThread.h"
+
+#include "tests/support/WarningTrap.h"
+
+#include <QPointer>
+#include <QSemaphore>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+#include <vector>
+
+namespace {
+
+constexpr int kLimitMs = 30000;
+
+/// Jobs that write a letter each, and a gate that holds the thread.
+class Jobs final
+{
+public:
+    explicit Jobs(CWorkThread& worker)
+        : m_worker(&worker)
+    {
+    }
+    ~Jobs()
+    {
+        open();
+        if (m_worker) {
+            m_worker->ThreadExit();
+            m_worker->wait();
+        }
+    }
+    Jobs(const Jobs&) = delete;
+    Jobs& operator=(const Jobs&) = delete;
+
+    void post(int number, char letter, bool replacePending = false)
+    {
+        m_worker->AppendEvent({number, [this, letter] { m_text.append(QLatin1Char(letter)); }},
+                              replacePending);
+    }
+
+    /// The thread waits in this job until open().
+    void postGate(int number = 0)
+    {
+        m_worker->AppendEvent({number,
+                               [this] {
+                                   m_reached.release();
+                                   m_gate.acquire();
+                               }},
+                              false);
+    }
+    bool waitAtGate() { return m_reached.tryAcquire(1, kLimitMs); }
+    void open() { m_gate.release(); }
+
+    /// The letters so far, once every job posted before has run.
+    QString text()
+    {
+        m_worker->AppendEvent({-1, [this] { m_done.release(); }}, false);
+        return m_done.tryAcquire(1, kLimitMs) ? m_text : QStringLiteral("stuck");
+    }
+
+    /// The same when the thread has ended.
+    QString textAfterEnd() const { return m_text; }
+
+private:
+    QPointer<CWorkThread> m_worker;
+    QString m_text;
+    QSemaphore m_reached;
+    QSemaphore m_gate;
+    QSemaphore m_done;
+};
+
+} // namespace
+
+class WorkThreadTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldRunJobsInOrderOnItsOwnThread();
+    void shouldKeepJobsUntilTheStart();
+    void shouldReplaceAPendingJobInItsPlace();
+    void shouldNotReplaceUnlessAsked();
+    void shouldReplaceOnlyTheFirstOfSeveral();
+    void shouldNotReplaceTheJobInHand();
+    void shouldRunJobsPostedByJobs();
+    void shouldKeepTheOrderOfEveryPostingThread();
+    void shouldReleaseAJobsHoldingsWhenItHasRun();
+    void shouldDropWaitingJobsOnExit();
+    void shouldDropJobsPostedAfterTheExit();
+    void shouldEndFromInsideAJob();
+    void shouldRunAgainAfterAnExit();
+    void shouldEndWithoutEverHavingStarted();
+    void shouldFinishTheJobInHandOnDestruction();
+    void shouldTakeActivationsWhileItRuns();
+};
+
+void WorkThreadTest::shouldRunJobsInOrderOnItsOwnThread()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    worker.start();
+    for (char letter = 'a'; letter <= 'z'; ++letter)
+        jobs.post(letter % 3, letter);
+    QThread* thread = nullptr;
+    worker.AppendEvent({1, [&] { thread = QThread::currentThread(); }}, false);
+    QCOMPARE(jobs.text(), QStringLiteral("abcdefghijklmnopqrstuvwxyz"));
+    QCOMPARE(thread, static_cast<QThread*>(&worker));
+}
+
+void WorkThreadTest::shouldKeepJobsUntilTheStart()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    jobs.post(1, 'a');
+    jobs.post(2, 'b');
+    jobs.post(1, 'c', true);
+    QVERIFY(!worker.isRunning());
+    QCOMPARE(jobs.textAfterEnd(), QString());
+    worker.start();
+    QCOMPARE(jobs.text(), QStringLiteral("cb"));
+}
+
+void WorkThreadTest::shouldReplaceAPendingJobInItsPlace()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    worker.start();
+    jobs.postGate();
+    QVERIFY(jobs.waitAtGate());
+    jobs.post(1, 'a');
+    jobs.post(2, 'b');
+    jobs.post(3, 'c');
+    jobs.post(2, 'B', true);
+    jobs.post(4, 'd', true);
+    jobs.open();
+    QCOMPARE(jobs.text(), QStringLiteral("aBcd"));
+}
+
+void WorkThreadTest::shouldNotReplaceUnlessAsked()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    jobs.post(1, 'a');
+    jobs.post(1, 'b');
+    worker.start();
+    QCOMPARE(jobs.text(), QStringLiteral("ab"));
+}
+
+void WorkThreadTest::shouldReplaceOnlyTheFirstOfSeveral()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    jobs.post(1, 'a');
+    jobs.post(1, 'b');
+    jobs.post(1, 'c', true);
+    worker.start();
+    QCOMPARE(jobs.text(), QStringLiteral("cb"));
+}
+
+void WorkThreadTest::shouldNotReplaceTheJobInHand()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    worker.start();
+    jobs.postGate(7);
+    QVERIFY(jobs.waitAtGate());
+    jobs.post(7, 'a', true);
+    jobs.open();
+    QCOMPARE(jobs.text(), QStringLiteral("a"));
+}
+
+void WorkThreadTest::shouldRunJobsPostedByJobs()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    QSemaphore posted;
+    worker.AppendEvent({1,
+                        [&] {
+                            jobs.post(2, 'b');
+                            jobs.post(1, 'c', true);
+                            posted.release();
+                        }},
+                       false);
+    jobs.post(3, 'a');
+    worker.start();
+    QVERIFY(posted.tryAcquire(1, kLimitMs));
+    QCOMPARE(jobs.text(), QStringLiteral("abc"));
+}
+
+void WorkThreadTest::shouldKeepTheOrderOfEveryPostingThread()
+{
+    const WarningTrap warnings;
+    constexpr int posters = 4;
+    constexpr int each = 2000;
+    CWorkThread worker;
+    worker.start();
+    std::vector<int> next(posters, 0);
+    QSemaphore ran;
+    std::atomic<int> outOfOrder{0};
+    std::vector<std::thread> threads;
+    for (int poster = 0; poster < posters; ++poster) {
+        threads.emplace_back([&, poster] {
+            for (int i = 0; i < each; ++i) {
+                worker.AppendEvent({poster,
+                                    [&, poster, i] {
+                                        if (next[static_cast<std::size_t>(poster)]++ != i)
+                                            ++outOfOrder;
+                                        ran.release();
+                                    }},
+                                   false);
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    QVERIFY(ran.tryAcquire(posters * each, kLimitMs));
+    QCOMPARE(outOfOrder.load(), 0);
+}
+
+void WorkThreadTest::shouldReleaseAJobsHoldingsWhenItHasRun()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    worker.start();
+    auto held = std::make_shared<int>(1);
+    const std::weak_ptr<int> watch = held;
+    worker.AppendEvent({1, [held] { Q_UNUSED(held) }}, false);
+    held.reset();
+    QCOMPARE(jobs.text(), QString());
+    QVERIFY(watch.expired());
+}
+
+void WorkThreadTest::shouldDropWaitingJobsOnExit()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    QSignalSpy finished(&worker, &QThread::finished);
+    worker.start();
+    jobs.postGate();
+    QVERIFY(jobs.waitAtGate());
+    auto held = std::make_shared<int>(1);
+    const std::weak_ptr<int> watch = held;
+    worker.AppendEvent({1, [held] { Q_UNUSED(held) }}, false);
+    held.reset();
+    jobs.post(2, 'a');
+    QVERIFY(!watch.expired());
+
+    worker.ThreadExit();
+    QVERIFY(watch.expired());
+    QVERIFY(worker.isRunning());
+    jobs.open();
+    QVERIFY(worker.wait(kLimitMs));
+    QCOMPARE(jobs.textAfterEnd(), QString());
+    QTRY_COMPARE(finished.count(), 1);
+}
+
+void WorkThreadTest::shouldDropJobsPostedAfterTheExit()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    worker.start();
+    worker.ThreadExit();
+    auto held = std::make_shared<int>(1);
+    const std::weak_ptr<int> watch = held;
+    worker.AppendEvent({1, [held] { Q_UNUSED(held) }}, false);
+    held.reset();
+    QVERIFY(watch.expired());
+    QVERIFY(worker.wait(kLimitMs));
+    jobs.post(1, 'a');
+    worker.ActivateThread();
+    QCOMPARE(jobs.text(), QString());
+}
+
+void WorkThreadTest::shouldEndFromInsideAJob()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    jobs.post(1, 'a');
+    worker.AppendEvent({2, [&] { worker.ThreadExit(); }}, false);
+    jobs.post(3, 'b');
+    worker.start();
+    QVERIFY(worker.wait(kLimitMs));
+    QCOMPARE(jobs.textAfterEnd(), QStringLiteral("a"));
+}
+
+void WorkThreadTest::shouldRunAgainAfterAnExit()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    QString expected;
+    for (char letter = 'a'; letter <= 'e'; ++letter) {
+        worker.ActivateThread();
+        jobs.post(1, letter);
+        expected.append(QLatin1Char(letter));
+        QCOMPARE(jobs.text(), expected);
+        worker.ThreadExit();
+        QVERIFY(worker.wait(kLimitMs));
+        QVERIFY(!worker.isRunning());
+    }
+}
+
+void WorkThreadTest::shouldEndWithoutEverHavingStarted()
+{
+    const WarningTrap warnings;
+    auto held = std::make_shared<int>(1);
+    const std::weak_ptr<int> watch = held;
+    {
+        CWorkThread worker;
+        worker.AppendEvent({1, [held] { Q_UNUSED(held) }}, false);
+        held.reset();
+        QVERIFY(!watch.expired());
+    }
+    QVERIFY(watch.expired());
+}
+
+void WorkThreadTest::shouldFinishTheJobInHandOnDestruction()
+{
+    const WarningTrap warnings;
+    auto worker = std::make_unique<CWorkThread>();
+    Jobs jobs(*worker);
+    worker->start();
+    jobs.postGate();
+    QVERIFY(jobs.waitAtGate());
+    auto held = std::make_shared<int>(1);
+    const std::weak_ptr<int> watch = held;
+    std::atomic<bool> ranDropped{false};
+    worker->AppendEvent({1, [held, &ranDropped] { ranDropped = true; }}, false);
+    held.reset();
+
+    // The waiting job goes when the destructor has begun; the one in hand still holds the thread.
+    std::atomic<bool> destroyed{false};
+    std::thread destroyer([&] {
+        worker.reset();
+        destroyed = true;
+    });
+    QTRY_VERIFY(watch.expired());
+    QVERIFY(!destroyed);
+    jobs.open();
+    destroyer.join();
+    QVERIFY(destroyed);
+    QVERIFY(!ranDropped);
+}
+
+void WorkThreadTest::shouldTakeActivationsWhileItRuns()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    worker.ActivateThread();
+    jobs.post(1, 'a');
+    worker.ActivateThread();
+    jobs.post(1, 'b');
+    QCOMPARE(jobs.text(), QStringLiteral("ab"));
+    QVERIFY(worker.isRunning());
+}
+
+QTEST_MAIN(WorkThreadTest)
+#include "tst_workthread.moc"
