@@ -39,10 +39,10 @@ constexpr quint32 kNoProcessorAddress = 0x7F000001;
 /// Field order and defaults are binary contract between host and panel.
 struct ProcessorNode
 {
-    QUuid id;                  ///< Identity, the tree row's UuidRole.
-    QString name;              ///< Display name, the tree row's text.
-    qint32 number = 0;         ///< 0-based; shown to the user as number + 1.
-    QUuid groupId;             ///< Owning group; null for a processor directly under the root.
+    QUuid id;          ///< Identity, the tree row's UuidRole.
+    QString name;      ///< Display name, the tree row's text.
+    qint32 number = 0; ///< 0-based; shown to the user as number + 1.
+    QUuid groupId;     ///< Owning group; null for a processor directly under the root.
     qint32 hostAttribute5 = -1;
     qint32 hostAttribute6 = -1;
     qint32 hostAttribute7 = 4;
@@ -51,7 +51,7 @@ struct ProcessorNode
     std::array<quint32, 4> hostAttribute10{};
     qint32 hostAttribute11 = 8;
     float hostAttribute12 = 60.0F;
-    bool hostFlag13 = false;   ///< Gates "Rename" and "Delete".
+    bool hostFlag13 = false; ///< Gates "Rename" and "Delete".
     QString hostText14;
     qint32 hostAttribute15 = 100;
     qint32 hostAttribute16 = 0;
@@ -65,8 +65,8 @@ struct ProcessorNode
     QString hostText24;
     quint32 ipAddress = kNoProcessorAddress; ///< Most significant byte first when printed.
     quint32 secondAddress = kNoProcessorAddress;
-    bool online = false;       ///< The processor is connected.
-    bool reachedByIp = false;  ///< Addressed by IP; otherwise by number.
+    bool online = false;      ///< The processor is connected.
+    bool reachedByIp = false; ///< Addressed by IP; otherwise by number.
 };
 
 /// A group of processors as the host describes it.
@@ -74,8 +74,8 @@ struct ProcessorNode
 /// Field order and defaults are binary contract between host and panel.
 struct ProcessorGroupNode
 {
-    QUuid id;                       ///< Identity, the groupId of the group's processors.
-    QString name;                   ///< Display name, the tree row's text.
+    QUuid id;     ///< Identity, the groupId of the group's processors.
+    QString name; ///< Display name, the tree row's text.
     qint32 hostAttribute3 = -1;
     qint32 hostAttribute4 = 1;
     QList<ProcessorNode> processors; ///< Kept up to date by moves; placement follows groupId alone.

@@ -12,8 +12,8 @@ class QWidget;
 #endif
 
 /// The panel's one exported function. Builds the panel on first use (or after the last one was
-/// destroyed), hands it out in `*layer` and makes its widget a child of `parent`, which may be null.
-/// Called again it hands out the same object and moves the widget to the new parent.
+/// destroyed), hands it out in `*layer` and makes its widget a child of `parent`, which may be
+/// null. Called again it hands out the same object and moves the widget to the new parent.
 ///
 /// Returns false, and does nothing, when `layer` is null. Thread: GUI thread, with a QApplication.
 /// Lifetime: the panel belongs to its Qt parent; without one, delete it through `*layer`.
@@ -31,6 +31,5 @@ using TargetSelectAreaInit = bool (*)(IAbstractLayerInterface**, QWidget*);
 #define TARGETSELECTAREA_INIT_SYMBOL \
     "?TargetSelectArea_Init@@YA_NPAPAVIAbstractLayerInterface@@PAVQWidget@@@Z"
 #else
-#define TARGETSELECTAREA_INIT_SYMBOL \
-    "_Z21TargetSelectArea_InitPP23IAbstractLayerInterfaceP7QWidget"
+#define TARGETSELECTAREA_INIT_SYMBOL "_Z21TargetSelectArea_InitPP23IAbstractLayerInterfaceP7QWidget"
 #endif

@@ -20,8 +20,8 @@ struct LanUsbProcessorInfo
 /// The tree as it stands, records as the rows hold them.
 struct ProcessorTreeSnapshot
 {
-    QList<ProcessorGroupNode> groups;   ///< In tree order, each with its processors in tree order.
-    QList<ProcessorNode> processors;    ///< Those directly under the root, in tree order.
+    QList<ProcessorGroupNode> groups; ///< In tree order, each with its processors in tree order.
+    QList<ProcessorNode> processors;  ///< Those directly under the root, in tree order.
 };
 
 /// How a host drives the target selection area. All operations: GUI thread. The order of the
@@ -29,11 +29,13 @@ struct ProcessorTreeSnapshot
 class ITargetSelectAreaInterface : public IAbstractLayerInterface
 {
 public:
-    /// Starts a detection of all devices; returns the handler's status code unchanged, 0 for success.
+    /// Starts a detection of all devices; returns the handler's status code unchanged, 0 for
+    /// success.
     virtual quint32 DetectDevices() { return 0; }
 
     /// Fills `out` from the tree. With `onlyAccepted` each processor is offered to the handler's
-    /// AcceptProcessorForSnapshot and left out when that answers false; groups stay even when empty.
+    /// AcceptProcessorForSnapshot and left out when that answers false; groups stay even when
+    /// empty.
     virtual void GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAccepted)
     {
         Q_UNUSED(out)

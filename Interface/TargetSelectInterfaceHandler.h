@@ -22,13 +22,13 @@ struct SGroupSelection
 /// std::shared_ptr<IAbstractControlInterface> and assigns that to the layer's m_controlHandler.
 ///
 /// Threads: GUI thread, except GetGroupNode, GetProcessorNode and GetCurrentProcessorId, which are
-/// also asked on the thread that delivers a host event, and GetProcessorNode, which is also asked on
-/// the panel's work thread. No lock of the panel keeps the GUI thread waiting during any of these
-/// calls.
+/// also asked on the thread that delivers a host event, and GetProcessorNode, which is also asked
+/// on the panel's work thread. No lock of the panel keeps the GUI thread waiting during any of
+/// these calls.
 ///
 /// Refusals are the bool and code answers below; nothing may be thrown. Addresses are IPv4 in host
-/// byte order unless said otherwise. Codes are 0 for success. An IP list entry is the dotted address
-/// directly followed by the entry's name in parentheses: "192.168.0.10(Left wing)".
+/// byte order unless said otherwise. Codes are 0 for success. An IP list entry is the dotted
+/// address directly followed by the entry's name in parentheses: "192.168.0.10(Left wing)".
 ///
 /// The order of the operations is binary contract: a host may add its own only behind the last.
 class ITargetSelectInterfaceHandler : public IAbstractControlInterface
@@ -53,8 +53,8 @@ public:
     /// The user chose `set`, entry `index` of the selector; false refuses and the choice is undone.
     virtual bool ConfirmDeviceSetChange(const SDeviceSetInfo& set, int index) = 0;
 
-    /// True rejects `address`; `code`, which may be null, then says why. `processorMode` is set when
-    /// the address is meant for a new processor, not for the IP list.
+    /// True rejects `address`; `code`, which may be null, then says why. `processorMode` is set
+    /// when the address is meant for a new processor, not for the IP list.
     virtual bool CheckIPAddress(quint32 address, int* code, bool processorMode) = 0;
 
     /// Number of entries in the IP list. `kind` is 0.
@@ -208,8 +208,8 @@ public:
     /// Announced before DeleteProcessors when IsIpManagementAvailable answers true.
     virtual void PreDeleteProcessors(const QList<QUuid>& processors) = 0;
 
-    /// Filter of ITargetSelectAreaInterface::GetProcessorTree. The tree is not locked meanwhile: the
-    /// host may raise events in here and wait for them, on any thread.
+    /// Filter of ITargetSelectAreaInterface::GetProcessorTree. The tree is not locked meanwhile:
+    /// the host may raise events in here and wait for them, on any thread.
     virtual bool AcceptProcessorForSnapshot(const ProcessorNode& processor) = 0;
 
     /// The host shows a passing notice.

@@ -18,8 +18,8 @@ struct CGuiCalls::Room
     bool closed = false;
 };
 
-/// A call on its way, shared by the queue and by a caller that waits. The flags belong to the room's
-/// mutex.
+/// A call on its way, shared by the queue and by a caller that waits. The flags belong to the
+/// room's mutex.
 struct CGuiCalls::Ticket
 {
     Call call;

@@ -8,13 +8,13 @@
 #include <memory>
 #include <mutex>
 
-/// Calls from other threads that run on the GUI thread, one after the other in the order in which they
-/// were made, and of which a caller may wait for the end.
+/// Calls from other threads that run on the GUI thread, one after the other in the order in which
+/// they were made, and of which a caller may wait for the end.
 ///
-/// A wait always ends: when the call has run; when it was dropped, because this object was destroyed;
-/// when the GUI thread is itself inside a question to the host, which may be waiting for the caller;
-/// when close() was called; and after patience(). In the last three cases the call stays queued and
-/// runs later, in its turn.
+/// A wait always ends: when the call has run; when it was dropped, because this object was
+/// destroyed; when the GUI thread is itself inside a question to the host, which may be waiting for
+/// the caller; when close() was called; and after patience(). In the last three cases the call
+/// stays queued and runs later, in its turn.
 ///
 /// Lives on the GUI thread, wherever it is created.
 class CGuiCalls final : public QObject
@@ -30,12 +30,12 @@ public:
     /// Runs `call` at once on the GUI thread, else queues it. Any thread.
     void post(Call call);
 
-    /// Runs `call` at once on the GUI thread, else queues it and waits for its end. Hold no lock that
-    /// the GUI thread may want. Returns whether it has run. Any thread.
+    /// Runs `call` at once on the GUI thread, else queues it and waits for its end. Hold no lock
+    /// that the GUI thread may want. Returns whether it has run. Any thread.
     bool run(Call call);
 
-    /// Has what was queued so far run: waits for it, or on the GUI thread runs it now, unless a queued
-    /// call is what is running. Costs next to nothing when nothing is queued. Any thread.
+    /// Has what was queued so far run: waits for it, or on the GUI thread runs it now, unless a
+    /// queued call is what is running. Costs next to nothing when nothing is queued. Any thread.
     void settle();
 
     /// Ends all waits, now and to come, until open(). Any thread.

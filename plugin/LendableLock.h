@@ -3,8 +3,8 @@
 #include <QReadWriteLock>
 
 /// A read-write lock that a thread may take again in any order, whatever it holds already: to read
-/// while it writes, and to write while it reads (its reads are put down while it waits, so what it has
-/// read may be out of date afterwards).
+/// while it writes, and to write while it reads (its reads are put down while it waits, so what it
+/// has read may be out of date afterwards).
 class CReentrantLock final
 {
 public:
@@ -37,14 +37,14 @@ private:
     QReadWriteLock m_lock{QReadWriteLock::Recursive};
 };
 
-/// The lock of the bridge: a recursive read-write lock that a thread can hold while it waits for the
-/// GUI thread, without the GUI thread ever waiting for that thread in turn.
+/// The lock of the bridge: a recursive read-write lock that a thread can hold while it waits for
+/// the GUI thread, without the GUI thread ever waiting for that thread in turn.
 ///
 /// It is two locks. The outer one keeps threads other than the GUI thread apart for the whole of an
-/// operation. The inner one, the floor, is what the GUI thread takes; every thread holds it while it
-/// works. A thread that is about to wait for the GUI thread, or to call into the host, which may do
-/// so, lends the floor (CLoan) and keeps the outer lock: the GUI thread reads and writes as if the
-/// lock were free, and nobody else does.
+/// operation. The inner one, the floor, is what the GUI thread takes; every thread holds it while
+/// it works. A thread that is about to wait for the GUI thread, or to call into the host, which may
+/// do so, lends the floor (CLoan) and keeps the outer lock: the GUI thread reads and writes as if
+/// the lock were free, and nobody else does.
 ///
 /// So: whoever holds the floor must not wait for another thread.
 class CLendableLock final

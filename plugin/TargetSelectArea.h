@@ -26,8 +26,8 @@ class CTargetSelectArea final : public QWidget,
     Q_OBJECT
 
 public:
-    /// The panel of the process, built on first use and after the last one was destroyed. GUI thread;
-    /// any other gets the existing one or null.
+    /// The panel of the process, built on first use and after the last one was destroyed. GUI
+    /// thread; any other gets the existing one or null.
     static CTargetSelectArea* Instance();
 
     /// The panel if there is one. GUI thread.
@@ -81,9 +81,9 @@ private:
     void confirmDeviceSet(const QList<SDeviceSetInfo>& sets, int index);
     void registerObserver();
 
-    QLabel* m_processorIpLabel;      // Qt child
-    QComboBox* m_deviceSetSelector;  // Qt child
-    QTreeView* m_treeView;           // Qt child
+    QLabel* m_processorIpLabel;     // Qt child
+    QComboBox* m_deviceSetSelector; // Qt child
+    QTreeView* m_treeView;          // Qt child
     int m_acceptedDeviceSet = -1;
     int m_detectStrategy = 0;
 };

@@ -2,8 +2,8 @@
 
 #include "plugin/TargetSelectArea.h"
 
-// Resources of a static library register themselves only when somebody asks, and the macro that asks
-// works outside any namespace only.
+// Resources of a static library register themselves only when somebody asks, and the macro that
+// asks works outside any namespace only.
 static void initResources()
 {
     Q_INIT_RESOURCE(TargetSelectAreaTranslations);

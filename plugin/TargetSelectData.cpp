@@ -163,9 +163,8 @@ void CTargetSelectData::dispatch(CSubject* subject)
         });
         break;
     case TreeReset:
-        m_calls.post([this] {
-            QMetaObject::invokeMethod(m_model.get(), "reset", Qt::DirectConnection);
-        });
+        m_calls.post(
+            [this] { QMetaObject::invokeMethod(m_model.get(), "reset", Qt::DirectConnection); });
         break;
     case GroupAdded:
         addGroup(argument<QUuid>(*subject));
@@ -200,8 +199,9 @@ void CTargetSelectData::dispatch(CSubject* subject)
         askHost([&](Handler& handler) { current = handler.GetCurrentProcessorId(); });
         postJob(event, [this, current] {
             m_calls.run([current] {
-                QMetaObject::invokeMethod(CTargetSelectArea::Existing(), "onCurrentProcessorChanged",
-                                          Qt::DirectConnection, Q_ARG(QUuid, current));
+                QMetaObject::invokeMethod(CTargetSelectArea::Existing(),
+                                          "onCurrentProcessorChanged", Qt::DirectConnection,
+                                          Q_ARG(QUuid, current));
             });
         });
         break;
@@ -274,9 +274,8 @@ void CTargetSelectData::GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAc
         QList<ProcessorNode> accepted;
         for (const ProcessorNode& processor : qAsConst(processors)) {
             bool accept = false;
-            askHost([&](Handler& handler) {
-                accept = handler.AcceptProcessorForSnapshot(processor);
-            });
+            askHost(
+                [&](Handler& handler) { accept = handler.AcceptProcessorForSnapshot(processor); });
             if (accept)
                 accepted.append(processor);
         }
@@ -387,7 +386,8 @@ void CTargetSelectData::refreshProcessor(const QUuid& id, bool onlyProcessors)
         return;
     ProcessorNode processor;
     askHost([&](Handler& handler) { processor = handler.GetProcessorNode(id); });
-    changeModel([this, id, processor] { m_model->updateProcessor(m_model->getItem(id), processor); });
+    changeModel(
+        [this, id, processor] { m_model->updateProcessor(m_model->getItem(id), processor); });
 }
 
 void CTargetSelectData::updateMonitorState(const QList<QUuid>& ids)

@@ -22,12 +22,14 @@ class CWorkThread;
 class ITargetSelectInterfaceHandler;
 
 /// The bridge from the host: the panel's one observer, owner of the processor tree model and of the
-/// work thread. Turns numbered host events into changes of the model and calls of the panel's slots.
+/// work thread. Turns numbered host events into changes of the model and calls of the panel's
+/// slots.
 ///
-/// Events come on any one thread at a time of the host's, the GUI thread included. Those that change
-/// the model have changed it when Update() returns, but for "reset" and "remove", which off the GUI
-/// thread are queued; a later event waits for them. The rest goes to the work thread and from there to
-/// the panel. Without a panel, and after the application began to quit, events do nothing.
+/// Events come on any one thread at a time of the host's, the GUI thread included. Those that
+/// change the model have changed it when Update() returns, but for "reset" and "remove", which off
+/// the GUI thread are queued; a later event waits for them. The rest goes to the work thread and
+/// from there to the panel. Without a panel, and after the application began to quit, events do
+/// nothing.
 class CTargetSelectData final : public QObject,
                                 public CObserver,
                                 public CSingleton<CTargetSelectData>
@@ -35,8 +37,8 @@ class CTargetSelectData final : public QObject,
     Q_OBJECT
 
 public:
-    /// The bridge of the process, created on first use. Any thread; it and its model live on the GUI
-    /// thread all the same.
+    /// The bridge of the process, created on first use. Any thread; it and its model live on the
+    /// GUI thread all the same.
     static CTargetSelectData* Instance();
 
     explicit CTargetSelectData(QObject* parent = nullptr);
@@ -60,20 +62,20 @@ public:
     bool IsReadOnly();
     void SetReadOnly(bool readOnly);
 
-    /// While set, the host's "current processor" events are ignored: they echo the user's own choice,
-    /// which is being reported. Any thread.
+    /// While set, the host's "current processor" events are ignored: they echo the user's own
+    /// choice, which is being reported. Any thread.
     bool IsSelectionEchoGuarded() const;
     void SetSelectionEchoGuard(bool guarded);
 
-    /// Fills `out` with the tree as it stands, records as the rows hold them. With `onlyAccepted` the
-    /// host is asked about each processor afterwards, with no lock held. GUI thread.
+    /// Fills `out` with the tree as it stands, records as the rows hold them. With `onlyAccepted`
+    /// the host is asked about each processor afterwards, with no lock held. GUI thread.
     void GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAccepted);
 
     /// Takes events, again after Stop(). GUI thread.
     void Start();
 
-    /// Takes no more events: lets those in progress end, then ends the work thread. Happens by itself
-    /// when the application quits. GUI thread.
+    /// Takes no more events: lets those in progress end, then ends the work thread. Happens by
+    /// itself when the application quits. GUI thread.
     void Stop();
 
     /// The calls on their way to the GUI thread.

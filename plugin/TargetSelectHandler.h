@@ -4,8 +4,8 @@
 
 #include <memory>
 
-/// The host's handler, the one way to reach the host. Empty while there is no panel, or when the host
-/// gave its layer no handler or one of another kind.
+/// The host's handler, the one way to reach the host. Empty while there is no panel, or when the
+/// host gave its layer no handler or one of another kind.
 ///
 /// Ask for it anew for each call and hold it only that long: a host may replace it at any time, and
 /// the one in hand lives until the call ends. Any thread.

@@ -1,7 +1,7 @@
 #pragma once
 
-// Tells ThreadSanitizer of orderings that Qt's own, uninstrumented code makes: what happened before a
-// release of `object` is visible after an acquire of it. Without the sanitizer both are nothing.
+// Tells ThreadSanitizer of orderings that Qt's own, uninstrumented code makes: what happened before
+// a release of `object` is visible after an acquire of it. Without the sanitizer both are nothing.
 
 #if defined(__SANITIZE_THREAD__)
 #define TSA_THREAD_SANITIZER 1

@@ -10,8 +10,8 @@
 
 class QStandardItem;
 
-/// Finds rows of the processor tree by identity, as a depth-first search from the root would, without
-/// the search.
+/// Finds rows of the processor tree by identity, as a depth-first search from the root would,
+/// without the search.
 ///
 /// The GUI thread changes it and reads items from it; other threads may ask what kind of row an
 /// identity names and for the cell of its record, never for the item.
@@ -39,12 +39,12 @@ public:
     void rebuild(QStandardItem* root);
 
     /// Takes up `item`, which now stands in the tree, with everything below it that a search would
-    /// reach. Returns false when rebuild() is due, because rows share an identity and only a walk over
-    /// all of them tells which comes first. GUI thread.
+    /// reach. Returns false when rebuild() is due, because rows share an identity and only a walk
+    /// over all of them tells which comes first. GUI thread.
     bool add(QStandardItem* item);
 
-    /// Forgets `item`, which is about to leave the tree, with everything below it. Returns false when
-    /// rebuild() is due once it has left. GUI thread.
+    /// Forgets `item`, which is about to leave the tree, with everything below it. Returns false
+    /// when rebuild() is due once it has left. GUI thread.
     bool remove(const QStandardItem* item);
 
     /// Has `item` lead to `record` from now on. GUI thread.

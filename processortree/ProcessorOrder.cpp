@@ -21,7 +21,8 @@ bool precedes(const CRecordCell::Key& sibling, const CRecordCell::Key& key)
 {
     if (sibling.ipAddress == kNoProcessorAddress)
         return false;
-    // A processor without an address stays behind every one that has one, however that is addressed.
+    // A processor without an address stays behind every one that has one, however that is
+    // addressed.
     if (key.ipAddress == kNoProcessorAddress)
         return true;
     if (sibling.reachedByIp && sibling.ipAddress != 0 && key.ipAddress != 0)

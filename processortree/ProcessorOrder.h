@@ -7,7 +7,7 @@ class QStandardItem;
 /// The row of `parent`, the root or a group, at which a processor with `key` belongs.
 ///
 /// A processor not addressed by IP goes last. One addressed by IP goes by address among its
-/// siblings, the later of two equal ones behind; siblings addressed by number, or with an address of
-/// 0 on either side, count by number; those without an address stay at the end. It never goes above a
-/// group.
+/// siblings, the later of two equal ones behind; siblings addressed by number, or with an address
+/// of 0 on either side, count by number; those without an address stay at the end. It never goes
+/// above a group.
 int insertionRow(const QStandardItem& parent, const CRecordCell::Key& key);

@@ -59,8 +59,8 @@ QByteArray dragPayload(bool allProcessors)
 
 } // namespace
 
-/// A stretch of changes that views see as one model reset. No row signal may leave the model between
-/// the two halves of a reset: views and proxies would follow both.
+/// A stretch of changes that views see as one model reset. No row signal may leave the model
+/// between the two halves of a reset: views and proxies would follow both.
 class CProcessorTreeModel::Batch final
 {
 public:
@@ -173,8 +173,8 @@ QMimeData* CProcessorTreeModel::mimeData(const QModelIndexList& indexes) const
 bool CProcessorTreeModel::moveRows(const QModelIndex& sourceParent, int sourceRow, int count,
                                    const QModelIndex& destinationParent, int destinationChild)
 {
-    if (sourceParent == destinationParent || !sourceParent.isValid()
-        || !destinationParent.isValid() || sourceRow < 0 || destinationChild < 0)
+    if (sourceParent == destinationParent || !sourceParent.isValid() || !destinationParent.isValid()
+        || sourceRow < 0 || destinationChild < 0)
         return false;
     QStandardItem* source = itemFromIndex(sourceParent);
     QStandardItem* destination = itemFromIndex(destinationParent);
@@ -293,8 +293,9 @@ CProcessorTreeModel::moveProcessors(const QList<QPersistentModelIndex>& indexes,
     }
     const auto handler = GetTargetSelectHandler();
     if (handler && !moved.isEmpty()) {
-        const auto group = target == m_root ? ProcessorGroupNode()
-                                            : target->data(NodeDataRole).value<ProcessorGroupNode>();
+        const auto group = target == m_root
+                               ? ProcessorGroupNode()
+                               : target->data(NodeDataRole).value<ProcessorGroupNode>();
         handler->SetProcessorGroup(group, targetId, movedIds);
     }
     return moved;
@@ -335,7 +336,8 @@ void CProcessorTreeModel::reset()
     m_root->removeRows(0, m_root->rowCount());
     m_root->removeColumns(0, m_root->columnCount());
     m_index.rebuild(m_root);
-    // Filled apart from the model and put back whole: attaching rows one by one costs as much again.
+    // Filled apart from the model and put back whole: attaching rows one by one costs as much
+    // again.
     const int row = m_root->row();
     const QList<QStandardItem*> root = takeRow(row);
     setRootCount(processors.size());
@@ -468,8 +470,7 @@ void CProcessorTreeModel::indexRow(QStandardItem* item)
 
 void CProcessorTreeModel::setRootCount(int count)
 {
-    m_root->setText(
-        QStringLiteral("%1(%2)").arg(tr("All processors"), QString::number(count)));
+    m_root->setText(QStringLiteral("%1(%2)").arg(tr("All processors"), QString::number(count)));
 }
 
 /// Moves the group's processors to the root, from the last one to the first.
@@ -494,8 +495,8 @@ void CProcessorTreeModel::storeProcessor(QStandardItem* item, const ProcessorNod
     item->setData(QVariant::fromValue(handle), NodeDataRole);
 }
 
-/// After `item` came here from `source`: its record names the new group, and the member lists of both
-/// groups follow.
+/// After `item` came here from `source`: its record names the new group, and the member lists of
+/// both groups follow.
 void CProcessorTreeModel::changeMembership(QStandardItem* item, QStandardItem* source)
 {
     QStandardItem* target = item->parent();

@@ -10,8 +10,9 @@
 
 class CProcessorItem;
 
-/// The processors of the host's project as a tree of one column: the "All processors(N)" root, under
-/// it the groups, then the processors that belong to no group; every group holds its processors.
+/// The processors of the host's project as a tree of one column: the "All processors(N)" root,
+/// under it the groups, then the processors that belong to no group; every group holds its
+/// processors.
 ///
 /// The host's events change it through the slots, which the bridge calls by name; views change it
 /// through setData() and moveProcessors(). Records come from the host's handler.
@@ -35,8 +36,8 @@ public:
     bool moveRows(const QModelIndex& sourceParent, int sourceRow, int count,
                   const QModelIndex& destinationParent, int destinationChild) override;
 
-    /// Makes the root row, "All processors(0)". The model has to be empty: a second call would add a
-    /// second root row and make that the root.
+    /// Makes the root row, "All processors(0)". The model has to be empty: a second call would add
+    /// a second root row and make that the root.
     void initRoot();
 
     /// Back to the root row alone, whatever the model holds.
@@ -62,8 +63,8 @@ public:
     QList<QUuid> getChildProcessor(const QModelIndex& index) const;
 
     /// Gives row `item` the changed record `processor`. A processor that is addressed by IP and has
-    /// another address than before is taken out and placed anew; `item` is gone then. The root, which
-    /// a null identity leads to, stays as it is.
+    /// another address than before is taken out and placed anew; `item` is gone then. The root,
+    /// which a null identity leads to, stays as it is.
     void updateProcessor(QStandardItem* item, const ProcessorNode& processor);
 
     /// Moves processors under group `targetId`, or under the root for a null one, each to its place

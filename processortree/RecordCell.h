@@ -11,9 +11,10 @@
 
 /// A processor's record, shared by the tree item that shows it and by whoever rewrites it.
 ///
-/// The host's monitor states arrive on the work thread and are written there. QStandardItem::setData
-/// off the GUI thread would emit model signals on that thread, so the item keeps a handle to a cell
-/// under NodeDataRole from its beginning on, and the work thread replaces the content of the cell.
+/// The host's monitor states arrive on the work thread and are written there.
+/// QStandardItem::setData off the GUI thread would emit model signals on that thread, so the item
+/// keeps a handle to a cell under NodeDataRole from its beginning on, and the work thread replaces
+/// the content of the cell.
 class CRecordCell final : public QSharedData
 {
 public:

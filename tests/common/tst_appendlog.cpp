@@ -17,7 +17,10 @@ namespace {
 class ErrorStream final
 {
 public:
-    ErrorStream() : m_previous(std::cerr.rdbuf(m_text.rdbuf())) {}
+    ErrorStream()
+        : m_previous(std::cerr.rdbuf(m_text.rdbuf()))
+    {
+    }
     ~ErrorStream() { std::cerr.rdbuf(m_previous); }
     ErrorStream(const ErrorStream&) = delete;
     ErrorStream& operator=(const ErrorStream&) = delete;

@@ -73,10 +73,10 @@ void callSlot(void* object, int slot)
     operation(object);
 }
 
-#define SLOT_OF(type, name)                                                                        \
-    Slot                                                                                           \
-    {                                                                                              \
-#name, slotOf(&type::name)                                                                 \
+#define SLOT_OF(type, name) \
+    Slot \
+    { \
+#name, slotOf(&type::name) \
     }
 
 const QVector<Slot>& areaSlots()
@@ -250,7 +250,10 @@ class PlainLayer final : public ITargetSelectAreaInterface
 class PlainControl final : public IAbstractControlInterface
 {
 public:
-    explicit PlainControl(bool* destroyed = nullptr) : m_destroyed(destroyed) {}
+    explicit PlainControl(bool* destroyed = nullptr)
+        : m_destroyed(destroyed)
+    {
+    }
     ~PlainControl() override
     {
         if (m_destroyed)

@@ -20,7 +20,10 @@ namespace {
 class Observer final : public CObserver
 {
 public:
-    explicit Observer(std::function<void(CSubject&)> action = {}) : m_action(std::move(action)) {}
+    explicit Observer(std::function<void(CSubject&)> action = {})
+        : m_action(std::move(action))
+    {
+    }
 
     void Update(CSubject* subject) override
     {

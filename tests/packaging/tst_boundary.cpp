@@ -94,7 +94,10 @@ public:
     void closeWindow() { m_window.reset(); }
     FakeHandler& handler() { return *m_handler; }
     IAbstractLayerInterface* layer() { return m_layer; }
-    ITargetSelectAreaInterface* area() { return dynamic_cast<ITargetSelectAreaInterface*>(m_layer); }
+    ITargetSelectAreaInterface* area()
+    {
+        return dynamic_cast<ITargetSelectAreaInterface*>(m_layer);
+    }
 
     template <typename... Args>
     bool notify(quint32 event, Args... arguments)

@@ -40,10 +40,7 @@ public:
     }
 
     /// The thread on which events arrive.
-    QThread* updateThread()
-    {
-        return thread ? thread->qtThread() : QThread::currentThread();
-    }
+    QThread* updateThread() { return thread ? thread->qtThread() : QThread::currentThread(); }
 
     QThread* askedOn(const QString& name)
     {
@@ -129,16 +126,17 @@ void BridgeTest::initTestCase_data()
 void BridgeTest::shouldFillTheTreeOnReset()
 {
     Bridge bridge;
-    bridge.panel.host().setProject({testGroup(100), testGroup(101)},
-                                   {testProcessor(1, 101), testProcessor(2), testProcessor(3, 100)});
+    bridge.panel.host().setProject(
+        {testGroup(100), testGroup(101)},
+        {testProcessor(1, 101), testProcessor(2), testProcessor(3, 100)});
     QSignalSpy resets(&bridge.panel.model(), &QAbstractItemModel::modelReset);
 
     bridge.notify(16);
 
     QTRY_COMPARE(resets.count(), 1);
     QCOMPARE(bridge.panel.dump(), QStringLiteral("All processors(3)[G100[3],G101[1],2]"));
-    QCOMPARE(bridge.panel.host().callNames(),
-             QStringList({QStringLiteral("GetAllProcessorNodes"), QStringLiteral("GetAllGroupNodes")}));
+    QCOMPARE(bridge.panel.host().callNames(), QStringList({QStringLiteral("GetAllProcessorNodes"),
+                                                           QStringLiteral("GetAllGroupNodes")}));
 }
 
 void BridgeTest::shouldAddAGroupOnce()
@@ -205,8 +203,8 @@ void BridgeTest::shouldResetViewsForAnEmptyList()
 void BridgeTest::shouldRemoveNodes()
 {
     Bridge bridge;
-    bridge.panel.host().setProject({testGroup(100)},
-                                   {testProcessor(1, 100), testProcessor(2, 100), testProcessor(3)});
+    bridge.panel.host().setProject(
+        {testGroup(100)}, {testProcessor(1, 100), testProcessor(2, 100), testProcessor(3)});
     bridge.notify(16);
     bridge.notify<QUuid>(20, testId(3));
     QTRY_COMPARE(bridge.panel.dump(), QStringLiteral("All processors(2)[G100[1,2]]"));
@@ -279,8 +277,9 @@ void BridgeTest::shouldRefreshAGroupAsAProcessorWhenTheProjectSaysSo()
 void BridgeTest::shouldRefreshAProcessorAtItsNewAddress()
 {
     Bridge bridge;
-    bridge.panel.host().setProject({}, {testIpProcessor(1, 0x0A000001), testIpProcessor(2, 0x0A000002),
-                                        testIpProcessor(3, 0x0A000003)});
+    bridge.panel.host().setProject({},
+                                   {testIpProcessor(1, 0x0A000001), testIpProcessor(2, 0x0A000002),
+                                    testIpProcessor(3, 0x0A000003)});
     bridge.notify(16);
     QTRY_COMPARE(bridge.panel.dump(), QStringLiteral("All processors(3)[1,2,3]"));
     bridge.panel.host().setProcessor(testIpProcessor(1, 0x0A000009));
@@ -359,8 +358,9 @@ void BridgeTest::shouldForwardTheCurrentProcessor()
 
     bridge.notify(30);
 
-    QTRY_COMPARE(bridge.panel.area().findChild<QTreeView*>()->currentIndex().data(UuidRole).toUuid(),
-                 testId(2));
+    QTRY_COMPARE(
+        bridge.panel.area().findChild<QTreeView*>()->currentIndex().data(UuidRole).toUuid(),
+        testId(2));
     QCOMPARE(bridge.askedOn(QStringLiteral("GetCurrentProcessorId")), bridge.updateThread());
 }
 
@@ -502,8 +502,8 @@ void BridgeTest::shouldTakeASnapshotInTreeOrder()
     Bridge bridge;
     ProcessorGroupNode listed = testGroup(100);
     listed.hostAttribute4 = 9;
-    bridge.panel.host().setProject({listed, testGroup(101)},
-                                   {testProcessor(3), testProcessor(1, 100), testProcessor(2, 100)});
+    bridge.panel.host().setProject(
+        {listed, testGroup(101)}, {testProcessor(3), testProcessor(1, 100), testProcessor(2, 100)});
     bridge.notify(16);
     QTRY_COMPARE(bridge.panel.dump(), QStringLiteral("All processors(3)[G100[1,2],G101[],3]"));
 
@@ -543,8 +543,9 @@ void BridgeTest::shouldOfferProcessorsForTheSnapshot()
 void BridgeTest::shouldRemoveAllGroups()
 {
     Bridge bridge;
-    bridge.panel.host().setProject({testGroup(100), testGroup(101)},
-                                   {testProcessor(1, 100), testProcessor(2), testProcessor(3, 101)});
+    bridge.panel.host().setProject(
+        {testGroup(100), testGroup(101)},
+        {testProcessor(1, 100), testProcessor(2), testProcessor(3, 101)});
     bridge.notify(16);
     QTRY_COMPARE(bridge.panel.dump(), QStringLiteral("All processors(3)[G100[1],G101[3],2]"));
     bridge.panel.area().RemoveAllGroups();

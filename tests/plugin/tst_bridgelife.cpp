@@ -188,8 +188,8 @@ void BridgeLifeTest::shouldStopWhileTheWorkThreadWaitsForTheGuiThread()
     panel.host().setProject({}, {testProcessor(1)});
     panel.notify(16);
     panel.host().currentProcessor = testId(1);
-    // The work thread waits for this thread, which does not process events but stops it, and so does
-    // the host's thread.
+    // The work thread waits for this thread, which does not process events but stops it, and so
+    // does the host's thread.
     panel.notify(30);
     const auto done = host.post([&] { panel.notify<QUuid>(17, testId(100)); });
     panel.data().Stop();
@@ -218,8 +218,8 @@ void BridgeLifeTest::shouldRefuseArgumentsOnTheWorkThread()
     const WarningTrap warnings;
     TestPanel panel;
     std::vector<LogRecord> records;
-    const LogSink previous
-        = SetLogSink([&](const LogRecord& record) { records.push_back(record); });
+    const LogSink previous =
+        SetLogSink([&](const LogRecord& record) { records.push_back(record); });
     CSubject subject;
     subject.Notify<QUuid>(17, testId(1));
     QUuid taken = testId(2);

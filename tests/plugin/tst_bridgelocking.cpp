@@ -419,7 +419,7 @@ void BridgeLockingTest::shouldFindARowWhileItMoves()
     bool found = false;
     const auto connection = connect(&panel.model(), &QAbstractItemModel::rowsRemoved, this, [&] {
         found = comesBack(host.post([&] { found = panel.model().findRow(testId(1)).has_value(); }))
-            && found;
+                && found;
     });
     const QPersistentModelIndex index = panel.model().getItem(testId(1))->index();
     const auto moved = panel.model().moveProcessors({index}, testId(100));

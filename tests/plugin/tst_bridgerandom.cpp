@@ -49,15 +49,14 @@ public:
     Step next()
     {
         change();
-        static constexpr quint32 events[] = {16, 17, 17, 18, 18, 18, 18, 19, 19, 20,
-                                             20, 21, 25, 25, 26, 26, 20, 18};
+        static constexpr quint32 events[] = {16, 17, 17, 18, 18, 18, 18, 19, 19,
+                                             20, 20, 21, 25, 25, 26, 26, 20, 18};
         Step step;
         step.event = events[m_random.bounded(static_cast<quint32>(std::size(events)))];
         // A reset brings everything back: rare, so that sequences get somewhere.
         if (step.event == 16 && m_random.bounded(4U) != 0)
             step.event = 18;
-        const quint32 count
-            = step.event == 19 || step.event == 21 ? m_random.bounded(5U) : 1;
+        const quint32 count = step.event == 19 || step.event == 21 ? m_random.bounded(5U) : 1;
         for (quint32 i = 0; i < count; ++i)
             step.ids.append(anyId());
         return step;
@@ -81,13 +80,14 @@ private:
 
     ProcessorNode randomProcessor()
     {
-        static constexpr quint32 addresses[] = {0x0A000001, 0x0A000002, 0x0A000003, 0xC0A80001,
-                                                0, kNoProcessorAddress};
+        static constexpr quint32 addresses[] = {0x0A000001, 0x0A000002, 0x0A000003,
+                                                0xC0A80001, 0,          kNoProcessorAddress};
         ProcessorNode processor = testProcessor(1 + m_random.bounded(m_processorCount));
         processor.number = static_cast<qint32>(m_random.bounded(8U));
         processor.name = QStringLiteral("P%1").arg(m_random.bounded(1000U));
         processor.reachedByIp = m_random.bounded(2U) == 0;
-        processor.ipAddress = addresses[m_random.bounded(static_cast<quint32>(std::size(addresses)))];
+        processor.ipAddress =
+            addresses[m_random.bounded(static_cast<quint32>(std::size(addresses)))];
         processor.groupId = m_random.bounded(3U) == 0 ? QUuid() : groupId();
         return processor;
     }
@@ -97,9 +97,9 @@ private:
         const ProcessorNode processor = randomProcessor();
         const bool repeat = m_random.bounded(40U) == 0;
         auto& processors = project.processors;
-        const auto known = std::find_if(processors.begin(), processors.end(), [&](const auto& other) {
-            return other.id == processor.id;
-        });
+        const auto known =
+            std::find_if(processors.begin(), processors.end(),
+                         [&](const auto& other) { return other.id == processor.id; });
         if (known != processors.end() && !repeat)
             *known = processor;
         else if (processors.size() < 40)
@@ -140,8 +140,8 @@ void notify(TestPanel& panel, const Step& step)
 
 } // namespace
 
-/// Random sequences of host events, compared with a reference of the tree that shares no code with the
-/// product. On a foreign thread nothing waits for what the bridge only queues.
+/// Random sequences of host events, compared with a reference of the tree that shares no code with
+/// the product. On a foreign thread nothing waits for what the bridge only queues.
 class BridgeRandomTest : public QObject
 {
     Q_OBJECT

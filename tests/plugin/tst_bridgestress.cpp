@@ -33,8 +33,8 @@ ProcessorNode randomProcessor(quint32 n, QRandomGenerator& random)
 {
     const quint32 group = random() % 3 == 0 ? 0 : kFirstGroup + random() % kGroups;
     ProcessorNode processor = random() % 2 == 0
-        ? testProcessor(n, group)
-        : testIpProcessor(n, 0x0A000000 + random() % 50, group);
+                                  ? testProcessor(n, group)
+                                  : testIpProcessor(n, 0x0A000000 + random() % 50, group);
     processor.online = random() % 2 == 0;
     return processor;
 }
@@ -80,7 +80,8 @@ public:
             break;
         case 9:
         case 10:
-            m_panel.notify<QList<QUuid>>(39, {testId(n), testId(n % kProcessors + 1), testId(group)});
+            m_panel.notify<QList<QUuid>>(39,
+                                         {testId(n), testId(n % kProcessors + 1), testId(group)});
             break;
         default:
             m_panel.notify(m_random() % 20 == 0 ? 16 : 30);
@@ -139,8 +140,8 @@ void BridgeStressTest::shouldKeepGoingUnderFullLoad()
     const quint32 seedOfRun = seed();
     qInfo("TSA_SEED=%u", seedOfRun);
     const int events = qEnvironmentVariableIsSet("TSA_STRESS_EVENTS")
-        ? qEnvironmentVariableIntValue("TSA_STRESS_EVENTS")
-        : 6000;
+                           ? qEnvironmentVariableIntValue("TSA_STRESS_EVENTS")
+                           : 6000;
 
     const WarningTrap warnings;
     QWidget window;
@@ -180,7 +181,8 @@ void BridgeStressTest::shouldKeepGoingUnderFullLoad()
     int rounds = 0;
     QDeadlineTimer limit(std::chrono::minutes(5));
     while (done.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
-        QVERIFY2(!limit.hasExpired(), qPrintable(QStringLiteral("locked up at event %1").arg(raised)));
+        QVERIFY2(!limit.hasExpired(),
+                 qPrintable(QStringLiteral("locked up at event %1").arg(raised)));
         QCoreApplication::processEvents();
         readEverything(panel, random);
         if (++rounds % 4 == 0)
@@ -231,8 +233,8 @@ void BridgeStressTest::shouldTakeABurstOfAppends()
                 panel.notify<QList<QUuid>>(39, {testId(n), testId(n / 2)});
         }
     });
-    QTRY_VERIFY_WITH_TIMEOUT(
-        done.wait_for(std::chrono::seconds(0)) == std::future_status::ready, 120000);
+    QTRY_VERIFY_WITH_TIMEOUT(done.wait_for(std::chrono::seconds(0)) == std::future_status::ready,
+                             120000);
     QCOMPARE(panel.model().getAllProcessorCount(), static_cast<int>(kBurst));
     QCOMPARE(proxy.rowCount(proxy.index(0, 0)), static_cast<int>(kBurst));
 }

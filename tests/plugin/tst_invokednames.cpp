@@ -39,8 +39,8 @@ QList<Invocation> invocations()
                 invocation.where = file.fileName();
                 for (auto args = argument.globalMatch(match.captured(2)); args.hasNext();)
                     invocation.types.append(args.next().captured(1).toLatin1());
-                invocation.signature = match.captured(1).toLatin1() + '('
-                    + invocation.types.join(',') + ')';
+                invocation.signature =
+                    match.captured(1).toLatin1() + '(' + invocation.types.join(',') + ')';
                 found.append(invocation);
             }
         }
@@ -77,9 +77,9 @@ void InvokedNamesTest::shouldResolveEveryCallByName()
     for (const Invocation& invocation : all) {
         const QByteArray signature = QMetaObject::normalizedSignature(invocation.signature);
         const bool resolves = CProcessorTreeModel::staticMetaObject.indexOfSlot(signature) >= 0
-            || CTargetSelectArea::staticMetaObject.indexOfSlot(signature) >= 0;
-        QVERIFY2(resolves, qPrintable(invocation.where + QLatin1Char(' ')
-                                      + QString::fromLatin1(signature)));
+                              || CTargetSelectArea::staticMetaObject.indexOfSlot(signature) >= 0;
+        QVERIFY2(resolves,
+                 qPrintable(invocation.where + QLatin1Char(' ') + QString::fromLatin1(signature)));
         for (const QByteArray& type : invocation.types)
             QVERIFY2(QMetaType::type(type.constData()) != QMetaType::UnknownType, type.constData());
     }
@@ -103,13 +103,13 @@ void InvokedNamesTest::shouldOfferTheSlotsOfTheModel()
 {
     QCOMPARE(QByteArray(CProcessorTreeModel::staticMetaObject.className()),
              QByteArray("CProcessorTreeModel"));
-    QCOMPARE(ownMethods(CProcessorTreeModel::staticMetaObject).mid(0, 6),
-             QStringList({QStringLiteral("reset()"),
-                          QStringLiteral("AppendGroup(ProcessorGroupNode)"),
-                          QStringLiteral("AppendProcessor(ProcessorNode)"),
-                          QStringLiteral("AppendProcessors(QList<QUuid>)"),
-                          QStringLiteral("removeNode(QUuid)"),
-                          QStringLiteral("removeNodes(QList<QUuid>)")}));
+    QCOMPARE(
+        ownMethods(CProcessorTreeModel::staticMetaObject).mid(0, 6),
+        QStringList({QStringLiteral("reset()"), QStringLiteral("AppendGroup(ProcessorGroupNode)"),
+                     QStringLiteral("AppendProcessor(ProcessorNode)"),
+                     QStringLiteral("AppendProcessors(QList<QUuid>)"),
+                     QStringLiteral("removeNode(QUuid)"),
+                     QStringLiteral("removeNodes(QList<QUuid>)")}));
     const auto& metaObject = CProcessorTreeModel::staticMetaObject;
     const int appendGroup = metaObject.indexOfSlot("AppendGroup(ProcessorGroupNode)");
     QCOMPARE(QByteArray(metaObject.method(appendGroup).typeName()), QByteArray("CProcessorItem*"));

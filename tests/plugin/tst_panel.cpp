@@ -250,8 +250,8 @@ void PanelTest::shouldAskTheHostAboutAnotherDeviceSet()
 void PanelTest::shouldRestoreTheDeviceSetThatTheHostKeeps()
 {
     ShownPanel shown;
-    shown.panel.area().onCurrentDeviceSetChanged(
-        deviceSet(2).id, {deviceSet(1), deviceSet(2), deviceSet(3)});
+    shown.panel.area().onCurrentDeviceSetChanged(deviceSet(2).id,
+                                                 {deviceSet(1), deviceSet(2), deviceSet(3)});
     shown.panel.host().confirmDeviceSet = false;
     QSignalSpy changes(shown.selector(), qOverload<int>(&QComboBox::currentIndexChanged));
     QTest::keyClick(shown.selector(), Qt::Key_Down);
@@ -332,8 +332,8 @@ void PanelTest::shouldFollowALanguageChange()
     QCOMPARE(shown.selector()->itemText(0), QStringLiteral("eins"));
     QCOMPARE(shown.selector()->itemText(1), QStringLiteral("zwei"));
     // A host that names more texts than there are entries, or none, breaks nothing.
-    shown.panel.host().deviceSetTexts = QStringList{QStringLiteral("a"), QStringLiteral("b"),
-                                                    QStringLiteral("c")};
+    shown.panel.host().deviceSetTexts =
+        QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
     QCoreApplication::removeTranslator(&translator);
     QTRY_COMPARE(shown.panel.dump(), QStringLiteral("All processors(1)[1]"));
     QCOMPARE(shown.selector()->count(), 2);

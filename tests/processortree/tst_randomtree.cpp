@@ -27,7 +27,10 @@ constexpr int kEvents = 100;
 class Dice final
 {
 public:
-    explicit Dice(quint32 seed) : m_generator(seed) {}
+    explicit Dice(quint32 seed)
+        : m_generator(seed)
+    {
+    }
 
     int below(int limit) { return static_cast<int>(m_generator() % static_cast<quint32>(limit)); }
     bool oneIn(int chances) { return below(chances) == 0; }
@@ -144,7 +147,9 @@ QString difference(const CProcessorTreeModel& model, const ReferenceTree& refere
 class Sequence final
 {
 public:
-    Sequence(TestPanel& panel, quint32 seed) : m_panel(panel), m_dice(seed)
+    Sequence(TestPanel& panel, quint32 seed)
+        : m_panel(panel)
+        , m_dice(seed)
     {
         m_model.initRoot();
         setProject();

@@ -86,7 +86,8 @@ void FakeHandler::SetObserver(CObserver* newObserver)
     observer = newObserver;
 }
 
-void FakeHandler::AppendContextMenu(EPrcTreeNodeType type, const QUuid& id, bool readOnly, QMenu* menu)
+void FakeHandler::AppendContextMenu(EPrcTreeNodeType type, const QUuid& id, bool readOnly,
+                                    QMenu* menu)
 {
     note("AppendContextMenu");
     Q_UNUSED(type)
@@ -230,7 +231,8 @@ void FakeHandler::DeleteProcessors(const QList<QUuid>& ids)
     Q_UNUSED(ids)
 }
 
-void FakeHandler::SetProcessorGroup(const ProcessorGroupNode& group, const QUuid& groupId, const QList<QUuid>& ids)
+void FakeHandler::SetProcessorGroup(const ProcessorGroupNode& group, const QUuid& groupId,
+                                    const QList<QUuid>& ids)
 {
     note("SetProcessorGroup", groupId.toString());
     memberships.append({group, groupId, ids});
@@ -299,7 +301,8 @@ void FakeHandler::RenameGroup(const QUuid& id, const QString& name)
     Q_UNUSED(name)
 }
 
-void FakeHandler::ReportSelection(const QUuid& focus, const QList<QUuid>& ids, const QList<SGroupSelection>& selections, const QUuid& previous)
+void FakeHandler::ReportSelection(const QUuid& focus, const QList<QUuid>& ids,
+                                  const QList<SGroupSelection>& selections, const QUuid& previous)
 {
     note("ReportSelection");
     Q_UNUSED(focus)

@@ -30,7 +30,8 @@ public:
     void clearCalls();
 
     // The project.
-    void setProject(const QList<ProcessorGroupNode>& groups, const QList<ProcessorNode>& processors);
+    void setProject(const QList<ProcessorGroupNode>& groups,
+                    const QList<ProcessorNode>& processors);
     void setProcessor(const ProcessorNode& processor);
     void setGroup(const ProcessorGroupNode& group);
     QList<ProcessorNode> processors() const;

@@ -43,7 +43,8 @@ bool HostThread::run(std::function<void()> work, int limitMs)
     QEventLoop loop;
     QTimer::singleShot(limitMs, &loop, &QEventLoop::quit);
     const auto done = post(std::move(work));
-    const auto ended = post([&loop] { QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection); });
+    const auto ended = post(
+        [&loop] { QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection); });
     loop.exec();
     const bool inTime = done.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
     if (!inTime)

@@ -26,8 +26,8 @@ public:
     /// Queues `work`; the future is ready when it has run.
     std::future<void> post(std::function<void()> work);
 
-    /// Runs `work` there while this thread, the GUI thread, goes on processing events. Fails the test
-    /// and returns false when that takes longer than `limitMs`.
+    /// Runs `work` there while this thread, the GUI thread, goes on processing events. Fails the
+    /// test and returns false when that takes longer than `limitMs`.
     bool run(std::function<void()> work, int limitMs = 30000);
 
     /// What QThread::currentThread() is there.

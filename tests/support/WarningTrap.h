@@ -3,8 +3,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
-/// While one lives, every warning of Qt's is collected, and warnings nobody took are a test failure:
-/// what Qt says on stderr is a defect of ours.
+/// While one lives, every warning of Qt's is collected, and warnings nobody took are a test
+/// failure: what Qt says on stderr is a defect of ours.
 class WarningTrap final
 {
 public:
