@@ -40,6 +40,7 @@ number=
 read -r -t 30 number < "$folder/display" || true
 [ -n "$number" ] || stop "Xvfb does not start; run scripts/setup.sh test"
 export DISPLAY=:$number
+export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$folder}
 unset WAYLAND_DISPLAY XAUTHORITY
 
 openbox --sm-disable > "$folder/manager.log" 2>&1 &
