@@ -36,11 +36,18 @@ if [ -n "${DISPLAY-}${WAYLAND_DISPLAY-}" ]; then
     exec "$workbench" "${arguments[@]}"
 fi
 
+export QT_QPA_PLATFORM=xcb
+case " ${arguments[*]} " in
+*" --tour"* | *" --self-test "* | *" --help "*)
+    exec scripts/with-xvfb.sh "$workbench" "${arguments[@]}"
+    ;;
+esac
+
 tour=build/tour
 rm -rf "$tour"
 mkdir -p "$tour"
 stage "no display: touring the workbench on a virtual one"
-QT_QPA_PLATFORM=xcb logged "$tour/output.log" \
+logged "$tour/output.log" \
     scripts/with-xvfb.sh "$workbench" "${arguments[@]}" --tour "$tour" \
     || fail "the tour failed, see $tour/output.log" \
         "mend what it says, or set DISPLAY to see the window"

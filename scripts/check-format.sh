@@ -7,6 +7,7 @@ cd "$(dirname "$0")/.."
 
 formatted=$(mktemp)
 trap 'rm -f "$formatted"' EXIT
+files=$(git ls-files --cached --others --exclude-standard '*.h' '*.cpp' Interface/ObserverPattern)
 different=0
 # Formatted from standard input, because ObserverPattern has no suffix that would tell its language.
 while read -r file; do
@@ -19,7 +20,7 @@ while read -r file; do
         echo "$file"
         different=1
     fi
-done < <(git ls-files --cached --others --exclude-standard '*.h' '*.cpp' Interface/ObserverPattern)
+done <<< "$files"
 
 if [ "$different" -ne 0 ]; then
     echo "These differ from .clang-format; run scripts/check-format.sh --fix"

@@ -3,5 +3,5 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-mapfile -t scripts < <(git ls-files --cached --others --exclude-standard '*.sh' .ci/run)
-shellcheck --external-sources "${scripts[@]}"
+git ls-files --cached --others --exclude-standard '*.sh' .ci/run \
+    | xargs shellcheck --external-sources

@@ -40,11 +40,11 @@ object=$(mktemp)
 trap 'rm -f "$object"' EXIT
 "$prefix-g++-posix" "${flags[@]}" -c plugin/TargetSelectAreaInit.cpp -o "$object"
 symbol=$(sed -n 's/.*"\(_Z[^"]*\)".*/\1/p' Interface/TargetSelectArea.h)
-if ! "$prefix-objdump" --section=.drectve --full-contents "$object" | grep -q 'export'; then
+if ! "$prefix-objdump" --section=.drectve --full-contents "$object" | grep 'export' > /dev/null; then
     echo "TargetSelectArea_Init is not exported on Windows"
     exit 1
 fi
-if ! "$prefix-nm" --defined-only "$object" | grep -q " T $symbol\$"; then
+if ! "$prefix-nm" --defined-only "$object" | grep " T $symbol\$" > /dev/null; then
     echo "$symbol is not what Windows calls TargetSelectArea_Init"
     exit 1
 fi

@@ -39,13 +39,17 @@ logged() {
     fi
 }
 
-# configure PRESET: writes the build folder unless there is one, which looks after itself.
+# configure PRESET: makes the build folder, and again after a change of the presets; of all other
+# changes the build folder takes notice by itself.
 configure() {
-    local preset=$1 log=build/$1-build.log
-    [ ! -f "build/$preset/build.ninja" ] || return 0
+    local preset=$1 log=build/$1-build.log stamp=build/$1/configured
+    if [ "$stamp" -nt CMakePresets.json ]; then
+        return
+    fi
     logged "$log" cmake --preset "$preset" \
         || fail "configuring '$preset' failed, see $log" \
             "mend what it says, or remove build/$preset to start afresh"
+    touch "$stamp"
 }
 
 # build PRESET [TARGET...]: configures and builds; prints nothing when that works.

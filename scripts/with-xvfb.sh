@@ -40,13 +40,14 @@ number=
 read -r -t 30 number < "$folder/display" || true
 [ -n "$number" ] || stop "Xvfb does not start; run scripts/setup.sh test"
 export DISPLAY=:$number
+export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$folder}
 unset WAYLAND_DISPLAY XAUTHORITY
 
 openbox --sm-disable > "$folder/manager.log" 2>&1 &
 manager=$!
 # A window manager that is ready has announced itself on the root window.
 for ((try = 0; try < 300; ++try)); do
-    if xprop -root _NET_SUPPORTING_WM_CHECK 2> /dev/null | grep -q 'window id'; then
+    if xprop -root _NET_SUPPORTING_WM_CHECK 2> /dev/null | grep 'window id' > /dev/null; then
         break
     fi
     kill -0 "$manager" 2> /dev/null || stop "openbox does not start; run scripts/setup.sh test"
