@@ -59,7 +59,7 @@ void appendTree(const QStandardItem& root, ProcessorTreeSnapshot& out)
         if (!child || nodeType(*child) != NodeGroup)
             continue;
         auto group = child->data(NodeDataRole).value<ProcessorGroupNode>();
-        group.processors += processorsBelow(*child);
+        group.processors = processorsBelow(*child);
         out.groups.append(group);
     }
     out.processors += processorsBelow(root);
@@ -128,6 +128,9 @@ CTargetSelectData::CTargetSelectData(QObject* parent)
 CTargetSelectData::~CTargetSelectData()
 {
     Stop();
+    // The job in hand may still use the model.
+    m_workThread.reset();
+    m_model.reset();
 }
 
 void CTargetSelectData::Update(CSubject* subject)

@@ -116,7 +116,7 @@ QVariant CProcessorTreeModel::data(const QModelIndex& index, int role) const
         const QVariant stored = QStandardItemModel::data(index, NodeDataRole);
         return handler && handler->CheckProcessor(processorRecord(stored));
     }
-    const QVariant stored = QStandardItemModel::data(index, role);
+    QVariant stored = QStandardItemModel::data(index, role);
     if (role == NodeDataRole && stored.userType() == qMetaTypeId<CRecordHandle>())
         return QVariant::fromValue(processorRecord(stored));
     return stored;

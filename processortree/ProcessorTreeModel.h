@@ -29,8 +29,8 @@ public:
     explicit CProcessorTreeModel(QObject* parent = nullptr);
     ~CProcessorTreeModel() override;
 
-    QVariant data(const QModelIndex& index, int role) const override;
-    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
     QStringList mimeTypes() const override;
     QMimeData* mimeData(const QModelIndexList& indexes) const override;
     bool moveRows(const QModelIndex& sourceParent, int sourceRow, int count,

@@ -502,6 +502,8 @@ void BridgeTest::shouldTakeASnapshotInTreeOrder()
     Bridge bridge;
     ProcessorGroupNode listed = testGroup(100);
     listed.hostAttribute4 = 9;
+    // The host's own list of members does not count: the rows do.
+    listed.processors = {testProcessor(2, 100), testProcessor(88, 100)};
     bridge.panel.host().setProject(
         {listed, testGroup(101)}, {testProcessor(3), testProcessor(1, 100), testProcessor(2, 100)});
     bridge.notify(16);
