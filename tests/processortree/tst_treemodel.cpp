@@ -341,7 +341,9 @@ void TreeModelTest::shouldDescendIntoGroupsAlone()
     tree->getItem(testId(1))->appendRow(hidden);
     QVERIFY(!tree->getItem(testId(5)));
     QCOMPARE(tree->getAllProcessorCount(), 1);
-    tree->getItem(testId(1))->setData(QVariant::fromValue(NodeGroup), 258);
+    tree->getItem(testId(1))->setData(testId(2), 257); // everything is looked through again
+    QVERIFY(!tree->getItem(testId(5)));
+    tree->getItem(testId(2))->setData(QVariant::fromValue(NodeGroup), 258);
     QCOMPARE(tree->getItem(testId(5)), static_cast<QStandardItem*>(hidden));
     QCOMPARE(tree->getAllProcessorCount(), 1);
 }
