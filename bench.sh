@@ -16,6 +16,6 @@ for argument in "$@"; do
 done
 
 set_up build bench
-build release
+build release benchmarks/all
 QT_QPA_PLATFORM=offscreen python3 benchmarks/report.py --build build/release "$@" \
     || fail "the benchmarks failed" "mend what they say, or run one of build/release/bin/bench_* alone"

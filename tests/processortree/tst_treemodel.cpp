@@ -77,6 +77,10 @@ private slots:
     void shouldKeepThePlaceWhenTheAddressIsNotUsed();
     void shouldMoveAnUpdatedProcessorToItsNewGroup();
     void shouldUpdateTheCellThatOthersHold();
+    void shouldLeaveTheRootOutOfUpdates();
+    void shouldUpdateAGroupRowAsAProcessor();
+    void shouldUpdateTheRowOfTheRecordsIdentity();
+    void shouldTakeUpRowsBuiltOutside();
     void shouldAskTheHostForItsCheckAtEveryRead();
     void shouldCheckADefaultRecordWhereThereIsNone();
     void shouldRenameAProcessorAndItsRecord();
@@ -337,7 +341,9 @@ void TreeModelTest::shouldDescendIntoGroupsAlone()
     tree->getItem(testId(1))->appendRow(hidden);
     QVERIFY(!tree->getItem(testId(5)));
     QCOMPARE(tree->getAllProcessorCount(), 1);
-    tree->getItem(testId(1))->setData(QVariant::fromValue(NodeGroup), 258);
+    tree->getItem(testId(1))->setData(testId(2), 257); // everything is looked through again
+    QVERIFY(!tree->getItem(testId(5)));
+    tree->getItem(testId(2))->setData(QVariant::fromValue(NodeGroup), 258);
     QCOMPARE(tree->getItem(testId(5)), static_cast<QStandardItem*>(hidden));
     QCOMPARE(tree->getAllProcessorCount(), 1);
 }
@@ -542,6 +548,68 @@ void TreeModelTest::shouldUpdateTheCellThatOthersHold()
     tree->updateProcessor(tree->getItem(testId(1)), changed);
     QCOMPARE(row->record.cell()->load().name, text("one"));
     QCOMPARE(tree->findRow(testId(1))->record.cell(), row->record.cell());
+}
+
+void TreeModelTest::shouldLeaveTheRootOutOfUpdates()
+{
+    const WarningTrap warnings;
+    Tree tree;
+    tree->updateProcessor(tree.root(), testProcessor(1));
+    tree->updateProcessor(tree.root(), testIpProcessor(1, 5));
+    tree->updateProcessor(nullptr, testIpProcessor(1, 5));
+    QCOMPARE(tree.dump(), text("All processors(0)[]"));
+    QVERIFY(!tree->index(0, 0).data(259).isValid());
+}
+
+void TreeModelTest::shouldUpdateAGroupRowAsAProcessor()
+{
+    const WarningTrap warnings;
+    Tree tree;
+    tree->AppendGroup(testGroup(100));
+    tree->AppendProcessor(testProcessor(1, 100));
+    ProcessorNode record = testProcessor(100);
+    record.name = text("P");
+    tree->updateProcessor(tree->getItem(testId(100)), record);
+    QCOMPARE(tree.dump(), text("All processors(1)[P[1]]"));
+    QCOMPARE(tree.processor(100).name, text("P"));
+    QVERIFY(tree.group(100).id.isNull());
+    tree->moveProcessors({tree.index(1)}, QUuid());
+    QCOMPARE(tree.dump(), text("All processors(1)[P[],1]"));
+}
+
+void TreeModelTest::shouldUpdateTheRowOfTheRecordsIdentity()
+{
+    const WarningTrap warnings;
+    Tree tree;
+    tree->AppendProcessor(testProcessor(1));
+    tree->AppendProcessor(testProcessor(2));
+    // The host no longer knew processor 1, and its row got an empty record.
+    tree->updateProcessor(tree->getItem(testId(1)), ProcessorNode());
+    QCOMPARE(tree.dump(), text("All processors(2)[,2]"));
+    tree->updateProcessor(tree->getItem(testId(1)), testIpProcessor(1, 5));
+    QCOMPARE(tree.dump(), text("All processors(3)[1,,2]"));
+}
+
+void TreeModelTest::shouldTakeUpRowsBuiltOutside()
+{
+    const WarningTrap warnings;
+    Tree tree;
+    tree->AppendGroup(testGroup(100));
+    auto* group = new CProcessorItem(NodeGroup);
+    group->setUuid(testId(101));
+    auto* processor = new CProcessorItem(NodeProcessor);
+    processor->setUuid(testId(1));
+    processor->setData(QVariant::fromValue(testProcessor(1, 101)), 259);
+    group->appendRow(processor);
+    tree.root()->appendRow(group);
+    QCOMPARE(tree->getItem(testId(1)), static_cast<QStandardItem*>(processor));
+    const auto row = tree->findRow(testId(1));
+    QVERIFY(row && row->record.cell());
+    QCOMPARE(row->record.cell()->load().groupId, testId(101));
+    QCOMPARE(tree.processor(1).groupId, testId(101));
+    tree.root()->removeRows(0, 2);
+    QVERIFY(!tree->getItem(testId(1)));
+    QVERIFY(!tree->findRow(testId(101)));
 }
 
 void TreeModelTest::shouldAskTheHostForItsCheckAtEveryRead()

@@ -261,6 +261,13 @@ void TreeMovesTest::shouldUpdateTheMembersOfBothGroups()
     model().moveProcessors({index(2)}, QUuid());
     QCOMPARE(numbersOf(group(101).processors), text("5"));
     QCOMPARE(group(101).name, text("B"));
+    // Where rows have an order by address, the list follows.
+    for (const quint32 n : {10U, 30U, 20U}) {
+        model().AppendProcessor(testIpProcessor(n, n));
+        model().moveProcessors({index(n)}, testId(100));
+    }
+    QCOMPARE(dump(), text("All processors(8)[A[10,20,30,1,3],B[4,5],2]"));
+    QCOMPARE(numbersOf(group(100).processors), text("10,20,30,1,3"));
 }
 
 void TreeMovesTest::shouldReportTheNewMembership()
