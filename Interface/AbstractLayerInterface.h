@@ -21,8 +21,8 @@ public:
     /// For a host that replaced its handler or its subject. Answers true.
     virtual bool Reconnect() { return true; }
 
-    /// The host's control handler, assigned by the host before Initialize() and kept set. The layer
-    /// only reads it, and copies it for each call, so that a handler replaced in the middle of a
-    /// call lives until the call ends. Assign it while no event is being delivered.
+    /// The host's control handler, assigned by the host on the GUI thread before Initialize() and
+    /// kept set. The layer only reads it, and copies it for each call, so that a handler replaced
+    /// in the middle of a call lives until the call ends. Call Reconnect() after replacing it.
     std::shared_ptr<IAbstractControlInterface> m_controlHandler;
 };

@@ -15,8 +15,9 @@ class QWidget;
 /// destroyed), hands it out in `*layer` and makes its widget a child of `parent`, which may be
 /// null. Called again it hands out the same object and moves the widget to the new parent.
 ///
-/// Returns false, and does nothing, when `layer` is null. Thread: GUI thread, with a QApplication.
-/// Lifetime: the panel belongs to its Qt parent; without one, delete it through `*layer`.
+/// Returns false, and does nothing, when `layer` is null or no panel can be built here. Thread: GUI
+/// thread, with a QApplication. Lifetime: the panel belongs to its Qt parent; without one, delete
+/// it through `*layer`.
 TARGETSELECTAREA_EXPORT bool TargetSelectArea_Init(IAbstractLayerInterface** layer,
                                                    QWidget* parent);
 

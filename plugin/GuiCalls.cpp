@@ -8,13 +8,21 @@
 
 #include <utility>
 
+namespace {
+
+/// Hosts answer at once, unless they wait for something.
+constexpr std::chrono::milliseconds kUsualQuestion{20};
+
+} // namespace
+
 /// What callers wait in. Outlives the object: a caller may still be on its way out.
 struct CGuiCalls::Room
 {
     std::mutex mutex;
     std::condition_variable changed;
     int pending = 0;
-    int questions = 0;
+    int questions = 0;      // nested ones of the GUI thread
+    int questionNumber = 0; // of the outermost one
     bool closed = false;
 };
 
@@ -92,39 +100,50 @@ CGuiCalls::~CGuiCalls()
 
 void CGuiCalls::post(Call call)
 {
-    if (isHere())
-        call();
-    else
+    if (!isHere()) {
         enqueue(std::move(call));
+        return;
+    }
+    settle();
+    call();
 }
 
 bool CGuiCalls::run(Call call)
 {
     if (isHere()) {
+        settle();
         call();
         return true;
     }
     const auto room = m_room;
-    const auto patience = m_patience;
+    const auto deadline = std::chrono::steady_clock::now() + m_patience;
     const auto ticket = enqueue(std::move(call));
     std::unique_lock guard(room->mutex);
-    room->changed.wait_for(guard, patience, [&] {
-        return ticket->ended || room->closed || (!ticket->started && room->questions > 0);
-    });
+    const auto isOver = [&] { return ticket->ended || room->closed; };
+    const auto isAsking = [&] { return !ticket->started && room->questions > 0; };
+    while (room->changed.wait_until(guard, deadline, [&] { return isOver() || isAsking(); })
+           && !isOver()) {
+        const int question = room->questionNumber;
+        const auto isNext = [&] { return !isAsking() || room->questionNumber != question; };
+        if (!room->changed.wait_for(guard, kUsualQuestion, [&] { return isOver() || isNext(); }))
+            break;
+    }
     return ticket->ran;
 }
 
-void CGuiCalls::settle()
+bool CGuiCalls::settle()
 {
     {
         const std::lock_guard guard(m_room->mutex);
         if (m_room->pending == 0)
-            return;
+            return true;
     }
     if (!isHere())
-        run([] {});
-    else if (m_running == 0)
-        QCoreApplication::sendPostedEvents(this, CallEvent::eventType());
+        return run([] {});
+    if (m_running > 0)
+        return false;
+    QCoreApplication::sendPostedEvents(this, CallEvent::eventType());
+    return true;
 }
 
 void CGuiCalls::close()
@@ -177,7 +196,8 @@ CGuiCalls::CHostQuestion::CHostQuestion(CGuiCalls& calls)
         return;
     {
         const std::lock_guard guard(m_calls->m_room->mutex);
-        ++m_calls->m_room->questions;
+        if (m_calls->m_room->questions++ == 0)
+            ++m_calls->m_room->questionNumber;
     }
     m_calls->m_room->changed.notify_all();
 }
@@ -186,6 +206,9 @@ CGuiCalls::CHostQuestion::~CHostQuestion()
 {
     if (!m_calls)
         return;
-    const std::lock_guard guard(m_calls->m_room->mutex);
-    --m_calls->m_room->questions;
+    {
+        const std::lock_guard guard(m_calls->m_room->mutex);
+        --m_calls->m_room->questions;
+    }
+    m_calls->m_room->changed.notify_all();
 }

@@ -12,9 +12,9 @@
 /// they were made, and of which a caller may wait for the end.
 ///
 /// A wait always ends: when the call has run; when it was dropped, because this object was
-/// destroyed; when the GUI thread is itself inside a question to the host, which may be waiting for
-/// the caller; when close() was called; and after patience(). In the last three cases the call
-/// stays queued and runs later, in its turn.
+/// destroyed; when the GUI thread stays inside a question to the host, which may be waiting for the
+/// caller; when close() was called; and after patience(). In the last three cases the call stays
+/// queued and runs later, in its turn.
 ///
 /// Lives on the GUI thread, wherever it is created.
 class CGuiCalls final : public QObject
@@ -27,16 +27,17 @@ public:
     explicit CGuiCalls(QObject* parent = nullptr);
     ~CGuiCalls() override;
 
-    /// Runs `call` at once on the GUI thread, else queues it. Any thread.
+    /// Runs `call` at once on the GUI thread, behind what is queued, else queues it. Any thread.
     void post(Call call);
 
-    /// Runs `call` at once on the GUI thread, else queues it and waits for its end. Hold no lock
-    /// that the GUI thread may want. Returns whether it has run. Any thread.
+    /// The same, but waits for the end of `call`. Hold no lock that the GUI thread may want.
+    /// Returns whether it has run. Any thread.
     bool run(Call call);
 
     /// Has what was queued so far run: waits for it, or on the GUI thread runs it now, unless a
-    /// queued call is what is running. Costs next to nothing when nothing is queued. Any thread.
-    void settle();
+    /// queued call is what is running. Costs next to nothing when nothing is queued. Returns
+    /// whether nothing is left. Any thread.
+    bool settle();
 
     /// Ends all waits, now and to come, until open(). Any thread.
     void close();
@@ -47,7 +48,8 @@ public:
     void setPatience(std::chrono::milliseconds patience) { m_patience = patience; }
 
     /// While one lives, the GUI thread is inside a question to the host, which may raise events on
-    /// another thread and wait for them there. Any thread; only the GUI thread's counts.
+    /// another thread and wait for them there. Callers are released when one question takes longer
+    /// than a question usually does. Any thread; only the GUI thread's counts.
     class CHostQuestion final
     {
     public:

@@ -94,16 +94,18 @@ void CReentrantLock::forget()
 
 CReentrantLock::Hold CReentrantLock::release()
 {
-    const Hold hold = std::exchange(mine(), Hold());
+    const Hold hold = mine();
     if (hold.depth > 0)
         drop();
+    forget();
     return hold;
 }
 
 void CReentrantLock::restore(const Hold& hold)
 {
-    if (hold.depth > 0)
-        take(hold.writes);
+    if (hold.depth == 0)
+        return;
+    take(hold.writes);
     mine() = hold;
 }
 
@@ -119,7 +121,7 @@ void CLendableLock::lockForWrite()
     if (!onGuiThread()) {
         // Nobody may wait for the outer lock with the floor in hand: its holder may need the floor.
         if (m_floor.isHeldForReading()) {
-            const CLoan loan(*this);
+            const CLoan loan(*this, Borrower::GuiThread);
             m_outer.lockForWrite();
         } else {
             m_outer.lockForWrite();
@@ -134,13 +136,16 @@ void CLendableLock::unlock()
     m_outer.unlock();
 }
 
-CLendableLock::CLoan::CLoan(CLendableLock& lock)
-    : m_floor(lock.m_floor)
-    , m_hold(m_floor.release())
+CLendableLock::CLoan::CLoan(CLendableLock& lock, Borrower borrower)
+    : m_lock(lock)
 {
+    m_floor = m_lock.m_floor.release();
+    if (borrower == Borrower::Everybody)
+        m_outer = m_lock.m_outer.release();
 }
 
 CLendableLock::CLoan::~CLoan()
 {
-    m_floor.restore(m_hold);
+    m_lock.m_outer.restore(m_outer);
+    m_lock.m_floor.restore(m_floor);
 }

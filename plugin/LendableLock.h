@@ -42,9 +42,9 @@ private:
 ///
 /// It is two locks. The outer one keeps threads other than the GUI thread apart for the whole of an
 /// operation. The inner one, the floor, is what the GUI thread takes; every thread holds it while
-/// it works. A thread that is about to wait for the GUI thread, or to call into the host, which may
-/// do so, lends the floor (CLoan) and keeps the outer lock: the GUI thread reads and writes as if
-/// the lock were free, and nobody else does.
+/// it works. A thread that is about to wait for the GUI thread lends the floor and keeps the outer
+/// lock: the GUI thread reads and writes as if the lock were free, and nobody else does. A thread
+/// that calls into the host, which may wait for any thread, lends both.
 ///
 /// So: whoever holds the floor must not wait for another thread.
 class CLendableLock final
@@ -56,18 +56,22 @@ public:
     void lockForWrite();
     void unlock();
 
-    /// Lends the floor for its lifetime. Without effect for a thread that does not hold it.
+    enum class Borrower { GuiThread, Everybody };
+
+    /// Lends what the calling thread holds for its lifetime; a thread that holds nothing lends
+    /// nothing.
     class CLoan final
     {
     public:
-        explicit CLoan(CLendableLock& lock);
+        CLoan(CLendableLock& lock, Borrower borrower);
         ~CLoan();
         CLoan(const CLoan&) = delete;
         CLoan& operator=(const CLoan&) = delete;
 
     private:
-        CReentrantLock& m_floor;
-        CReentrantLock::Hold m_hold;
+        CLendableLock& m_lock;
+        CReentrantLock::Hold m_floor;
+        CReentrantLock::Hold m_outer;
     };
 
     class CReader final

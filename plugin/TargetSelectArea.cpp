@@ -10,6 +10,7 @@
 #include <QEvent>
 #include <QHostAddress>
 #include <QLabel>
+#include <QPointer>
 #include <QSignalBlocker>
 #include <QStyleOption>
 #include <QStylePainter>
@@ -25,10 +26,16 @@ namespace {
 constexpr int kPanelWidth = 220;
 constexpr int kControlWidth = 200;
 
-/// The panel of the process. Cleared under the mutex before anything of the panel is torn down, so
-/// that other threads find either a whole panel or none.
-std::mutex g_existingMutex;
-CTargetSelectArea* g_existing = nullptr;
+/// The panel of the process, and its handler as other threads may see it. Cleared before anything
+/// of the panel is torn down. The handler is not owned here: one that the host replaces must go.
+struct ExistingPanel
+{
+    std::mutex mutex;
+    CTargetSelectArea* panel = nullptr;
+    std::weak_ptr<IAbstractControlInterface> handler;
+};
+
+ExistingPanel g_existing;
 
 bool onGuiThread()
 {
@@ -41,26 +48,30 @@ bool onGuiThread()
 CTargetSelectArea* CTargetSelectArea::Instance()
 {
     // Only the GUI thread builds a panel, so none is ever built twice; and it builds it outside the
-    // mutex, so that what the constructor runs may ask for the panel.
+    // mutex, so that what the constructor runs may ask for the handler.
     if (onGuiThread() && !Existing()) {
         auto* panel = new CTargetSelectArea;
-        const std::lock_guard guard(g_existingMutex);
-        g_existing = panel;
+        const std::lock_guard guard(g_existing.mutex);
+        g_existing.panel = panel;
     }
     return Existing();
 }
 
 CTargetSelectArea* CTargetSelectArea::Existing()
 {
-    const std::lock_guard guard(g_existingMutex);
-    return g_existing;
+    const std::lock_guard guard(g_existing.mutex);
+    return g_existing.panel;
 }
 
-void CTargetSelectArea::WithExisting(const std::function<void(CTargetSelectArea&)>& use)
+std::shared_ptr<IAbstractControlInterface> CTargetSelectArea::ControlHandler()
 {
-    const std::lock_guard guard(g_existingMutex);
-    if (g_existing)
-        use(*g_existing);
+    const std::lock_guard guard(g_existing.mutex);
+    if (!g_existing.panel)
+        return {};
+    if (!onGuiThread())
+        return g_existing.handler.lock();
+    g_existing.handler = g_existing.panel->m_controlHandler;
+    return g_existing.panel->m_controlHandler;
 }
 
 CTargetSelectArea::CTargetSelectArea(QWidget* parent)
@@ -100,9 +111,11 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
 
 CTargetSelectArea::~CTargetSelectArea()
 {
-    const std::lock_guard guard(g_existingMutex);
-    if (g_existing == this)
-        g_existing = nullptr;
+    const std::lock_guard guard(g_existing.mutex);
+    if (g_existing.panel == this) {
+        g_existing.panel = nullptr;
+        g_existing.handler.reset();
+    }
 }
 
 QWidget* CTargetSelectArea::GetWidget()
@@ -164,6 +177,7 @@ void CTargetSelectArea::onDetectStrategyChanged(int strategy)
 
 void CTargetSelectArea::onCurrentDeviceSetChanged(GUID current, const QList<SDeviceSetInfo>& sets)
 {
+    ++m_deviceSetsGeneration;
     m_deviceSetSelector->disconnect();
     m_deviceSetSelector->clear();
     m_acceptedDeviceSet = -1;
@@ -265,7 +279,13 @@ void CTargetSelectArea::confirmDeviceSet(const QList<SDeviceSetInfo>& sets, int 
     const auto handler = GetTargetSelectHandler();
     if (index < 0 || index >= sets.size() || !handler)
         return;
-    if (handler->ConfirmDeviceSetChange(sets.at(index), index)) {
+    // The host may ask the user, and meanwhile change the device sets or destroy the panel.
+    const QPointer<CTargetSelectArea> alive(this);
+    const int generation = m_deviceSetsGeneration;
+    const bool accepted = handler->ConfirmDeviceSetChange(sets.at(index), index);
+    if (!alive || generation != m_deviceSetsGeneration)
+        return;
+    if (accepted) {
         m_acceptedDeviceSet = index;
         return;
     }

@@ -8,7 +8,7 @@
 #include <QUuid>
 #include <QWidget>
 
-#include <functional>
+#include <memory>
 
 class QComboBox;
 class QLabel;
@@ -17,7 +17,7 @@ class QTreeView;
 /// The panel that the host docks: the device set selector, the line with a LAN-USB processor's
 /// address, and the processor tree.
 ///
-/// GUI thread, but for WithExisting(). Lives until its Qt parent, or the host through the layer
+/// GUI thread, but for ControlHandler(). Lives until its Qt parent, or the host through the layer
 /// interface, destroys it; Instance() then builds a new one.
 class CTargetSelectArea final : public QWidget,
                                 public ITargetSelectAreaInterface,
@@ -33,9 +33,9 @@ public:
     /// The panel if there is one. GUI thread.
     static CTargetSelectArea* Existing();
 
-    /// Calls `use` with the panel if there is one, which is not destroyed meanwhile. `use` must be
-    /// short and come back here for nothing. Any thread.
-    static void WithExisting(const std::function<void(CTargetSelectArea&)>& use);
+    /// The handler that the host gave its layer; null without a panel. Any thread: the host assigns
+    /// the handler on the GUI thread, so other threads get what the GUI thread saw last.
+    static std::shared_ptr<IAbstractControlInterface> ControlHandler();
 
     /// Builds a panel. Does not reach the host, which has given no handler yet.
     explicit CTargetSelectArea(QWidget* parent = nullptr);
@@ -85,5 +85,6 @@ private:
     QComboBox* m_deviceSetSelector; // Qt child
     QTreeView* m_treeView;          // Qt child
     int m_acceptedDeviceSet = -1;
+    int m_deviceSetsGeneration = 0; // which list of device sets the selector shows
     int m_detectStrategy = 0;
 };

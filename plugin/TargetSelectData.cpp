@@ -199,7 +199,8 @@ void CTargetSelectData::dispatch(CSubject* subject)
         break;
     case CurrentProcessorChanged: {
         QUuid current;
-        askHost([&](Handler& handler) { current = handler.GetCurrentProcessorId(); });
+        if (!askHost([&](Handler& handler) { current = handler.GetCurrentProcessorId(); }))
+            break;
         postJob(event, [this, current] {
             m_calls.run([current] {
                 QMetaObject::invokeMethod(CTargetSelectArea::Existing(),
@@ -232,6 +233,8 @@ CProcessorTreeModel* CTargetSelectData::GetModel()
 
 void CTargetSelectData::ResetModel()
 {
+    // What is queued belongs to the tree that goes.
+    m_calls.settle();
     m_model->clearToRoot();
 }
 
@@ -315,11 +318,11 @@ void CTargetSelectData::Stop()
 void CTargetSelectData::addGroup(const QUuid& id)
 {
     const CLendableLock::CWriter writer(m_lock);
-    settle();
-    if (m_model->findRow(id))
+    if (isKnown(id))
         return;
     ProcessorGroupNode group;
-    askHost([&](Handler& handler) { group = handler.GetGroupNode(id); });
+    if (!askHost([&](Handler& handler) { group = handler.GetGroupNode(id); }))
+        return;
     changeModel([this, id, group] {
         if (!m_model->getItem(id))
             QMetaObject::invokeMethod(m_model.get(), "AppendGroup", Qt::DirectConnection,
@@ -330,11 +333,11 @@ void CTargetSelectData::addGroup(const QUuid& id)
 void CTargetSelectData::addProcessor(const QUuid& id)
 {
     const CLendableLock::CWriter writer(m_lock);
-    settle();
-    if (m_model->findRow(id))
+    if (isKnown(id))
         return;
     ProcessorNode processor;
-    askHost([&](Handler& handler) { processor = handler.GetProcessorNode(id); });
+    if (!askHost([&](Handler& handler) { processor = handler.GetProcessorNode(id); }))
+        return;
     changeModel([this, id, processor] {
         if (!m_model->getItem(id))
             QMetaObject::invokeMethod(m_model.get(), "AppendProcessor", Qt::DirectConnection,
@@ -345,27 +348,22 @@ void CTargetSelectData::addProcessor(const QUuid& id)
 void CTargetSelectData::addProcessors(const QList<QUuid>& ids)
 {
     const CLendableLock::CWriter writer(m_lock);
-    settle();
-    QList<QUuid> missing;
-    for (const QUuid& id : ids) {
-        if (!m_model->findRow(id))
-            missing.append(id);
-    }
-    changeModel([this, missing] {
-        QList<QUuid> stillMissing;
-        for (const QUuid& id : missing) {
+    // Nothing but the model's thread is asked here, so what is missing is found out there.
+    changeModel([this, ids] {
+        QList<QUuid> missing;
+        for (const QUuid& id : ids) {
             if (!m_model->getItem(id))
-                stillMissing.append(id);
+                missing.append(id);
         }
         QMetaObject::invokeMethod(m_model.get(), "AppendProcessors", Qt::DirectConnection,
-                                  Q_ARG(QList<QUuid>, stillMissing));
+                                  Q_ARG(QList<QUuid>, missing));
     });
 }
 
 void CTargetSelectData::removeNode(const QUuid& id)
 {
     const CLendableLock::CWriter writer(m_lock);
-    m_calls.post([this, id] {
+    postChange([this, id] {
         QMetaObject::invokeMethod(m_model.get(), "removeNode", Qt::DirectConnection,
                                   Q_ARG(QUuid, id));
     });
@@ -374,7 +372,7 @@ void CTargetSelectData::removeNode(const QUuid& id)
 void CTargetSelectData::removeNodes(const QList<QUuid>& ids)
 {
     const CLendableLock::CWriter writer(m_lock);
-    m_calls.post([this, ids] {
+    postChange([this, ids] {
         QMetaObject::invokeMethod(m_model.get(), "removeNodes", Qt::DirectConnection,
                                   Q_ARG(QList<QUuid>, ids));
     });
@@ -383,37 +381,51 @@ void CTargetSelectData::removeNodes(const QList<QUuid>& ids)
 void CTargetSelectData::refreshProcessor(const QUuid& id, bool onlyProcessors)
 {
     const CLendableLock::CWriter writer(m_lock);
-    settle();
+    const bool settled = settle();
     const auto row = m_model->findRow(id);
-    if (!row || (onlyProcessors && row->type != NodeProcessor))
+    if (settled && (!row || (onlyProcessors && row->type != NodeProcessor)))
         return;
     ProcessorNode processor;
-    askHost([&](Handler& handler) { processor = handler.GetProcessorNode(id); });
-    changeModel(
-        [this, id, processor] { m_model->updateProcessor(m_model->getItem(id), processor); });
+    if (!askHost([&](Handler& handler) { processor = handler.GetProcessorNode(id); }))
+        return;
+    changeModel([this, id, processor, onlyProcessors] {
+        QStandardItem* item = m_model->getItem(id);
+        if (item && (!onlyProcessors || nodeType(*item) == NodeProcessor))
+            m_model->updateProcessor(item, processor);
+    });
 }
 
 void CTargetSelectData::updateMonitorState(const QList<QUuid>& ids)
 {
     {
         const CLendableLock::CWriter writer(m_lock);
-        for (const QUuid& id : ids) {
-            const auto known = m_model->findRow(id);
-            if (!known || known->type != NodeProcessor)
-                continue;
-            ProcessorNode processor;
-            askHost([&](Handler& handler) { processor = handler.GetProcessorNode(id); });
-            // Looked up again: the row may have been replaced while the host answered.
-            const auto row = m_model->findRow(id);
-            if (row && row->record.cell())
-                row->record.cell()->store(processor);
-        }
+        for (const QUuid& id : ids)
+            rewriteRecord(id);
     }
     // The rows' content changed without a signal; filters on it learn of it here.
     m_calls.post([this, ids] { m_model->announceRecords(ids); });
     postToPanel([](QObject* panel) {
         QMetaObject::invokeMethod(panel, "UpdateMonitorWarningState", Qt::DirectConnection);
     });
+}
+
+/// Replaces the record of a processor's row by the host's. A row or record that changed while the
+/// host answered may hold a later answer already: the host is asked again.
+void CTargetSelectData::rewriteRecord(const QUuid& id)
+{
+    for (;;) {
+        const auto row = m_model->findRow(id);
+        CRecordCell* cell = row ? row->record.cell() : nullptr;
+        if (!cell || row->type != NodeProcessor)
+            return;
+        const quint32 version = cell->version();
+        ProcessorNode processor;
+        if (!askHost([&](Handler& handler) { processor = handler.GetProcessorNode(id); }))
+            return;
+        const auto now = m_model->findRow(id);
+        if (now && now->record.cell() == cell && cell->replace(processor, version))
+            return;
+    }
 }
 
 void CTargetSelectData::postJob(quint32 event, std::function<void()> job)
@@ -430,27 +442,41 @@ void CTargetSelectData::postToPanel(std::function<void(QObject*)> call)
     });
 }
 
-/// Asks the host with the lock lent, so that the host may wait for the GUI thread, or on the GUI
-/// thread for another one.
-void CTargetSelectData::askHost(const std::function<void(Handler&)>& question)
+/// Asks the host with the lock lent, for the host may wait for any thread. False when there is no
+/// host to ask any more.
+bool CTargetSelectData::askHost(const std::function<void(Handler&)>& question)
 {
-    const CLendableLock::CLoan loan(m_lock);
-    const CGuiCalls::CHostQuestion asked(m_calls);
-    if (const auto handler = GetTargetSelectHandler())
+    const CLendableLock::CLoan loan(m_lock, CLendableLock::Borrower::Everybody);
+    const auto handler = GetTargetSelectHandler();
+    if (handler)
         question(*handler);
+    return handler != nullptr;
 }
 
 /// Runs `change` on the GUI thread with the lock lent, and waits for its end. It has to look at the
 /// model anew: a call that is left to the queue runs after others.
 void CTargetSelectData::changeModel(const std::function<void()>& change)
 {
-    const CLendableLock::CLoan loan(m_lock);
+    const CLendableLock::CLoan loan(m_lock, CLendableLock::Borrower::GuiThread);
     m_calls.run(change);
 }
 
-/// Lets removals and resets that are still queued take effect before the model is looked at.
-void CTargetSelectData::settle()
+/// The same without waiting for the end.
+void CTargetSelectData::postChange(const std::function<void()>& change)
 {
-    const CLendableLock::CLoan loan(m_lock);
-    m_calls.settle();
+    const CLendableLock::CLoan loan(m_lock, CLendableLock::Borrower::GuiThread);
+    m_calls.post(change);
+}
+
+/// Lets removals and resets that are still queued take effect before the model is looked at. False
+/// when some had to be left queued: what the model says now is no answer then.
+bool CTargetSelectData::settle()
+{
+    const CLendableLock::CLoan loan(m_lock, CLendableLock::Borrower::GuiThread);
+    return m_calls.settle();
+}
+
+bool CTargetSelectData::isKnown(const QUuid& id)
+{
+    return settle() && m_model->findRow(id);
 }

@@ -25,11 +25,10 @@ class ITargetSelectInterfaceHandler;
 /// work thread. Turns numbered host events into changes of the model and calls of the panel's
 /// slots.
 ///
-/// Events come on any one thread at a time of the host's, the GUI thread included. Those that
-/// change the model have changed it when Update() returns, but for "reset" and "remove", which off
-/// the GUI thread are queued; a later event waits for them. The rest goes to the work thread and
-/// from there to the panel. Without a panel, and after the application began to quit, events do
-/// nothing.
+/// Events come on any thread of the host's, the GUI thread included. Those that change the model
+/// have changed it when Update() returns, but for "reset" and "remove", which off the GUI thread
+/// are queued; a later event waits for them. The rest goes to the work thread and from there to the
+/// panel. Without a panel or a handler, and after the application began to quit, events do nothing.
 class CTargetSelectData final : public QObject,
                                 public CObserver,
                                 public CSingleton<CTargetSelectData>
@@ -93,12 +92,15 @@ private:
     void removeNodes(const QList<QUuid>& ids);
     void refreshProcessor(const QUuid& id, bool onlyProcessors);
     void updateMonitorState(const QList<QUuid>& ids);
+    void rewriteRecord(const QUuid& id);
 
     void postJob(quint32 event, std::function<void()> job);
     void postToPanel(std::function<void(QObject*)> call);
-    void askHost(const std::function<void(Handler&)>& question);
+    bool askHost(const std::function<void(Handler&)>& question);
     void changeModel(const std::function<void()>& change);
-    void settle();
+    void postChange(const std::function<void()>& change);
+    bool settle();
+    bool isKnown(const QUuid& id);
 
     std::unique_ptr<CWorkThread> m_workThread;
     CLendableLock m_lock;

@@ -1,11 +1,34 @@
 #include "plugin/TargetSelectHandler.h"
 
+#include "plugin/GuiCalls.h"
 #include "plugin/TargetSelectArea.h"
+#include "plugin/TargetSelectData.h"
+
+namespace {
+
+/// A handler while it is asked.
+struct Question
+{
+    Question(std::shared_ptr<ITargetSelectInterfaceHandler> asked, CGuiCalls& calls)
+        : handler(std::move(asked))
+        , scope(calls)
+    {
+    }
+
+    std::shared_ptr<ITargetSelectInterfaceHandler> handler;
+    CGuiCalls::CHostQuestion scope;
+};
+
+} // namespace
 
 std::shared_ptr<ITargetSelectInterfaceHandler> GetTargetSelectHandler()
 {
-    std::shared_ptr<IAbstractControlInterface> handler;
-    CTargetSelectArea::WithExisting(
-        [&](CTargetSelectArea& area) { handler = area.m_controlHandler; });
-    return std::dynamic_pointer_cast<ITargetSelectInterfaceHandler>(handler);
+    auto handler = std::dynamic_pointer_cast<ITargetSelectInterfaceHandler>(
+        CTargetSelectArea::ControlHandler());
+    if (!handler)
+        return {};
+    auto* const operations = handler.get();
+    const auto question =
+        std::make_shared<Question>(std::move(handler), CTargetSelectData::Instance()->guiCalls());
+    return {question, operations};
 }

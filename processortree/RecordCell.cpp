@@ -1,7 +1,9 @@
 #include "processortree/RecordCell.h"
 
-CRecordCell::CRecordCell(const ProcessorNode& record)
-    : m_record(record)
+#include <utility>
+
+CRecordCell::CRecordCell(ProcessorNode record)
+    : m_record(std::move(record))
 {
 }
 
@@ -21,6 +23,23 @@ void CRecordCell::store(const ProcessorNode& record)
 {
     const std::lock_guard guard(m_mutex);
     m_record = record;
+    ++m_version;
+}
+
+quint32 CRecordCell::version() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_version;
+}
+
+bool CRecordCell::replace(const ProcessorNode& record, quint32 version)
+{
+    const std::lock_guard guard(m_mutex);
+    if (m_version != version)
+        return false;
+    m_record = record;
+    ++m_version;
+    return true;
 }
 
 CRecordHandle::CRecordHandle(const ProcessorNode& record)

@@ -26,7 +26,7 @@ public:
         bool reachedByIp = false;
     };
 
-    explicit CRecordCell(const ProcessorNode& record);
+    explicit CRecordCell(ProcessorNode record);
 
     /// A copy of the record. Any thread.
     ProcessorNode load() const;
@@ -37,9 +37,16 @@ public:
     /// Replaces the record. Any thread; tells nobody.
     void store(const ProcessorNode& record);
 
+    /// Counts the replacements. Any thread.
+    quint32 version() const;
+
+    /// Replaces the record unless it was replaced since `version`; returns whether it did.
+    bool replace(const ProcessorNode& record, quint32 version);
+
 private:
     mutable std::mutex m_mutex;
     ProcessorNode m_record;
+    quint32 m_version = 0;
 };
 
 /// What an item holds under NodeDataRole; QVariant::value<ProcessorNode>() reads through it.

@@ -32,12 +32,16 @@ void CWorkThread::AppendEvent(Event event, bool replacePending)
 
 void CWorkThread::ActivateThread()
 {
+    // Starting a thread that is on its way out would do nothing.
+    bool leaving = false;
     {
         const std::lock_guard guard(m_mutex);
         m_exit = false;
+        leaving = m_leaving;
     }
+    if (leaving)
+        wait();
     start();
-    m_changed.notify_one();
 }
 
 void CWorkThread::ThreadExit()
@@ -53,6 +57,10 @@ void CWorkThread::ThreadExit()
 
 void CWorkThread::run()
 {
+    {
+        const std::lock_guard guard(m_mutex);
+        m_leaving = false;
+    }
     Event event;
     while (takeNext(event)) {
         event.second();
@@ -64,8 +72,10 @@ bool CWorkThread::takeNext(Event& event)
 {
     std::unique_lock guard(m_mutex);
     m_changed.wait(guard, [this] { return m_exit || !m_events.empty(); });
-    if (m_exit)
+    if (m_exit) {
+        m_leaving = true;
         return false;
+    }
     event = std::move(m_events.front());
     m_events.pop_front();
     return true;

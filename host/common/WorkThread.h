@@ -26,10 +26,11 @@ public:
     ~CWorkThread() override;
 
     /// Posts a job. With `replacePending` a waiting job of the same number is replaced in its place
-    /// in the line instead. Any thread. After ThreadExit() jobs are dropped until the next start().
+    /// in the line instead. Any thread. After ThreadExit() jobs are dropped until ActivateThread().
     void AppendEvent(Event event, bool replacePending);
 
-    /// Starts the thread when it does not run, and wakes it. Any thread but its own.
+    /// Takes jobs again after ThreadExit(), and starts the thread when it does not run. Any thread
+    /// but its own.
     void ActivateThread();
 
     /// Asks the thread to end after the job in hand; waiting jobs are dropped, with what they hold.
@@ -46,4 +47,5 @@ private:
     std::condition_variable m_changed;
     std::deque<Event> m_events;
     bool m_exit = false;
+    bool m_leaving = false; // run() is about to return
 };

@@ -31,6 +31,8 @@ class BridgeLifeTest : public QObject
 private slots:
     void shouldDoNothingWithoutAPanel();
     void shouldDropJobsOfADestroyedPanel();
+    void shouldWriteNothingForADestroyedPanel();
+    void shouldAddNothingForADestroyedPanel();
     void shouldKeepAReplacedHandlerAliveDuringItsCall();
     void shouldStartOverWithANewPanel();
     void shouldReleaseTheHostWhenTheBridgeIsDeleted();
@@ -96,6 +98,50 @@ void BridgeLifeTest::shouldDropJobsOfADestroyedPanel()
     TestPanel panel;
     panel.notify<int>(0, 1234);
     QTRY_COMPARE(panel.area().detectStrategy(), 1234);
+}
+
+void BridgeLifeTest::shouldWriteNothingForADestroyedPanel()
+{
+    const WarningTrap warnings;
+    CProcessorTreeModel* model = CTargetSelectData::Instance()->GetModel();
+    {
+        TestPanel panel;
+        panel.host().setProject({}, {testProcessor(1)});
+        panel.notify(16);
+        // The work thread waits for this thread first, and comes to the states when the panel is
+        // gone.
+        panel.notify(30);
+        panel.notify<QList<QUuid>>(39, {testId(1)});
+    }
+    QSignalSpy announced(model, &QAbstractItemModel::dataChanged);
+    QTRY_VERIFY(!announced.isEmpty());
+    const QModelIndex row = model->getItem(testId(1))->index();
+    QCOMPARE(row.data(NodeDataRole).value<ProcessorNode>().id, testId(1));
+}
+
+void BridgeLifeTest::shouldAddNothingForADestroyedPanel()
+{
+    const WarningTrap warnings;
+    HostThread host;
+    auto panel = std::make_unique<TestPanel>();
+    CProcessorTreeModel& model = panel->model();
+    CObserver* observer = panel->host().observer;
+    panel->host().setProject({}, {testProcessor(1)});
+    std::promise<void> queued;
+    const auto done = host.post([&] {
+        CSubject subject;
+        subject.Attach(observer);
+        subject.Notify(16);
+        queued.set_value();
+        // Waits for the refill, and finds no panel behind it.
+        subject.Notify<QUuid>(18, testId(9));
+        subject.Notify<QUuid>(17, testId(9));
+    });
+    QVERIFY(comesBack(queued.get_future()));
+    panel.reset();
+    QTRY_VERIFY(done.wait_for(std::chrono::seconds(0)) == std::future_status::ready);
+    QCOMPARE(model.getAllProcessorCount(), 0);
+    QCOMPARE(model.groupCount(), 0);
 }
 
 void BridgeLifeTest::shouldKeepAReplacedHandlerAliveDuringItsCall()

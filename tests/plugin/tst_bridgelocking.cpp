@@ -15,6 +15,7 @@
 #include <atomic>
 #include <chrono>
 #include <future>
+#include <mutex>
 
 namespace {
 
@@ -62,6 +63,12 @@ private slots:
     void shouldChangeRecordsWithoutASignalOffTheGuiThread();
     void shouldRefilterAfterMonitorStates();
     void shouldFindARowWhileItMoves();
+    void shouldLetTheHostWaitInsideAnyQuestion_data();
+    void shouldLetTheHostWaitInsideAnyQuestion();
+    void shouldLetTheHostWaitInsideAQuestionOffTheGuiThread();
+    void shouldLetTheHostHoldItsOwnLockWhileItNotifies();
+    void shouldKeepTheOrderOfEventsFromBothThreads();
+    void shouldAskAgainWhenARecordChangedMeanwhile();
 };
 
 void BridgeLockingTest::shouldAnswerTheGuiThreadWhileAnEventWaitsForIt()
@@ -426,6 +433,160 @@ void BridgeLockingTest::shouldFindARowWhileItMoves()
     disconnect(connection);
     QCOMPARE(moved.size(), 1);
     QVERIFY(found);
+}
+
+void BridgeLockingTest::shouldLetTheHostWaitInsideAnyQuestion_data()
+{
+    QTest::addColumn<QString>("question");
+    QTest::newRow("detection") << QStringLiteral("DetectAllDevices");
+    QTest::newRow("move") << QStringLiteral("SetProcessorGroup");
+    QTest::newRow("removal of a group") << QStringLiteral("SetProcessorGroup");
+    QTest::newRow("refill") << QStringLiteral("GetAllGroupNodes");
+    QTest::newRow("adding many") << QStringLiteral("GetProcessorNode");
+    QTest::newRow("check") << QStringLiteral("CheckProcessor");
+    QTest::newRow("device set") << QStringLiteral("GetDeviceSetText");
+}
+
+void BridgeLockingTest::shouldLetTheHostWaitInsideAnyQuestion()
+{
+    QFETCH(QString, question);
+    const WarningTrap warnings;
+    TestPanel panel;
+    HostThread host;
+    // Patience would end any wait; here nothing but the question may.
+    panel.data().guiCalls().setPatience(std::chrono::hours(1));
+    panel.host().setProject({testGroup(100), testGroup(101)}, {testProcessor(1, 100)});
+    panel.notify(16);
+    panel.host().setProcessor(testProcessor(2));
+    panel.host().setProcessor(testProcessor(3));
+    bool cameBack = false;
+    panel.host().inside = [&](const QString& name) {
+        if (name != question || QThread::currentThread() != thread() || cameBack)
+            return;
+        cameBack = comesBack(host.post([&] {
+            panel.data().IsReadOnly();
+            panel.notify<QUuid>(18, testId(2));
+        }));
+    };
+
+    const QByteArray row = QTest::currentDataTag();
+    const QModelIndex index = panel.model().getItem(testId(1))->index();
+    if (row == "detection")
+        panel.area().DetectDevices();
+    else if (row == "move")
+        panel.model().moveProcessors({index}, testId(101));
+    else if (row == "removal of a group")
+        panel.notify<QUuid>(20, testId(100));
+    else if (row == "refill")
+        panel.notify(16);
+    else if (row == "adding many")
+        panel.notify<QList<QUuid>>(19, {testId(3)});
+    else if (row == "check")
+        index.data(HostCheckRole);
+    else
+        panel.area().onCurrentDeviceSetChanged(GUID{1, 0, 0, {}}, {{{1, 0, 0, {}}, 0, 0}, {}});
+
+    QVERIFY(cameBack);
+    QTRY_VERIFY(panel.model().getItem(testId(2)));
+    panel.data().guiCalls().setPatience(std::chrono::seconds(5));
+}
+
+void BridgeLockingTest::shouldLetTheHostWaitInsideAQuestionOffTheGuiThread()
+{
+    const WarningTrap warnings;
+    TestPanel panel;
+    HostThread one;
+    HostThread two;
+    panel.host().setProject({}, {testProcessor(1), testProcessor(2)});
+    std::atomic<bool> isFirst{true};
+    bool cameBack = false;
+    panel.host().inside = [&](const QString& name) {
+        if (name == QLatin1String("GetProcessorNode") && isFirst.exchange(false))
+            cameBack = comesBack(two.post([&] { panel.notify<QUuid>(18, testId(2)); }));
+    };
+    QVERIFY(one.run([&] { panel.notify<QUuid>(18, testId(1)); }));
+    QVERIFY(cameBack);
+    QCOMPARE(panel.dump(), QStringLiteral("All processors(2)[2,1]"));
+}
+
+void BridgeLockingTest::shouldLetTheHostHoldItsOwnLockWhileItNotifies()
+{
+    const WarningTrap warnings;
+    TestPanel panel;
+    HostThread host;
+    std::timed_mutex projectMutex;
+    panel.host().setProject({}, {testProcessor(1), testProcessor(2)});
+    panel.notify(16);
+    std::promise<void> workThreadAsks;
+    std::promise<void> hostHolds;
+    std::atomic<bool> isFirst{true};
+    std::atomic<bool> gotIt{false};
+    panel.host().inside = [&](const QString& name) {
+        if (name != QLatin1String("GetProcessorNode") || !isFirst.exchange(false))
+            return;
+        workThreadAsks.set_value();
+        hostHolds.get_future().wait_for(kSoon);
+        gotIt = projectMutex.try_lock_for(kSoon);
+        if (gotIt)
+            projectMutex.unlock();
+    };
+    panel.notify<QList<QUuid>>(39, {testId(1)});
+    QVERIFY(comesBack(workThreadAsks.get_future()));
+    QVERIFY(host.run([&] {
+        const std::lock_guard guard(projectMutex);
+        hostHolds.set_value();
+        panel.notify<QUuid>(20, testId(2));
+    }));
+    QTRY_VERIFY(gotIt);
+    QTRY_COMPARE(panel.dump(), QStringLiteral("All processors(1)[1]"));
+}
+
+void BridgeLockingTest::shouldKeepTheOrderOfEventsFromBothThreads()
+{
+    const WarningTrap warnings;
+    TestPanel panel;
+    HostThread host;
+    panel.host().setProject({}, {testProcessor(1), testProcessor(2)});
+    panel.notify<QUuid>(18, testId(1));
+    // What the host's thread adds stays queued; what this thread then removes is that row.
+    panel.host().acceptProcessor = [&](const ProcessorNode&) {
+        const bool cameBack = comesBack(host.post([&] { panel.notify<QUuid>(18, testId(2)); }));
+        panel.notify<QUuid>(20, testId(2));
+        return cameBack;
+    };
+    ProcessorTreeSnapshot snapshot;
+    panel.area().GetProcessorTree(snapshot, true);
+    QCOMPARE(snapshot.processors.size(), 1);
+    QVERIFY(panel.data().guiCalls().settle());
+    QCOMPARE(panel.dump(), QStringLiteral("All processors(1)[1]"));
+
+    // The same for a tree that starts over.
+    panel.host().inside = [&](const QString& name) {
+        if (name == QLatin1String("DetectAllDevices"))
+            QVERIFY(comesBack(host.post([&] { panel.notify<QUuid>(18, testId(2)); })));
+    };
+    panel.area().DetectDevices();
+    panel.area().Initialize();
+    QVERIFY(panel.data().guiCalls().settle());
+    QCOMPARE(panel.dump(), QStringLiteral("All processors(0)[]"));
+}
+
+void BridgeLockingTest::shouldAskAgainWhenARecordChangedMeanwhile()
+{
+    const WarningTrap warnings;
+    TestPanel panel;
+    panel.host().setProject({}, {testProcessor(1)});
+    panel.notify(16);
+    std::atomic<int> asked{0};
+    panel.host().inside = [&](const QString& name) {
+        if (name != QLatin1String("GetProcessorNode") || QThread::currentThread() == thread())
+            return;
+        // While the first answer is on its way, the record is refreshed with a later one.
+        if (asked++ == 0)
+            onGuiThread([&] { panel.notify<QUuid>(25, testId(1)); });
+    };
+    panel.notify<QList<QUuid>>(39, {testId(1)});
+    QTRY_COMPARE(asked.load(), 2);
 }
 
 QTEST_MAIN(BridgeLockingTest)

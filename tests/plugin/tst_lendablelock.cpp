@@ -11,6 +11,8 @@
 
 namespace {
 
+using Borrower = CLendableLock::Borrower;
+
 constexpr auto kSoon = std::chrono::seconds(20);
 constexpr auto kNotYet = std::chrono::milliseconds(50);
 
@@ -44,6 +46,7 @@ private slots:
     void shouldLetReadersShare();
     void shouldLetTheGuiThreadInDuringALoan();
     void shouldKeepOtherThreadsOutDuringALoan();
+    void shouldLetEverybodyInDuringALoanToEverybody();
     void shouldLetTheLenderNestDuringALoan();
     void shouldWaitForTheGuiThreadAfterALoan();
     void shouldLendFromTheGuiThread();
@@ -152,7 +155,7 @@ void LendableLockTest::shouldLetTheGuiThreadInDuringALoan()
     std::promise<void> read;
     const auto done = thread.post([&] {
         const CLendableLock::CWriter writer(lock);
-        const CLendableLock::CLoan loan(lock);
+        const CLendableLock::CLoan loan(lock, Borrower::GuiThread);
         lent.set_value();
         // What a blocking invocation does: the GUI thread has to get on before this thread can.
         read.get_future().wait_for(kSoon);
@@ -175,7 +178,7 @@ void LendableLockTest::shouldKeepOtherThreadsOutDuringALoan()
     std::promise<void> end;
     const auto done = lender.post([&] {
         const CLendableLock::CWriter writer(lock);
-        const CLendableLock::CLoan loan(lock);
+        const CLendableLock::CLoan loan(lock, Borrower::GuiThread);
         lent.set_value();
         end.get_future().wait_for(kSoon);
     });
@@ -187,16 +190,42 @@ void LendableLockTest::shouldKeepOtherThreadsOutDuringALoan()
     QVERIFY(comesBack(read));
 }
 
+void LendableLockTest::shouldLetEverybodyInDuringALoanToEverybody()
+{
+    CLendableLock lock;
+    HostThread lender;
+    HostThread other;
+    std::promise<void> lent;
+    std::promise<void> end;
+    const auto done = lender.post([&] {
+        const CLendableLock::CWriter writer(lock);
+        {
+            const CLendableLock::CLoan loan(lock, Borrower::Everybody);
+            lent.set_value();
+            end.get_future().wait_for(kSoon);
+        }
+        const CLendableLock::CReader again(lock);
+    });
+    QVERIFY(comesBack(lent.get_future()));
+    QVERIFY(comesBack(other.post([&] { const CLendableLock::CWriter writer(lock); })));
+    {
+        const CLendableLock::CWriter writer(lock);
+        end.set_value();
+        QVERIFY(isStillWaiting(done));
+    }
+    QVERIFY(comesBack(done));
+}
+
 void LendableLockTest::shouldLetTheLenderNestDuringALoan()
 {
     CLendableLock lock;
     HostThread thread;
     QVERIFY(comesBack(thread.post([&] {
         const CLendableLock::CWriter writer(lock);
-        const CLendableLock::CLoan loan(lock);
+        const CLendableLock::CLoan loan(lock, Borrower::GuiThread);
         const CLendableLock::CReader reader(lock);
         const CLendableLock::CWriter nested(lock);
-        const CLendableLock::CLoan nestedLoan(lock);
+        const CLendableLock::CLoan nestedLoan(lock, Borrower::Everybody);
     })));
     // Everything was given back.
     QVERIFY(comesBack(thread.post([&] { const CLendableLock::CWriter writer(lock); })));
@@ -214,7 +243,7 @@ void LendableLockTest::shouldWaitForTheGuiThreadAfterALoan()
     const auto done = thread.post([&] {
         const CLendableLock::CWriter writer(lock);
         {
-            const CLendableLock::CLoan loan(lock);
+            const CLendableLock::CLoan loan(lock, Borrower::GuiThread);
             lent.set_value();
             end.get_future().wait_for(kSoon);
         }
@@ -236,7 +265,7 @@ void LendableLockTest::shouldLendFromTheGuiThread()
     const CLendableLock::CReader reader(lock);
     const auto write = thread.post([&] { const CLendableLock::CWriter other(lock); });
     QVERIFY(isStillWaiting(write));
-    const CLendableLock::CLoan loan(lock);
+    const CLendableLock::CLoan loan(lock, Borrower::GuiThread);
     QVERIFY(comesBack(write));
 }
 
@@ -244,7 +273,7 @@ void LendableLockTest::shouldNotMindALoanWithoutALock()
 {
     CLendableLock lock;
     {
-        const CLendableLock::CLoan loan(lock);
+        const CLendableLock::CLoan loan(lock, Borrower::GuiThread);
         const CLendableLock::CReader reader(lock);
     }
     HostThread thread;

@@ -64,6 +64,8 @@ private slots:
     void shouldShowDeviceSetsOnlyWhenThereIsAChoice();
     void shouldAskTheHostAboutAnotherDeviceSet();
     void shouldRestoreTheDeviceSetThatTheHostKeeps();
+    void shouldStandNewDeviceSetsInsideTheQuestion();
+    void shouldStandItsOwnEndInsideTheQuestion();
     void shouldShowTheFirstLanUsbAddress();
     void shouldSelectTheHostsProcessorInSilence();
     void shouldSelectAndReportOnTheHostsBehalf();
@@ -259,6 +261,45 @@ void PanelTest::shouldRestoreTheDeviceSetThatTheHostKeeps()
     // The user's own step alone is announced, not the step back.
     QCOMPARE(changes.count(), 1);
     QCOMPARE(shown.panel.host().callCount(QStringLiteral("ConfirmDeviceSetChange")), 1);
+}
+
+void PanelTest::shouldStandNewDeviceSetsInsideTheQuestion()
+{
+    ShownPanel shown;
+    CTargetSelectArea& area = shown.panel.area();
+    area.onCurrentDeviceSetChanged(deviceSet(1).id, {deviceSet(1), deviceSet(2)});
+    shown.panel.host().inside = [&](const QString& name) {
+        if (name == QLatin1String("ConfirmDeviceSetChange"))
+            area.onCurrentDeviceSetChanged(deviceSet(2).id,
+                                           {deviceSet(2), deviceSet(3), deviceSet(1)});
+    };
+    QTest::keyClick(shown.selector(), Qt::Key_Down);
+    shown.panel.host().inside = nullptr;
+    QCOMPARE(shown.selector()->currentText(), QStringLiteral("Set 2"));
+    shown.panel.host().confirmDeviceSet = false;
+    QTest::keyClick(shown.selector(), Qt::Key_End);
+    QCOMPARE(shown.selector()->currentText(), QStringLiteral("Set 2"));
+}
+
+void PanelTest::shouldStandItsOwnEndInsideTheQuestion()
+{
+    const WarningTrap warnings;
+    TestPanel panel;
+    auto host = std::make_shared<FakeHandler>();
+    panel.area().m_controlHandler = host;
+    panel.area().onCurrentDeviceSetChanged(deviceSet(1).id, {deviceSet(1), deviceSet(2)});
+    auto* selector = panel.area().findChild<QComboBox*>();
+    host->confirmDeviceSet = false;
+    host->inside = [&](const QString& name) {
+        if (name == QLatin1String("ConfirmDeviceSetChange")) {
+            // The combo box is still sending its signal.
+            selector->setParent(nullptr);
+            delete &panel.area();
+        }
+    };
+    selector->setCurrentIndex(1);
+    QVERIFY(!CTargetSelectArea::Existing());
+    delete selector;
 }
 
 void PanelTest::shouldShowTheFirstLanUsbAddress()
