@@ -66,6 +66,13 @@ public:
     CProcessorTreeModel& model() { return m_model; }
     const QVector<QUuid>& uuids() const { return m_uuids; }
 
+    bool agreesWith(const QHash<QUuid, QStandardItem*>& hash) const
+    {
+        return std::all_of(m_uuids.begin(), m_uuids.end(), [&](const QUuid& uuid) {
+            return m_model.getItem(uuid) == hash.value(uuid);
+        });
+    }
+
     bool agreesWithSearch() const
     {
         return std::all_of(m_uuids.begin(), m_uuids.end(), [this](const QUuid& uuid) {
@@ -116,14 +123,19 @@ void lookUpInModel(benchmark::State& state, StoredHandler& handler)
     state.SetItemsProcessed(state.iterations() * tree.uuids().size());
 }
 
+void addRow(QHash<QUuid, QStandardItem*>& hash, QStandardItem* item)
+{
+    hash.insert(item->data(UuidRole).toUuid(), item);
+    for (int row = 0; row < item->rowCount(); ++row)
+        addRow(hash, item->child(row));
+}
+
 void lookUpInHash(benchmark::State& state, StoredHandler& handler)
 {
     FilledTree tree(handler, static_cast<int>(state.range(0)));
     QHash<QUuid, QStandardItem*> hash;
-    for (const QUuid& uuid : tree.uuids()) {
-        if (QStandardItem* item = search(tree.model(), uuid))
-            hash.insert(uuid, item);
-    }
+    addRow(hash, tree.model().item(0));
+    require(tree.agreesWith(hash), "the hash knows the same rows");
     for (auto iteration : state) {
         static_cast<void>(iteration);
         for (const QUuid& uuid : tree.uuids())
