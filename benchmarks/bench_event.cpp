@@ -1,9 +1,9 @@
-// The event "processors added" with an empty list, from the host's thread: the bridge against a bare
-// blocking call by name of a slot that does as much.
+// The event "processors added" with an empty list, from the host's thread: the bridge against a
+// bare blocking call by name of a slot that does as much.
 
+#include "Interface/ObserverPattern"
 #include "benchmarks/support/Bench.h"
 #include "benchmarks/support/EqualSlot.h"
-#include "Interface/ObserverPattern"
 #include "plugin/TargetSelectData.h"
 #include "processortree/ProcessorTreeModel.h"
 
@@ -33,7 +33,8 @@ void pinTo(unsigned core)
     pthread_setaffinity_np(pthread_self(), sizeof cores, &cores);
 }
 
-void notifyBridge(benchmark::State& state, CTargetSelectData& bridge, const std::atomic<int>& resets)
+void notifyBridge(benchmark::State& state, CTargetSelectData& bridge,
+                  const std::atomic<int>& resets)
 {
     CSubject subject;
     subject.Attach(&bridge);
@@ -42,7 +43,8 @@ void notifyBridge(benchmark::State& state, CTargetSelectData& bridge, const std:
         static_cast<void>(iteration);
         subject.Notify<QList<QUuid>>(kProcessorsAdded, {});
     }
-    require(resets - before == state.iterations(), "every event reset the model before it returned");
+    require(resets - before == state.iterations(),
+            "every event reset the model before it returned");
 }
 
 void invokeSlot(benchmark::State& state, EqualSlot& target, const std::atomic<int>& resets)

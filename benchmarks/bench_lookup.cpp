@@ -17,7 +17,8 @@
 
 namespace {
 
-/// How many identities one search per iteration goes round; a search costs too much for all of them.
+/// How many identities one search per iteration goes round; a search costs too much for all of
+/// them.
 constexpr int kSearches = 64;
 
 QStandardItem* searchBelow(const QStandardItem* parent, const QUuid& uuid)

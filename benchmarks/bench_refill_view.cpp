@@ -1,5 +1,5 @@
-// A project read in anew under an expanded view, up to the painted rows: one model reset against the
-// same rows announced one by one, both by a plain model and by the model's own slots.
+// A project read in anew under an expanded view, up to the painted rows: one model reset against
+// the same rows announced one by one, both by a plain model and by the model's own slots.
 
 #include "benchmarks/support/BareTree.h"
 #include "benchmarks/support/Bench.h"

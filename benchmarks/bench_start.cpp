@@ -1,5 +1,5 @@
-// From nothing to the first painted frame with the panel, against a bare tree of the same rows. Every
-// sample is a process of its own, which takes the time itself.
+// From nothing to the first painted frame with the panel, against a bare tree of the same rows.
+// Every sample is a process of its own, which takes the time itself.
 
 #include "benchmarks/support/Bench.h"
 
@@ -39,10 +39,9 @@ int main(int argc, char** argv)
     const QCoreApplication application(argc, argv);
     const QStringList panel{QStringLiteral("panel"), QStringLiteral(TARGETSELECTAREA_LIBRARY)};
     const QStringList bare{QStringLiteral("bare")};
-    for (const auto& [name, arguments] : {std::pair("start/product", panel), {"start/baseline", bare}}) {
-        benchmark::RegisterBenchmark(name, startChild, arguments)
-            ->Iterations(1)
-            ->UseManualTime();
+    for (const auto& [name, arguments] :
+         {std::pair("start/product", panel), {"start/baseline", bare}}) {
+        benchmark::RegisterBenchmark(name, startChild, arguments)->Iterations(1)->UseManualTime();
     }
     return runBenchmarks(argc, argv);
 }

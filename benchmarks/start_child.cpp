@@ -1,6 +1,6 @@
 // One start of a program, in a process of its own: from the application object to the first painted
-// frame, either with the panel loaded as a host loads it, or with a bare tree of the same rows. Prints
-// the nanoseconds this took and the peak of its memory in KiB.
+// frame, either with the panel loaded as a host loads it, or with a bare tree of the same rows.
+// Prints the nanoseconds this took and the peak of its memory in KiB.
 
 #include "Interface/ObserverPattern"
 #include "Interface/TargetSelectArea.h"

@@ -70,8 +70,7 @@ bool sameChildren(const QModelIndex& leftParent, const QModelIndex& rightParent,
 
 } // namespace
 
-BareTree::BareTree()
-    : m_root(new CProcessorItem(NodeRoot))
+BareTree::BareTree() : m_root(new CProcessorItem(NodeRoot))
 {
     m_root->setData(QUuid(), UuidRole);
     m_root->setEditable(false);
