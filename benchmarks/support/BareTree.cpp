@@ -10,8 +10,7 @@ namespace {
 
 CProcessorItem* makeGroup(const ProcessorGroupNode& group)
 {
-    auto* item = new CProcessorItem(NodeGroup);
-    item->setUuid(group.id);
+    auto* item = new CProcessorItem(NodeGroup, group.id);
     item->setText(group.name);
     item->setData(QVariant::fromValue(group), NodeDataRole);
     return item;
@@ -19,8 +18,7 @@ CProcessorItem* makeGroup(const ProcessorGroupNode& group)
 
 CProcessorItem* makeProcessor(const ProcessorNode& processor)
 {
-    auto* item = new CProcessorItem(NodeProcessor);
-    item->setUuid(processor.id);
+    auto* item = new CProcessorItem(NodeProcessor, processor.id);
     item->setText(processor.name);
     item->setData(QVariant::fromValue(processor), NodeDataRole);
     return item;
@@ -70,7 +68,8 @@ bool sameChildren(const QModelIndex& leftParent, const QModelIndex& rightParent,
 
 } // namespace
 
-BareTree::BareTree() : m_root(new CProcessorItem(NodeRoot))
+BareTree::BareTree()
+    : m_root(new CProcessorItem(NodeRoot))
 {
     m_root->setData(QUuid(), UuidRole);
     m_root->setEditable(false);

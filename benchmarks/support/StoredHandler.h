@@ -8,7 +8,10 @@
 class StoredHandler final : public ITargetSelectInterfaceHandler
 {
 public:
-    explicit StoredHandler(Project project = {}) : m_project(std::move(project)) {}
+    explicit StoredHandler(Project project = {})
+        : m_project(std::move(project))
+    {
+    }
 
     const Project& project() const { return m_project; }
     void setProject(const Project& project) { m_project = project; }
