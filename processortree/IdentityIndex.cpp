@@ -4,10 +4,12 @@
 
 #include <QStandardItem>
 
+#include <utility>
+
 std::optional<CIdentityIndex::Row> CIdentityIndex::row(const QUuid& uuid) const
 {
     const std::lock_guard guard(m_mutex);
-    if (const auto found = m_entries.constFind(uuid); found != m_entries.cend())
+    if (const CIdentityTable::Entry* found = m_table.find(uuid))
         return found->row;
     if (const auto found = m_inTransit.constFind(uuid); found != m_inTransit.cend())
         return *found;
@@ -17,7 +19,7 @@ std::optional<CIdentityIndex::Row> CIdentityIndex::row(const QUuid& uuid) const
 void CIdentityIndex::rebuild(QStandardItem* root)
 {
     const std::lock_guard guard(m_mutex);
-    m_entries.clear();
+    m_table.clear();
     m_hasRepeats = false;
     if (!root)
         return;
@@ -33,6 +35,17 @@ bool CIdentityIndex::add(QStandardItem* item)
     return !m_hasRepeats;
 }
 
+bool CIdentityIndex::add(Rows&& rows)
+{
+    const std::lock_guard guard(m_mutex);
+    m_table.reserve(rows.size());
+    for (CIdentityTable::Entry& row : rows) {
+        if (!m_table.insert(std::move(row)))
+            m_hasRepeats = true;
+    }
+    return !m_hasRepeats;
+}
+
 bool CIdentityIndex::remove(const QStandardItem* item)
 {
     const std::lock_guard guard(m_mutex);
@@ -43,8 +56,8 @@ bool CIdentityIndex::remove(const QStandardItem* item)
 void CIdentityIndex::setRecord(const QStandardItem* item, const CRecordHandle& record)
 {
     const std::lock_guard guard(m_mutex);
-    const auto found = m_entries.find(item->data(UuidRole).toUuid());
-    if (found != m_entries.end() && found->item == item)
+    CIdentityTable::Entry* found = m_table.find(item->data(UuidRole).toUuid());
+    if (found && found->item == item)
         found->row.record = record;
 }
 
@@ -60,10 +73,7 @@ void CIdentityIndex::setMoving(bool moving)
 bool CIdentityIndex::insert(QStandardItem* item, std::optional<EPrcTreeNodeType> type)
 {
     const QUuid uuid = item->data(UuidRole).toUuid();
-    if (m_entries.contains(uuid))
-        return false;
-    m_entries.insert(uuid, {item, {type, recordHandle(item->data(NodeDataRole))}});
-    return true;
+    return m_table.insert({uuid, item, {type, recordHandle(item->data(NodeDataRole))}});
 }
 
 /// Rows without a type are passed over, and only groups are entered.
@@ -89,11 +99,11 @@ bool CIdentityIndex::insertChildren(QStandardItem* item)
 void CIdentityIndex::erase(const QStandardItem* item)
 {
     const QUuid uuid = item->data(UuidRole).toUuid();
-    const auto found = m_entries.find(uuid);
-    if (found != m_entries.end() && found->item == item) {
+    const CIdentityTable::Entry* found = m_table.find(uuid);
+    if (found && found->item == item) {
         if (m_moving)
             m_inTransit.insert(uuid, found->row);
-        m_entries.erase(found);
+        m_table.remove(uuid);
     }
     for (int row = 0; row < item->rowCount(); ++row) {
         if (const QStandardItem* child = item->child(row))

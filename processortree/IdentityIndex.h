@@ -1,12 +1,13 @@
 #pragma once
 
-#include "processortree/RecordCell.h"
+#include "processortree/IdentityTable.h"
 
 #include <QHash>
 #include <QUuid>
 
 #include <mutex>
 #include <optional>
+#include <vector>
 
 class QStandardItem;
 
@@ -18,18 +19,14 @@ class QStandardItem;
 class CIdentityIndex final
 {
 public:
-    /// What threads other than the GUI thread may know of a row.
-    struct Row
-    {
-        std::optional<EPrcTreeNodeType> type;
-        CRecordHandle record;
-    };
+    using Row = CIdentityTable::Row;
+    using Rows = std::vector<CIdentityTable::Entry>;
 
     /// The row of `uuid`; null when there is none. GUI thread.
     QStandardItem* find(const QUuid& uuid) const
     {
-        const auto found = m_entries.constFind(uuid);
-        return found == m_entries.cend() ? nullptr : found->item;
+        const CIdentityTable::Entry* found = m_table.find(uuid);
+        return found ? found->item : nullptr;
     }
 
     /// The same for any thread.
@@ -43,6 +40,9 @@ public:
     /// over all of them tells which comes first. GUI thread.
     bool add(QStandardItem* item);
 
+    /// The same for many rows at once, which were made with what is told of them here.
+    bool add(Rows&& rows);
+
     /// Forgets `item`, which is about to leave the tree, with everything below it. Returns false
     /// when rebuild() is due once it has left. GUI thread.
     bool remove(const QStandardItem* item);
@@ -55,19 +55,13 @@ public:
     void setMoving(bool moving);
 
 private:
-    struct Entry
-    {
-        QStandardItem* item;
-        Row row;
-    };
-
     bool insert(QStandardItem* item, std::optional<EPrcTreeNodeType> type);
     bool insertReachable(QStandardItem* item);
     bool insertChildren(QStandardItem* item);
     void erase(const QStandardItem* item);
 
     mutable std::mutex m_mutex;
-    QHash<QUuid, Entry> m_entries;
+    CIdentityTable m_table;
     QHash<QUuid, Row> m_inTransit;
     bool m_hasRepeats = false;
     bool m_moving = false;

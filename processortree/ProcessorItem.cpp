@@ -11,7 +11,12 @@ constexpr int kOtherRowHeight = 32;
 } // namespace
 
 CProcessorItem::CProcessorItem(EPrcTreeNodeType type)
-    : m_uuid(QUuid::createUuid())
+    : CProcessorItem(type, QUuid::createUuid())
+{
+}
+
+CProcessorItem::CProcessorItem(EPrcTreeNodeType type, const QUuid& uuid)
+    : m_uuid(uuid)
 {
     const bool isProcessor = type == NodeProcessor;
     setData(QVariant::fromValue(type), NodeTypeRole);

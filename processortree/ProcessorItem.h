@@ -11,6 +11,9 @@ class CProcessorItem final : public QStandardItem
 public:
     /// A row of kind `type` with a random identity, which setUuid() replaces.
     explicit CProcessorItem(EPrcTreeNodeType type);
+
+    /// A row of kind `type` with a known identity. Cheaper: random ones are drawn from the system.
+    CProcessorItem(EPrcTreeNodeType type, const QUuid& uuid);
     ~CProcessorItem() override;
 
     /// Gives the row its identity, under UuidRole too.

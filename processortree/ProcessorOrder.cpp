@@ -4,17 +4,9 @@
 
 #include <QStandardItem>
 
+#include <optional>
+
 namespace {
-
-bool isProcessor(const QStandardItem* item)
-{
-    return item && nodeType(*item) == NodeProcessor;
-}
-
-CRecordCell::Key keyOf(const QStandardItem& item)
-{
-    return recordKey(item.data(NodeDataRole));
-}
 
 /// Whether `sibling`, a processor, stands above a new one with `key`.
 bool precedes(const CRecordCell::Key& sibling, const CRecordCell::Key& key)
@@ -30,21 +22,41 @@ bool precedes(const CRecordCell::Key& sibling, const CRecordCell::Key& key)
     return sibling.number < key.number;
 }
 
+/// `keyAt` answers the key of a row, or nothing for one that is no processor.
+template <typename KeyAt>
+int insertionRow(int rows, const CRecordCell::Key& key, KeyAt keyAt)
+{
+    if (!key.reachedByIp || rows == 0)
+        return rows;
+    if (rows == 1) {
+        const std::optional<CRecordCell::Key> only = keyAt(0);
+        return only && only->ipAddress > key.ipAddress ? 0 : 1;
+    }
+    for (int row = rows - 1; row >= 0; --row) {
+        const std::optional<CRecordCell::Key> sibling = keyAt(row);
+        if (!sibling || precedes(*sibling, key))
+            return row + 1;
+    }
+    return 0;
+}
+
 } // namespace
 
 int insertionRow(const QStandardItem& parent, const CRecordCell::Key& key)
 {
-    const int rows = parent.rowCount();
-    if (!key.reachedByIp || rows == 0)
-        return rows;
-    if (rows == 1) {
-        const QStandardItem* only = parent.child(0);
-        return isProcessor(only) && keyOf(*only).ipAddress > key.ipAddress ? 0 : 1;
-    }
-    for (int row = rows - 1; row >= 0; --row) {
+    return insertionRow(parent.rowCount(), key, [&](int row) -> std::optional<CRecordCell::Key> {
         const QStandardItem* sibling = parent.child(row);
-        if (!isProcessor(sibling) || precedes(keyOf(*sibling), key))
-            return row + 1;
-    }
-    return 0;
+        if (!sibling || nodeType(*sibling) != NodeProcessor)
+            return std::nullopt;
+        return recordKey(sibling->data(NodeDataRole));
+    });
+}
+
+int insertionRow(int groups, const std::vector<CRecordCell::Key>& keys, const CRecordCell::Key& key)
+{
+    const int rows = groups + static_cast<int>(keys.size());
+    return insertionRow(rows, key, [&](int row) {
+        return row < groups ? std::nullopt
+                            : std::optional(keys[static_cast<std::size_t>(row - groups)]);
+    });
 }

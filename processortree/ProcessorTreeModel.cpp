@@ -12,6 +12,8 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -48,6 +50,44 @@ bool isSelfOrBelow(const QStandardItem* item, const QStandardItem* ancestor)
         item = item->parent();
     return item != nullptr;
 }
+
+CProcessorItem* makeGroup(const ProcessorGroupNode& group)
+{
+    auto* item = new CProcessorItem(NodeGroup, group.id);
+    item->setText(group.name);
+    item->setData(QVariant::fromValue(group), NodeDataRole);
+    return item;
+}
+
+CProcessorItem* makeProcessor(const ProcessorNode& processor, const CRecordHandle& record)
+{
+    auto* item = new CProcessorItem(NodeProcessor, processor.id);
+    item->setText(processor.name);
+    item->setData(QVariant::fromValue(record), NodeDataRole);
+    return item;
+}
+
+/// The processors of one parent, put in order before it gets them as its rows all at once.
+struct Branch
+{
+    /// Makes the row of `processor` and notes it in `known`.
+    void grow(const ProcessorNode& processor, CIdentityIndex::Rows& known)
+    {
+        const CRecordCell::Key key = recordKey(processor);
+        const int row = insertionRow(above, keys, key) - above;
+        CRecordHandle record(processor);
+        QStandardItem* item = makeProcessor(processor, record);
+        keys.insert(keys.begin() + row, key);
+        rows.insert(row, item);
+        known.push_back({processor.id, item, {NodeProcessor, std::move(record)}});
+    }
+
+    QStandardItem* parent = nullptr; // owned by the model
+    int above = 0;                   // groups among the parent's rows
+    int rounds = 1;                  // how often it takes the processors that name it
+    std::vector<CRecordCell::Key> keys;
+    QList<QStandardItem*> rows;
+};
 
 QByteArray dragPayload(bool allProcessors)
 {
@@ -197,8 +237,7 @@ bool CProcessorTreeModel::moveRows(const QModelIndex& sourceParent, int sourceRo
 void CProcessorTreeModel::initRoot()
 {
     setColumnCount(1);
-    auto* root = new CProcessorItem(NodeRoot);
-    root->setUuid(QUuid());
+    auto* root = new CProcessorItem(NodeRoot, QUuid());
     root->setEditable(false);
     m_root = root;
     setRootCount(0);
@@ -333,16 +372,13 @@ void CProcessorTreeModel::reset()
         return;
 
     const Batch batch(this);
+    // Before the rows go, so that their records go with them.
+    m_index.rebuild(nullptr);
     m_root->removeRows(0, m_root->rowCount());
     m_root->removeColumns(0, m_root->columnCount());
     m_index.rebuild(m_root);
-    // Filled apart from the model and put back whole: attaching rows one by one costs as much
-    // again.
-    const int row = m_root->row();
-    const QList<QStandardItem*> root = takeRow(row);
     setRootCount(processors.size());
     fill(groups, processors);
-    insertRow(row, root);
 }
 
 CProcessorItem* CProcessorTreeModel::AppendGroup(const ProcessorGroupNode& group)
@@ -422,10 +458,7 @@ QStandardItem* CProcessorTreeModel::groupItem(const QUuid& groupId) const
 
 CProcessorItem* CProcessorTreeModel::insertGroup(const ProcessorGroupNode& group, int row)
 {
-    auto* item = new CProcessorItem(NodeGroup);
-    item->setUuid(group.id);
-    item->setText(group.name);
-    item->setData(QVariant::fromValue(group), NodeDataRole);
+    CProcessorItem* item = makeGroup(group);
     m_root->insertRow(row, item);
     return item;
 }
@@ -433,32 +466,60 @@ CProcessorItem* CProcessorTreeModel::insertGroup(const ProcessorGroupNode& group
 CProcessorItem* CProcessorTreeModel::insertProcessor(const ProcessorNode& processor,
                                                      QStandardItem* parent)
 {
-    auto* item = new CProcessorItem(NodeProcessor);
-    item->setUuid(processor.id);
-    item->setText(processor.name);
-    item->setData(QVariant::fromValue(CRecordHandle(processor)), NodeDataRole);
+    CProcessorItem* item = makeProcessor(processor, CRecordHandle(processor));
     parent->insertRow(insertionRow(*parent, recordKey(processor)), item);
     return item;
 }
 
-/// Fills the empty root, which stands apart from the model, with the host's records in host order.
+/// Fills the empty root with the host's records in host order. Every parent gets its rows in one
+/// go: attaching them one by one costs as much again.
 void CProcessorTreeModel::fill(const QList<ProcessorGroupNode>& groups,
                                const QList<ProcessorNode>& processors)
 {
-    QHash<QUuid, QVector<int>> members;
-    for (int i = 0; i < processors.size(); ++i)
-        members[processors.at(i).groupId].append(i);
-
-    const auto insertMembers = [&](const QUuid& groupId) {
-        QStandardItem* parent = groupItem(groupId);
-        for (const int i : members.value(groupId))
-            indexRow(insertProcessor(processors.at(i), parent));
+    CIdentityIndex::Rows known;
+    known.reserve(static_cast<std::size_t>(groups.size() + processors.size()));
+    QHash<QUuid, Branch> branches;
+    branches.reserve(groups.size() + 1);
+    const auto branchOff = [&](QStandardItem* parent, int above) {
+        Branch branch{parent, above, 1, {}, {}};
+        // Room for as many as stand in each parent where all have the same number.
+        const int room = processors.size() / (groups.size() + 1) + 1;
+        branch.keys.reserve(static_cast<std::size_t>(room));
+        branch.rows.reserve(room);
+        return branch;
     };
-    for (int i = 0; i < groups.size(); ++i) {
-        indexRow(insertGroup(groups.at(i), i));
-        insertMembers(groups.at(i).id);
+    branches.insert(QUuid(), branchOff(m_root, groups.size()));
+
+    int rounds = 1;
+    QList<QStandardItem*> groupItems;
+    groupItems.reserve(groups.size());
+    for (const ProcessorGroupNode& group : groups) {
+        QStandardItem* item = makeGroup(group);
+        groupItems.append(item);
+        known.push_back({group.id, item, {NodeGroup, {}}});
+        // Of groups that share an identity the first one takes the processors, once for each.
+        const auto first = branches.find(group.id);
+        if (first == branches.end())
+            branches.insert(group.id, branchOff(item, 0));
+        else
+            rounds = std::max(rounds, ++first->rounds);
     }
-    insertMembers(QUuid());
+    m_root->insertRows(0, groupItems);
+
+    for (int round = 0; round < rounds; ++round) {
+        auto branch = branches.end();
+        for (const ProcessorNode& processor : processors) {
+            // Most often a processor stands in the group of the one before.
+            if (branch == branches.end() || branch.key() != processor.groupId)
+                branch = branches.find(processor.groupId);
+            if (branch != branches.end() && round < branch->rounds)
+                branch->grow(processor, known);
+        }
+    }
+    for (const Branch& branch : qAsConst(branches))
+        branch.parent->insertRows(branch.above, branch.rows);
+    if (!m_index.add(std::move(known)))
+        m_rebuildDue = true;
 }
 
 /// Takes up a row inserted while the model's signals are blocked.

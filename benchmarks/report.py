@@ -1,0 +1,201 @@
+#!/usr/bin/env python3
+"""Runs the benchmarks and prints one table of ratios, each figure over its baseline.
+
+A program measures a figure and its baselines in the same run, repetition by repetition in random
+order; what is compared are the medians. Fails when a bar is missed.
+"""
+
+import argparse
+import dataclasses
+import json
+import math
+import os
+import pathlib
+import statistics
+import subprocess
+import sys
+import typing
+
+MIB = 1024  # in KiB
+
+# What a repetition costs: time of this thread alone, by the clock on the wall, or for each look-up.
+CPU = "cpu_time"
+WALL = "real_time"
+EACH = "items_per_second"
+PEAK = "peak_kib"
+
+
+@dataclasses.dataclass(frozen=True)
+class Figure:
+    """One line of the table for every size measured, or a single one."""
+
+    title: str
+    family: str
+    baseline: str
+    cost: str
+    bar: typing.Optional[float] = None
+    smallest: int = 0  # size from which on the bar holds; below it the ratio is only shown
+    growth_bar: typing.Optional[float] = None
+    difference: bool = False  # compared by subtraction, in MiB
+
+
+@dataclasses.dataclass(frozen=True)
+class Program:
+    name: str
+    figures: typing.Tuple[Figure, ...]
+    repetitions: int = 20
+    quick_repetitions: int = 5
+
+
+PROGRAMS = (
+    Program(
+        "bench_refill",
+        (Figure("refill / plain model", "refill", "baseline", CPU, 1.15, growth_bar=1.10),),
+    ),
+    Program(
+        "bench_refill_view",
+        (
+            Figure("refill in view / row by row", "refill-view", "slots", CPU, 0.95),
+            Figure("refill in view / plain model", "refill-view", "baseline", CPU),
+        ),
+    ),
+    Program(
+        "bench_lookup",
+        (
+            Figure("look-up / hash", "lookup", "hash", EACH, 1.5),
+            Figure("look-up / search", "lookup", "search", EACH, 0.02, smallest=1000),
+        ),
+    ),
+    Program("bench_event", (Figure("event / bare call", "event", "baseline", WALL, 1.15),)),
+    Program(
+        "bench_start",
+        (
+            Figure("start / bare window", "start", "baseline", WALL, 1.4),
+            Figure("peak - bare window, MiB", "start", "baseline", PEAK, 6, difference=True),
+        ),
+        repetitions=30,
+        quick_repetitions=10,
+    ),
+)
+
+
+@dataclasses.dataclass(frozen=True)
+class Row:
+    title: str
+    size: str
+    value: str
+    bar: str
+    growth: str
+    missed: bool
+
+
+class BenchmarkFailed(Exception):
+    pass
+
+
+def run(program: Program, build: pathlib.Path, quick: bool) -> typing.List[dict]:
+    """The repetitions that the program made."""
+    path = build / "bin" / program.name
+    repetitions = program.quick_repetitions if quick else program.repetitions
+    command = [
+        str(path),
+        "--benchmark_format=json",
+        "--benchmark_enable_random_interleaving=true",
+        f"--benchmark_repetitions={repetitions}",
+        "--benchmark_min_time=0.05",
+    ]
+    environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8")
+    if not path.exists():
+        raise BenchmarkFailed(f"{path} is missing: build the preset 'release' first")
+    done = subprocess.run(command, env=environment, capture_output=True, text=True, check=False)
+    if done.returncode != 0:
+        raise BenchmarkFailed(f"{path} failed:\n{done.stderr}")
+    runs = [entry for entry in json.loads(done.stdout)["benchmarks"]
+            if entry["run_type"] == "iteration"]
+    if not runs:
+        raise BenchmarkFailed(f"{path} measured nothing")
+    return runs
+
+
+def medians(runs: typing.List[dict], cost: str) -> typing.Dict[typing.Tuple[str, str, int], float]:
+    """Median cost by family, side and size; size 0 where there is none."""
+    samples: typing.Dict[typing.Tuple[str, str, int], typing.List[float]] = {}
+    for entry in runs:
+        family, side, *rest = entry["run_name"].split("/")
+        size = int(rest[0]) if rest and rest[0].isdigit() else 0
+        if cost in entry:
+            value = 1 / entry[cost] if cost == EACH else entry[cost]
+            samples.setdefault((family, side, size), []).append(value)
+    return {key: statistics.median(values) for key, values in samples.items()}
+
+
+def slope(points: typing.Dict[int, float]) -> float:
+    """Exponent of the power of the size that fits best."""
+    logs = [(math.log(size), math.log(cost)) for size, cost in points.items()]
+    mean_x = statistics.fmean(x for x, _ in logs)
+    mean_y = statistics.fmean(y for _, y in logs)
+    return (sum((x - mean_x) * (y - mean_y) for x, y in logs)
+            / sum((x - mean_x) ** 2 for x, _ in logs))
+
+
+def rows(figure: Figure, runs: typing.List[dict]) -> typing.List[Row]:
+    costs = medians(runs, figure.cost)
+    sizes = sorted(size for family, side, size in costs
+                   if family == figure.family and side == figure.baseline)
+    if not sizes:
+        raise BenchmarkFailed(f"nothing was measured for '{figure.title}'")
+    table = []
+    for size in sizes:
+        product = costs[figure.family, "product", size]
+        baseline = costs[figure.family, figure.baseline, size]
+        value = (product - baseline) / MIB if figure.difference else product / baseline
+        holds = figure.bar is not None and size >= figure.smallest
+        table.append(Row(
+            figure.title,
+            str(size) if size else "",
+            f"{value:.2f}" if value >= 0.1 or value < 0 else f"{value:.5f}",
+            f"{figure.bar:g}" if holds else "",
+            "",
+            holds and value > figure.bar,
+        ))
+    if figure.growth_bar is not None:
+        exponent = slope({size: costs[figure.family, "product", size] for size in sizes})
+        table.append(Row(figure.title, "all", "", f"{figure.growth_bar:g}", f"{exponent:.2f}",
+                         exponent > figure.growth_bar))
+    return table
+
+
+def print_table(table: typing.List[Row]) -> None:
+    head = ("figure", "n", "ratio", "bar", "growth", "")
+    lines = [(row.title, row.size, row.value, row.bar, row.growth,
+              "MISSED" if row.missed else "ok" if row.bar else "") for row in table]
+    widths = [max(len(line[column]) for line in [head, *lines]) for column in range(len(head))]
+    for line in [head, *lines]:
+        cells = [line[0].ljust(widths[0])]
+        cells += [text.rjust(width) for text, width in zip(line[1:-1], widths[1:-1])]
+        print("  ".join([*cells, line[-1]]).rstrip())
+
+
+def main() -> int:
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--build", type=pathlib.Path, default=pathlib.Path("build/release"),
+                        help="build directory (default: %(default)s)")
+    parser.add_argument("--quick", action="store_true",
+                        help="fewer repetitions: enough to see that all runs, not to judge")
+    arguments = parser.parse_args()
+
+    table = []
+    try:
+        for program in PROGRAMS:
+            runs = run(program, arguments.build, arguments.quick)
+            for figure in program.figures:
+                table += rows(figure, runs)
+    except BenchmarkFailed as failure:
+        print(failure, file=sys.stderr)
+        return 2
+    print_table(table)
+    return 1 if any(row.missed for row in table) else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
