@@ -32,3 +32,19 @@ void CProcessorItem::setUuid(const QUuid& uuid)
     m_uuid = uuid;
     setData(m_uuid, UuidRole);
 }
+
+CProcessorItem* makeGroupItem(const ProcessorGroupNode& group)
+{
+    auto* item = new CProcessorItem(NodeGroup, group.id);
+    item->setText(group.name);
+    item->setData(QVariant::fromValue(group), NodeDataRole);
+    return item;
+}
+
+CProcessorItem* makeProcessorItem(const ProcessorNode& processor, const CRecordHandle& record)
+{
+    auto* item = new CProcessorItem(NodeProcessor, processor.id);
+    item->setText(processor.name);
+    item->setData(QVariant::fromValue(record), NodeDataRole);
+    return item;
+}

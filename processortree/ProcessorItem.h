@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Interface/ProcessorNode.h"
+#include "processortree/RecordCell.h"
 
 #include <QStandardItem>
 #include <QUuid>
@@ -22,3 +22,9 @@ public:
 private:
     QUuid m_uuid;
 };
+
+/// The row of a group, with its record; without processors.
+CProcessorItem* makeGroupItem(const ProcessorGroupNode& group);
+
+/// The row of a processor, which leads to its record by `record`.
+CProcessorItem* makeProcessorItem(const ProcessorNode& processor, const CRecordHandle& record);

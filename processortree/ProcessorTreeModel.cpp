@@ -5,89 +5,18 @@
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorItem.h"
 #include "processortree/ProcessorOrder.h"
+#include "processortree/TreeFill.h"
+#include "processortree/TreeWalk.h"
 
 #include <QDataStream>
-#include <QHash>
 #include <QMimeData>
 #include <QSignalBlocker>
 
 #include <algorithm>
-#include <utility>
-#include <vector>
 
 namespace {
 
 const QString kProcessorMimeType = QStringLiteral("PROCESSOR INFO");
-
-int processorCount(const QStandardItem& parent)
-{
-    int count = 0;
-    for (int row = 0; row < parent.rowCount(); ++row) {
-        const QStandardItem* child = parent.child(row);
-        const auto type = child ? nodeType(*child) : std::nullopt;
-        if (type == NodeProcessor)
-            ++count;
-        else if (type == NodeGroup)
-            count += processorCount(*child);
-    }
-    return count;
-}
-
-void collectProcessors(const QModelIndex& parent, QList<QUuid>& found)
-{
-    const QAbstractItemModel* model = parent.model();
-    for (int row = 0; row < model->rowCount(parent); ++row) {
-        const QModelIndex child = model->index(row, 0, parent);
-        if (nodeType(child) == NodeProcessor)
-            found.append(child.data(UuidRole).toUuid());
-        collectProcessors(child, found);
-    }
-}
-
-bool isSelfOrBelow(const QStandardItem* item, const QStandardItem* ancestor)
-{
-    while (item && item != ancestor)
-        item = item->parent();
-    return item != nullptr;
-}
-
-CProcessorItem* makeGroup(const ProcessorGroupNode& group)
-{
-    auto* item = new CProcessorItem(NodeGroup, group.id);
-    item->setText(group.name);
-    item->setData(QVariant::fromValue(group), NodeDataRole);
-    return item;
-}
-
-CProcessorItem* makeProcessor(const ProcessorNode& processor, const CRecordHandle& record)
-{
-    auto* item = new CProcessorItem(NodeProcessor, processor.id);
-    item->setText(processor.name);
-    item->setData(QVariant::fromValue(record), NodeDataRole);
-    return item;
-}
-
-/// The processors of one parent, put in order before it gets them as its rows all at once.
-struct Branch
-{
-    /// Makes the row of `processor` and notes it in `known`.
-    void grow(const ProcessorNode& processor, CIdentityIndex::Rows& known)
-    {
-        const CRecordCell::Key key = recordKey(processor);
-        const int row = insertionRow(above, keys, key) - above;
-        CRecordHandle record(processor);
-        QStandardItem* item = makeProcessor(processor, record);
-        keys.insert(keys.begin() + row, key);
-        rows.insert(row, item);
-        known.push_back({processor.id, item, {NodeProcessor, std::move(record)}});
-    }
-
-    QStandardItem* parent = nullptr; // owned by the model
-    int above = 0;                   // groups among the parent's rows
-    int rounds = 1;                  // how often it takes the processors that name it
-    std::vector<CRecordCell::Key> keys;
-    QList<QStandardItem*> rows;
-};
 
 QByteArray dragPayload(bool allProcessors)
 {
@@ -227,9 +156,17 @@ bool CProcessorTreeModel::moveRows(const QModelIndex& sourceParent, int sourceRo
             return false;
     }
 
+    const QPersistentModelIndex from = sourceParent;
+    const QPersistentModelIndex to = destinationParent;
     m_index.setMoving(true);
-    for (int moved = 0; moved < movable; ++moved)
-        destination->insertRow(destinationChild, source->takeRow(sourceRow));
+    for (int moved = 0; moved < movable && from.isValid(); ++moved) {
+        const QList<QStandardItem*> row = itemFromIndex(from)->takeRow(sourceRow);
+        // Whoever hears of the row's leaving may take its destination away.
+        if (QStandardItem* parent = itemFromIndex(to))
+            parent->insertRow(qMin(destinationChild, parent->rowCount()), row);
+        else
+            qDeleteAll(row);
+    }
     m_index.setMoving(false);
     return true;
 }
@@ -303,35 +240,35 @@ void CProcessorTreeModel::updateProcessor(QStandardItem* item, const ProcessorNo
         AppendProcessor(processor);
         return;
     }
-    item->setText(processor.name);
+    // The record first: who hears of the new text may look at it.
+    const QPersistentModelIndex index = item->index();
     storeProcessor(item, processor);
+    if (index.isValid())
+        itemFromIndex(index)->setText(processor.name);
 }
 
 QList<QPersistentModelIndex>
 CProcessorTreeModel::moveProcessors(const QList<QPersistentModelIndex>& indexes,
                                     const QUuid& targetId)
 {
-    QStandardItem* target = getItem(targetId);
-    if (indexes.isEmpty() || !target)
-        return {};
-
     QList<QPersistentModelIndex> moved;
     QList<QUuid> movedIds;
     for (const QPersistentModelIndex& index : indexes) {
-        QStandardItem* item = itemFromIndex(index);
-        if (!item || nodeType(*item) != NodeProcessor)
+        // Looked up for each: whoever hears of a move may change the tree.
+        const QStandardItem* target = getItem(targetId);
+        const QStandardItem* item = itemFromIndex(index);
+        if (!target || !item || nodeType(*item) != NodeProcessor)
             continue;
-        const ProcessorNode processor = processorRecord(item->data(NodeDataRole));
-        QStandardItem* source = item->parent();
-        const int row = insertionRow(*target, recordKey(processor));
-        if (!moveRows(index.parent(), index.row(), 1, target->index(), row))
-            continue;
-        changeMembership(item, source);
-        moved.append(item->index());
-        movedIds.append(item->data(UuidRole).toUuid());
+        const QUuid id = item->data(UuidRole).toUuid();
+        const QPersistentModelIndex arrived = moveProcessor(index, target->index());
+        if (arrived.isValid()) {
+            moved.append(arrived);
+            movedIds.append(id);
+        }
     }
+    const QStandardItem* target = getItem(targetId);
     const auto handler = GetTargetSelectHandler();
-    if (handler && !moved.isEmpty()) {
+    if (handler && target && !moved.isEmpty()) {
         const auto group = target == m_root
                                ? ProcessorGroupNode()
                                : target->data(NodeDataRole).value<ProcessorGroupNode>();
@@ -340,9 +277,30 @@ CProcessorTreeModel::moveProcessors(const QList<QPersistentModelIndex>& indexes,
     return moved;
 }
 
+/// Moves the processor at `index` to its place under `target`; an invalid index when it stands
+/// there already.
+QPersistentModelIndex CProcessorTreeModel::moveProcessor(const QModelIndex& index,
+                                                         const QPersistentModelIndex& target)
+{
+    const QStandardItem* item = itemFromIndex(index);
+    const QPersistentModelIndex source = index.parent();
+    const auto key = recordKey(item->data(NodeDataRole));
+    if (!moveRows(source, index.row(), 1, target, insertionRow(*itemFromIndex(target), key)))
+        return {};
+    const QStandardItem* parent = itemFromIndex(target);
+    for (int row = 0; parent && row < parent->rowCount(); ++row) {
+        if (parent->child(row) == item) {
+            const QPersistentModelIndex arrived = item->index();
+            changeMembership(arrived, source);
+            return arrived;
+        }
+    }
+    return {};
+}
+
 void CProcessorTreeModel::removeAllGroups()
 {
-    for (int row = m_root ? m_root->rowCount() - 1 : -1; row >= 0; --row) {
+    for (int row = m_root ? m_root->rowCount() - 1 : -1; m_root && row >= 0; --row) {
         const QStandardItem* child = m_root->child(row);
         if (child && nodeType(*child) == NodeGroup)
             m_root->removeRow(row);
@@ -378,7 +336,8 @@ void CProcessorTreeModel::reset()
     m_root->removeColumns(0, m_root->columnCount());
     m_index.rebuild(m_root);
     setRootCount(processors.size());
-    fill(groups, processors);
+    if (!m_index.add(fillTree(*m_root, groups, processors)))
+        m_rebuildDue = true;
 }
 
 CProcessorItem* CProcessorTreeModel::AppendGroup(const ProcessorGroupNode& group)
@@ -458,7 +417,7 @@ QStandardItem* CProcessorTreeModel::groupItem(const QUuid& groupId) const
 
 CProcessorItem* CProcessorTreeModel::insertGroup(const ProcessorGroupNode& group, int row)
 {
-    CProcessorItem* item = makeGroup(group);
+    CProcessorItem* item = makeGroupItem(group);
     m_root->insertRow(row, item);
     return item;
 }
@@ -466,60 +425,9 @@ CProcessorItem* CProcessorTreeModel::insertGroup(const ProcessorGroupNode& group
 CProcessorItem* CProcessorTreeModel::insertProcessor(const ProcessorNode& processor,
                                                      QStandardItem* parent)
 {
-    CProcessorItem* item = makeProcessor(processor, CRecordHandle(processor));
+    CProcessorItem* item = makeProcessorItem(processor, CRecordHandle(processor));
     parent->insertRow(insertionRow(*parent, recordKey(processor)), item);
     return item;
-}
-
-/// Fills the empty root with the host's records in host order. Every parent gets its rows in one
-/// go: attaching them one by one costs as much again.
-void CProcessorTreeModel::fill(const QList<ProcessorGroupNode>& groups,
-                               const QList<ProcessorNode>& processors)
-{
-    CIdentityIndex::Rows known;
-    known.reserve(static_cast<std::size_t>(groups.size() + processors.size()));
-    QHash<QUuid, Branch> branches;
-    branches.reserve(groups.size() + 1);
-    const auto branchOff = [&](QStandardItem* parent, int above) {
-        Branch branch{parent, above, 1, {}, {}};
-        // Room for as many as stand in each parent where all have the same number.
-        const int room = processors.size() / (groups.size() + 1) + 1;
-        branch.keys.reserve(static_cast<std::size_t>(room));
-        branch.rows.reserve(room);
-        return branch;
-    };
-    branches.insert(QUuid(), branchOff(m_root, groups.size()));
-
-    int rounds = 1;
-    QList<QStandardItem*> groupItems;
-    groupItems.reserve(groups.size());
-    for (const ProcessorGroupNode& group : groups) {
-        QStandardItem* item = makeGroup(group);
-        groupItems.append(item);
-        known.push_back({group.id, item, {NodeGroup, {}}});
-        // Of groups that share an identity the first one takes the processors, once for each.
-        const auto first = branches.find(group.id);
-        if (first == branches.end())
-            branches.insert(group.id, branchOff(item, 0));
-        else
-            rounds = std::max(rounds, ++first->rounds);
-    }
-    m_root->insertRows(0, groupItems);
-
-    for (int round = 0; round < rounds; ++round) {
-        auto branch = branches.end();
-        for (const ProcessorNode& processor : processors) {
-            // Most often a processor stands in the group of the one before.
-            if (branch == branches.end() || branch.key() != processor.groupId)
-                branch = branches.find(processor.groupId);
-            if (branch != branches.end() && round < branch->rounds)
-                branch->grow(processor, known);
-        }
-    }
-    for (const Branch& branch : qAsConst(branches))
-        branch.parent->insertRows(branch.above, branch.rows);
-    if (!m_index.add(std::move(known)))
-        m_rebuildDue = true;
 }
 
 /// Takes up a row inserted while the model's signals are blocked.
@@ -547,34 +455,40 @@ void CProcessorTreeModel::emptyGroup(const QPersistentModelIndex& group)
 
 void CProcessorTreeModel::storeProcessor(QStandardItem* item, const ProcessorNode& processor)
 {
-    CRecordHandle handle = recordHandle(item->data(NodeDataRole));
-    if (handle.cell())
-        handle.cell()->store(processor);
-    else
-        handle = CRecordHandle(processor);
-    // Written again even when it is the same handle: that is how views learn of the new content.
-    item->setData(QVariant::fromValue(handle), NodeDataRole);
+    const CRecordHandle handle = recordHandle(item->data(NodeDataRole));
+    if (!handle.cell()) {
+        item->setData(QVariant::fromValue(CRecordHandle(processor)), NodeDataRole);
+        return;
+    }
+    handle.cell()->store(processor);
+    // The item holds the same handle as before, so it has nothing to announce itself.
+    const QModelIndex index = item->index();
+    if (index.isValid())
+        emit dataChanged(index, index, {NodeDataRole});
 }
 
-/// After `item` came here from `source`: its record names the new group, and the member lists of
-/// both groups follow.
-void CProcessorTreeModel::changeMembership(QStandardItem* item, QStandardItem* source)
+/// After the processor at `moved` came here from `source`: its record names the new group, and the
+/// member lists of both groups follow.
+void CProcessorTreeModel::changeMembership(const QPersistentModelIndex& moved,
+                                           const QPersistentModelIndex& source)
 {
-    QStandardItem* target = item->parent();
+    const QPersistentModelIndex target = moved.parent();
+    QStandardItem* item = itemFromIndex(moved);
     ProcessorNode processor = processorRecord(item->data(NodeDataRole));
-    processor.groupId = target == m_root ? QUuid() : target->data(UuidRole).toUuid();
+    processor.groupId =
+        nodeType(QModelIndex(target)) == NodeGroup ? target.data(UuidRole).toUuid() : QUuid();
     storeProcessor(item, processor);
 
-    for (QStandardItem* parent : {source, target}) {
-        if (nodeType(*parent) != NodeGroup)
+    for (const QPersistentModelIndex& parent : {source, target}) {
+        if (!parent.isValid() || nodeType(QModelIndex(parent)) != NodeGroup)
             continue;
-        auto group = parent->data(NodeDataRole).value<ProcessorGroupNode>();
+        auto group = parent.data(NodeDataRole).value<ProcessorGroupNode>();
         const auto isMoved = [&](const ProcessorNode& member) { return member.id == processor.id; };
         auto& members = group.processors;
         members.erase(std::remove_if(members.begin(), members.end(), isMoved), members.end());
-        if (parent == target)
-            members.insert(qMin(item->row(), members.size()), processor);
-        parent->setData(QVariant::fromValue(group), NodeDataRole);
+        if (parent == target && moved.isValid())
+            members.insert(qMin(moved.row(), members.size()), processor);
+        itemFromIndex(parent)->setData(QVariant::fromValue(group), NodeDataRole);
     }
 }
 
@@ -624,7 +538,7 @@ void CProcessorTreeModel::onDataChanged(const QModelIndex& topLeft, const QModel
             QStandardItem* item = itemFromIndex(topLeft.sibling(row, 0));
             if (!item)
                 continue;
-            adoptRecords(item);
+            adoptRecord(item);
             m_index.setRecord(item, recordHandle(item->data(NodeDataRole)));
         }
     }
@@ -632,14 +546,19 @@ void CProcessorTreeModel::onDataChanged(const QModelIndex& topLeft, const QModel
         onRestructured();
 }
 
-/// Records that somebody stored plainly move into cells, where the work thread can reach them.
-void CProcessorTreeModel::adoptRecords(QStandardItem* item)
+/// A record that somebody stored plainly moves into a cell, where the work thread can reach it.
+void CProcessorTreeModel::adoptRecord(QStandardItem* item)
 {
     const QVariant stored = item->data(NodeDataRole);
-    if (stored.userType() == qMetaTypeId<ProcessorNode>() && nodeType(*item) == NodeProcessor) {
-        const QSignalBlocker blocker(this);
-        item->setData(QVariant::fromValue(CRecordHandle(processorRecord(stored))), NodeDataRole);
-    }
+    if (stored.userType() != qMetaTypeId<ProcessorNode>() || nodeType(*item) != NodeProcessor)
+        return;
+    const QSignalBlocker blocker(this);
+    item->setData(QVariant::fromValue(CRecordHandle(processorRecord(stored))), NodeDataRole);
+}
+
+void CProcessorTreeModel::adoptRecords(QStandardItem* item)
+{
+    adoptRecord(item);
     for (int row = 0; row < item->rowCount(); ++row) {
         if (QStandardItem* child = item->child(row))
             adoptRecords(child);

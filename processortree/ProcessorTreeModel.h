@@ -106,18 +106,20 @@ private:
     QStandardItem* groupItem(const QUuid& groupId) const;
     CProcessorItem* insertGroup(const ProcessorGroupNode& group, int row);
     CProcessorItem* insertProcessor(const ProcessorNode& processor, QStandardItem* parent);
-    void fill(const QList<ProcessorGroupNode>& groups, const QList<ProcessorNode>& processors);
     void indexRow(QStandardItem* item);
     void setRootCount(int count);
     void emptyGroup(const QPersistentModelIndex& group);
     void storeProcessor(QStandardItem* item, const ProcessorNode& processor);
-    void changeMembership(QStandardItem* item, QStandardItem* source);
+    QPersistentModelIndex moveProcessor(const QModelIndex& index,
+                                        const QPersistentModelIndex& target);
+    void changeMembership(const QPersistentModelIndex& moved, const QPersistentModelIndex& source);
 
     bool isSearched(const QStandardItem* parent) const;
     void onRowsInserted(const QModelIndex& parent, int first, int last);
     void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
     void onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                        const QVector<int>& roles);
+    void adoptRecord(QStandardItem* item);
     void adoptRecords(QStandardItem* item);
     void onRestructured();
     void onModelReset();

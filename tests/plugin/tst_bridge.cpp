@@ -107,6 +107,7 @@ private slots:
     void shouldForwardTheLanUsbAddress();
     void shouldForwardTheCurrentProcessor();
     void shouldIgnoreTheEchoOfASelection();
+    void shouldRepaintForMonitorWarnings_data();
     void shouldRepaintForMonitorWarnings();
     void shouldIgnoreOtherNumbers();
     void shouldLogWrongArgumentTypesAndGoOn();
@@ -247,6 +248,16 @@ void BridgeTest::shouldRefreshAProcessorButNoGroup()
 
     bridge.notify<QUuid>(25, testId(1));
     QCOMPARE(bridge.panel.dump(), QStringLiteral("All processors(1)[G100[],one]"));
+    // The record alone changes: views and filters hear of that too.
+    renamed.online = false;
+    bridge.panel.host().setProcessor(renamed);
+    QSignalSpy changes(&bridge.panel.model(), &QAbstractItemModel::dataChanged);
+    bridge.notify<QUuid>(25, testId(1));
+    QCOMPARE(changes.count(), 1);
+    QCOMPARE(changes.first().at(2).value<QVector<int>>(), QVector<int>{NodeDataRole});
+    renamed.online = true;
+    bridge.panel.host().setProcessor(renamed);
+    bridge.notify<QUuid>(25, testId(1));
     const auto* item = bridge.panel.model().getItem(testId(1));
     QVERIFY(item->data(NodeDataRole).value<ProcessorNode>().online);
     QCOMPARE(bridge.askedOn(QStringLiteral("GetProcessorNode")), bridge.updateThread());
@@ -384,8 +395,17 @@ void BridgeTest::shouldIgnoreTheEchoOfASelection()
     QTRY_VERIFY(bridge.panel.area().findChild<QTreeView*>()->currentIndex().isValid());
 }
 
+void BridgeTest::shouldRepaintForMonitorWarnings_data()
+{
+    QTest::addColumn<quint32>("event");
+    QTest::newRow("monitor warnings") << 37U;
+    // No row is listed, so nothing but the repaint that follows can be seen.
+    QTest::newRow("monitor states") << 39U;
+}
+
 void BridgeTest::shouldRepaintForMonitorWarnings()
 {
+    QFETCH(quint32, event);
     class PaintCounter final : public QObject
     {
     public:
@@ -409,7 +429,10 @@ void BridgeTest::shouldRepaintForMonitorWarnings()
     QCoreApplication::processEvents();
     const int before = counter.paints;
 
-    bridge.notify(37);
+    if (event == 37)
+        bridge.notify(event);
+    else
+        bridge.notify<QList<QUuid>>(event, {});
 
     QTRY_VERIFY(counter.paints > before);
 }

@@ -1,0 +1,38 @@
+#include "processortree/TreeWalk.h"
+
+#include "processortree/NodeType.h"
+
+#include <QAbstractItemModel>
+#include <QStandardItem>
+
+int processorCount(const QStandardItem& parent)
+{
+    int count = 0;
+    for (int row = 0; row < parent.rowCount(); ++row) {
+        const QStandardItem* child = parent.child(row);
+        const auto type = child ? nodeType(*child) : std::nullopt;
+        if (type == NodeProcessor)
+            ++count;
+        else if (type == NodeGroup)
+            count += processorCount(*child);
+    }
+    return count;
+}
+
+void collectProcessors(const QModelIndex& parent, QList<QUuid>& found)
+{
+    const QAbstractItemModel* model = parent.model();
+    for (int row = 0; row < model->rowCount(parent); ++row) {
+        const QModelIndex child = model->index(row, 0, parent);
+        if (nodeType(child) == NodeProcessor)
+            found.append(child.data(UuidRole).toUuid());
+        collectProcessors(child, found);
+    }
+}
+
+bool isSelfOrBelow(const QStandardItem* item, const QStandardItem* ancestor)
+{
+    while (item && item != ancestor)
+        item = item->parent();
+    return item != nullptr;
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QList>
+#include <QUuid>
+
+class QModelIndex;
+class QStandardItem;
+
+/// Number of processors below `parent`, in groups and outside.
+int processorCount(const QStandardItem& parent);
+
+/// Appends the identities of the processors below `parent`, which is valid, depth first.
+void collectProcessors(const QModelIndex& parent, QList<QUuid>& found);
+
+/// Whether `item` is `ancestor` or stands below it.
+bool isSelfOrBelow(const QStandardItem* item, const QStandardItem* ancestor);
