@@ -205,9 +205,10 @@ void ProjectStore::setOnline(const QList<QUuid>& ids, bool online)
 void ProjectStore::setAddress(const QUuid& id, quint32 address)
 {
     changeProcessors({id}, HostEvent::ProcessorChanged, [&](ProcessorNode& node) {
-        const bool known = node.ipAddress == address && node.reachedByIp;
+        const bool reached = address != kNoProcessorAddress;
+        const bool known = node.ipAddress == address && node.reachedByIp == reached;
         node.ipAddress = address;
-        node.reachedByIp = true;
+        node.reachedByIp = reached;
         return !known;
     });
 }
@@ -285,6 +286,17 @@ void ProjectStore::detect()
     });
     changeProcessors(ids, HostEvent::MonitorStateChanged,
                      [](ProcessorNode& node) { return !std::exchange(node.online, true); });
+}
+
+void ProjectStore::setAnswers(const HandlerAnswers& answers)
+{
+    HandlerAnswers before;
+    changeAnswers([&](HandlerAnswers& known) { before = std::exchange(known, answers); });
+    if (before.detectStrategy != answers.detectStrategy)
+        m_notifier.raise(HostEvent(HostEvent::DetectStrategyChanged, answers.detectStrategy));
+    if (before.lanUsbMode != answers.lanUsbMode
+        || before.lanUsbAddresses != answers.lanUsbAddresses)
+        m_notifier.raise(HostEvent(HostEvent::LanUsbChanged));
 }
 
 void ProjectStore::changeAnswers(const std::function<void(HandlerAnswers&)>& change)

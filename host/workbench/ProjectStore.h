@@ -61,7 +61,11 @@ public:
     void storeMembership(const QList<QUuid>& ids, const QUuid& group);
 
     void setOnline(const QList<QUuid>& ids, bool online);
+
+    /// With kNoProcessorAddress the processor is addressed by number from here on, else by address.
     void setAddress(const QUuid& id, quint32 address);
+
+
     void setBackup(const QList<QUuid>& ids, bool backup);
 
     /// The monitor warning is kept in the record as hostFlag17.
@@ -78,6 +82,9 @@ public:
 
     /// Every processor that has an address answers: it is online from here on.
     void detect();
+
+    /// Other answers; detection strategy and LAN-USB are announced when they changed.
+    void setAnswers(const HandlerAnswers& answers);
 
     /// Changes of what no event tells of.
     void changeAnswers(const std::function<void(HandlerAnswers&)>& change);

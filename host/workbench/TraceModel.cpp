@@ -7,6 +7,20 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+constexpr char kTimeFormat[] = "HH:mm:ss.zzz";
+
+} // namespace
+
+QString traceLine(const TraceEntry& entry)
+{
+    const char* kinds[] = {"call", "event", "log"};
+    return QStringList{entry.time.toString(QLatin1String(kTimeFormat)),
+                       QLatin1String(kinds[static_cast<int>(entry.kind)]), entry.thread, entry.text}
+        .join(QLatin1Char('\t'));
+}
+
 TraceModel::TraceModel(QObject* parent) : QAbstractTableModel(parent) {}
 
 int TraceModel::rowCount(const QModelIndex& parent) const
@@ -32,7 +46,7 @@ QVariant TraceModel::data(const QModelIndex& index, int role) const
         return {};
     switch (index.column()) {
     case TimeColumn:
-        return entry.time.toString(QStringLiteral("HH:mm:ss.zzz"));
+        return entry.time.toString(QLatin1String(kTimeFormat));
     case KindColumn:
         return kindText(entry.kind);
     case ThreadColumn:
@@ -109,14 +123,6 @@ void TraceModel::retranslate()
     emit headerDataChanged(Qt::Horizontal, 0, ColumnCount - 1);
     if (rowCount() > 0)
         emit dataChanged(index(0, KindColumn), index(rowCount() - 1, KindColumn));
-}
-
-QString TraceModel::lineText(int row) const
-{
-    QStringList cells;
-    for (int column = 0; column < ColumnCount; ++column)
-        cells.append(index(row, column).data().toString());
-    return cells.join(QLatin1Char('\t'));
 }
 
 QString TraceModel::kindText(TraceEntry::Kind kind) const

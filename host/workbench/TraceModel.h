@@ -19,6 +19,9 @@ struct TraceEntry
     QString text;
 };
 
+/// The entry as plain text in English, the columns parted by tabs.
+QString traceLine(const TraceEntry& entry);
+
 /// The live log: calls of the panel, events raised, records of the host's log. Keeps the last
 /// kMaxRows lines.
 class TraceModel final : public QAbstractTableModel
@@ -49,8 +52,7 @@ public:
     /// The language changed.
     void retranslate();
 
-    /// The line as plain text, the columns parted by tabs.
-    QString lineText(int row) const;
+    const TraceEntry& entry(int row) const { return m_rows.at(static_cast<std::size_t>(row)); }
 
 signals:
     /// Entries that came in, also those that the model has no room for any more.
