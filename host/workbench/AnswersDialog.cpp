@@ -71,7 +71,7 @@ public:
         bool isNumber = false;
         value = field<QLineEdit>(name)->text().toUInt(&isNumber, 0);
         if (!isNumber)
-            problem = tr("%1 has to be a number such as 0 or 0xe0832001.").arg(QLatin1String(name));
+            problem = AnswersDialog::tr("%1 has to be a number such as 0 or 0xe0832001.").arg(QLatin1String(name));
     }
 
     void address(const char* name, QList<quint32>& value)
@@ -80,7 +80,7 @@ public:
         if (addresses)
             value = *addresses;
         else
-            problem = tr("%1 has to be addresses parted by commas.").arg(QLatin1String(name));
+            problem = AnswersDialog::tr("%1 has to be addresses parted by commas.").arg(QLatin1String(name));
     }
 
     QString problem;

@@ -3,6 +3,7 @@
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace {
@@ -32,6 +33,8 @@ FormDialog::FormDialog(const QString& title, QWidget* parent)
     layout->addStretch(1);
     layout->addWidget(m_objection);
     layout->addWidget(m_buttons);
+    m_buttons->button(QDialogButtonBox::Ok)->setText(tr("OK"));
+    m_buttons->button(QDialogButtonBox::Cancel)->setText(tr("Cancel"));
     connect(m_buttons, &QDialogButtonBox::accepted, this, &FormDialog::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &FormDialog::reject);
 }

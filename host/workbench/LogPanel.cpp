@@ -72,14 +72,17 @@ LogPanel::LogPanel(TraceModel& trace, QWidget* parent)
     layout->addLayout(bar);
     layout->addWidget(m_view, 1);
 
-    connect(m_filterField, &QLineEdit::textChanged, m_filter, &LogFilter::setWords);
-    connect(m_kindSelector, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            [this] { m_filter->setKind(m_kindSelector->currentData().toInt()); });
-    connect(m_clearButton, &QPushButton::clicked, &trace, &TraceModel::clear);
-    connect(&trace, &TraceModel::added, this, [this] {
-        if (m_follow->isChecked())
-            m_view->scrollToBottom();
+    connect(m_filterField, &QLineEdit::textChanged, this, [this](const QString& words) {
+        m_filter->setWords(words);
+        follow();
     });
+    connect(m_kindSelector, qOverload<int>(&QComboBox::currentIndexChanged), this, [this] {
+        m_filter->setKind(m_kindSelector->currentData().toInt());
+        follow();
+    });
+    connect(m_follow, &QCheckBox::toggled, this, &LogPanel::follow);
+    connect(m_clearButton, &QPushButton::clicked, &trace, &TraceModel::clear);
+    connect(&trace, &TraceModel::added, this, &LogPanel::follow);
     for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
         connect(m_filter, signal, this, &LogPanel::showCount);
     connect(m_filter, &QAbstractItemModel::modelReset, this, &LogPanel::showCount);
@@ -109,6 +112,13 @@ void LogPanel::retranslate()
     m_clearButton->setToolTip(tr("Empty the log"));
     m_view->setAccessibleName(tr("Live log"));
     showCount();
+}
+
+/// Brings the latest line in sight if that is wanted.
+void LogPanel::follow()
+{
+    if (m_follow->isChecked())
+        m_view->scrollToBottom();
 }
 
 void LogPanel::showCount()

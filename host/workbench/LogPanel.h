@@ -30,6 +30,7 @@ protected:
 
 private:
     void retranslate();
+    void follow();
     void showCount();
 
     TraceModel& m_trace;

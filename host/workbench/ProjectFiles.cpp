@@ -13,6 +13,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace {
 
@@ -75,9 +76,14 @@ bool ProjectFiles::confirmLoss()
 {
     if (!m_askBeforeLoss || !m_store.isModified())
         return true;
-    const auto answer = QMessageBox::question(
-        m_window, custom_software_name(), tr("The project has unsaved changes. Save them?"),
-        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    QMessageBox box(QMessageBox::Question, custom_software_name(),
+                    tr("The project has unsaved changes. Save them?"),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, m_window);
+    box.setDefaultButton(QMessageBox::Save);
+    box.button(QMessageBox::Save)->setText(tr("Save"));
+    box.button(QMessageBox::Discard)->setText(tr("Discard"));
+    box.button(QMessageBox::Cancel)->setText(tr("Cancel"));
+    const int answer = box.exec();
     if (answer == QMessageBox::Save)
         return saveAsked();
     return answer == QMessageBox::Discard;

@@ -2,10 +2,17 @@
 
 #include "host/common/SoftwareName.h"
 
+#include <QCoreApplication>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace {
+
+struct Messages
+{
+    Q_DECLARE_TR_FUNCTIONS(Prompts)
+};
 
 QInputDialog* prompt(QWidget* parent, const QString& title, const QString& label)
 {
@@ -13,6 +20,8 @@ QInputDialog* prompt(QWidget* parent, const QString& title, const QString& label
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowTitle(title);
     dialog->setLabelText(label);
+    dialog->setOkButtonText(Messages::tr("OK"));
+    dialog->setCancelButtonText(Messages::tr("Cancel"));
     dialog->resize(360, dialog->sizeHint().height());
     return dialog;
 }
@@ -55,6 +64,7 @@ void showProblem(QWidget* parent, const QString& problem)
     auto* box = new QMessageBox(QMessageBox::Warning, custom_software_name(), problem,
                                 QMessageBox::Ok, parent);
     box->setAttribute(Qt::WA_DeleteOnClose);
+    box->button(QMessageBox::Ok)->setText(Messages::tr("OK"));
     box->setTextFormat(Qt::PlainText);
     box->open();
 }

@@ -39,7 +39,8 @@ void RecordsModel::show(const Project& project)
         row->setForeground(themeColors().strongText);
         for (const ProcessorNode& node : group.processors)
             row->appendRow(processorRow(node, node.id == project.currentProcessor));
-        appendRow({row, cell(tr("%n processor(s)", nullptr, group.processors.size()))});
+        row->setText(tr("%1 (%2)").arg(group.name).arg(group.processors.size()));
+        appendRow(row);
     }
     for (const ProcessorNode& node : project.processors) {
         if (node.groupId.isNull())

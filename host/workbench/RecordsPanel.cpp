@@ -15,12 +15,15 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
-constexpr int kNameWidth = 240;
-constexpr int kColumnWidth = 96;
-constexpr int kFieldNameWidth = 160;
+constexpr int kColumnWidths[] = {208, 64, 112, 64, 96, 96, 64};
+static_assert(std::size(kColumnWidths) == RecordsModel::ColumnCount);
+constexpr int kRecordsWidth = 720;
+constexpr int kFieldsWidth = 304;
+constexpr int kFieldNameWidth = 128;
 
 QLabel* captionLabel(QWidget* parent)
 {
@@ -62,13 +65,13 @@ RecordsPanel::RecordsPanel(QWidget* parent)
     m_fields->setAlternatingRowColors(true);
     m_fields->setColumnCount(2);
 
-    auto* splitter = new QSplitter(Qt::Vertical, this);
+    auto* splitter = new QSplitter(Qt::Horizontal, this);
     splitter->setHandleWidth(8);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(stacked(m_caption, m_view));
     splitter->addWidget(stacked(m_fieldsCaption, m_fields));
-    splitter->setStretchFactor(0, 3);
-    splitter->setStretchFactor(1, 1);
+    splitter->setStretchFactor(0, 1);
+    splitter->setSizes({kRecordsWidth, kFieldsWidth});
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(8, 8, 8, 0);
     layout->addWidget(splitter);
@@ -94,11 +97,12 @@ void RecordsPanel::show(const Project& project)
     const int scroll = m_view->verticalScrollBar()->value();
     m_project = project;
     m_model->show(project);
-    m_view->setColumnWidth(RecordsModel::NameColumn, kNameWidth);
-    for (int column = RecordsModel::NumberColumn; column < RecordsModel::MonitorColumn; ++column)
-        m_view->setColumnWidth(column, kColumnWidth);
+    for (int column = 0; column < RecordsModel::ColumnCount; ++column)
+        m_view->setColumnWidth(column, kColumnWidths[column]);
     for (int row = 0; row < m_model->rowCount(); ++row) {
         const QModelIndex index = m_model->index(row, 0);
+        m_view->setFirstColumnSpanned(row, QModelIndex(),
+                                      index.data(RecordsModel::IsGroupRole).toBool());
         m_view->setExpanded(index, !m_closed.contains(index.data(RecordsModel::IdRole).toUuid()));
     }
     m_view->selectionModel()->setCurrentIndex(m_model->indexOf(current),
@@ -200,9 +204,9 @@ void RecordsPanel::showFields()
 
 void RecordsPanel::retranslate()
 {
-    m_caption->setText(tr("Project: %1, %2")
-                           .arg(tr("%n group(s)", nullptr, m_project.groups.size()),
-                                tr("%n processor(s)", nullptr, m_project.processors.size())));
+    m_caption->setText(tr("Project (groups: %1, processors: %2)")
+                           .arg(m_project.groups.size())
+                           .arg(m_project.processors.size()));
     m_fieldsCaption->setText(tr("Fields of the selected record"));
     m_fields->setHeaderLabels({tr("Field"), tr("Value")});
     m_view->setAccessibleName(tr("Records of the project"));

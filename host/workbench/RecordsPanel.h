@@ -10,7 +10,7 @@ class QLabel;
 class QTreeView;
 class QTreeWidget;
 
-/// The host's side of things: the project's records, and below them every field of the chosen one.
+/// The host's side of things: the project's records, and beside them every field of the chosen one.
 class RecordsPanel final : public QWidget
 {
     Q_OBJECT

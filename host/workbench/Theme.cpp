@@ -46,7 +46,7 @@ QStatusBar { background: @WINDOW@; color: @WEAK@; border-top: 1px solid @LINE@; 
 QStatusBar::item { border: none; }
 
 QLineEdit, QComboBox, QAbstractSpinBox, QPlainTextEdit, QListWidget {
-    background: @FIELD@; color: @STRONG@; border: 1px solid @LINE@; border-radius: 4px;
+    background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px;
     selection-background-color: @ACCENT@; }
 QLineEdit, QComboBox, QAbstractSpinBox { min-height: 22px; padding: 0 6px; }
 QTreeView QLineEdit, QTableView QLineEdit, QListView QLineEdit { min-height: 0; padding: 0 2px; }
@@ -82,7 +82,6 @@ QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: @ACCENT@;
 QTreeView, QTableView { background: @WINDOW@; border: 1px solid @LINE@; border-radius: 4px;
     alternate-background-color: @ALTERNATE@; outline: none; gridline-color: @LINE@; }
 QTreeView:focus, QTableView:focus { border-color: @ACCENT@; }
-QTreeView::item, QTableView::item { padding: 0 4px; }
 QTreeView::item { min-height: 24px; }
 QTreeView::item:hover, QTreeView::branch:hover { background: @POPUP@; }
 QTreeView::item:selected, QTreeView::branch:selected, QTableView::item:selected {
@@ -91,7 +90,7 @@ QTreeView::branch:has-children:closed { image: url(:/Workbench/icons/chevron-rig
 QTreeView::branch:has-children:open { image: url(:/Workbench/icons/chevron-down.svg); }
 QHeaderView { background: @WINDOW@; border: none; }
 QHeaderView::section { background: @WINDOW@; color: @WEAK@; border: none;
-    border-bottom: 1px solid @LINE@; padding: 4px 8px; }
+    border-bottom: 1px solid @LINE@; padding: 4px; }
 
 QScrollBar { background: transparent; border: none; margin: 0; }
 QScrollBar:vertical { width: 10px; }
@@ -178,6 +177,12 @@ void applyTheme(QApplication& application)
     QFont font = QApplication::font();
     font.setPixelSize(kTextPixels);
     QApplication::setFont(font);
-    QApplication::setPalette(palette(themeColors()));
+    const QPalette general = palette(themeColors());
+    QApplication::setPalette(general);
+    QPalette field = general;
+    field.setColor(QPalette::Text, themeColors().strongText);
+    field.setColor(QPalette::Disabled, QPalette::Text, themeColors().hintText);
+    for (const char* widget : {"QLineEdit", "QComboBox", "QAbstractSpinBox"})
+        QApplication::setPalette(field, widget);
     application.setStyleSheet(styleSheet(themeColors()));
 }

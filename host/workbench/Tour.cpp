@@ -6,6 +6,7 @@
 #include "host/workbench/ProjectFiles.h"
 #include "host/workbench/RecordsPanel.h"
 #include "host/workbench/Session.h"
+#include "host/workbench/Theme.h"
 #include "host/workbench/Wait.h"
 
 #include <QApplication>
@@ -150,7 +151,11 @@ bool Tour::takePicture(const QString& name)
     QPixmap picture = m_window.grab();
     if (QWidget* dialog = QApplication::activeModalWidget()) {
         QPainter painter(&picture);
-        painter.drawPixmap(m_window.rect().center() - dialog->rect().center(), dialog->grab());
+        const QRect frame = dialog->rect().translated(m_window.rect().center()
+                                                      - dialog->rect().center());
+        painter.drawPixmap(frame.topLeft(), dialog->grab());
+        painter.setPen(themeColors().line);
+        painter.drawRect(frame.adjusted(-1, -1, 0, 0));
     }
     QString file = name;
     file.replace(QLatin1Char(' '), QLatin1Char('-')).remove(QLatin1Char(','));
