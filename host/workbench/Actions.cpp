@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QRegularExpression>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -52,7 +53,8 @@ const QVector<MenuEntries>& menus()
           {Do::GoOnline, QT_TRANSLATE_NOOP("Actions", "Go &online"), "Ctrl+Shift+O",
            kInToolBar | kNewSection},
           {Do::GoOffline, QT_TRANSLATE_NOOP("Actions", "Go o&ffline"), "Ctrl+Shift+F", kInToolBar},
-          {Do::ChangeAddress, QT_TRANSLATE_NOOP("Actions", "Change &address..."), "Ctrl+Shift+A", 0},
+          {Do::ChangeAddress, QT_TRANSLATE_NOOP("Actions", "Change &address..."), "Ctrl+Shift+A",
+           0},
           {Do::ToggleBackup, QT_TRANSLATE_NOOP("Actions", "Mark as &backup, or not"),
            "Ctrl+Shift+B", 0},
           {Do::ToggleMonitorWarning, QT_TRANSLATE_NOOP("Actions", "Monitor &warning on or off"),
@@ -71,12 +73,14 @@ const QVector<MenuEntries>& menus()
            kInToolBar | kNewSection},
           {Do::AnnounceProject, QT_TRANSLATE_NOOP("Actions", "&Announce the whole project"),
            "Ctrl+R", 0},
-          {Do::GuiThreadEvents, QT_TRANSLATE_NOOP("Actions", "Events on the &GUI thread"),
-           "Ctrl+T", kCheckable | kInToolBar | kNewSection}}},
+          {Do::GuiThreadEvents, QT_TRANSLATE_NOOP("Actions", "Events on the &GUI thread"), "Ctrl+T",
+           kCheckable | kInToolBar | kNewSection}}},
         {QT_TRANSLATE_NOOP("Actions", "&Layer"),
          {{Do::SetReadOnly, QT_TRANSLATE_NOOP("Actions", "&Read-only"), "Ctrl+Alt+R", kCheckable},
-          {Do::SelectInPanel, QT_TRANSLATE_NOOP("Actions", "&Select in the panel"), "Ctrl+Alt+P", 0},
-          {Do::RemoveAllGroups, QT_TRANSLATE_NOOP("Actions", "Remove all &groups"), "Ctrl+Alt+G", 0},
+          {Do::SelectInPanel, QT_TRANSLATE_NOOP("Actions", "&Select in the panel"), "Ctrl+Alt+P",
+           0},
+          {Do::RemoveAllGroups, QT_TRANSLATE_NOOP("Actions", "Remove all &groups"), "Ctrl+Alt+G",
+           0},
           {Do::LogTree, QT_TRANSLATE_NOOP("Actions", "Log the panel's &tree"), "Ctrl+Alt+T",
            kNewSection},
           {Do::LogAcceptedTree, QT_TRANSLATE_NOOP("Actions", "Log the &accepted tree"),
@@ -105,10 +109,16 @@ const QVector<MenuEntries>& menus()
     return all;
 }
 
+/// The text without its key, which some languages put in parentheses, and without dots.
+QString plainText(QString text)
+{
+    static const QRegularExpression key(QStringLiteral("\\(&.\\)"));
+    return text.remove(key).remove(QLatin1Char('&')).remove(QStringLiteral("..."));
+}
+
 } // namespace
 
-Actions::Actions(QMainWindow* window)
-    : QObject(window)
+Actions::Actions(QMainWindow* window) : QObject(window)
 {
     auto* toolBar = new QToolBar(window);
     toolBar->setObjectName(QStringLiteral("tools"));
@@ -151,8 +161,7 @@ void Actions::retranslate()
             QAction* action = m_actions.value(entry.what);
             const QString text = tr(entry.text);
             action->setText(text);
-            QString plain = text;
-            plain.remove(QLatin1Char('&')).remove(QStringLiteral("..."));
+            const QString plain = plainText(text);
             action->setIconText(plain);
             action->setToolTip(QStringLiteral("%1 (%2)").arg(
                 plain, action->shortcut().toString(QKeySequence::NativeText)));

@@ -14,10 +14,7 @@
 class AnswersDialog::Builder final
 {
 public:
-    explicit Builder(AnswersDialog& dialog)
-        : m_dialog(dialog)
-    {
-    }
+    explicit Builder(AnswersDialog& dialog) : m_dialog(dialog) {}
 
     void operator()(const char* name, bool value)
     {
@@ -58,10 +55,7 @@ private:
 class AnswersDialog::Collector final
 {
 public:
-    explicit Collector(const AnswersDialog& dialog)
-        : m_dialog(dialog)
-    {
-    }
+    explicit Collector(const AnswersDialog& dialog) : m_dialog(dialog) {}
 
     void operator()(const char* name, bool& value) { value = field<QCheckBox>(name)->isChecked(); }
     void operator()(const char* name, qint32& value) { value = field<QSpinBox>(name)->value(); }
@@ -71,7 +65,8 @@ public:
         bool isNumber = false;
         value = field<QLineEdit>(name)->text().toUInt(&isNumber, 0);
         if (!isNumber)
-            problem = AnswersDialog::tr("%1 has to be a number such as 0 or 0xe0832001.").arg(QLatin1String(name));
+            problem = AnswersDialog::tr("%1 has to be a number such as 0 or 0xe0832001.")
+                          .arg(QLatin1String(name));
     }
 
     void address(const char* name, QList<quint32>& value)
@@ -80,7 +75,8 @@ public:
         if (addresses)
             value = *addresses;
         else
-            problem = AnswersDialog::tr("%1 has to be addresses parted by commas.").arg(QLatin1String(name));
+            problem = AnswersDialog::tr("%1 has to be addresses parted by commas.")
+                          .arg(QLatin1String(name));
     }
 
     QString problem;
@@ -96,8 +92,7 @@ private:
 };
 
 AnswersDialog::AnswersDialog(ProjectStore& store, QWidget* parent)
-    : FormDialog(tr("Handler answers"), parent)
-    , m_store(store)
+    : FormDialog(tr("Handler answers"), parent), m_store(store)
 {
     HandlerAnswers answers = store.snapshot().answers;
     Builder builder(*this);

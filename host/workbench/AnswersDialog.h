@@ -7,8 +7,8 @@
 
 class ProjectStore;
 
-/// What the host answers to the panel's questions that are not about records. Fields carry the names
-/// that they have in the project file.
+/// What the host answers to the panel's questions that are not about records. Fields carry the
+/// names that they have in the project file.
 class AnswersDialog final : public FormDialog
 {
     Q_OBJECT

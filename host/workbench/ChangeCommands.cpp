@@ -31,11 +31,7 @@ bool allOf(const ProjectStore& store, const QList<QUuid>& ids, const Test& test)
 
 ChangeCommands::ChangeCommands(QWidget* window, Actions& actions, RecordsPanel& records,
                                Session& session)
-    : QObject(window)
-    , m_window(window)
-    , m_actions(actions)
-    , m_records(records)
-    , m_session(session)
+    : QObject(window), m_window(window), m_actions(actions), m_records(records), m_session(session)
 {
     connectSelectionActions();
     connectProjectActions();
@@ -121,8 +117,8 @@ void ChangeCommands::updateEnabled()
 {
     const int chosen = processors().size();
     const int groups = m_records.selectedGroups().size();
-    for (const Do what : {Do::MoveToGroup, Do::GoOnline, Do::GoOffline, Do::ToggleBackup,
-                          Do::ToggleMonitorWarning})
+    for (const Do what :
+         {Do::MoveToGroup, Do::GoOnline, Do::GoOffline, Do::ToggleBackup, Do::ToggleMonitorWarning})
         m_actions[what]->setEnabled(chosen > 0);
     for (const Do what : {Do::ChangeAddress, Do::MakeCurrent, Do::SelectInPanel})
         m_actions[what]->setEnabled(chosen == 1);

@@ -16,10 +16,8 @@ constexpr int kListHeight = 160;
 } // namespace
 
 DeviceSetsDialog::DeviceSetsDialog(ProjectStore& store, QWidget* parent)
-    : FormDialog(tr("Device sets"), parent)
-    , m_store(store)
-    , m_list(new QListWidget(this))
-    , m_current(new QComboBox(this))
+    : FormDialog(tr("Device sets"), parent), m_store(store), m_list(new QListWidget(this)),
+      m_current(new QComboBox(this))
 {
     m_list->setFixedHeight(kListHeight);
     addField(tr("&Sets"), m_list);

@@ -13,10 +13,8 @@ constexpr int kMinimumWidth = 400;
 } // namespace
 
 FormDialog::FormDialog(const QString& title, QWidget* parent)
-    : QDialog(parent)
-    , m_form(new QFormLayout)
-    , m_objection(new QLabel(this))
-    , m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
+    : QDialog(parent), m_form(new QFormLayout), m_objection(new QLabel(this)),
+      m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(title);

@@ -5,8 +5,7 @@
 #include <QCoreApplication>
 #include <QLibraryInfo>
 
-Language::Language(QObject* parent)
-    : QObject(parent)
+Language::Language(QObject* parent) : QObject(parent)
 {
     initWorkbenchResources();
 }

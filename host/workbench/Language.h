@@ -20,8 +20,8 @@ public:
 
     Choice choice() const { return m_choice; }
 
-    /// Changes the language; every widget gets a language change event. Choosing the language in use
-    /// again takes up translations that a library loaded since then has brought.
+    /// Changes the language; every widget gets a language change event. Choosing the language in
+    /// use again takes up translations that a library loaded since then has brought.
     void choose(Choice choice);
 
 private:

@@ -29,12 +29,8 @@ QString line(const ProcessorNode& node)
 
 LayerCommands::LayerCommands(QMainWindow* window, Actions& actions, RecordsPanel& records,
                              Session& session)
-    : QObject(window)
-    , m_window(window)
-    , m_actions(actions)
-    , m_records(records)
-    , m_session(session)
-    , m_dock(new QDockWidget(window))
+    : QObject(window), m_window(window), m_actions(actions), m_records(records), m_session(session),
+      m_dock(new QDockWidget(window))
 {
     m_dock->setObjectName(QStringLiteral("panelDock"));
     m_dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
@@ -74,9 +70,8 @@ void LayerCommands::connectActions()
                 operation(*layer);
         });
     };
-    onLayer(Do::SetReadOnly, [this](auto& layer) {
-        layer.SetReadOnly(m_actions[Do::SetReadOnly]->isChecked());
-    });
+    onLayer(Do::SetReadOnly,
+            [this](auto& layer) { layer.SetReadOnly(m_actions[Do::SetReadOnly]->isChecked()); });
     onLayer(Do::SelectInPanel, [this](auto& layer) {
         layer.SetCurrentProcessor(m_records.selectedProcessors().value(0));
     });
@@ -93,8 +88,8 @@ void LayerCommands::connectActions()
         std::vector<LanUsbProcessorInfo> processors;
         const Project project = m_session.store().snapshot();
         for (const ProcessorNode& node : project.processors.mid(0, 3))
-            processors.push_back({dottedAddress(node.ipAddress).toStdString(),
-                                  node.name.toStdString(), "Device 1"});
+            processors.push_back(
+                {dottedAddress(node.ipAddress).toStdString(), node.name.toStdString(), "Device 1"});
         layer.ShowLanUsbWarning(processors);
     });
     onLayer(Do::Reconnect, [](auto& layer) { layer.Reconnect(); });
@@ -119,8 +114,9 @@ void LayerCommands::logTree(bool onlyAccepted)
                                          .arg(tree.groups.size())
                                          .arg(tree.processors.size()));
     for (const ProcessorGroupNode& group : qAsConst(tree.groups)) {
-        trace.add(TraceEntry::Kind::Log,
-                  QStringLiteral("  %1: %2 processors").arg(group.name).arg(group.processors.size()));
+        trace.add(
+            TraceEntry::Kind::Log,
+            QStringLiteral("  %1: %2 processors").arg(group.name).arg(group.processors.size()));
         for (const ProcessorNode& node : group.processors)
             trace.add(TraceEntry::Kind::Log, QStringLiteral("    ") + line(node));
     }

@@ -4,10 +4,7 @@
 
 #include <algorithm>
 
-LogFilter::LogFilter(QObject* parent)
-    : QSortFilterProxyModel(parent)
-{
-}
+LogFilter::LogFilter(QObject* parent) : QSortFilterProxyModel(parent) {}
 
 void LogFilter::setWords(const QString& words)
 {
@@ -35,7 +32,9 @@ bool LogFilter::filterAcceptsRow(int row, const QModelIndex& parent) const
         return false;
     const QString line = textIndex.data().toString() + QLatin1Char(' ')
                          + textIndex.siblingAtColumn(TraceModel::ThreadColumn).data().toString();
-    const auto occurs = [&](const QString& word) { return line.contains(word, Qt::CaseInsensitive); };
+    const auto occurs = [&](const QString& word) {
+        return line.contains(word, Qt::CaseInsensitive);
+    };
     return std::all_of(m_wanted.begin(), m_wanted.end(), occurs)
            && std::none_of(m_unwanted.begin(), m_unwanted.end(), occurs);
 }

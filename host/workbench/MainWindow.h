@@ -10,8 +10,8 @@ class ProjectFiles;
 class RecordsPanel;
 class Session;
 
-/// The workbench's window: the panel docked as in a host, the host's own view of the project, and the
-/// live log.
+/// The workbench's window: the panel docked as in a host, the host's own view of the project, and
+/// the live log.
 class MainWindow final : public QMainWindow
 {
     Q_OBJECT

@@ -8,10 +8,10 @@ Options parseOptions(const QStringList& arguments)
 {
     const QCommandLineOption project(QStringLiteral("project"), QStringLiteral("Open <file>."),
                                      QStringLiteral("file"));
-    const QCommandLineOption library(
-        QStringLiteral("library"),
-        QStringLiteral("Load the panel from <file> instead of %1.").arg(PanelLibrary::defaultPath()),
-        QStringLiteral("file"), PanelLibrary::defaultPath());
+    const QCommandLineOption library(QStringLiteral("library"),
+                                     QStringLiteral("Load the panel from <file> instead of %1.")
+                                         .arg(PanelLibrary::defaultPath()),
+                                     QStringLiteral("file"), PanelLibrary::defaultPath());
     const QCommandLineOption guiThread(QStringLiteral("gui-thread-events"),
                                        QStringLiteral("Raise events on the GUI thread."));
     const QCommandLineOption tour(

@@ -3,7 +3,6 @@
 #include <QString>
 #include <QStringList>
 
-
 /// The command line.
 struct Options
 {

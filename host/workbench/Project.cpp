@@ -25,9 +25,10 @@ ProcessorNode* Project::processor(const QUuid& id)
     return found == processors.end() ? nullptr : &*found;
 }
 
-bool Project::hasGroup(const QUuid& id) const
+const ProcessorGroupNode* Project::findGroup(const QUuid& id) const
 {
-    return findById(groups, id) != groups.end();
+    const auto found = findById(groups, id);
+    return found == groups.end() ? nullptr : &*found;
 }
 
 ProcessorGroupNode Project::group(const QUuid& id) const
@@ -120,10 +121,10 @@ bool Project::renameProcessor(const QUuid& id, const QString& name)
 
 bool Project::renameGroup(const QUuid& id, const QString& name)
 {
-    ProcessorGroupNode* group = findGroup(id);
-    if (!group)
+    const auto found = findById(groups, id);
+    if (found == groups.end())
         return false;
-    group->name = name;
+    found->name = name;
     return true;
 }
 
@@ -140,12 +141,6 @@ QList<QUuid> Project::regroup(const QList<QUuid>& ids, const QUuid& groupId)
         moved.append(id);
     }
     return moved;
-}
-
-ProcessorGroupNode* Project::findGroup(const QUuid& id)
-{
-    const auto found = findById(groups, id);
-    return found == groups.end() ? nullptr : &*found;
 }
 
 ProcessorNode& Project::appendProcessor(const QUuid& groupId)

@@ -63,7 +63,8 @@ public:
 
     const ProcessorNode* processor(const QUuid& id) const;
     ProcessorNode* processor(const QUuid& id);
-    bool hasGroup(const QUuid& id) const;
+    const ProcessorGroupNode* findGroup(const QUuid& id) const;
+    bool hasGroup(const QUuid& id) const { return findGroup(id) != nullptr; }
     int roomForProcessors() const { return kMaxProcessors - processors.size(); }
 
     /// The group's record with its processors; default-constructed for an unknown identity.
@@ -94,7 +95,6 @@ public:
     QList<QUuid> regroup(const QList<QUuid>& ids, const QUuid& groupId);
 
 private:
-    ProcessorGroupNode* findGroup(const QUuid& id);
     ProcessorNode& appendProcessor(const QUuid& groupId);
 };
 

@@ -203,7 +203,9 @@ bool saveProject(const Project& project, const QString& path, QString& problem)
     }
     QSaveFile file(path);
     const QByteArray json = projectToJson(project);
-    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.commit()) {
+    // commit() takes no notice of a failure to write what is still buffered; flush() does.
+    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.flush()
+        || !file.commit()) {
         problem = Messages::tr("%1 cannot be written: %2").arg(shown, file.errorString());
         return false;
     }

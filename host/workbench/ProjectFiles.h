@@ -18,8 +18,8 @@ public:
     /// `actions` and `store` outlive this; `window` owns it.
     ProjectFiles(QMainWindow* window, Actions& actions, ProjectStore& store);
 
-    /// Opens a file; when it cannot be read, `problem` says why and the project stays. A file of this
-    /// program's own resources is opened without a name.
+    /// Opens a file; when it cannot be read, `problem` says why and the project stays. A file of
+    /// this program's own resources is opened without a name.
     bool open(const QString& path, QString& problem);
 
     /// Saves to a file, which the project then is of; false with `problem` when that fails.

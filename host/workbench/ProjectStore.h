@@ -65,7 +65,6 @@ public:
     /// With kNoProcessorAddress the processor is addressed by number from here on, else by address.
     void setAddress(const QUuid& id, quint32 address);
 
-
     void setBackup(const QList<QUuid>& ids, bool backup);
 
     /// The monitor warning is kept in the record as hostFlag17.

@@ -7,8 +7,8 @@
 
 class QWidget;
 
-/// Small questions to the user, asked by window-modal dialogs that do not block the caller. `done` is
-/// called with the answer; when the user cancels, it is not.
+/// Small questions to the user, asked by window-modal dialogs that do not block the caller. `done`
+/// is called with the answer; when the user cancels, it is not.
 
 void askText(QWidget* parent, const QString& title, const QString& label, const QString& preset,
              const std::function<void(const QString&)>& done);

@@ -24,10 +24,7 @@ QStandardItem* nameCell(const QString& text, const QUuid& id, bool isGroup)
 
 } // namespace
 
-RecordsModel::RecordsModel(QObject* parent)
-    : QStandardItemModel(parent)
-{
-}
+RecordsModel::RecordsModel(QObject* parent) : QStandardItemModel(parent) {}
 
 void RecordsModel::show(const Project& project)
 {
@@ -52,15 +49,15 @@ QModelIndex RecordsModel::indexOf(const QUuid& id) const
 {
     if (id.isNull() || rowCount() == 0)
         return {};
-    const QModelIndexList found = match(index(0, NameColumn), IdRole, id, 1,
-                                        Qt::MatchExactly | Qt::MatchRecursive);
+    const QModelIndexList found =
+        match(index(0, NameColumn), IdRole, id, 1, Qt::MatchExactly | Qt::MatchRecursive);
     return found.value(0);
 }
 
 QList<QStandardItem*> RecordsModel::processorRow(const ProcessorNode& node, bool isCurrent) const
 {
-    const QString address = node.ipAddress == kNoProcessorAddress ? tr("none")
-                                                                  : dottedAddress(node.ipAddress);
+    const QString address =
+        node.ipAddress == kNoProcessorAddress ? tr("none") : dottedAddress(node.ipAddress);
     QString redundancy;
     if (node.redundancyMode == 1)
         redundancy = tr("has a backup");

@@ -47,12 +47,9 @@ QWidget* stacked(QLabel* caption, QWidget* below)
 } // namespace
 
 RecordsPanel::RecordsPanel(QWidget* parent)
-    : QWidget(parent)
-    , m_model(new RecordsModel(this))
-    , m_caption(captionLabel(this))
-    , m_fieldsCaption(captionLabel(this))
-    , m_view(new QTreeView(this))
-    , m_fields(new QTreeWidget(this))
+    : QWidget(parent), m_model(new RecordsModel(this)), m_caption(captionLabel(this)),
+      m_fieldsCaption(captionLabel(this)), m_view(new QTreeView(this)),
+      m_fields(new QTreeWidget(this))
 {
     m_view->setModel(m_model);
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);

@@ -26,9 +26,8 @@ constexpr int kStepLimitMs = 20000;
 } // namespace
 
 Tour::Tour(MainWindow& window, const QString& folder)
-    : m_window(window)
-    , m_folder(folder)
-    , m_trace(QDir(folder).filePath(QStringLiteral("trace.txt")))
+    : m_window(window), m_folder(folder),
+      m_trace(QDir(folder).filePath(QStringLiteral("trace.txt")))
 {
 }
 
@@ -114,7 +113,8 @@ std::vector<Tour::Step> Tour::steps()
              trigger(Do::Chinese);
          },
          [=] {
-             return m_window.actions()[Do::SaveProject]->text().startsWith(QChar(0x4FDD)) && shown();
+             return m_window.actions()[Do::SaveProject]->text().startsWith(QChar(0x4FDD))
+                    && shown();
          }},
         {QStringLiteral("group removed"),
          [=] {
@@ -151,8 +151,8 @@ bool Tour::takePicture(const QString& name)
     QPixmap picture = m_window.grab();
     if (QWidget* dialog = QApplication::activeModalWidget()) {
         QPainter painter(&picture);
-        const QRect frame = dialog->rect().translated(m_window.rect().center()
-                                                      - dialog->rect().center());
+        const QRect frame =
+            dialog->rect().translated(m_window.rect().center() - dialog->rect().center());
         painter.drawPixmap(frame.topLeft(), dialog->grab());
         painter.setPen(themeColors().line);
         painter.drawRect(frame.adjusted(-1, -1, 0, 0));
@@ -160,9 +160,8 @@ bool Tour::takePicture(const QString& name)
     QString file = name;
     file.replace(QLatin1Char(' '), QLatin1Char('-')).remove(QLatin1Char(','));
     ++m_pictures;
-    return picture.save(QDir(m_folder).filePath(QStringLiteral("%1-%2.png")
-                                                    .arg(m_pictures, 2, 10, QLatin1Char('0'))
-                                                    .arg(file)));
+    return picture.save(QDir(m_folder).filePath(
+        QStringLiteral("%1-%2.png").arg(m_pictures, 2, 10, QLatin1Char('0')).arg(file)));
 }
 
 bool Tour::openTrace()

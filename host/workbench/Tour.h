@@ -8,9 +8,9 @@
 
 class MainWindow;
 
-/// Drives the window through what the program does, one step after the other. Each step goes on when
-/// what it was about has come true, and leaves a picture; what the panel called and what was raised
-/// meanwhile is written down as it happens.
+/// Drives the window through what the program does, one step after the other. Each step goes on
+/// when what it was about has come true, and leaves a picture; what the panel called and what was
+/// raised meanwhile is written down as it happens.
 class Tour final
 {
 public:

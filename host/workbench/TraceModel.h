@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QMetaType>
 #include <QString>
 #include <QTime>
 #include <QVector>
@@ -18,6 +19,8 @@ struct TraceEntry
     QString thread;
     QString text;
 };
+
+Q_DECLARE_METATYPE(TraceEntry)
 
 /// The entry as plain text in English, the columns parted by tabs.
 QString traceLine(const TraceEntry& entry);

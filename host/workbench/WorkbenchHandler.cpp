@@ -133,13 +133,16 @@ QList<ProcessorNode> WorkbenchHandler::GetAllProcessorNodes()
 QList<ProcessorGroupNode> WorkbenchHandler::GetAllGroupNodes()
 {
     return m_trace.answered("GetAllGroupNodes",
-                            ask([](const Project& project) { return project.allGroups(); }));
+                            ask([](const Project& project) { return project.groups; }));
 }
 
 ProcessorGroupNode WorkbenchHandler::GetGroupNode(const QUuid& id)
 {
-    return m_trace.answered("GetGroupNode",
-                            ask([&](const Project& project) { return project.group(id); }), id);
+    return m_trace.answered("GetGroupNode", ask([&](const Project& project) {
+                                const ProcessorGroupNode* group = project.findGroup(id);
+                                return group ? *group : ProcessorGroupNode();
+                            }),
+                            id);
 }
 
 void WorkbenchHandler::AddProcessors(const QUuid& group, int count)

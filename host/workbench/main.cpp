@@ -65,9 +65,8 @@ int main(int argc, char** argv)
     window.show();
     if (unattended) {
         // Inside the event loop, so that the end is an ordinary one for the panel.
-        QTimer::singleShot(0, &window, [&] {
-            QApplication::exit(runUnattended(options, window, problem));
-        });
+        QTimer::singleShot(0, &window,
+                           [&] { QApplication::exit(runUnattended(options, window, problem)); });
     } else if (!problem.isEmpty()) {
         showProblem(&window, problem);
     }
