@@ -118,7 +118,8 @@ QString plainText(QString text)
 
 } // namespace
 
-Actions::Actions(QMainWindow* window) : QObject(window)
+Actions::Actions(QMainWindow* window)
+    : QObject(window)
 {
     auto* toolBar = new QToolBar(window);
     toolBar->setObjectName(QStringLiteral("tools"));

@@ -9,8 +9,11 @@
 #include <algorithm>
 
 AddProcessorsDialog::AddProcessorsDialog(ProjectStore& store, const QUuid& group, QWidget* parent)
-    : FormDialog(tr("Add processors"), parent), m_store(store), m_group(new QComboBox(this)),
-      m_count(new QSpinBox(this)), m_address(new QLineEdit(this))
+    : FormDialog(tr("Add processors"), parent)
+    , m_store(store)
+    , m_group(new QComboBox(this))
+    , m_count(new QSpinBox(this))
+    , m_address(new QLineEdit(this))
 {
     const Project project = store.snapshot();
     m_group->addItem(tr("No group"), QUuid());

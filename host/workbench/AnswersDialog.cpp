@@ -14,7 +14,10 @@
 class AnswersDialog::Builder final
 {
 public:
-    explicit Builder(AnswersDialog& dialog) : m_dialog(dialog) {}
+    explicit Builder(AnswersDialog& dialog)
+        : m_dialog(dialog)
+    {
+    }
 
     void operator()(const char* name, bool value)
     {
@@ -55,7 +58,10 @@ private:
 class AnswersDialog::Collector final
 {
 public:
-    explicit Collector(const AnswersDialog& dialog) : m_dialog(dialog) {}
+    explicit Collector(const AnswersDialog& dialog)
+        : m_dialog(dialog)
+    {
+    }
 
     void operator()(const char* name, bool& value) { value = field<QCheckBox>(name)->isChecked(); }
     void operator()(const char* name, qint32& value) { value = field<QSpinBox>(name)->value(); }
@@ -92,7 +98,8 @@ private:
 };
 
 AnswersDialog::AnswersDialog(ProjectStore& store, QWidget* parent)
-    : FormDialog(tr("Handler answers"), parent), m_store(store)
+    : FormDialog(tr("Handler answers"), parent)
+    , m_store(store)
 {
     HandlerAnswers answers = store.snapshot().answers;
     Builder builder(*this);

@@ -24,7 +24,10 @@ QString shortText(const QList<ProcessorGroupNode>& groups);
 class CallTrace final
 {
 public:
-    explicit CallTrace(TraceModel& model) : m_model(model) {}
+    explicit CallTrace(TraceModel& model)
+        : m_model(model)
+    {
+    }
 
     template <typename... Args>
     void called(const char* name, const Args&... args) const

@@ -31,7 +31,11 @@ bool allOf(const ProjectStore& store, const QList<QUuid>& ids, const Test& test)
 
 ChangeCommands::ChangeCommands(QWidget* window, Actions& actions, RecordsPanel& records,
                                Session& session)
-    : QObject(window), m_window(window), m_actions(actions), m_records(records), m_session(session)
+    : QObject(window)
+    , m_window(window)
+    , m_actions(actions)
+    , m_records(records)
+    , m_session(session)
 {
     connectSelectionActions();
     connectProjectActions();

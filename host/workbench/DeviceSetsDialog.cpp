@@ -3,7 +3,8 @@
 #include "host/workbench/ProjectStore.h"
 
 #include <QComboBox>
-#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
 #include <QListWidget>
 #include <QPushButton>
 
@@ -16,8 +17,10 @@ constexpr int kListHeight = 160;
 } // namespace
 
 DeviceSetsDialog::DeviceSetsDialog(ProjectStore& store, QWidget* parent)
-    : FormDialog(tr("Device sets"), parent), m_store(store), m_list(new QListWidget(this)),
-      m_current(new QComboBox(this))
+    : FormDialog(tr("Device sets"), parent)
+    , m_store(store)
+    , m_list(new QListWidget(this))
+    , m_current(new QComboBox(this))
 {
     m_list->setFixedHeight(kListHeight);
     addField(tr("&Sets"), m_list);
@@ -32,10 +35,16 @@ DeviceSetsDialog::DeviceSetsDialog(ProjectStore& store, QWidget* parent)
             m_current->setCurrentIndex(at + 1);
     }
 
-    QPushButton* addButton = buttons()->addButton(tr("&Add"), QDialogButtonBox::ActionRole);
-    QPushButton* removeButton = buttons()->addButton(tr("&Remove"), QDialogButtonBox::ActionRole);
-    for (QPushButton* button : {addButton, removeButton})
+    auto* addButton = new QPushButton(tr("&Add"), this);
+    auto* removeButton = new QPushButton(tr("&Remove"), this);
+    auto* row = new QHBoxLayout;
+    for (QPushButton* button : {addButton, removeButton}) {
         button->setAutoDefault(false);
+        row->addWidget(button);
+    }
+    row->addStretch(1);
+    form()->insertRow(1, QString(), row);
+    m_list->setFocus();
     connect(addButton, &QPushButton::clicked, this, [this] {
         DeviceSet set;
         set.info.id = toGuid(QUuid::createUuid());
@@ -46,11 +55,11 @@ DeviceSetsDialog::DeviceSetsDialog(ProjectStore& store, QWidget* parent)
         m_list->editItem(m_list->currentItem());
     });
     connect(removeButton, &QPushButton::clicked, this, [this] {
-        const int row = m_list->currentRow();
-        if (row < 0)
+        const int chosen = m_list->currentRow();
+        if (chosen < 0)
             return;
-        delete m_list->takeItem(row);
-        m_sets.removeAt(row);
+        delete m_list->takeItem(chosen);
+        m_sets.removeAt(chosen);
         updateCurrent();
     });
 }

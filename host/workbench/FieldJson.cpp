@@ -68,7 +68,9 @@ void FieldWriter::address(const char* name, const QList<quint32>& value)
 
 FieldReader::FieldReader(const QJsonValue& value, const QStringList& path,
                          std::optional<JsonProblem>& problem)
-    : m_object(value.toObject()), m_path(path), m_problem(problem)
+    : m_object(value.toObject())
+    , m_path(path)
+    , m_problem(problem)
 {
     if (!value.isObject())
         report(m_path, tr("an object is expected here"));

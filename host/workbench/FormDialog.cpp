@@ -13,8 +13,10 @@ constexpr int kMinimumWidth = 400;
 } // namespace
 
 FormDialog::FormDialog(const QString& title, QWidget* parent)
-    : QDialog(parent), m_form(new QFormLayout), m_objection(new QLabel(this)),
-      m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
+    : QDialog(parent)
+    , m_form(new QFormLayout)
+    , m_objection(new QLabel(this))
+    , m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(title);

@@ -31,7 +31,8 @@ struct ArgumentText
 } // namespace
 
 HostEvent::HostEvent(quint32 number, Argument argument)
-    : m_number(number), m_argument(std::move(argument))
+    : m_number(number)
+    , m_argument(std::move(argument))
 {
 }
 

@@ -13,7 +13,12 @@ namespace {
 class Scanner final
 {
 public:
-    Scanner(const QByteArray& json, int offset) : m_json(json), m_offset(offset) { skipSpace(); }
+    Scanner(const QByteArray& json, int offset)
+        : m_json(json)
+        , m_offset(offset)
+    {
+        skipSpace();
+    }
 
     int offset() const { return m_offset; }
     char current() const { return m_offset < m_json.size() ? m_json.at(m_offset) : '\0'; }

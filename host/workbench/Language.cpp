@@ -5,7 +5,8 @@
 #include <QCoreApplication>
 #include <QLibraryInfo>
 
-Language::Language(QObject* parent) : QObject(parent)
+Language::Language(QObject* parent)
+    : QObject(parent)
 {
     initWorkbenchResources();
 }

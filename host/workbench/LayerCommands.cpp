@@ -29,8 +29,12 @@ QString line(const ProcessorNode& node)
 
 LayerCommands::LayerCommands(QMainWindow* window, Actions& actions, RecordsPanel& records,
                              Session& session)
-    : QObject(window), m_window(window), m_actions(actions), m_records(records), m_session(session),
-      m_dock(new QDockWidget(window))
+    : QObject(window)
+    , m_window(window)
+    , m_actions(actions)
+    , m_records(records)
+    , m_session(session)
+    , m_dock(new QDockWidget(window))
 {
     m_dock->setObjectName(QStringLiteral("panelDock"));
     m_dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);

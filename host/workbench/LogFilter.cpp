@@ -4,7 +4,10 @@
 
 #include <algorithm>
 
-LogFilter::LogFilter(QObject* parent) : QSortFilterProxyModel(parent) {}
+LogFilter::LogFilter(QObject* parent)
+    : QSortFilterProxyModel(parent)
+{
+}
 
 void LogFilter::setWords(const QString& words)
 {

@@ -22,10 +22,15 @@ constexpr int kFilterWidth = 280;
 } // namespace
 
 LogPanel::LogPanel(TraceModel& trace, QWidget* parent)
-    : QWidget(parent), m_trace(trace), m_filter(new LogFilter(this)),
-      m_filterField(new QLineEdit(this)), m_kindSelector(new QComboBox(this)),
-      m_follow(new QCheckBox(this)), m_count(new QLabel(this)),
-      m_clearButton(new QPushButton(this)), m_view(new QTableView(this))
+    : QWidget(parent)
+    , m_trace(trace)
+    , m_filter(new LogFilter(this))
+    , m_filterField(new QLineEdit(this))
+    , m_kindSelector(new QComboBox(this))
+    , m_follow(new QCheckBox(this))
+    , m_count(new QLabel(this))
+    , m_clearButton(new QPushButton(this))
+    , m_view(new QTableView(this))
 {
     m_filter->setSourceModel(&trace);
     m_filterField->setClearButtonEnabled(true);

@@ -26,10 +26,14 @@ constexpr int kLogHeight = 232;
 } // namespace
 
 MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
-    : QMainWindow(parent), m_session(session), m_records(new RecordsPanel(this)),
-      m_log(new LogPanel(session.trace(), this)), m_logDock(new QDockWidget(this)),
-      m_actions(new Actions(this)), m_files(new ProjectFiles(this, *m_actions, session.store())),
-      m_layer(new LayerCommands(this, *m_actions, *m_records, session))
+    : QMainWindow(parent)
+    , m_session(session)
+    , m_records(new RecordsPanel(this))
+    , m_log(new LogPanel(session.trace(), this))
+    , m_logDock(new QDockWidget(this))
+    , m_actions(new Actions(this))
+    , m_files(new ProjectFiles(this, *m_actions, session.store()))
+    , m_layer(new LayerCommands(this, *m_actions, *m_records, session))
 {
     resize(kFirstSize);
     setCentralWidget(m_records);

@@ -16,7 +16,9 @@ constexpr unsigned long kJoinStepMs = 5;
 } // namespace
 
 Notifier::Notifier(TraceModel& trace, QObject* parent)
-    : QObject(parent), m_trace(trace), m_thread(QThread::create([this] { run(); }))
+    : QObject(parent)
+    , m_trace(trace)
+    , m_thread(QThread::create([this] { run(); }))
 {
     m_thread->setObjectName(QStringLiteral("notify"));
     m_thread->start();

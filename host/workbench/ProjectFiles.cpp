@@ -27,7 +27,10 @@ QString recentKey()
 } // namespace
 
 ProjectFiles::ProjectFiles(QMainWindow* window, Actions& actions, ProjectStore& store)
-    : QObject(window), m_window(window), m_actions(actions), m_store(store)
+    : QObject(window)
+    , m_window(window)
+    , m_actions(actions)
+    , m_store(store)
 {
     connect(actions[Do::NewProject], &QAction::triggered, this, [this] {
         if (!confirmLoss())

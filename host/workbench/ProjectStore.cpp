@@ -38,7 +38,8 @@ HostEvent deviceSetsEvent(const Project& project)
 } // namespace
 
 ProjectStore::ProjectStore(Notifier& notifier, QObject* parent)
-    : QObject(parent), m_notifier(notifier)
+    : QObject(parent)
+    , m_notifier(notifier)
 {
 }
 

@@ -71,9 +71,13 @@ QString idText(const QUuid& id)
 
 RaiseEventDialog::RaiseEventDialog(const Project& project, const QList<QUuid>& selected,
                                    QWidget* parent)
-    : FormDialog(tr("Raise event"), parent), m_project(project), m_selected(selected),
-      m_number(new QSpinBox(this)), m_name(new QLabel(this)), m_type(new QComboBox(this)),
-      m_value(new QLineEdit(this))
+    : FormDialog(tr("Raise event"), parent)
+    , m_project(project)
+    , m_selected(selected)
+    , m_number(new QSpinBox(this))
+    , m_name(new QLabel(this))
+    , m_type(new QComboBox(this))
+    , m_value(new QLineEdit(this))
 {
     m_number->setRange(0, kLastNumber);
     m_number->setValue(HostEvent::ProcessorChanged);

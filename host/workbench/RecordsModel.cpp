@@ -24,7 +24,10 @@ QStandardItem* nameCell(const QString& text, const QUuid& id, bool isGroup)
 
 } // namespace
 
-RecordsModel::RecordsModel(QObject* parent) : QStandardItemModel(parent) {}
+RecordsModel::RecordsModel(QObject* parent)
+    : QStandardItemModel(parent)
+{
+}
 
 void RecordsModel::show(const Project& project)
 {

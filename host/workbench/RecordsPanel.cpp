@@ -47,9 +47,12 @@ QWidget* stacked(QLabel* caption, QWidget* below)
 } // namespace
 
 RecordsPanel::RecordsPanel(QWidget* parent)
-    : QWidget(parent), m_model(new RecordsModel(this)), m_caption(captionLabel(this)),
-      m_fieldsCaption(captionLabel(this)), m_view(new QTreeView(this)),
-      m_fields(new QTreeWidget(this))
+    : QWidget(parent)
+    , m_model(new RecordsModel(this))
+    , m_caption(captionLabel(this))
+    , m_fieldsCaption(captionLabel(this))
+    , m_view(new QTreeView(this))
+    , m_fields(new QTreeWidget(this))
 {
     m_view->setModel(m_model);
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -104,7 +107,7 @@ void RecordsPanel::show(const Project& project)
     }
     m_view->selectionModel()->setCurrentIndex(m_model->indexOf(current),
                                               QItemSelectionModel::NoUpdate);
-    select(chosen);
+    selectRows(chosen);
     m_view->verticalScrollBar()->setValue(scroll);
     retranslate();
     showFields();
@@ -132,17 +135,12 @@ QUuid RecordsPanel::currentGroup() const
 
 void RecordsPanel::select(const QList<QUuid>& ids)
 {
-    QItemSelection selection;
-    QModelIndex first;
-    for (const QUuid& id : ids) {
-        const QModelIndex index = m_model->indexOf(id);
-        selection.select(index, index);
-        first = first.isValid() ? first : index;
-    }
-    if (first.isValid() && !m_view->currentIndex().isValid())
-        m_view->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
-    m_view->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect
-                                                    | QItemSelectionModel::Rows);
+    selectRows(ids);
+    const QModelIndex first = m_model->indexOf(ids.value(0));
+    if (!first.isValid())
+        return;
+    m_view->selectionModel()->setCurrentIndex(first, QItemSelectionModel::NoUpdate);
+    m_view->scrollTo(first);
 }
 
 void RecordsPanel::changeEvent(QEvent* event)
@@ -171,6 +169,17 @@ void RecordsPanel::paintHint()
                      tr("The project is empty.\nAdd processors with Change > Add processor."));
 }
 
+void RecordsPanel::selectRows(const QList<QUuid>& ids)
+{
+    QItemSelection selection;
+    for (const QUuid& id : ids) {
+        const QModelIndex index = m_model->indexOf(id);
+        selection.select(index, index);
+    }
+    m_view->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect
+                                                    | QItemSelectionModel::Rows);
+}
+
 QList<QUuid> RecordsPanel::selected(bool groups) const
 {
     QModelIndexList rows = m_view->selectionModel()->selectedRows();
@@ -194,8 +203,10 @@ void RecordsPanel::showFields()
     else if (m_project.hasGroup(id))
         texts = fieldTexts(m_project.group(id));
     m_fields->clear();
-    for (const FieldText& field : texts)
-        new QTreeWidgetItem(m_fields, {field.first, field.second});
+    for (const FieldText& field : texts) {
+        auto* row = new QTreeWidgetItem(m_fields, {field.first, field.second});
+        row->setToolTip(1, field.second);
+    }
     m_fields->setColumnWidth(0, kFieldNameWidth);
 }
 

@@ -35,6 +35,7 @@ public:
     /// The group of the current row: its own, or its processor's; null for none.
     QUuid currentGroup() const;
 
+    /// Selects these rows and brings the first one in sight.
     void select(const QList<QUuid>& ids);
 
 signals:
@@ -46,6 +47,7 @@ protected:
 
 private:
     QList<QUuid> selected(bool groups) const;
+    void selectRows(const QList<QUuid>& ids);
     void showFields();
     void paintHint();
     void retranslate();

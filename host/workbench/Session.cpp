@@ -24,7 +24,8 @@ QSet<QUuid> identities(const QList<ProcessorNode>& processors)
 } // namespace
 
 Session::Session(QObject* parent)
-    : QObject(parent), m_handler(std::make_shared<WorkbenchHandler>(m_store, m_notifier, m_trace))
+    : QObject(parent)
+    , m_handler(std::make_shared<WorkbenchHandler>(m_store, m_notifier, m_trace))
 {
     m_handler->showTip = [this](const QString& text) { emit tip(text); };
     SetLogSink([this](const LogRecord& record) {

@@ -18,6 +18,7 @@ constexpr char kStyleSheet[] = R"(
 QMainWindow, QMainWindow::separator { background: @WINDOW@; }
 QMainWindow::separator { width: 8px; height: 8px; }
 QDialog, QMessageBox { background: @POPUP@; }
+QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }
 QToolTip { background: @POPUP@; color: @TEXT@; border: 1px solid @LINE@; padding: 4px; }
 
 QMenuBar { background: @WINDOW@; padding: 2px 4px; }
@@ -41,7 +42,7 @@ QToolBar QToolButton:focus { border-color: @ACCENT@; }
 QToolBar QToolButton:disabled { color: @HINT@; }
 
 QDockWidget { color: @WEAK@; titlebar-close-icon: none; titlebar-normal-icon: none; }
-QDockWidget::title { background: @WINDOW@; padding: 8px; text-align: left; }
+QDockWidget::title { background: @WINDOW@; padding: 8px 4px; text-align: left; }
 QStatusBar { background: @WINDOW@; color: @WEAK@; border-top: 1px solid @LINE@; }
 QStatusBar::item { border: none; }
 
@@ -176,6 +177,9 @@ void applyTheme(QApplication& application)
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QFont font = QApplication::font();
     font.setPixelSize(kTextPixels);
+    // Named, so that Chinese comes in the regular weight of a sans-serif face.
+    font.setFamilies(
+        {font.family(), QStringLiteral("Noto Sans CJK SC"), QStringLiteral("Microsoft YaHei")});
     QApplication::setFont(font);
     const QPalette general = palette(themeColors());
     QApplication::setPalette(general);

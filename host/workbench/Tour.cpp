@@ -26,8 +26,9 @@ constexpr int kStepLimitMs = 20000;
 } // namespace
 
 Tour::Tour(MainWindow& window, const QString& folder)
-    : m_window(window), m_folder(folder),
-      m_trace(QDir(folder).filePath(QStringLiteral("trace.txt")))
+    : m_window(window)
+    , m_folder(folder)
+    , m_trace(QDir(folder).filePath(QStringLiteral("trace.txt")))
 {
 }
 
@@ -74,8 +75,8 @@ std::vector<Tour::Step> Tour::steps()
         {QStringLiteral("processor moved"),
          [=] {
              const Project project = store->snapshot();
-             records->select({project.processors.last().id});
              store->regroup({project.processors.last().id}, project.groups.at(1).id);
+             records->select({project.processors.last().id});
          },
          [=] {
              const Project project = store->snapshot();

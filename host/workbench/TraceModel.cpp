@@ -21,7 +21,10 @@ QString traceLine(const TraceEntry& entry)
         .join(QLatin1Char('\t'));
 }
 
-TraceModel::TraceModel(QObject* parent) : QAbstractTableModel(parent) {}
+TraceModel::TraceModel(QObject* parent)
+    : QAbstractTableModel(parent)
+{
+}
 
 int TraceModel::rowCount(const QModelIndex& parent) const
 {

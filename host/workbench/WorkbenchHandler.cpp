@@ -64,7 +64,9 @@ int encodedBytes(const HandlerAnswers& answers, const QString& name)
 } // namespace
 
 WorkbenchHandler::WorkbenchHandler(ProjectStore& store, Notifier& notifier, TraceModel& trace)
-    : m_store(store), m_notifier(notifier), m_trace(trace)
+    : m_store(store)
+    , m_notifier(notifier)
+    , m_trace(trace)
 {
 }
 

@@ -148,6 +148,7 @@ private slots:
     void shouldKeepTheProjectWhenAFileIsDamaged();
     void shouldSaveAndRemember();
     void shouldAskBeforeChangesAreLost();
+    void shouldEditDeviceSets();
     void shouldOfferOnlyWhatIsPossible();
     void shouldNameItsWidgets();
     void shouldLeaveTheTreesKeysToThePanel();
@@ -523,6 +524,35 @@ void WorkbenchWindowTest::shouldAskBeforeChangesAreLost()
     QCOMPARE(asked, 3);
     QVERIFY(test.store().snapshot().processors.isEmpty());
     QVERIFY(test.window.close());
+}
+
+void WorkbenchWindowTest::shouldEditDeviceSets()
+{
+    WorkbenchUnderTest test(Notifier::Delivery::GuiThread);
+    const auto press = [](const QWidget* dialog, const QString& text) {
+        for (auto* button : dialog->findChildren<QPushButton*>()) {
+            if (button->text() == text)
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+    };
+    test.action(Do::DeviceSets)->trigger();
+    auto* dialog = openDialog<QDialog>();
+    QVERIFY(dialog);
+    press(dialog, QStringLiteral("&Add"));
+    press(dialog, QStringLiteral("&Add"));
+    press(dialog, QStringLiteral("&Add"));
+    dialog->findChild<QListWidget*>()->setCurrentRow(1);
+    press(dialog, QStringLiteral("&Remove"));
+    dialog->findChild<QListWidget*>()->item(0)->setText(QStringLiteral("Evening"));
+    dialog->findChild<QComboBox*>()->setCurrentIndex(2);
+    QTest::keyClick(dialog, Qt::Key_Return);
+    const Project project = test.store().snapshot();
+    QCOMPARE(project.deviceSets.size(), 2);
+    QCOMPARE(project.deviceSets.first().text, QStringLiteral("Evening"));
+    QVERIFY(project.currentDeviceSet == project.deviceSets.last().info.id);
+    auto* selector = test.session.layer()->GetWidget()->findChild<QComboBox*>();
+    QTRY_COMPARE(selector->count(), 2);
+    QCOMPARE(selector->currentText(), QStringLiteral("Set 3"));
 }
 
 void WorkbenchWindowTest::shouldOfferOnlyWhatIsPossible()
