@@ -31,7 +31,8 @@ void writeFile(const QString& path, const QByteArray& content)
 class FileSizeLimit final
 {
 public:
-    explicit FileSizeLimit(rlim_t bytes) : m_signal(std::signal(SIGXFSZ, SIG_IGN))
+    explicit FileSizeLimit(rlim_t bytes)
+        : m_signal(std::signal(SIGXFSZ, SIG_IGN))
     {
         getrlimit(RLIMIT_FSIZE, &m_before);
         const rlimit limited{bytes, m_before.rlim_max};
