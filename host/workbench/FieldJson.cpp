@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -66,10 +67,10 @@ void FieldWriter::address(const char* name, const QList<quint32>& value)
     put(name, array);
 }
 
-FieldReader::FieldReader(const QJsonValue& value, const QStringList& path,
+FieldReader::FieldReader(const QJsonValue& value, QStringList path,
                          std::optional<JsonProblem>& problem)
     : m_object(value.toObject())
-    , m_path(path)
+    , m_path(std::move(path))
     , m_problem(problem)
 {
     if (!value.isObject())

@@ -56,8 +56,7 @@ class FieldReader final
 
 public:
     /// Reads `value`, which stands at `path` and has to be an object.
-    FieldReader(const QJsonValue& value, const QStringList& path,
-                std::optional<JsonProblem>& problem);
+    FieldReader(const QJsonValue& value, QStringList path, std::optional<JsonProblem>& problem);
 
     void operator()(const char* name, QUuid& value);
     void operator()(const char* name, GUID& value);

@@ -19,7 +19,7 @@ QString PanelLibrary::defaultPath()
 {
     const QDir here(QCoreApplication::applicationDirPath());
     for (const char* folder : {"../lib", ".", ".."}) {
-        const QString path = QDir::cleanPath(
+        QString path = QDir::cleanPath(
             here.filePath(QLatin1String(folder) + QLatin1Char('/') + QLatin1String(kLibraryFile)));
         if (QFileInfo::exists(path))
             return path;

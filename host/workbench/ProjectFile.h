@@ -11,7 +11,7 @@
 /// that is missing has its default, one that is not known is refused.
 
 constexpr int kProjectFileVersion = 1;
-constexpr qint64 kMaxProjectFileSize = 16 * 1024 * 1024;
+constexpr qint64 kMaxProjectFileSize = 16LL * 1024 * 1024;
 
 /// Reads a project. Without one in the answer, `problem` says what is wrong, starting with the line
 /// and column where that is known.

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr qint64 kMaxIpFileSize = 1024 * 1024;
+constexpr qint64 kMaxIpFileSize = 1024LL * 1024;
 
 HostEvents addedEvents(const QList<QUuid>& ids)
 {

@@ -111,8 +111,8 @@ QColor mixed(const QColor& below, const QColor& above, double share)
     const auto part = [share](int low, int high) {
         return static_cast<int>(low + (high - low) * share);
     };
-    return QColor(part(below.red(), above.red()), part(below.green(), above.green()),
-                  part(below.blue(), above.blue()));
+    return {part(below.red(), above.red()), part(below.green(), above.green()),
+            part(below.blue(), above.blue())};
 }
 
 QString styleSheet(const ThemeColors& colors)
