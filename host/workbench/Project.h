@@ -1,0 +1,109 @@
+#pragma once
+
+#include "Interface/DeviceSetInfo.h"
+#include "Interface/ProcessorNode.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QUuid>
+
+/// One device set of the project and the text under which it is offered.
+struct DeviceSet
+{
+    SDeviceSetInfo info{};
+    QString text;
+};
+
+/// What the host answers to the questions that are not about records.
+struct HandlerAnswers
+{
+    qint32 detectStrategy = 0;
+    quint32 detectResult = 0;
+    qint32 selectionMode = 0;
+    bool restrictedMode = false;
+    bool usesIpAddressing = false;
+    bool ipManagementAvailable = true;
+    bool lanUsbMode = false;
+    QList<quint32> lanUsbAddresses;
+    qint32 nameMaxBytes = 64;
+    bool nameUtf8 = true;
+    qint32 fixedOutputCount = 0;
+    qint32 newProcessorOutputs = 8;
+    bool showProcessorMoreButton = true;
+    bool showNodeMoreButton = true;
+    bool canAddProcessors = true;
+    bool addProcessorsEnabled = true;
+    bool canRenameProcessors = true;
+    bool acceptNewNames = true;
+    bool blockDelete = false;
+    bool confirmDeviceSetChange = true;
+    bool snapshotAcceptsOffline = true;
+    bool frontPanelHighlightAvailable = true;
+};
+
+/// The project as the host holds it. A plain value; nobody is told of changes.
+///
+/// Identities are unique over groups and processors, the group of a processor exists or is null,
+/// and there are at most kMaxProcessors processors: the operations keep that. ProcessorGroupNode's
+/// list of processors stays empty in here; group() and allGroups() fill it in.
+class Project final
+{
+public:
+    static constexpr int kMaxProcessors = 255;
+    static constexpr int kMaxIpEntries = 255;
+
+    QList<ProcessorGroupNode> groups;
+    QList<ProcessorNode> processors;
+    QList<DeviceSet> deviceSets;
+    GUID currentDeviceSet{};
+    QUuid currentProcessor;
+    QStringList ipList; ///< "192.168.0.10(Left wing)"
+    HandlerAnswers answers;
+
+    const ProcessorNode* processor(const QUuid& id) const;
+    ProcessorNode* processor(const QUuid& id);
+    const ProcessorGroupNode* findGroup(const QUuid& id) const;
+    bool hasGroup(const QUuid& id) const { return findGroup(id) != nullptr; }
+    int roomForProcessors() const { return kMaxProcessors - processors.size(); }
+
+    /// The group's record with its processors; default-constructed for an unknown identity.
+    ProcessorGroupNode group(const QUuid& id) const;
+    QList<ProcessorGroupNode> allGroups() const;
+
+    /// Adds up to `count` processors without addresses, numbered on, and returns their identities.
+    /// An unknown group counts as the root.
+    QList<QUuid> addProcessors(const QUuid& groupId, int count);
+
+    /// Adds one processor for each address, as far as there is room.
+    QList<QUuid> addProcessors(const QUuid& groupId, const QList<quint32>& addresses);
+
+    /// Adds a group; a null or taken identity is replaced by a fresh one.
+    QUuid addGroup(const ProcessorGroupNode& group);
+
+    /// Removes what is known of `ids` and returns it. A removed current processor is succeeded by
+    /// the first one that is left.
+    QList<QUuid> removeProcessors(const QList<QUuid>& ids);
+
+    /// Removes a group and puts its processors under the root.
+    bool ungroup(const QUuid& id);
+
+    bool renameProcessor(const QUuid& id, const QString& name);
+    bool renameGroup(const QUuid& id, const QString& name);
+
+    /// Moves processors to a group, or with a null identity to the root. Returns those that moved.
+    QList<QUuid> regroup(const QList<QUuid>& ids, const QUuid& groupId);
+
+private:
+    ProcessorNode& appendProcessor(const QUuid& groupId);
+};
+
+/// "192.168.0.1"
+QString dottedAddress(quint32 address);
+
+/// The address of four dotted decimal numbers; false for any other text.
+bool parseDottedAddress(const QString& text, quint32& address);
+
+/// The platform's identifier and Qt's, made from each other.
+GUID toGuid(const QUuid& id);
+QUuid fromGuid(const GUID& guid);

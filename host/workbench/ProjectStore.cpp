@@ -1,0 +1,383 @@
+#include "host/workbench/ProjectStore.h"
+
+#include "host/workbench/HostCodes.h"
+#include "host/workbench/IpList.h"
+#include "host/workbench/Notifier.h"
+
+#include <QFile>
+
+#include <utility>
+
+namespace {
+
+constexpr qint64 kMaxIpFileSize = 1024LL * 1024;
+
+HostEvents addedEvents(const QList<QUuid>& ids)
+{
+    if (ids.isEmpty())
+        return {};
+    return {HostEvent::forIds(HostEvent::ProcessorAdded, HostEvent::ProcessorsAdded, ids)};
+}
+
+HostEvents removedEvents(const QList<QUuid>& ids)
+{
+    if (ids.isEmpty())
+        return {};
+    return {HostEvent::forIds(HostEvent::NodeRemoved, HostEvent::NodesRemoved, ids)};
+}
+
+HostEvent deviceSetsEvent(const Project& project)
+{
+    QList<SDeviceSetInfo> infos;
+    for (const DeviceSet& set : project.deviceSets)
+        infos.append(set.info);
+    return HostEvent(HostEvent::DeviceSetsChanged,
+                     HostEvent::DeviceSets(project.currentDeviceSet, infos));
+}
+
+} // namespace
+
+ProjectStore::ProjectStore(Notifier& notifier, QObject* parent)
+    : QObject(parent)
+    , m_notifier(notifier)
+{
+}
+
+Project ProjectStore::snapshot() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_project;
+}
+
+bool ProjectStore::isModified() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_modified;
+}
+
+void ProjectStore::markSaved()
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        m_modified = false;
+    }
+    emit changed();
+}
+
+/// Runs `change` on the project; it returns the events to raise, or nothing when nothing changed.
+template <typename Change>
+void ProjectStore::apply(const Change& change)
+{
+    HostEvents events;
+    {
+        const std::lock_guard guard(m_mutex);
+        events = change(m_project);
+        m_modified = m_modified || !events.empty();
+    }
+    if (events.empty())
+        return;
+    emit changed();
+    m_notifier.raise(events);
+}
+
+void ProjectStore::replace(const Project& project)
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        m_project = project;
+        m_modified = false;
+    }
+    emit changed();
+    announceAll();
+}
+
+void ProjectStore::announceAll()
+{
+    m_notifier.raise(everything());
+}
+
+QList<QUuid> ProjectStore::addProcessors(const QUuid& group, int count)
+{
+    QList<QUuid> added;
+    apply([&](Project& project) {
+        added = project.addProcessors(group, count);
+        return addedEvents(added);
+    });
+    return added;
+}
+
+QList<QUuid> ProjectStore::addProcessors(const QUuid& group, const QList<quint32>& addresses)
+{
+    QList<QUuid> added;
+    apply([&](Project& project) {
+        added = project.addProcessors(group, addresses);
+        return addedEvents(added);
+    });
+    return added;
+}
+
+QUuid ProjectStore::addGroup(const ProcessorGroupNode& group)
+{
+    QUuid id;
+    apply([&](Project& project) {
+        id = project.addGroup(group);
+        return HostEvents{HostEvent(HostEvent::GroupAdded, id)};
+    });
+    return id;
+}
+
+void ProjectStore::removeProcessors(const QList<QUuid>& ids)
+{
+    apply([&](Project& project) {
+        const QUuid current = project.currentProcessor;
+        HostEvents events = removedEvents(project.removeProcessors(ids));
+        if (project.currentProcessor != current)
+            events.emplace_back(HostEvent::CurrentProcessorChanged);
+        return events;
+    });
+}
+
+void ProjectStore::ungroup(const QUuid& id)
+{
+    apply([&](Project& project) {
+        return project.ungroup(id) ? HostEvents{HostEvent(HostEvent::NodeRemoved, id)}
+                                   : HostEvents();
+    });
+}
+
+bool ProjectStore::renameProcessor(const QUuid& id, const QString& name)
+{
+    bool known = false;
+    apply([&](Project& project) {
+        known = project.renameProcessor(id, name);
+        return known
+                   ? HostEvents{HostEvent(HostEvent::ProjectProcessorChanged,
+                                          HostEvent::ChangedProcessor(id, SPrjProcessor{id, name}))}
+                   : HostEvents();
+    });
+    return known;
+}
+
+void ProjectStore::renameGroup(const QUuid& id, const QString& name, bool announce)
+{
+    bool known = false;
+    {
+        const std::lock_guard guard(m_mutex);
+        known = m_project.renameGroup(id, name);
+        m_modified = m_modified || known;
+    }
+    if (known)
+        emit changed();
+    if (known && announce)
+        m_notifier.raise(
+            {HostEvent(HostEvent::ProjectReset), HostEvent(HostEvent::CurrentProcessorChanged)});
+}
+
+void ProjectStore::regroup(const QList<QUuid>& ids, const QUuid& group)
+{
+    apply([&](Project& project) {
+        const QList<QUuid> moved = project.regroup(ids, group);
+        HostEvents events = removedEvents(moved);
+        for (const HostEvent& event : addedEvents(moved))
+            events.push_back(event);
+        if (moved.contains(project.currentProcessor))
+            events.emplace_back(HostEvent::CurrentProcessorChanged);
+        return events;
+    });
+}
+
+void ProjectStore::storeMembership(const QList<QUuid>& ids, const QUuid& group)
+{
+    apply([&](Project& project) {
+        HostEvents events;
+        for (const QUuid& id : project.regroup(ids, group))
+            events.emplace_back(HostEvent::ProcessorChanged, id);
+        return events;
+    });
+}
+
+void ProjectStore::setOnline(const QList<QUuid>& ids, bool online)
+{
+    changeProcessors(ids, HostEvent::ProcessorChanged, [&](ProcessorNode& node) {
+        return std::exchange(node.online, online) != online;
+    });
+}
+
+void ProjectStore::setAddress(const QUuid& id, quint32 address)
+{
+    changeProcessors({id}, HostEvent::ProcessorChanged, [&](ProcessorNode& node) {
+        const bool reached = address != kNoProcessorAddress;
+        const bool known = node.ipAddress == address && node.reachedByIp == reached;
+        node.ipAddress = address;
+        node.reachedByIp = reached;
+        return !known;
+    });
+}
+
+void ProjectStore::setBackup(const QList<QUuid>& ids, bool backup)
+{
+    const qint32 mode = backup ? 2 : 0;
+    changeProcessors(ids, HostEvent::ProcessorChanged, [&](ProcessorNode& node) {
+        return std::exchange(node.redundancyMode, mode) != mode;
+    });
+}
+
+void ProjectStore::setMonitorWarning(const QList<QUuid>& ids, bool warning)
+{
+    changeProcessors(ids, HostEvent::MonitorStateChanged, [&](ProcessorNode& node) {
+        return std::exchange(node.hostFlag17, warning) != warning;
+    });
+}
+
+void ProjectStore::setCurrentProcessor(const QUuid& id)
+{
+    apply([&](Project& project) {
+        if (!project.processor(id) || project.currentProcessor == id)
+            return HostEvents();
+        project.currentProcessor = id;
+        return HostEvents{HostEvent(HostEvent::CurrentProcessorChanged)};
+    });
+}
+
+void ProjectStore::setDeviceSets(const QList<DeviceSet>& sets, const GUID& current)
+{
+    apply([&](Project& project) {
+        project.deviceSets = sets;
+        project.currentDeviceSet = current;
+        return HostEvents{deviceSetsEvent(project)};
+    });
+}
+
+void ProjectStore::chooseDeviceSet(const GUID& id)
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        m_project.currentDeviceSet = id;
+        m_modified = true;
+    }
+    emit changed();
+}
+
+void ProjectStore::setDetectStrategy(int strategy)
+{
+    apply([&](Project& project) {
+        project.answers.detectStrategy = strategy;
+        return HostEvents{HostEvent(HostEvent::DetectStrategyChanged, strategy)};
+    });
+}
+
+void ProjectStore::setLanUsb(bool on, const QList<quint32>& addresses)
+{
+    apply([&](Project& project) {
+        project.answers.lanUsbMode = on;
+        project.answers.lanUsbAddresses = addresses;
+        return HostEvents{HostEvent(HostEvent::LanUsbChanged)};
+    });
+}
+
+void ProjectStore::detect()
+{
+    const QList<QUuid> ids = read([](const Project& project) {
+        QList<QUuid> reachable;
+        for (const ProcessorNode& node : project.processors) {
+            if (node.ipAddress != kNoProcessorAddress)
+                reachable.append(node.id);
+        }
+        return reachable;
+    });
+    changeProcessors(ids, HostEvent::MonitorStateChanged,
+                     [](ProcessorNode& node) { return !std::exchange(node.online, true); });
+}
+
+void ProjectStore::setAnswers(const HandlerAnswers& answers)
+{
+    HandlerAnswers before;
+    changeAnswers([&](HandlerAnswers& known) { before = std::exchange(known, answers); });
+    if (before.detectStrategy != answers.detectStrategy)
+        m_notifier.raise(HostEvent(HostEvent::DetectStrategyChanged, answers.detectStrategy));
+    if (before.lanUsbMode != answers.lanUsbMode
+        || before.lanUsbAddresses != answers.lanUsbAddresses)
+        m_notifier.raise(HostEvent(HostEvent::LanUsbChanged));
+}
+
+void ProjectStore::changeAnswers(const std::function<void(HandlerAnswers&)>& change)
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        change(m_project.answers);
+        m_modified = true;
+    }
+    emit changed();
+}
+
+void ProjectStore::changeIpList(const std::function<void(QStringList&)>& change)
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        change(m_project.ipList);
+        m_modified = true;
+    }
+    emit changed();
+}
+
+quint32 ProjectStore::mergeOnlineAddresses()
+{
+    const QStringList online = read([](const Project& project) {
+        QStringList entries;
+        for (const ProcessorNode& node : project.processors) {
+            if (node.online && node.ipAddress != kNoProcessorAddress)
+                entries.append(ipEntry(dottedAddress(node.ipAddress), node.name));
+        }
+        return entries;
+    });
+    if (online.isEmpty())
+        return kIpListOnlineEmpty;
+    bool complete = true;
+    changeIpList([&](QStringList& entries) { complete = mergeIpEntries(entries, online); });
+    return complete ? 0 : kIpListFull;
+}
+
+quint32 ProjectStore::importIpFile(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return kIpImportOpenFailed;
+    const QStringList imported = ipEntriesOfText(QString::fromUtf8(file.read(kMaxIpFileSize)));
+    if (imported.isEmpty())
+        return kIpImportNoValidIp;
+    changeIpList([&](QStringList& entries) { mergeIpEntries(entries, imported); });
+    return 0;
+}
+
+/// Runs `change`, which says whether it changed anything, on each record and announces those that
+/// it changed: with one event for all if that is MonitorStateChanged, else with one each.
+void ProjectStore::changeProcessors(const QList<QUuid>& ids, quint32 event,
+                                    const std::function<bool(ProcessorNode&)>& change)
+{
+    apply([&](Project& project) {
+        QList<QUuid> touched;
+        for (const QUuid& id : ids) {
+            ProcessorNode* node = project.processor(id);
+            if (node && change(*node))
+                touched.append(id);
+        }
+        HostEvents events;
+        if (event == HostEvent::MonitorStateChanged && !touched.isEmpty())
+            events.emplace_back(event, touched);
+        for (const QUuid& id : qAsConst(touched)) {
+            if (event != HostEvent::MonitorStateChanged)
+                events.emplace_back(event, id);
+        }
+        return events;
+    });
+}
+
+HostEvents ProjectStore::everything() const
+{
+    return read([](const Project& project) {
+        return HostEvents{
+            HostEvent(HostEvent::ProjectReset), deviceSetsEvent(project),
+            HostEvent(HostEvent::DetectStrategyChanged, project.answers.detectStrategy),
+            HostEvent(HostEvent::LanUsbChanged), HostEvent(HostEvent::CurrentProcessorChanged)};
+    });
+}

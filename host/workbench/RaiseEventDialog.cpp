@@ -1,0 +1,160 @@
+#include "host/workbench/RaiseEventDialog.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+
+#include <optional>
+
+namespace {
+
+constexpr int kLastNumber = 255;
+
+/// The types of arguments, in the order of HostEvent::Argument and of the type selector.
+enum ArgumentType {
+    NoArgument,
+    NumberArgument,
+    IdArgument,
+    IdsArgument,
+    SetsArgument,
+    RecordArgument
+};
+
+ArgumentType argumentType(quint32 number)
+{
+    switch (number) {
+    case HostEvent::DetectStrategyChanged:
+        return NumberArgument;
+    case HostEvent::DeviceSetsChanged:
+        return SetsArgument;
+    case HostEvent::GroupAdded:
+    case HostEvent::ProcessorAdded:
+    case HostEvent::NodeRemoved:
+    case HostEvent::ProcessorChanged:
+        return IdArgument;
+    case HostEvent::ProcessorsAdded:
+    case HostEvent::NodesRemoved:
+    case HostEvent::MonitorStateChanged:
+        return IdsArgument;
+    case HostEvent::ProjectProcessorChanged:
+        return RecordArgument;
+    default:
+        return NoArgument;
+    }
+}
+
+/// The identities of a text, parted by commas or spaces; nothing when one of them is none.
+std::optional<QList<QUuid>> identities(const QString& text)
+{
+    QList<QUuid> ids;
+    QString spaced = text;
+    spaced.replace(QLatin1Char(','), QLatin1Char(' '));
+    const QStringList parts = spaced.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (const QString& part : parts) {
+        const QUuid id = QUuid::fromString(part);
+        if (id.isNull() && part != QUuid().toString(QUuid::WithoutBraces))
+            return std::nullopt;
+        ids.append(id);
+    }
+    return ids;
+}
+
+QString idText(const QUuid& id)
+{
+    return id.toString(QUuid::WithoutBraces);
+}
+
+} // namespace
+
+RaiseEventDialog::RaiseEventDialog(const Project& project, const QList<QUuid>& selected,
+                                   QWidget* parent)
+    : FormDialog(tr("Raise event"), parent)
+    , m_project(project)
+    , m_selected(selected)
+    , m_number(new QSpinBox(this))
+    , m_name(new QLabel(this))
+    , m_type(new QComboBox(this))
+    , m_value(new QLineEdit(this))
+{
+    m_number->setRange(0, kLastNumber);
+    m_number->setValue(HostEvent::ProcessorChanged);
+    m_type->addItems({tr("none"), tr("whole number"), tr("identity"), tr("list of identities"),
+                      tr("device sets of the project"), tr("identity and record")});
+    addField(tr("&Number"), m_number);
+    addField(tr("Name"), m_name);
+    addField(tr("Argument &type"), m_type);
+    addField(tr("&Argument"), m_value);
+    buttons()->button(QDialogButtonBox::Ok)->setText(tr("&Raise"));
+    connect(m_number, qOverload<int>(&QSpinBox::valueChanged), this,
+            &RaiseEventDialog::followNumber);
+    connect(m_type, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &RaiseEventDialog::followType);
+    followNumber();
+    followType();
+    m_number->setFocus();
+    m_number->selectAll();
+}
+
+QString RaiseEventDialog::complete()
+{
+    const auto number = static_cast<quint32>(m_number->value());
+    const auto type = static_cast<ArgumentType>(m_type->currentIndex());
+    const auto ids = identities(m_value->text());
+    const bool needsIds = type == IdArgument || type == IdsArgument || type == RecordArgument;
+    if (needsIds && (!ids || (type != IdsArgument && ids->size() != 1)))
+        return tr("The argument has to be an identity such as %1; a list takes several, parted by "
+                  "commas.")
+            .arg(QLatin1String("5b2d1f0c-0000-4000-8000-000000000001"));
+
+    HostEvent::Argument argument;
+    if (type == NumberArgument) {
+        bool isNumber = false;
+        argument = m_value->text().toInt(&isNumber);
+        if (!isNumber)
+            return tr("The argument has to be a whole number.");
+    } else if (type == IdArgument) {
+        argument = ids->first();
+    } else if (type == IdsArgument) {
+        argument = *ids;
+    } else if (type == SetsArgument) {
+        QList<SDeviceSetInfo> infos;
+        for (const DeviceSet& set : qAsConst(m_project.deviceSets))
+            infos.append(set.info);
+        argument = HostEvent::DeviceSets(m_project.currentDeviceSet, infos);
+    } else if (type == RecordArgument) {
+        const ProcessorNode* node = qAsConst(m_project).processor(ids->first());
+        argument = HostEvent::ChangedProcessor(
+            ids->first(), SPrjProcessor{ids->first(), node ? node->name : QString()});
+    }
+    emit chosen(HostEvent(number, argument));
+    return {};
+}
+
+void RaiseEventDialog::followNumber()
+{
+    const auto number = static_cast<quint32>(m_number->value());
+    m_name->setText(HostEvent::name(number));
+    m_type->setCurrentIndex(argumentType(number));
+}
+
+/// Proposes an argument of the chosen type.
+void RaiseEventDialog::followType()
+{
+    QStringList texts;
+    for (const QUuid& id : qAsConst(m_selected))
+        texts.append(idText(id));
+    const auto type = static_cast<ArgumentType>(m_type->currentIndex());
+    m_value->setEnabled(type != NoArgument && type != SetsArgument);
+    if (type == NumberArgument)
+        m_value->setText(QStringLiteral("0"));
+    else if (type == IdsArgument)
+        m_value->setText(texts.join(QStringLiteral(", ")));
+    else if (type == IdArgument || type == RecordArgument)
+        m_value->setText(texts.value(0));
+    else
+        m_value->clear();
+    m_value->setCursorPosition(0);
+}

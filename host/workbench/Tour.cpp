@@ -1,0 +1,179 @@
+#include "host/workbench/Tour.h"
+
+#include "host/workbench/Actions.h"
+#include "host/workbench/LogPanel.h"
+#include "host/workbench/MainWindow.h"
+#include "host/workbench/ProjectFiles.h"
+#include "host/workbench/RecordsPanel.h"
+#include "host/workbench/Session.h"
+#include "host/workbench/Theme.h"
+#include "host/workbench/Wait.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPixmap>
+#include <QTableView>
+
+#include <iostream>
+
+namespace {
+
+constexpr int kStepLimitMs = 20000;
+
+} // namespace
+
+Tour::Tour(MainWindow& window, const QString& folder)
+    : m_window(window)
+    , m_folder(folder)
+    , m_trace(QDir(folder).filePath(QStringLiteral("trace.txt")))
+{
+}
+
+int Tour::run()
+{
+    if (!QDir().mkpath(m_folder) || !openTrace()) {
+        std::cerr << "workbench: cannot write to " << qPrintable(QDir::toNativeSeparators(m_folder))
+                  << '\n';
+        return 1;
+    }
+    m_window.files().setAskBeforeLoss(false);
+    for (const Step& step : steps()) {
+        if (!perform(step)) {
+            std::cerr << "workbench: the tour got stuck in \"" << qPrintable(step.name) << "\"\n";
+            return 1;
+        }
+    }
+    std::cout << "workbench: " << m_pictures << " pictures and trace.txt are in "
+              << qPrintable(QDir::toNativeSeparators(m_folder)) << '\n';
+    return 0;
+}
+
+std::vector<Tour::Step> Tour::steps()
+{
+    Session* session = &m_window.session();
+    ProjectStore* store = &session->store();
+    RecordsPanel* records = &m_window.records();
+    const auto trigger = [this](Do what) { m_window.actions()[what]->trigger(); };
+    const auto shown = [session] { return session->panelShowsProject(); };
+    const auto count = [store] { return store->snapshot().processors.size(); };
+    const auto processorAt = [store](int at) { return store->snapshot().processors.value(at).id; };
+
+    return {
+        {QStringLiteral("empty project"), [=] { trigger(Do::NewProject); },
+         [=] { return shown() && count() == 0; }},
+        {QStringLiteral("sample project"), [=] { trigger(Do::OpenSample); },
+         [=] { return shown() && count() == 120; }},
+        {QStringLiteral("processor added"),
+         [=] {
+             records->select({store->snapshot().groups.first().id});
+             trigger(Do::AddProcessor);
+         },
+         [=] { return shown() && count() == 121; }},
+        {QStringLiteral("processor moved"),
+         [=] {
+             const Project project = store->snapshot();
+             store->regroup({project.processors.last().id}, project.groups.at(1).id);
+             records->select({project.processors.last().id});
+         },
+         [=] {
+             const Project project = store->snapshot();
+             return shown() && project.processors.last().groupId == project.groups.at(1).id;
+         }},
+        {QStringLiteral("processors offline"),
+         [=] {
+             records->select({processorAt(0), processorAt(1), processorAt(2)});
+             trigger(Do::GoOffline);
+         },
+         [=] { return shown() && !store->snapshot().processors.first().online; }},
+        {QStringLiteral("raise event"), [=] { trigger(Do::RaiseEvent); },
+         [] { return QApplication::activeModalWidget() != nullptr; }},
+        {QStringLiteral("event raised"),
+         [] { qobject_cast<QDialog*>(QApplication::activeModalWidget())->accept(); },
+         [=] { return !QApplication::activeModalWidget() && shown(); }},
+        {QStringLiteral("current processor"),
+         [=] {
+             records->select({processorAt(12)});
+             trigger(Do::MakeCurrent);
+         },
+         [=] { return shown() && store->snapshot().currentProcessor == processorAt(12); }},
+        {QStringLiteral("events only"),
+         [this] { m_window.log().filterField()->setText(QStringLiteral("returned")); },
+         [this] { return m_window.log().view()->model()->rowCount() > 0; }},
+        {QStringLiteral("handler answers"),
+         [=] {
+             m_window.log().filterField()->clear();
+             trigger(Do::HandlerAnswers);
+         },
+         [] { return QApplication::activeModalWidget() != nullptr; }},
+        {QStringLiteral("chinese"),
+         [=] {
+             qobject_cast<QDialog*>(QApplication::activeModalWidget())->reject();
+             trigger(Do::Chinese);
+         },
+         [=] {
+             return m_window.actions()[Do::SaveProject]->text().startsWith(QChar(0x4FDD))
+                    && shown();
+         }},
+        {QStringLiteral("group removed"),
+         [=] {
+             records->select({store->snapshot().groups.at(2).id});
+             trigger(Do::Remove);
+         },
+         [=] { return shown() && store->snapshot().groups.size() == 5; }},
+        {QStringLiteral("panel destroyed"), [=] { trigger(Do::ClosePanel); },
+         [=] { return !session->layer(); }},
+        {QStringLiteral("panel back, english"),
+         [=] {
+             trigger(Do::English);
+             trigger(Do::OpenPanel);
+         },
+         shown},
+    };
+}
+
+bool Tour::perform(const Step& step)
+{
+    step.act();
+    Notifier& notifier = m_window.session().notifier();
+    return waitUntil([&] { return notifier.isIdle() && step.reached(); }, kStepLimitMs)
+           && takePicture(step.name);
+}
+
+/// The window as it stands, with the dialog that is open before it.
+bool Tour::takePicture(const QString& name)
+{
+    // Twice: what the first round lays out is painted in the second.
+    QCoreApplication::processEvents();
+    m_window.session().trace().flush();
+    QCoreApplication::processEvents();
+    QPixmap picture = m_window.grab();
+    if (QWidget* dialog = QApplication::activeModalWidget()) {
+        QPainter painter(&picture);
+        const QRect frame =
+            dialog->rect().translated(m_window.rect().center() - dialog->rect().center());
+        painter.drawPixmap(frame.topLeft(), dialog->grab());
+        painter.setPen(themeColors().line);
+        painter.drawRect(frame.adjusted(-1, -1, 0, 0));
+    }
+    QString file = name;
+    file.replace(QLatin1Char(' '), QLatin1Char('-')).remove(QLatin1Char(','));
+    ++m_pictures;
+    return picture.save(QDir(m_folder).filePath(
+        QStringLiteral("%1-%2.png").arg(m_pictures, 2, 10, QLatin1Char('0')).arg(file)));
+}
+
+bool Tour::openTrace()
+{
+    if (!m_trace.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
+        return false;
+    QObject::connect(&m_window.session().trace(), &TraceModel::added, &m_window,
+                     [this](const QVector<TraceEntry>& entries) {
+                         for (const TraceEntry& entry : entries)
+                             m_trace.write(traceLine(entry).toUtf8() + '\n');
+                         m_trace.flush();
+                     });
+    return true;
+}

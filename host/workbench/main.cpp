@@ -1,0 +1,74 @@
+#include "host/common/SoftwareName.h"
+#include "host/workbench/Actions.h"
+#include "host/workbench/Language.h"
+#include "host/workbench/MainWindow.h"
+#include "host/workbench/Options.h"
+#include "host/workbench/ProjectFiles.h"
+#include "host/workbench/Prompts.h"
+#include "host/workbench/SelfTest.h"
+#include "host/workbench/Session.h"
+#include "host/workbench/Theme.h"
+#include "host/workbench/Tour.h"
+
+#include <QApplication>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <iostream>
+
+namespace {
+
+/// Loads what the command line names; the first failure is told in `problem`.
+void load(const Options& options, MainWindow& window, QString& problem)
+{
+    if (window.session().library().load(options.library, problem))
+        window.openPanel();
+    if (problem.isEmpty() && !options.project.isEmpty())
+        window.files().open(options.project, problem);
+}
+
+int runUnattended(const Options& options, MainWindow& window, const QString& problem)
+{
+    window.files().setAskBeforeLoss(false);
+    if (!problem.isEmpty()) {
+        std::cerr << "workbench: " << qPrintable(problem) << '\n';
+        return 1;
+    }
+    return options.selfTest ? runSelfTest(window) : Tour(window, options.tourFolder).run();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("workbench"));
+    set_custom_software_name(QStringLiteral("Workbench"));
+    applyTheme(application);
+
+    const Options options = parseOptions(QApplication::arguments());
+    const bool unattended = options.selfTest || !options.tourFolder.isEmpty();
+    // Nobody's recent files are touched by a run that nobody watches.
+    const QTemporaryDir ownSettings;
+    if (unattended)
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, ownSettings.path());
+
+    Session session;
+    Language language;
+    MainWindow window(session, language);
+    window.actions()[Do::GuiThreadEvents]->setChecked(options.guiThreadEvents);
+    QString problem;
+    load(options, window, problem);
+    window.show();
+    if (unattended) {
+        // Inside the event loop, so that the end is an ordinary one for the panel.
+        QTimer::singleShot(0, &window,
+                           [&] { QApplication::exit(runUnattended(options, window, problem)); });
+    } else if (!problem.isEmpty()) {
+        showProblem(&window, problem);
+    }
+    return QApplication::exec();
+}

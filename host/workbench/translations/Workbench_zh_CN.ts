@@ -1,0 +1,826 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>Actions</name>
+    <message>
+        <source>&amp;File</source>
+        <translation>文件(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;New</source>
+        <translation>新建(&amp;N)</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>打开(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>Open sa&amp;mple</source>
+        <translation>打开示例(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>保存(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Save &amp;as...</source>
+        <translation>另存为(&amp;A)...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>退出(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>&amp;Change</source>
+        <translation>更改(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Add &amp;processor</source>
+        <translation>添加处理器(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Add &amp;several processors...</source>
+        <translation>添加多个处理器(&amp;S)...</translation>
+    </message>
+    <message>
+        <source>Add &amp;group...</source>
+        <translation>添加分组(&amp;G)...</translation>
+    </message>
+    <message>
+        <source>Re&amp;move</source>
+        <translation>移除(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Rename...</source>
+        <translation>重命名(&amp;R)...</translation>
+    </message>
+    <message>
+        <source>Mo&amp;ve to group...</source>
+        <translation>移到分组(&amp;V)...</translation>
+    </message>
+    <message>
+        <source>Go &amp;online</source>
+        <translation>上线(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Go o&amp;ffline</source>
+        <translation>离线(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Change &amp;address...</source>
+        <translation>更改地址(&amp;A)...</translation>
+    </message>
+    <message>
+        <source>Mark as &amp;backup, or not</source>
+        <translation>设为或取消备份(&amp;B)</translation>
+    </message>
+    <message>
+        <source>Monitor &amp;warning on or off</source>
+        <translation>打开或关闭监控告警(&amp;W)</translation>
+    </message>
+    <message>
+        <source>Make &amp;current</source>
+        <translation>设为当前(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Device sets...</source>
+        <translation>设备组(&amp;D)...</translation>
+    </message>
+    <message>
+        <source>De&amp;tection strategy...</source>
+        <translation>检测策略(&amp;T)...</translation>
+    </message>
+    <message>
+        <source>LAN-&amp;USB...</source>
+        <translation>LAN-USB(&amp;U)...</translation>
+    </message>
+    <message>
+        <source>&amp;Handler answers...</source>
+        <translation>宿主应答(&amp;H)...</translation>
+    </message>
+    <message>
+        <source>&amp;Events</source>
+        <translation>事件(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Raise event...</source>
+        <translation>发出事件(&amp;R)...</translation>
+    </message>
+    <message>
+        <source>&amp;Announce the whole project</source>
+        <translation>重新通告整个工程(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Events on the &amp;GUI thread</source>
+        <translation>在界面线程发出事件(&amp;G)</translation>
+    </message>
+    <message>
+        <source>&amp;Layer</source>
+        <translation>面板(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Read-only</source>
+        <translation>只读(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Select in the panel</source>
+        <translation>在面板中选中(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Remove all &amp;groups</source>
+        <translation>移除所有分组(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Log the panel&apos;s &amp;tree</source>
+        <translation>记录面板的树(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Log the &amp;accepted tree</source>
+        <translation>记录被接受的树(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Log all &amp;processors</source>
+        <translation>记录所有处理器(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Detect devices</source>
+        <translation>检测设备(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Lock operations</source>
+        <translation>锁定操作(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Appl&amp;y the lock</source>
+        <translation>应用锁定(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>Show the LAN-&amp;USB warning</source>
+        <translation>显示 LAN-USB 警告(&amp;U)</translation>
+    </message>
+    <message>
+        <source>Re&amp;connect</source>
+        <translation>重新连接(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Destro&amp;y the panel</source>
+        <translation>销毁面板(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>&amp;Initialise the panel again</source>
+        <translation>重新初始化面板(&amp;I)</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>视图(&amp;V)</translation>
+    </message>
+    <message>
+        <source>To the &amp;panel</source>
+        <translation>转到面板(&amp;P)</translation>
+    </message>
+    <message>
+        <source>To the &amp;records</source>
+        <translation>转到记录(&amp;R)</translation>
+    </message>
+    <message>
+        <source>To the log &amp;filter</source>
+        <translation>转到日志筛选(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Clear the log</source>
+        <translation>清空日志(&amp;C)</translation>
+    </message>
+    <message>
+        <source>L&amp;anguage</source>
+        <translation>语言(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Recent</source>
+        <translation>最近的工程(&amp;R)</translation>
+    </message>
+</context>
+<context>
+    <name>AddProcessorsDialog</name>
+    <message>
+        <source>Add processors</source>
+        <translation>添加处理器</translation>
+    </message>
+    <message>
+        <source>No group</source>
+        <translation>不分组</translation>
+    </message>
+    <message>
+        <source>none: addressed by number</source>
+        <translation>无：按编号寻址</translation>
+    </message>
+    <message>
+        <source>&amp;Group</source>
+        <translation>分组(&amp;G)</translation>
+    </message>
+    <message>
+        <source>&amp;Number of processors</source>
+        <translation>处理器数量(&amp;N)</translation>
+    </message>
+    <message>
+        <source>&amp;First address</source>
+        <translation>起始地址(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no address; 192.168.0.1 is one.</source>
+        <translation>“%1”不是地址；地址的写法如 192.168.0.1。</translation>
+    </message>
+</context>
+<context>
+    <name>AnswersDialog</name>
+    <message>
+        <source>Handler answers</source>
+        <translation>宿主应答</translation>
+    </message>
+    <message>
+        <source>%1 has to be a number such as 0 or 0xe0832001.</source>
+        <translation>%1 必须是数字，如 0 或 0xe0832001。</translation>
+    </message>
+    <message>
+        <source>%1 has to be addresses parted by commas.</source>
+        <translation>%1 必须是以逗号分隔的地址。</translation>
+    </message>
+</context>
+<context>
+    <name>ChangeCommands</name>
+    <message>
+        <source>Add group</source>
+        <translation>添加分组</translation>
+    </message>
+    <message>
+        <source>Name of the group</source>
+        <translation>分组名称</translation>
+    </message>
+    <message>
+        <source>Group %1</source>
+        <translation>分组 %1</translation>
+    </message>
+    <message>
+        <source>Detection strategy</source>
+        <translation>检测策略</translation>
+    </message>
+    <message>
+        <source>Number of the strategy</source>
+        <translation>策略编号</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>重命名</translation>
+    </message>
+    <message>
+        <source>New name</source>
+        <translation>新名称</translation>
+    </message>
+    <message>
+        <source>No group</source>
+        <translation>不分组</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>Move to group</source>
+        <translation>移到分组</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation>分组</translation>
+    </message>
+    <message>
+        <source>Change address</source>
+        <translation>更改地址</translation>
+    </message>
+    <message>
+        <source>Address; 127.0.0.1 for none</source>
+        <translation>地址；127.0.0.1 表示无地址</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no address; 192.168.0.1 is one.</source>
+        <translation>“%1”不是地址；地址的写法如 192.168.0.1。</translation>
+    </message>
+    <message>
+        <source>LAN-USB</source>
+        <translation>LAN-USB</translation>
+    </message>
+    <message>
+        <source>Addresses of LAN-USB processors; empty switches it off</source>
+        <translation>LAN-USB 处理器的地址；留空则关闭</translation>
+    </message>
+    <message>
+        <source>Addresses have to be parted by commas.</source>
+        <translation>地址之间必须以逗号分隔。</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceSetsDialog</name>
+    <message>
+        <source>Device sets</source>
+        <translation>设备组</translation>
+    </message>
+    <message>
+        <source>&amp;Sets</source>
+        <translation>设备组(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Current set</source>
+        <translation>当前组(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>添加(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>移除(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Set %1</source>
+        <translation>设备组 %1</translation>
+    </message>
+    <message>
+        <source>None</source>
+        <translation>无</translation>
+    </message>
+</context>
+<context>
+    <name>FieldReader</name>
+    <message>
+        <source>an object is expected here</source>
+        <translation>此处应为对象</translation>
+    </message>
+    <message>
+        <source>this field is not known</source>
+        <translation>未知字段</translation>
+    </message>
+    <message>
+        <source>an identity such as %1 is expected</source>
+        <translation>应为标识，如 %1</translation>
+    </message>
+    <message>
+        <source>a text is expected</source>
+        <translation>应为文本</translation>
+    </message>
+    <message>
+        <source>a list of texts is expected</source>
+        <translation>应为文本列表</translation>
+    </message>
+    <message>
+        <source>true or false is expected</source>
+        <translation>应为 true 或 false</translation>
+    </message>
+    <message>
+        <source>a whole number from %1 to %2 is expected</source>
+        <translation>应为 %1 到 %2 之间的整数</translation>
+    </message>
+    <message>
+        <source>a whole number of 64 bits, written as a text, is expected</source>
+        <translation>应为以文本书写的 64 位整数</translation>
+    </message>
+    <message>
+        <source>a number is expected</source>
+        <translation>应为数字</translation>
+    </message>
+    <message>
+        <source>a list of four numbers is expected</source>
+        <translation>应为四个数字的列表</translation>
+    </message>
+    <message>
+        <source>an address such as %1 is expected</source>
+        <translation>应为地址，如 %1</translation>
+    </message>
+    <message>
+        <source>a list of addresses is expected</source>
+        <translation>应为地址列表</translation>
+    </message>
+</context>
+<context>
+    <name>FormDialog</name>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>LayerCommands</name>
+    <message>
+        <source>Target selection area</source>
+        <translation>目标选择区</translation>
+    </message>
+    <message>
+        <source>There is no panel.</source>
+        <translation>没有面板。</translation>
+    </message>
+</context>
+<context>
+    <name>LogPanel</name>
+    <message>
+        <source>Filter: words to find, -word to leave out</source>
+        <translation>筛选：要查找的词，-词 表示排除</translation>
+    </message>
+    <message>
+        <source>Log filter</source>
+        <translation>日志筛选</translation>
+    </message>
+    <message>
+        <source>All kinds</source>
+        <translation>全部类型</translation>
+    </message>
+    <message>
+        <source>Calls</source>
+        <translation>调用</translation>
+    </message>
+    <message>
+        <source>Events</source>
+        <translation>事件</translation>
+    </message>
+    <message>
+        <source>Log records</source>
+        <translation>日志记录</translation>
+    </message>
+    <message>
+        <source>Kind of line</source>
+        <translation>行的类型</translation>
+    </message>
+    <message>
+        <source>Follow</source>
+        <translation>跟随</translation>
+    </message>
+    <message>
+        <source>Keep the latest line in sight</source>
+        <translation>始终显示最新一行</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>清空</translation>
+    </message>
+    <message>
+        <source>Empty the log</source>
+        <translation>清空日志</translation>
+    </message>
+    <message>
+        <source>Live log</source>
+        <translation>实时日志</translation>
+    </message>
+    <message>
+        <source>%1 of %2 lines</source>
+        <translation>%1 / %2 行</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>Live log</source>
+        <translation>实时日志</translation>
+    </message>
+</context>
+<context>
+    <name>PanelLibrary</name>
+    <message>
+        <source>The panel&apos;s library %1 does not exist. Build it, or name another with --library.</source>
+        <translation>面板库 %1 不存在。请先构建，或用 --library 指定另一个。</translation>
+    </message>
+    <message>
+        <source>The panel&apos;s library %1 cannot be loaded: %2</source>
+        <translation>无法加载面板库 %1：%2</translation>
+    </message>
+    <message>
+        <source>The library %1 is not the panel&apos;s: it has no TargetSelectArea_Init.</source>
+        <translation>库 %1 不是面板库：其中没有 TargetSelectArea_Init。</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectChecks</name>
+    <message>
+        <source>the record has no identity</source>
+        <translation>记录没有标识</translation>
+    </message>
+    <message>
+        <source>identity %1 occurs twice</source>
+        <translation>标识 %1 重复出现</translation>
+    </message>
+    <message>
+        <source>a project holds at most %1 processors; this one has %2</source>
+        <translation>工程最多容纳 %1 个处理器；此工程有 %2 个</translation>
+    </message>
+    <message>
+        <source>there is no group %1</source>
+        <translation>没有分组 %1</translation>
+    </message>
+    <message>
+        <source>there is no processor %1</source>
+        <translation>没有处理器 %1</translation>
+    </message>
+    <message>
+        <source>there is no device set %1</source>
+        <translation>没有设备组 %1</translation>
+    </message>
+    <message>
+        <source>the IP list holds at most %1 entries</source>
+        <translation>IP 列表最多容纳 %1 项</translation>
+    </message>
+    <message>
+        <source>an entry such as %1 is expected</source>
+        <translation>应为条目，如 %1</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectFile</name>
+    <message>
+        <source>line %1, column %2: %3</source>
+        <translation>第 %1 行第 %2 列：%3</translation>
+    </message>
+    <message>
+        <source>a list is expected</source>
+        <translation>应为列表</translation>
+    </message>
+    <message>
+        <source>the file has version %1; this program reads up to version %2</source>
+        <translation>文件版本为 %1；本程序最高可读取版本 %2</translation>
+    </message>
+    <message>
+        <source>the version number is missing</source>
+        <translation>缺少版本号</translation>
+    </message>
+    <message>
+        <source>the file is larger than %1 MiB</source>
+        <translation>文件大于 %1 MiB</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>无法读取 %1：%2</translation>
+    </message>
+    <message>
+        <source>it is a directory</source>
+        <translation>它是目录</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1，%2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: it is not a regular file</source>
+        <translation>无法写入 %1：它不是普通文件</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectFiles</name>
+    <message>
+        <source>The project has unsaved changes. Save them?</source>
+        <translation>工程有未保存的更改。要保存吗？</translation>
+    </message>
+    <message>
+        <source>Untitled</source>
+        <translation>未命名</translation>
+    </message>
+    <message>
+        <source>Open a project</source>
+        <translation>打开工程</translation>
+    </message>
+    <message>
+        <source>Projects (*.json);;All files (*)</source>
+        <translation>工程 (*.json);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Save the project</source>
+        <translation>保存工程</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>不保存</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>Prompts</name>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+</context>
+<context>
+    <name>RaiseEventDialog</name>
+    <message>
+        <source>Raise event</source>
+        <translation>发出事件</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>whole number</source>
+        <translation>整数</translation>
+    </message>
+    <message>
+        <source>identity</source>
+        <translation>标识</translation>
+    </message>
+    <message>
+        <source>list of identities</source>
+        <translation>标识列表</translation>
+    </message>
+    <message>
+        <source>device sets of the project</source>
+        <translation>工程的设备组</translation>
+    </message>
+    <message>
+        <source>identity and record</source>
+        <translation>标识与记录</translation>
+    </message>
+    <message>
+        <source>&amp;Number</source>
+        <translation>编号(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Argument &amp;type</source>
+        <translation>参数类型(&amp;T)</translation>
+    </message>
+    <message>
+        <source>&amp;Argument</source>
+        <translation>参数(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Raise</source>
+        <translation>发出(&amp;R)</translation>
+    </message>
+    <message>
+        <source>The argument has to be an identity such as %1; a list takes several, parted by commas.</source>
+        <translation>参数必须是标识，如 %1；列表可含多个，以逗号分隔。</translation>
+    </message>
+    <message>
+        <source>The argument has to be a whole number.</source>
+        <translation>参数必须是整数。</translation>
+    </message>
+</context>
+<context>
+    <name>RecordsModel</name>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>编号</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>地址</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>Addressed by</source>
+        <translation>寻址方式</translation>
+    </message>
+    <message>
+        <source>Redundancy</source>
+        <translation>冗余</translation>
+    </message>
+    <message>
+        <source>Monitor</source>
+        <translation>监控</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1（%2）</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>无</translation>
+    </message>
+    <message>
+        <source>has a backup</source>
+        <translation>有备份</translation>
+    </message>
+    <message>
+        <source>backup</source>
+        <translation>备份</translation>
+    </message>
+    <message>
+        <source>online</source>
+        <translation>在线</translation>
+    </message>
+    <message>
+        <source>offline</source>
+        <translation>离线</translation>
+    </message>
+    <message>
+        <source>address</source>
+        <translation>地址</translation>
+    </message>
+    <message>
+        <source>number</source>
+        <translation>编号</translation>
+    </message>
+    <message>
+        <source>warning</source>
+        <translation>告警</translation>
+    </message>
+    <message>
+        <source>%1 (current)</source>
+        <translation>%1（当前）</translation>
+    </message>
+</context>
+<context>
+    <name>RecordsPanel</name>
+    <message>
+        <source>The project is empty.
+Add processors with Change &gt; Add processor.</source>
+        <translation>工程为空。
+请用“更改 &gt; 添加处理器”添加处理器。</translation>
+    </message>
+    <message>
+        <source>Project (groups: %1, processors: %2)</source>
+        <translation>工程（分组：%1，处理器：%2）</translation>
+    </message>
+    <message>
+        <source>Fields of the selected record</source>
+        <translation>所选记录的字段</translation>
+    </message>
+    <message>
+        <source>Field</source>
+        <translation>字段</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>值</translation>
+    </message>
+    <message>
+        <source>Records of the project</source>
+        <translation>工程的记录</translation>
+    </message>
+</context>
+<context>
+    <name>TraceModel</name>
+    <message>
+        <source>Time</source>
+        <translation>时间</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>类型</translation>
+    </message>
+    <message>
+        <source>Thread</source>
+        <translation>线程</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>内容</translation>
+    </message>
+    <message>
+        <source>Call</source>
+        <translation>调用</translation>
+    </message>
+    <message>
+        <source>Event</source>
+        <translation>事件</translation>
+    </message>
+    <message>
+        <source>Log</source>
+        <translation>日志</translation>
+    </message>
+</context>
+<context>
+    <name>WorkbenchHandler</name>
+    <message>
+        <source>Host: make current</source>
+        <translation>宿主：设为当前</translation>
+    </message>
+</context>
+</TS>

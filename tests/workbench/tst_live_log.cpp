@@ -1,0 +1,144 @@
+#include "host/common/WorkThread.h"
+#include "host/workbench/CallTrace.h"
+#include "host/workbench/LogFilter.h"
+#include "host/workbench/TraceModel.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <future>
+#include <thread>
+#include <vector>
+
+class LiveLogTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldTakeLinesFromEveryThread();
+    void shouldNameTheWorkThread();
+    void shouldKeepTheLastTenThousandLines();
+    void shouldFilterByWordsAndKind();
+    void shouldEmptyItself();
+    void shouldWriteAPlainLine();
+    void shouldKeepTextsShort();
+};
+
+void LiveLogTest::shouldTakeLinesFromEveryThread()
+{
+    const WarningTrap warnings;
+    TraceModel trace;
+    const QAbstractItemModelTester tester(&trace);
+    std::vector<std::thread> threads;
+    for (int n = 0; n < 4; ++n) {
+        threads.emplace_back([&] {
+            for (int line = 0; line < 250; ++line)
+                trace.add(TraceEntry::Kind::Call, QString::number(line));
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    QCOMPARE(trace.rowCount(), 0);
+    QTRY_COMPARE(trace.rowCount(), 1000);
+    QCOMPARE(trace.entry(0).thread, QStringLiteral("other"));
+}
+
+void LiveLogTest::shouldNameTheWorkThread()
+{
+    TraceModel trace;
+    CWorkThread work;
+    work.start();
+    std::promise<void> done;
+    work.AppendEvent({0,
+                      [&] {
+                          trace.add(TraceEntry::Kind::Call, QStringLiteral("x"));
+                          done.set_value();
+                      }},
+                     false);
+    done.get_future().wait();
+    trace.flush();
+    QCOMPARE(trace.entry(0).thread, QStringLiteral("work"));
+}
+
+void LiveLogTest::shouldKeepTheLastTenThousandLines()
+{
+    const WarningTrap warnings;
+    TraceModel trace;
+    const QAbstractItemModelTester tester(&trace);
+    qRegisterMetaType<QVector<TraceEntry>>();
+    const QSignalSpy added(&trace, &TraceModel::added);
+    for (int line = 0; line < 6000; ++line)
+        trace.add(TraceEntry::Kind::Log, QString::number(line));
+    trace.flush();
+    for (int line = 6000; line < 12000; ++line)
+        trace.add(TraceEntry::Kind::Log, QString::number(line));
+    trace.flush();
+    QCOMPARE(trace.rowCount(), TraceModel::kMaxRows);
+    QCOMPARE(trace.entry(0).text, QStringLiteral("2000"));
+    QCOMPARE(trace.entry(9999).text, QStringLiteral("11999"));
+    QCOMPARE(added.count(), 2);
+    for (int line = 0; line < 15000; ++line)
+        trace.add(TraceEntry::Kind::Log, QString::number(line));
+    trace.flush();
+    QCOMPARE(trace.rowCount(), TraceModel::kMaxRows);
+    QCOMPARE(trace.entry(0).text, QStringLiteral("5000"));
+}
+
+void LiveLogTest::shouldFilterByWordsAndKind()
+{
+    TraceModel trace;
+    LogFilter filter;
+    filter.setSourceModel(&trace);
+    trace.add(TraceEntry::Kind::Call, QStringLiteral("GetIPCount(0) = 4"));
+    trace.add(TraceEntry::Kind::Call, QStringLiteral("CheckProcessor(\"A\") = false"));
+    trace.add(TraceEntry::Kind::Event, QStringLiteral("16 ProjectReset()"));
+    trace.flush();
+    QCOMPARE(filter.rowCount(), 3);
+    filter.setWords(QStringLiteral("-checkprocessor"));
+    QCOMPARE(filter.rowCount(), 2);
+    filter.setWords(QStringLiteral("gui count"));
+    QCOMPARE(filter.rowCount(), 1);
+    filter.setWords(QStringLiteral("-"));
+    QCOMPARE(filter.rowCount(), 0);
+    filter.setWords(QString());
+    filter.setKind(static_cast<int>(TraceEntry::Kind::Event));
+    QCOMPARE(filter.rowCount(), 1);
+    filter.setKind(-1);
+    QCOMPARE(filter.rowCount(), 3);
+}
+
+void LiveLogTest::shouldEmptyItself()
+{
+    TraceModel trace;
+    const QAbstractItemModelTester tester(&trace);
+    trace.add(TraceEntry::Kind::Log, QStringLiteral("a"));
+    trace.flush();
+    trace.add(TraceEntry::Kind::Log, QStringLiteral("b"));
+    trace.clear();
+    QCOMPARE(trace.rowCount(), 0);
+}
+
+void LiveLogTest::shouldWriteAPlainLine()
+{
+    const TraceEntry entry{QTime(1, 2, 3, 4), TraceEntry::Kind::Event, QStringLiteral("notify"),
+                           QStringLiteral("16 ProjectReset()")};
+    QCOMPARE(traceLine(entry), QStringLiteral("01:02:03.004\tevent\tnotify\t16 ProjectReset()"));
+}
+
+void LiveLogTest::shouldKeepTextsShort()
+{
+    QVERIFY(shortText(QString(10000, QLatin1Char('x'))).size() < 70);
+    QList<QUuid> ids;
+    for (int n = 0; n < 255; ++n)
+        ids.append(QUuid::createUuid());
+    QVERIFY(shortText(ids).size() < 80);
+    QVERIFY(shortText(ids).startsWith(QStringLiteral("255: [")));
+    QCOMPARE(shortText(QUuid()), QStringLiteral("{}"));
+    QCOMPARE(shortText(0xE0832001U), QStringLiteral("0xE0832001"));
+    QCOMPARE(shortText(ProcessorNode()), QStringLiteral("no processor"));
+}
+
+QTEST_GUILESS_MAIN(LiveLogTest)
+#include "tst_live_log.moc"

@@ -1,0 +1,392 @@
+#include "host/workbench/FieldTexts.h"
+#include "host/workbench/ProjectFile.h"
+#include "tests/workbench/SampleRecords.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+#include <csignal>
+#include <limits>
+#include <sys/resource.h>
+
+namespace {
+
+QByteArray fileContent(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void writeFile(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), static_cast<qint64>(content.size()));
+}
+
+/// While one lives, no file of this process grows beyond `bytes`: a full disk.
+class FileSizeLimit final
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+        : m_signal(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limited{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limited);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_signal);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit m_before{};
+    void (*m_signal)(int);
+};
+
+} // namespace
+
+class ProjectFileTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldKeepEveryField();
+    void shouldKeepNumbersBeyond53Bits();
+    void shouldGiveMissingFieldsTheirDefaults();
+    void shouldReadTheShippedProjects();
+    void shouldRefuse_data();
+    void shouldRefuse();
+    void shouldRefuseMoreThan255Processors();
+    void shouldRefuseMoreThan255IpEntries();
+    void shouldRefuseAnOversizedFile();
+    void shouldRefuseEveryTruncation();
+    void shouldNameTheFileAndLeaveItAsItIs();
+    void shouldNotReadADirectoryOrAMissingFile();
+    void shouldReplaceTheOldFile();
+    void shouldKeepTheOldFileWhenTheDiskIsFull();
+    void shouldSayWhyItCannotSave_data();
+    void shouldSayWhyItCannotSave();
+};
+
+void ProjectFileTest::shouldKeepEveryField()
+{
+    const Project before = unusualProject();
+    QString problem;
+    const auto after = parseProject(projectToJson(before), problem);
+    QVERIFY2(after, qPrintable(problem));
+    QCOMPARE(projectToJson(*after), projectToJson(before));
+
+    const QList<FieldText> defaults = fieldTexts(ProcessorNode());
+    QCOMPARE(defaults.size(), 28);
+    for (int at = 0; at < before.processors.size(); ++at) {
+        const QList<FieldText> expected = fieldTexts(before.processors.at(at));
+        QCOMPARE(fieldTexts(after->processors.at(at)), expected);
+        for (int field = 0; at == 0 && field < defaults.size(); ++field)
+            QVERIFY2(expected.at(field) != defaults.at(field),
+                     qPrintable(expected.at(field).first));
+    }
+    for (int at = 0; at < before.groups.size(); ++at)
+        QCOMPARE(fieldTexts(after->groups.at(at)), fieldTexts(before.groups.at(at)));
+    QCOMPARE(after->deviceSets.at(1).info.hostAttribute3, 0xFFFFFFFFU);
+    QCOMPARE(fromGuid(after->currentDeviceSet), sampleId(102));
+    QCOMPARE(after->currentProcessor, sampleId(12));
+    QCOMPARE(after->ipList, before.ipList);
+    QCOMPARE(after->answers.lanUsbAddresses, before.answers.lanUsbAddresses);
+    QCOMPARE(after->answers.detectResult, 0xE0832005U);
+    QVERIFY(!after->answers.frontPanelHighlightAvailable);
+}
+
+void ProjectFileTest::shouldKeepNumbersBeyond53Bits()
+{
+    Project project;
+    project.processors = {unusualProcessor(1, 0), unusualProcessor(2, 0)};
+    project.processors[0].hostAttribute8 = 9007199254740993;
+    project.processors[1].hostAttribute8 = std::numeric_limits<qint64>::min();
+    QString problem;
+    const auto after = parseProject(projectToJson(project), problem);
+    QVERIFY2(after, qPrintable(problem));
+    QCOMPARE(after->processors.at(0).hostAttribute8, 9007199254740993);
+    QCOMPARE(after->processors.at(1).hostAttribute8, std::numeric_limits<qint64>::min());
+}
+
+void ProjectFileTest::shouldGiveMissingFieldsTheirDefaults()
+{
+    QString problem;
+    const auto project = parseProject(
+        "{\"version\":1,\"processors\":[{\"id\":\"5b2d1f0c-0000-4000-8000-000000000001\"}]}",
+        problem);
+    QVERIFY2(project, qPrintable(problem));
+    QList<FieldText> expected = fieldTexts(ProcessorNode());
+    expected[0].second = QStringLiteral("5b2d1f0c-0000-4000-8000-000000000001");
+    QCOMPARE(fieldTexts(project->processors.first()), expected);
+    QCOMPARE(project->answers.nameMaxBytes, HandlerAnswers().nameMaxBytes);
+}
+
+void ProjectFileTest::shouldReadTheShippedProjects()
+{
+    const QString folder = QStringLiteral(WORKBENCH_PROJECTS "/");
+    QString problem;
+    const auto sample = loadProject(folder + QStringLiteral("sample.json"), problem);
+    QVERIFY2(sample, qPrintable(problem));
+    QCOMPARE(sample->groups.size(), 6);
+    QCOMPARE(sample->processors.size(), 120);
+    const auto count = [&](auto test) {
+        return std::count_if(sample->processors.begin(), sample->processors.end(), test);
+    };
+    QVERIFY(count([](const ProcessorNode& node) { return node.reachedByIp; }) > 0);
+    QVERIFY(count([](const ProcessorNode& node) { return !node.reachedByIp; }) > 0);
+    QVERIFY(count([](const ProcessorNode& node) { return node.redundancyMode == 2; }) > 0);
+    QVERIFY(count([](const ProcessorNode& node) { return !node.online; }) > 0);
+    QVERIFY(count([](const ProcessorNode& node) { return node.groupId.isNull(); }) > 0);
+    QVERIFY(count([](const ProcessorNode& node) { return node.name.size() > 80; }) > 0);
+    QVERIFY(count([](const ProcessorNode& node) { return node.ipAddress == kNoProcessorAddress; })
+            > 0);
+    const auto empty = loadProject(folder + QStringLiteral("empty.json"), problem);
+    QVERIFY2(empty, qPrintable(problem));
+    QCOMPARE(empty->groups.size(), 0);
+    QCOMPARE(empty->processors.size(), 0);
+}
+
+void ProjectFileTest::shouldRefuse_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<QString>("problem");
+    const auto row = [](const char* name, const char* json, const char* problem) {
+        QTest::newRow(name) << QByteArray(json) << QString::fromUtf8(problem);
+    };
+    row("empty file", "", "line 1, column 1: illegal value");
+    row("no JSON", "hello", "line 1, column 2: illegal value");
+    row("broken syntax", "{\n \"version\": 1,\n \"groups\" []\n}",
+        "line 3, column 12: missing name separator");
+    row("truncated", "{\n \"version\": 1,\n \"groups\": [",
+        "line 3, column 13: unterminated array");
+    row("no object", "[1]", "line 1, column 1: an object is expected here");
+    row("no version", "{\n}", "line 1, column 1: version: the version number is missing");
+    row("newer version", "{\n  \"groups\": 3,\n  \"version\": 2}",
+        "line 3, column 14: version: the file has version 2; this program reads up to version 1");
+    row("version of another type", "{\"version\": \"1\"}",
+        "line 1, column 13: version: a whole number from -2147483648 to 2147483647 is expected");
+    row("unknown field", "{\"version\": 1,\n \"gruops\": []}",
+        "line 2, column 12: gruops: this field is not known");
+    row("list of another type", "{\"version\": 1,\n \"groups\": {}}",
+        "line 2, column 12: groups: a list is expected");
+    row("record of another type", "{\"version\": 1,\n \"groups\": [\n7]}",
+        "line 3, column 1: groups[0]: an object is expected here");
+    row("text for a number",
+        "{\"version\": 1, \"processors\": [\n"
+        "{\"id\": \"00000001-0000-0000-0000-000000000001\"},\n"
+        "{\"id\": \"00000001-0000-0000-0000-000000000002\", \"number\": \"2\"}]}",
+        "line 3, column 58: processors[1].number: a whole number from -2147483648 to 2147483647 is "
+        "expected");
+    row("fraction for a number",
+        "{\"version\": 1, \"processors\": [{\"id\": \"00000001-0000-0000-0000-000000000001\",\n"
+        "\"number\": 2.5}]}",
+        "line 2, column 11: processors[0].number: a whole number from -2147483648 to 2147483647 is "
+        "expected");
+    row("number too large",
+        "{\"version\": 1, \"processors\": [{\"id\": \"00000001-0000-0000-0000-000000000001\",\n"
+        "\"hostAttribute21\": 65536}]}",
+        "line 2, column 20: processors[0].hostAttribute21: a whole number from 0 to 65535 is "
+        "expected");
+    row("64 bits as a number",
+        "{\"version\": 1, \"processors\": [{\"id\": \"00000001-0000-0000-0000-000000000001\",\n"
+        "\"hostAttribute8\": 1}]}",
+        "line 2, column 19: processors[0].hostAttribute8: a whole number of 64 bits, written as a "
+        "text, is expected");
+    row("number for a flag",
+        "{\"version\": 1, \"processors\": [{\"id\": \"00000001-0000-0000-0000-000000000001\",\n"
+        "\"online\": 1}]}",
+        "line 2, column 11: processors[0].online: true or false is expected");
+    row("number for a text",
+        "{\"version\": 1, \"groups\": [{\"id\": \"00000001-0000-0000-0000-000000000001\",\n"
+        "\"name\": 1}]}",
+        "line 2, column 9: groups[0].name: a text is expected");
+    row("three numbers of four",
+        "{\"version\": 1, \"processors\": [{\"id\": \"00000001-0000-0000-0000-000000000001\",\n"
+        "\"hostAttribute10\": [1, 2, 3]}]}",
+        "line 2, column 20: processors[0].hostAttribute10: a list of four numbers is expected");
+    row("bad address",
+        "{\"version\": 1, \"processors\": [{\"id\": \"00000001-0000-0000-0000-000000000001\",\n"
+        "\"ipAddress\": \"192.168.0.256\"}]}",
+        "line 2, column 14: processors[0].ipAddress: an address such as 192.168.0.1 is expected");
+    row("bad identity", "{\"version\": 1, \"groups\": [\n{\"id\": \"seven\"}]}",
+        "line 2, column 8: groups[0].id: an identity such as 5b2d1f0c-0000-4000-8000-000000000001 "
+        "is "
+        "expected");
+    row("no identity", "{\"version\": 1, \"groups\": [\n{\"name\": \"A\"}]}",
+        "line 2, column 1: groups[0]: the record has no identity");
+    row("identity twice",
+        "{\"version\": 1,\n\"groups\": [{\"id\": \"00000001-0000-0000-0000-000000000001\"}],\n"
+        "\"processors\": [{\"id\": \"00000001-0000-0000-0000-000000000001\"}]}",
+        "line 3, column 23: processors[0].id: identity 00000001-0000-0000-0000-000000000001 occurs "
+        "twice");
+    row("unknown group",
+        "{\"version\": 1,\n\"processors\": [{\"id\": \"00000001-0000-0000-0000-000000000001\",\n"
+        "\"groupId\": \"00000001-0000-0000-0000-000000000009\"}]}",
+        "line 3, column 12: processors[0].groupId: there is no group "
+        "00000001-0000-0000-0000-000000000009");
+    row("unknown current processor",
+        "{\"version\": 1,\n\"currentProcessor\": \"00000001-0000-0000-0000-000000000009\"}",
+        "line 2, column 21: currentProcessor: there is no processor "
+        "00000001-0000-0000-0000-000000000009");
+    row("unknown device set",
+        "{\"version\": 1,\n\"currentDeviceSet\": \"00000001-0000-0000-0000-000000000009\"}",
+        "line 2, column 21: currentDeviceSet: there is no device set "
+        "00000001-0000-0000-0000-000000000009");
+    row("bad IP entry", "{\"version\": 1, \"ipList\": [\"10.0.0.1(A)\",\n \"10.0.0(B)\"]}",
+        "line 2, column 2: ipList[1]: an entry such as 192.168.0.10(Left wing) is expected");
+    row("bad answer", "{\"version\": 1, \"answers\": {\n \"lanUsbAddresses\": [\"10.0.0.1\", 4]}}",
+        "line 2, column 34: answers.lanUsbAddresses[1]: an address such as 192.168.0.1 is "
+        "expected");
+    row("column counted in characters",
+        "{\"version\": 1, \"x\": \"\xE5\xA4\xA7\xE5\x8E\x85\", \"y\": 1}",
+        "line 1, column 21: x: this field is not known");
+    row("escaped key", "{\"version\": 1, \"a\\\"b\": 1}",
+        "line 1, column 24: a\"b: this field is not known");
+    row("bytes that are no UTF-8", "{\"version\": 1, \"x\": \"\xFF\xFE\"}",
+        "line 1, column 22: invalid UTF8 string");
+}
+
+void ProjectFileTest::shouldRefuse()
+{
+    QFETCH(QByteArray, json);
+    QFETCH(QString, problem);
+    QString found;
+    QVERIFY(!parseProject(json, found));
+    QCOMPARE(found, problem);
+}
+
+void ProjectFileTest::shouldRefuseMoreThan255Processors()
+{
+    Project project;
+    for (quint32 n = 1; n <= 256; ++n)
+        project.processors.append(unusualProcessor(n, 0));
+    const QByteArray json = projectToJson(project);
+    QString problem;
+    QVERIFY(!parseProject(json, problem));
+    QVERIFY2(problem.endsWith(QStringLiteral(
+                 "processors[255]: a project holds at most 255 processors; this one has 256")),
+             qPrintable(problem));
+    project.processors.removeLast();
+    QVERIFY(parseProject(projectToJson(project), problem));
+}
+
+void ProjectFileTest::shouldRefuseMoreThan255IpEntries()
+{
+    Project project;
+    for (quint32 n = 1; n <= 256; ++n)
+        project.ipList.append(dottedAddress(n) + QStringLiteral("()"));
+    QString problem;
+    QVERIFY(!parseProject(projectToJson(project), problem));
+    QVERIFY2(problem.contains(QStringLiteral("ipList[255]: the IP list holds at most 255 entries")),
+             qPrintable(problem));
+}
+
+void ProjectFileTest::shouldRefuseAnOversizedFile()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("large.json"));
+    QByteArray content("{\"version\": 1}");
+    content.append(QByteArray(static_cast<int>(kMaxProjectFileSize), ' '));
+    writeFile(path, content);
+    QString problem;
+    QVERIFY(!loadProject(path, problem));
+    QCOMPARE(problem, path + QStringLiteral(", the file is larger than 16 MiB"));
+    writeFile(path, content.left(static_cast<int>(kMaxProjectFileSize)));
+    QVERIFY2(loadProject(path, problem), qPrintable(problem));
+}
+
+void ProjectFileTest::shouldRefuseEveryTruncation()
+{
+    const QByteArray whole = projectToJson(unusualProject()).trimmed();
+    for (int length = 0; length < whole.size(); ++length) {
+        QString problem;
+        QVERIFY2(!parseProject(whole.left(length), problem), qPrintable(QString::number(length)));
+        QVERIFY2(problem.startsWith(QStringLiteral("line ")), qPrintable(problem));
+    }
+}
+
+void ProjectFileTest::shouldNameTheFileAndLeaveItAsItIs()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("damaged.json"));
+    const QByteArray content("{\"version\": 1,\n \"groups\": 5}");
+    writeFile(path, content);
+    QString problem;
+    QVERIFY(!loadProject(path, problem));
+    QCOMPARE(problem, path + QStringLiteral(", line 2, column 12: groups: a list is expected"));
+    QCOMPARE(fileContent(path), content);
+}
+
+void ProjectFileTest::shouldNotReadADirectoryOrAMissingFile()
+{
+    const QTemporaryDir folder;
+    QString problem;
+    QVERIFY(!loadProject(folder.path(), problem));
+    QCOMPARE(problem, folder.path() + QStringLiteral(" cannot be read: it is a directory"));
+    const QString missing = folder.filePath(QStringLiteral("missing.json"));
+    QVERIFY(!loadProject(missing, problem));
+    QVERIFY2(problem.startsWith(missing + QStringLiteral(" cannot be read: ")),
+             qPrintable(problem));
+}
+
+void ProjectFileTest::shouldReplaceTheOldFile()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("project.json"));
+    QString problem;
+    QVERIFY2(saveProject(unusualProject(), path, problem), qPrintable(problem));
+    QVERIFY2(saveProject(smallProject(), path, problem), qPrintable(problem));
+    QCOMPARE(fileContent(path), projectToJson(smallProject()));
+    const QStringList files = QDir(folder.path()).entryList(QDir::Files);
+    QCOMPARE(files, QStringList(QStringLiteral("project.json")));
+}
+
+void ProjectFileTest::shouldKeepTheOldFileWhenTheDiskIsFull()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("project.json"));
+    QString problem;
+    QVERIFY2(saveProject(smallProject(), path, problem), qPrintable(problem));
+    {
+        const FileSizeLimit limit(100);
+        QVERIFY(!saveProject(unusualProject(), path, problem));
+    }
+    QVERIFY2(problem.startsWith(path + QStringLiteral(" cannot be written: ")),
+             qPrintable(problem));
+    QCOMPARE(fileContent(path), projectToJson(smallProject()));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files),
+             QStringList(QStringLiteral("project.json")));
+}
+
+void ProjectFileTest::shouldSayWhyItCannotSave_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("device") << QStringLiteral("/dev/full")
+                            << QStringLiteral("it is not a regular file");
+    QTest::newRow("directory") << QStringLiteral("/tmp")
+                               << QStringLiteral("it is not a regular file");
+    QTest::newRow("missing folder") << QStringLiteral("/nowhere/at/all.json") << QString();
+}
+
+void ProjectFileTest::shouldSayWhyItCannotSave()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, reason);
+    QString problem;
+    QVERIFY(!saveProject(smallProject(), path, problem));
+    QVERIFY2(problem.startsWith(path + QStringLiteral(" cannot be written: ") + reason),
+             qPrintable(problem));
+}
+
+QTEST_GUILESS_MAIN(ProjectFileTest)
+#include "tst_project_file.moc"

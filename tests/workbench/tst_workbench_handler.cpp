@@ -1,0 +1,311 @@
+#include "host/workbench/Notifier.h"
+#include "host/workbench/ProjectStore.h"
+#include "host/workbench/TraceModel.h"
+#include "host/workbench/WorkbenchHandler.h"
+#include "tests/support/WarningTrap.h"
+#include "tests/workbench/RecordingObserver.h"
+#include "tests/workbench/SampleRecords.h"
+
+#include <QMenu>
+#include <QTest>
+#include <QtEndian>
+
+#include <thread>
+
+/// A handler over the small project, with its events recorded on the GUI thread.
+struct HandlerUnderTest
+{
+    HandlerUnderTest()
+    {
+        notifier.setDelivery(Notifier::Delivery::GuiThread);
+        store.replace(smallProject());
+        handler.SetObserver(&observer);
+    }
+
+    QString events()
+    {
+        const QString numbers = observer.numbers();
+        observer.clear();
+        return numbers;
+    }
+
+    /// The last line of the log.
+    TraceEntry lastEntry()
+    {
+        trace.flush();
+        return trace.entry(trace.rowCount() - 1);
+    }
+
+    RecordingObserver observer;
+    TraceModel trace;
+    Notifier notifier{trace};
+    ProjectStore store{notifier};
+    WorkbenchHandler handler{store, notifier, trace};
+};
+
+class WorkbenchHandlerTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldAnswerWithRecords();
+    void shouldCarryOutWhatThePanelAsksFor();
+    void shouldRefuseNames();
+    void shouldFollowTheSelection();
+    void shouldKeepTheIpList();
+    void shouldRejectAddressesInUse();
+    void shouldAnswerFromTheSettings();
+    void shouldDetectWhatHasAnAddress();
+    void shouldHandleDeviceSets();
+    void shouldLightFrontPanels();
+    void shouldOfferAMenuEntry();
+    void shouldShowTips();
+    void shouldTraceEveryCallWithItsThread();
+};
+
+void WorkbenchHandlerTest::shouldAnswerWithRecords()
+{
+    HandlerUnderTest test;
+    QCOMPARE(test.handler.GetAllProcessorNodes().size(), 4);
+    QCOMPARE(test.handler.GetAllGroupNodes().at(0).name, QStringLiteral("G1"));
+    QCOMPARE(test.handler.GetGroupNode(sampleId(2)).name, QStringLiteral("G2"));
+    QCOMPARE(test.handler.GetProcessorNode(sampleId(14)).name, QStringLiteral("P14"));
+    QVERIFY(test.handler.GetProcessorNode(sampleId(99)).id.isNull());
+    QVERIFY(test.handler.GetGroupNode(sampleId(99)).id.isNull());
+    QCOMPARE(test.handler.GetCurrentProcessorId(), sampleId(11));
+}
+
+void WorkbenchHandlerTest::shouldCarryOutWhatThePanelAsksFor()
+{
+    const WarningTrap warnings;
+    HandlerUnderTest test;
+    test.handler.AddProcessors(sampleId(1), 2);
+    QCOMPARE(test.events(), QStringLiteral("19"));
+    test.handler.AddProcessorsWithIps(QUuid(), {0x0A000020});
+    QCOMPARE(test.events(), QStringLiteral("18"));
+    test.handler.AddProcessorsFromIpList(
+        sampleId(2),
+        {QStringLiteral("10.0.0.50(A)"), QStringLiteral("nonsense"), QStringLiteral("10.0.0.51")});
+    QCOMPARE(test.events(), QStringLiteral("19"));
+    QCOMPARE(test.store.snapshot().processors.last().ipAddress, 0x0A000033U);
+    ProcessorGroupNode group;
+    group.name = QStringLiteral("New");
+    const QUuid id = test.handler.CreateGroup(group);
+    QCOMPARE(test.events(), QStringLiteral("17"));
+    QCOMPARE(test.handler.GetGroupNode(id).name, QStringLiteral("New"));
+    test.handler.SetProcessorGroup(test.handler.GetGroupNode(id), id, {sampleId(14)});
+    QCOMPARE(test.events(), QStringLiteral("25"));
+    QCOMPARE(test.handler.GetProcessorNode(sampleId(14)).groupId, id);
+    test.handler.RenameGroup(id, QStringLiteral("Newer"));
+    QCOMPARE(test.events(), QString());
+    QCOMPARE(test.handler.GetGroupNode(id).name, QStringLiteral("Newer"));
+    test.handler.Ungroup(id);
+    QCOMPARE(test.events(), QStringLiteral("20"));
+    test.handler.PreDeleteProcessors({sampleId(12)});
+    QCOMPARE(test.events(), QString());
+    test.handler.DeleteProcessors({sampleId(12), sampleId(13)});
+    QCOMPARE(test.events(), QStringLiteral("21"));
+    test.handler.SetNewProcessorOutputs(20);
+    QCOMPARE(test.store.snapshot().answers.newProcessorOutputs, 20);
+}
+
+void WorkbenchHandlerTest::shouldRefuseNames()
+{
+    HandlerUnderTest test;
+    QVERIFY(test.handler.RenameProcessor(sampleId(11), QStringLiteral("Good")));
+    QCOMPARE(test.events(), QStringLiteral("26"));
+    QVERIFY(!test.handler.RenameProcessor(sampleId(11), QString()));
+    QVERIFY(!test.handler.RenameProcessor(sampleId(99), QStringLiteral("Good")));
+    HandlerAnswers answers;
+    answers.nameMaxBytes = 6;
+    test.store.setAnswers(answers);
+    QVERIFY(test.handler.RenameProcessor(sampleId(11), QString::fromUtf8("大厅")));
+    QVERIFY(!test.handler.RenameProcessor(sampleId(11), QString::fromUtf8("大厅屏")));
+    answers.nameUtf8 = false;
+    test.store.setAnswers(answers);
+    QVERIFY(test.handler.RenameProcessor(sampleId(11), QString::fromUtf8("大厅屏")));
+    answers.acceptNewNames = false;
+    test.store.setAnswers(answers);
+    QVERIFY(!test.handler.RenameProcessor(sampleId(11), QStringLiteral("A")));
+    QCOMPARE(test.handler.GetProcessorNode(sampleId(11)).name, QString::fromUtf8("大厅屏"));
+}
+
+void WorkbenchHandlerTest::shouldFollowTheSelection()
+{
+    HandlerUnderTest test;
+    test.handler.ReportSelection(sampleId(13), {sampleId(12), sampleId(13)}, {}, sampleId(11));
+    QCOMPARE(test.events(), QStringLiteral("30"));
+    QCOMPARE(test.handler.GetCurrentProcessorId(), sampleId(13));
+    QCOMPARE(test.handler.GetSelectedProcessors(), (QList<QUuid>{sampleId(12), sampleId(13)}));
+    test.handler.ReportSelection(sampleId(1), {}, {SGroupSelection{sampleId(1), {}}}, sampleId(13));
+    QCOMPARE(test.events(), QString());
+    QCOMPARE(test.handler.GetCurrentProcessorId(), sampleId(13));
+}
+
+void WorkbenchHandlerTest::shouldKeepTheIpList()
+{
+    HandlerUnderTest test;
+    test.handler.AddIPAddress(QStringLiteral("10.0.0.1"), QStringLiteral("A"));
+    test.handler.AddIPAddress(QStringLiteral("10.0.0.2"), QString());
+    QCOMPARE(test.handler.GetIPCount(0), 2);
+    QCOMPARE(test.handler.GetIPEntry(1), QStringLiteral("10.0.0.2()"));
+    QCOMPARE(test.handler.GetIPEntry(2), QString());
+    test.handler.ModifyIPAddress(1, QStringLiteral("10.0.0.3"), QStringLiteral("B"));
+    test.handler.ModifyIPAddress(7, QStringLiteral("10.0.0.4"), QStringLiteral("C"));
+    QStringList entries{QStringLiteral("stale")};
+    test.handler.GetIPList(entries);
+    QCOMPARE(entries.join(QLatin1Char(' ')), QStringLiteral("10.0.0.1(A) 10.0.0.3(B)"));
+    QStringList ips{QStringLiteral("stale")};
+    QStringList names;
+    test.handler.GetIPNameLists(ips, names);
+    QCOMPARE(ips.join(QLatin1Char(' ')), QStringLiteral("10.0.0.1 10.0.0.3"));
+    QCOMPARE(names.join(QLatin1Char(' ')), QStringLiteral("A B"));
+    QVERIFY(test.handler.IpListChanged({}, entries));
+    QVERIFY(!test.handler.IpListChanged(entries, entries));
+
+    test.handler.DeleteIPAddress(qToBigEndian(0x0A000001U));
+    QCOMPARE(test.store.snapshot().ipList, QStringList(QStringLiteral("10.0.0.3(B)")));
+    QCOMPARE(test.lastEntry().text, QStringLiteral("DeleteIPAddress(\"10.0.0.1\")"));
+    test.handler.RefreshIPList();
+    test.handler.SaveIPList();
+    test.handler.ClearIPList();
+    QCOMPARE(test.handler.GetIPCount(0), 0);
+    for (int at = 0; at < 300; ++at)
+        test.handler.AddIPAddress(dottedAddress(static_cast<quint32>(at)), QString());
+    QCOMPARE(test.handler.GetIPCount(0), 255);
+    QCOMPARE(test.handler.ReadOnlineIPAddresses(), 0xE0831034U);
+    test.store.setOnline({sampleId(11)}, true);
+    QCOMPARE(test.handler.ReadOnlineIPAddresses(), 0xE0831028U);
+    QCOMPARE(test.handler.ImportIPFile(QStringLiteral("/nowhere")), 0xE083200BU);
+}
+
+void WorkbenchHandlerTest::shouldRejectAddressesInUse()
+{
+    HandlerUnderTest test;
+    test.handler.AddIPAddress(QStringLiteral("10.0.0.9"), QString());
+    int code = -1;
+    QVERIFY(test.handler.CheckIPAddress(0x0A000009, &code, false));
+    QCOMPARE(static_cast<quint32>(code), 0xE0832001U);
+    QVERIFY(!test.handler.CheckIPAddress(0x0A000009, &code, true));
+    QCOMPARE(code, 0);
+    QVERIFY(test.handler.CheckIPAddress(0x0A000001, nullptr, true));
+    QVERIFY(!test.handler.CheckIPAddress(kNoProcessorAddress, nullptr, true));
+    QVERIFY(test.handler.CheckIPAddress(0, &code, false));
+    QCOMPARE(static_cast<quint32>(code), 0xE0832005U);
+}
+
+void WorkbenchHandlerTest::shouldAnswerFromTheSettings()
+{
+    HandlerUnderTest test;
+    ITargetSelectInterfaceHandler& handler = test.handler;
+    const ProcessorNode offline;
+    for (const bool unusual : {false, true}) {
+        const HandlerAnswers answers = unusual ? unusualProject().answers : HandlerAnswers();
+        test.store.setAnswers(answers);
+        QCOMPARE(handler.IsRestrictedMode(), unusual);
+        QCOMPARE(handler.UsesIpAddressing(), unusual);
+        QCOMPARE(handler.IsIpManagementAvailable(), !unusual);
+        QCOMPARE(handler.IsLanUsbMode(), unusual);
+        QCOMPARE(handler.GetLanUsbProcessorIps(), answers.lanUsbAddresses);
+        QCOMPARE(handler.GetSelectionMode(), unusual ? 2 : 0);
+        QCOMPARE(handler.GetNameMaxBytes(), answers.nameMaxBytes);
+        QCOMPARE(handler.IsNameUtf8(), !unusual);
+        QCOMPARE(handler.GetFixedOutputCount(), unusual ? 16 : 0);
+        QCOMPARE(handler.ShowProcessorMoreButton(), !unusual);
+        QCOMPARE(handler.ShowNodeMoreButton(), !unusual);
+        QCOMPARE(handler.CanAddProcessors(offline), !unusual);
+        QCOMPARE(handler.IsAddProcessorsEnabled(offline), !unusual);
+        QCOMPARE(handler.CanRenameProcessor(sampleId(11)), !unusual);
+        QCOMPARE(handler.IsDeleteBlocked(sampleId(11)), unusual);
+        QCOMPARE(handler.AcceptProcessorForSnapshot(offline), !unusual);
+        QCOMPARE(handler.IsFrontPanelHighlightAvailable(), !unusual);
+        QCOMPARE(handler.DetectAllDevices(), unusual ? 0xE0832005U : 0U);
+    }
+    ProcessorNode warned;
+    warned.hostFlag17 = true;
+    QVERIFY(handler.CheckProcessor(warned));
+    QVERIFY(!handler.CheckProcessor(offline));
+}
+
+void WorkbenchHandlerTest::shouldDetectWhatHasAnAddress()
+{
+    HandlerUnderTest test;
+    test.handler.DetectProcessorsOnly();
+    QCOMPARE(test.events(), QStringLiteral("39"));
+    QVERIFY(test.handler.GetProcessorNode(sampleId(12)).online);
+    QVERIFY(!test.handler.GetProcessorNode(sampleId(13)).online);
+    test.handler.DetectProcessorsOnly();
+    QCOMPARE(test.events(), QString());
+}
+
+void WorkbenchHandlerTest::shouldHandleDeviceSets()
+{
+    HandlerUnderTest test;
+    const Project unusual = unusualProject();
+    test.store.setDeviceSets(unusual.deviceSets, unusual.currentDeviceSet);
+    QCOMPARE(test.events(), QStringLiteral("1"));
+    const SDeviceSetInfo first = unusual.deviceSets.first().info;
+    QCOMPARE(test.handler.GetDeviceSetText(first), QStringLiteral("Set 1"));
+    QCOMPARE(test.handler.GetDeviceSetText(SDeviceSetInfo{}), QString());
+    QStringList texts{QStringLiteral("stale")};
+    QCOMPARE(test.handler.GetDeviceSetTexts(texts), 2);
+    QCOMPARE(texts, (QStringList{QStringLiteral("Set 1"), QStringLiteral("Set 2")}));
+    QVERIFY(test.handler.ConfirmDeviceSetChange(first, 0));
+    QCOMPARE(test.events(), QString());
+    QVERIFY(test.store.snapshot().currentDeviceSet == first.id);
+    HandlerAnswers answers;
+    answers.confirmDeviceSetChange = false;
+    test.store.setAnswers(answers);
+    QVERIFY(!test.handler.ConfirmDeviceSetChange(unusual.deviceSets.last().info, 1));
+    QVERIFY(test.store.snapshot().currentDeviceSet == first.id);
+}
+
+void WorkbenchHandlerTest::shouldLightFrontPanels()
+{
+    HandlerUnderTest test;
+    QVERIFY(!test.handler.IsFrontPanelHighlighted(sampleId(12)));
+    test.handler.SetFrontPanelHighlight(true);
+    QVERIFY(!test.handler.IsFrontPanelHighlighted(sampleId(13)));
+    QVERIFY(test.handler.IsFrontPanelHighlighted(sampleId(12)));
+    test.handler.SetFrontPanelHighlight(false);
+    QVERIFY(!test.handler.IsFrontPanelHighlighted(sampleId(12)));
+}
+
+void WorkbenchHandlerTest::shouldOfferAMenuEntry()
+{
+    HandlerUnderTest test;
+    QMenu menu;
+    test.handler.AppendContextMenu(NodeGroup, sampleId(1), false, &menu);
+    test.handler.AppendContextMenu(NodeProcessor, sampleId(12), false, nullptr);
+    QVERIFY(menu.isEmpty());
+    test.handler.AppendContextMenu(NodeProcessor, sampleId(12), false, &menu);
+    QCOMPARE(menu.actions().last()->text(), QStringLiteral("Host: make current"));
+    menu.actions().last()->trigger();
+    QCOMPARE(test.handler.GetCurrentProcessorId(), sampleId(12));
+}
+
+void WorkbenchHandlerTest::shouldShowTips()
+{
+    HandlerUnderTest test;
+    test.handler.ShowTipMessage(QStringLiteral("nobody listens"));
+    QString shown;
+    test.handler.showTip = [&](const QString& text) { shown = text; };
+    test.handler.ShowTipMessage(QStringLiteral("Export successfully."));
+    QCOMPARE(shown, QStringLiteral("Export successfully."));
+}
+
+void WorkbenchHandlerTest::shouldTraceEveryCallWithItsThread()
+{
+    HandlerUnderTest test;
+    test.handler.GetIPCount(0);
+    QCOMPARE(test.lastEntry().text, QStringLiteral("GetIPCount(0) = 0"));
+    QCOMPARE(test.lastEntry().thread, QStringLiteral("GUI"));
+    QVERIFY(test.lastEntry().kind == TraceEntry::Kind::Call);
+    std::thread other([&] { test.handler.GetProcessorNode(sampleId(11)); });
+    other.join();
+    QCOMPARE(test.lastEntry().thread, QStringLiteral("other"));
+    QVERIFY(test.lastEntry().text.endsWith(QStringLiteral("= \"P11\"")));
+}
+
+QTEST_MAIN(WorkbenchHandlerTest)
+#include "tst_workbench_handler.moc"

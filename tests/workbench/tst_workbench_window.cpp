@@ -1,0 +1,625 @@
+#include "host/workbench/Actions.h"
+#include "host/workbench/Language.h"
+#include "host/workbench/LogPanel.h"
+#include "host/workbench/MainWindow.h"
+#include "host/workbench/ProjectFile.h"
+#include "host/workbench/ProjectFiles.h"
+#include "host/workbench/RaiseEventDialog.h"
+#include "host/workbench/RecordsPanel.h"
+#include "host/workbench/Session.h"
+#include "host/workbench/Theme.h"
+#include "tests/support/TreeDump.h"
+#include "tests/support/WarningTrap.h"
+#include "tests/workbench/SampleRecords.h"
+
+#include "Interface/TargetSelectAreaInterface.h"
+
+#include <QAbstractButton>
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QSpinBox>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+#include <QTreeView>
+#include <QTreeWidget>
+
+namespace {
+
+/// Collects Qt's warnings; those that the platform without a display makes itself are no defect.
+class WindowWarningTrap final
+{
+public:
+    ~WindowWarningTrap()
+    {
+        const QStringList warnings = WarningTrap::take().filter(
+            QRegularExpression(QStringLiteral("^(?!.*propagateSizeHints)")));
+        if (!warnings.isEmpty())
+            QTest::qFail(qPrintable(warnings.join(QLatin1Char('\n'))), __FILE__, __LINE__);
+    }
+
+private:
+    WarningTrap m_trap;
+};
+
+/// A workbench with the real library, the panel docked and the small project open.
+struct WorkbenchUnderTest
+{
+    explicit WorkbenchUnderTest(Notifier::Delivery delivery = Notifier::Delivery::NotifyingThread)
+    {
+        session.notifier().setDelivery(delivery);
+        QString problem;
+        if (!session.library().load(QStringLiteral(WORKBENCH_PANEL_LIBRARY), problem))
+            QTest::qFail(qPrintable(problem), __FILE__, __LINE__);
+        window.openPanel();
+        window.files().setAskBeforeLoss(false);
+        session.store().replace(smallProject());
+        window.show();
+        QApplication::setActiveWindow(&window);
+        waitForPanel();
+    }
+    ~WorkbenchUnderTest() { language.choose(Language::Choice::English); }
+    WorkbenchUnderTest(const WorkbenchUnderTest&) = delete;
+    WorkbenchUnderTest& operator=(const WorkbenchUnderTest&) = delete;
+
+    void waitForPanel()
+    {
+        QVERIFY(QTest::qWaitFor(
+            [this] { return session.notifier().isIdle() && session.panelShowsProject(); }));
+    }
+
+    /// The panel's tree as it is on the screen.
+    QString panelTree()
+    {
+        for (const auto* view : session.layer()->GetWidget()->findChildren<QTreeView*>()) {
+            if (view->model())
+                return dumpTree(*view->model());
+        }
+        return QString();
+    }
+
+    QAction* action(Do what) { return window.actions()[what]; }
+    ProjectStore& store() { return session.store(); }
+    const ProcessorNode processor(quint32 n)
+    {
+        const Project project = store().snapshot();
+        const ProcessorNode* node = project.processor(sampleId(n));
+        return node ? *node : ProcessorNode();
+    }
+
+    WindowWarningTrap warnings;
+    Session session;
+    Language language;
+    MainWindow window{session, language};
+};
+
+/// The dialog of that type that is open.
+template <typename Dialog>
+Dialog* openDialog()
+{
+    Dialog* dialog = nullptr;
+    const bool inTime = QTest::qWaitFor([&] {
+        dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        return dialog != nullptr;
+    });
+    if (!inTime)
+        QTest::qFail("no such dialog is open", __FILE__, __LINE__);
+    return dialog;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Notifier::Delivery)
+
+class WorkbenchWindowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void shouldRefuseOtherLibraries();
+    void shouldShowTheSampleProject_data() { deliveries(); }
+    void shouldShowTheSampleProject();
+    void shouldBringEveryChangeIntoThePanel_data() { deliveries(); }
+    void shouldBringEveryChangeIntoThePanel();
+    void shouldDestroyThePanelAndInitialiseItAgain();
+    void shouldOutliveAPanelDestroyedUnderEvents();
+    void shouldWorkByKeyboard();
+    void shouldWorkByMouse();
+    void shouldRaiseAnyEvent();
+    void shouldLogTheTree();
+    void shouldFollowTheLanguage();
+    void shouldKeepTheProjectWhenAFileIsDamaged();
+    void shouldSaveAndRemember();
+    void shouldAskBeforeChangesAreLost();
+    void shouldEditDeviceSets();
+    void shouldOfferOnlyWhatIsPossible();
+    void shouldNameItsWidgets();
+    void shouldLeaveTheTreesKeysToThePanel();
+
+private:
+    void deliveries();
+
+    QTemporaryDir m_settings;
+};
+
+void WorkbenchWindowTest::initTestCase()
+{
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
+    applyTheme(*qApp);
+}
+
+void WorkbenchWindowTest::deliveries()
+{
+    QTest::addColumn<Notifier::Delivery>("delivery");
+    QTest::newRow("notifying thread") << Notifier::Delivery::NotifyingThread;
+    QTest::newRow("GUI thread") << Notifier::Delivery::GuiThread;
+}
+
+void WorkbenchWindowTest::shouldRefuseOtherLibraries()
+{
+    const QString panel = QStringLiteral(WORKBENCH_PANEL_LIBRARY);
+    const QString missing = m_settings.filePath(QStringLiteral("libMissing.so"));
+    QString problem;
+    PanelLibrary library;
+    QVERIFY(!library.load(missing, problem));
+    QVERIFY2(
+        problem.startsWith(QStringLiteral("The panel's library %1 does not exist.").arg(missing)),
+        qPrintable(problem));
+    QVERIFY(!library.isLoaded());
+    QVERIFY(!library.init(nullptr));
+
+    const QString damaged = m_settings.filePath(QStringLiteral("libDamaged.so"));
+    QFile file(damaged);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(file.write("no library") > 0);
+    file.close();
+    PanelLibrary other;
+    QVERIFY(!other.load(damaged, problem));
+    QVERIFY2(problem.contains(QStringLiteral("cannot be loaded: ")), qPrintable(problem));
+
+    PanelLibrary foreign;
+    const QString common = QFileInfo(panel).dir().filePath(QStringLiteral("libHostCommon.so"));
+    QVERIFY(!foreign.load(common, problem));
+    QVERIFY2(problem.endsWith(QStringLiteral("it has no TargetSelectArea_Init.")),
+             qPrintable(problem));
+
+    PanelLibrary right;
+    QVERIFY2(right.load(panel, problem), qPrintable(problem));
+    QVERIFY(right.isLoaded());
+}
+
+void WorkbenchWindowTest::shouldShowTheSampleProject()
+{
+    QFETCH(Notifier::Delivery, delivery);
+    WorkbenchUnderTest test(delivery);
+    test.action(Do::OpenSample)->trigger();
+    test.waitForPanel();
+    QCOMPARE(test.store().snapshot().processors.size(), 120);
+    QVERIFY2(test.panelTree().startsWith(QStringLiteral("All processors(120)[Main stage[Stage 1,")),
+             qPrintable(test.panelTree()));
+    QCOMPARE(test.window.records().model().rowCount(), 6 + 10);
+}
+
+void WorkbenchWindowTest::shouldBringEveryChangeIntoThePanel()
+{
+    QFETCH(Notifier::Delivery, delivery);
+    WorkbenchUnderTest test(delivery);
+    const auto panel = [&] {
+        test.waitForPanel();
+        return test.panelTree();
+    };
+    QTRY_COMPARE(panel(), QStringLiteral("All processors(4)[G1[P11,P12],G2[P13],P14]"));
+    test.store().removeProcessors({sampleId(12)});
+    QTRY_COMPARE(panel(), QStringLiteral("All processors(3)[G1[P11],G2[P13],P14]"));
+    test.store().regroup({sampleId(11), sampleId(13)}, QUuid());
+    QTRY_COMPARE(panel(), QStringLiteral("All processors(3)[G1[],G2[],P11,P14,P13]"));
+    test.store().regroup({sampleId(14)}, sampleId(2));
+    QTRY_COMPARE(panel(), QStringLiteral("All processors(3)[G1[],G2[P14],P11,P13]"));
+    test.store().renameProcessor(sampleId(14), QStringLiteral("New"));
+    QTRY_COMPARE(panel(), QStringLiteral("All processors(3)[G1[],G2[New],P11,P13]"));
+    test.store().renameGroup(sampleId(2), QStringLiteral("H"), true);
+    QTRY_COMPARE(panel(), QStringLiteral("All processors(3)[G1[],H[New],P11,P13]"));
+    test.store().ungroup(sampleId(2));
+    QTRY_COMPARE(panel(), QStringLiteral("All processors(3)[G1[],P11,P13,New]"));
+    ProcessorGroupNode group;
+    group.name = QStringLiteral("J");
+    test.store().addGroup(group);
+    QTRY_COMPARE(panel(), QStringLiteral("All processors(3)[G1[],J[],P11,P13,New]"));
+    test.store().addProcessors(sampleId(1), 2);
+    QTRY_COMPARE(panel(),
+                 QStringLiteral("All processors(5)[G1[Processor 5,Processor 6],J[],P11,P13,New]"));
+    test.store().replace(Project());
+    QTRY_COMPARE(panel(), QStringLiteral("All processors(0)[]"));
+}
+
+void WorkbenchWindowTest::shouldDestroyThePanelAndInitialiseItAgain()
+{
+    WorkbenchUnderTest test;
+    for (int round = 0; round < 3; ++round) {
+        test.action(Do::ClosePanel)->trigger();
+        QVERIFY(!test.session.layer());
+        QVERIFY(!test.action(Do::Reconnect)->isEnabled());
+        test.store().addProcessors(QUuid(), 1);
+        QTRY_VERIFY(test.session.notifier().isIdle());
+        test.action(Do::OpenPanel)->trigger();
+        QVERIFY(test.session.layer());
+        test.waitForPanel();
+        test.action(Do::Reconnect)->trigger();
+        test.action(Do::OpenPanel)->trigger();
+        test.waitForPanel();
+    }
+    QCOMPARE(test.store().snapshot().processors.size(), 7);
+}
+
+void WorkbenchWindowTest::shouldOutliveAPanelDestroyedUnderEvents()
+{
+    WorkbenchUnderTest test;
+    for (int n = 0; n < 50; ++n)
+        test.store().addProcessors(QUuid(), 1);
+    QVERIFY(!test.session.notifier().isIdle());
+    test.action(Do::ClosePanel)->trigger();
+    QTRY_VERIFY_WITH_TIMEOUT(test.session.notifier().isIdle(), 30000);
+    test.action(Do::OpenPanel)->trigger();
+    test.waitForPanel();
+    QCOMPARE(test.store().snapshot().processors.size(), 54);
+}
+
+void WorkbenchWindowTest::shouldWorkByKeyboard()
+{
+    WorkbenchUnderTest test;
+    QTreeView* view = test.window.records().view();
+    QTest::keyClick(&test.window, Qt::Key_2, Qt::ControlModifier);
+    QTRY_VERIFY(view->hasFocus());
+    QTest::keyClick(view, Qt::Key_Home);
+    QTest::keyClick(view, Qt::Key_Down);
+    QTest::keyClick(view, Qt::Key_Down, Qt::ShiftModifier);
+    QCOMPARE(test.window.records().selectedProcessors(),
+             (QList<QUuid>{sampleId(11), sampleId(12)}));
+    QTest::keyClick(&test.window, Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(test.processor(11).online && test.processor(12).online);
+    QTest::keyClick(&test.window, Qt::Key_W, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(test.processor(12).hostFlag17);
+    QTest::keyClick(&test.window, Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(test.processor(12).redundancyMode, 2);
+    QTest::keyClick(&test.window, Qt::Key_B, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(test.processor(12).redundancyMode, 0);
+
+    test.window.records().select({sampleId(12)});
+    QTest::keyClick(view, Qt::Key_F2);
+    auto* rename = openDialog<QInputDialog>();
+    QVERIFY(rename);
+    QCOMPARE(rename->textValue(), QStringLiteral("P12"));
+    QTest::keyClicks(rename->findChild<QLineEdit*>(), QStringLiteral("Typed"));
+    QTest::keyClick(rename, Qt::Key_Return);
+    QCOMPARE(test.processor(12).name, QStringLiteral("Typed"));
+    QTRY_VERIFY(!QApplication::activeModalWidget());
+
+    QTest::keyClick(&test.window, Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier);
+    auto* address = openDialog<QInputDialog>();
+    QVERIFY(address);
+    QTest::keyClicks(address->findChild<QLineEdit*>(), QStringLiteral("10.0.0.77"));
+    QTest::keyClick(address, Qt::Key_Return);
+    QCOMPARE(test.processor(12).ipAddress, 0x0A00004DU);
+    QTRY_VERIFY(!QApplication::activeModalWidget());
+
+    QApplication::setActiveWindow(&test.window);
+    view->setFocus();
+    QTRY_VERIFY(view->hasFocus());
+    QTest::keyClick(view, Qt::Key_Delete);
+    QVERIFY(test.processor(12).id.isNull());
+    test.window.records().select({sampleId(2)});
+    QTest::keyClick(&test.window, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    test.waitForPanel();
+    QCOMPARE(test.panelTree(),
+             QStringLiteral("All processors(4)[G1[P11],G2[P13,Processor 5],P14]"));
+    QTest::keyClick(&test.window, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(test.store().snapshot().currentProcessor,
+             test.store().snapshot().processors.last().id);
+
+    QTest::keyClick(&test.window, Qt::Key_3, Qt::ControlModifier);
+    QTRY_VERIFY(test.window.log().filterField()->hasFocus());
+    QTest::keyClicks(test.window.log().filterField(), QStringLiteral("no such line"));
+    QCOMPARE(test.window.log().view()->model()->rowCount(), 0);
+    QTest::keyClick(&test.window, Qt::Key_1, Qt::ControlModifier);
+    QTRY_VERIFY(test.session.layer()->GetWidget()->isAncestorOf(QApplication::focusWidget()));
+}
+
+void WorkbenchWindowTest::shouldWorkByMouse()
+{
+    WorkbenchUnderTest test;
+    QTreeView* view = test.window.records().view();
+    const auto clickRow = [&](quint32 n, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        const QModelIndex index = test.window.records().model().indexOf(sampleId(n));
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, modifiers,
+                          view->visualRect(index).center());
+    };
+    clickRow(13);
+    clickRow(14, Qt::ControlModifier);
+    QCOMPARE(test.window.records().selectedProcessors(),
+             (QList<QUuid>{sampleId(13), sampleId(14)}));
+    QCOMPARE(test.window.records().fields()->topLevelItemCount(), 28);
+    auto* button = test.window.findChild<QToolBar*>()->widgetForAction(test.action(Do::GoOnline));
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(test.processor(13).online && test.processor(14).online);
+
+    test.action(Do::MoveToGroup)->trigger();
+    auto* move = openDialog<QInputDialog>();
+    QVERIFY(move);
+    auto* list = move->findChild<QListView*>();
+    QVERIFY(list);
+    const QModelIndex first = list->model()->index(1, 0);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      list->visualRect(first).center());
+    QTest::mouseClick(move->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok),
+                      Qt::LeftButton);
+    test.waitForPanel();
+    QCOMPARE(test.panelTree(), QStringLiteral("All processors(4)[G1[P11,P12,P13,P14],G2[]]"));
+
+    clickRow(2);
+    QCOMPARE(test.window.records().selectedGroups(), QList<QUuid>{sampleId(2)});
+    QCOMPARE(test.window.records().fields()->topLevelItemCount(), 5);
+    QTest::mouseClick(test.window.log().clearButton(), Qt::LeftButton);
+    QCOMPARE(test.session.trace().rowCount(), 0);
+}
+
+void WorkbenchWindowTest::shouldRaiseAnyEvent()
+{
+    WorkbenchUnderTest test(Notifier::Delivery::GuiThread);
+    test.window.records().select({sampleId(12)});
+    test.session.trace().clear();
+    const auto raise = [&](int number, int type, const QString& value) {
+        test.action(Do::RaiseEvent)->trigger();
+        auto* dialog = openDialog<RaiseEventDialog>();
+        dialog->numberField()->setValue(number);
+        if (type >= 0)
+            dialog->typeField()->setCurrentIndex(type);
+        if (!value.isNull())
+            dialog->valueField()->setText(value);
+        dialog->accept();
+        const bool accepted = !dialog->isVisible();
+        dialog->reject();
+        test.session.trace().flush();
+        return accepted;
+    };
+    QVERIFY(raise(25, -1, QString()));
+    QVERIFY(test.session.trace().entry(0).text.startsWith(QStringLiteral("25 ProcessorChanged({")));
+    QVERIFY(raise(39, -1, QString()));
+    QVERIFY(raise(26, -1, QString()));
+    QVERIFY(raise(1, -1, QString()));
+    QVERIFY(raise(16, -1, QString()));
+    QVERIFY(raise(0, -1, QStringLiteral("2")));
+    QVERIFY(!raise(0, -1, QStringLiteral("two")));
+    QVERIFY(!raise(18, -1, QStringLiteral("nonsense")));
+    QVERIFY(!raise(18, -1, QString::fromLatin1("")));
+    QVERIFY(raise(250, 0, QString()));
+    test.session.trace().clear();
+    // The event does not carry what the type says: the panel's complaint is in the log.
+    QVERIFY(raise(20, 1, QStringLiteral("7")));
+    bool complained = false;
+    for (int row = 0; row < test.session.trace().rowCount(); ++row)
+        complained =
+            complained
+            || test.session.trace().entry(row).text.contains(QStringLiteral("bad type cast"));
+    QVERIFY(complained);
+    test.waitForPanel();
+}
+
+void WorkbenchWindowTest::shouldLogTheTree()
+{
+    WorkbenchUnderTest test;
+    test.session.trace().clear();
+    test.action(Do::LogTree)->trigger();
+    test.session.trace().flush();
+    QCOMPARE(test.session.trace().rowCount(), 7);
+    QVERIFY(test.session.trace().entry(2).text.contains(QStringLiteral("P11 10.0.0.1 offline")));
+    test.session.trace().clear();
+    test.action(Do::LogProcessors)->trigger();
+    test.session.trace().flush();
+    QCOMPARE(test.session.trace().rowCount(), 6);
+    test.action(Do::RemoveAllGroups)->trigger();
+    QCOMPARE(test.panelTree(), QStringLiteral("All processors(1)[P14]"));
+    test.action(Do::AnnounceProject)->trigger();
+    test.waitForPanel();
+    test.action(Do::SetReadOnly)->trigger();
+    test.action(Do::LockOperations)->trigger();
+    test.action(Do::ApplyLock)->trigger();
+    test.action(Do::DetectDevices)->trigger();
+    QVERIFY(test.processor(11).online);
+    test.waitForPanel();
+}
+
+void WorkbenchWindowTest::shouldFollowTheLanguage()
+{
+    WorkbenchUnderTest test;
+    const QString english = test.action(Do::SaveProject)->text();
+    test.action(Do::Chinese)->trigger();
+    QTRY_COMPARE(test.action(Do::SaveProject)->text(), QString::fromUtf8("保存(&S)"));
+    QTRY_COMPARE(test.panelTree(), QString::fromUtf8("全部处理器(4)[G1[P11,P12],G2[P13],P14]"));
+    QCOMPARE(test.window.records().model().headerData(0, Qt::Horizontal).toString(),
+             QString::fromUtf8("名称"));
+    QCOMPARE(test.window.log().clearButton()->text(), QString::fromUtf8("清空"));
+    for (const QAction* action : test.window.findChild<QToolBar*>()->actions())
+        QVERIFY2(!action->iconText().contains(QLatin1Char('(')), qPrintable(action->iconText()));
+    test.action(Do::English)->trigger();
+    QTRY_COMPARE(test.action(Do::SaveProject)->text(), english);
+    QTRY_VERIFY(test.panelTree().startsWith(QStringLiteral("All processors(4)")));
+}
+
+void WorkbenchWindowTest::shouldKeepTheProjectWhenAFileIsDamaged()
+{
+    WorkbenchUnderTest test;
+    const QString path = m_settings.filePath(QStringLiteral("damaged.json"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(file.write("{\"version\": 1,\n\"processors\": [") > 0);
+    file.close();
+    QString problem;
+    QVERIFY(!test.window.files().open(path, problem));
+    QVERIFY2(problem.contains(QStringLiteral("line 2, column ")), qPrintable(problem));
+    QCOMPARE(test.store().snapshot().processors.size(), 4);
+    QVERIFY(test.window.files().path().isEmpty());
+}
+
+void WorkbenchWindowTest::shouldSaveAndRemember()
+{
+    WorkbenchUnderTest test;
+    const QString path = m_settings.filePath(QStringLiteral("saved.json"));
+    test.store().addProcessors(QUuid(), 1);
+    QVERIFY(test.window.isWindowModified());
+    QString problem;
+    QVERIFY2(test.window.files().save(path, problem), qPrintable(problem));
+    QVERIFY(!test.window.isWindowModified());
+    QVERIFY(test.window.windowTitle().startsWith(QStringLiteral("saved.json")));
+    QCOMPARE(test.window.actions().recentMenu()->actions().first()->text(), path);
+
+    test.action(Do::NewProject)->trigger();
+    QVERIFY(test.store().snapshot().processors.isEmpty());
+    test.window.actions().recentMenu()->actions().first()->trigger();
+    QCOMPARE(test.store().snapshot().processors.size(), 5);
+    test.store().addProcessors(QUuid(), 1);
+    test.action(Do::SaveProject)->trigger();
+    QCOMPARE(loadProject(path, problem)->processors.size(), 6);
+    QVERIFY(!test.window.files().save(QStringLiteral("/nowhere/x.json"), problem));
+    QCOMPARE(test.window.files().path(), path);
+}
+
+void WorkbenchWindowTest::shouldAskBeforeChangesAreLost()
+{
+    WorkbenchUnderTest test;
+    test.window.files().setAskBeforeLoss(true);
+    test.store().addProcessors(QUuid(), 1);
+    int asked = 0;
+    const auto answer = [&](QMessageBox::StandardButton button) {
+        QTimer::singleShot(0, &test.window, [&asked, button] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            QVERIFY(box);
+            ++asked;
+            box->button(button)->click();
+        });
+    };
+    answer(QMessageBox::Cancel);
+    test.action(Do::NewProject)->trigger();
+    QCOMPARE(test.store().snapshot().processors.size(), 5);
+    answer(QMessageBox::Cancel);
+    QVERIFY(!test.window.close());
+    answer(QMessageBox::Discard);
+    test.action(Do::NewProject)->trigger();
+    QCOMPARE(asked, 3);
+    QVERIFY(test.store().snapshot().processors.isEmpty());
+    QVERIFY(test.window.close());
+}
+
+void WorkbenchWindowTest::shouldEditDeviceSets()
+{
+    WorkbenchUnderTest test(Notifier::Delivery::GuiThread);
+    const auto press = [](const QWidget* dialog, const QString& text) {
+        for (auto* button : dialog->findChildren<QPushButton*>()) {
+            if (button->text() == text)
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+    };
+    test.action(Do::DeviceSets)->trigger();
+    auto* dialog = openDialog<QDialog>();
+    QVERIFY(dialog);
+    press(dialog, QStringLiteral("&Add"));
+    press(dialog, QStringLiteral("&Add"));
+    press(dialog, QStringLiteral("&Add"));
+    dialog->findChild<QListWidget*>()->setCurrentRow(1);
+    press(dialog, QStringLiteral("&Remove"));
+    dialog->findChild<QListWidget*>()->item(0)->setText(QStringLiteral("Evening"));
+    dialog->findChild<QComboBox*>()->setCurrentIndex(2);
+    QTest::keyClick(dialog, Qt::Key_Return);
+    const Project project = test.store().snapshot();
+    QCOMPARE(project.deviceSets.size(), 2);
+    QCOMPARE(project.deviceSets.first().text, QStringLiteral("Evening"));
+    QVERIFY(project.currentDeviceSet == project.deviceSets.last().info.id);
+    auto* selector = test.session.layer()->GetWidget()->findChild<QComboBox*>();
+    QTRY_COMPARE(selector->count(), 2);
+    QCOMPARE(selector->currentText(), QStringLiteral("Set 3"));
+}
+
+void WorkbenchWindowTest::shouldOfferOnlyWhatIsPossible()
+{
+    WorkbenchUnderTest test;
+    QVERIFY(!test.action(Do::Remove)->isEnabled());
+    QVERIFY(!test.action(Do::GoOnline)->isEnabled());
+    test.window.records().select({sampleId(11), sampleId(12)});
+    QVERIFY(test.action(Do::GoOnline)->isEnabled());
+    QVERIFY(!test.action(Do::MakeCurrent)->isEnabled());
+    QVERIFY(!test.action(Do::Rename)->isEnabled());
+    test.window.records().select({sampleId(1)});
+    QVERIFY(test.action(Do::Rename)->isEnabled());
+    QVERIFY(!test.action(Do::GoOnline)->isEnabled());
+    test.store().addProcessors(QUuid(), 251);
+    QVERIFY(!test.action(Do::AddProcessor)->isEnabled());
+    QVERIFY(!test.action(Do::AddProcessors)->isEnabled());
+    test.waitForPanel();
+}
+
+void WorkbenchWindowTest::shouldNameItsWidgets()
+{
+    WorkbenchUnderTest test;
+    const auto check = [](QWidget* top) {
+        for (const QWidget* widget : top->findChildren<QWidget*>()) {
+            const auto* button = qobject_cast<const QAbstractButton*>(widget);
+            const bool isPart = widget->objectName().startsWith(QLatin1String("qt_"))
+                                || qobject_cast<const QAbstractSpinBox*>(widget->parentWidget())
+                                || qobject_cast<const QComboBox*>(widget->parentWidget())
+                                || (button && qobject_cast<QLineEdit*>(widget->parentWidget()));
+            const bool takesKeys = widget->focusPolicy() & Qt::TabFocus;
+            const bool named =
+                !widget->accessibleName().isEmpty() || (button && !button->text().isEmpty());
+            if (takesKeys && !isPart && widget->isVisible())
+                QVERIFY2(named,
+                         qPrintable(QStringLiteral("%1 \"%2\"")
+                                        .arg(QLatin1String(widget->metaObject()->className()),
+                                             widget->objectName())));
+        }
+    };
+    check(&test.window);
+    for (const Do what : {Do::AddProcessors, Do::DeviceSets, Do::HandlerAnswers, Do::RaiseEvent}) {
+        test.action(what)->trigger();
+        auto* dialog = openDialog<QDialog>();
+        QVERIFY(dialog);
+        check(dialog);
+        dialog->reject();
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+    }
+}
+
+/// F2, Delete and their like mean something in the panel; no menu of the window takes them away.
+void WorkbenchWindowTest::shouldLeaveTheTreesKeysToThePanel()
+{
+    WorkbenchUnderTest test;
+    QSet<QString> seen;
+    for (const QAction* action : test.window.findChildren<QAction*>()) {
+        const QString keys = action->shortcut().toString();
+        if (keys.isEmpty())
+            continue;
+        QVERIFY2(!seen.contains(keys), qPrintable(keys));
+        seen.insert(keys);
+    }
+    for (const char* keys : {"F2", "Del", "Ctrl+A", "Ctrl+G", "Ctrl+F", "Esc", "Return"})
+        QVERIFY2(!seen.contains(QLatin1String(keys)), keys);
+    QVERIFY(seen.size() > 35);
+}
+
+QTEST_MAIN(WorkbenchWindowTest)
+#include "tst_workbench_window.moc"
