@@ -3,6 +3,7 @@
 #include "plugin/MetaTypes.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
+#include "processortree/NodeType.h"
 #include "processortree/ProcessorTreeModel.h"
 
 #include <QComboBox>
@@ -263,7 +264,8 @@ void CTargetSelectArea::selectProcessor(const QUuid& id, bool silently)
 {
     const QStandardItem* item = CTargetSelectData::Instance()->GetModel()->getItem(id);
     QItemSelectionModel* selection = m_treeView->selectionModel();
-    if (!item || selection->isSelected(item->index()))
+    // A host without a current processor names none; that is no reason to pick the root.
+    if (!item || nodeType(*item) != NodeProcessor || selection->isSelected(item->index()))
         return;
     {
         const QSignalBlocker blocker(silently ? selection : nullptr);

@@ -327,6 +327,8 @@ void PanelTest::shouldSelectTheHostsProcessorInSilence()
     QCOMPARE(shown.view()->selectionModel()->selectedIndexes().size(), 1);
     QCOMPARE(shown.view()->currentIndex().data(UuidRole).toUuid(), testId(1));
     shown.panel.area().onCurrentProcessorChanged(testId(55));
+    shown.panel.area().onCurrentProcessorChanged(QUuid());
+    shown.panel.area().onCurrentProcessorChanged(testId(100));
     QCOMPARE(shown.view()->currentIndex().data(UuidRole).toUuid(), testId(1));
     QCOMPARE(selections.count(), 0);
 }
