@@ -143,6 +143,7 @@ void AppendLogTest::shouldCallTheSinkOneAtATimeOnTheLoggingThread()
         --inside;
     });
     std::vector<std::thread> threads;
+    threads.reserve(loggers);
     for (int logger = 0; logger < loggers; ++logger) {
         threads.emplace_back([] {
             isLogger = true;

@@ -208,6 +208,7 @@ void WorkThreadTest::shouldKeepTheOrderOfEveryPostingThread()
     QSemaphore ran;
     std::atomic<int> outOfOrder{0};
     std::vector<std::thread> threads;
+    threads.reserve(posters);
     for (int poster = 0; poster < posters; ++poster) {
         threads.emplace_back([&, poster] {
             for (int i = 0; i < each; ++i) {

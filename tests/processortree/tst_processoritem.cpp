@@ -113,10 +113,10 @@ void ProcessorItemTest::shouldReadTheNodeTypeInEveryForm()
     const WarningTrap warnings;
     QFETCH(QVariant, value);
     QFETCH(int, type);
-    const QVariant before = value;
+    const int typeBefore = value.userType();
     const auto read = nodeType(value);
     QCOMPARE(read ? int(*read) : -1, type);
-    QCOMPARE(value.userType(), before.userType());
+    QCOMPARE(value.userType(), typeBefore);
 }
 
 void ProcessorItemTest::shouldReadTheNodeTypeOfItemsAndIndexes()

@@ -50,7 +50,7 @@ public:
 
     QString take()
     {
-        const QString line = m_names.join(QLatin1Char(' '));
+        QString line = m_names.join(QLatin1Char(' '));
         m_names.clear();
         return line;
     }
