@@ -16,7 +16,6 @@ target_compile_options(tsa_warnings INTERFACE
     -Wdouble-promotion
     -Wformat=2
     -Wundef
-    -Wnull-dereference
     -Wimplicit-fallthrough
     -Wextra-semi
     $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond>

@@ -101,9 +101,9 @@ private:
     std::mt19937 m_generator;
 };
 
-QVector<int> pathOf(const QStandardItem* item)
+QList<int> pathOf(const QStandardItem* item)
 {
-    QVector<int> path;
+    QList<int> path;
     if (!item)
         return {-1};
     for (; item->parent(); item = item->parent())

@@ -50,7 +50,7 @@ std::size_t placeAmong(const Rows& rows, const ProcessorNode& added)
     return place;
 }
 
-bool search(const Rows& rows, const QUuid& id, QVector<int>& path)
+bool search(const Rows& rows, const QUuid& id, QList<int>& path)
 {
     for (std::size_t i = 0; i < rows.size(); ++i) {
         path.append(static_cast<int>(i));
@@ -264,14 +264,14 @@ void ReferenceTree::appendProcessors(const QList<ProcessorNode>& processors)
 
 void ReferenceTree::removeNode(const QUuid& id)
 {
-    QVector<int> path = find(id);
+    QList<int> path = find(id);
     const Row* found = at(path);
     if (!found || path.isEmpty())
         return;
     const bool isGroup = found->type == NodeGroup;
     // Groups stand above what leaves them, so the path stays true.
     for (int child = static_cast<int>(found->children.size()) - 1; isGroup && child >= 0; --child)
-        moveOne(path + QVector<int>{child}, {});
+        moveOne(path + QList<int>{child}, {});
     const int last = path.takeLast();
     Rows& siblings = at(path)->children;
     siblings.erase(siblings.begin() + last);
@@ -351,9 +351,9 @@ int ReferenceTree::processorCount() const
     return countProcessors(m_root.children);
 }
 
-QVector<int> ReferenceTree::find(const QUuid& id) const
+QList<int> ReferenceTree::find(const QUuid& id) const
 {
-    QVector<int> path;
+    QList<int> path;
     if (m_root.id == id || search(m_root.children, id, path))
         return path;
     return {-1};
@@ -380,7 +380,7 @@ QString ReferenceTree::describe() const
     return describeRow(m_root, 0);
 }
 
-ReferenceTree::Row* ReferenceTree::at(const QVector<int>& path)
+ReferenceTree::Row* ReferenceTree::at(const QList<int>& path)
 {
     Row* found = &m_root;
     for (const int step : path) {
@@ -412,9 +412,9 @@ bool ReferenceTree::place(const ProcessorNode& processor)
     return true;
 }
 
-bool ReferenceTree::moveOne(const QVector<int>& path, const QVector<int>& targetPath)
+bool ReferenceTree::moveOne(const QList<int>& path, const QList<int>& targetPath)
 {
-    const QVector<int> sourcePath = path.mid(0, path.size() - 1);
+    const QList<int> sourcePath = path.mid(0, path.size() - 1);
     if (sourcePath == targetPath)
         return false;
     Rows& from = at(sourcePath)->children;

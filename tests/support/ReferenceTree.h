@@ -65,7 +65,7 @@ public:
 
     /// Rows from the root's first level down to the first row of `id`, depth first: empty for the
     /// root itself, {-1} for none.
-    QVector<int> find(const QUuid& id) const;
+    QList<int> find(const QUuid& id) const;
     const Row* row(const QUuid& id) const;
 
     /// Processor and new group of every move so far that the host has to be told of, in order.
@@ -78,10 +78,10 @@ public:
     QString describe() const;
 
 private:
-    Row* at(const QVector<int>& path);
+    Row* at(const QList<int>& path);
     Row* parentFor(const QUuid& groupId);
     bool place(const ProcessorNode& processor);
-    bool moveOne(const QVector<int>& path, const QVector<int>& targetPath);
+    bool moveOne(const QList<int>& path, const QList<int>& targetPath);
     void setRootCount(int count);
 
     Row m_root;
