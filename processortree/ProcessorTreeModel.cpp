@@ -255,7 +255,7 @@ CProcessorTreeModel::moveProcessors(const QList<QPersistentModelIndex>& indexes,
     QList<QUuid> movedIds;
     for (const QPersistentModelIndex& index : indexes) {
         // Looked up for each: whoever hears of a move may change the tree.
-        const QStandardItem* target = getItem(targetId);
+        const QStandardItem* target = groupItem(targetId);
         const QStandardItem* item = itemFromIndex(index);
         if (!target || !item || nodeType(*item) != NodeProcessor)
             continue;
@@ -266,7 +266,7 @@ CProcessorTreeModel::moveProcessors(const QList<QPersistentModelIndex>& indexes,
             movedIds.append(id);
         }
     }
-    const QStandardItem* target = getItem(targetId);
+    const QStandardItem* target = groupItem(targetId);
     const auto handler = GetTargetSelectHandler();
     if (handler && target && !moved.isEmpty()) {
         const auto group = target == m_root
@@ -320,12 +320,15 @@ void CProcessorTreeModel::announceRecords(const QList<QUuid>& processors)
 
 void CProcessorTreeModel::reset()
 {
-    const auto handler = GetTargetSelectHandler();
-    if (!m_root || !handler)
+    if (!m_root || !GetTargetSelectHandler())
         return;
     // The host answers before the reset begins, so that it may look at the tree or raise events.
-    const QList<ProcessorNode> processors = handler->GetAllProcessorNodes();
-    const QList<ProcessorGroupNode> groups = handler->GetAllGroupNodes();
+    QList<ProcessorNode> processors;
+    QList<ProcessorGroupNode> groups;
+    if (const auto handler = GetTargetSelectHandler())
+        processors = handler->GetAllProcessorNodes();
+    if (const auto handler = GetTargetSelectHandler())
+        groups = handler->GetAllGroupNodes();
     if (!m_root)
         return;
 
@@ -355,10 +358,9 @@ void CProcessorTreeModel::AppendProcessor(const ProcessorNode& processor)
 
 void CProcessorTreeModel::AppendProcessors(const QList<QUuid>& processors)
 {
-    const auto handler = GetTargetSelectHandler();
     QList<ProcessorNode> records;
     for (const QUuid& uuid : processors) {
-        if (handler)
+        if (const auto handler = GetTargetSelectHandler())
             records.append(handler->GetProcessorNode(uuid));
     }
 

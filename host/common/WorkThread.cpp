@@ -1,6 +1,7 @@
 #include "host/common/WorkThread.h"
 
 #include <algorithm>
+#include <utility>
 
 CWorkThread::CWorkThread(QObject* parent)
     : QThread(parent)
@@ -23,7 +24,7 @@ void CWorkThread::AppendEvent(Event event, bool replacePending)
             return waiting.first == event.first;
         });
         if (replacePending && same != m_events.end())
-            *same = std::move(event);
+            std::swap(*same, event); // the old one goes when the lock is free
         else
             m_events.push_back(std::move(event));
     }
@@ -37,7 +38,7 @@ void CWorkThread::ActivateThread()
     {
         const std::lock_guard guard(m_mutex);
         m_exit = false;
-        leaving = m_leaving;
+        leaving = std::exchange(m_leaving, false);
     }
     if (leaving)
         wait();
@@ -57,13 +58,10 @@ void CWorkThread::ThreadExit()
 
 void CWorkThread::run()
 {
-    {
-        const std::lock_guard guard(m_mutex);
-        m_leaving = false;
-    }
     Event event;
     while (takeNext(event)) {
-        event.second();
+        if (event.second)
+            event.second();
         event.second = nullptr;
     }
 }
