@@ -82,6 +82,7 @@ private slots:
     void shouldRunJobsInOrderOnItsOwnThread();
     void shouldKeepJobsUntilTheStart();
     void shouldReplaceAPendingJobInItsPlace();
+    void shouldLetAReplacedJobsHoldingsPost();
     void shouldNotReplaceUnlessAsked();
     void shouldReplaceOnlyTheFirstOfSeveral();
     void shouldNotReplaceTheJobInHand();
@@ -140,6 +141,21 @@ void WorkThreadTest::shouldReplaceAPendingJobInItsPlace()
     jobs.post(4, 'd', true);
     jobs.open();
     QCOMPARE(jobs.text(), QStringLiteral("aBcd"));
+}
+
+void WorkThreadTest::shouldLetAReplacedJobsHoldingsPost()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    std::shared_ptr<int> poster(new int(1), [&](const int* number) {
+        delete number;
+        jobs.post(9, 'z');
+    });
+    worker.AppendEvent({1, [held = std::move(poster)] { Q_UNUSED(held) }}, false);
+    jobs.post(1, 'a', true);
+    worker.start();
+    QCOMPARE(jobs.text(), QStringLiteral("az"));
 }
 
 void WorkThreadTest::shouldNotReplaceUnlessAsked()
