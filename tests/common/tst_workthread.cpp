@@ -96,6 +96,7 @@ private slots:
     void shouldEndWithoutEverHavingStarted();
     void shouldFinishTheJobInHandOnDestruction();
     void shouldTakeActivationsWhileItRuns();
+    void shouldTakeActivationsRightAfterARestart();
 };
 
 void WorkThreadTest::shouldRunJobsInOrderOnItsOwnThread()
@@ -384,6 +385,24 @@ void WorkThreadTest::shouldTakeActivationsWhileItRuns()
     jobs.post(1, 'b');
     QCOMPARE(jobs.text(), QStringLiteral("ab"));
     QVERIFY(worker.isRunning());
+}
+
+void WorkThreadTest::shouldTakeActivationsRightAfterARestart()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    QString expected;
+    for (int round = 0; round < 300; ++round) {
+        worker.ThreadExit();
+        if (round % 2 == 0)
+            worker.wait();
+        worker.ActivateThread();
+        worker.ActivateThread();
+        jobs.post(1, 'a');
+        expected.append(QLatin1Char('a'));
+        QCOMPARE(jobs.text(), expected);
+    }
 }
 
 QTEST_MAIN(WorkThreadTest)
