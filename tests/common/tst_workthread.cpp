@@ -82,6 +82,7 @@ private slots:
     void shouldRunJobsInOrderOnItsOwnThread();
     void shouldKeepJobsUntilTheStart();
     void shouldReplaceAPendingJobInItsPlace();
+    void shouldLetAReplacedJobsHoldingsPost();
     void shouldNotReplaceUnlessAsked();
     void shouldReplaceOnlyTheFirstOfSeveral();
     void shouldNotReplaceTheJobInHand();
@@ -95,6 +96,7 @@ private slots:
     void shouldEndWithoutEverHavingStarted();
     void shouldFinishTheJobInHandOnDestruction();
     void shouldTakeActivationsWhileItRuns();
+    void shouldTakeActivationsRightAfterARestart();
 };
 
 void WorkThreadTest::shouldRunJobsInOrderOnItsOwnThread()
@@ -140,6 +142,21 @@ void WorkThreadTest::shouldReplaceAPendingJobInItsPlace()
     jobs.post(4, 'd', true);
     jobs.open();
     QCOMPARE(jobs.text(), QStringLiteral("aBcd"));
+}
+
+void WorkThreadTest::shouldLetAReplacedJobsHoldingsPost()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    std::shared_ptr<int> poster(new int(1), [&](const int* number) {
+        delete number;
+        jobs.post(9, 'z');
+    });
+    worker.AppendEvent({1, [held = std::move(poster)] { Q_UNUSED(held) }}, false);
+    jobs.post(1, 'a', true);
+    worker.start();
+    QCOMPARE(jobs.text(), QStringLiteral("az"));
 }
 
 void WorkThreadTest::shouldNotReplaceUnlessAsked()
@@ -368,6 +385,24 @@ void WorkThreadTest::shouldTakeActivationsWhileItRuns()
     jobs.post(1, 'b');
     QCOMPARE(jobs.text(), QStringLiteral("ab"));
     QVERIFY(worker.isRunning());
+}
+
+void WorkThreadTest::shouldTakeActivationsRightAfterARestart()
+{
+    const WarningTrap warnings;
+    CWorkThread worker;
+    Jobs jobs(worker);
+    QString expected;
+    for (int round = 0; round < 300; ++round) {
+        worker.ThreadExit();
+        if (round % 2 == 0)
+            worker.wait();
+        worker.ActivateThread();
+        worker.ActivateThread();
+        jobs.post(1, 'a');
+        expected.append(QLatin1Char('a'));
+        QCOMPARE(jobs.text(), expected);
+    }
 }
 
 QTEST_MAIN(WorkThreadTest)

@@ -90,6 +90,7 @@ private slots:
     void shouldHandOutACopyOfTheArgument();
     void shouldTellTheArgumentsTypeAndThread();
     void shouldRestoreTheOuterEventAfterANestedOne();
+    void shouldForgetAnEndedNotification();
     void shouldRefuseAnotherThread();
     void shouldRefuseAJobAfterTheNotification();
     void shouldRefuseAnotherType_data();
@@ -237,6 +238,17 @@ void ObserverPatternTest::shouldRestoreTheOuterEventAfterANestedOne()
     subject.Notify<int>(1, 5);
     QCOMPARE(seen.join(QLatin1Char(' ')), QStringLiteral("1:5 2:10 3:20 3:20 2:10 2:10 1:5 1:5"));
     QCOMPARE(log.lines(), QStringList());
+}
+
+void ObserverPatternTest::shouldForgetAnEndedNotification()
+{
+    auto held = std::make_shared<int>(1);
+    const std::weak_ptr<int> watch = held;
+    CSubject subject;
+    subject.Notify<std::shared_ptr<int>>(1, std::move(held));
+    subject.Notify<int>(2, 5);
+    QVERIFY(subject.GetEvent() != 1);
+    QVERIFY(watch.expired());
 }
 
 void ObserverPatternTest::shouldRefuseAnotherThread()

@@ -77,6 +77,7 @@ private slots:
     void shouldKeepThePlaceWhenTheAddressIsNotUsed();
     void shouldMoveAnUpdatedProcessorToItsNewGroup();
     void shouldUpdateTheCellThatOthersHold();
+    void shouldTellViewsOfAnUpdatedRecord();
     void shouldLeaveTheRootOutOfUpdates();
     void shouldUpdateAGroupRowAsAProcessor();
     void shouldUpdateTheRowOfTheRecordsIdentity();
@@ -548,6 +549,20 @@ void TreeModelTest::shouldUpdateTheCellThatOthersHold()
     tree->updateProcessor(tree->getItem(testId(1)), changed);
     QCOMPARE(row->record.cell()->load().name, text("one"));
     QCOMPARE(tree->findRow(testId(1))->record.cell(), row->record.cell());
+}
+
+void TreeModelTest::shouldTellViewsOfAnUpdatedRecord()
+{
+    const WarningTrap warnings;
+    Tree tree;
+    tree->AppendProcessor(testProcessor(1));
+    ProcessorNode changed = testProcessor(1);
+    changed.online = true;
+    QSignalSpy dataChanged(&*tree, &QAbstractItemModel::dataChanged);
+    tree->updateProcessor(tree->getItem(testId(1)), changed);
+    QCOMPARE(dataChanged.count(), 1);
+    QCOMPARE(dataChanged.at(0).at(0).toModelIndex(), tree.index(1));
+    QVERIFY(dataChanged.at(0).at(2).value<QVector<int>>().contains(259));
 }
 
 void TreeModelTest::shouldLeaveTheRootOutOfUpdates()

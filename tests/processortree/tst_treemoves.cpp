@@ -49,6 +49,7 @@ private slots:
     void shouldLeaveProcessorsThatAreThereAlready();
     void shouldChangeNothingForAnUnknownTarget();
     void shouldMoveProcessorsAlone();
+    void shouldMoveToNoProcessor();
     void shouldUpdateTheRecordsOfMovedProcessors();
     void shouldUpdateTheMembersOfBothGroups();
     void shouldReportTheNewMembership();
@@ -236,6 +237,13 @@ void TreeMovesTest::shouldMoveProcessorsAlone()
     const auto moved = model().moveProcessors({index(101), root(), index(5)}, testId(100));
     QCOMPARE(dump(), text("All processors(5)[A[1,2,3,5],B[4]]"));
     QCOMPARE(moved.size(), 1);
+}
+
+void TreeMovesTest::shouldMoveToNoProcessor()
+{
+    QVERIFY(model().moveProcessors({index(1)}, testId(5)).isEmpty());
+    QCOMPARE(dump(), text("All processors(5)[A[1,2,3],B[4],5]"));
+    QCOMPARE(model().getAllProcessorCount(), 5);
 }
 
 void TreeMovesTest::shouldUpdateTheRecordsOfMovedProcessors()
