@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # ./bench.sh [ARGUMENT...]
 #
-# Installs what is missing, builds the release preset and prints the table of ratios. Arguments go to
+# Installs what is missing, builds the bench preset and prints the table of ratios. Arguments go to
 # benchmarks/report.py.
 #
 #   --help   this text
@@ -16,6 +16,6 @@ for argument in "$@"; do
 done
 
 set_up build bench
-build release benchmarks/all
-QT_QPA_PLATFORM=offscreen python3 benchmarks/report.py --build build/release "$@" \
-    || fail "the benchmarks failed" "mend what they say, or run one of build/release/bin/bench_* alone"
+build bench benchmarks/all
+QT_QPA_PLATFORM=offscreen python3 benchmarks/report.py --build build/bench "$@" \
+    || fail "the benchmarks failed" "mend what they say, or run one of build/bench/bin/bench_* alone"

@@ -38,8 +38,8 @@ for name in "${stages[@]}"; do
     release)
         stage "release: optimised build with the benchmarks, every test"
         set_up bench
-        build release
-        suite release
+        build bench
+        suite bench
         ;;
     asan)
         stage "asan: every test under AddressSanitizer and UndefinedBehaviorSanitizer"

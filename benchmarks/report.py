@@ -106,7 +106,7 @@ def run(program: Program, build: pathlib.Path, quick: bool) -> typing.List[dict]
     ]
     environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8")
     if not path.exists():
-        raise BenchmarkFailed(f"{path} is missing: build the preset 'release' first")
+        raise BenchmarkFailed(f"{path} is missing: build the preset 'bench' first")
     done = subprocess.run(command, env=environment, capture_output=True, text=True, check=False)
     if done.returncode != 0:
         raise BenchmarkFailed(f"{path} failed:\n{done.stderr}")
@@ -178,7 +178,7 @@ def print_table(table: typing.List[Row]) -> None:
 
 def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--build", type=pathlib.Path, default=pathlib.Path("build/release"),
+    parser.add_argument("--build", type=pathlib.Path, default=pathlib.Path("build/bench"),
                         help="build directory (default: %(default)s)")
     parser.add_argument("--quick", action="store_true",
                         help="fewer repetitions: enough to see that all runs, not to judge")
