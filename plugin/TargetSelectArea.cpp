@@ -36,7 +36,12 @@ struct ExistingPanel
     std::weak_ptr<IAbstractControlInterface> handler;
 };
 
-ExistingPanel g_existing;
+// Never destroyed: other threads may ask while the process ends.
+ExistingPanel& existingPanel()
+{
+    static auto* const instance = new ExistingPanel;
+    return *instance;
+}
 
 bool onGuiThread()
 {
@@ -52,27 +57,27 @@ CTargetSelectArea* CTargetSelectArea::Instance()
     // mutex, so that what the constructor runs may ask for the handler.
     if (onGuiThread() && !Existing()) {
         auto* panel = new CTargetSelectArea;
-        const std::lock_guard guard(g_existing.mutex);
-        g_existing.panel = panel;
+        const std::lock_guard guard(existingPanel().mutex);
+        existingPanel().panel = panel;
     }
     return Existing();
 }
 
 CTargetSelectArea* CTargetSelectArea::Existing()
 {
-    const std::lock_guard guard(g_existing.mutex);
-    return g_existing.panel;
+    const std::lock_guard guard(existingPanel().mutex);
+    return existingPanel().panel;
 }
 
 std::shared_ptr<IAbstractControlInterface> CTargetSelectArea::ControlHandler()
 {
-    const std::lock_guard guard(g_existing.mutex);
-    if (!g_existing.panel)
+    const std::lock_guard guard(existingPanel().mutex);
+    if (!existingPanel().panel)
         return {};
     if (!onGuiThread())
-        return g_existing.handler.lock();
-    g_existing.handler = g_existing.panel->m_controlHandler;
-    return g_existing.panel->m_controlHandler;
+        return existingPanel().handler.lock();
+    existingPanel().handler = existingPanel().panel->m_controlHandler;
+    return existingPanel().panel->m_controlHandler;
 }
 
 CTargetSelectArea::CTargetSelectArea(QWidget* parent)
@@ -112,10 +117,10 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
 
 CTargetSelectArea::~CTargetSelectArea()
 {
-    const std::lock_guard guard(g_existing.mutex);
-    if (g_existing.panel == this) {
-        g_existing.panel = nullptr;
-        g_existing.handler.reset();
+    const std::lock_guard guard(existingPanel().mutex);
+    if (existingPanel().panel == this) {
+        existingPanel().panel = nullptr;
+        existingPanel().handler.reset();
     }
 }
 

@@ -290,7 +290,7 @@ QPersistentModelIndex CProcessorTreeModel::moveProcessor(const QModelIndex& inde
     const QStandardItem* parent = itemFromIndex(target);
     for (int row = 0; parent && row < parent->rowCount(); ++row) {
         if (parent->child(row) == item) {
-            const QPersistentModelIndex arrived = item->index();
+            QPersistentModelIndex arrived = item->index();
             changeMembership(arrived, source);
             return arrived;
         }

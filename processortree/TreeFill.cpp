@@ -70,7 +70,8 @@ CIdentityIndex::Rows fillTree(QStandardItem& root, const QList<ProcessorGroupNod
                               const QList<ProcessorNode>& processors)
 {
     CIdentityIndex::Rows known;
-    known.reserve(static_cast<std::size_t>(groups.size() + processors.size()));
+    known.reserve(static_cast<std::size_t>(groups.size())
+                  + static_cast<std::size_t>(processors.size()));
     Branches branches;
     // Room for as many as stand in each parent where all have the same number.
     plantGroups(root, groups, processors.size() / (groups.size() + 1) + 1, branches, known);

@@ -28,7 +28,7 @@ QString nameOfEntry(const QString& entry)
 {
     const int open = entry.indexOf(QLatin1Char('('));
     if (open < 0)
-        return QString();
+        return {};
     const QString rest = entry.mid(open + 1);
     return rest.endsWith(QLatin1Char(')')) ? rest.chopped(1) : rest;
 }

@@ -8,6 +8,7 @@
 #include <QSpinBox>
 
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -69,10 +70,9 @@ QString idText(const QUuid& id)
 
 } // namespace
 
-RaiseEventDialog::RaiseEventDialog(const Project& project, const QList<QUuid>& selected,
-                                   QWidget* parent)
+RaiseEventDialog::RaiseEventDialog(Project project, const QList<QUuid>& selected, QWidget* parent)
     : FormDialog(tr("Raise event"), parent)
-    , m_project(project)
+    , m_project(std::move(project))
     , m_selected(selected)
     , m_number(new QSpinBox(this))
     , m_name(new QLabel(this))

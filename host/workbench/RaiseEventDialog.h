@@ -16,7 +16,7 @@ class RaiseEventDialog final : public FormDialog
 
 public:
     /// `project` supplies device sets and records; `selected` the identities that are proposed.
-    RaiseEventDialog(const Project& project, const QList<QUuid>& selected, QWidget* parent);
+    RaiseEventDialog(Project project, const QList<QUuid>& selected, QWidget* parent);
 
     QSpinBox* numberField() const { return m_number; }
     QComboBox* typeField() const { return m_type; }

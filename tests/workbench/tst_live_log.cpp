@@ -32,6 +32,7 @@ void LiveLogTest::shouldTakeLinesFromEveryThread()
     TraceModel trace;
     const QAbstractItemModelTester tester(&trace);
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int n = 0; n < 4; ++n) {
         threads.emplace_back([&] {
             for (int line = 0; line < 250; ++line)

@@ -52,7 +52,7 @@ void ProjectTest::shouldAddNoMoreThan255Processors()
 void ProjectTest::shouldAddUnderTheRootWhenTheGroupIsUnknown()
 {
     Project project = smallProject();
-    const QUuid id = project.addProcessors(sampleId(99), 1).first();
+    const QUuid id = project.addProcessors(sampleId(99), 1).constFirst();
     QVERIFY(project.processor(id)->groupId.isNull());
 }
 

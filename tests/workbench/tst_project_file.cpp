@@ -121,8 +121,7 @@ void ProjectFileTest::shouldGiveMissingFieldsTheirDefaults()
 {
     QString problem;
     const auto project = parseProject(
-        "{\"version\":1,\"processors\":[{\"id\":\"5b2d1f0c-0000-4000-8000-000000000001\"}]}",
-        problem);
+        R"({"version":1,"processors":[{"id":"5b2d1f0c-0000-4000-8000-000000000001"}]})", problem);
     QVERIFY2(project, qPrintable(problem));
     QList<FieldText> expected = fieldTexts(ProcessorNode());
     expected[0].second = QStringLiteral("5b2d1f0c-0000-4000-8000-000000000001");
@@ -172,7 +171,7 @@ void ProjectFileTest::shouldRefuse_data()
     row("no version", "{\n}", "line 1, column 1: version: the version number is missing");
     row("newer version", "{\n  \"groups\": 3,\n  \"version\": 2}",
         "line 3, column 14: version: the file has version 2; this program reads up to version 1");
-    row("version of another type", "{\"version\": \"1\"}",
+    row("version of another type", R"({"version": "1"})",
         "line 1, column 13: version: a whole number from -2147483648 to 2147483647 is expected");
     row("unknown field", "{\"version\": 1,\n \"gruops\": []}",
         "line 2, column 12: gruops: this field is not known");
@@ -249,7 +248,7 @@ void ProjectFileTest::shouldRefuse_data()
     row("column counted in characters",
         "{\"version\": 1, \"x\": \"\xE5\xA4\xA7\xE5\x8E\x85\", \"y\": 1}",
         "line 1, column 21: x: this field is not known");
-    row("escaped key", "{\"version\": 1, \"a\\\"b\": 1}",
+    row("escaped key", R"({"version": 1, "a\"b": 1})",
         "line 1, column 24: a\"b: this field is not known");
     row("bytes that are no UTF-8", "{\"version\": 1, \"x\": \"\xFF\xFE\"}",
         "line 1, column 22: invalid UTF8 string");

@@ -31,7 +31,7 @@ public:
     QString events()
     {
         settle();
-        const QString numbers = observer.numbers();
+        QString numbers = observer.numbers();
         observer.clear();
         return numbers;
     }

@@ -24,7 +24,7 @@ struct HandlerUnderTest
 
     QString events()
     {
-        const QString numbers = observer.numbers();
+        QString numbers = observer.numbers();
         observer.clear();
         return numbers;
     }
@@ -279,8 +279,8 @@ void WorkbenchHandlerTest::shouldOfferAMenuEntry()
     test.handler.AppendContextMenu(NodeProcessor, sampleId(12), false, nullptr);
     QVERIFY(menu.isEmpty());
     test.handler.AppendContextMenu(NodeProcessor, sampleId(12), false, &menu);
-    QCOMPARE(menu.actions().last()->text(), QStringLiteral("Host: make current"));
-    menu.actions().last()->trigger();
+    QCOMPARE(menu.actions().constLast()->text(), QStringLiteral("Host: make current"));
+    menu.actions().constLast()->trigger();
     QCOMPARE(test.handler.GetCurrentProcessorId(), sampleId(12));
 }
 

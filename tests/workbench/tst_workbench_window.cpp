@@ -91,12 +91,12 @@ struct WorkbenchUnderTest
             if (view->model())
                 return dumpTree(*view->model());
         }
-        return QString();
+        return {};
     }
 
     QAction* action(Do what) { return window.actions()[what]; }
     ProjectStore& store() { return session.store(); }
-    const ProcessorNode processor(quint32 n)
+    ProcessorNode processor(quint32 n)
     {
         const Project project = store().snapshot();
         const ProcessorNode* node = project.processor(sampleId(n));
