@@ -28,6 +28,8 @@ void require(bool condition, const char* what)
 std::shared_ptr<StoredHandler> installStoredHandler()
 {
     auto handler = std::make_shared<StoredHandler>();
-    CTargetSelectArea::Instance()->m_controlHandler = handler;
+    CTargetSelectArea* panel = CTargetSelectArea::Instance();
+    panel->m_controlHandler = handler;
+    panel->Reconnect();
     return handler;
 }
