@@ -3,6 +3,7 @@
 
 #include "benchmarks/support/BareTree.h"
 #include "benchmarks/support/Bench.h"
+#include "processortree/ExpandBranches.h"
 #include "processortree/ProcessorTreeModel.h"
 
 #include <benchmark/benchmark.h>
@@ -22,12 +23,12 @@ public:
     {
         setHeaderHidden(true);
         setModel(model);
-        connect(model, &QAbstractItemModel::modelReset, this, &QTreeView::expandAll);
+        connect(model, &QAbstractItemModel::modelReset, this, [this] { expandBranches(*this); });
         connect(model, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex& parent) {
             if (!isExpanded(parent))
                 expand(parent);
         });
-        expandAll();
+        expandBranches(*this);
         resize(220, 800);
         show();
         require(QTest::qWaitForWindowExposed(this), "the view is on the screen");

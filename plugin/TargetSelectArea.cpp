@@ -3,6 +3,7 @@
 #include "plugin/MetaTypes.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
+#include "processortree/ExpandBranches.h"
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorTreeModel.h"
 
@@ -101,8 +102,9 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
     m_treeView->setEditTriggers(QAbstractItemView::NoEditTriggers);
     CProcessorTreeModel* model = CTargetSelectData::Instance()->GetModel();
     m_treeView->setModel(model);
-    m_treeView->expandAll();
-    connect(model, &QAbstractItemModel::modelReset, m_treeView, &QTreeView::expandAll);
+    expandBranches(*m_treeView);
+    connect(model, &QAbstractItemModel::modelReset, m_treeView,
+            [this] { expandBranches(*m_treeView); });
     connect(model, &QAbstractItemModel::rowsInserted, m_treeView,
             [this](const QModelIndex& parentIndex) { m_treeView->expand(parentIndex); });
 
@@ -134,7 +136,7 @@ bool CTargetSelectArea::Initialize()
     registerObserver();
     CTargetSelectData::Instance()->ResetModel();
     m_treeView->reset();
-    m_treeView->expandAll();
+    expandBranches(*m_treeView);
     return true;
 }
 
@@ -276,7 +278,7 @@ void CTargetSelectArea::selectProcessor(const QUuid& id, bool silently)
         const QSignalBlocker blocker(silently ? selection : nullptr);
         selection->setCurrentIndex(item->index(), QItemSelectionModel::ClearAndSelect);
     }
-    m_treeView->expandAll();
+    expandBranches(*m_treeView);
     m_treeView->viewport()->update();
 }
 
