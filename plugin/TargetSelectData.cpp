@@ -34,6 +34,9 @@ enum HostEvent : quint32 {
 
 constexpr quint32 kLastHostEvent = 39;
 
+/// How often the host is asked for a record that keeps changing meanwhile.
+constexpr int kMostAttempts = 3;
+
 template <typename T>
 T argument(CSubject& subject)
 {
@@ -410,10 +413,11 @@ void CTargetSelectData::updateMonitorState(const QList<QUuid>& ids)
 }
 
 /// Replaces the record of a processor's row by the host's. A row or record that changed while the
-/// host answered may hold a later answer already: the host is asked again.
+/// host answered may hold a later answer already, so the host is asked again; not for ever, as it
+/// may be the very question that makes it change the record.
 void CTargetSelectData::rewriteRecord(const QUuid& id)
 {
-    for (;;) {
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
         const auto row = m_model->findRow(id);
         CRecordCell* cell = row ? row->record.cell() : nullptr;
         if (!cell || row->type != NodeProcessor)

@@ -69,6 +69,7 @@ private slots:
     void shouldLetTheHostHoldItsOwnLockWhileItNotifies();
     void shouldKeepTheOrderOfEventsFromBothThreads();
     void shouldAskAgainWhenARecordChangedMeanwhile();
+    void shouldNotAskForEverWhenEveryQuestionChangesTheRecord();
 };
 
 void BridgeLockingTest::shouldAnswerTheGuiThreadWhileAnEventWaitsForIt()
@@ -587,6 +588,27 @@ void BridgeLockingTest::shouldAskAgainWhenARecordChangedMeanwhile()
     };
     panel.notify<QList<QUuid>>(39, {testId(1)});
     QTRY_COMPARE(asked.load(), 2);
+}
+
+void BridgeLockingTest::shouldNotAskForEverWhenEveryQuestionChangesTheRecord()
+{
+    const WarningTrap warnings;
+    TestPanel panel;
+    panel.host().setProject({}, {testProcessor(1)});
+    panel.notify(16);
+    std::atomic<int> asked{0};
+    panel.host().inside = [&](const QString& name) {
+        // A limit of the test's own, for without one it could not end.
+        if (name != QLatin1String("GetProcessorNode") || QThread::currentThread() == thread()
+            || ++asked > 100)
+            return;
+        onGuiThread([&] { panel.notify<QUuid>(25, testId(1)); });
+    };
+    panel.notify<QList<QUuid>>(39, {testId(1)});
+    panel.notify<int>(0, 8);
+    QTRY_COMPARE(panel.area().detectStrategy(), 8);
+    QVERIFY(asked >= 2);
+    QVERIFY(asked <= 10);
 }
 
 QTEST_MAIN(BridgeLockingTest)
