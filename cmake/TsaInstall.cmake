@@ -17,7 +17,7 @@ install(TARGETS TargetSelectArea ${host_libraries}
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
 )
 install(DIRECTORY Interface DESTINATION "${TSA_INSTALL_INCLUDEDIR}")
-install(DIRECTORY host/common DESTINATION "${TSA_INSTALL_INCLUDEDIR}/host"
+install(DIRECTORY host/common host/widgets DESTINATION "${TSA_INSTALL_INCLUDEDIR}/host"
     FILES_MATCHING PATTERN "*.h"
 )
 install(EXPORT TargetSelectAreaTargets

@@ -1,6 +1,6 @@
 #include "host/workbench/ProjectStore.h"
 
-#include "host/workbench/HostCodes.h"
+#include "Interface/IPStatusCodes.h"
 #include "host/workbench/IpList.h"
 #include "host/workbench/Notifier.h"
 
@@ -331,20 +331,20 @@ quint32 ProjectStore::mergeOnlineAddresses()
         return entries;
     });
     if (online.isEmpty())
-        return kIpListOnlineEmpty;
+        return IPLIST_ONLINE_EMPTY;
     bool complete = true;
     changeIpList([&](QStringList& entries) { complete = mergeIpEntries(entries, online); });
-    return complete ? 0 : kIpListFull;
+    return complete ? 0 : quint32{IPLIST_FULL};
 }
 
 quint32 ProjectStore::importIpFile(const QString& path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return kIpImportOpenFailed;
+        return IPIMPORT_OPEN_FAILED;
     const QStringList imported = ipEntriesOfText(QString::fromUtf8(file.read(kMaxIpFileSize)));
     if (imported.isEmpty())
-        return kIpImportNoValidIp;
+        return IPIMPORT_NO_VALID_IP;
     changeIpList([&](QStringList& entries) { mergeIpEntries(entries, imported); });
     return 0;
 }

@@ -1,6 +1,6 @@
 #include "host/workbench/WorkbenchHandler.h"
 
-#include "host/workbench/HostCodes.h"
+#include "Interface/IPStatusCodes.h"
 #include "host/workbench/IpList.h"
 #include "host/workbench/Notifier.h"
 #include "host/workbench/ProjectStore.h"
@@ -29,12 +29,12 @@ QString deviceSetText(const Project& project, const GUID& id)
 quint32 checkAddress(const Project& project, quint32 address, bool processorMode)
 {
     if (address == 0)
-        return kIpCheckUnreasonable;
+        return IPCHECK_UNREASONABLE;
     if (!processorMode)
-        return containsIp(project.ipList, address) ? kIpCheckUsed : 0;
+        return containsIp(project.ipList, address) ? quint32{IPCHECK_USED} : 0;
     for (const ProcessorNode& node : project.processors) {
         if (node.ipAddress == address && address != kNoProcessorAddress)
-            return kIpCheckUsed;
+            return IPCHECK_USED;
     }
     return 0;
 }

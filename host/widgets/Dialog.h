@@ -1,0 +1,93 @@
+#pragma once
+
+#include "host/widgets/HostWidgetsExport.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+
+class DialogTitleBar;
+class QBoxLayout;
+class QVBoxLayout;
+
+/// A dialog in the host's frame: a title bar that drags the window, a body, and a row of standard
+/// buttons at the foot when SetDialogBtnRole() asks for them.
+///
+/// A dialog derives from it, overrides hooks, and calls Init() at the end of its constructor, when
+/// its members stand. The frame costs kTitleBarHeight pixels at the top and, with buttons,
+/// kButtonRowHeight at the foot; its outline is drawn over the body and costs nothing.
+///
+/// Modal over its parent's window, centred on it and kept on the screen. Escape, the close button
+/// of the title bar and the window manager's close all lead to OnReject(); Enter presses the
+/// default button.
+///
+/// May be created on the stack below a parent that dies while exec() runs: the dialog then leaves
+/// its parent, closes itself and every dialog and menu open above it, and exec() returns 0. The
+/// caller must expect that its own object is gone by then.
+///
+/// GUI thread.
+class HOSTWIDGETS_EXPORT CDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Buttons of the title bar; a sum of them is the constructor's flag argument.
+    enum TitleButton {
+        NoTitleButton = 0,
+        CloseTitleButton = 1,
+        MaximizeTitleButton = 2
+    };
+
+    static constexpr int kTitleBarHeight = 30;
+    static constexpr int kButtonRowHeight = 34;
+
+    /// `title` is the window title, which setWindowTitle() changes later; `subtitle` stands beside
+    /// it, weaker. Both may be empty.
+    CDialog(QWidget* parent, const QString& title, const QString& subtitle, int titleButtons);
+    ~CDialog() override;
+
+    /// Runs InitWidgets(), InitLayout() with the body's layout, and InitConnections(), once.
+    void Init();
+
+    /// Gives the dialog these standard buttons at its foot; `defaultButton` is the one that Enter
+    /// presses. Buttons of an accepting role call OnAccept(), of a rejecting one OnReject(). Their
+    /// texts follow the language.
+    void SetDialogBtnRole(QDialogButtonBox::StandardButtons buttons,
+                          QDialogButtonBox::StandardButton defaultButton);
+
+    /// Enables or disables one of them; no effect on one that the dialog does not have.
+    void EnableDialogBtn(QDialogButtonBox::StandardButton button, bool enabled);
+
+public slots:
+    /// What Escape and closing do: OnReject().
+    void reject() override;
+
+protected:
+    /// An accepting button was pressed. Accepts the dialog: it closes with result 1.
+    virtual void OnAccept();
+
+    /// A rejecting button, Escape or closing. Rejects the dialog: it closes with result 0. An
+    /// override closes with done(), not with reject(), which leads here.
+    virtual void OnReject();
+
+    /// Creates the body's widgets. Does nothing.
+    virtual void InitWidgets();
+
+    /// Arranges them in `body`, a vertical layout without spacing. Does nothing.
+    virtual void InitLayout(QBoxLayout* body);
+
+    /// Connects them. Does nothing.
+    virtual void InitConnections();
+
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void leaveDyingParent();
+    void retranslateButtons();
+
+    DialogTitleBar* m_titleBar;              // Qt child
+    QVBoxLayout* m_body;                     // owned by the dialog's layout
+    QDialogButtonBox* m_buttonBox = nullptr; // Qt child
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "host/widgets/HostWidgetsExport.h"
+
+#include <QColor>
+
+class QApplication;
+
+/// The colours that the whole look is made of.
+struct HostColors
+{
+    QColor window{30, 30, 33};
+    QColor popup{41, 41, 45}; ///< Menus and dialogs.
+    QColor field{52, 52, 57};
+    QColor line{62, 62, 68};
+    QColor strongText{240, 240, 246};
+    QColor text{200, 200, 205};
+    QColor weakText{136, 136, 146};
+    QColor hintText{115, 115, 128};
+    QColor accent{76, 141, 255}; ///< Focus, selection, default buttons.
+};
+
+HOSTWIDGETS_EXPORT const HostColors& hostColors();
+
+/// Dresses the whole application in the host's dark theme: style, palette, fonts, style sheet, and
+/// where tool tips appear. The host calls it once, after it created the application.
+HOSTWIDGETS_EXPORT void ApplyHostTheme(QApplication& application);
