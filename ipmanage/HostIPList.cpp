@@ -1,0 +1,100 @@
+#include "ipmanage/HostIPList.h"
+
+#include "plugin/TargetSelectHandler.h"
+
+namespace HostIPList {
+
+namespace {
+
+// No code of the host: callers pass over what they do not know.
+constexpr quint32 kNoHost = 0xFFFFFFFF;
+
+} // namespace
+
+QStringList entries()
+{
+    QStringList list;
+    if (const auto handler = GetTargetSelectHandler())
+        handler->GetIPList(list);
+    return list;
+}
+
+QString entry(int row)
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler ? handler->GetIPEntry(row) : QString();
+}
+
+int count()
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler ? handler->GetIPCount(0) : 0;
+}
+
+int processorCount()
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler ? handler->GetAllProcessorNodes().size() : 0;
+}
+
+void refresh()
+{
+    if (const auto handler = GetTargetSelectHandler())
+        handler->RefreshIPList();
+}
+
+void add(const QString& ip, const QString& name)
+{
+    if (const auto handler = GetTargetSelectHandler())
+        handler->AddIPAddress(ip, name);
+}
+
+void modify(int row, const QString& ip, const QString& name)
+{
+    if (const auto handler = GetTargetSelectHandler())
+        handler->ModifyIPAddress(row, ip, name);
+}
+
+void remove(quint32 networkAddress)
+{
+    if (const auto handler = GetTargetSelectHandler())
+        handler->DeleteIPAddress(networkAddress);
+}
+
+void clear()
+{
+    if (const auto handler = GetTargetSelectHandler())
+        handler->ClearIPList();
+}
+
+void save()
+{
+    if (const auto handler = GetTargetSelectHandler())
+        handler->SaveIPList();
+}
+
+quint32 readOnline()
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler ? handler->ReadOnlineIPAddresses() : kNoHost;
+}
+
+quint32 importFile(const QString& path)
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler ? handler->ImportIPFile(path) : kNoHost;
+}
+
+bool rejects(quint32 address, int* code, bool processorMode)
+{
+    const auto handler = GetTargetSelectHandler();
+    return !handler || handler->CheckIPAddress(address, code, processorMode);
+}
+
+void showTip(const QString& text)
+{
+    if (const auto handler = GetTargetSelectHandler())
+        handler->ShowTipMessage(text);
+}
+
+} // namespace HostIPList

@@ -1,0 +1,24 @@
+#include "ipmanage/IPListFile.h"
+
+#include "ipmanage/IPText.h"
+
+#include <QFileDevice>
+#include <QStringList>
+#include <QTextStream>
+
+namespace IPListFile {
+
+bool write(QIODevice& device, const QStringList& entries)
+{
+    QTextStream stream(&device);
+    for (const QString& entry : entries)
+        stream << exportLine(entry) << '\n';
+    stream.flush();
+    if (stream.status() != QTextStream::Ok)
+        return false;
+    // A file keeps what it was given for a while, and a full disk shows only when it lets go.
+    auto* file = qobject_cast<QFileDevice*>(&device);
+    return !file || file->flush();
+}
+
+} // namespace IPListFile

@@ -1,0 +1,318 @@
+#include "ipmanage/IPManageDialog.h"
+
+#include "Interface/IPStatusCodes.h"
+#include "host/widgets/ToolTip.h"
+#include "ipmanage/AddBatchIPDialog.h"
+#include "ipmanage/AddSingleIPDialog.h"
+#include "ipmanage/HostIPList.h"
+#include "ipmanage/IPListFile.h"
+#include "ipmanage/IPListModel.h"
+#include "ipmanage/IPListView.h"
+#include "ipmanage/IPText.h"
+#include "ipmanage/ModifyIPDialog.h"
+#include "plugin/UserMessages.h"
+
+#include <QBoxLayout>
+#include <QEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QItemSelectionModel>
+#include <QMenu>
+#include <QStandardPaths>
+#include <QToolButton>
+
+#include <algorithm>
+
+namespace {
+
+struct ButtonSpec
+{
+    IPManageButtonId id;
+    const char* icon;
+    const char* toolTip;
+    bool hasDisabledIcon;
+};
+
+constexpr ButtonSpec kButtons[] = {
+    {IPManageAdd, "Add", QT_TRANSLATE_NOOP("CIPManageDialog", "Add"), false},
+    {IPManageEdit, "Edit", QT_TRANSLATE_NOOP("CIPManageDialog", "Edit"), true},
+    {IPManageDelete, "Delete", QT_TRANSLATE_NOOP("CIPManageDialog", "Delete"), true},
+    {IPManageClear, "Clear", QT_TRANSLATE_NOOP("CIPManageDialog", "Clear"), true},
+    {IPManageImport, "Import", QT_TRANSLATE_NOOP("CIPManageDialog", "Import"), false},
+    {IPManageExport, "Export", QT_TRANSLATE_NOOP("CIPManageDialog", "Export"), true},
+};
+
+constexpr const char* kMenuTexts[] = {
+    QT_TRANSLATE_NOOP("CIPManageDialog", "Read IP from online processors"),
+    QT_TRANSLATE_NOOP("CIPManageDialog", "Add an IP address..."),
+    QT_TRANSLATE_NOOP("CIPManageDialog", "Add multiple IP addresses..."),
+};
+
+constexpr QSize kIconSize(20, 20);
+constexpr int kToolBarHeight = 37;
+constexpr int kAddMenuHeight = 104;
+
+QIcon buttonIcon(const ButtonSpec& spec)
+{
+    const QString path =
+        QStringLiteral(":/Image/Target/IPManage/%1/%2.svg").arg(QLatin1String(spec.icon));
+    QIcon icon(path.arg(QStringLiteral("normal")));
+    if (spec.hasDisabledIcon)
+        icon.addFile(path.arg(QStringLiteral("disabled")), kIconSize, QIcon::Disabled, QIcon::Off);
+    return icon;
+}
+
+QString desktopFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+}
+
+} // namespace
+
+CIPManageDialog::CIPManageDialog(QWidget* parent)
+    : CDialog(parent, QString(), QString(), CloseTitleButton)
+{
+    Init();
+    updateButtons();
+}
+
+void CIPManageDialog::InitWidgets()
+{
+    setFixedSize(648, 393);
+    createButtons();
+    createAddMenu();
+    m_view = new CIPListView(this);
+    m_view->reload();
+    retranslate();
+    updateButtons();
+}
+
+void CIPManageDialog::createButtons()
+{
+    for (const ButtonSpec& spec : kButtons) {
+        auto* button = new QToolButton(this);
+        button->setIcon(buttonIcon(spec));
+        button->setObjectName(QStringLiteral("IPManageToolButton"));
+        button->setIconSize(kIconSize);
+        button->setProperty("ToolLocation", CToolTip::Below);
+        m_buttons.insert(spec.id, button);
+    }
+    for (const IPManageButtonId id : {IPManageEdit, IPManageDelete, IPManageClear})
+        m_buttons[id]->setEnabled(false);
+}
+
+void CIPManageDialog::createAddMenu()
+{
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("IPManageMenu"));
+    menu->setFixedHeight(kAddMenuHeight);
+    for (const IPManageMenuId id : {IPManageReadOnline, IPManageAddOne, IPManageAddMultiple})
+        m_actions.insert(id, menu->addAction(QString()));
+    QToolButton* button = m_buttons[IPManageAdd];
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setArrowType(Qt::NoArrow);
+}
+
+void CIPManageDialog::InitLayout(QBoxLayout* body)
+{
+    body->setContentsMargins(0, 0, 0, 0);
+    auto* toolBar = new QWidget(this);
+    toolBar->setFixedHeight(kToolBarHeight);
+    auto* row = new QHBoxLayout(toolBar);
+    row->setContentsMargins(14, 8, 16, 9);
+    row->setSpacing(5);
+    for (QToolButton* button : qAsConst(m_buttons))
+        row->addWidget(button);
+    row->addStretch();
+    body->addWidget(toolBar);
+    body->addWidget(m_view);
+}
+
+void CIPManageDialog::InitConnections()
+{
+    const auto onClick = [this](IPManageButtonId id, void (CIPManageDialog::*action)()) {
+        connect(m_buttons[id], &QToolButton::clicked, this, action);
+    };
+    onClick(IPManageEdit, &CIPManageDialog::editCurrent);
+    onClick(IPManageDelete, &CIPManageDialog::deleteSelected);
+    onClick(IPManageClear, &CIPManageDialog::clearAll);
+    onClick(IPManageImport, &CIPManageDialog::importFile);
+    onClick(IPManageExport, &CIPManageDialog::exportFile);
+
+    const auto onTrigger = [this](IPManageMenuId id, void (CIPManageDialog::*action)()) {
+        connect(m_actions[id], &QAction::triggered, this, action);
+    };
+    onTrigger(IPManageReadOnline, &CIPManageDialog::readOnline);
+    onTrigger(IPManageAddOne, &CIPManageDialog::addOne);
+    onTrigger(IPManageAddMultiple, &CIPManageDialog::addMultiple);
+
+    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &CIPManageDialog::updateSelectionButtons);
+}
+
+void CIPManageDialog::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    CDialog::changeEvent(event);
+}
+
+void CIPManageDialog::retranslate()
+{
+    setWindowTitle(tr("IP address management"));
+    for (const ButtonSpec& spec : kButtons) {
+        const QString text = tr(spec.toolTip);
+        m_buttons[spec.id]->setToolTip(text);
+        m_buttons[spec.id]->setAccessibleName(text);
+    }
+    for (auto action = m_actions.cbegin(); action != m_actions.cend(); ++action)
+        action.value()->setText(tr(kMenuTexts[action.key()]));
+}
+
+void CIPManageDialog::reload()
+{
+    m_view->reload();
+    updateButtons();
+}
+
+void CIPManageDialog::updateButtons()
+{
+    const bool empty = HostIPList::entries().isEmpty();
+    const bool selected = !empty && m_view->selectionModel()->hasSelection();
+    m_buttons[IPManageEdit]->setEnabled(selected);
+    m_buttons[IPManageDelete]->setEnabled(selected);
+    m_buttons[IPManageClear]->setEnabled(!empty);
+    m_buttons[IPManageExport]->setEnabled(!empty);
+}
+
+void CIPManageDialog::updateSelectionButtons()
+{
+    const int rows = m_view->selectionModel()->selectedRows().size();
+    m_buttons[IPManageEdit]->setEnabled(rows == 1);
+    m_buttons[IPManageDelete]->setEnabled(rows >= 1);
+}
+
+void CIPManageDialog::readOnline()
+{
+    switch (HostIPList::readOnline()) {
+    case 0:
+        reload();
+        break;
+    case IPLIST_FULL:
+        tellUser(this, tr("The number of IP addresses exceeds 255, and some IP addresses are not "
+                          "added."));
+        break;
+    case IPLIST_ONLINE_EMPTY:
+        tellUser(this, tr("Online IP gets successfully, but the number of IP addresses is 0."));
+        break;
+    default:
+        break;
+    }
+}
+
+void CIPManageDialog::addOne()
+{
+    if (!hasRoom())
+        return;
+    CAddSingleIPDialog dialog(true, this);
+    if (dialog.exec() == Accepted)
+        reload();
+}
+
+void CIPManageDialog::addMultiple()
+{
+    if (!hasRoom())
+        return;
+    CAddBatchIPDialog dialog(true, this);
+    if (dialog.exec() == Accepted)
+        reload();
+}
+
+/// Tells the user when the list has none.
+bool CIPManageDialog::hasRoom()
+{
+    if (HostIPList::entries().size() < HostIPList::kMaxEntries)
+        return true;
+    tellUser(this, tr("The number of IP addresses exceeds 255, and some IP addresses are not "
+                      "added."));
+    return false;
+}
+
+void CIPManageDialog::editCurrent()
+{
+    const QItemSelectionModel* selection = m_view->selectionModel();
+    const QModelIndex current = selection->currentIndex();
+    if (!selection->hasSelection() || !current.isValid())
+        return;
+    const QString name = current.sibling(current.row(), 1).data().toString();
+    CModifyIPDialog dialog(current.row(), name, this);
+    if (dialog.exec() == Accepted)
+        reload();
+}
+
+void CIPManageDialog::deleteSelected()
+{
+    // The host changes its list, and may have the dialog closed, while it deletes.
+    QList<quint32> addresses;
+    const QModelIndexList rows = m_view->selectionModel()->selectedRows(0);
+    for (const QModelIndex& row : rows)
+        addresses.append(networkAddressOfEntry(row.data(CIPListModel::EntryRole).toString()));
+    for (const quint32 address : qAsConst(addresses))
+        HostIPList::remove(address);
+    reload();
+}
+
+void CIPManageDialog::clearAll()
+{
+    if (!askUser(this, tr("Are you sure you want to clear all ips?")))
+        return;
+    HostIPList::clear();
+    HostIPList::save();
+    reload();
+}
+
+void CIPManageDialog::importFile()
+{
+    QFileDialog dialog(this, tr("Import an IP address list"), desktopFolder(),
+                       tr("IP Address File(*.txt);;AllFile(*.*)"));
+    if (dialog.exec() != Accepted)
+        return;
+    const QStringList files = dialog.selectedFiles();
+    if (files.size() > 1)
+        return;
+    if (files.value(0).isEmpty()) {
+        tellUser(this, tr("Import failed, file name is empty."));
+        return;
+    }
+    switch (HostIPList::importFile(files.first())) {
+    case 0:
+        reload();
+        HostIPList::showTip(tr("Import successfully."));
+        break;
+    case IPIMPORT_NO_VALID_IP:
+        tellUser(this, tr("Import failed, no valid IP."));
+        break;
+    case IPIMPORT_OPEN_FAILED:
+        tellUser(this, tr("Import failed with file opening error."));
+        break;
+    default:
+        break;
+    }
+}
+
+void CIPManageDialog::exportFile()
+{
+    const QString path = QFileDialog::getSaveFileName(
+        this, tr("Export an IP address list"), desktopFolder() + QStringLiteral("/ipList.txt"),
+        tr("IP Address File(*.txt);;*.txt"));
+    QFile file(path);
+    if (path.isEmpty() || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
+        return;
+    if (!IPListFile::write(file, HostIPList::entries())) {
+        tellUser(this, tr("Export failed, the file could not be written completely."));
+        return;
+    }
+    file.close();
+    HostIPList::showTip(tr("Export successfully."));
+}
