@@ -28,13 +28,13 @@ void CAddBatchIPDialog::OnAccept()
 {
     m_addedTexts.clear();
     if (m_start->text().isEmpty()) {
-        tellUser(this, ipEmptyMessage(IPField::AddBatch));
+        tellUser(this, ipEmptyMessage(IPField::Batch));
         return;
     }
     const quint32 start = addressOfText(m_start->text());
     int code = 0;
     if (HostIPList::rejects(start, &code, !m_ipManagementMode)) {
-        tellUser(this, ipCheckMessage(static_cast<quint32>(code), IPField::AddBatch));
+        tellUser(this, ipCheckMessage(static_cast<quint32>(code), IPField::Batch));
         return;
     }
     generate(start);
@@ -86,11 +86,12 @@ void CAddBatchIPDialog::generate(quint32 start)
     const auto take = [this](quint32 address) {
         if (!m_ipManagementMode) {
             m_addresses.append(address);
-            return;
+            return true;
         }
         const QString text = addressText(address);
         HostIPList::add(text, QString());
         m_addedTexts.append(text);
+        return true;
     };
     generateIPRun(start, m_count->value(), isRejected, take);
 }

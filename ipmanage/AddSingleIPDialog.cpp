@@ -32,7 +32,7 @@ void CAddSingleIPDialog::OnAccept()
 {
     int code = 0;
     if (HostIPList::rejects(address(), &code, !m_ipManagementMode)) {
-        tellUser(this, ipCheckMessage(static_cast<quint32>(code), IPField::AddSingle));
+        tellUser(this, ipCheckMessage(static_cast<quint32>(code), IPField::Single));
         return;
     }
     if (m_ipManagementMode) {

@@ -25,12 +25,12 @@ CModifyIPDialog::CModifyIPDialog(int row, const QString& name, QWidget* parent)
 void CModifyIPDialog::OnAccept()
 {
     if (m_address->text().isEmpty()) {
-        tellUser(this, ipEmptyMessage(IPField::Modify));
+        tellUser(this, ipEmptyMessage(IPField::Change));
         return;
     }
     int code = 0;
     if (isRefused(&code)) {
-        tellUser(this, ipCheckMessage(static_cast<quint32>(code), IPField::Modify));
+        tellUser(this, ipCheckMessage(static_cast<quint32>(code), IPField::Change));
         return;
     }
     HostIPList::modify(m_row, m_address->text(), m_name->text());

@@ -1,5 +1,38 @@
 #include "tests/support/FakeHandler.h"
 
+#include <QtEndian>
+
+namespace {
+
+// Written out, since this is linked without the product too.
+
+QString dotted(quint32 address)
+{
+    return QStringLiteral("%1.%2.%3.%4")
+        .arg(address >> 24)
+        .arg((address >> 16) & 0xFF)
+        .arg((address >> 8) & 0xFF)
+        .arg(address & 0xFF);
+}
+
+QString entryOf(const QString& ip, const QString& name)
+{
+    return ip + QLatin1Char('(') + name + QLatin1Char(')');
+}
+
+QString addressIn(const QString& entry)
+{
+    return entry.section(QLatin1Char('('), 0, 0);
+}
+
+QString nameIn(const QString& entry)
+{
+    const QString name = entry.section(QLatin1Char('('), 1);
+    return name.endsWith(QLatin1Char(')')) ? name.chopped(1) : name;
+}
+
+} // namespace
+
 QVector<FakeHandler::Call> FakeHandler::calls() const
 {
     const std::lock_guard guard(m_mutex);
@@ -122,25 +155,23 @@ bool FakeHandler::ConfirmDeviceSetChange(const SDeviceSetInfo& set, int index)
 
 bool FakeHandler::CheckIPAddress(quint32 address, int* code, bool processorMode)
 {
-    note("CheckIPAddress");
-    Q_UNUSED(address)
-    Q_UNUSED(code)
-    Q_UNUSED(processorMode)
-    return false;
+    note("CheckIPAddress", dotted(address) + QLatin1String(processorMode ? ",true" : ",false"));
+    const quint32 answer = checkIp ? checkIp(address, processorMode) : 0;
+    if (code && answer != 0)
+        *code = static_cast<int>(answer);
+    return answer != 0;
 }
 
 int FakeHandler::GetIPCount(int kind)
 {
-    note("GetIPCount");
-    Q_UNUSED(kind)
-    return 0;
+    note("GetIPCount", QString::number(kind));
+    return ipCount.value_or(ipList.size());
 }
 
 void FakeHandler::AddIPAddress(const QString& ip, const QString& name)
 {
-    note("AddIPAddress");
-    Q_UNUSED(ip)
-    Q_UNUSED(name)
+    note("AddIPAddress", entryOf(ip, name));
+    ipList.append(entryOf(ip, name));
 }
 
 void FakeHandler::SaveIPList()
@@ -155,10 +186,9 @@ void FakeHandler::RefreshIPList()
 
 void FakeHandler::ModifyIPAddress(int row, const QString& ip, const QString& name)
 {
-    note("ModifyIPAddress");
-    Q_UNUSED(row)
-    Q_UNUSED(ip)
-    Q_UNUSED(name)
+    note("ModifyIPAddress", QString::number(row) + QLatin1Char(',') + entryOf(ip, name));
+    if (row >= 0 && row < ipList.size())
+        ipList[row] = entryOf(ip, name);
 }
 
 bool FakeHandler::IpListChanged(const QStringList& before, const QStringList& after)
@@ -369,14 +399,20 @@ QUuid FakeHandler::GetCurrentProcessorId()
 quint32 FakeHandler::ReadOnlineIPAddresses()
 {
     note("ReadOnlineIPAddresses");
-    return 0;
+    return readOnlineResult;
 }
 
 void FakeHandler::GetIPNameLists(QStringList& ips, QStringList& names)
 {
     note("GetIPNameLists");
-    Q_UNUSED(ips)
-    Q_UNUSED(names)
+    QStringList listedIps;
+    QStringList listedNames;
+    for (const QString& entry : qAsConst(ipList)) {
+        listedIps.append(addressIn(entry));
+        listedNames.append(nameIn(entry));
+    }
+    ips = ipAddresses.value_or(listedIps);
+    names = ipNames.value_or(listedNames);
 }
 
 void FakeHandler::GetIPList(QStringList& entries)
@@ -388,26 +424,29 @@ void FakeHandler::GetIPList(QStringList& entries)
 void FakeHandler::ClearIPList()
 {
     note("ClearIPList");
+    ipList.clear();
 }
 
 void FakeHandler::DeleteIPAddress(quint32 networkAddress)
 {
-    note("DeleteIPAddress");
-    Q_UNUSED(networkAddress)
+    const QString address = dotted(qFromBigEndian(networkAddress));
+    note("DeleteIPAddress", address);
+    for (int row = ipList.size() - 1; row >= 0; --row) {
+        if (addressIn(ipList.at(row)) == address)
+            ipList.removeAt(row);
+    }
 }
 
 quint32 FakeHandler::ImportIPFile(const QString& path)
 {
-    note("ImportIPFile");
-    Q_UNUSED(path)
-    return 0;
+    note("ImportIPFile", path);
+    return importResult;
 }
 
 QString FakeHandler::GetIPEntry(int row)
 {
-    note("GetIPEntry");
-    Q_UNUSED(row)
-    return {};
+    note("GetIPEntry", QString::number(row));
+    return ipList.value(row);
 }
 
 int FakeHandler::GetFixedOutputCount()
@@ -455,8 +494,7 @@ bool FakeHandler::AcceptProcessorForSnapshot(const ProcessorNode& processor)
 
 void FakeHandler::ShowTipMessage(const QString& text)
 {
-    note("ShowTipMessage");
-    Q_UNUSED(text)
+    note("ShowTipMessage", text);
 }
 
 bool FakeHandler::IsFrontPanelHighlightAvailable()

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <mutex>
+#include <optional>
 
 /// A host in memory. Keeps a project of groups and processors, answers every question from plain
 /// members that a test sets, and remembers what it was asked, in which order and on which thread.
@@ -53,7 +54,18 @@ public:
     quint32 detectResult = 0;
     QList<quint32> lanUsbIps;
     QStringList deviceSetTexts;
+
+    /// The IP list as entries. Requests to add, modify, delete and clear change it.
     QStringList ipList;
+    /// What GetIPNameLists answers instead of the addresses and names in ipList.
+    std::optional<QStringList> ipAddresses;
+    std::optional<QStringList> ipNames;
+    /// What GetIPCount answers instead of the length of ipList.
+    std::optional<int> ipCount;
+    /// The code an address is rejected with; 0 accepts it, as does having no such function.
+    std::function<quint32(quint32 address, bool processorMode)> checkIp;
+    quint32 readOnlineResult = 0;
+    quint32 importResult = 0;
 
     struct Membership
     {

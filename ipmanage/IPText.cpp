@@ -1,0 +1,33 @@
+#include "ipmanage/IPText.h"
+
+#include <QHostAddress>
+#include <QtEndian>
+
+quint32 addressOfText(const QString& text)
+{
+    return QHostAddress(text).toIPv4Address();
+}
+
+QString addressText(quint32 address)
+{
+    return QHostAddress(address).toString();
+}
+
+QString addressOfEntry(const QString& entry)
+{
+    return entry.left(entry.indexOf(QLatin1Char('(')));
+}
+
+quint32 networkAddressOfEntry(const QString& entry)
+{
+    return qToBigEndian(addressOfText(addressOfEntry(entry)));
+}
+
+QString exportLine(const QString& entry)
+{
+    // Both stand for a mark that is missing, too: left() and mid() take a negative length for the
+    // whole rest.
+    const int open = entry.indexOf(QLatin1Char('('));
+    const int close = entry.indexOf(QLatin1Char(')'));
+    return entry.left(open) + QLatin1Char(',') + entry.mid(open + 1, close - open - 1);
+}
