@@ -1,5 +1,7 @@
 #include "plugin/TargetSelectArea.h"
 
+#include "ipmanage/HostIPList.h"
+#include "ipmanage/IPManageDialog.h"
 #include "plugin/MetaTypes.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
@@ -13,6 +15,7 @@
 #include <QHostAddress>
 #include <QLabel>
 #include <QPointer>
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyleOption>
 #include <QStylePainter>
@@ -27,6 +30,9 @@ namespace {
 
 constexpr int kPanelWidth = 220;
 constexpr int kControlWidth = 200;
+
+// The detection strategy that goes by the addresses of the IP list.
+constexpr int kStrategyByAddress = 2;
 
 /// The panel of the process, and its handler as other threads may see it. Cleared before anything
 /// of the panel is torn down. The handler is not owned here: one that the host replaces must go.
@@ -48,6 +54,17 @@ bool onGuiThread()
 {
     const auto* application = QCoreApplication::instance();
     return application && application->thread() == QThread::currentThread();
+}
+
+/// The host may destroy `panel` while the dialog is open; nothing here needs it afterwards.
+void manageIPAddresses(QWidget* panel)
+{
+    const QStringList before = HostIPList::entries();
+    CIPManageDialog(panel).exec();
+    const QStringList after = HostIPList::entries();
+    const auto handler = GetTargetSelectHandler();
+    if (handler && handler->IpListChanged(before, after))
+        handler->DetectProcessorsOnly();
 }
 
 } // namespace
@@ -83,6 +100,7 @@ std::shared_ptr<IAbstractControlInterface> CTargetSelectArea::ControlHandler()
 
 CTargetSelectArea::CTargetSelectArea(QWidget* parent)
     : QWidget(parent)
+    , m_ipManagement(new QPushButton(this))
     , m_processorIpLabel(new QLabel(this))
     , m_deviceSetSelector(new QComboBox(this))
     , m_treeView(new QTreeView(this))
@@ -92,6 +110,8 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
     setFixedWidth(kPanelWidth);
     setFocusPolicy(Qt::ClickFocus);
 
+    m_ipManagement->setFixedWidth(kControlWidth);
+    connect(m_ipManagement, &QPushButton::clicked, this, [this] { manageIPAddresses(this); });
     m_deviceSetSelector->setFixedWidth(kControlWidth);
     m_deviceSetSelector->hide();
     m_processorIpLabel->setFixedWidth(kControlWidth);
@@ -111,6 +131,7 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 11, 0, 0);
     layout->setSpacing(8);
+    layout->addWidget(m_ipManagement, 0, Qt::AlignCenter);
     layout->addWidget(m_deviceSetSelector, 0, Qt::AlignCenter);
     layout->addWidget(m_processorIpLabel, 0, Qt::AlignCenter);
     layout->addWidget(m_treeView, 1);
@@ -137,6 +158,7 @@ bool CTargetSelectArea::Initialize()
     CTargetSelectData::Instance()->ResetModel();
     m_treeView->reset();
     expandBranches(*m_treeView);
+    updateIpManagement();
     return true;
 }
 
@@ -181,6 +203,7 @@ QList<ProcessorNode> CTargetSelectArea::GetAllProcessorNodes()
 void CTargetSelectArea::onDetectStrategyChanged(int strategy)
 {
     m_detectStrategy = strategy;
+    m_ipManagement->setVisible(strategy == kStrategyByAddress);
 }
 
 void CTargetSelectArea::onCurrentDeviceSetChanged(GUID current, const QList<SDeviceSetInfo>& sets)
@@ -209,6 +232,7 @@ void CTargetSelectArea::onCurrentDeviceSetChanged(GUID current, const QList<SDev
 void CTargetSelectArea::onCurrentProcessorChanged(const QUuid& current)
 {
     selectProcessor(current, true);
+    updateIpManagement();
 }
 
 void CTargetSelectArea::onLANUSBGetProcessorIP()
@@ -249,6 +273,7 @@ void CTargetSelectArea::paintEvent(QPaintEvent* event)
 
 void CTargetSelectArea::retranslate()
 {
+    m_ipManagement->setText(tr("IP address management..."));
     m_treeView->setAccessibleName(tr("Processors"));
     m_deviceSetSelector->setAccessibleName(tr("Device set"));
     CTargetSelectData::Instance()->GetModel()->updateRootText();
@@ -308,4 +333,10 @@ void CTargetSelectArea::registerObserver()
     bridge->Start();
     if (const auto handler = GetTargetSelectHandler())
         handler->SetObserver(bridge);
+}
+
+void CTargetSelectArea::updateIpManagement()
+{
+    const auto handler = GetTargetSelectHandler();
+    m_ipManagement->setVisible(handler && handler->IsIpManagementAvailable());
 }

@@ -12,10 +12,11 @@
 
 class QComboBox;
 class QLabel;
+class QPushButton;
 class QTreeView;
 
-/// The panel that the host docks: the device set selector, the line with a LAN-USB processor's
-/// address, and the processor tree.
+/// The panel that the host docks: the button of the IP address management, the device set selector,
+/// the line with a LAN-USB processor's address, and the processor tree.
 ///
 /// GUI thread, but for ControlHandler(). Lives until its Qt parent, or the host through the layer
 /// interface, destroys it; Instance() then builds a new one.
@@ -55,13 +56,14 @@ public:
     int detectStrategy() const { return m_detectStrategy; }
 
 public slots:
-    /// How the host detects devices.
+    /// How the host detects devices: with 2, by the addresses that the user manages.
     void onDetectStrategyChanged(int strategy);
 
     /// The host's device sets and the current one of them; all-zero for none.
     void onCurrentDeviceSetChanged(GUID current, const QList<SDeviceSetInfo>& sets);
 
-    /// The host made a processor current: selects its row without reporting that back.
+    /// The host made a processor current: selects its row without reporting that back, and asks
+    /// again whether there are addresses to manage.
     void onCurrentProcessorChanged(const QUuid& current);
 
     /// The addresses of LAN-USB processors may have changed.
@@ -80,7 +82,9 @@ private:
     void selectProcessor(const QUuid& id, bool silently);
     void confirmDeviceSet(const QList<SDeviceSetInfo>& sets, int index);
     void registerObserver();
+    void updateIpManagement();
 
+    QPushButton* m_ipManagement;    // Qt child
     QLabel* m_processorIpLabel;     // Qt child
     QComboBox* m_deviceSetSelector; // Qt child
     QTreeView* m_treeView;          // Qt child

@@ -6,6 +6,7 @@
 // asks works outside any namespace only.
 static void initResources()
 {
+    Q_INIT_RESOURCE(TargetSelectAreaImages);
     Q_INIT_RESOURCE(TargetSelectAreaTranslations);
 }
 
