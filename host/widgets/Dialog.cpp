@@ -1,24 +1,316 @@
 #include "host/widgets/Dialog.h"
+
+#include "host/widgets/DialogTitleBar.h"
+#include "host/widgets/HostTheme.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QPointer>
 #include <QPushButton>
+#include <QScreen>
+#include <QShowEvent>
 #include <QVBoxLayout>
-CDialog::CDialog(QWidget* parent, const QString& title, const QString&, int) : QDialog(parent), m_titleBar(nullptr), m_body(new QVBoxLayout(this)) { setWindowTitle(title); }
-CDialog::~CDialog() = default;
-void CDialog::Init() { InitWidgets(); InitLayout(m_body); InitConnections(); }
-void CDialog::SetDialogBtnRole(QDialogButtonBox::StandardButtons buttons, QDialogButtonBox::StandardButton)
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr int kButtonHeight = 24;
+constexpr int kButtonSpacing = 8;
+constexpr int kButtonMargin = 16;
+
+struct ButtonText
 {
-    m_buttonBox = new QDialogButtonBox(buttons, this);
-    layout()->addWidget(m_buttonBox);
+    QDialogButtonBox::StandardButton button;
+    const char* text;
+};
+
+constexpr ButtonText kButtonTexts[] = {
+    {QDialogButtonBox::Ok, QT_TRANSLATE_NOOP("CDialog", "OK")},
+    {QDialogButtonBox::Cancel, QT_TRANSLATE_NOOP("CDialog", "Cancel")},
+    {QDialogButtonBox::Yes, QT_TRANSLATE_NOOP("CDialog", "Yes")},
+    {QDialogButtonBox::No, QT_TRANSLATE_NOOP("CDialog", "No")},
+    {QDialogButtonBox::YesToAll, QT_TRANSLATE_NOOP("CDialog", "Yes to all")},
+    {QDialogButtonBox::NoToAll, QT_TRANSLATE_NOOP("CDialog", "No to all")},
+    {QDialogButtonBox::Close, QT_TRANSLATE_NOOP("CDialog", "Close")},
+    {QDialogButtonBox::Open, QT_TRANSLATE_NOOP("CDialog", "Open")},
+    {QDialogButtonBox::Save, QT_TRANSLATE_NOOP("CDialog", "Save")},
+    {QDialogButtonBox::SaveAll, QT_TRANSLATE_NOOP("CDialog", "Save all")},
+    {QDialogButtonBox::Discard, QT_TRANSLATE_NOOP("CDialog", "Discard")},
+    {QDialogButtonBox::Apply, QT_TRANSLATE_NOOP("CDialog", "Apply")},
+    {QDialogButtonBox::Reset, QT_TRANSLATE_NOOP("CDialog", "Reset")},
+    {QDialogButtonBox::RestoreDefaults, QT_TRANSLATE_NOOP("CDialog", "Restore defaults")},
+    {QDialogButtonBox::Abort, QT_TRANSLATE_NOOP("CDialog", "Abort")},
+    {QDialogButtonBox::Retry, QT_TRANSLATE_NOOP("CDialog", "Retry")},
+    {QDialogButtonBox::Ignore, QT_TRANSLATE_NOOP("CDialog", "Ignore")},
+    {QDialogButtonBox::Help, QT_TRANSLATE_NOOP("CDialog", "Help")},
+};
+
+/// The line around a dialog. Lies above all that the dialog holds, but is no more than that line,
+/// so that it needs no room in the layout and costs the widgets below it nothing.
+class Outline final : public QWidget
+{
+public:
+    explicit Outline(QWidget* dialog)
+        : QWidget(dialog)
+    {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+protected:
+    void resizeEvent(QResizeEvent*) override
+    {
+        setMask(QRegion(rect()).subtracted(rect().adjusted(1, 1, -1, -1)));
+    }
+
+    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), hostColors().line); }
+};
+
+QDialogButtonBox* createButtonBox(QWidget* dialog)
+{
+    auto* box = new QDialogButtonBox(dialog);
+    // One order of buttons on every desktop, the accepting one first.
+    box->setStyleSheet(QStringLiteral("button-layout: 0; dialogbuttonbox-buttons-have-icons: 0;"));
+    box->layout()->setSpacing(kButtonSpacing);
+    box->setContentsMargins(kButtonMargin, 0, kButtonMargin,
+                            CDialog::kButtonRowHeight - kButtonHeight);
+    box->setFixedHeight(CDialog::kButtonRowHeight);
+    box->hide();
+    return box;
+}
+
+/// Closes `dialog` as if it was rejected, but quietly: whoever listens may be half gone.
+void dismiss(QDialog& dialog)
+{
+    dialog.setResult(QDialog::Rejected);
+    dialog.hide();
+}
+
+} // namespace
+
+CDialog::CDialog(QWidget* parent, const QString& title, const QString& subtitle, int titleButtons)
+    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
+    , m_titleBar(new DialogTitleBar(subtitle, titleButtons, this))
+    , m_body(new QVBoxLayout)
+    , m_buttonBox(createButtonBox(this))
+    , m_outline(new Outline(this))
+{
+    setWindowTitle(title);
+    m_body->setContentsMargins(0, 0, 0, 0);
+    m_body->setSpacing(0);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_titleBar);
+    layout->addLayout(m_body, 1);
+    layout->addWidget(m_buttonBox);
     connect(m_buttonBox, &QDialogButtonBox::accepted, this, [this] { OnAccept(); });
     connect(m_buttonBox, &QDialogButtonBox::rejected, this, [this] { OnReject(); });
+    watchParent();
 }
-void CDialog::EnableDialogBtn(QDialogButtonBox::StandardButton button, bool enabled) { if (m_buttonBox && m_buttonBox->button(button)) m_buttonBox->button(button)->setEnabled(enabled); }
-void CDialog::reject() { OnReject(); }
-void CDialog::OnAccept() { accept(); }
-void CDialog::OnReject() { QDialog::reject(); }
-void CDialog::InitWidgets() {}
-void CDialog::InitLayout(QBoxLayout*) {}
-void CDialog::InitConnections() {}
-void CDialog::changeEvent(QEvent* event) { QDialog::changeEvent(event); }
-void CDialog::paintEvent(QPaintEvent* event) { QDialog::paintEvent(event); }
-void CDialog::resizeEvent(QResizeEvent* event) { QDialog::resizeEvent(event); }
-void CDialog::showEvent(QShowEvent* event) { QDialog::showEvent(event); }
+
+CDialog::~CDialog() = default;
+
+void CDialog::Init()
+{
+    if (m_initialised)
+        return;
+    m_initialised = true;
+    InitWidgets();
+    InitLayout(m_body);
+    InitConnections();
+}
+
+void CDialog::SetDialogBtnRole(QDialogButtonBox::StandardButtons buttons,
+                               QDialogButtonBox::StandardButton defaultButton)
+{
+    m_buttonBox->setStandardButtons(buttons);
+    for (QAbstractButton* button : m_buttonBox->buttons())
+        button->setFixedHeight(kButtonHeight);
+    retranslateButtons();
+    if (QPushButton* button = m_buttonBox->button(defaultButton))
+        button->setDefault(true);
+    m_buttonBox->setVisible(buttons != QDialogButtonBox::NoButton);
+    if (isVisible())
+        putButtonsLastInTabOrder();
+}
+
+void CDialog::EnableDialogBtn(QDialogButtonBox::StandardButton button, bool enabled)
+{
+    if (QPushButton* found = m_buttonBox->button(button))
+        found->setEnabled(enabled);
+}
+
+int CDialog::exec()
+{
+    m_executed = true;
+    if (parentWidget() && windowModality() == Qt::NonModal)
+        setWindowModality(Qt::WindowModal);
+    return QDialog::exec();
+}
+
+void CDialog::reject()
+{
+    OnReject();
+}
+
+void CDialog::OnAccept()
+{
+    accept();
+}
+
+void CDialog::OnReject()
+{
+    QDialog::reject();
+}
+
+void CDialog::InitWidgets()
+{
+}
+
+void CDialog::InitLayout(QBoxLayout*)
+{
+}
+
+void CDialog::InitConnections()
+{
+}
+
+bool CDialog::event(QEvent* event)
+{
+    const bool handled = QDialog::event(event);
+    switch (event->type()) {
+    case QEvent::ChildPolished:
+    case QEvent::LayoutRequest:
+        m_outline->raise();
+        break;
+    case QEvent::LanguageChange:
+        // After the button box, which knows the language of Qt's own texts only.
+        retranslateButtons();
+        break;
+    case QEvent::ParentChange:
+        watchParent();
+        break;
+    default:
+        break;
+    }
+    return handled;
+}
+
+void CDialog::resizeEvent(QResizeEvent* event)
+{
+    QDialog::resizeEvent(event);
+    m_outline->setGeometry(rect());
+}
+
+void CDialog::showEvent(QShowEvent* event)
+{
+    if (!event->spontaneous()) {
+        const bool placed = testAttribute(Qt::WA_Moved);
+        if (!isMaximized())
+            placeOnScreen();
+        putButtonsLastInTabOrder();
+        focusFirst();
+        m_outline->raise();
+        QDialog::showEvent(event);
+        // A place of our choice is chosen anew the next time.
+        setAttribute(Qt::WA_Moved, placed);
+    } else {
+        QDialog::showEvent(event);
+    }
+}
+
+void CDialog::watchParent()
+{
+    disconnect(m_parentWatch);
+    if (parentWidget()) {
+        m_parentWatch =
+            connect(parentWidget(), &QObject::destroyed, this, &CDialog::leaveDyingParent);
+    }
+}
+
+/// A widget tells of its end before it deletes its children, so there is time to be none of them;
+/// that holds for the parent's parents too, which delete the parent as their child. Hiding a dialog
+/// ends its exec(), and these return from the innermost outwards.
+void CDialog::leaveDyingParent()
+{
+    if (!m_executed)
+        return;
+    if (isVisible()) {
+        while (QWidget* popup = QApplication::activePopupWidget())
+            popup->hide();
+    }
+    std::vector<QPointer<QDialog>> inner;
+    for (QDialog* dialog : findChildren<QDialog*>())
+        inner.emplace_back(dialog);
+    // Found from the outside in.
+    std::for_each(inner.rbegin(), inner.rend(), [](const QPointer<QDialog>& dialog) {
+        if (dialog)
+            dismiss(*dialog);
+    });
+    dismiss(*this);
+    setParent(nullptr, windowFlags());
+}
+
+void CDialog::placeOnScreen()
+{
+    const QWidget* over = parentWidget() ? parentWidget()->window() : nullptr;
+    QRect place(pos(), size());
+    if (!testAttribute(Qt::WA_Moved) && over && over->isVisible())
+        place.moveCenter(over->frameGeometry().center());
+    else if (!testAttribute(Qt::WA_Moved))
+        place.moveCenter(screen()->availableGeometry().center());
+    const QScreen* at = QGuiApplication::screenAt(place.center());
+    const QRect room = (at ? at : over ? over->screen() : screen())->availableGeometry();
+    // The title bar's end counts when the dialog is larger than the screen.
+    place.moveRight(std::min(place.right(), room.right()));
+    place.moveBottom(std::min(place.bottom(), room.bottom()));
+    place.moveLeft(std::max(place.left(), room.left()));
+    place.moveTop(std::max(place.top(), room.top()));
+    move(place.topLeft());
+}
+
+void CDialog::putButtonsLastInTabOrder()
+{
+    QWidget* last = previousInFocusChain();
+    while (last != this && (last->focusPolicy() == Qt::NoFocus || m_buttonBox->isAncestorOf(last)))
+        last = last->previousInFocusChain();
+    const QLayout* row = m_buttonBox->layout();
+    for (int i = 0; i < row->count(); ++i) {
+        QWidget* button = row->itemAt(i)->widget();
+        if (!button)
+            continue;
+        if (last != this)
+            setTabOrder(last, button);
+        last = button;
+    }
+}
+
+void CDialog::focusFirst()
+{
+    if (focusWidget() && focusWidget() != this)
+        return;
+    for (QWidget* widget = nextInFocusChain(); widget != this;
+         widget = widget->nextInFocusChain()) {
+        const bool takesFocus = (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->isEnabled()
+                                && widget->isVisibleTo(this);
+        if (takesFocus && !m_buttonBox->isAncestorOf(widget)) {
+            widget->setFocus(Qt::TabFocusReason);
+            return;
+        }
+    }
+    for (QAbstractButton* button : m_buttonBox->buttons()) {
+        const auto* pushButton = qobject_cast<QPushButton*>(button);
+        if (pushButton && pushButton->isDefault())
+            button->setFocus(Qt::TabFocusReason);
+    }
+}
+
+void CDialog::retranslateButtons()
+{
+    for (const auto& [button, text] : kButtonTexts) {
+        if (QPushButton* found = m_buttonBox->button(button))
+            found->setText(tr(text));
+    }
+}

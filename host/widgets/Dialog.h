@@ -16,13 +16,15 @@ class QVBoxLayout;
 /// its members stand. The frame costs kTitleBarHeight pixels at the top and, with buttons,
 /// kButtonRowHeight at the foot; its outline is drawn over the body and costs nothing.
 ///
-/// Modal over its parent's window, centred on it and kept on the screen. Escape, the close button
-/// of the title bar and the window manager's close all lead to OnReject(); Enter presses the
-/// default button.
+/// Modal over its parent's window while exec() runs. Shown over the middle of that window, or where
+/// it was moved to before, and always wholly on a screen. Escape, the close button of the title bar
+/// and the window manager's close all lead to OnReject(); Enter presses the default button. The
+/// first widget of the body has the focus at first, the buttons come last.
 ///
 /// May be created on the stack below a parent that dies while exec() runs: the dialog then leaves
-/// its parent, closes itself and every dialog and menu open above it, and exec() returns 0. The
-/// caller must expect that its own object is gone by then.
+/// its parent, closes itself and every dialog and menu open above it, without a signal, and exec()
+/// returns 0. The caller must expect that its own object is gone by then. From its first exec() on,
+/// a dialog thus belongs to whoever created it; one that is only shown belongs to its parent.
 ///
 /// GUI thread.
 class HOSTWIDGETS_EXPORT CDialog : public QDialog
@@ -30,12 +32,9 @@ class HOSTWIDGETS_EXPORT CDialog : public QDialog
     Q_OBJECT
 
 public:
-    /// Buttons of the title bar; a sum of them is the constructor's flag argument.
-    enum TitleButton {
-        NoTitleButton = 0,
-        CloseTitleButton = 1,
-        MaximizeTitleButton = 2
-    };
+    /// Buttons of the title bar; a sum of them is the constructor's flag argument. With
+    /// MaximizeTitleButton, a double click on the bar maximizes and restores too.
+    enum TitleButton { NoTitleButton = 0, CloseTitleButton = 1, MaximizeTitleButton = 2 };
 
     static constexpr int kTitleBarHeight = 30;
     static constexpr int kButtonRowHeight = 34;
@@ -48,9 +47,9 @@ public:
     /// Runs InitWidgets(), InitLayout() with the body's layout, and InitConnections(), once.
     void Init();
 
-    /// Gives the dialog these standard buttons at its foot; `defaultButton` is the one that Enter
-    /// presses. Buttons of an accepting role call OnAccept(), of a rejecting one OnReject(). Their
-    /// texts follow the language.
+    /// Gives the dialog these standard buttons at its foot, in place of those it had;
+    /// `defaultButton` is the one that Enter presses. Buttons of an accepting role call OnAccept(),
+    /// of a rejecting one OnReject(). Their texts follow the language.
     void SetDialogBtnRole(QDialogButtonBox::StandardButtons buttons,
                           QDialogButtonBox::StandardButton defaultButton);
 
@@ -58,6 +57,8 @@ public:
     void EnableDialogBtn(QDialogButtonBox::StandardButton button, bool enabled);
 
 public slots:
+    int exec() override;
+
     /// What Escape and closing do: OnReject().
     void reject() override;
 
@@ -72,22 +73,29 @@ protected:
     /// Creates the body's widgets. Does nothing.
     virtual void InitWidgets();
 
-    /// Arranges them in `body`, a vertical layout without spacing. Does nothing.
+    /// Arranges them in `body`, a vertical layout without margins and spacing. Does nothing.
     virtual void InitLayout(QBoxLayout* body);
 
     /// Connects them. Does nothing.
     virtual void InitConnections();
 
-    void changeEvent(QEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
+    void watchParent();
     void leaveDyingParent();
+    void placeOnScreen();
+    void putButtonsLastInTabOrder();
+    void focusFirst();
     void retranslateButtons();
 
-    DialogTitleBar* m_titleBar;              // Qt child
-    QVBoxLayout* m_body;                     // owned by the dialog's layout
-    QDialogButtonBox* m_buttonBox = nullptr; // Qt child
+    DialogTitleBar* m_titleBar;    // Qt child
+    QVBoxLayout* m_body;           // owned by the dialog's layout
+    QDialogButtonBox* m_buttonBox; // Qt child
+    QWidget* m_outline;            // Qt child
+    QMetaObject::Connection m_parentWatch;
+    bool m_initialised = false;
+    bool m_executed = false;
 };

@@ -1,3 +1,9 @@
 #include "host/widgets/HostTheme.h"
-const HostColors& hostColors() { static const HostColors colors; return colors; }
-void ApplyHostTheme(QApplication&) {}
+const HostColors& hostColors()
+{
+    static const HostColors colors;
+    return colors;
+}
+void ApplyHostTheme(QApplication&)
+{
+}

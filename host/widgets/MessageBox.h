@@ -16,12 +16,7 @@ class HOSTWIDGETS_EXPORT CMessageBox final : public CDialog
 
 public:
     /// What a box returns: the rank of the pressed button among those that can be asked for.
-    enum Answer {
-        Yes = 0,
-        No = 1,
-        Ok = 0,
-        Cancel = 1
-    };
+    enum Answer { Yes = 0, No = 1, Ok = 0, Cancel = 1 };
 
     static constexpr int kDefaultWidth = 330;
 
@@ -46,10 +41,7 @@ protected:
     void InitLayout(QBoxLayout* body) override;
 
 private:
-    enum class Kind {
-        Information,
-        Question
-    };
+    enum class Kind { Information, Question };
 
     CMessageBox(QWidget* parent, Kind kind, const QString& text, const QString& caption, int width);
 
