@@ -1,0 +1,92 @@
+#pragma once
+
+#include "host/widgets/IPLineEdit.h"
+#include "tests/support/DialogDriver.h"
+#include "tests/support/TestPanel.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QLineEdit>
+#include <QTest>
+#include <QTranslator>
+
+/// What a test of a dialog stands on: a host behind the panel, a window to open it over, somebody
+/// who answers it, and nobody who takes a warning of Qt's.
+struct DialogTest
+{
+    DialogTest()
+    {
+        window.resize(800, 600);
+        window.show();
+    }
+
+    FakeHandler& host() { return panel.host(); }
+
+    /// What the host was asked, with arguments: "GetIPCount(0)".
+    QStringList asked() const
+    {
+        QStringList texts;
+        const auto calls = panel.host().calls();
+        for (const FakeHandler::Call& call : calls) {
+            texts.append(call.argument.isEmpty()
+                             ? call.name
+                             : call.name + QLatin1Char('(') + call.argument + QLatin1Char(')'));
+        }
+        return texts;
+    }
+
+    WarningTrap trap;
+    mutable TestPanel panel;
+    QWidget window;
+    DialogDriver driver;
+};
+
+/// Field `n` for an address in `dialog`, from the top.
+inline CIPLineEdit* addressField(const QWidget& dialog, int n = 0)
+{
+    return dialog.findChildren<CIPLineEdit*>().value(n);
+}
+
+/// The one field for a name; null when the dialog has none.
+inline QLineEdit* nameField(const QWidget& dialog)
+{
+    const auto fields = dialog.findChildren<QLineEdit*>();
+    for (QLineEdit* field : fields) {
+        const QString name = field->accessibleName();
+        if (name == QLatin1String("Name") || name == QStringLiteral("名称"))
+            return field;
+    }
+    return nullptr;
+}
+
+/// Replaces the text of `field` by typing.
+inline void retype(QWidget* field, const QString& text)
+{
+    QTest::mouseClick(field, Qt::LeftButton);
+    QWidget* focus = field->window()->focusWidget();
+    QTest::keyClick(focus, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(focus, Qt::Key_Delete);
+    QTest::keyClicks(focus, text);
+}
+
+/// While one lives, the application speaks Chinese.
+class Chinese final
+{
+public:
+    Chinese()
+    {
+        m_loaded = m_panel.load(
+            QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm"));
+        m_widgetsLoaded =
+            m_widgets.load(QStringLiteral(":/HostWidgets/translations/HostWidgets_zh_CN.qm"));
+        QCoreApplication::installTranslator(&m_panel);
+        QCoreApplication::installTranslator(&m_widgets);
+    }
+
+    bool isLoaded() const { return m_loaded && m_widgetsLoaded; }
+
+private:
+    QTranslator m_panel;
+    QTranslator m_widgets;
+    bool m_loaded = false;
+    bool m_widgetsLoaded = false;
+};
