@@ -1,24 +1,51 @@
 #include "host/widgets/MessageBox.h"
-#include <QBoxLayout>
+
+#include "host/widgets/MessageText.h"
+
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStyle>
+#include <QSvgRenderer>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kIconSize = 32;
+constexpr int kGap = 16;
+constexpr int kMargin = 16;
+constexpr int kMarginAbove = 12;
+constexpr int kMarginBelow = 24;
+constexpr int kLeastTextWidth = 80;
+
+QPixmap drawn(const QString& file, qreal ratio)
+{
+    QPixmap pixmap(QSize(kIconSize, kIconSize) * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    QSvgRenderer(file).render(&painter, QRectF(0, 0, kIconSize, kIconSize));
+    return pixmap;
+}
+
+} // namespace
+
 CMessageBox::CMessageBox(QWidget* parent, Kind kind, const QString& text, const QString& caption,
                          int width)
     : CDialog(parent, caption, QString(), CloseTitleButton)
     , m_kind(kind)
     , m_text(text)
+    , m_width(std::max(width, 2 * kMargin + kIconSize + kGap + kLeastTextWidth))
 {
+    setFixedWidth(m_width);
+    setAccessibleDescription(text);
     Init();
-    setFixedWidth(width);
 }
-int CMessageBox::ask(QWidget* parent, Kind kind, const QString& text, const QString& caption,
-                     QDialogButtonBox::StandardButtons buttons,
-                     QDialogButtonBox::StandardButton defaultButton, int width)
-{
-    CMessageBox box(parent, kind, text, caption, width);
-    box.SetDialogBtnRole(buttons, defaultButton);
-    box.exec();
-    return box.m_answer;
-}
+
 int CMessageBox::information(QWidget* parent, const QString& text, const QString& caption,
                              QDialogButtonBox::StandardButtons buttons,
                              QDialogButtonBox::StandardButton defaultButton, int width)
@@ -26,27 +53,61 @@ int CMessageBox::information(QWidget* parent, const QString& text, const QString
     ask(parent, Kind::Information, text, caption, buttons, defaultButton, width);
     return Ok;
 }
+
 int CMessageBox::question(QWidget* parent, const QString& text, const QString& caption,
                           QDialogButtonBox::StandardButtons buttons,
                           QDialogButtonBox::StandardButton defaultButton, int width)
 {
-    return ask(parent, Kind::Question, text, caption, buttons, defaultButton, width);
+    return ask(parent, Kind::Question, text, caption, buttons, defaultButton, width) ? Yes : No;
 }
-void CMessageBox::OnAccept()
+
+bool CMessageBox::ask(QWidget* parent, Kind kind, const QString& text, const QString& caption,
+                      QDialogButtonBox::StandardButtons buttons,
+                      QDialogButtonBox::StandardButton defaultButton, int width)
 {
-    m_answer = Yes;
-    done(1);
+    CMessageBox box(parent, kind, text, caption, width);
+    box.SetDialogBtnRole(buttons, defaultButton);
+    // The answer comes first, even where the text can be scrolled.
+    if (QPushButton* button = box.findChild<QDialogButtonBox*>()->button(defaultButton))
+        button->setFocus(Qt::TabFocusReason);
+    return box.exec() == Accepted;
 }
-void CMessageBox::OnReject()
-{
-    done(0);
-}
+
 void CMessageBox::InitWidgets()
 {
-    m_label = new QLabel(m_text, this);
-    m_label->setWordWrap(true);
+    m_icon = new QLabel(this);
+    m_icon->setFixedSize(kIconSize, kIconSize);
+    m_icon->setPixmap(drawn(m_kind == Kind::Question
+                                ? QStringLiteral(":/HostWidgets/icons/question.svg")
+                                : QStringLiteral(":/HostWidgets/icons/information.svg"),
+                            devicePixelRatioF()));
+
+    const int width = m_width - 2 * kMargin - kIconSize - kGap;
+    const int spare = kTitleBarHeight + kMarginAbove + kMarginBelow + kButtonRowHeight;
+    const int most = screen()->availableGeometry().height() - spare;
+    m_area = new QScrollArea(this);
+    m_area->setFrameShape(QFrame::NoFrame);
+    m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* text = new MessageText(m_text, width, m_area);
+    const bool scrolls = text->height() > most;
+    if (scrolls)
+        text->setFixedWidth(width - style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    m_area->setFocusPolicy(scrolls ? Qt::StrongFocus : Qt::NoFocus);
+    m_area->setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    m_area->setFixedSize(width, std::min(text->height(), most));
+    m_area->setWidget(text);
+    // The dialog's own colour shows through.
+    text->setAutoFillBackground(false);
+    m_area->viewport()->setAutoFillBackground(false);
 }
+
 void CMessageBox::InitLayout(QBoxLayout* body)
 {
-    body->addWidget(m_label);
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(kMargin, kMarginAbove, kMargin, kMarginBelow);
+    row->setSpacing(kGap);
+    row->addWidget(m_icon, 0, Qt::AlignTop);
+    row->addWidget(m_area, 0, Qt::AlignVCenter);
+    row->addStretch(1);
+    body->addLayout(row);
 }

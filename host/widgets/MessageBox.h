@@ -3,6 +3,7 @@
 #include "host/widgets/Dialog.h"
 
 class QLabel;
+class QScrollArea;
 
 /// Messages and questions in the host's frame. The text is plain, wraps within the given width and
 /// scrolls when it is longer than the screen is high.
@@ -26,8 +27,8 @@ public:
                            QDialogButtonBox::StandardButton defaultButton = QDialogButtonBox::Ok,
                            int width = kDefaultWidth);
 
-    /// Asks the user. Returns Yes (0) when that was pressed, else, also when the box was closed by
-    /// Escape or its frame, No (1).
+    /// Asks the user. Returns Yes (0) when that, or another accepting button, was pressed, else,
+    /// also when the box was closed by Escape, its frame or the end of `parent`, No (1).
     static int question(QWidget* parent, const QString& text, const QString& caption,
                         QDialogButtonBox::StandardButtons buttons = QDialogButtonBox::Yes
                                                                     | QDialogButtonBox::No,
@@ -35,8 +36,6 @@ public:
                         int width = kDefaultWidth);
 
 protected:
-    void OnAccept() override;
-    void OnReject() override;
     void InitWidgets() override;
     void InitLayout(QBoxLayout* body) override;
 
@@ -45,13 +44,13 @@ private:
 
     CMessageBox(QWidget* parent, Kind kind, const QString& text, const QString& caption, int width);
 
-    static int ask(QWidget* parent, Kind kind, const QString& text, const QString& caption,
-                   QDialogButtonBox::StandardButtons buttons,
-                   QDialogButtonBox::StandardButton defaultButton, int width);
+    static bool ask(QWidget* parent, Kind kind, const QString& text, const QString& caption,
+                    QDialogButtonBox::StandardButtons buttons,
+                    QDialogButtonBox::StandardButton defaultButton, int width);
 
     Kind m_kind;
     QString m_text;
-    int m_answer = No;
-    QLabel* m_icon = nullptr;  // Qt child
-    QLabel* m_label = nullptr; // Qt child
+    int m_width;
+    QLabel* m_icon = nullptr;      // Qt child
+    QScrollArea* m_area = nullptr; // Qt child
 };

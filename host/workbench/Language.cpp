@@ -20,6 +20,7 @@ void Language::choose(Choice choice)
     if (choice == Choice::English)
         return;
     install(QStringLiteral("qtbase_zh_CN"), QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    install(QStringLiteral("HostWidgets_zh_CN"), QStringLiteral(":/HostWidgets/translations"));
     install(QStringLiteral("TargetSelectArea_zh_CN"),
             QStringLiteral(":/TargetSelectArea/translations"));
     install(QStringLiteral("Workbench_zh_CN"), QStringLiteral(":/Workbench/translations"));

@@ -7,7 +7,8 @@
 #include <vector>
 
 /// The application's language, changed while it runs: the translations of Qt's own texts, of the
-/// panel's library, which brings its own along, and of the workbench. GUI thread.
+/// host's widgets, of the panel's library, which brings its own along, and of the workbench. GUI
+/// thread.
 class Language final : public QObject
 {
     Q_OBJECT

@@ -1,6 +1,6 @@
 #include "host/workbench/RecordsModel.h"
 
-#include "host/workbench/Theme.h"
+#include "host/widgets/HostTheme.h"
 
 #include <QFont>
 
@@ -36,7 +36,7 @@ void RecordsModel::show(const Project& project)
                                tr("Addressed by"), tr("Redundancy"), tr("Monitor")});
     for (const ProcessorGroupNode& group : project.allGroups()) {
         QStandardItem* row = nameCell(group.name, group.id, true);
-        row->setForeground(themeColors().strongText);
+        row->setForeground(hostColors().strongText);
         for (const ProcessorNode& node : group.processors)
             row->appendRow(processorRow(node, node.id == project.currentProcessor));
         row->setText(tr("%1 (%2)").arg(group.name).arg(group.processors.size()));
@@ -74,15 +74,15 @@ QList<QStandardItem*> RecordsModel::processorRow(const ProcessorNode& node, bool
                               cell(redundancy),
                               cell(node.hostFlag17 ? tr("warning") : QString())};
     if (!node.online)
-        row.at(StateColumn)->setForeground(themeColors().weakText);
+        row.at(StateColumn)->setForeground(hostColors().weakText);
     if (node.ipAddress == kNoProcessorAddress)
-        row.at(AddressColumn)->setForeground(themeColors().weakText);
+        row.at(AddressColumn)->setForeground(hostColors().weakText);
     if (isCurrent) {
         QFont font;
         font.setBold(true);
         for (QStandardItem* item : qAsConst(row)) {
             item->setFont(font);
-            item->setForeground(themeColors().strongText);
+            item->setForeground(hostColors().strongText);
         }
         row.at(NameColumn)->setText(tr("%1 (current)").arg(node.name));
     }

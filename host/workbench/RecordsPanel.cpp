@@ -1,7 +1,7 @@
 #include "host/workbench/RecordsPanel.h"
 
+#include "host/widgets/HostTheme.h"
 #include "host/workbench/FieldTexts.h"
-#include "host/workbench/Theme.h"
 
 #include <QEvent>
 #include <QHeaderView>
@@ -163,7 +163,7 @@ bool RecordsPanel::eventFilter(QObject* watched, QEvent* event)
 void RecordsPanel::paintHint()
 {
     QPainter painter(m_view->viewport());
-    painter.setPen(themeColors().weakText);
+    painter.setPen(hostColors().weakText);
     painter.drawText(m_view->viewport()->rect().adjusted(24, 24, -24, -24),
                      static_cast<int>(Qt::AlignCenter) | Qt::TextWordWrap,
                      tr("The project is empty.\nAdd processors with Change > Add processor."));

@@ -1,12 +1,12 @@
 #include "host/workbench/Tour.h"
 
+#include "host/widgets/HostTheme.h"
 #include "host/workbench/Actions.h"
 #include "host/workbench/LogPanel.h"
 #include "host/workbench/MainWindow.h"
 #include "host/workbench/ProjectFiles.h"
 #include "host/workbench/RecordsPanel.h"
 #include "host/workbench/Session.h"
-#include "host/workbench/Theme.h"
 #include "host/workbench/Wait.h"
 
 #include <QApplication>
@@ -155,7 +155,7 @@ bool Tour::takePicture(const QString& name)
         const QRect frame =
             dialog->rect().translated(m_window.rect().center() - dialog->rect().center());
         painter.drawPixmap(frame.topLeft(), dialog->grab());
-        painter.setPen(themeColors().line);
+        painter.setPen(hostColors().line);
         painter.drawRect(frame.adjusted(-1, -1, 0, 0));
     }
     QString file = name;

@@ -1,4 +1,5 @@
 #include "host/common/SoftwareName.h"
+#include "host/widgets/HostTheme.h"
 #include "host/workbench/Actions.h"
 #include "host/workbench/Language.h"
 #include "host/workbench/MainWindow.h"
@@ -7,7 +8,6 @@
 #include "host/workbench/Prompts.h"
 #include "host/workbench/SelfTest.h"
 #include "host/workbench/Session.h"
-#include "host/workbench/Theme.h"
 #include "host/workbench/Tour.h"
 
 #include <QApplication>
@@ -47,7 +47,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("workbench"));
     set_custom_software_name(QStringLiteral("Workbench"));
-    applyTheme(application);
+    ApplyHostTheme(application);
 
     const Options options = parseOptions(QApplication::arguments());
     const bool unattended = options.selfTest || !options.tourFolder.isEmpty();

@@ -1,3 +1,4 @@
+#include "host/widgets/HostTheme.h"
 #include "host/workbench/Actions.h"
 #include "host/workbench/Language.h"
 #include "host/workbench/LogPanel.h"
@@ -7,7 +8,6 @@
 #include "host/workbench/RaiseEventDialog.h"
 #include "host/workbench/RecordsPanel.h"
 #include "host/workbench/Session.h"
-#include "host/workbench/Theme.h"
 #include "tests/support/TreeDump.h"
 #include "tests/support/WarningTrap.h"
 #include "tests/workbench/SampleRecords.h"
@@ -28,7 +28,6 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QSettings>
 #include <QSpinBox>
 #include <QTableView>
@@ -41,22 +40,6 @@
 #include <QTreeWidget>
 
 namespace {
-
-/// Collects Qt's warnings; those that the platform without a display makes itself are no defect.
-class WindowWarningTrap final
-{
-public:
-    ~WindowWarningTrap()
-    {
-        const QStringList warnings = WarningTrap::take().filter(
-            QRegularExpression(QStringLiteral("^(?!.*propagateSizeHints)")));
-        if (!warnings.isEmpty())
-            QTest::qFail(qPrintable(warnings.join(QLatin1Char('\n'))), __FILE__, __LINE__);
-    }
-
-private:
-    WarningTrap m_trap;
-};
 
 /// A workbench with the real library, the panel docked and the small project open.
 struct WorkbenchUnderTest
@@ -103,7 +86,7 @@ struct WorkbenchUnderTest
         return node ? *node : ProcessorNode();
     }
 
-    WindowWarningTrap warnings;
+    WarningTrap warnings;
     Session session;
     Language language;
     MainWindow window{session, language};
@@ -162,7 +145,7 @@ private:
 void WorkbenchWindowTest::initTestCase()
 {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path());
-    applyTheme(*qApp);
+    ApplyHostTheme(*qApp);
 }
 
 void WorkbenchWindowTest::deliveries()
