@@ -174,7 +174,8 @@ void AddSingleIPDialogTest::shouldStayOpenWhenTheListIsTooLong()
         clickButton(shown, QStringLiteral("OK"));
         QCOMPARE(shown.isVisible(), !added);
         QCOMPARE(addressField(shown)->text(), QStringLiteral("10.0.0.9"));
-        QTest::keyClick(&shown, Qt::Key_Escape);
+        if (!added)
+            QTest::keyClick(&shown, Qt::Key_Escape);
     });
     QCOMPARE(dialog.exec(), added ? 1 : 0);
     QCOMPARE(test.host().callCount(QStringLiteral("AddIPAddress")), added ? 1 : 0);

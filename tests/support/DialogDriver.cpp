@@ -2,12 +2,12 @@
 
 #include "host/widgets/MessageBox.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
 #include <QEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QScrollArea>
 #include <QTest>
 
 namespace {
@@ -115,7 +115,8 @@ QString messageOf(const QWidget& window)
 {
     if (!qobject_cast<const CMessageBox*>(&window))
         return {};
-    const auto* label = window.findChild<QLabel*>(QStringLiteral("MessageText"));
+    const auto* area = window.findChild<QScrollArea*>();
+    const auto* label = area ? qobject_cast<QLabel*>(area->widget()) : nullptr;
     return label ? label->text() : QString();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QElapsedTimer>
+#include <QAbstractButton>
 #include <QObject>
 #include <QPointer>
 #include <QStringList>
@@ -9,9 +9,6 @@
 #include <deque>
 #include <functional>
 
-class QAbstractButton;
-class QAction;
-class QMenu;
 class QWidget;
 
 /// Answers dialogs and menus while their exec() keeps the test waiting. Each step waits for the

@@ -5,9 +5,17 @@
 #include "processortree/ProcessorTreeModel.h"
 #include "tests/support/TreeDump.h"
 
+// The library does this when it is loaded; here its code is part of the test.
+static void initResources()
+{
+    Q_INIT_RESOURCE(TargetSelectAreaImages);
+    Q_INIT_RESOURCE(TargetSelectAreaTranslations);
+}
+
 TestPanel::TestPanel()
     : m_area(CTargetSelectArea::Instance())
 {
+    initResources();
     m_widget = m_area;
     m_area->m_controlHandler = m_host;
     m_area->Initialize();
