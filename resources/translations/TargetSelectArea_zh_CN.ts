@@ -2,6 +2,300 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>CAddBatchIPDialog</name>
+    <message>
+        <source>The IP address entered is same as the IP address of your PC, it would fail network connection.</source>
+        <translation>输入的 IP 地址与本机的 IP 地址相同，会导致网络连接失败。</translation>
+    </message>
+    <message>
+        <source>IP address has been used.</source>
+        <translation>IP 地址已被使用。</translation>
+    </message>
+    <message>
+        <source>The IP address cannot start with 0.</source>
+        <translation>IP 地址不能以 0 开头。</translation>
+    </message>
+    <message>
+        <source>The IP address is the same as the default gateway.</source>
+        <translation>IP 地址与默认网关相同。</translation>
+    </message>
+    <message>
+        <source>The IP address is the broadcast address.</source>
+        <translation>IP 地址是广播地址。</translation>
+    </message>
+    <message>
+        <source>IP address is unreasonable.</source>
+        <translation>IP 地址不合理。</translation>
+    </message>
+    <message>
+        <source>Custom add processor</source>
+        <translation>自定义添加处理器</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>数量</translation>
+    </message>
+    <message>
+        <source>IP address</source>
+        <translation>IP 地址</translation>
+    </message>
+</context>
+<context>
+    <name>CAddBothIpDialog</name>
+    <message>
+        <source>The IP address 1 entered is same as the IP address of your PC, it would fail network connection.</source>
+        <translation>输入的 IP 地址 1 与本机的 IP 地址相同，会导致网络连接失败。</translation>
+    </message>
+    <message>
+        <source>IP address 1 has been used.</source>
+        <translation>IP 地址 1 已被使用。</translation>
+    </message>
+    <message>
+        <source>The IP address 1 cannot start with 0.</source>
+        <translation>IP 地址 1 不能以 0 开头。</translation>
+    </message>
+    <message>
+        <source>The IP address 1 is the same as the default gateway.</source>
+        <translation>IP 地址 1 与默认网关相同。</translation>
+    </message>
+    <message>
+        <source>The IP address 1 is the broadcast address.</source>
+        <translation>IP 地址 1 是广播地址。</translation>
+    </message>
+    <message>
+        <source>IP address 1 is unreasonable.</source>
+        <translation>IP 地址 1 不合理。</translation>
+    </message>
+    <message>
+        <source>The IP address 2 entered is same as the IP address of your PC, it would fail network connection.</source>
+        <translation>输入的 IP 地址 2 与本机的 IP 地址相同，会导致网络连接失败。</translation>
+    </message>
+    <message>
+        <source>IP address 2 has been used.</source>
+        <translation>IP 地址 2 已被使用。</translation>
+    </message>
+    <message>
+        <source>The IP address 2 cannot start with 0.</source>
+        <translation>IP 地址 2 不能以 0 开头。</translation>
+    </message>
+    <message>
+        <source>The IP address 2 is the same as the default gateway.</source>
+        <translation>IP 地址 2 与默认网关相同。</translation>
+    </message>
+    <message>
+        <source>The IP address 2 is the broadcast address.</source>
+        <translation>IP 地址 2 是广播地址。</translation>
+    </message>
+    <message>
+        <source>IP address 2 is unreasonable.</source>
+        <translation>IP 地址 2 不合理。</translation>
+    </message>
+    <message>
+        <source>IP address 1 is the same as IP address 2.</source>
+        <translation>IP 地址 1 与 IP 地址 2 相同。</translation>
+    </message>
+    <message>
+        <source>Add IP</source>
+        <translation>添加 IP</translation>
+    </message>
+    <message>
+        <source>IP 1</source>
+        <translation>IP 1</translation>
+    </message>
+    <message>
+        <source>IP 2</source>
+        <translation>IP 2</translation>
+    </message>
+</context>
+<context>
+    <name>CAddSingleIPDialog</name>
+    <message>
+        <source>The IP address entered is same as the IP address of your PC, it would fail network connection.</source>
+        <translation>输入的 IP 地址与本机的 IP 地址相同，会导致网络连接失败。</translation>
+    </message>
+    <message>
+        <source>IP address has been used.</source>
+        <translation>IP 地址已被使用。</translation>
+    </message>
+    <message>
+        <source>The IP address cannot start with 0.</source>
+        <translation>IP 地址不能以 0 开头。</translation>
+    </message>
+    <message>
+        <source>The IP address is the same as the default gateway.</source>
+        <translation>IP 地址与默认网关相同。</translation>
+    </message>
+    <message>
+        <source>The IP address is the broadcast address.</source>
+        <translation>IP 地址是广播地址。</translation>
+    </message>
+    <message>
+        <source>IP address is unreasonable.</source>
+        <translation>IP 地址不合理。</translation>
+    </message>
+    <message>
+        <source>Add IP</source>
+        <translation>添加 IP</translation>
+    </message>
+    <message>
+        <source>IP address</source>
+        <translation>IP 地址</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+</context>
+<context>
+    <name>CIPListView</name>
+    <message>
+        <source>IP addresses</source>
+        <translation>IP 地址列表</translation>
+    </message>
+    <message>
+        <source>IP address</source>
+        <translation>IP 地址</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+</context>
+<context>
+    <name>CIPManageDialog</name>
+    <message>
+        <source>Add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>编辑</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>清空</translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation>导入</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>导出</translation>
+    </message>
+    <message>
+        <source>Read IP from online processors</source>
+        <translation>从在线处理器读取 IP</translation>
+    </message>
+    <message>
+        <source>Add an IP address...</source>
+        <translation>添加一个 IP 地址...</translation>
+    </message>
+    <message>
+        <source>Add multiple IP addresses...</source>
+        <translation>添加多个 IP 地址...</translation>
+    </message>
+    <message>
+        <source>IP address management</source>
+        <translation>IP 地址管理</translation>
+    </message>
+    <message>
+        <source>The number of IP addresses exceeds 255, and some IP addresses are not added.</source>
+        <translation>IP 地址数量超过 255 个，部分 IP 地址未添加。</translation>
+    </message>
+    <message>
+        <source>Online IP gets successfully, but the number of IP addresses is 0.</source>
+        <translation>在线 IP 获取成功，但 IP 地址数量为 0。</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to clear all ips?</source>
+        <translation>确定要清空所有 IP 吗？</translation>
+    </message>
+    <message>
+        <source>Import an IP address list</source>
+        <translation>导入 IP 地址列表</translation>
+    </message>
+    <message>
+        <source>IP Address File(*.txt);;AllFile(*.*)</source>
+        <translation>IP 地址文件(*.txt);;所有文件(*.*)</translation>
+    </message>
+    <message>
+        <source>Import failed, file name is empty.</source>
+        <translation>导入失败，文件名为空。</translation>
+    </message>
+    <message>
+        <source>Import successfully.</source>
+        <translation>导入成功。</translation>
+    </message>
+    <message>
+        <source>Import failed, no valid IP.</source>
+        <translation>导入失败，没有有效的 IP。</translation>
+    </message>
+    <message>
+        <source>Import failed with file opening error.</source>
+        <translation>导入失败，无法打开文件。</translation>
+    </message>
+    <message>
+        <source>Export an IP address list</source>
+        <translation>导出 IP 地址列表</translation>
+    </message>
+    <message>
+        <source>IP Address File(*.txt);;*.txt</source>
+        <translation>IP 地址文件(*.txt);;*.txt</translation>
+    </message>
+    <message>
+        <source>Export failed, the file could not be written completely.</source>
+        <translation>导出失败，文件未能完整写入。</translation>
+    </message>
+    <message>
+        <source>Export successfully.</source>
+        <translation>导出成功。</translation>
+    </message>
+</context>
+<context>
+    <name>CModifyIPDialog</name>
+    <message>
+        <source>The IP address entered is same as the IP address of your PC, it would fail network connection.</source>
+        <translation>输入的 IP 地址与本机的 IP 地址相同，会导致网络连接失败。</translation>
+    </message>
+    <message>
+        <source>IP address has been used.</source>
+        <translation>IP 地址已被使用。</translation>
+    </message>
+    <message>
+        <source>The IP address cannot start with 0.</source>
+        <translation>IP 地址不能以 0 开头。</translation>
+    </message>
+    <message>
+        <source>The IP address is the same as the default gateway.</source>
+        <translation>IP 地址与默认网关相同。</translation>
+    </message>
+    <message>
+        <source>The IP address is the broadcast address.</source>
+        <translation>IP 地址是广播地址。</translation>
+    </message>
+    <message>
+        <source>IP address is unreasonable.</source>
+        <translation>IP 地址不合理。</translation>
+    </message>
+    <message>
+        <source>Change IP address</source>
+        <translation>修改 IP 地址</translation>
+    </message>
+    <message>
+        <source>IP address</source>
+        <translation>IP 地址</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+</context>
+<context>
     <name>CProcessorTreeModel</name>
     <message>
         <source>All processors</source>
@@ -17,6 +311,10 @@
     <message>
         <source>Device set</source>
         <translation>设备组</translation>
+    </message>
+    <message>
+        <source>IP address management...</source>
+        <translation>IP 地址管理...</translation>
     </message>
 </context>
 </TS>

@@ -229,7 +229,7 @@ void AddBothIpDialogTest::shouldFollowTheLanguage()
     test.driver.then([&](QWidget& shown) {
         const Chinese chinese;
         QVERIFY(chinese.isLoaded());
-        QTRY_COMPARE(shown.windowTitle(), QStringLiteral("添加IP"));
+        QTRY_COMPARE(shown.windowTitle(), QStringLiteral("添加 IP"));
         QVERIFY(buttonOf(shown, QStringLiteral("取消")));
         QTest::keyClick(&shown, Qt::Key_Escape);
     });

@@ -214,9 +214,9 @@ void AddSingleIPDialogTest::shouldFollowTheLanguage()
         {
             const Chinese chinese;
             QVERIFY(chinese.isLoaded());
-            QTRY_COMPARE(shown.windowTitle(), QStringLiteral("添加IP"));
+            QTRY_COMPARE(shown.windowTitle(), QStringLiteral("添加 IP"));
             QVERIFY(nameField(shown));
-            QCOMPARE(addressField(shown)->accessibleName(), QStringLiteral("IP地址"));
+            QCOMPARE(addressField(shown)->accessibleName(), QStringLiteral("IP 地址"));
             QVERIFY(buttonOf(shown, QStringLiteral("确定")));
         }
         QTRY_COMPARE(shown.windowTitle(), QStringLiteral("Add IP"));
