@@ -50,6 +50,12 @@ DialogDriver& DialogDriver::then(std::function<void(QWidget&)> step)
     return *this;
 }
 
+DialogDriver& DialogDriver::thenFirst(std::function<void(QWidget&)> step)
+{
+    m_steps.push_front(std::move(step));
+    return *this;
+}
+
 DialogDriver& DialogDriver::thenEscape()
 {
     return then([](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); });

@@ -28,6 +28,9 @@ public:
     /// Runs `step` with the next modal dialog, or menu, that is shown.
     DialogDriver& then(std::function<void(QWidget&)> step);
 
+    /// The same, before the steps that are there already: for a step that opens a window itself.
+    DialogDriver& thenFirst(std::function<void(QWidget&)> step);
+
     /// Presses Escape in the next window, or Enter.
     DialogDriver& thenEscape();
     DialogDriver& thenEnter();
