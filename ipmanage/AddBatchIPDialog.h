@@ -13,8 +13,8 @@ class QLabel;
 /// proposed; the number is limited to what the IP list, or the project, still has room for.
 ///
 /// For the IP list ("IP management mode") accepting it appends each address of the run as it is
-/// found and commits the list; for processors it changes nothing, and addresses() is the answer once
-/// exec() returned 1. GUI thread.
+/// found and commits the list; for processors it changes nothing, and addresses() is the answer
+/// once exec() returned 1. GUI thread.
 class CAddBatchIPDialog final : public CDialog
 {
     Q_OBJECT

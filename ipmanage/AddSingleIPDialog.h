@@ -9,8 +9,8 @@ class QLineEdit;
 /// Enters one address, for the host's IP list together with a name, or for a new processor. Opens
 /// with a free address proposed.
 ///
-/// For the IP list ("IP management mode") accepting it appends the entry and commits the list; for a
-/// processor it changes nothing, and address() is the answer once exec() returned 1. GUI thread.
+/// For the IP list ("IP management mode") accepting it appends the entry and commits the list; for
+/// a processor it changes nothing, and address() is the answer once exec() returned 1. GUI thread.
 class CAddSingleIPDialog final : public CDialog
 {
     Q_OBJECT

@@ -19,11 +19,7 @@ enum IPManageButtonId {
 };
 
 /// The entries of its add menu, in their order.
-enum IPManageMenuId {
-    IPManageReadOnline,
-    IPManageAddOne,
-    IPManageAddMultiple
-};
+enum IPManageMenuId { IPManageReadOnline, IPManageAddOne, IPManageAddMultiple };
 
 /// Manages the host's list of IP addresses: shows it, and adds, changes, deletes, imports and
 /// exports entries. Every change goes to the host at once; the dialog keeps no list of its own and

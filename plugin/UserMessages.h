@@ -5,7 +5,8 @@
 class QWidget;
 
 /// What the panel tells and asks its user, in the host's message boxes: the host software's name is
-/// the caption, all are equally wide. GUI thread; modal over `parent`, which may be gone afterwards.
+/// the caption, all are equally wide. GUI thread; modal over `parent`, which may be gone
+/// afterwards.
 
 /// Shows a message with an OK button.
 void tellUser(QWidget* parent, const QString& text);

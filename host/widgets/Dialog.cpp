@@ -92,7 +92,7 @@ void dismiss(QDialog& dialog)
 CDialog::CDialog(QWidget* parent, const QString& title, const QString& subtitle, int titleButtons)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
     , m_titleBar(new DialogTitleBar(subtitle, titleButtons, this))
-    , m_body(new QVBoxLayout)
+    , m_body(new QVBoxLayout(new QWidget(this)))
     , m_buttonBox(createButtonBox(this))
     , m_outline(new Outline(this))
 {
@@ -103,7 +103,8 @@ CDialog::CDialog(QWidget* parent, const QString& title, const QString& subtitle,
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_titleBar);
-    layout->addLayout(m_body, 1);
+    // A widget, which grows even where what is in it does not.
+    layout->addWidget(m_body->parentWidget(), 1);
     layout->addWidget(m_buttonBox);
     connect(m_buttonBox, &QDialogButtonBox::accepted, this, [this] { OnAccept(); });
     connect(m_buttonBox, &QDialogButtonBox::rejected, this, [this] { OnReject(); });

@@ -73,7 +73,8 @@ protected:
     /// Creates the body's widgets. Does nothing.
     virtual void InitWidgets();
 
-    /// Arranges them in `body`, a vertical layout without margins and spacing. Does nothing.
+    /// Arranges them in `body`, a vertical layout without margins and spacing, which takes all that
+    /// the frame leaves. Does nothing.
     virtual void InitLayout(QBoxLayout* body);
 
     /// Connects them. Does nothing.
@@ -92,7 +93,7 @@ private:
     void retranslateButtons();
 
     DialogTitleBar* m_titleBar;    // Qt child
-    QVBoxLayout* m_body;           // owned by the dialog's layout
+    QVBoxLayout* m_body;           // of a Qt child
     QDialogButtonBox* m_buttonBox; // Qt child
     QWidget* m_outline;            // Qt child
     QMetaObject::Connection m_parentWatch;

@@ -102,6 +102,7 @@ QTableCornerButton::section { background: @WINDOW@; border: none;
 QHeaderView { background: @WINDOW@; border: none; }
 QHeaderView::section { background: @WINDOW@; color: @WEAK@; border: none;
     border-bottom: 1px solid @LINE@; padding: 4px; }
+QHeaderView::section:vertical { border: none; }
 
 QScrollBar { background: transparent; border: none; margin: 0; }
 QScrollBar:vertical { width: 10px; }

@@ -89,6 +89,7 @@ void CMessageBox::InitWidgets()
     m_area->setFrameShape(QFrame::NoFrame);
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* text = new MessageText(m_text, width, m_area);
+    text->setObjectName(QStringLiteral("MessageText"));
     const bool scrolls = text->height() > most;
     if (scrolls)
         text->setFixedWidth(width - style()->pixelMetric(QStyle::PM_ScrollBarExtent));

@@ -193,10 +193,9 @@ void FakeHandler::ModifyIPAddress(int row, const QString& ip, const QString& nam
 
 bool FakeHandler::IpListChanged(const QStringList& before, const QStringList& after)
 {
-    note("IpListChanged");
-    Q_UNUSED(before)
-    Q_UNUSED(after)
-    return false;
+    note("IpListChanged",
+         before.join(QLatin1Char(',')) + QLatin1Char('|') + after.join(QLatin1Char(',')));
+    return ipListChanged;
 }
 
 int FakeHandler::GetDeviceSetTexts(QStringList& texts)

@@ -64,6 +64,7 @@ public:
     std::optional<int> ipCount;
     /// The code an address is rejected with; 0 accepts it, as does having no such function.
     std::function<quint32(quint32 address, bool processorMode)> checkIp;
+    bool ipListChanged = false;
     quint32 readOnlineResult = 0;
     quint32 importResult = 0;
 

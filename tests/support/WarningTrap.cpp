@@ -11,8 +11,7 @@ std::mutex g_mutex;
 QStringList g_warnings;
 QtMessageHandler g_previous = nullptr;
 
-/// The platform without a display tells what it is not made for, with every window of a fixed size
-/// and every menu; that is no defect.
+/// The platform without a display says that of much that a window may ask for; it is no defect.
 bool isDefect(QtMsgType type, const QString& message)
 {
     return type != QtDebugMsg && type != QtInfoMsg

@@ -1,0 +1,272 @@
+// Dialogs that are open while the host changes or destroys what they stand on.
+
+#include "ipmanage/AddBothIpDialog.h"
+#include "plugin/TargetSelectArea.h"
+#include "tests/ipmanage/ManageTest.h"
+
+#include <QPushButton>
+
+namespace {
+
+QPushButton* managementButton(CTargetSelectArea& area)
+{
+    const auto buttons = area.findChildren<QPushButton*>();
+    for (QPushButton* button : buttons) {
+        if (button->text() == QLatin1String("IP address management..."))
+            return button;
+    }
+    return nullptr;
+}
+
+/// The panel in a window, with the button that opens the management.
+struct DockedPanel : DialogTest
+{
+    DockedPanel()
+    {
+        host().ipManagementAvailable = true;
+        host().ipList = QStringList({QStringLiteral("10.0.0.1(One)"),
+                                     QStringLiteral("10.0.0.2(Two)")});
+        panel.area().setParent(&window);
+        panel.area().Initialize();
+        panel.area().show();
+        host().clearCalls();
+    }
+
+    void openManagement() { QTest::mouseClick(managementButton(panel.area()), Qt::LeftButton); }
+
+    /// Destroys the panel as soon as the innermost event loop runs.
+    void destroyPanelSoon()
+    {
+        QMetaObject::invokeMethod(
+            qApp, [area = QPointer<QWidget>(&panel.area())] { delete area; },
+            Qt::QueuedConnection);
+    }
+};
+
+} // namespace
+
+class IPDialogLifeTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldShowTheButtonAsTheHostWishes();
+    void shouldTellTheHostWhatChanged_data();
+    void shouldTellTheHostWhatChanged();
+    void shouldOutliveThePanel_data();
+    void shouldOutliveThePanel();
+    void shouldOutliveTheHostsAnswer_data();
+    void shouldOutliveTheHostsAnswer();
+    void shouldOutliveTheHandler();
+    void shouldNotFailWhenEntriesVanish();
+    void shouldFollowTheLanguageInEveryOpenDialog();
+};
+
+void IPDialogLifeTest::shouldShowTheButtonAsTheHostWishes()
+{
+    DockedPanel test;
+    QPushButton* button = managementButton(test.panel.area());
+    QVERIFY(button->isVisible());
+    QCOMPARE(button->width(), 200);
+    for (const int strategy : {0, 2, 1, 2, 3}) {
+        test.panel.area().onDetectStrategyChanged(strategy);
+        QCOMPARE(button->isVisible(), strategy == 2);
+    }
+    test.panel.area().onCurrentProcessorChanged(QUuid());
+    QVERIFY(button->isVisible());
+    test.host().ipManagementAvailable = false;
+    test.panel.area().onCurrentProcessorChanged(QUuid());
+    QVERIFY(!button->isVisible());
+    test.host().ipManagementAvailable = true;
+    test.panel.area().Initialize();
+    QVERIFY(button->isVisible());
+}
+
+void IPDialogLifeTest::shouldTellTheHostWhatChanged_data()
+{
+    QTest::addColumn<bool>("detects");
+    QTest::newRow("detect again") << true;
+    QTest::newRow("leave it") << false;
+}
+
+void IPDialogLifeTest::shouldTellTheHostWhatChanged()
+{
+    QFETCH(bool, detects);
+    DockedPanel test;
+    test.host().ipListChanged = detects;
+    test.driver.then([](QWidget& shown) {
+        const ManageDriver drive(shown);
+        drive.clickRow(0);
+        drive.click("Delete");
+        drive.close();
+    });
+    test.openManagement();
+    QVERIFY(test.driver.isDone());
+    const QStringList asked = test.asked();
+    QCOMPARE(asked.first(), QStringLiteral("GetIPList"));
+    const QString changed =
+        QStringLiteral("IpListChanged(10.0.0.1(One),10.0.0.2(Two)|10.0.0.2(Two))");
+    QCOMPARE(asked.mid(asked.size() - (detects ? 3 : 2)),
+             detects ? QStringList({QStringLiteral("GetIPList"), changed,
+                                    QStringLiteral("DetectProcessorsOnly")})
+                     : QStringList({QStringLiteral("GetIPList"), changed}));
+}
+
+void IPDialogLifeTest::shouldOutliveThePanel_data()
+{
+    QTest::addColumn<QString>("open");
+    for (const char* name : {"management", "menu", "add one", "message", "question", "edit",
+                             "import", "export"})
+        QTest::newRow(name) << QString::fromLatin1(name);
+}
+
+void IPDialogLifeTest::shouldOutliveThePanel()
+{
+    QFETCH(QString, open);
+    DockedPanel test;
+    const QPointer<QWidget> panel(&test.panel.area());
+    const auto destroy = [&](QWidget&) { test.destroyPanelSoon(); };
+    test.driver.then([&](QWidget& shown) {
+        const ManageDriver drive(shown);
+        if (open == QLatin1String("management")) {
+            test.destroyPanelSoon();
+        } else if (open == QLatin1String("menu")) {
+            test.driver.then(destroy);
+            drive.click("Add");
+        } else if (open == QLatin1String("add one")) {
+            test.driver.then(destroy);
+            drive.pickAdd(test.driver, 1);
+        } else if (open == QLatin1String("message")) {
+            test.driver
+                .then([&](QWidget& entry) {
+                    test.host().checkIp = [](quint32, bool) { return 1u; };
+                    clickButton(entry, QStringLiteral("OK"));
+                })
+                .then(destroy);
+            drive.pickAdd(test.driver, 1);
+        } else if (open == QLatin1String("edit")) {
+            test.driver.then(destroy);
+            drive.clickRow(0);
+            drive.click("Edit");
+        } else {
+            test.driver.then(destroy);
+            drive.click(open == QLatin1String("question") ? "Clear"
+                        : open == QLatin1String("import") ? "Import"
+                                                          : "Export");
+        }
+    });
+    test.openManagement();
+    QVERIFY(test.driver.isDone());
+    QVERIFY(!panel);
+    QVERIFY(!QApplication::activeModalWidget());
+    QVERIFY(!QApplication::activePopupWidget());
+    QCOMPARE(test.host().callCount(QStringLiteral("IpListChanged")), 0);
+}
+
+void IPDialogLifeTest::shouldOutliveTheHostsAnswer_data()
+{
+    QTest::addColumn<QString>("question");
+    QTest::addColumn<int>("dialogs");
+    QTest::newRow("before the management opens") << QStringLiteral("GetIPNameLists") << 0;
+    QTest::newRow("before the entry opens") << QStringLiteral("RefreshIPList") << 1;
+    QTest::newRow("while an address is proposed") << QStringLiteral("CheckIPAddress") << 1;
+    QTest::newRow("while the list is counted") << QStringLiteral("GetIPCount") << 2;
+    QTest::newRow("while the address is added") << QStringLiteral("AddIPAddress") << 2;
+    QTest::newRow("while the list is saved") << QStringLiteral("SaveIPList") << 2;
+}
+
+void IPDialogLifeTest::shouldOutliveTheHostsAnswer()
+{
+    QFETCH(QString, question);
+    QFETCH(int, dialogs);
+    DockedPanel test;
+    const QPointer<QWidget> panel(&test.panel.area());
+    test.host().inside = [&](const QString& name) {
+        if (name == question)
+            delete panel;
+    };
+    if (dialogs > 0) {
+        test.driver.then(
+            [&](QWidget& shown) { ManageDriver(shown).pickAdd(test.driver, 1); });
+    }
+    if (dialogs > 1) {
+        test.driver.then([&](QWidget& entry) {
+            retype(addressField(entry), QStringLiteral("10.0.0.77"));
+            clickButton(entry, QStringLiteral("OK"));
+        });
+    }
+    test.openManagement();
+    QVERIFY(!panel);
+    QVERIFY(test.driver.isDone());
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+void IPDialogLifeTest::shouldOutliveTheHandler()
+{
+    DockedPanel test;
+    test.driver.then([&](QWidget& shown) {
+        const ManageDriver drive(shown);
+        test.panel.area().m_controlHandler.reset();
+        drive.clickRow(0);
+        drive.click("Delete");
+        QCOMPARE(drive.rows(), 0);
+        QCOMPARE(drive.enabled(), QStringLiteral("Add Import"));
+        drive.pickAdd(test.driver, 0);
+        test.driver.then([](QWidget& entry) {
+            QCOMPARE(addressField(entry)->text(), QString());
+            QTest::keyClick(&entry, Qt::Key_Escape);
+        });
+        drive.pickAdd(test.driver, 1);
+        drive.close();
+    });
+    test.openManagement();
+    QVERIFY(test.driver.isDone());
+}
+
+void IPDialogLifeTest::shouldNotFailWhenEntriesVanish()
+{
+    DockedPanel test;
+    test.driver
+        .then([&](QWidget& shown) {
+            const ManageDriver drive(shown);
+            drive.clickRow(1);
+            drive.click("Edit");
+            QCOMPARE(drive.rows(), 0);
+            QCOMPARE(drive.enabled(), QStringLiteral("Add Import"));
+            drive.close();
+        })
+        .then([&](QWidget& entry) {
+            test.host().ipList.clear();
+            clickButton(entry, QStringLiteral("OK"));
+        });
+    test.openManagement();
+    QVERIFY(test.driver.isDone());
+}
+
+void IPDialogLifeTest::shouldFollowTheLanguageInEveryOpenDialog()
+{
+    DockedPanel test;
+    test.driver
+        .then([&](QWidget& shown) {
+            const ManageDriver drive(shown);
+            drive.pickAdd(test.driver, 1);
+            QCOMPARE(shown.windowTitle(), QStringLiteral("IP address management"));
+            drive.close();
+        })
+        .then([&](QWidget& entry) {
+            const QWidget* management = entry.parentWidget();
+            {
+                const Chinese chinese;
+                QTRY_COMPARE(entry.windowTitle(), QStringLiteral("添加 IP"));
+                QCOMPARE(management->windowTitle(), QStringLiteral("IP 地址管理"));
+                QVERIFY(!managementButton(test.panel.area()));
+            }
+            QTRY_COMPARE(entry.windowTitle(), QStringLiteral("Add IP"));
+            QTest::keyClick(&entry, Qt::Key_Escape);
+        });
+    test.openManagement();
+    QVERIFY(test.driver.isDone());
+}
+
+QTEST_MAIN(IPDialogLifeTest)
+#include "tst_ipdialoglife.moc"

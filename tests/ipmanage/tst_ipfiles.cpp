@@ -1,0 +1,343 @@
+#include "Interface/IPStatusCodes.h"
+#include "ipmanage/IPListFile.h"
+#include "tests/ipmanage/ManageTest.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+namespace {
+
+/// A device that takes `room` bytes and then none.
+class SmallDevice final : public QIODevice
+{
+public:
+    explicit SmallDevice(qint64 room)
+        : m_room(room)
+    {
+    }
+
+protected:
+    qint64 readData(char*, qint64) override { return -1; }
+
+    qint64 writeData(const char*, qint64 size) override
+    {
+        if (size > m_room) {
+            setErrorString(QStringLiteral("No space left on device"));
+            return -1;
+        }
+        m_room -= size;
+        return size;
+    }
+
+private:
+    qint64 m_room;
+};
+
+QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
+}
+
+} // namespace
+
+class IPFilesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldWriteALinePerEntry_data();
+    void shouldWriteALinePerEntry();
+    void shouldNoticeADeviceThatIsFull_data();
+    void shouldNoticeADeviceThatIsFull();
+    void shouldExport();
+    void shouldReplaceAnOldFile();
+    void shouldNotAnnounceAnExportThatFailed();
+    void shouldDropAnExportThatCannotBegin();
+    void shouldDropAnExportThatWasCancelled();
+    void shouldProposeTheDesktop();
+    void shouldImport_data();
+    void shouldImport();
+    void shouldDropAnImport_data();
+    void shouldDropAnImport();
+};
+
+void IPFilesTest::shouldWriteALinePerEntry_data()
+{
+    QTest::addColumn<QStringList>("entries");
+    QTest::addColumn<QByteArray>("text");
+    const auto one = [](const char* text) { return QStringList(QString::fromUtf8(text)); };
+    QTest::newRow("none") << QStringList() << QByteArray();
+    QTest::newRow("name") << one("10.0.0.1(Hall)") << QByteArray("10.0.0.1,Hall\n");
+    QTest::newRow("empty name") << one("10.0.0.1()") << QByteArray("10.0.0.1,\n");
+    QTest::newRow("no name") << one("10.0.0.1") << QByteArray("10.0.0.1,10.0.0.1\n");
+    QTest::newRow("comma") << one("10.0.0.1(a, b)") << QByteArray("10.0.0.1,a, b\n");
+    QTest::newRow("several") << one("10.0.0.1(a (b) c)") << QByteArray("10.0.0.1,a (b\n");
+    QTest::newRow("Chinese") << one("10.0.0.1(大厅)") << QByteArray("10.0.0.1,大厅\n");
+    QTest::newRow("two") << one("10.0.0.1(a)") + one("10.0.0.2(b)")
+                         << QByteArray("10.0.0.1,a\n10.0.0.2,b\n");
+}
+
+void IPFilesTest::shouldWriteALinePerEntry()
+{
+    QFETCH(QStringList, entries);
+    QFETCH(QByteArray, text);
+    QBuffer buffer;
+    QVERIFY(buffer.open(QIODevice::WriteOnly | QIODevice::Text));
+    QVERIFY(IPListFile::write(buffer, entries));
+#ifdef Q_OS_WIN
+    text.replace("\n", "\r\n");
+#endif
+    QCOMPARE(buffer.data(), text);
+}
+
+void IPFilesTest::shouldNoticeADeviceThatIsFull_data()
+{
+    QTest::addColumn<int>("room");
+    QTest::addColumn<bool>("fits");
+    QTest::newRow("always full") << 0 << false;
+    QTest::newRow("a byte too small") << 255 * 11 - 1 << false;
+    QTest::newRow("just enough") << 255 * 11 << true;
+}
+
+void IPFilesTest::shouldNoticeADeviceThatIsFull()
+{
+    QFETCH(int, room);
+    QFETCH(bool, fits);
+    QStringList entries;
+    for (int n = 0; n < 255; ++n)
+        entries.append(QStringLiteral("10.0.0.9(x)"));
+    SmallDevice device(room);
+    QVERIFY(device.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    QCOMPARE(IPListFile::write(device, entries), fits);
+}
+
+void IPFilesTest::shouldExport()
+{
+    DialogTest test;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("list.txt"));
+    test.host().ipList = QStringList({QStringLiteral("10.0.0.1(Hall)"),
+                                      QStringLiteral("10.0.0.2()"), QStringLiteral("10.0.0.3")});
+    CIPManageDialog dialog(&test.window);
+    test.driver
+        .then([&](QWidget& shown) {
+            const ManageDriver drive(shown);
+            test.host().clearCalls();
+            drive.click("Export");
+            drive.close();
+        })
+        .then([&](QWidget& file) {
+            QCOMPARE(file.windowTitle(), QStringLiteral("Export an IP address list"));
+            chooseFile(file, path);
+        });
+    QCOMPARE(dialog.exec(), 0);
+    QCOMPARE(contents(path), QByteArray("10.0.0.1,Hall\n10.0.0.2,\n10.0.0.3,10.0.0.3\n"));
+    QCOMPARE(test.asked(), QStringList({QStringLiteral("GetIPList"),
+                                        QStringLiteral("ShowTipMessage(Export successfully.)")}));
+}
+
+void IPFilesTest::shouldReplaceAnOldFile()
+{
+    DialogTest test;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("list.txt"));
+    {
+        QFile old(path);
+        QVERIFY(old.open(QIODevice::WriteOnly));
+        old.write(QByteArray(5000, 'x'));
+    }
+    test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
+    CIPManageDialog dialog(&test.window);
+    test.driver
+        .then([&](QWidget& shown) {
+            const ManageDriver drive(shown);
+            drive.click("Export");
+            drive.close();
+        })
+        .then([&](QWidget& file) { chooseFile(file, path); })
+        .then([](QWidget& overwrite) { clickButton(overwrite, QStringLiteral("Yes")); });
+    QCOMPARE(dialog.exec(), 0);
+    QCOMPARE(contents(path), QByteArray("10.0.0.1,Hall\n"));
+}
+
+void IPFilesTest::shouldNotAnnounceAnExportThatFailed()
+{
+    const QString path = QStringLiteral("/dev/full");
+    if (!QFile::exists(path))
+        QSKIP("only where there is a device that is always full");
+    DialogTest test;
+    test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
+    CIPManageDialog dialog(&test.window);
+    QString message;
+    test.driver
+        .then([&](QWidget& shown) {
+            const ManageDriver drive(shown);
+            drive.click("Export");
+            drive.close();
+        })
+        .then([&](QWidget& file) { chooseFile(file, path); })
+        .then([](QWidget& overwrite) { clickButton(overwrite, QStringLiteral("Yes")); })
+        .thenReadMessage(message);
+    QCOMPARE(dialog.exec(), 0);
+    QCOMPARE(message, QStringLiteral("Export failed, the file could not be written completely."));
+    QCOMPARE(test.host().callCount(QStringLiteral("ShowTipMessage")), 0);
+}
+
+void IPFilesTest::shouldDropAnExportThatCannotBegin()
+{
+    DialogTest test;
+    const QTemporaryDir folder;
+    test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
+    CIPManageDialog dialog(&test.window);
+    test.driver
+        .then([&](QWidget& shown) {
+            const ManageDriver drive(shown);
+            test.host().clearCalls();
+            drive.click("Export");
+            QVERIFY(shown.isVisible());
+            drive.close();
+        })
+        .then([&](QWidget& file) {
+            chooseFile(file, folder.filePath(QStringLiteral("no/such/folder.txt")));
+        });
+    QCOMPARE(dialog.exec(), 0);
+    QCOMPARE(test.asked(), QStringList());
+}
+
+void IPFilesTest::shouldDropAnExportThatWasCancelled()
+{
+    DialogTest test;
+    test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
+    CIPManageDialog dialog(&test.window);
+    test.driver
+        .then([&](QWidget& shown) {
+            const ManageDriver drive(shown);
+            test.host().clearCalls();
+            drive.click("Export");
+            drive.close();
+        })
+        .thenEscape();
+    QCOMPARE(dialog.exec(), 0);
+    QCOMPARE(test.asked(), QStringList());
+}
+
+void IPFilesTest::shouldProposeTheDesktop()
+{
+    DialogTest test;
+    test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
+    CIPManageDialog dialog(&test.window);
+    const QString desktop =
+        QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    QString proposed;
+    QStringList filters;
+    test.driver
+        .then([&](QWidget& shown) {
+            const ManageDriver drive(shown);
+            drive.click("Export");
+            drive.click("Import");
+            drive.close();
+        })
+        .then([&](QWidget& shown) {
+            auto& file = dynamic_cast<QFileDialog&>(shown);
+            proposed = file.selectedFiles().value(0);
+            filters += file.nameFilters();
+            file.reject();
+        })
+        .then([&](QWidget& shown) {
+            auto& file = dynamic_cast<QFileDialog&>(shown);
+            QCOMPARE(file.windowTitle(), QStringLiteral("Import an IP address list"));
+            filters += file.nameFilters();
+            QCOMPARE(file.directory().exists() ? file.directory().path() : desktop,
+                     QDir(desktop).exists() ? desktop : file.directory().path());
+            file.reject();
+        });
+    QCOMPARE(dialog.exec(), 0);
+    QVERIFY2(proposed.endsWith(QLatin1String("/ipList.txt")), qPrintable(proposed));
+    QCOMPARE(filters,
+             QStringList({QStringLiteral("IP Address File(*.txt)"), QStringLiteral("*.txt"),
+                          QStringLiteral("IP Address File(*.txt)"),
+                          QStringLiteral("AllFile(*.*)")}));
+}
+
+void IPFilesTest::shouldImport_data()
+{
+    QTest::addColumn<quint32>("code");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("tip");
+    QTest::newRow("success") << 0u << QString() << QStringLiteral("Import successfully.");
+    QTest::newRow("no address") << quint32{IPIMPORT_NO_VALID_IP}
+                                << QStringLiteral("Import failed, no valid IP.") << QString();
+    QTest::newRow("not opened") << quint32{IPIMPORT_OPEN_FAILED}
+                                << QStringLiteral("Import failed with file opening error.")
+                                << QString();
+    QTest::newRow("any other") << 1u << QString() << QString();
+}
+
+void IPFilesTest::shouldImport()
+{
+    QFETCH(quint32, code);
+    QFETCH(QString, message);
+    QFETCH(QString, tip);
+    DialogTest test;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("list.txt"));
+    CIPManageDialog dialog(&test.window);
+    test.host().importResult = code;
+    test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
+    QString shownMessage;
+    test.driver
+        .then([&](QWidget& shown) {
+            const ManageDriver drive(shown);
+            test.host().clearCalls();
+            drive.click("Import");
+            QCOMPARE(drive.rows(), code == 0 ? 1 : 0);
+            QCOMPARE(drive.enabled(), code == 0 ? QStringLiteral("Add Clear Import Export")
+                                                : QStringLiteral("Add Import"));
+            drive.close();
+        })
+        .then([&](QWidget& file) { chooseFile(file, path); });
+    if (!message.isEmpty())
+        test.driver.thenReadMessage(shownMessage);
+    QCOMPARE(dialog.exec(), 0);
+    QCOMPARE(shownMessage, message);
+    QCOMPARE(test.asked().first(), QStringLiteral("ImportIPFile(%1)").arg(path));
+    QCOMPARE(test.asked().filter(QStringLiteral("ShowTipMessage")),
+             tip.isEmpty() ? QStringList()
+                           : QStringList(QStringLiteral("ShowTipMessage(%1)").arg(tip)));
+}
+
+void IPFilesTest::shouldDropAnImport_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("cancelled") << QString();
+    QTest::newRow("two files") << QStringLiteral("\"a.txt\" \"b.txt\"");
+}
+
+void IPFilesTest::shouldDropAnImport()
+{
+    QFETCH(QString, typed);
+    DialogTest test;
+    CIPManageDialog dialog(&test.window);
+    test.driver
+        .then([&](QWidget& shown) {
+            const ManageDriver drive(shown);
+            test.host().clearCalls();
+            drive.click("Import");
+            QVERIFY(shown.isVisible());
+            drive.close();
+        })
+        .then([&](QWidget& file) {
+            if (typed.isEmpty())
+                QTest::keyClick(&file, Qt::Key_Escape);
+            else
+                chooseFile(file, typed);
+        });
+    QCOMPARE(dialog.exec(), 0);
+    QCOMPARE(test.asked(), QStringList());
+}
+
+QTEST_MAIN(IPFilesTest)
+#include "tst_ipfiles.moc"

@@ -1,0 +1,165 @@
+#include "host/widgets/HostTheme.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFontInfo>
+#include <QIcon>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSpinBox>
+#include <QTest>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace {
+
+QImage shown(QWidget& widget)
+{
+    return widget.grab().toImage();
+}
+
+} // namespace
+
+class HostThemeTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void shouldNameOnlyColoursAndIconsThatExist();
+    void shouldWriteInTwelvePixels();
+    void shouldKeepFieldsOf24Pixels();
+    void shouldKeepToolsOf20Pixels();
+    void shouldShowTheFocus();
+    void shouldTellButtonsApart();
+    void shouldPaintWithItsColours();
+};
+
+void HostThemeTest::initTestCase()
+{
+    const WarningTrap trap;
+    ApplyHostTheme(*qApp);
+}
+
+void HostThemeTest::shouldNameOnlyColoursAndIconsThatExist()
+{
+    const QString sheet = qApp->styleSheet();
+    QVERIFY(!sheet.isEmpty());
+    QVERIFY2(!sheet.contains(QLatin1Char('@')), qPrintable(sheet));
+    const QRegularExpression url(QStringLiteral("url\\(([^)]*)\\)"));
+    int count = 0;
+    for (auto it = url.globalMatch(sheet); it.hasNext(); ++count) {
+        const QString file = it.next().captured(1);
+        QVERIFY2(file.startsWith(QLatin1String(":/HostWidgets/")), qPrintable(file));
+        QVERIFY2(!QIcon(file).pixmap(12, 12).isNull(), qPrintable(file));
+    }
+    QVERIFY(count > 3);
+}
+
+void HostThemeTest::shouldWriteInTwelvePixels()
+{
+    QCOMPARE(QFontInfo(QApplication::font()).pixelSize(), 12);
+    QCOMPARE(QPushButton().font().pixelSize(), 12);
+}
+
+void HostThemeTest::shouldKeepFieldsOf24Pixels()
+{
+    const WarningTrap trap;
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* line = new QLineEdit(QStringLiteral("Ägypten"), &window);
+    auto* spin = new QSpinBox(&window);
+    for (QWidget* field : {static_cast<QWidget*>(line), static_cast<QWidget*>(spin)}) {
+        field->setFixedSize(172, 24);
+        layout->addWidget(field);
+    }
+    window.show();
+    QCOMPARE(line->size(), QSize(172, 24));
+    QCOMPARE(spin->size(), QSize(172, 24));
+    const int text = line->fontMetrics().height();
+    QVERIFY2(text <= 22, qPrintable(QString::number(text)));
+    const auto* editor = spin->findChild<QLineEdit*>();
+    QVERIFY2(editor->height() >= text && editor->geometry().bottom() < 24,
+             qPrintable(QString::number(editor->height())));
+}
+
+void HostThemeTest::shouldKeepToolsOf20Pixels()
+{
+    QWidget window;
+    QToolButton tool(&window);
+    QMenu menu;
+    tool.setObjectName(QStringLiteral("IPManageToolButton"));
+    tool.setIconSize({20, 20});
+    tool.setMenu(&menu);
+    tool.setPopupMode(QToolButton::InstantPopup);
+    window.show();
+    tool.adjustSize();
+    QCOMPARE(tool.size(), QSize(20, 20));
+    QPixmap solid(20, 20);
+    solid.fill(Qt::red);
+    tool.setIcon(solid);
+    // The icon takes the whole button, no indicator over it.
+    const QImage image = shown(tool).copy(0, 0, 20, 20);
+    for (const QPoint at : {QPoint(0, 0), QPoint(19, 0), QPoint(0, 19), QPoint(19, 19)})
+        QCOMPARE(image.pixelColor(at), QColor(Qt::red));
+}
+
+void HostThemeTest::shouldShowTheFocus()
+{
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* tool = new QToolButton(&window);
+    tool->setObjectName(QStringLiteral("IPManageToolButton"));
+    tool->setFocusPolicy(Qt::StrongFocus);
+    const QVector<QWidget*> widgets = {new QLineEdit(&window), new QSpinBox(&window),
+                                       new QPushButton(&window), tool};
+    auto* rest = new QPushButton(&window);
+    for (QWidget* widget : widgets)
+        layout->addWidget(widget);
+    layout->addWidget(rest);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    for (QWidget* widget : widgets) {
+        rest->setFocus();
+        const QImage without = shown(*widget);
+        widget->setFocus();
+        QVERIFY(widget->hasFocus());
+        QVERIFY2(shown(*widget) != without, widget->metaObject()->className());
+    }
+}
+
+void HostThemeTest::shouldTellButtonsApart()
+{
+    QWidget window;
+    QPushButton plain(&window);
+    QPushButton standard(&window);
+    QPushButton disabled(&window);
+    standard.setDefault(true);
+    disabled.setDefault(true);
+    disabled.setEnabled(false);
+    window.show();
+    const auto fill = [](QWidget& button) {
+        return shown(button).pixelColor(button.width() / 2, 4);
+    };
+    QCOMPARE(fill(plain), hostColors().field);
+    QVERIFY(fill(standard).blue() > 150);
+    QCOMPARE(fill(disabled), hostColors().popup);
+    for (const QPushButton* button : {&plain, &standard, &disabled})
+        QCOMPARE(button->sizeHint().height(), 24);
+}
+
+void HostThemeTest::shouldPaintWithItsColours()
+{
+    QLineEdit field;
+    field.resize(100, 24);
+    QCOMPARE(shown(field).pixelColor(50, 3), hostColors().field);
+    QCOMPARE(shown(field).pixelColor(50, 0), hostColors().line);
+    QCOMPARE(QApplication::palette().color(QPalette::WindowText), hostColors().text);
+}
+
+QTEST_MAIN(HostThemeTest)
+#include "tst_hosttheme.moc"
