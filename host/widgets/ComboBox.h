@@ -4,8 +4,11 @@
 
 #include <QComboBox>
 
+class QStyleOptionComboBox;
+
 /// A selector in the host's look. The wheel changes only a focused one; texts that do not fit are
-/// elided, in the field and in the list, and shown whole in a tool tip. GUI thread.
+/// elided, in the field and in the list, and shown whole in a tool tip unless there is another one.
+/// GUI thread.
 class HOSTWIDGETS_EXPORT CComboBox : public QComboBox
 {
     Q_OBJECT
@@ -20,9 +23,14 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    void childEvent(QChildEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
 private:
+    QRect fieldRect(const QStyleOptionComboBox& option) const;
+    QRect textRect(const QStyleOptionComboBox& option) const;
+    bool isElided() const;
+
     Qt::Alignment m_alignment = Qt::AlignLeft;
 };

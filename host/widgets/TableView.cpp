@@ -1,5 +1,129 @@
 #include "host/widgets/TableView.h"
-CTableView::CTableView(QWidget* parent) : QTableView(parent) {}
-void CTableView::setPaintAlternatingRowColorsForEmptyArea(bool on) { m_paintEmptyArea = on; }
-void CTableView::scrollTo(const QModelIndex& index, ScrollHint hint) { QTableView::scrollTo(index, hint); }
-void CTableView::paintEvent(QPaintEvent* event) { QTableView::paintEvent(event); }
+
+#include "host/widgets/RowNumberHeader.h"
+#include "host/widgets/WholeTextDelegate.h"
+
+#include <QHoverEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+namespace {
+
+constexpr int kRowHeight = 24;
+constexpr int kRowMargins = 6; // above and below a text of a larger font
+
+/// Paints cells within the visible part of the table, and lit by rows.
+class TableDelegate final : public WholeTextDelegate
+{
+public:
+    explicit TableDelegate(CTableView* view)
+        : WholeTextDelegate(view)
+        , m_view(view)
+    {
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override
+    {
+        WholeTextDelegate::paint(painter, visiblePart(option), index);
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        WholeTextDelegate::initStyleOption(option, index);
+        const bool wholeRows = m_view->selectionBehavior() == QAbstractItemView::SelectRows;
+        if (wholeRows && m_view->isEnabled() && index.row() == m_view->hoveredRow())
+            option->state |= QStyle::State_MouseOver;
+        if (wholeRows)
+            option->state &= ~QStyle::State_HasFocus;
+    }
+
+    QStyleOptionViewItem visiblePart(const QStyleOptionViewItem& option) const override
+    {
+        QStyleOptionViewItem visible(option);
+        visible.rect.setRight(qMin(option.rect.right(), m_view->viewport()->rect().right()));
+        return visible;
+    }
+
+private:
+    CTableView* m_view; // owns this
+};
+
+} // namespace
+
+CTableView::CTableView(QWidget* parent)
+    : QTableView(parent)
+{
+    setAlternatingRowColors(true);
+    setShowGrid(false);
+    setWordWrap(false);
+    setItemDelegate(new TableDelegate(this));
+    setVerticalHeader(new RowNumberHeader(this));
+
+    const int textHeight = fontMetrics().height() + kRowMargins;
+    verticalHeader()->setDefaultSectionSize(qMax(kRowHeight, textHeight));
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    horizontalHeader()->setHighlightSections(false);
+    viewport()->setAttribute(Qt::WA_Hover);
+}
+
+void CTableView::setPaintAlternatingRowColorsForEmptyArea(bool on)
+{
+    m_paintEmptyArea = on;
+    viewport()->update();
+}
+
+void CTableView::paintEvent(QPaintEvent* event)
+{
+    if (m_paintEmptyArea && alternatingRowColors()) {
+        QPainter painter(viewport());
+        const QHeaderView& rows = *verticalHeader();
+        const int rowHeight = qMax(1, rows.defaultSectionSize());
+        int row = rows.count() - rows.hiddenSectionCount();
+        for (int top = rows.length() - rows.offset(); top < viewport()->height(); top += rowHeight)
+            paintStripe(painter, top, rowHeight, row++ % 2 != 0);
+    }
+    QTableView::paintEvent(event);
+}
+
+void CTableView::updateGeometries()
+{
+    QTableView::updateGeometries();
+    // Without a bar the user could not scroll back.
+    if (horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff)
+        horizontalScrollBar()->setRange(0, 0);
+}
+
+bool CTableView::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverMove)
+        setHoveredRow(rowAt(static_cast<QHoverEvent*>(event)->pos().y()));
+    else if (event->type() == QEvent::HoverLeave)
+        setHoveredRow(-1);
+    return QTableView::viewportEvent(event);
+}
+
+/// As the style paints the row behind a cell, over the whole width.
+void CTableView::paintStripe(QPainter& painter, int top, int height, bool alternate)
+{
+    QStyleOptionViewItem option = viewOptions();
+    option.rect = QRect(0, top, viewport()->width(), height);
+    option.features.setFlag(QStyleOptionViewItem::Alternate, alternate);
+    style()->drawPrimitive(QStyle::PE_PanelItemViewRow, &option, &painter, this);
+}
+
+void CTableView::setHoveredRow(int row)
+{
+    if (row == m_hoveredRow)
+        return;
+    updateRow(m_hoveredRow);
+    m_hoveredRow = row;
+    updateRow(row);
+}
+
+void CTableView::updateRow(int row)
+{
+    if (row >= 0)
+        viewport()->update(0, rowViewportPosition(row), viewport()->width(), rowHeight(row));
+}

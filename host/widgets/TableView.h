@@ -4,10 +4,12 @@
 
 #include <QTableView>
 
-/// A table in the host's look: alternating rows that may go on through the empty area below the last
-/// one, no grid, row numbers at the left when the model names none itself. A text that runs past
-/// the edge of the table is elided there, and, with the horizontal scroll bar switched off, moving
-/// the current cell never shifts the columns. GUI thread.
+/// A table in the host's look: alternating rows that may go on through the empty area below the
+/// last one, no grid, row numbers at the left when the model names none itself. A text that runs
+/// past the edge of the table is elided there, and a text that is elided is shown whole in a tool
+/// tip unless the model has another one. With the horizontal scroll bar switched off, nothing ever
+/// shifts the columns. Where rows are selected whole, the one under the mouse is lit whole.
+/// GUI thread.
 class HOSTWIDGETS_EXPORT CTableView : public QTableView
 {
     Q_OBJECT
@@ -19,11 +21,19 @@ public:
     void setPaintAlternatingRowColorsForEmptyArea(bool on);
     bool paintAlternatingRowColorsForEmptyArea() const { return m_paintEmptyArea; }
 
-    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    /// The row under the mouse, -1 for none.
+    int hoveredRow() const { return m_hoveredRow; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void updateGeometries() override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
+    void paintStripe(QPainter& painter, int top, int height, bool alternate);
+    void setHoveredRow(int row);
+    void updateRow(int row);
+
     bool m_paintEmptyArea = false;
+    int m_hoveredRow = -1;
 };

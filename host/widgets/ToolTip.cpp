@@ -1,4 +1,51 @@
 #include "host/widgets/ToolTip.h"
+
+#include <QFontMetrics>
+#include <QTextDocument>
 #include <QToolTip>
-void CToolTip::ShowText(const QString& text, const QPoint& position, QWidget* widget, const QRect& area) { QToolTip::showText(position, text, widget, area); }
-void CToolTip::HideText() { QToolTip::hideText(); }
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kWidestLine = 480;
+constexpr int kLongestWord = 40; // characters that are kept together
+
+bool isLong(const QString& text)
+{
+    const QFontMetrics metrics(QToolTip::font());
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    return std::any_of(lines.cbegin(), lines.cend(), [&metrics](const QString& line) {
+        return metrics.horizontalAdvance(line) > kWidestLine;
+    });
+}
+
+/// QToolTip wraps only rich text, at white space; so that is what a long text is made.
+QString wrappingText(const QString& text)
+{
+    QString parts;
+    int wordLength = 0;
+    for (const QChar character : text) {
+        wordLength = character.isSpace() ? 0 : wordLength + 1;
+        if (wordLength > kLongestWord && !character.isLowSurrogate()) {
+            parts += QChar(0x200B); // zero-width space
+            wordLength = 1;
+        }
+        parts += character;
+    }
+    return QStringLiteral("<p style=\"white-space:pre-wrap\">%1</p>").arg(parts.toHtmlEscaped());
+}
+
+} // namespace
+
+void CToolTip::ShowText(const QString& text, const QPoint& position, QWidget* widget,
+                        const QRect& area)
+{
+    const bool plain = !Qt::mightBeRichText(text) && !isLong(text);
+    QToolTip::showText(position, plain ? text : wrappingText(text), widget, area);
+}
+
+void CToolTip::HideText()
+{
+    QToolTip::hideText();
+}

@@ -14,16 +14,11 @@ namespace CToolTip {
 /// Where the tool tip of a widget appears: the value of its dynamic property "ToolLocation". A
 /// widget without it, or with another value, has its tool tip at the mouse cursor. A tool tip that
 /// does not fit on the screen goes to the opposite side.
-enum ToolLocation {
-    AtCursor = 0,
-    Above = 1,
-    Right = 2,
-    Below = 3,
-    Left = 4
-};
+enum ToolLocation { AtCursor = 0, Above = 1, Right = 2, Below = 3, Left = 4 };
 
-/// Shows `text` at `position` (global). The tool tip goes when the mouse leaves `area` (in `widget`'s
-/// coordinates; a null rectangle is the whole widget), or `widget` goes. An empty text hides it.
+/// Shows `text` at `position` (global). The tool tip goes when the mouse leaves `area` (in
+/// `widget`'s coordinates; a null rectangle is the whole widget), or `widget` goes. An empty text
+/// hides it.
 HOSTWIDGETS_EXPORT void ShowText(const QString& text, const QPoint& position, QWidget* widget,
                                  const QRect& area = QRect());
 

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "host/widgets/IPText.h"
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QRectF>
+
+class IPEditor;
+class QColor;
+class QPainter;
+class QSize;
+
+/// Where the digits and dots of an address field stand: four cells of equal width with the octets
+/// in their middle, and dots between.
+class IPFieldLayout final
+{
+public:
+    enum class Room { Tight, Ample };
+
+    /// `editor` must outlive the layout.
+    IPFieldLayout(const IPEditor& editor, const QRectF& field, const QFont& font);
+
+    /// The size of a field for this font.
+    static QSize sizeFor(const QFont& font, Room room);
+
+    qreal top() const;
+    qreal lineHeight() const { return m_metrics.height(); }
+
+    /// Where the cursor stands at a place of the text, and the place nearest to an x.
+    qreal x(int place) const;
+    int placeAt(qreal x) const;
+
+    void paintSelection(QPainter& painter, const QColor& color) const;
+    void paintText(QPainter& painter) const;
+
+private:
+    qreal cellStart(int octet) const;
+    qreal textStart(int octet) const;
+
+    const IPEditor& m_editor;
+    QFontMetricsF m_metrics;
+    QRectF m_field;
+    qreal m_dotWidth;
+    qreal m_cellWidth;
+};
