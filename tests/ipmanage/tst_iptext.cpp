@@ -98,7 +98,7 @@ void IPTextTest::shouldCutEntries_data()
 void IPTextTest::shouldCutEntries()
 {
     QFETCH(QString, entry);
-    QFETCH(quint32, address);
+    QFETCH(QString, address);
     QFETCH(QString, line);
     QCOMPARE(addressOfEntry(entry), address);
     QCOMPARE(exportLine(entry), line);
