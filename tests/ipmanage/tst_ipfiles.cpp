@@ -320,6 +320,11 @@ void IPFilesTest::shouldDropAnImport()
 {
     QFETCH(QString, typed);
     DialogTest test;
+    const QTemporaryDir folder;
+    for (const char* name : {"a.txt", "b.txt"}) {
+        QFile file(folder.filePath(QLatin1String(name)));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
     CIPManageDialog dialog(&test.window);
     test.driver
         .then([&](QWidget& shown) {
@@ -330,10 +335,15 @@ void IPFilesTest::shouldDropAnImport()
             drive.close();
         })
         .then([&](QWidget& file) {
-            if (typed.isEmpty())
+            if (typed.isEmpty()) {
                 QTest::keyClick(&file, Qt::Key_Escape);
-            else
-                chooseFile(file, typed);
+                return;
+            }
+            // As a platform's own dialog may let the user do.
+            auto& files = dynamic_cast<QFileDialog&>(file);
+            files.setFileMode(QFileDialog::ExistingFiles);
+            files.setDirectory(folder.path());
+            chooseFile(file, typed);
         });
     QCOMPARE(dialog.exec(), 0);
     QCOMPARE(test.asked(), QStringList());
