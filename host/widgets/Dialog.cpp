@@ -1,10 +1,9 @@
 #include "host/widgets/Dialog.h"
 
+#include "host/widgets/DialogOutline.h"
 #include "host/widgets/DialogTitleBar.h"
-#include "host/widgets/HostTheme.h"
 
 #include <QApplication>
-#include <QPainter>
 #include <QPointer>
 #include <QPushButton>
 #include <QScreen>
@@ -47,26 +46,6 @@ constexpr ButtonText kButtonTexts[] = {
     {QDialogButtonBox::Help, QT_TRANSLATE_NOOP("CDialog", "Help")},
 };
 
-/// The line around a dialog. Lies above all that the dialog holds, but is no more than that line,
-/// so that it needs no room in the layout and costs the widgets below it nothing.
-class Outline final : public QWidget
-{
-public:
-    explicit Outline(QWidget* dialog)
-        : QWidget(dialog)
-    {
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-    }
-
-protected:
-    void resizeEvent(QResizeEvent*) override
-    {
-        setMask(QRegion(rect()).subtracted(rect().adjusted(1, 1, -1, -1)));
-    }
-
-    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), hostColors().line); }
-};
-
 QDialogButtonBox* createButtonBox(QWidget* dialog)
 {
     auto* box = new QDialogButtonBox(dialog);
@@ -94,7 +73,7 @@ CDialog::CDialog(QWidget* parent, const QString& title, const QString& subtitle,
     , m_titleBar(new DialogTitleBar(subtitle, titleButtons, this))
     , m_body(new QVBoxLayout(new QWidget(this)))
     , m_buttonBox(createButtonBox(this))
-    , m_outline(new Outline(this))
+    , m_outline(new DialogOutline(this))
 {
     setWindowTitle(title);
     m_body->setContentsMargins(0, 0, 0, 0);
@@ -127,7 +106,8 @@ void CDialog::SetDialogBtnRole(QDialogButtonBox::StandardButtons buttons,
                                QDialogButtonBox::StandardButton defaultButton)
 {
     m_buttonBox->setStandardButtons(buttons);
-    for (QAbstractButton* button : m_buttonBox->buttons())
+    const QList<QAbstractButton*> created = m_buttonBox->buttons();
+    for (QAbstractButton* button : created)
         button->setFixedHeight(kButtonHeight);
     retranslateButtons();
     if (QPushButton* button = m_buttonBox->button(defaultButton))
@@ -243,7 +223,8 @@ void CDialog::leaveDyingParent()
             popup->hide();
     }
     std::vector<QPointer<QDialog>> inner;
-    for (QDialog* dialog : findChildren<QDialog*>())
+    const QList<QDialog*> found = findChildren<QDialog*>();
+    for (QDialog* dialog : found)
         inner.emplace_back(dialog);
     // Found from the outside in.
     std::for_each(inner.rbegin(), inner.rend(), [](const QPointer<QDialog>& dialog) {
@@ -301,7 +282,8 @@ void CDialog::focusFirst()
             return;
         }
     }
-    for (QAbstractButton* button : m_buttonBox->buttons()) {
+    const QList<QAbstractButton*> buttons = m_buttonBox->buttons();
+    for (QAbstractButton* button : buttons) {
         const auto* pushButton = qobject_cast<QPushButton*>(button);
         if (pushButton && pushButton->isDefault())
             button->setFocus(Qt::TabFocusReason);

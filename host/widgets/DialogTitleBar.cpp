@@ -12,6 +12,8 @@
 #include <QToolButton>
 #include <QWindow>
 
+#include <utility>
+
 namespace {
 
 constexpr int kTextMargin = 16;
@@ -22,9 +24,9 @@ constexpr int kGap = 8;
 
 } // namespace
 
-DialogTitleBar::DialogTitleBar(const QString& subtitle, int titleButtons, QWidget* dialog)
+DialogTitleBar::DialogTitleBar(QString subtitle, int titleButtons, QWidget* dialog)
     : QWidget(dialog)
-    , m_subtitle(subtitle)
+    , m_subtitle(std::move(subtitle))
 {
     setFixedHeight(CDialog::kTitleBarHeight);
     auto* layout = new QHBoxLayout(this);

@@ -13,7 +13,7 @@ class DialogTitleBar final : public QWidget
 
 public:
     /// `titleButtons` is a sum of CDialog::TitleButton.
-    DialogTitleBar(const QString& subtitle, int titleButtons, QWidget* dialog);
+    DialogTitleBar(QString subtitle, int titleButtons, QWidget* dialog);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
