@@ -308,7 +308,7 @@ void CIPLineEdit::paintEvent(QPaintEvent*)
     if (m_editor->hasSelection())
         layout.paintSelection(painter, colors.accent);
     painter.setFont(font());
-    painter.setPen(isEnabled() ? colors.strongText : colors.hintText);
+    painter.setPen(palette().color(QPalette::Text));
     layout.paintText(painter);
     if (m_cursorShown && !m_editor->hasSelection())
         painter.fillRect(cursorRect(m_editor->cursor()), colors.strongText);

@@ -76,14 +76,8 @@ void CTableView::setPaintAlternatingRowColorsForEmptyArea(bool on)
 
 void CTableView::paintEvent(QPaintEvent* event)
 {
-    if (m_paintEmptyArea && alternatingRowColors()) {
-        QPainter painter(viewport());
-        const QHeaderView& rows = *verticalHeader();
-        const int rowHeight = qMax(1, rows.defaultSectionSize());
-        int row = rows.count() - rows.hiddenSectionCount();
-        for (int top = rows.length() - rows.offset(); top < viewport()->height(); top += rowHeight)
-            paintStripe(painter, top, rowHeight, row++ % 2 != 0);
-    }
+    if (m_paintEmptyArea && alternatingRowColors())
+        paintStripes();
     QTableView::paintEvent(event);
 }
 
@@ -102,6 +96,28 @@ bool CTableView::viewportEvent(QEvent* event)
     else if (event->type() == QEvent::HoverLeave)
         setHoveredRow(-1);
     return QTableView::viewportEvent(event);
+}
+
+/// Behind the visible rows and on below them. Hidden rows do not count, as for QTableView.
+void CTableView::paintStripes()
+{
+    QPainter painter(viewport());
+    const QHeaderView& rows = *verticalHeader();
+    const int firstVisible = qMax(0, rows.visualIndexAt(0));
+    int stripe = 0;
+    for (int row = 0; row < rows.count(); ++row) {
+        const int section = rows.logicalIndex(row);
+        if (rows.isSectionHidden(section))
+            continue;
+        const int top = rows.sectionViewportPosition(section);
+        if (row >= firstVisible && top < viewport()->height())
+            paintStripe(painter, top, rows.sectionSize(section), stripe % 2 != 0);
+        ++stripe;
+    }
+
+    const int height = qMax(1, rows.defaultSectionSize());
+    for (int top = rows.length() - rows.offset(); top < viewport()->height(); top += height)
+        paintStripe(painter, top, height, stripe++ % 2 != 0);
 }
 
 /// As the style paints the row behind a cell, over the whole width.

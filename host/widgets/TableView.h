@@ -17,7 +17,8 @@ class HOSTWIDGETS_EXPORT CTableView : public QTableView
 public:
     explicit CTableView(QWidget* parent = nullptr);
 
-    /// Whether the alternating colours go on below the last row. Off by default.
+    /// Whether the alternating colours go on below the last row and beside the last column. Off by
+    /// default.
     void setPaintAlternatingRowColorsForEmptyArea(bool on);
     bool paintAlternatingRowColorsForEmptyArea() const { return m_paintEmptyArea; }
 
@@ -30,6 +31,7 @@ protected:
     bool viewportEvent(QEvent* event) override;
 
 private:
+    void paintStripes();
     void paintStripe(QPainter& painter, int top, int height, bool alternate);
     void setHoveredRow(int row);
     void updateRow(int row);
