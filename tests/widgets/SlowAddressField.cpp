@@ -156,9 +156,12 @@ void SlowAddressField::eraseOctetRight()
 
 void SlowAddressField::selectAll()
 {
-    home(false);
-    if (!isEmpty())
-        end(true);
+    if (isEmpty()) {
+        home(false);
+        return;
+    }
+    m_anchor = {0, 0};
+    end(true);
 }
 
 void SlowAddressField::paste(const QString& text)

@@ -1,4 +1,5 @@
 #include "host/widgets/ComboBox.h"
+#include "host/widgets/HostTheme.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QAbstractItemView>
@@ -17,7 +18,7 @@ struct Form
     {
         window.resize(400, 200);
         box.setGeometry(10, 60, 200, 24);
-        box.addItems({QStringLiteral("I"), QStringLiteral("II"), QString(100, QLatin1Char('w'))});
+        box.addItems({QStringLiteral("I"), QStringLiteral("II"), QString(100, QLatin1Char('M'))});
         window.show();
         window.activateWindow();
     }
@@ -46,7 +47,7 @@ struct Form
     CComboBox box{&window};
 };
 
-/// The middle of what is drawn in the text colour, left of the arrow.
+/// The middle of what is drawn as brightly as a text.
 int inkCenter(QWidget& widget, const QRect& area)
 {
     const QImage image = widget.grab(area).toImage();
@@ -54,7 +55,7 @@ int inkCenter(QWidget& widget, const QRect& area)
     int last = -1;
     for (int x = 0; x < image.width(); ++x) {
         for (int y = 0; y < image.height(); ++y) {
-            if (qGray(image.pixel(x, y)) < 100) {
+            if (qGray(image.pixel(x, y)) > 150) {
                 first = qMin(first, x);
                 last = x;
             }
@@ -70,6 +71,7 @@ class TestComboBox final : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void shouldAlignItsText();
     void shouldAlignTheList();
     void shouldAlignAnEditor();
@@ -77,12 +79,15 @@ private slots:
     void shouldShowElidedTextsWhole();
 };
 
+void TestComboBox::initTestCase()
+{
+    ApplyHostTheme(*qApp);
+}
+
 void TestComboBox::shouldAlignItsText()
 {
     Form form;
-    QPalette palette(Qt::black, Qt::white);
-    form.box.setPalette(palette);
-    const QRect text(10, 5, 165, 14);
+    const QRect text(3, 5, 172, 14);
     form.box.setTextHorizontalAlignment(Qt::AlignLeft);
     const int left = inkCenter(form.box, text) + text.left();
     form.box.setTextHorizontalAlignment(Qt::AlignHCenter);
@@ -102,7 +107,6 @@ void TestComboBox::shouldAlignTheList()
     form.box.setTextHorizontalAlignment(Qt::AlignHCenter);
     form.box.showPopup();
     QAbstractItemView& list = *form.box.view();
-    list.setPalette(QPalette(Qt::black, Qt::white));
     const QRect second = list.visualRect(list.model()->index(1, 0));
     const QRect inside = second.adjusted(4, 4, -4, -4);
     const int center = inkCenter(*list.viewport(), inside) + inside.left();
@@ -138,7 +142,7 @@ void TestComboBox::shouldShowElidedTextsWhole()
     Form form;
     QVERIFY(form.toolTip().isEmpty());
     form.box.setCurrentIndex(2);
-    QCOMPARE(form.toolTip().count(QLatin1Char('w')), 100);
+    QCOMPARE(form.toolTip().count(QLatin1Char('M')), 100);
     form.box.setToolTip(QStringLiteral("Choose"));
     QCOMPARE(form.toolTip(), QStringLiteral("Choose"));
     QToolTip::hideText();

@@ -4,6 +4,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QDialog>
 #include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QLineEdit>
@@ -218,7 +219,7 @@ void TestIPLineEdit::shouldEraseAcrossDots()
     form.field.selectAll();
     QTest::keyClick(&form.field, Qt::Key_Delete);
     QTest::keyClick(&form.field, Qt::Key_Delete);
-    QCOMPARE(form.field.cursorPosition(), 3);
+    QCOMPARE(form.field.cursorPosition(), 0);
 }
 
 void TestIPLineEdit::shouldExtendASelectionAcrossDots()
@@ -299,6 +300,8 @@ void TestIPLineEdit::shouldTakeDroppedAddresses()
 
     QMimeData data;
     data.setText(QStringLiteral("10.0.0.2"));
+    QDragEnterEvent enter({3, 3}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
+    QApplication::sendEvent(&form.field, &enter);
     QDropEvent moved({3, 3}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
                      Qt::ShiftModifier);
     moved.setDropAction(Qt::MoveAction);

@@ -81,6 +81,7 @@ class TestTableView final : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void shouldAlternateThroughTheEmptyArea_data();
     void shouldAlternateThroughTheEmptyArea();
     void shouldLeaveTheEmptyAreaAlone();
@@ -91,6 +92,13 @@ private slots:
     void shouldLightTheRowUnderTheMouse();
     void shouldKeepTheKeysOfATable();
 };
+
+void TestTableView::initTestCase()
+{
+    QFont font = QApplication::font();
+    font.setPixelSize(12);
+    QApplication::setFont(font);
+}
 
 void TestTableView::shouldAlternateThroughTheEmptyArea_data()
 {

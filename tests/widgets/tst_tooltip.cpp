@@ -49,12 +49,14 @@ struct Form
     QRect ask(int location)
     {
         QToolTip::hideText();
+        if (!QTest::qWaitFor([] { return !shownTip(); }))
+            return {};
         button.setProperty("ToolLocation", location);
         const QPoint position = button.rect().center();
         QHelpEvent event(QEvent::ToolTip, position, button.mapToGlobal(position));
         QApplication::sendEvent(&button, &event);
         const QWidget* tip = shownTip();
-        return tip ? tip->geometry() : QRect();
+        return tip ? QRect(tip->pos(), tip->size()) : QRect();
     }
 
     QRect area() const { return {button.mapToGlobal(QPoint()), button.size()}; }
@@ -135,8 +137,8 @@ void TestToolTip::shouldHide()
 void TestToolTip::shouldStandBesideItsWidget()
 {
     Form form;
-    const QRect area = form.area();
     const QRect below = form.ask(CToolTip::Below);
+    const QRect area = form.area();
     QCOMPARE(below.left(), area.left());
     QVERIFY(below.top() > area.bottom() && below.top() < area.bottom() + 10);
     const QRect above = form.ask(CToolTip::Above);
