@@ -156,7 +156,8 @@ void IPEditor::eraseBackward()
 void IPEditor::eraseForward()
 {
     if (!hasSelection()) {
-        const bool crosses = m_cursor < m_text.size() && m_text.at(m_cursor) == kDot;
+        const QStringRef rest = m_text.midRef(m_cursor);
+        const bool crosses = rest.startsWith(kDot) && rest.count(kDot) < rest.size();
         const int start = crosses ? m_cursor + 1 : m_cursor;
         const int end = start < octetEnd(octetAt(start)) ? start + 1 : start;
         put(start, end);

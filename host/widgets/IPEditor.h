@@ -58,7 +58,8 @@ public:
     /// false, and nothing changes, when `text` is neither or does not fit.
     bool paste(const QString& text);
 
-    /// Erases the selection, or else the digit before or behind the cursor, across a dot.
+    /// Erases the selection, or else the digit before or behind the cursor, across a dot. Goes
+    /// forward only as long as there is a digit left.
     void eraseBackward();
     void eraseForward();
 
