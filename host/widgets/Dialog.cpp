@@ -125,6 +125,8 @@ void CDialog::EnableDialogBtn(QDialogButtonBox::StandardButton button, bool enab
 
 int CDialog::exec()
 {
+    if (lostItsParent())
+        return Rejected;
     m_executed = true;
     if (parentWidget() && windowModality() == Qt::NonModal)
         setWindowModality(Qt::WindowModal);
@@ -216,8 +218,11 @@ void CDialog::watchParent()
 /// ends its exec(), and these return from the innermost outwards.
 void CDialog::leaveDyingParent()
 {
-    if (!m_executed)
+    // One that is only shown lives on the heap, and dies as Qt's children do. One that is not shown
+    // may be under construction on the stack, by somebody whose question ended the parent.
+    if (isVisible() && !m_executed)
         return;
+    m_parentDied = true;
     if (isVisible()) {
         while (QWidget* popup = QApplication::activePopupWidget())
             popup->hide();
@@ -233,6 +238,19 @@ void CDialog::leaveDyingParent()
     });
     dismiss(*this);
     setParent(nullptr, windowFlags());
+}
+
+/// Or a dialog below it did, whose code goes on to its end and may open this one.
+bool CDialog::lostItsParent() const
+{
+    if (m_parentDied)
+        return true;
+    for (const QWidget* widget = parentWidget(); widget; widget = widget->parentWidget()) {
+        const auto* dialog = qobject_cast<const CDialog*>(widget);
+        if (dialog && dialog->m_parentDied)
+            return true;
+    }
+    return false;
 }
 
 void CDialog::placeOnScreen()

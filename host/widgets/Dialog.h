@@ -21,10 +21,11 @@ class QVBoxLayout;
 /// and the window manager's close all lead to OnReject(); Enter presses the default button. The
 /// first widget of the body has the focus at first, the buttons come last.
 ///
-/// May be created on the stack below a parent that dies while exec() runs: the dialog then leaves
-/// its parent, closes itself and every dialog and menu open above it, without a signal, and exec()
-/// returns 0. The caller must expect that its own object is gone by then. From its first exec() on,
-/// a dialog thus belongs to whoever created it; one that is only shown belongs to its parent.
+/// May be created on the stack below a parent that dies before or while exec() runs: the dialog then
+/// leaves its parent, closes itself and every dialog and menu open above it, without a signal, and
+/// exec() returns 0; so does the exec() of a dialog that is opened over it afterwards. The caller
+/// must expect that its own object is gone by then. So a dialog belongs to whoever created it; only
+/// one that is shown without exec() belongs to its parent.
 ///
 /// GUI thread.
 class HOSTWIDGETS_EXPORT CDialog : public QDialog
@@ -87,6 +88,7 @@ protected:
 private:
     void watchParent();
     void leaveDyingParent();
+    bool lostItsParent() const;
     void placeOnScreen();
     void putButtonsLastInTabOrder();
     void focusFirst();
@@ -99,4 +101,5 @@ private:
     QMetaObject::Connection m_parentWatch;
     bool m_initialised = false;
     bool m_executed = false;
+    bool m_parentDied = false;
 };
