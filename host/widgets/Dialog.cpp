@@ -71,7 +71,7 @@ void dismiss(QDialog& dialog)
 CDialog::CDialog(QWidget* parent, const QString& title, const QString& subtitle, int titleButtons)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
     , m_titleBar(new DialogTitleBar(subtitle, titleButtons, this))
-    , m_body(new QVBoxLayout(new QWidget(this)))
+    , m_body(new QVBoxLayout)
     , m_buttonBox(createButtonBox(this))
     , m_outline(new DialogOutline(this))
 {
@@ -81,10 +81,10 @@ CDialog::CDialog(QWidget* parent, const QString& title, const QString& subtitle,
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(m_titleBar);
-    // A widget, which grows even where what is in it does not.
-    layout->addWidget(m_body->parentWidget(), 1);
-    layout->addWidget(m_buttonBox);
+    // Aligned, so that both keep to their edges where the body does not fill the room between them.
+    layout->addWidget(m_titleBar, 0, Qt::AlignTop);
+    layout->addLayout(m_body, 1);
+    layout->addWidget(m_buttonBox, 0, Qt::AlignBottom);
     connect(m_buttonBox, &QDialogButtonBox::accepted, this, [this] { OnAccept(); });
     connect(m_buttonBox, &QDialogButtonBox::rejected, this, [this] { OnReject(); });
     watchParent();

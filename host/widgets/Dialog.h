@@ -93,7 +93,7 @@ private:
     void retranslateButtons();
 
     DialogTitleBar* m_titleBar;    // Qt child
-    QVBoxLayout* m_body;           // of a Qt child
+    QVBoxLayout* m_body;           // of the dialog's layout
     QDialogButtonBox* m_buttonBox; // Qt child
     QWidget* m_outline;            // Qt child
     QMetaObject::Connection m_parentWatch;
