@@ -125,6 +125,10 @@ void CDialog::EnableDialogBtn(QDialogButtonBox::StandardButton button, bool enab
 
 int CDialog::exec()
 {
+    if (isAbandoned()) {
+        setResult(Rejected);
+        return result();
+    }
     m_executed = true;
     if (parentWidget() && windowModality() == Qt::NonModal)
         setWindowModality(Qt::WindowModal);
@@ -188,6 +192,7 @@ void CDialog::resizeEvent(QResizeEvent* event)
 void CDialog::showEvent(QShowEvent* event)
 {
     if (!event->spontaneous()) {
+        m_shown = true;
         const bool placed = testAttribute(Qt::WA_Moved);
         if (!isMaximized())
             placeOnScreen();
@@ -206,6 +211,7 @@ void CDialog::watchParent()
 {
     disconnect(m_parentWatch);
     if (parentWidget()) {
+        m_abandoned = false;
         m_parentWatch =
             connect(parentWidget(), &QObject::destroyed, this, &CDialog::leaveDyingParent);
     }
@@ -216,7 +222,7 @@ void CDialog::watchParent()
 /// ends its exec(), and these return from the innermost outwards.
 void CDialog::leaveDyingParent()
 {
-    if (!m_executed)
+    if (m_shown && !m_executed)
         return;
     if (isVisible()) {
         while (QWidget* popup = QApplication::activePopupWidget())
@@ -233,6 +239,18 @@ void CDialog::leaveDyingParent()
     });
     dismiss(*this);
     setParent(nullptr, windowFlags());
+    m_abandoned = true;
+}
+
+/// Also when the dialog below it, which is about to close, has lost its parent.
+bool CDialog::isAbandoned() const
+{
+    for (const QWidget* widget = this; widget; widget = widget->parentWidget()) {
+        const auto* dialog = qobject_cast<const CDialog*>(widget);
+        if (dialog && dialog->m_abandoned)
+            return true;
+    }
+    return false;
 }
 
 void CDialog::placeOnScreen()
