@@ -71,7 +71,7 @@ void dismiss(QDialog& dialog)
 CDialog::CDialog(QWidget* parent, const QString& title, const QString& subtitle, int titleButtons)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
     , m_titleBar(new DialogTitleBar(subtitle, titleButtons, this))
-    , m_body(new QVBoxLayout(new QWidget(this)))
+    , m_body(new QVBoxLayout)
     , m_buttonBox(createButtonBox(this))
     , m_outline(new DialogOutline(this))
 {
@@ -81,10 +81,10 @@ CDialog::CDialog(QWidget* parent, const QString& title, const QString& subtitle,
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(m_titleBar);
-    // A widget, which grows even where what is in it does not.
-    layout->addWidget(m_body->parentWidget(), 1);
-    layout->addWidget(m_buttonBox);
+    // Aligned, so that both keep to their edges where the body does not fill the room between them.
+    layout->addWidget(m_titleBar, 0, Qt::AlignTop);
+    layout->addLayout(m_body, 1);
+    layout->addWidget(m_buttonBox, 0, Qt::AlignBottom);
     connect(m_buttonBox, &QDialogButtonBox::accepted, this, [this] { OnAccept(); });
     connect(m_buttonBox, &QDialogButtonBox::rejected, this, [this] { OnReject(); });
     watchParent();
@@ -125,8 +125,10 @@ void CDialog::EnableDialogBtn(QDialogButtonBox::StandardButton button, bool enab
 
 int CDialog::exec()
 {
-    if (lostItsParent())
-        return Rejected;
+    if (isAbandoned()) {
+        setResult(Rejected);
+        return result();
+    }
     m_executed = true;
     if (parentWidget() && windowModality() == Qt::NonModal)
         setWindowModality(Qt::WindowModal);
@@ -190,6 +192,7 @@ void CDialog::resizeEvent(QResizeEvent* event)
 void CDialog::showEvent(QShowEvent* event)
 {
     if (!event->spontaneous()) {
+        m_shown = true;
         const bool placed = testAttribute(Qt::WA_Moved);
         if (!isMaximized())
             placeOnScreen();
@@ -208,6 +211,7 @@ void CDialog::watchParent()
 {
     disconnect(m_parentWatch);
     if (parentWidget()) {
+        m_abandoned = false;
         m_parentWatch =
             connect(parentWidget(), &QObject::destroyed, this, &CDialog::leaveDyingParent);
     }
@@ -218,11 +222,8 @@ void CDialog::watchParent()
 /// ends its exec(), and these return from the innermost outwards.
 void CDialog::leaveDyingParent()
 {
-    // One that is only shown lives on the heap, and dies as Qt's children do. One that is not shown
-    // may be under construction on the stack, by somebody whose question ended the parent.
-    if (isVisible() && !m_executed)
+    if (m_shown && !m_executed)
         return;
-    m_parentDied = true;
     if (isVisible()) {
         while (QWidget* popup = QApplication::activePopupWidget())
             popup->hide();
@@ -238,16 +239,15 @@ void CDialog::leaveDyingParent()
     });
     dismiss(*this);
     setParent(nullptr, windowFlags());
+    m_abandoned = true;
 }
 
-/// Or a dialog below it did, whose code goes on to its end and may open this one.
-bool CDialog::lostItsParent() const
+/// Also when the dialog below it, which is about to close, has lost its parent.
+bool CDialog::isAbandoned() const
 {
-    if (m_parentDied)
-        return true;
-    for (const QWidget* widget = parentWidget(); widget; widget = widget->parentWidget()) {
+    for (const QWidget* widget = this; widget; widget = widget->parentWidget()) {
         const auto* dialog = qobject_cast<const CDialog*>(widget);
-        if (dialog && dialog->m_parentDied)
+        if (dialog && dialog->m_abandoned)
             return true;
     }
     return false;

@@ -21,11 +21,11 @@ class QVBoxLayout;
 /// and the window manager's close all lead to OnReject(); Enter presses the default button. The
 /// first widget of the body has the focus at first, the buttons come last.
 ///
-/// May be created on the stack below a parent that dies before or while exec() runs: the dialog then
-/// leaves its parent, closes itself and every dialog and menu open above it, without a signal, and
-/// exec() returns 0; so does the exec() of a dialog that is opened over it afterwards. The caller
-/// must expect that its own object is gone by then. So a dialog belongs to whoever created it; only
-/// one that is shown without exec() belongs to its parent.
+/// May be created on the stack below a parent that dies meanwhile. The dialog then leaves its
+/// parent, and closes itself and every dialog and menu open above it, without a signal; an exec()
+/// that runs, or is still to come, of it or a dialog above it, returns 0. The caller must expect
+/// that its own object is gone by then. A dialog thus belongs to whoever created it, except one
+/// that show() or open() alone brought up: that is its parent's.
 ///
 /// GUI thread.
 class HOSTWIDGETS_EXPORT CDialog : public QDialog
@@ -58,6 +58,7 @@ public:
     void EnableDialogBtn(QDialogButtonBox::StandardButton button, bool enabled);
 
 public slots:
+    /// Shows the dialog and returns its result when it is closed.
     int exec() override;
 
     /// What Escape and closing do: OnReject().
@@ -88,18 +89,19 @@ protected:
 private:
     void watchParent();
     void leaveDyingParent();
-    bool lostItsParent() const;
+    bool isAbandoned() const;
     void placeOnScreen();
     void putButtonsLastInTabOrder();
     void focusFirst();
     void retranslateButtons();
 
     DialogTitleBar* m_titleBar;    // Qt child
-    QVBoxLayout* m_body;           // of a Qt child
+    QVBoxLayout* m_body;           // of the dialog's layout
     QDialogButtonBox* m_buttonBox; // Qt child
     QWidget* m_outline;            // Qt child
     QMetaObject::Connection m_parentWatch;
     bool m_initialised = false;
     bool m_executed = false;
-    bool m_parentDied = false;
+    bool m_shown = false;
+    bool m_abandoned = false; ///< Its parent has died.
 };
