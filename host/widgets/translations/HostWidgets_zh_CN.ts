@@ -77,6 +77,25 @@
     </message>
 </context>
 <context>
+    <name>CIPLineEdit</name>
+    <message>
+        <source>Cut</source>
+        <translation>剪切</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>复制</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>粘贴</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>全选</translation>
+    </message>
+</context>
+<context>
     <name>DialogTitleBar</name>
     <message>
         <source>Restore</source>
