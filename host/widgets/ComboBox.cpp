@@ -17,6 +17,8 @@ constexpr int kTextMargin = 1; // as styles leave beside the text of a field
 
 class ListDelegate final : public WholeTextDelegate
 {
+    Q_OBJECT
+
 public:
     explicit ListDelegate(CComboBox* box)
         : WholeTextDelegate(box)
@@ -65,9 +67,9 @@ bool CComboBox::event(QEvent* event)
 
 void CComboBox::childEvent(QChildEvent* event)
 {
-    auto* edit = qobject_cast<QLineEdit*>(event->child());
-    if (edit && event->polished())
-        edit->setAlignment(m_alignment | Qt::AlignVCenter);
+    // The editor of an editable box comes late, and may be exchanged.
+    if (event->polished() && lineEdit())
+        lineEdit()->setAlignment(m_alignment | Qt::AlignVCenter);
     QComboBox::childEvent(event);
 }
 
@@ -142,3 +144,5 @@ bool CComboBox::isElided() const
     initStyleOption(&option);
     return fontMetrics().horizontalAdvance(option.currentText) > textRect(option).width();
 }
+
+#include "ComboBox.moc"

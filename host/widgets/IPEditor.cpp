@@ -42,7 +42,7 @@ bool IPEditor::isEmpty() const
 QString IPEditor::copiedText() const
 {
     if (!hasSelection() || selectionEnd() - selectionStart() == m_text.size()) {
-        const QString whole = address();
+        QString whole = address();
         if (!whole.isEmpty() || !hasSelection())
             return whole;
     }

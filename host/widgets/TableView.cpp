@@ -15,6 +15,8 @@ constexpr int kRowMargins = 6; // above and below a text of a larger font
 /// Paints cells within the visible part of the table, and lit by rows.
 class TableDelegate final : public WholeTextDelegate
 {
+    Q_OBJECT
+
 public:
     explicit TableDelegate(CTableView* view)
         : WholeTextDelegate(view)
@@ -143,3 +145,5 @@ void CTableView::updateRow(int row)
     if (row >= 0)
         viewport()->update(0, rowViewportPosition(row), viewport()->width(), rowHeight(row));
 }
+
+#include "TableView.moc"

@@ -33,7 +33,8 @@ QString wrappingText(const QString& text)
         }
         parts += character;
     }
-    return QStringLiteral("<p style=\"margin:0; white-space:pre-wrap\">%1</p>").arg(parts.toHtmlEscaped());
+    return QStringLiteral("<p style=\"margin:0; white-space:pre-wrap\">%1</p>")
+        .arg(parts.toHtmlEscaped());
 }
 
 } // namespace
