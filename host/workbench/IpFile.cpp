@@ -58,7 +58,7 @@ public:
         const int start = m_next;
         while (!atEnd() && m_bytes.at(m_next) != '\r' && m_bytes.at(m_next) != '\n')
             ++m_next;
-        const QByteArray line = m_bytes.mid(start, m_next - start);
+        QByteArray line = m_bytes.mid(start, m_next - start);
         const bool hasTwo = m_next + 1 < m_bytes.size() && m_bytes.at(m_next) == '\r'
                             && m_bytes.at(m_next + 1) == '\n';
         m_next += hasTwo ? 2 : 1;
