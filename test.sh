@@ -8,6 +8,7 @@
 #   --release   the release build, with the benchmarks, and the suite on it
 #   --asan      the suite under AddressSanitizer and UndefinedBehaviorSanitizer
 #   --tsan      the tests labelled "threads" under ThreadSanitizer
+#   --fuzz      every fuzz target for a minute, under both of those
 #   --lint      format, static analysis, scripts, headers, Windows cross-check
 #   --help      this text
 #
@@ -16,12 +17,14 @@ set -euo pipefail
 # shellcheck source=scripts/common.sh
 source "$(dirname "$0")/scripts/common.sh"
 
+fuzzers=(fuzz_ipimport fuzz_iplineedit)
+
 stages=()
 for argument in "$@"; do
     case $argument in
     -h | --help) usage && exit ;;
-    --all) stages=(suite release asan tsan lint) ;;
-    --suite | --release | --asan | --tsan | --lint) stages+=("${argument#--}") ;;
+    --all) stages=(suite release asan tsan fuzz lint) ;;
+    --suite | --release | --asan | --tsan | --fuzz | --lint) stages+=("${argument#--}") ;;
     *) usage >&2 && exit 2 ;;
     esac
 done
@@ -54,6 +57,13 @@ for name in "${stages[@]}"; do
             "give it to the tests that use several threads, in their CMakeLists.txt"
         build tsan "${threads[@]}"
         suite tsan --label-regex '^threads$'
+        ;;
+    fuzz)
+        stage "fuzz: every fuzz target for a minute"
+        set_up fuzz
+        build fuzz fuzzers
+        scripts/run-fuzzers.sh build/fuzz 60 "${fuzzers[@]}" || fail "a fuzz target failed" \
+            "run it on that input alone: build/fuzz/bin/TARGET FILE"
         ;;
     lint)
         stage "lint: format, static analysis, scripts, headers, Windows cross-check"

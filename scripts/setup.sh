@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # scripts/setup.sh PURPOSE...
 #
-# Installs the Debian 12 packages that are missing for each PURPOSE: build, run, test, lint, bench.
-# Says nothing when none is. Every package that the project needs stands here and nowhere else.
+# Installs the Debian 12 packages that are missing for each PURPOSE: build, run, test, lint, bench,
+# fuzz. Says nothing when none is. Every package that the project needs stands here and nowhere else.
 set -euo pipefail
 
 build=(g++ cmake ninja-build ccache qtbase5-dev libqt5svg5-dev qttools5-dev qttools5-dev-tools)
@@ -10,6 +10,7 @@ run=(xvfb openbox x11-utils fonts-dejavu-core fonts-noto-cjk)
 test=("${run[@]}" xdotool binutils)
 lint=(clang-format clang-tidy clazy shellcheck g++-mingw-w64-x86-64-posix git python3)
 bench=(libbenchmark-dev python3)
+fuzz=(clang libclang-rt-14-dev)
 
 usage() {
     sed -n '2,/^[^#]/{ s/^# \{0,1\}//p; }' "$0"
@@ -23,6 +24,7 @@ for purpose in "$@"; do
     test) wanted+=("${test[@]}") ;;
     lint) wanted+=("${lint[@]}") ;;
     bench) wanted+=("${bench[@]}") ;;
+    fuzz) wanted+=("${fuzz[@]}") ;;
     -h | --help) usage && exit ;;
     *) usage >&2 && exit 2 ;;
     esac

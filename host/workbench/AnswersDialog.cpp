@@ -5,10 +5,17 @@
 #include "host/workbench/RecordFields.h"
 
 #include <QCheckBox>
+#include <QFormLayout>
 #include <QLineEdit>
 #include <QSpinBox>
 
 #include <limits>
+
+namespace {
+
+constexpr int kRowsOfAColumn = 13;
+
+} // namespace
 
 /// Makes a field for each answer.
 class AnswersDialog::Builder final
@@ -47,6 +54,8 @@ public:
 private:
     void add(const char* name, QWidget* field)
     {
+        if (m_dialog.form()->rowCount() == kRowsOfAColumn)
+            m_dialog.startColumn();
         m_dialog.addField(QLatin1String(name), field);
         m_dialog.m_fields.insert(QLatin1String(name), field);
     }

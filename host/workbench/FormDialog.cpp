@@ -2,6 +2,7 @@
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -14,22 +15,21 @@ constexpr int kMinimumWidth = 400;
 
 FormDialog::FormDialog(const QString& title, QWidget* parent)
     : QDialog(parent)
-    , m_form(new QFormLayout)
+    , m_columns(new QHBoxLayout)
     , m_objection(new QLabel(this))
     , m_buttons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(title);
     setMinimumWidth(kMinimumWidth);
-    m_form->setHorizontalSpacing(16);
-    m_form->setVerticalSpacing(8);
-    m_form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    m_columns->setSpacing(32);
+    startColumn();
     m_objection->setWordWrap(true);
     m_objection->hide();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(16, 16, 16, 16);
     layout->setSpacing(16);
-    layout->addLayout(m_form);
+    layout->addLayout(m_columns);
     layout->addStretch(1);
     layout->addWidget(m_objection);
     layout->addWidget(m_buttons);
@@ -46,6 +46,15 @@ void FormDialog::accept()
     m_objection->setVisible(!objection.isEmpty());
     if (objection.isEmpty())
         QDialog::accept();
+}
+
+void FormDialog::startColumn()
+{
+    m_form = new QFormLayout;
+    m_form->setHorizontalSpacing(16);
+    m_form->setVerticalSpacing(8);
+    m_form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    m_columns->addLayout(m_form, 1);
 }
 
 void FormDialog::addField(const QString& label, QWidget* field)

@@ -4,6 +4,7 @@
 
 class QDialogButtonBox;
 class QFormLayout;
+class QHBoxLayout;
 class QLabel;
 
 /// A dialog of labelled fields with OK and Cancel. Destroys itself when it is closed.
@@ -18,8 +19,12 @@ public:
     void accept() override;
 
 protected:
+    /// The column that fields are added to.
     QFormLayout* form() const { return m_form; }
     QDialogButtonBox* buttons() const { return m_buttons; }
+
+    /// What is added from here on stands beside what is there.
+    void startColumn();
 
     /// Adds a row; the label names `field` for screen readers too.
     void addField(const QString& label, QWidget* field);
@@ -28,7 +33,8 @@ protected:
     virtual QString complete() = 0;
 
 private:
-    QFormLayout* m_form;         // of the dialog's layout
-    QLabel* m_objection;         // Qt child
-    QDialogButtonBox* m_buttons; // Qt child
+    QHBoxLayout* m_columns;        // of the dialog's layout
+    QFormLayout* m_form = nullptr; // of m_columns
+    QLabel* m_objection;           // Qt child
+    QDialogButtonBox* m_buttons;   // Qt child
 };

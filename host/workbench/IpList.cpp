@@ -4,72 +4,88 @@
 
 #include <algorithm>
 
-namespace {
-
-bool hasAddress(const QString& entry, quint32 address)
+QString ipEntryText(const IpEntry& entry)
 {
-    quint32 own = 0;
-    return parseDottedAddress(ipOfEntry(entry), own) && own == address;
+    return dottedAddress(entry.address) + QLatin1Char('(') + entry.name + QLatin1Char(')');
 }
 
-} // namespace
-
-QString ipEntry(const QString& ip, const QString& name)
+std::optional<IpEntry> ipEntryOfText(const QString& text)
 {
-    return ip + QLatin1Char('(') + name + QLatin1Char(')');
+    const int open = text.indexOf(QLatin1Char('('));
+    IpEntry entry;
+    if (!parseDottedAddress(text.left(open), entry.address))
+        return std::nullopt;
+    if (open >= 0)
+        entry.name = text.mid(open + 1);
+    if (entry.name.endsWith(QLatin1Char(')')))
+        entry.name.chop(1);
+    return entry;
 }
 
-QString ipOfEntry(const QString& entry)
+QString refusalText(IpRefusal refusal)
 {
-    return entry.left(entry.indexOf(QLatin1Char('(')));
-}
-
-QString nameOfEntry(const QString& entry)
-{
-    const int open = entry.indexOf(QLatin1Char('('));
-    if (open < 0)
-        return {};
-    const QString rest = entry.mid(open + 1);
-    return rest.endsWith(QLatin1Char(')')) ? rest.chopped(1) : rest;
-}
-
-bool containsIp(const QStringList& entries, quint32 address)
-{
-    return std::any_of(entries.begin(), entries.end(),
-                       [&](const QString& entry) { return hasAddress(entry, address); });
-}
-
-bool removeIp(QStringList& entries, quint32 address)
-{
-    const int before = entries.size();
-    entries.erase(std::remove_if(entries.begin(), entries.end(),
-                                 [&](const QString& entry) { return hasAddress(entry, address); }),
-                  entries.end());
-    return entries.size() != before;
-}
-
-bool mergeIpEntries(QStringList& entries, const QStringList& fresh)
-{
-    for (const QString& entry : fresh) {
-        quint32 address = 0;
-        if (!parseDottedAddress(ipOfEntry(entry), address) || containsIp(entries, address))
-            continue;
-        if (entries.size() >= Project::kMaxIpEntries)
-            return false;
-        entries.append(entry);
+    switch (refusal) {
+    case IpRefusal::None:
+        break;
+    case IpRefusal::NoAddress:
+        return QStringLiteral("there is no valid address");
+    case IpRefusal::Unsuitable:
+        return QStringLiteral("no processor can have this address");
+    case IpRefusal::Unreadable:
+        return QStringLiteral("the text cannot be decoded");
+    case IpRefusal::NameTooLong:
+        return QStringLiteral("the name is longer than %1 characters").arg(IpList::kMaxNameLength);
+    case IpRefusal::Duplicate:
+        return QStringLiteral("the address is there already");
+    case IpRefusal::Full:
+        return QStringLiteral("the list is full with %1 entries").arg(IpList::kMaxEntries);
+    case IpRefusal::NoSuchRow:
+        return QStringLiteral("there is no such row");
     }
+    return {};
+}
+
+IpRefusal IpList::append(const IpEntry& entry)
+{
+    if (entry.name.size() > kMaxNameLength)
+        return IpRefusal::NameTooLong;
+    if (m_addresses.contains(entry.address))
+        return IpRefusal::Duplicate;
+    if (isFull())
+        return IpRefusal::Full;
+    m_entries.append(entry);
+    m_addresses.insert(entry.address);
+    return IpRefusal::None;
+}
+
+IpRefusal IpList::replace(int row, const IpEntry& entry)
+{
+    if (row < 0 || row >= m_entries.size())
+        return IpRefusal::NoSuchRow;
+    if (entry.name.size() > kMaxNameLength)
+        return IpRefusal::NameTooLong;
+    const quint32 before = m_entries.at(row).address;
+    if (entry.address != before && m_addresses.contains(entry.address))
+        return IpRefusal::Duplicate;
+    m_addresses.remove(before);
+    m_addresses.insert(entry.address);
+    m_entries.replace(row, entry);
+    return IpRefusal::None;
+}
+
+bool IpList::remove(quint32 address)
+{
+    if (!m_addresses.remove(address))
+        return false;
+    m_entries.erase(
+        std::remove_if(m_entries.begin(), m_entries.end(),
+                       [address](const IpEntry& entry) { return entry.address == address; }),
+        m_entries.end());
     return true;
 }
 
-QStringList ipEntriesOfText(const QString& text)
+void IpList::clear()
 {
-    QStringList entries;
-    const QStringList lines = text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (const QString& line : lines) {
-        const QString ip = line.section(QLatin1Char(','), 0, 0).trimmed();
-        quint32 address = 0;
-        if (parseDottedAddress(ip, address))
-            entries.append(ipEntry(ip, line.section(QLatin1Char(','), 1).trimmed()));
-    }
-    return entries;
+    m_entries.clear();
+    m_addresses.clear();
 }

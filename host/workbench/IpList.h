@@ -1,28 +1,75 @@
 #pragma once
 
+#include <QList>
+#include <QSet>
 #include <QString>
-#include <QStringList>
 
-/// Entries of the host's IP list: the dotted address directly followed by the name in parentheses.
+#include <optional>
 
-QString ipEntry(const QString& ip, const QString& name);
+/// One entry of the host's IP list. The name may hold anything but line ends.
+struct IpEntry
+{
+    quint32 address = 0;
+    QString name;
+};
 
-/// What stands before the first "(".
-QString ipOfEntry(const QString& entry);
+inline bool operator==(const IpEntry& left, const IpEntry& right)
+{
+    return left.address == right.address && left.name == right.name;
+}
 
-/// What stands between the first "(" and the closing ")".
-QString nameOfEntry(const QString& entry);
+/// The text that goes to and comes from the panel: the dotted address directly followed by the name
+/// in parentheses.
+QString ipEntryText(const IpEntry& entry);
 
-/// Whether an entry of `entries` has this address.
-bool containsIp(const QStringList& entries, quint32 address);
+/// What such a text says: the address stands before the first "(", the name between that and a ")"
+/// at the end. A text without "(" is an address without a name. Nothing for a text without address.
+std::optional<IpEntry> ipEntryOfText(const QString& text);
 
-/// Takes away every entry with this address; returns whether there was one.
-bool removeIp(QStringList& entries, quint32 address);
+/// Why something does not get into the IP list.
+enum class IpRefusal {
+    None,
+    NoAddress,
+    Unsuitable, ///< An address, but none that a processor can have.
+    Unreadable, ///< Bytes that are no text.
+    NameTooLong,
+    Duplicate,
+    Full,
+    NoSuchRow
+};
 
-/// Appends those of `fresh` whose address is not there yet. False when the list was full before all
-/// had their place.
-bool mergeIpEntries(QStringList& entries, const QStringList& fresh);
+/// The reason in English, for the log.
+QString refusalText(IpRefusal refusal);
 
-/// The entries of an address file: one "address,name" a line; lines without an address are left
-/// out.
-QStringList ipEntriesOfText(const QString& text);
+/// The host's IP list: at most kMaxEntries entries, no address twice, in the order in which they
+/// were added. A plain value.
+class IpList final
+{
+public:
+    static constexpr int kMaxEntries = 255;
+    static constexpr int kMaxNameLength = 256;
+
+    const QList<IpEntry>& entries() const { return m_entries; }
+    const QSet<quint32>& addresses() const { return m_addresses; }
+    int size() const { return m_entries.size(); }
+    bool isFull() const { return size() >= kMaxEntries; }
+
+    IpRefusal append(const IpEntry& entry);
+
+    /// Replaces the entry at `row`, which may keep its own address.
+    IpRefusal replace(int row, const IpEntry& entry);
+
+    /// Removes the entry with this address; whether there was one.
+    bool remove(quint32 address);
+
+    void clear();
+
+private:
+    QList<IpEntry> m_entries;
+    QSet<quint32> m_addresses; // of m_entries
+};
+
+inline bool operator==(const IpList& left, const IpList& right)
+{
+    return left.entries() == right.entries();
+}

@@ -43,6 +43,8 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
             [this](const QString& text) { statusBar()->showMessage(text, kTipMs); });
     connect(&session.store(), &ProjectStore::changed, this,
             [this] { m_records->show(m_session.store().snapshot()); });
+    connect(&session.store(), &ProjectStore::ipListChanged, this,
+            [this] { m_records->showIpList(m_session.store().snapshot().ipList); });
     m_records->show(session.store().snapshot());
     new ChangeCommands(this, *m_actions, *m_records, session);
     connectViewActions();

@@ -2,10 +2,10 @@
 
 #include "Interface/DeviceSetInfo.h"
 #include "Interface/ProcessorNode.h"
+#include "host/workbench/IpList.h"
 
 #include <QList>
 #include <QString>
-#include <QStringList>
 #include <QUuid>
 
 /// One device set of the project and the text under which it is offered.
@@ -40,6 +40,10 @@ struct HandlerAnswers
     bool confirmDeviceSetChange = true;
     bool snapshotAcceptsOffline = true;
     bool frontPanelHighlightAvailable = true;
+    quint32 ipCheckCode = 0;    ///< CheckIPAddress rejects everything with this; 0 lets it judge.
+    qint32 ipCheckCount = 0;    ///< How many more times; 0 is always.
+    quint32 readOnlineCode = 0; ///< What is answered instead of reading; 0 reads.
+    quint32 importCode = 0;     ///< What is answered instead of importing; 0 imports.
 };
 
 /// The project as the host holds it. A plain value; nobody is told of changes.
@@ -51,14 +55,13 @@ class Project final
 {
 public:
     static constexpr int kMaxProcessors = 255;
-    static constexpr int kMaxIpEntries = 255;
 
     QList<ProcessorGroupNode> groups;
     QList<ProcessorNode> processors;
     QList<DeviceSet> deviceSets;
     GUID currentDeviceSet{};
     QUuid currentProcessor;
-    QStringList ipList; ///< "192.168.0.10(Left wing)"
+    IpList ipList;
     HandlerAnswers answers;
 
     const ProcessorNode* processor(const QUuid& id) const;

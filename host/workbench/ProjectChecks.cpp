@@ -1,7 +1,5 @@
 #include "host/workbench/ProjectChecks.h"
 
-#include "host/workbench/IpList.h"
-
 #include <QCoreApplication>
 #include <QSet>
 
@@ -75,22 +73,6 @@ Problem checkDeviceSets(const Project& project)
     return std::nullopt;
 }
 
-Problem checkIpList(const QStringList& entries)
-{
-    for (int at = 0; at < entries.size(); ++at) {
-        quint32 address = 0;
-        if (at >= Project::kMaxIpEntries)
-            return JsonProblem{
-                pathTo("ipList", at),
-                Messages::tr("the IP list holds at most %1 entries").arg(Project::kMaxIpEntries)};
-        if (!parseDottedAddress(ipOfEntry(entries.at(at)), address))
-            return JsonProblem{pathTo("ipList", at),
-                               Messages::tr("an entry such as %1 is expected")
-                                   .arg(QLatin1String("192.168.0.10(Left wing)"))};
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 std::optional<JsonProblem> checkProject(const Project& project)
@@ -102,7 +84,5 @@ std::optional<JsonProblem> checkProject(const Project& project)
     }
     if (auto problem = checkProcessors(project, seen))
         return problem;
-    if (auto problem = checkDeviceSets(project))
-        return problem;
-    return checkIpList(project.ipList);
+    return checkDeviceSets(project);
 }

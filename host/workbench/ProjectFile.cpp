@@ -66,6 +66,47 @@ void readList(FieldReader& reader, const char* name, QList<Item>& items, Problem
     }
 }
 
+void readIpList(FieldReader& reader, IpList& list)
+{
+    QStringList texts;
+    reader("ipList", texts);
+    for (int at = 0; at < texts.size(); ++at) {
+        const QStringList path = reader.pathTo("ipList") + QStringList(QString::number(at));
+        const auto entry = ipEntryOfText(texts.at(at));
+        if (!entry) {
+            reader.report(path, Messages::tr("an entry such as %1 is expected")
+                                    .arg(QLatin1String("192.168.0.10(Left wing)")));
+            return;
+        }
+        switch (list.append(*entry)) {
+        case IpRefusal::None:
+            continue;
+        case IpRefusal::Duplicate:
+            reader.report(
+                path, Messages::tr("address %1 occurs twice").arg(dottedAddress(entry->address)));
+            return;
+        case IpRefusal::NameTooLong:
+            reader.report(
+                path,
+                Messages::tr("the name has more than %1 characters").arg(IpList::kMaxNameLength));
+            return;
+        default:
+            reader.report(
+                path,
+                Messages::tr("the IP list holds at most %1 entries").arg(IpList::kMaxEntries));
+            return;
+        }
+    }
+}
+
+QStringList ipListTexts(const IpList& list)
+{
+    QStringList texts;
+    for (const IpEntry& entry : list.entries())
+        texts.append(ipEntryText(entry));
+    return texts;
+}
+
 /// The version comes first: a newer file may have anything in it.
 void readVersion(FieldReader& reader)
 {
@@ -95,7 +136,7 @@ Project readProject(const QJsonDocument& document, Problem& problem)
              [](auto& item, auto& fields) { visitDeviceSetFields(item, fields); });
     reader("currentDeviceSet", project.currentDeviceSet);
     reader("currentProcessor", project.currentProcessor);
-    reader("ipList", project.ipList);
+    readIpList(reader, project.ipList);
     if (const auto answers = reader.take("answers")) {
         FieldReader fields(*answers, reader.pathTo("answers"), problem);
         visitAnswerFields(project.answers, fields);
@@ -173,7 +214,7 @@ QByteArray projectToJson(const Project& project)
     writer("version", kProjectFileVersion);
     writer("currentDeviceSet", project.currentDeviceSet);
     writer("currentProcessor", project.currentProcessor);
-    writer("ipList", project.ipList);
+    writer("ipList", ipListTexts(project.ipList));
     FieldWriter answers;
     visitAnswerFields(project.answers, answers);
     QJsonObject& object = writer.object;

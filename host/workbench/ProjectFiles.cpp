@@ -45,6 +45,7 @@ ProjectFiles::ProjectFiles(QMainWindow* window, Actions& actions, ProjectStore& 
     connect(actions[Do::SaveProjectAs], &QAction::triggered, this, &ProjectFiles::chooseAndSave);
     connect(actions.recentMenu(), &QMenu::aboutToShow, this, &ProjectFiles::fillRecent);
     connect(&store, &ProjectStore::changed, this, &ProjectFiles::retranslate);
+    connect(&store, &ProjectStore::ipListChanged, this, &ProjectFiles::retranslate);
     fillRecent();
     retranslate();
 }

@@ -1,16 +1,43 @@
 #include "host/workbench/ProjectStore.h"
 
 #include "Interface/IPStatusCodes.h"
-#include "host/workbench/IpList.h"
+#include "host/common/AppendLog.h"
+#include "host/workbench/IpCheck.h"
+#include "host/workbench/IpFile.h"
 #include "host/workbench/Notifier.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <utility>
 
 namespace {
 
-constexpr qint64 kMaxIpFileSize = 1024LL * 1024;
+void logImport(const QString& message)
+{
+    AppendLog("importIpFile", "ProjectStore.cpp", __LINE__, message.toUtf8().constData());
+}
+
+/// The bytes of an address file; without them `problem` says why.
+std::optional<QByteArray> readIpFile(const QString& path, QString& problem)
+{
+    QFile file(path);
+    // What is no file, such as a pipe, may keep whoever opens it waiting.
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
+        problem = QStringLiteral("%1 cannot be opened").arg(path);
+        return std::nullopt;
+    }
+    const QByteArray bytes = file.read(kMaxIpFileSize + 1);
+    if (file.error() != QFile::NoError) {
+        problem = QStringLiteral("%1 cannot be read: %2").arg(path, file.errorString());
+        return std::nullopt;
+    }
+    if (bytes.size() > kMaxIpFileSize) {
+        problem = QStringLiteral("%1 has more than %2 bytes").arg(path).arg(kMaxIpFileSize);
+        return std::nullopt;
+    }
+    return bytes;
+}
 
 HostEvents addedEvents(const QList<QUuid>& ids)
 {
@@ -72,6 +99,7 @@ void ProjectStore::apply(const Change& change)
     {
         const std::lock_guard guard(m_mutex);
         events = change(m_project);
+        m_processorAddresses.reset();
         m_modified = m_modified || !events.empty();
     }
     if (events.empty())
@@ -85,6 +113,7 @@ void ProjectStore::replace(const Project& project)
     {
         const std::lock_guard guard(m_mutex);
         m_project = project;
+        m_processorAddresses.reset();
         m_modified = false;
     }
     emit changed();
@@ -310,43 +339,98 @@ void ProjectStore::changeAnswers(const std::function<void(HandlerAnswers&)>& cha
     emit changed();
 }
 
-void ProjectStore::changeIpList(const std::function<void(QStringList&)>& change)
+void ProjectStore::changeIpList(const std::function<bool(IpList&)>& change)
 {
     {
         const std::lock_guard guard(m_mutex);
-        change(m_project.ipList);
+        if (!change(m_project.ipList))
+            return;
         m_modified = true;
     }
-    emit changed();
+    emit ipListChanged();
 }
 
 quint32 ProjectStore::mergeOnlineAddresses()
 {
-    const QStringList online = read([](const Project& project) {
-        QStringList entries;
+    const QList<IpEntry> online = read([](const Project& project) {
+        QList<IpEntry> entries;
         for (const ProcessorNode& node : project.processors) {
-            if (node.online && node.ipAddress != kNoProcessorAddress)
-                entries.append(ipEntry(dottedAddress(node.ipAddress), node.name));
+            if (node.online && isHostAddress(node.ipAddress))
+                entries.append({node.ipAddress, node.name.left(IpList::kMaxNameLength)});
         }
         return entries;
     });
     if (online.isEmpty())
         return IPLIST_ONLINE_EMPTY;
     bool complete = true;
-    changeIpList([&](QStringList& entries) { complete = mergeIpEntries(entries, online); });
+    changeIpList([&](IpList& list) {
+        const int before = list.size();
+        for (const IpEntry& entry : online)
+            complete = list.append(entry) != IpRefusal::Full && complete;
+        return list.size() != before;
+    });
     return complete ? 0 : quint32{IPLIST_FULL};
 }
 
 quint32 ProjectStore::importIpFile(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+    QString problem;
+    const auto bytes = readIpFile(path, problem);
+    if (!bytes) {
+        logImport(problem);
         return IPIMPORT_OPEN_FAILED;
-    const QStringList imported = ipEntriesOfText(QString::fromUtf8(file.read(kMaxIpFileSize)));
-    if (imported.isEmpty())
-        return IPIMPORT_NO_VALID_IP;
-    changeIpList([&](QStringList& entries) { mergeIpEntries(entries, imported); });
-    return 0;
+    }
+    ImportedIpList imported = parseIpFile(*bytes);
+    int added = 0;
+    changeIpList([&](IpList& list) {
+        for (const ImportedIpLine& line : qAsConst(imported.lines)) {
+            const IpRefusal reason = list.append(line.entry);
+            if (reason == IpRefusal::None)
+                ++added;
+            else
+                imported.refuse({line.number, reason, ipEntryText(line.entry)});
+        }
+        return added > 0;
+    });
+    for (const RefusedIpLine& line : qAsConst(imported.refused))
+        logImport(QStringLiteral("line %1 is left out: %2: %3")
+                      .arg(line.number)
+                      .arg(refusalText(line.reason), line.text));
+    logImport(QStringLiteral("%1: %2 lines added, %3 left out")
+                  .arg(path)
+                  .arg(added)
+                  .arg(imported.refusedCount));
+    return imported.lines.isEmpty() ? quint32{IPIMPORT_NO_VALID_IP} : 0;
+}
+
+QSet<quint32> ProjectStore::processorAddresses() const
+{
+    const std::lock_guard guard(m_mutex);
+    if (!m_processorAddresses) {
+        m_processorAddresses.emplace();
+        for (const ProcessorNode& node : m_project.processors)
+            m_processorAddresses->insert(node.ipAddress);
+        m_processorAddresses->remove(kNoProcessorAddress);
+    }
+    return *m_processorAddresses;
+}
+
+quint32 ProjectStore::takeForcedIpCheck()
+{
+    bool isCounted = false;
+    quint32 code = 0;
+    {
+        const std::lock_guard guard(m_mutex);
+        HandlerAnswers& answers = m_project.answers;
+        code = answers.ipCheckCode;
+        isCounted = code != 0 && answers.ipCheckCount > 0;
+        if (isCounted && --answers.ipCheckCount == 0)
+            answers.ipCheckCode = 0;
+        m_modified = m_modified || isCounted;
+    }
+    if (isCounted)
+        emit changed();
+    return code;
 }
 
 /// Runs `change`, which says whether it changed anything, on each record and announces those that

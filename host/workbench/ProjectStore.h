@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <mutex>
+#include <optional>
 
 class Notifier;
 
@@ -87,19 +88,33 @@ public:
 
     /// Changes of what no event tells of.
     void changeAnswers(const std::function<void(HandlerAnswers&)>& change);
-    void changeIpList(const std::function<void(QStringList&)>& change);
+
+    /// `change` returns whether it changed anything.
+    void changeIpList(const std::function<bool(IpList&)>& change);
 
     /// Adds the addresses of the processors that are online to the IP list, each under its
-    /// processor's name; those that it holds already are passed over. Returns a host code.
+    /// processor's name, as many as there is room for; those that it holds already are passed over.
+    /// Returns a host code.
     quint32 mergeOnlineAddresses();
 
-    /// Adds the entries of a text file, one "address,name" a line; lines without an address and
-    /// addresses that the list holds already are passed over. Returns a host code.
+    /// Adds the entries of an address file, as many as there is room for. What is not added is told
+    /// in the log. A file whose entries are all there already, or find no room, is a success that
+    /// adds nothing. Returns a host code.
     quint32 importIpFile(const QString& path);
+
+    /// The addresses that a new processor cannot have because another one has them.
+    QSet<quint32> processorAddresses() const;
+
+    /// The code with which the next check of an address is to be rejected whatever it is, 0 for
+    /// none. Counts.
+    quint32 takeForcedIpCheck();
 
 signals:
     /// Something changed. Emitted on the thread of the change, before its events are raised.
     void changed();
+
+    /// The IP list changed, and nothing else did. Emitted instead of changed().
+    void ipListChanged();
 
 private:
     template <typename Change>
@@ -110,6 +125,7 @@ private:
 
     Notifier& m_notifier;
     mutable std::mutex m_mutex;
-    Project m_project;       // guarded by m_mutex
-    bool m_modified = false; // guarded by m_mutex
+    Project m_project;                                         // guarded by m_mutex
+    bool m_modified = false;                                   // guarded by m_mutex
+    mutable std::optional<QSet<quint32>> m_processorAddresses; // guarded by m_mutex
 };

@@ -84,4 +84,8 @@ void visitAnswerFields(Answers& answers, Visitor& visit)
     visit("confirmDeviceSetChange", answers.confirmDeviceSetChange);
     visit("snapshotAcceptsOffline", answers.snapshotAcceptsOffline);
     visit("frontPanelHighlightAvailable", answers.frontPanelHighlightAvailable);
+    visit("ipCheckCode", answers.ipCheckCode);
+    visit("ipCheckCount", answers.ipCheckCount);
+    visit("readOnlineCode", answers.readOnlineCode);
+    visit("importCode", answers.importCode);
 }

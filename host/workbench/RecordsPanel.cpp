@@ -44,6 +44,14 @@ QWidget* stacked(QLabel* caption, QWidget* below)
     return box;
 }
 
+QList<FieldText> ipListTexts(const IpList& list)
+{
+    QList<FieldText> texts;
+    for (const IpEntry& entry : list.entries())
+        texts.append({dottedAddress(entry.address), entry.name});
+    return texts;
+}
+
 } // namespace
 
 RecordsPanel::RecordsPanel(QWidget* parent)
@@ -112,6 +120,13 @@ void RecordsPanel::show(const Project& project)
     retranslate();
     showFields();
     emit selectionChanged();
+}
+
+void RecordsPanel::showIpList(const IpList& list)
+{
+    m_project.ipList = list;
+    if (showsIpList())
+        showFields();
 }
 
 QList<QUuid> RecordsPanel::selectedProcessors() const
@@ -194,6 +209,11 @@ QList<QUuid> RecordsPanel::selected(bool groups) const
     return ids;
 }
 
+bool RecordsPanel::showsIpList() const
+{
+    return m_view->selectionModel()->selectedRows().isEmpty();
+}
+
 void RecordsPanel::showFields()
 {
     const QUuid id = (selectedProcessors() + selectedGroups()).value(0);
@@ -202,6 +222,9 @@ void RecordsPanel::showFields()
         texts = fieldTexts(*node);
     else if (m_project.hasGroup(id))
         texts = fieldTexts(m_project.group(id));
+    else
+        texts = ipListTexts(m_project.ipList);
+    retranslateFields();
     m_fields->clear();
     for (const FieldText& field : texts) {
         auto* row = new QTreeWidgetItem(m_fields, {field.first, field.second});
@@ -215,8 +238,17 @@ void RecordsPanel::retranslate()
     m_caption->setText(tr("Project (groups: %1, processors: %2)")
                            .arg(m_project.groups.size())
                            .arg(m_project.processors.size()));
-    m_fieldsCaption->setText(tr("Fields of the selected record"));
-    m_fields->setHeaderLabels({tr("Field"), tr("Value")});
     m_view->setAccessibleName(tr("Records of the project"));
-    m_fields->setAccessibleName(tr("Fields of the selected record"));
+    retranslateFields();
+}
+
+void RecordsPanel::retranslateFields()
+{
+    const bool isIpList = showsIpList();
+    const QString caption = isIpList ? tr("IP list (entries: %1)").arg(m_project.ipList.size())
+                                     : tr("Fields of the selected record");
+    m_fieldsCaption->setText(caption);
+    m_fields->setAccessibleName(caption);
+    m_fields->setHeaderLabels(isIpList ? QStringList{tr("Address"), tr("Name")}
+                                       : QStringList{tr("Field"), tr("Value")});
 }

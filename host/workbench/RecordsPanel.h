@@ -10,7 +10,8 @@ class QLabel;
 class QTreeView;
 class QTreeWidget;
 
-/// The host's side of things: the project's records, and beside them every field of the chosen one.
+/// The host's side of things: the project's records, and beside them every field of the chosen one;
+/// the IP list when none is chosen.
 class RecordsPanel final : public QWidget
 {
     Q_OBJECT
@@ -21,6 +22,9 @@ public:
     /// Shows `project`; selection, current row and closed groups stay as they are.
     void show(const Project& project);
     using QWidget::show;
+
+    /// The project's IP list changed, nothing else.
+    void showIpList(const IpList& list);
 
     QTreeView* view() const { return m_view; }
     QTreeWidget* fields() const { return m_fields; }
@@ -48,9 +52,11 @@ protected:
 private:
     QList<QUuid> selected(bool groups) const;
     void selectRows(const QList<QUuid>& ids);
+    bool showsIpList() const;
     void showFields();
     void paintHint();
     void retranslate();
+    void retranslateFields();
 
     Project m_project;
     RecordsModel* m_model;   // Qt child

@@ -1,13 +1,12 @@
 #include "host/workbench/WorkbenchHandler.h"
 
-#include "Interface/IPStatusCodes.h"
-#include "host/workbench/IpList.h"
 #include "host/workbench/Notifier.h"
 #include "host/workbench/ProjectStore.h"
 
 #include <QCoreApplication>
 #include <QMenu>
-#include <QtEndian>
+
+#include <utility>
 
 namespace {
 
@@ -25,31 +24,6 @@ QString deviceSetText(const Project& project, const GUID& id)
     return {};
 }
 
-/// The code for an address that the host does not take, 0 for one that it does.
-quint32 checkAddress(const Project& project, quint32 address, bool processorMode)
-{
-    if (address == 0)
-        return IPCHECK_UNREASONABLE;
-    if (!processorMode)
-        return containsIp(project.ipList, address) ? quint32{IPCHECK_USED} : 0;
-    for (const ProcessorNode& node : project.processors) {
-        if (node.ipAddress == address && address != kNoProcessorAddress)
-            return IPCHECK_USED;
-    }
-    return 0;
-}
-
-QList<quint32> addressesOf(const QStringList& entries)
-{
-    QList<quint32> addresses;
-    for (const QString& entry : entries) {
-        quint32 address = 0;
-        if (parseDottedAddress(ipOfEntry(entry), address))
-            addresses.append(address);
-    }
-    return addresses;
-}
-
 int encodedBytes(const HandlerAnswers& answers, const QString& name)
 {
     // Every character outside ASCII is two bytes in the other encoding.
@@ -63,10 +37,12 @@ int encodedBytes(const HandlerAnswers& answers, const QString& name)
 
 } // namespace
 
-WorkbenchHandler::WorkbenchHandler(ProjectStore& store, Notifier& notifier, TraceModel& trace)
+WorkbenchHandler::WorkbenchHandler(ProjectStore& store, Notifier& notifier, TraceModel& trace,
+                                   PcNetworkCache::Reader network)
     : m_store(store)
     , m_notifier(notifier)
     , m_trace(trace)
+    , m_network(std::move(network))
 {
 }
 
@@ -238,12 +214,6 @@ QUuid WorkbenchHandler::GetCurrentProcessorId()
                             ask([](const Project& project) { return project.currentProcessor; }));
 }
 
-void WorkbenchHandler::AddProcessorsFromIpList(const QUuid& group, const QStringList& entries)
-{
-    m_trace.called("AddProcessorsFromIpList", group, entries);
-    m_store.addProcessors(group, addressesOf(entries));
-}
-
 void WorkbenchHandler::PreDeleteProcessors(const QList<QUuid>& processors)
 {
     m_trace.called("PreDeleteProcessors", processors);
@@ -270,101 +240,4 @@ void WorkbenchHandler::SetFrontPanelHighlight(bool on)
     m_session.lit.removeAll(m_session.frontPanel);
     if (on)
         m_session.lit.append(m_session.frontPanel);
-}
-
-bool WorkbenchHandler::CheckIPAddress(quint32 address, int* code, bool processorMode)
-{
-    const quint32 reason =
-        ask([&](const Project& project) { return checkAddress(project, address, processorMode); });
-    if (code)
-        *code = static_cast<int>(reason);
-    return m_trace.answered("CheckIPAddress", reason != 0, dottedAddress(address), processorMode);
-}
-
-quint32 WorkbenchHandler::ReadOnlineIPAddresses()
-{
-    m_trace.called("ReadOnlineIPAddresses");
-    return m_trace.answered("ReadOnlineIPAddresses", m_store.mergeOnlineAddresses());
-}
-
-int WorkbenchHandler::GetIPCount(int kind)
-{
-    return m_trace.answered(
-        "GetIPCount", ask([](const Project& project) { return project.ipList.size(); }), kind);
-}
-
-void WorkbenchHandler::AddIPAddress(const QString& ip, const QString& name)
-{
-    m_trace.called("AddIPAddress", ip, name);
-    m_store.changeIpList([&](QStringList& entries) {
-        if (entries.size() < Project::kMaxIpEntries)
-            entries.append(ipEntry(ip, name));
-    });
-}
-
-void WorkbenchHandler::SaveIPList()
-{
-    m_trace.called("SaveIPList");
-}
-
-void WorkbenchHandler::RefreshIPList()
-{
-    m_trace.called("RefreshIPList");
-}
-
-void WorkbenchHandler::ModifyIPAddress(int row, const QString& ip, const QString& name)
-{
-    m_trace.called("ModifyIPAddress", row, ip, name);
-    m_store.changeIpList([&](QStringList& entries) {
-        if (row >= 0 && row < entries.size())
-            entries.replace(row, ipEntry(ip, name));
-    });
-}
-
-bool WorkbenchHandler::IpListChanged(const QStringList& before, const QStringList& after)
-{
-    return m_trace.answered("IpListChanged", before != after, before, after);
-}
-
-void WorkbenchHandler::GetIPNameLists(QStringList& ips, QStringList& names)
-{
-    ips.clear();
-    names.clear();
-    const QStringList entries = ask([](const Project& project) { return project.ipList; });
-    for (const QString& entry : entries) {
-        ips.append(ipOfEntry(entry));
-        names.append(nameOfEntry(entry));
-    }
-    m_trace.answered("GetIPNameLists", ips);
-}
-
-void WorkbenchHandler::GetIPList(QStringList& entries)
-{
-    entries =
-        m_trace.answered("GetIPList", ask([](const Project& project) { return project.ipList; }));
-}
-
-void WorkbenchHandler::ClearIPList()
-{
-    m_trace.called("ClearIPList");
-    m_store.changeIpList([](QStringList& entries) { entries.clear(); });
-}
-
-void WorkbenchHandler::DeleteIPAddress(quint32 networkAddress)
-{
-    const quint32 address = qFromBigEndian(networkAddress);
-    m_trace.called("DeleteIPAddress", dottedAddress(address));
-    m_store.changeIpList([&](QStringList& entries) { removeIp(entries, address); });
-}
-
-quint32 WorkbenchHandler::ImportIPFile(const QString& path)
-{
-    m_trace.called("ImportIPFile", path);
-    return m_trace.answered("ImportIPFile", m_store.importIpFile(path));
-}
-
-QString WorkbenchHandler::GetIPEntry(int row)
-{
-    return m_trace.answered(
-        "GetIPEntry", ask([&](const Project& project) { return project.ipList.value(row); }), row);
 }

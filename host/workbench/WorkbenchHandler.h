@@ -2,6 +2,8 @@
 
 #include "Interface/TargetSelectInterfaceHandler.h"
 #include "host/workbench/CallTrace.h"
+#include "host/workbench/IpList.h"
+#include "host/workbench/PcNetworkReader.h"
 
 #include <functional>
 #include <mutex>
@@ -17,7 +19,9 @@ class ProjectStore;
 class WorkbenchHandler final : public ITargetSelectInterfaceHandler
 {
 public:
-    WorkbenchHandler(ProjectStore& store, Notifier& notifier, TraceModel& trace);
+    /// `network` tells what the PC is connected to.
+    WorkbenchHandler(ProjectStore& store, Notifier& notifier, TraceModel& trace,
+                     PcNetworkCache::Reader network = readPcNetwork);
 
     /// Receives the notices that the panel wants shown. Set before the panel is initialised; called
     /// on the GUI thread.
@@ -98,10 +102,13 @@ private:
 
     template <typename Ask>
     auto ask(const Ask& question) const;
+    void changeIpList(const char* function, const QString& what,
+                      const std::function<IpRefusal(IpList&)>& change);
 
     ProjectStore& m_store;
     Notifier& m_notifier;
     CallTrace m_trace;
+    PcNetworkCache m_network; // GUI thread
     std::mutex m_mutex;
     Session m_session; // guarded by m_mutex
 };

@@ -41,6 +41,24 @@ ProcessorNode unusualProcessor(quint32 n, quint32 group)
     return node;
 }
 
+QStringList awkwardNames()
+{
+    return {QString(),
+            QStringLiteral("Left (wing)"),
+            QStringLiteral("("),
+            QStringLiteral(")("),
+            QStringLiteral("())"),
+            QStringLiteral(","),
+            QStringLiteral(" a, b,,c "),
+            QStringLiteral("\"quoted\" 'so' `too`"),
+            QStringLiteral("10.0.0.1(A)"),
+            QStringLiteral("\t"),
+            QStringLiteral("C:\\%1;&<>"),
+            QString::fromUtf8("大厅左侧（备用）"),
+            QString::fromUtf8("\u00e9 \U0001F39B\U0001F468\u200D\U0001F469"),
+            QString(32, QLatin1Char('w'))};
+}
+
 Project unusualProject()
 {
     Project project;
@@ -60,8 +78,9 @@ Project unusualProject()
                           unusualProcessor(13, 0)};
     project.currentDeviceSet = toGuid(sampleId(102));
     project.currentProcessor = sampleId(12);
-    project.ipList =
-        QStringList{QStringLiteral("10.0.0.1(Left (wing))"), QStringLiteral("10.0.0.2()")};
+    quint32 address = 0x0A000001;
+    for (const QString& name : awkwardNames())
+        project.ipList.append({address++, name});
     HandlerAnswers& answers = project.answers;
     answers.detectStrategy = 2;
     answers.detectResult = 0xE0832005;
@@ -85,6 +104,10 @@ Project unusualProject()
     answers.confirmDeviceSetChange = false;
     answers.snapshotAcceptsOffline = false;
     answers.frontPanelHighlightAvailable = false;
+    answers.ipCheckCode = 0xE0832003;
+    answers.ipCheckCount = 3;
+    answers.readOnlineCode = 0xE0831028;
+    answers.importCode = 0xE0831033;
     return project;
 }
 

@@ -1,5 +1,4 @@
 #include "host/workbench/AddressTexts.h"
-#include "host/workbench/IpList.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QTest>
@@ -19,9 +18,6 @@ private slots:
     void shouldMoveOnlyWhatIsElsewhere();
     void shouldReadDottedAddresses_data();
     void shouldReadDottedAddresses();
-    void shouldTakeIpEntriesApart();
-    void shouldReadAddressFiles();
-    void shouldMergeIpEntries();
     void shouldReadListsOfAddresses();
 };
 
@@ -132,37 +128,6 @@ void ProjectTest::shouldReadDottedAddresses()
         QCOMPARE(dottedAddress(address), text);
     else
         QCOMPARE(address, 7U);
-}
-
-void ProjectTest::shouldTakeIpEntriesApart()
-{
-    const QString entry = ipEntry(QStringLiteral("10.0.0.1"), QStringLiteral("Left (wing)"));
-    QCOMPARE(entry, QStringLiteral("10.0.0.1(Left (wing))"));
-    QCOMPARE(ipOfEntry(entry), QStringLiteral("10.0.0.1"));
-    QCOMPARE(nameOfEntry(entry), QStringLiteral("Left (wing)"));
-    QCOMPARE(ipOfEntry(QStringLiteral("10.0.0.1")), QStringLiteral("10.0.0.1"));
-    QCOMPARE(nameOfEntry(QStringLiteral("10.0.0.1")), QString());
-}
-
-void ProjectTest::shouldReadAddressFiles()
-{
-    const QStringList entries = ipEntriesOfText(
-        QStringLiteral("10.0.0.1,Left\r\nnonsense\n\n10.0.0.2,\n 10.0.0.3 ,a,b\n10.0.0.4"));
-    QCOMPARE(entries.join(QLatin1Char(' ')),
-             QStringLiteral("10.0.0.1(Left) 10.0.0.2() 10.0.0.3(a,b) 10.0.0.4()"));
-}
-
-void ProjectTest::shouldMergeIpEntries()
-{
-    QStringList entries{QStringLiteral("10.0.0.1(A)")};
-    QVERIFY(
-        mergeIpEntries(entries, {QStringLiteral("10.0.0.1(B)"), QStringLiteral("10.0.0.2(C)")}));
-    QCOMPARE(entries, (QStringList{QStringLiteral("10.0.0.1(A)"), QStringLiteral("10.0.0.2(C)")}));
-    QStringList many;
-    for (quint32 n = 0; n < 300; ++n)
-        many.append(ipEntry(dottedAddress(0x0B000000 + n), QString()));
-    QVERIFY(!mergeIpEntries(entries, many));
-    QCOMPARE(entries.size(), 255);
 }
 
 void ProjectTest::shouldReadListsOfAddresses()

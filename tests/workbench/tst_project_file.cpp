@@ -98,10 +98,15 @@ void ProjectFileTest::shouldKeepEveryField()
     QCOMPARE(after->deviceSets.at(1).info.hostAttribute3, 0xFFFFFFFFU);
     QCOMPARE(fromGuid(after->currentDeviceSet), sampleId(102));
     QCOMPARE(after->currentProcessor, sampleId(12));
-    QCOMPARE(after->ipList, before.ipList);
+    QCOMPARE(after->ipList.size(), awkwardNames().size());
+    QVERIFY(after->ipList == before.ipList);
     QCOMPARE(after->answers.lanUsbAddresses, before.answers.lanUsbAddresses);
     QCOMPARE(after->answers.detectResult, 0xE0832005U);
     QVERIFY(!after->answers.frontPanelHighlightAvailable);
+    QCOMPARE(after->answers.ipCheckCode, 0xE0832003U);
+    QCOMPARE(after->answers.ipCheckCount, 3);
+    QCOMPARE(after->answers.readOnlineCode, 0xE0831028U);
+    QCOMPARE(after->answers.importCode, 0xE0831033U);
 }
 
 void ProjectFileTest::shouldKeepNumbersBeyond53Bits()
@@ -158,8 +163,8 @@ void ProjectFileTest::shouldRefuse_data()
 {
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<QString>("problem");
-    const auto row = [](const char* name, const char* json, const char* problem) {
-        QTest::newRow(name) << QByteArray(json) << QString::fromUtf8(problem);
+    const auto row = [](const char* name, const QByteArray& json, const char* problem) {
+        QTest::newRow(name) << json << QString::fromUtf8(problem);
     };
     row("empty file", "", "line 1, column 1: illegal value");
     row("no JSON", "hello", "line 1, column 2: illegal value");
@@ -242,6 +247,12 @@ void ProjectFileTest::shouldRefuse_data()
         "00000001-0000-0000-0000-000000000009");
     row("bad IP entry", "{\"version\": 1, \"ipList\": [\"10.0.0.1(A)\",\n \"10.0.0(B)\"]}",
         "line 2, column 2: ipList[1]: an entry such as 192.168.0.10(Left wing) is expected");
+    row("IP address twice", "{\"version\": 1, \"ipList\": [\"10.0.0.1(A)\",\n \"10.0.0.1()\"]}",
+        "line 2, column 2: ipList[1]: address 10.0.0.1 occurs twice");
+    row("IP entry with a long name",
+        QByteArray(R"({"version": 1, "ipList": ["10.0.0.1(@"]})")
+            .replace('@', QByteArray(257, 'x')),
+        "line 1, column 27: ipList[0]: the name has more than 256 characters");
     row("bad answer", "{\"version\": 1, \"answers\": {\n \"lanUsbAddresses\": [\"10.0.0.1\", 4]}}",
         "line 2, column 34: answers.lanUsbAddresses[1]: an address such as 192.168.0.1 is "
         "expected");
@@ -280,13 +291,18 @@ void ProjectFileTest::shouldRefuseMoreThan255Processors()
 
 void ProjectFileTest::shouldRefuseMoreThan255IpEntries()
 {
-    Project project;
-    for (quint32 n = 1; n <= 256; ++n)
-        project.ipList.append(dottedAddress(n) + QStringLiteral("()"));
+    QStringList texts;
+    for (quint32 n = 0; n < 256; ++n)
+        texts.append(QLatin1Char('"') + dottedAddress(0x0A000000 + n) + QStringLiteral("()\""));
+    const QString json = QStringLiteral("{\"version\": 1, \"ipList\": [%1]}");
     QString problem;
-    QVERIFY(!parseProject(projectToJson(project), problem));
+    QVERIFY(!parseProject(json.arg(texts.join(QLatin1Char(','))).toUtf8(), problem));
     QVERIFY2(problem.contains(QStringLiteral("ipList[255]: the IP list holds at most 255 entries")),
              qPrintable(problem));
+    texts.removeLast();
+    const auto project = parseProject(json.arg(texts.join(QLatin1Char(','))).toUtf8(), problem);
+    QVERIFY2(project, qPrintable(problem));
+    QCOMPARE(project->ipList.size(), 255);
 }
 
 void ProjectFileTest::shouldRefuseAnOversizedFile()

@@ -6,7 +6,6 @@
 #include "tests/workbench/SampleRecords.h"
 
 #include <QSignalSpy>
-#include <QTemporaryFile>
 #include <QTest>
 
 Q_DECLARE_METATYPE(Notifier::Delivery)
@@ -34,6 +33,16 @@ public:
         QString numbers = observer.numbers();
         observer.clear();
         return numbers;
+    }
+
+    /// The entries of the IP list, parted by blanks.
+    QString ipTexts() const
+    {
+        QStringList texts;
+        const IpList list = store.snapshot().ipList;
+        for (const IpEntry& entry : list.entries())
+            texts.append(ipEntryText(entry));
+        return texts.join(QLatin1Char(' '));
     }
 
     RecordingObserver observer;
@@ -64,7 +73,9 @@ private slots:
     void shouldRaiseNothingWhenNothingChanges();
     void shouldKnowWhetherItIsModified();
     void shouldKeepTheCurrentProcessorAnnouncedWhenItMoves();
-    void shouldImportAndMergeAddresses();
+    void shouldMergeOnlineAddresses();
+    void shouldAddAsManyOnlineAddressesAsFit();
+    void shouldKnowTheAddressesOfProcessors();
     void shouldReplaceAnswers();
 };
 
@@ -202,8 +213,11 @@ void ProjectStoreTest::shouldKnowWhetherItIsModified()
     QVERIFY(test.store.isModified());
     test.store.markSaved();
     QVERIFY(!test.store.isModified());
-    test.store.changeIpList(
-        [](QStringList& entries) { entries.append(QStringLiteral("1.2.3.4()")); });
+    test.store.changeIpList([](IpList&) { return false; });
+    QVERIFY(!test.store.isModified());
+    test.store.changeIpList([](IpList& list) {
+        return list.append({0x0A000005, QString()}) == IpRefusal::None;
+    });
     QVERIFY(test.store.isModified());
     test.store.replace(Project());
     QVERIFY(!test.store.isModified());
@@ -216,25 +230,49 @@ void ProjectStoreTest::shouldKeepTheCurrentProcessorAnnouncedWhenItMoves()
     QCOMPARE(test.events(), QStringLiteral("20 18 30"));
 }
 
-void ProjectStoreTest::shouldImportAndMergeAddresses()
+void ProjectStoreTest::shouldMergeOnlineAddresses()
 {
     StoreUnderTest test(Notifier::Delivery::GuiThread);
     QCOMPARE(test.store.mergeOnlineAddresses(), 0xE0831034U);
     test.store.setOnline({sampleId(11), sampleId(14)}, true);
     QCOMPARE(test.store.mergeOnlineAddresses(), 0U);
-    QCOMPARE(test.store.snapshot().ipList, QStringList(QStringLiteral("10.0.0.1(P11)")));
-    QCOMPARE(test.store.importIpFile(QStringLiteral("/nowhere/list.txt")), 0xE083200BU);
+    QCOMPARE(test.ipTexts(), QStringLiteral("10.0.0.1(P11)"));
+    test.store.setOnline({sampleId(12)}, true);
+    QCOMPARE(test.store.mergeOnlineAddresses(), 0U);
+    QCOMPARE(test.ipTexts(), QStringLiteral("10.0.0.1(P11) 10.0.0.2(P12)"));
+    test.store.setAddress(sampleId(11), kNoProcessorAddress);
+    test.store.setAddress(sampleId(12), kNoProcessorAddress);
+    QCOMPARE(test.store.mergeOnlineAddresses(), 0xE0831034U);
+}
 
-    QTemporaryFile file;
-    QVERIFY(file.open());
-    file.write("nothing here\n");
-    file.flush();
-    QCOMPARE(test.store.importIpFile(file.fileName()), 0xE0831033U);
-    file.write("10.0.0.1,again\n10.0.0.2,B\n");
-    file.flush();
-    QCOMPARE(test.store.importIpFile(file.fileName()), 0U);
-    QCOMPARE(test.store.snapshot().ipList.join(QLatin1Char(' ')),
-             QStringLiteral("10.0.0.1(P11) 10.0.0.2(B)"));
+void ProjectStoreTest::shouldAddAsManyOnlineAddressesAsFit()
+{
+    StoreUnderTest test(Notifier::Delivery::GuiThread);
+    test.store.setOnline({sampleId(11), sampleId(12)}, true);
+    test.store.changeIpList([](IpList& list) {
+        for (quint32 n = 0; n < 254; ++n)
+            list.append({0x0B000001 + n, QString()});
+        return true;
+    });
+    QCOMPARE(test.store.mergeOnlineAddresses(), 0xE0831028U);
+    QCOMPARE(test.store.snapshot().ipList.size(), 255);
+    QCOMPARE(test.store.snapshot().ipList.entries().last().address, 0x0A000001U);
+    // A full list that has them all is complete.
+    test.store.changeIpList([](IpList& list) { return list.remove(0x0B000001); });
+    QCOMPARE(test.store.mergeOnlineAddresses(), 0U);
+    QCOMPARE(test.store.mergeOnlineAddresses(), 0U);
+}
+
+void ProjectStoreTest::shouldKnowTheAddressesOfProcessors()
+{
+    StoreUnderTest test(Notifier::Delivery::GuiThread);
+    QCOMPARE(test.store.processorAddresses(), (QSet<quint32>{0x0A000001, 0x0A000002}));
+    test.store.setAddress(sampleId(13), 0x0A000007);
+    QVERIFY(test.store.processorAddresses().contains(0x0A000007));
+    test.store.removeProcessors({sampleId(11)});
+    QVERIFY(!test.store.processorAddresses().contains(0x0A000001));
+    test.store.replace(Project());
+    QVERIFY(test.store.processorAddresses().isEmpty());
 }
 
 void ProjectStoreTest::shouldReplaceAnswers()

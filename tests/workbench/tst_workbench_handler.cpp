@@ -1,47 +1,10 @@
-#include "host/workbench/Notifier.h"
-#include "host/workbench/ProjectStore.h"
-#include "host/workbench/TraceModel.h"
-#include "host/workbench/WorkbenchHandler.h"
 #include "tests/support/WarningTrap.h"
-#include "tests/workbench/RecordingObserver.h"
-#include "tests/workbench/SampleRecords.h"
+#include "tests/workbench/HandlerUnderTest.h"
 
 #include <QMenu>
 #include <QTest>
-#include <QtEndian>
 
 #include <thread>
-
-/// A handler over the small project, with its events recorded on the GUI thread.
-struct HandlerUnderTest
-{
-    HandlerUnderTest()
-    {
-        notifier.setDelivery(Notifier::Delivery::GuiThread);
-        store.replace(smallProject());
-        handler.SetObserver(&observer);
-    }
-
-    QString events()
-    {
-        QString numbers = observer.numbers();
-        observer.clear();
-        return numbers;
-    }
-
-    /// The last line of the log.
-    TraceEntry lastEntry()
-    {
-        trace.flush();
-        return trace.entry(trace.rowCount() - 1);
-    }
-
-    RecordingObserver observer;
-    TraceModel trace;
-    Notifier notifier{trace};
-    ProjectStore store{notifier};
-    WorkbenchHandler handler{store, notifier, trace};
-};
 
 class WorkbenchHandlerTest : public QObject
 {
@@ -52,8 +15,6 @@ private slots:
     void shouldCarryOutWhatThePanelAsksFor();
     void shouldRefuseNames();
     void shouldFollowTheSelection();
-    void shouldKeepTheIpList();
-    void shouldRejectAddressesInUse();
     void shouldAnswerFromTheSettings();
     void shouldDetectWhatHasAnAddress();
     void shouldHandleDeviceSets();
@@ -140,58 +101,6 @@ void WorkbenchHandlerTest::shouldFollowTheSelection()
     test.handler.ReportSelection(sampleId(1), {}, {SGroupSelection{sampleId(1), {}}}, sampleId(13));
     QCOMPARE(test.events(), QString());
     QCOMPARE(test.handler.GetCurrentProcessorId(), sampleId(13));
-}
-
-void WorkbenchHandlerTest::shouldKeepTheIpList()
-{
-    HandlerUnderTest test;
-    test.handler.AddIPAddress(QStringLiteral("10.0.0.1"), QStringLiteral("A"));
-    test.handler.AddIPAddress(QStringLiteral("10.0.0.2"), QString());
-    QCOMPARE(test.handler.GetIPCount(0), 2);
-    QCOMPARE(test.handler.GetIPEntry(1), QStringLiteral("10.0.0.2()"));
-    QCOMPARE(test.handler.GetIPEntry(2), QString());
-    test.handler.ModifyIPAddress(1, QStringLiteral("10.0.0.3"), QStringLiteral("B"));
-    test.handler.ModifyIPAddress(7, QStringLiteral("10.0.0.4"), QStringLiteral("C"));
-    QStringList entries{QStringLiteral("stale")};
-    test.handler.GetIPList(entries);
-    QCOMPARE(entries.join(QLatin1Char(' ')), QStringLiteral("10.0.0.1(A) 10.0.0.3(B)"));
-    QStringList ips{QStringLiteral("stale")};
-    QStringList names;
-    test.handler.GetIPNameLists(ips, names);
-    QCOMPARE(ips.join(QLatin1Char(' ')), QStringLiteral("10.0.0.1 10.0.0.3"));
-    QCOMPARE(names.join(QLatin1Char(' ')), QStringLiteral("A B"));
-    QVERIFY(test.handler.IpListChanged({}, entries));
-    QVERIFY(!test.handler.IpListChanged(entries, entries));
-
-    test.handler.DeleteIPAddress(qToBigEndian(0x0A000001U));
-    QCOMPARE(test.store.snapshot().ipList, QStringList(QStringLiteral("10.0.0.3(B)")));
-    QCOMPARE(test.lastEntry().text, QStringLiteral("DeleteIPAddress(\"10.0.0.1\")"));
-    test.handler.RefreshIPList();
-    test.handler.SaveIPList();
-    test.handler.ClearIPList();
-    QCOMPARE(test.handler.GetIPCount(0), 0);
-    for (int at = 0; at < 300; ++at)
-        test.handler.AddIPAddress(dottedAddress(static_cast<quint32>(at)), QString());
-    QCOMPARE(test.handler.GetIPCount(0), 255);
-    QCOMPARE(test.handler.ReadOnlineIPAddresses(), 0xE0831034U);
-    test.store.setOnline({sampleId(11)}, true);
-    QCOMPARE(test.handler.ReadOnlineIPAddresses(), 0xE0831028U);
-    QCOMPARE(test.handler.ImportIPFile(QStringLiteral("/nowhere")), 0xE083200BU);
-}
-
-void WorkbenchHandlerTest::shouldRejectAddressesInUse()
-{
-    HandlerUnderTest test;
-    test.handler.AddIPAddress(QStringLiteral("10.0.0.9"), QString());
-    int code = -1;
-    QVERIFY(test.handler.CheckIPAddress(0x0A000009, &code, false));
-    QCOMPARE(static_cast<quint32>(code), 0xE0832001U);
-    QVERIFY(!test.handler.CheckIPAddress(0x0A000009, &code, true));
-    QCOMPARE(code, 0);
-    QVERIFY(test.handler.CheckIPAddress(0x0A000001, nullptr, true));
-    QVERIFY(!test.handler.CheckIPAddress(kNoProcessorAddress, nullptr, true));
-    QVERIFY(test.handler.CheckIPAddress(0, &code, false));
-    QCOMPARE(static_cast<quint32>(code), 0xE0832005U);
 }
 
 void WorkbenchHandlerTest::shouldAnswerFromTheSettings()

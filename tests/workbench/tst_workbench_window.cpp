@@ -13,6 +13,7 @@
 #include "tests/workbench/SampleRecords.h"
 
 #include "Interface/TargetSelectAreaInterface.h"
+#include "Interface/TargetSelectInterfaceHandler.h"
 
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
@@ -30,6 +31,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QSpinBox>
+#include <QStatusBar>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
@@ -125,6 +127,9 @@ private slots:
     void shouldOutliveAPanelDestroyedUnderEvents();
     void shouldWorkByKeyboard();
     void shouldWorkByMouse();
+    void shouldShowTheIpListWhileNoRecordIsSelected();
+    void shouldShowTipsForAWhile();
+    void shouldForceChecksOfAddresses();
     void shouldRaiseAnyEvent();
     void shouldLogTheTree();
     void shouldFollowTheLanguage();
@@ -360,6 +365,65 @@ void WorkbenchWindowTest::shouldWorkByMouse()
     QCOMPARE(test.window.records().fields()->topLevelItemCount(), 5);
     QTest::mouseClick(test.window.log().clearButton(), Qt::LeftButton);
     QCOMPARE(test.session.trace().rowCount(), 0);
+}
+
+void WorkbenchWindowTest::shouldShowTheIpListWhileNoRecordIsSelected()
+{
+    WorkbenchUnderTest test;
+    const RecordsPanel& records = test.window.records();
+    const auto rowText = [&](int row) {
+        const QTreeWidgetItem* item = records.fields()->topLevelItem(row);
+        return item ? item->text(0) + QLatin1Char('|') + item->text(1) : QString();
+    };
+    const std::shared_ptr<IAbstractControlInterface> held = test.session.layer()->m_controlHandler;
+    auto* handler = dynamic_cast<ITargetSelectInterfaceHandler*>(held.get());
+    QVERIFY(handler);
+    QCOMPARE(records.fields()->topLevelItemCount(), 0);
+    handler->AddIPAddress(QStringLiteral("10.0.0.8"), QStringLiteral("a (b), c"));
+    QCOMPARE(rowText(0), QStringLiteral("10.0.0.8|a (b), c"));
+    QCOMPARE(records.fields()->headerItem()->text(0), QStringLiteral("Address"));
+    QVERIFY(test.window.isWindowModified());
+    test.window.records().select({sampleId(11)});
+    QCOMPARE(rowText(0).section(QLatin1Char('|'), 0, 0), QStringLiteral("id"));
+    QCOMPARE(records.fields()->headerItem()->text(0), QStringLiteral("Field"));
+    handler->AddIPAddress(QStringLiteral("10.0.0.9"), QString());
+    QCOMPARE(records.fields()->topLevelItemCount(), 28);
+    records.view()->clearSelection();
+    QCOMPARE(rowText(1), QStringLiteral("10.0.0.9|"));
+    QCOMPARE(records.fields()->accessibleName(), QStringLiteral("IP list (entries: 2)"));
+}
+
+void WorkbenchWindowTest::shouldShowTipsForAWhile()
+{
+    WorkbenchUnderTest test;
+    const std::shared_ptr<IAbstractControlInterface> held = test.session.layer()->m_controlHandler;
+    auto* handler = dynamic_cast<ITargetSelectInterfaceHandler*>(held.get());
+    QVERIFY(handler);
+    handler->ShowTipMessage(QStringLiteral("Import successfully."));
+    QCOMPARE(test.window.statusBar()->currentMessage(), QStringLiteral("Import successfully."));
+}
+
+void WorkbenchWindowTest::shouldForceChecksOfAddresses()
+{
+    WorkbenchUnderTest test;
+    test.action(Do::HandlerAnswers)->trigger();
+    auto* dialog = openDialog<QDialog>();
+    QVERIFY(dialog);
+    // A smaller screen than anybody has leaves the buttons in reach.
+    QVERIFY2(dialog->height() <= 720, qPrintable(QString::number(dialog->height())));
+    for (auto* field : dialog->findChildren<QLineEdit*>()) {
+        if (field->accessibleName() == QLatin1String("ipCheckCode"))
+            field->setText(QStringLiteral("0xE0832003"));
+    }
+    for (auto* field : dialog->findChildren<QSpinBox*>()) {
+        if (field->accessibleName() == QLatin1String("ipCheckCount"))
+            field->setValue(2);
+    }
+    dialog->accept();
+    QCOMPARE(test.store().snapshot().answers.ipCheckCount, 2);
+    QCOMPARE(test.store().takeForcedIpCheck(), 0xE0832003U);
+    QCOMPARE(test.store().takeForcedIpCheck(), 0xE0832003U);
+    QCOMPARE(test.store().takeForcedIpCheck(), 0U);
 }
 
 void WorkbenchWindowTest::shouldRaiseAnyEvent()

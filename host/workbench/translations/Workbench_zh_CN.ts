@@ -524,6 +524,9 @@
         <source>there is no device set %1</source>
         <translation>没有设备组 %1</translation>
     </message>
+</context>
+<context>
+    <name>ProjectFile</name>
     <message>
         <source>the IP list holds at most %1 entries</source>
         <translation>IP 列表最多容纳 %1 项</translation>
@@ -532,9 +535,14 @@
         <source>an entry such as %1 is expected</source>
         <translation>应为条目，如 %1</translation>
     </message>
-</context>
-<context>
-    <name>ProjectFile</name>
+    <message>
+        <source>address %1 occurs twice</source>
+        <translation>地址 %1 出现两次</translation>
+    </message>
+    <message>
+        <source>the name has more than %1 characters</source>
+        <translation>名称超过 %1 个字符</translation>
+    </message>
     <message>
         <source>line %1, column %2: %3</source>
         <translation>第 %1 行第 %2 列：%3</translation>
@@ -758,6 +766,18 @@
 </context>
 <context>
     <name>RecordsPanel</name>
+    <message>
+        <source>IP list (entries: %1)</source>
+        <translation>IP 列表(条目:%1)</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>地址</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
     <message>
         <source>The project is empty.
 Add processors with Change &gt; Add processor.</source>
