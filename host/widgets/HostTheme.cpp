@@ -1,5 +1,7 @@
 #include "host/widgets/HostTheme.h"
 
+#include "host/widgets/ToolTipFilter.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
@@ -200,4 +202,5 @@ void ApplyHostTheme(QApplication& application)
     for (const char* widget : {"QLineEdit", "QComboBox", "QAbstractSpinBox"})
         QApplication::setPalette(field, widget);
     application.setStyleSheet(styleSheet(hostColors()));
+    installToolTipPlacement(application);
 }
