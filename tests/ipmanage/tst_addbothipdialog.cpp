@@ -97,14 +97,14 @@ void AddBothIpDialogTest::shouldRefuseWhatItSeesItself_data()
     QTest::addColumn<QString>("expected");
     const QString address = QStringLiteral("10.0.0.1");
     const QString incomplete = QStringLiteral("10.0.0");
-    QTest::newRow("first empty")
-        << QString() << address << QStringLiteral("IP address 1 is unreasonable.");
+    QTest::newRow("first empty") << QString() << address
+                                 << QStringLiteral("IP address 1 is unreasonable.");
     QTest::newRow("first incomplete")
         << incomplete << address << QStringLiteral("IP address 1 is unreasonable.");
-    QTest::newRow("second empty")
-        << address << QString() << QStringLiteral("IP address 2 is unreasonable.");
-    QTest::newRow("both empty")
-        << QString() << QString() << QStringLiteral("IP address 1 is unreasonable.");
+    QTest::newRow("second empty") << address << QString()
+                                  << QStringLiteral("IP address 2 is unreasonable.");
+    QTest::newRow("both empty") << QString() << QString()
+                                << QStringLiteral("IP address 1 is unreasonable.");
     QTest::newRow("equal") << address << address
                            << QStringLiteral("IP address 1 is the same as IP address 2.");
 }

@@ -81,9 +81,9 @@ void AddSingleIPDialogTest::shouldProposeTheNextFreeAddress()
     QCOMPARE(test.host().callCount(QStringLiteral("RefreshIPList")), forList ? 1 : 0);
     QCOMPARE(asked.size(), forList ? 4 : 3);
     QCOMPARE(asked.first().startsWith(QLatin1String("RefreshIPList")), forList);
-    QCOMPARE(asked.last(), QStringLiteral("CheckIPAddress(%1,%2)")
-                               .arg(text, forList ? QStringLiteral("false")
-                                                  : QStringLiteral("true")));
+    QCOMPARE(asked.last(),
+             QStringLiteral("CheckIPAddress(%1,%2)")
+                 .arg(text, forList ? QStringLiteral("false") : QStringLiteral("true")));
     QCOMPARE(dialog.address(), addressOfText(text));
     const quint32 base = proposalBase(localAddresses());
     if ((base & 0xFF) < 253)

@@ -24,8 +24,8 @@ struct DockedPanel : DialogTest
     DockedPanel()
     {
         host().ipManagementAvailable = true;
-        host().ipList = QStringList({QStringLiteral("10.0.0.1(One)"),
-                                     QStringLiteral("10.0.0.2(Two)")});
+        host().ipList =
+            QStringList({QStringLiteral("10.0.0.1(One)"), QStringLiteral("10.0.0.2(Two)")});
         panel.area().setParent(&window);
         panel.area().Initialize();
         panel.area().show();
@@ -38,8 +38,7 @@ struct DockedPanel : DialogTest
     void destroyPanelSoon()
     {
         QMetaObject::invokeMethod(
-            qApp, [area = QPointer<QWidget>(&panel.area())] { delete area; },
-            Qt::QueuedConnection);
+            qApp, [area = QPointer<QWidget>(&panel.area())] { delete area; }, Qt::QueuedConnection);
     }
 };
 
@@ -107,16 +106,16 @@ void IPDialogLifeTest::shouldTellTheHostWhatChanged()
     const QString changed =
         QStringLiteral("IpListChanged(10.0.0.1(One),10.0.0.2(Two)|10.0.0.2(Two))");
     QCOMPARE(asked.mid(asked.size() - (detects ? 3 : 2)),
-             detects ? QStringList({QStringLiteral("GetIPList"), changed,
-                                    QStringLiteral("DetectProcessorsOnly")})
+             detects ? QStringList(
+                 {QStringLiteral("GetIPList"), changed, QStringLiteral("DetectProcessorsOnly")})
                      : QStringList({QStringLiteral("GetIPList"), changed}));
 }
 
 void IPDialogLifeTest::shouldOutliveThePanel_data()
 {
     QTest::addColumn<QString>("open");
-    for (const char* name : {"management", "menu", "add one", "message", "question", "edit",
-                             "import", "export"})
+    for (const char* name :
+         {"management", "menu", "add one", "message", "question", "edit", "import", "export"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
@@ -186,8 +185,7 @@ void IPDialogLifeTest::shouldOutliveTheHostsAnswer()
             delete panel;
     };
     if (dialogs > 0) {
-        test.driver.then(
-            [&](QWidget& shown) { ManageDriver(shown).pickAdd(test.driver, 1); });
+        test.driver.then([&](QWidget& shown) { ManageDriver(shown).pickAdd(test.driver, 1); });
     }
     if (dialogs > 1) {
         test.driver.then([&](QWidget& entry) {

@@ -13,13 +13,7 @@
 
 namespace {
 
-enum class Kind {
-    Single,
-    Batch,
-    Change,
-    First,
-    Second
-};
+enum class Kind { Single, Batch, Change, First, Second };
 
 std::unique_ptr<CDialog> create(Kind kind, bool forList, QWidget* parent)
 {

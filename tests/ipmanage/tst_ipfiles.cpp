@@ -229,8 +229,7 @@ void IPFilesTest::shouldProposeTheDesktop()
     DialogTest test;
     test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
     CIPManageDialog dialog(&test.window);
-    const QString desktop =
-        QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
     QString proposed;
     QStringList filters;
     test.driver
@@ -256,10 +255,10 @@ void IPFilesTest::shouldProposeTheDesktop()
         });
     QCOMPARE(dialog.exec(), 0);
     QVERIFY2(proposed.endsWith(QLatin1String("/ipList.txt")), qPrintable(proposed));
-    QCOMPARE(filters,
-             QStringList({QStringLiteral("IP Address File(*.txt)"), QStringLiteral("*.txt"),
-                          QStringLiteral("IP Address File(*.txt)"),
-                          QStringLiteral("AllFile(*.*)")}));
+    QCOMPARE(
+        filters,
+        QStringList({QStringLiteral("IP Address File(*.txt)"), QStringLiteral("*.txt"),
+                     QStringLiteral("IP Address File(*.txt)"), QStringLiteral("AllFile(*.*)")}));
 }
 
 void IPFilesTest::shouldImport_data()

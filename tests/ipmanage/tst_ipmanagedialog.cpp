@@ -7,18 +7,15 @@
 
 namespace {
 
-const QString kFull = QStringLiteral(
-    "The number of IP addresses exceeds 255, and some IP addresses are not added.");
+const QString kFull =
+    QStringLiteral("The number of IP addresses exceeds 255, and some IP addresses are not added.");
 
 /// "10.0.0.1(Name 1)" and so on.
 QStringList entries(int count)
 {
     QStringList list;
     for (int n = 1; n <= count; ++n) {
-        list.append(QStringLiteral("10.0.%1.%2(Name %3)")
-                        .arg(n / 256)
-                        .arg(n % 256)
-                        .arg(n));
+        list.append(QStringLiteral("10.0.%1.%2(Name %3)").arg(n / 256).arg(n % 256).arg(n));
     }
     return list;
 }
@@ -286,11 +283,11 @@ void IPManageDialogTest::shouldStillReadOnlineIntoAFullList()
 void IPManageDialogTest::shouldEditTheCurrentEntry()
 {
     DialogTest test;
-    test.host().ipList = QStringList({QStringLiteral("10.0.0.1(One)"),
-                                      QStringLiteral("10.0.0.2(Two (left))"),
-                                      QStringLiteral("10.0.0.3(Three)")});
-    test.host().ipNames = QStringList(
-        {QStringLiteral("One"), QStringLiteral("Two (left)"), QStringLiteral("Three")});
+    test.host().ipList =
+        QStringList({QStringLiteral("10.0.0.1(One)"), QStringLiteral("10.0.0.2(Two (left))"),
+                     QStringLiteral("10.0.0.3(Three)")});
+    test.host().ipNames =
+        QStringList({QStringLiteral("One"), QStringLiteral("Two (left)"), QStringLiteral("Three")});
     CIPManageDialog dialog(&test.window);
     test.driver
         .then([&](QWidget& shown) {
@@ -308,8 +305,7 @@ void IPManageDialogTest::shouldEditTheCurrentEntry()
             clickButton(entry, QStringLiteral("OK"));
         });
     QCOMPARE(dialog.exec(), 0);
-    QVERIFY(test.asked().contains(
-        QStringLiteral("ModifyIPAddress(1,10.0.0.9(Two (left)))")));
+    QVERIFY(test.asked().contains(QStringLiteral("ModifyIPAddress(1,10.0.0.9(Two (left)))")));
 }
 
 void IPManageDialogTest::shouldDeleteTheSelectedEntries()
@@ -403,7 +399,8 @@ void IPManageDialogTest::shouldClearAfterAQuestion()
             drive.close();
         })
         .then([&](QWidget& question) {
-            QCOMPARE(messageOf(question), QStringLiteral("Are you sure you want to clear all ips?"));
+            QCOMPARE(messageOf(question),
+                     QStringLiteral("Are you sure you want to clear all ips?"));
             QCOMPARE(question.width(), 330);
             if (answer == QLatin1String("Enter"))
                 QTest::keyClick(question.focusWidget(), Qt::Key_Return);
@@ -431,12 +428,10 @@ void IPManageDialogTest::shouldFollowTheLanguage()
             const Chinese chinese;
             QVERIFY(chinese.isLoaded());
             QTRY_COMPARE(shown.windowTitle(), QStringLiteral("IP 地址管理"));
-            const auto* add = qobject_cast<QToolButton*>(
-                buttonOf(shown, QStringLiteral("添加")));
+            const auto* add = qobject_cast<QToolButton*>(buttonOf(shown, QStringLiteral("添加")));
             QVERIFY(add);
             QCOMPARE(add->toolTip(), QStringLiteral("添加"));
-            QCOMPARE(add->menu()->actions().at(1)->text(),
-                     QStringLiteral("添加一个 IP 地址..."));
+            QCOMPARE(add->menu()->actions().at(1)->text(), QStringLiteral("添加一个 IP 地址..."));
             QCOMPARE(drive.view().model()->headerData(1, Qt::Horizontal).toString(),
                      QStringLiteral("名称"));
         }
