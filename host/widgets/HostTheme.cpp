@@ -30,6 +30,7 @@ QMenuBar::item:selected, QMenuBar::item:pressed { background: @FIELD@; color: @S
 QMenu { background: @POPUP@; border: 1px solid @LINE@; border-radius: 8px; padding: 4px; }
 QMenu::item { padding: 5px 24px 5px 28px; border-radius: 4px; }
 QMenu::item:selected { background: @ROW@; color: @STRONG@; }
+#IPManageMenu::item { height: 22px; }
 QMenu::item:disabled { color: @HINT@; }
 QMenu::separator { height: 1px; background: @LINE@; margin: 4px 8px; }
 QMenu::indicator { width: 12px; height: 12px; left: 8px; }
@@ -57,8 +58,7 @@ QStatusBar { background: @WINDOW@; color: @WEAK@; border-top: 1px solid @LINE@; 
 QStatusBar::item { border: none; }
 
 QLineEdit, QComboBox, QAbstractSpinBox, QPlainTextEdit, QListWidget {
-    background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px;
-    selection-background-color: @ACCENT@; }
+    background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px; }
 QLineEdit, QComboBox, QAbstractSpinBox { min-height: 22px; padding: 0 6px; }
 QTreeView QLineEdit, QTableView QLineEdit, QListView QLineEdit { min-height: 0; padding: 0 2px; }
 QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus, QPlainTextEdit:focus, QListWidget:focus {
