@@ -59,7 +59,9 @@ QStatusBar::item { border: none; }
 
 QLineEdit, QComboBox, QAbstractSpinBox, QPlainTextEdit, QListWidget {
     background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px; }
-QLineEdit, QComboBox, QAbstractSpinBox { min-height: 22px; padding: 0 6px; }
+QLineEdit, QComboBox, QAbstractSpinBox { min-height: 22px; padding: 0 6px; color: @STRONG@; }
+CIPLineEdit { color: @STRONG@; }
+CIPLineEdit:disabled { color: @HINT@; }
 QTreeView QLineEdit, QTableView QLineEdit, QListView QLineEdit { min-height: 0; padding: 0 2px; }
 QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus, QPlainTextEdit:focus, QListWidget:focus {
     border-color: @ACCENT@; }
@@ -104,7 +106,11 @@ QTableCornerButton::section { background: @WINDOW@; border: none;
 QHeaderView { background: @WINDOW@; border: none; }
 QHeaderView::section { background: @WINDOW@; color: @WEAK@; border: none;
     border-bottom: 1px solid @LINE@; padding: 4px; }
-QHeaderView::section:vertical { border: none; }
+QHeaderView::section:vertical { border: none; padding: 0 4px; }
+QTableView::item { border: none; padding: 0 4px; }
+QTableView::item:hover { background: @POPUP@; }
+QTableView::item:selected:hover { background: @ROW@; }
+QTableView QHeaderView::section:horizontal { padding: 0 7px; }
 
 QScrollBar { background: transparent; border: none; margin: 0; }
 QScrollBar:vertical { width: 10px; }
