@@ -98,7 +98,7 @@ void DialogTitleBar::mousePressEvent(QMouseEvent* event)
     if (event->button() != Qt::LeftButton)
         return;
     m_pressed = event->globalPos();
-    m_grip = event->globalPos() - window()->pos();
+    m_grip = mapTo(window(), event->pos());
     m_moving = false;
 }
 
