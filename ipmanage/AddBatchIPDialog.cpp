@@ -37,7 +37,9 @@ void CAddBatchIPDialog::OnAccept()
         tellUser(this, ipCheckMessage(static_cast<quint32>(code), IPField::Batch));
         return;
     }
-    generate(start);
+    m_addresses.clear();
+    if (!generate(start))
+        return;
     if (m_ipManagementMode)
         HostIPList::save();
     done(Accepted);
@@ -54,14 +56,14 @@ void CAddBatchIPDialog::InitWidgets()
     m_countLabel = new QLabel(this);
     m_count = new CSpinBox(this);
     EntryForm::sizeField(m_count);
-    const int taken = m_ipManagementMode ? HostIPList::count() : HostIPList::processorCount();
-    m_count->setRange(1, qBound(1, HostIPList::kMaxEntries - taken, HostIPList::kMaxEntries));
     m_addressLabel = new QLabel(this);
     m_start = new CIPLineEdit(this);
     EntryForm::sizeField(m_start);
     m_addedTexts.clear();
     setFixedSize(EntryForm::kDialogWidth, EntryForm::kTwoRowsHeight);
     retranslate();
+    // Last: the host may change the language in its answer.
+    limitCount();
 }
 
 void CAddBatchIPDialog::InitLayout(QBoxLayout* body)
@@ -78,12 +80,25 @@ void CAddBatchIPDialog::changeEvent(QEvent* event)
     CDialog::changeEvent(event);
 }
 
-void CAddBatchIPDialog::generate(quint32 start)
+/// To what there is room for; one at least, so that the field holds a number.
+void CAddBatchIPDialog::limitCount()
 {
+    constexpr int most = HostIPList::kMaxEntries;
+    const int taken = m_ipManagementMode ? HostIPList::count() : HostIPList::processorCount();
+    m_count->setRange(1, most - qBound(0, taken, most - 1));
+}
+
+/// False when the host was lost on the way.
+bool CAddBatchIPDialog::generate(quint32 start)
+{
+    bool complete = true;
     const auto isRejected = [this](quint32 address) {
-        return HostIPList::rejects(address, nullptr, !m_ipManagementMode);
+        return HostIPList::isThere() && HostIPList::rejects(address, nullptr, !m_ipManagementMode);
     };
-    const auto take = [this](quint32 address) {
+    const auto take = [this, &complete](quint32 address) {
+        complete = HostIPList::isThere();
+        if (!complete)
+            return false;
         if (!m_ipManagementMode) {
             m_addresses.append(address);
             return true;
@@ -94,6 +109,7 @@ void CAddBatchIPDialog::generate(quint32 start)
         return true;
     };
     generateIPRun(start, m_count->value(), isRejected, take);
+    return complete;
 }
 
 void CAddBatchIPDialog::retranslate()

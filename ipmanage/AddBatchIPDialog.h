@@ -34,7 +34,8 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void generate(quint32 start);
+    void limitCount();
+    bool generate(quint32 start);
     void retranslate();
 
     QStringList m_addedTexts;   // what went into the IP list

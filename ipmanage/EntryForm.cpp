@@ -53,6 +53,7 @@ void addRow(QFormLayout* form, QLabel* label, int labelWidth, QWidget* field)
     label->setFixedSize(labelWidth, kRowHeight);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     condense(label);
+    label->setBuddy(field);
     form->addRow(label, field);
 }
 

@@ -11,6 +11,11 @@ constexpr quint32 kNoHost = 0xFFFFFFFF;
 
 } // namespace
 
+bool isThere()
+{
+    return GetTargetSelectHandler() != nullptr;
+}
+
 QStringList entries()
 {
     QStringList list;

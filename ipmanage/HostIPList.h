@@ -11,6 +11,9 @@ namespace HostIPList {
 /// The list holds at most this many entries, and the project as many processors.
 constexpr int kMaxEntries = 255;
 
+/// Whether there is a host to ask.
+bool isThere();
+
 /// "192.168.0.10(Left wing)", in the host's order.
 QStringList entries();
 

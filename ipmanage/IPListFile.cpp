@@ -4,6 +4,7 @@
 
 #include <QFileDevice>
 #include <QStringList>
+#include <QTextCodec>
 #include <QTextStream>
 
 namespace IPListFile {
@@ -11,10 +12,14 @@ namespace IPListFile {
 bool write(QIODevice& device, const QStringList& entries)
 {
     QTextStream stream(&device);
-    for (const QString& entry : entries)
-        stream << exportLine(entry) << '\n';
+    bool lossless = true;
+    for (const QString& entry : entries) {
+        const QString line = exportLine(entry);
+        lossless = lossless && stream.codec()->canEncode(line);
+        stream << line << '\n';
+    }
     stream.flush();
-    if (stream.status() != QTextStream::Ok)
+    if (!lossless || stream.status() != QTextStream::Ok)
         return false;
     // A file keeps what it was given for a while, and a full disk shows only when it lets go.
     auto* file = qobject_cast<QFileDevice*>(&device);

@@ -9,7 +9,7 @@ class QStringList;
 namespace IPListFile {
 
 /// Writes `entries`, the host's entry texts, to `device`, which is open for text. False when not
-/// all of it got through; what did is then a part of the list.
+/// all of it got through, or a name has characters that the encoding lacks and that are replaced.
 bool write(QIODevice& device, const QStringList& entries);
 
 } // namespace IPListFile

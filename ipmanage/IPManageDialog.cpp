@@ -25,7 +25,7 @@
 
 namespace {
 
-struct ButtonSpec
+struct ButtonLook
 {
     IPManageButtonId id;
     const char* icon;
@@ -33,7 +33,7 @@ struct ButtonSpec
     bool hasDisabledIcon;
 };
 
-constexpr ButtonSpec kButtons[] = {
+constexpr ButtonLook kButtons[] = {
     {IPManageAdd, "Add", QT_TRANSLATE_NOOP("CIPManageDialog", "Add"), false},
     {IPManageEdit, "Edit", QT_TRANSLATE_NOOP("CIPManageDialog", "Edit"), true},
     {IPManageDelete, "Delete", QT_TRANSLATE_NOOP("CIPManageDialog", "Delete"), true},
@@ -52,12 +52,12 @@ constexpr QSize kIconSize(20, 20);
 constexpr int kToolBarHeight = 37;
 constexpr int kAddMenuHeight = 104;
 
-QIcon buttonIcon(const ButtonSpec& spec)
+QIcon buttonIcon(const ButtonLook& look)
 {
     const QString path =
-        QStringLiteral(":/Image/Target/IPManage/%1/%2.svg").arg(QLatin1String(spec.icon));
+        QStringLiteral(":/Image/Target/IPManage/%1/%2.svg").arg(QLatin1String(look.icon));
     QIcon icon(path.arg(QStringLiteral("normal")));
-    if (spec.hasDisabledIcon)
+    if (look.hasDisabledIcon)
         icon.addFile(path.arg(QStringLiteral("disabled")), kIconSize, QIcon::Disabled, QIcon::Off);
     return icon;
 }
@@ -89,13 +89,13 @@ void CIPManageDialog::InitWidgets()
 
 void CIPManageDialog::createButtons()
 {
-    for (const ButtonSpec& spec : kButtons) {
+    for (const ButtonLook& look : kButtons) {
         auto* button = new QToolButton(this);
-        button->setIcon(buttonIcon(spec));
+        button->setIcon(buttonIcon(look));
         button->setObjectName(QStringLiteral("IPManageToolButton"));
         button->setIconSize(kIconSize);
         button->setProperty("ToolLocation", CToolTip::Below);
-        m_buttons.insert(spec.id, button);
+        m_buttons.insert(look.id, button);
     }
     for (const IPManageButtonId id : {IPManageEdit, IPManageDelete, IPManageClear})
         m_buttons[id]->setEnabled(false);
@@ -161,10 +161,10 @@ void CIPManageDialog::changeEvent(QEvent* event)
 void CIPManageDialog::retranslate()
 {
     setWindowTitle(tr("IP address management"));
-    for (const ButtonSpec& spec : kButtons) {
-        const QString text = tr(spec.toolTip);
-        m_buttons[spec.id]->setToolTip(text);
-        m_buttons[spec.id]->setAccessibleName(text);
+    for (const ButtonLook& look : kButtons) {
+        const QString text = tr(look.toolTip);
+        m_buttons[look.id]->setToolTip(text);
+        m_buttons[look.id]->setAccessibleName(text);
     }
     for (auto action = m_actions.cbegin(); action != m_actions.cend(); ++action)
         action.value()->setText(tr(kMenuTexts[action.key()]));
@@ -278,7 +278,11 @@ void CIPManageDialog::importFile()
                        tr("IP Address File(*.txt);;AllFile(*.*)"));
     if (dialog.exec() != Accepted)
         return;
-    const QStringList files = dialog.selectedFiles();
+    importFiles(dialog.selectedFiles());
+}
+
+void CIPManageDialog::importFiles(const QStringList& files)
+{
     if (files.size() > 1)
         return;
     if (files.value(0).isEmpty()) {
@@ -307,7 +311,9 @@ void CIPManageDialog::exportFile()
         this, tr("Export an IP address list"), desktopFolder() + QStringLiteral("/ipList.txt"),
         tr("IP Address File(*.txt);;*.txt"));
     QFile file(path);
-    if (path.isEmpty() || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
+    // A file that exists loses what it holds when it is opened.
+    if (path.isEmpty() || !HostIPList::isThere()
+        || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
         return;
     if (!IPListFile::write(file, HostIPList::entries())) {
         tellUser(this, tr("Export failed, the file could not be written completely."));

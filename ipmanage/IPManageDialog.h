@@ -54,6 +54,7 @@ private:
     void deleteSelected();
     void clearAll();
     void importFile();
+    Q_INVOKABLE void importFiles(const QStringList& files);
     void exportFile();
 
     QMap<IPManageButtonId, QToolButton*> m_buttons; // Qt children

@@ -84,8 +84,9 @@ bool CModifyIPDialog::isRefused(int* code) const
 void CModifyIPDialog::loadEntry()
 {
     HostIPList::refresh();
-    m_addressOnOpening = addressOfEntry(HostIPList::entry(m_row));
-    m_address->setText(m_addressOnOpening);
+    m_address->setText(addressOfEntry(HostIPList::entry(m_row)));
+    // As the field writes it: without leading zeros.
+    m_addressOnOpening = m_address->text();
 }
 
 /// Up and to the left of the parent, so that the entry being changed stays in sight.

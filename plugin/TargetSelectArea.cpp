@@ -56,10 +56,13 @@ bool onGuiThread()
     return application && application->thread() == QThread::currentThread();
 }
 
-/// The host may destroy `panel` while the dialog is open; nothing here needs it afterwards.
+/// The host may destroy `panel` whenever it is asked, and while the dialog is open.
 void manageIPAddresses(QWidget* panel)
 {
+    const QPointer<QWidget> alive(panel);
     const QStringList before = HostIPList::entries();
+    if (!alive)
+        return;
     CIPManageDialog(panel).exec();
     const QStringList after = HostIPList::entries();
     const auto handler = GetTargetSelectHandler();
@@ -154,7 +157,10 @@ QWidget* CTargetSelectArea::GetWidget()
 
 bool CTargetSelectArea::Initialize()
 {
+    const QPointer<CTargetSelectArea> alive(this);
     registerObserver();
+    if (!alive)
+        return true;
     CTargetSelectData::Instance()->ResetModel();
     m_treeView->reset();
     expandBranches(*m_treeView);
@@ -220,8 +226,15 @@ void CTargetSelectArea::onCurrentDeviceSetChanged(GUID current, const QList<SDev
     if (sets.size() < 2 || IsNullGuid(current) || found == sets.end() || !handler)
         return;
 
+    // The host may destroy the panel while it is asked, or announce other sets.
+    const QPointer<CTargetSelectArea> alive(this);
+    const int generation = m_deviceSetsGeneration;
+    QStringList texts;
     for (const SDeviceSetInfo& set : sets)
-        m_deviceSetSelector->addItem(handler->GetDeviceSetText(set));
+        texts.append(handler->GetDeviceSetText(set));
+    if (!alive || generation != m_deviceSetsGeneration)
+        return;
+    m_deviceSetSelector->addItems(texts);
     m_acceptedDeviceSet = static_cast<int>(std::distance(sets.begin(), found));
     m_deviceSetSelector->setCurrentIndex(m_acceptedDeviceSet);
     m_deviceSetSelector->show();
@@ -237,10 +250,13 @@ void CTargetSelectArea::onCurrentProcessorChanged(const QUuid& current)
 
 void CTargetSelectArea::onLANUSBGetProcessorIP()
 {
+    const QPointer<CTargetSelectArea> alive(this);
     QList<quint32> addresses;
     const auto handler = GetTargetSelectHandler();
     if (handler && handler->IsLanUsbMode())
         addresses = handler->GetLanUsbProcessorIps();
+    if (!alive)
+        return;
     if (!addresses.isEmpty()) {
         m_processorIpLabel->setText(QStringLiteral("Processor1 IP: ")
                                     + QHostAddress(addresses.first()).toString());
@@ -337,6 +353,9 @@ void CTargetSelectArea::registerObserver()
 
 void CTargetSelectArea::updateIpManagement()
 {
+    const QPointer<CTargetSelectArea> alive(this);
     const auto handler = GetTargetSelectHandler();
-    m_ipManagement->setVisible(handler && handler->IsIpManagementAvailable());
+    const bool available = handler && handler->IsIpManagementAvailable();
+    if (alive)
+        m_ipManagement->setVisible(available);
 }

@@ -85,7 +85,7 @@ CDialog::CDialog(QWidget* parent, const QString& title, const QString& subtitle,
     layout->addWidget(m_titleBar, 0, Qt::AlignTop);
     layout->addLayout(m_body, 1);
     layout->addWidget(m_buttonBox, 0, Qt::AlignBottom);
-    connect(m_buttonBox, &QDialogButtonBox::accepted, this, [this] { OnAccept(); });
+    connect(m_buttonBox, &QDialogButtonBox::accepted, this, &CDialog::accepted);
     connect(m_buttonBox, &QDialogButtonBox::rejected, this, [this] { OnReject(); });
     watchParent();
 }
@@ -135,9 +135,30 @@ int CDialog::exec()
     return QDialog::exec();
 }
 
+void CDialog::done(int result)
+{
+    // Somebody's code goes on to its end; whoever listened may be half gone.
+    if (m_abandoned)
+        dismiss(*this);
+    else
+        QDialog::done(result);
+}
+
 void CDialog::reject()
 {
     OnReject();
+}
+
+/// OnAccept() may ask the host, which may let the user press the button meanwhile.
+void CDialog::accepted()
+{
+    if (m_accepting)
+        return;
+    const QPointer<CDialog> alive(this);
+    m_accepting = true;
+    OnAccept();
+    if (alive)
+        m_accepting = false;
 }
 
 void CDialog::OnAccept()
@@ -176,6 +197,9 @@ bool CDialog::event(QEvent* event)
         break;
     case QEvent::ParentChange:
         watchParent();
+        break;
+    case QEvent::WindowActivate:
+        settle();
         break;
     default:
         break;
@@ -268,7 +292,18 @@ void CDialog::placeOnScreen()
     place.moveBottom(std::min(place.bottom(), room.bottom()));
     place.moveLeft(std::max(place.left(), room.left()));
     place.moveTop(std::max(place.top(), room.top()));
-    move(place.topLeft());
+    m_place = place.topLeft();
+    m_placed = true;
+    move(m_place);
+}
+
+/// A window manager may put a window without a frame where it should be, and leave Qt with another
+/// idea of where that is; asking for the place again clears that up.
+void CDialog::settle()
+{
+    if (m_placed && pos() != m_place && !isMaximized())
+        move(m_place);
+    m_placed = false;
 }
 
 void CDialog::putButtonsLastInTabOrder()

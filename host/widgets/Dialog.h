@@ -27,6 +27,8 @@ class QVBoxLayout;
 /// that its own object is gone by then. A dialog thus belongs to whoever created it, except one
 /// that show() or open() alone brought up: that is its parent's.
 ///
+/// While OnAccept() runs, pressing the button again has no effect.
+///
 /// GUI thread.
 class HOSTWIDGETS_EXPORT CDialog : public QDialog
 {
@@ -58,6 +60,9 @@ public:
     void EnableDialogBtn(QDialogButtonBox::StandardButton button, bool enabled);
 
 public slots:
+    /// Closes the dialog with `result`; one that lost its parent keeps its 0.
+    void done(int result) override;
+
     /// Shows the dialog and returns its result when it is closed.
     int exec() override;
 
@@ -90,7 +95,9 @@ private:
     void watchParent();
     void leaveDyingParent();
     bool isAbandoned() const;
+    void accepted();
     void placeOnScreen();
+    void settle();
     void putButtonsLastInTabOrder();
     void focusFirst();
     void retranslateButtons();
@@ -100,6 +107,9 @@ private:
     QDialogButtonBox* m_buttonBox; // Qt child
     QWidget* m_outline;            // Qt child
     QMetaObject::Connection m_parentWatch;
+    QPoint m_place; // where it was put when it was last shown
+    bool m_placed = false;
+    bool m_accepting = false;
     bool m_initialised = false;
     bool m_executed = false;
     bool m_shown = false;

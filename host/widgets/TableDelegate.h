@@ -1,7 +1,10 @@
 #pragma once
 
+#include "host/widgets/HostTheme.h"
 #include "host/widgets/TableView.h"
 #include "host/widgets/WholeTextDelegate.h"
+
+#include <QPainter>
 
 /// Paints cells within the visible part of the table, and lit by rows.
 class TableDelegate final : public WholeTextDelegate
@@ -19,16 +22,22 @@ public:
                const QModelIndex& index) const override
     {
         WholeTextDelegate::paint(painter, visiblePart(option), index);
+        if (!showsWholeRows() || !m_view->hasFocus() || index.row() != m_view->currentIndex().row())
+            return;
+        // With Ctrl, the keyboard moves without selecting.
+        painter->fillRect(QRect(option.rect.topLeft(), QSize(option.rect.width(), 1)),
+                          hostColors().accent);
+        painter->fillRect(QRect(option.rect.bottomLeft(), QSize(option.rect.width(), 1)),
+                          hostColors().accent);
     }
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
         WholeTextDelegate::initStyleOption(option, index);
-        const bool wholeRows = m_view->selectionBehavior() == QAbstractItemView::SelectRows;
-        if (wholeRows && m_view->isEnabled() && index.row() == m_view->hoveredRow())
+        if (showsWholeRows() && m_view->isEnabled() && index.row() == m_view->hoveredRow())
             option->state |= QStyle::State_MouseOver;
-        if (wholeRows)
+        if (showsWholeRows())
             option->state &= ~QStyle::State_HasFocus;
     }
 
@@ -40,5 +49,10 @@ protected:
     }
 
 private:
+    bool showsWholeRows() const
+    {
+        return m_view->selectionBehavior() == QAbstractItemView::SelectRows;
+    }
+
     CTableView* m_view; // owns this
 };

@@ -20,6 +20,7 @@ CTableView::CTableView(QWidget* parent)
     setAlternatingRowColors(true);
     setShowGrid(false);
     setWordWrap(false);
+    setTabKeyNavigation(false);
     setItemDelegate(new TableDelegate(this));
     setVerticalHeader(new RowNumberHeader(this));
 
@@ -34,6 +35,13 @@ void CTableView::setPaintAlternatingRowColorsForEmptyArea(bool on)
 {
     m_paintEmptyArea = on;
     viewport()->update();
+}
+
+void CTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTableView::currentChanged(current, previous);
+    updateRow(current.row());
+    updateRow(previous.row());
 }
 
 void CTableView::paintEvent(QPaintEvent* event)

@@ -26,6 +26,7 @@ public:
     int hoveredRow() const { return m_hoveredRow; }
 
 protected:
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void paintEvent(QPaintEvent* event) override;
     void updateGeometries() override;
     bool viewportEvent(QEvent* event) override;

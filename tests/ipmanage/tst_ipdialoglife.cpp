@@ -1,10 +1,17 @@
 // Dialogs that are open while the host changes or destroys what they stand on.
 
-#include "ipmanage/AddBothIpDialog.h"
+#include "ipmanage/AddBatchIPDialog.h"
+#include "ipmanage/AddSingleIPDialog.h"
 #include "plugin/TargetSelectArea.h"
 #include "tests/ipmanage/ManageTest.h"
 
+#include <QComboBox>
 #include <QPushButton>
+#include <QSpinBox>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <memory>
 
 namespace {
 
@@ -44,6 +51,8 @@ struct DockedPanel : DialogTest
 
 } // namespace
 
+Q_DECLARE_METATYPE(std::function<void(DockedPanel&)>)
+
 class IPDialogLifeTest : public QObject
 {
     Q_OBJECT
@@ -56,6 +65,15 @@ private slots:
     void shouldOutliveThePanel();
     void shouldOutliveTheHostsAnswer_data();
     void shouldOutliveTheHostsAnswer();
+    void shouldOutliveThePanelWhereverTheHostIsAsked_data();
+    void shouldOutliveThePanelWhereverTheHostIsAsked();
+    void shouldRejectOnceThePanelIsGone_data();
+    void shouldRejectOnceThePanelIsGone();
+    void shouldShowTheSetsAnnouncedLast();
+    void shouldFollowTheLanguageWhileItIsBuilt();
+    void shouldEndARunWithItsHost();
+    void shouldKeepTheFileOfAnExportWithoutAHost();
+    void shouldTakeOneOkAtATime();
     void shouldOutliveTheHandler();
     void shouldNotFailWhenEntriesVanish();
     void shouldFollowTheLanguageInEveryOpenDialog();
@@ -197,6 +215,181 @@ void IPDialogLifeTest::shouldOutliveTheHostsAnswer()
     QVERIFY(!panel);
     QVERIFY(test.driver.isDone());
     QVERIFY(!QApplication::activeModalWidget());
+}
+
+void IPDialogLifeTest::shouldOutliveThePanelWhereverTheHostIsAsked_data()
+{
+    using Action = std::function<void(DockedPanel&)>;
+    QTest::addColumn<QString>("question");
+    QTest::addColumn<Action>("action");
+    const auto sets = [](DockedPanel& test) {
+        SDeviceSetInfo one;
+        one.id.Data1 = 1;
+        SDeviceSetInfo two;
+        two.id.Data1 = 2;
+        test.panel.area().onCurrentDeviceSetChanged(one.id, {one, two});
+    };
+    QTest::newRow("before the management")
+        << QStringLiteral("GetIPList") << Action([](DockedPanel& test) { test.openManagement(); });
+    QTest::newRow("current processor")
+        << QStringLiteral("IsIpManagementAvailable")
+        << Action([](DockedPanel& test) { test.panel.area().onCurrentProcessorChanged(QUuid()); });
+    QTest::newRow("initialising") << QStringLiteral("IsIpManagementAvailable")
+                                  << Action(
+                                         [](DockedPanel& test) { test.panel.area().Initialize(); });
+    QTest::newRow("registering") << QStringLiteral(
+        "SetObserver") << Action([](DockedPanel& test) { test.panel.area().Initialize(); });
+    QTest::newRow("LAN-USB") << QStringLiteral("IsLanUsbMode") << Action([](DockedPanel& test) {
+        test.panel.area().onLANUSBGetProcessorIP();
+    });
+    QTest::newRow("device set") << QStringLiteral("GetDeviceSetText") << Action(sets);
+}
+
+void IPDialogLifeTest::shouldOutliveThePanelWhereverTheHostIsAsked()
+{
+    using Action = std::function<void(DockedPanel&)>;
+    QFETCH(QString, question);
+    QFETCH(Action, action);
+    DockedPanel test;
+    const QPointer<QWidget> panel(&test.panel.area());
+    test.host().inside = [&](const QString& name) {
+        if (name == question)
+            delete panel;
+    };
+    action(test);
+    QVERIFY(!panel);
+}
+
+void IPDialogLifeTest::shouldRejectOnceThePanelIsGone_data()
+{
+    QTest::addColumn<bool>("batch");
+    QTest::newRow("one address") << false;
+    QTest::newRow("a run") << true;
+}
+
+void IPDialogLifeTest::shouldRejectOnceThePanelIsGone()
+{
+    QFETCH(bool, batch);
+    DockedPanel test;
+    const QPointer<QWidget> panel(&test.panel.area());
+    std::unique_ptr<CDialog> dialog;
+    if (batch)
+        dialog = std::make_unique<CAddBatchIPDialog>(false, panel);
+    else
+        dialog = std::make_unique<CAddSingleIPDialog>(false, panel);
+    int told = 0;
+    connect(dialog.get(), &QDialog::finished, this, [&told] { ++told; });
+    test.driver.then([&](QWidget& entry) {
+        test.host().inside = [&](const QString& name) {
+            if (name == QLatin1String("CheckIPAddress"))
+                delete panel;
+        };
+        retype(addressField(entry), QStringLiteral("10.0.0.77"));
+        clickButton(entry, QStringLiteral("OK"));
+    });
+    QCOMPARE(dialog->exec(), 0);
+    QVERIFY(!panel);
+    QCOMPARE(told, 0);
+}
+
+void IPDialogLifeTest::shouldShowTheSetsAnnouncedLast()
+{
+    DockedPanel test;
+    QList<SDeviceSetInfo> sets;
+    for (quint32 n = 1; n <= 3; ++n) {
+        SDeviceSetInfo set;
+        set.id.Data1 = n;
+        sets.append(set);
+    }
+    bool announced = false;
+    test.host().inside = [&](const QString& name) {
+        if (name == QLatin1String("GetDeviceSetText") && !announced) {
+            announced = true;
+            test.panel.area().onCurrentDeviceSetChanged(sets.at(1).id, sets);
+        }
+    };
+    test.panel.area().onCurrentDeviceSetChanged(sets.first().id, sets.mid(0, 2));
+    const auto* selector = test.panel.area().findChild<QComboBox*>();
+    QCOMPARE(selector->count(), 3);
+    QCOMPARE(selector->currentIndex(), 1);
+}
+
+void IPDialogLifeTest::shouldFollowTheLanguageWhileItIsBuilt()
+{
+    DockedPanel test;
+    std::unique_ptr<Chinese> chinese;
+    test.host().inside = [&](const QString&) {
+        if (!chinese) {
+            chinese = std::make_unique<Chinese>();
+            QCoreApplication::processEvents();
+        }
+    };
+    const CAddBatchIPDialog dialog(true, &test.window);
+    QCOMPARE(dialog.windowTitle(), QStringLiteral("自定义添加处理器"));
+}
+
+void IPDialogLifeTest::shouldEndARunWithItsHost()
+{
+    DockedPanel test;
+    CAddBatchIPDialog dialog(false, &test.window);
+    int checks = 0;
+    test.driver.then([&](QWidget& entry) {
+        retype(addressField(entry), QStringLiteral("10.0.0.10"));
+        entry.findChild<QSpinBox*>()->setValue(5);
+        test.host().inside = [&](const QString& name) {
+            if (name == QLatin1String("CheckIPAddress") && ++checks == 3)
+                test.panel.area().m_controlHandler.reset();
+        };
+        clickButton(entry, QStringLiteral("OK"));
+        QVERIFY(entry.isVisible());
+        QTest::keyClick(&entry, Qt::Key_Escape);
+    });
+    QCOMPARE(dialog.exec(), 0);
+    QCOMPARE(checks, 3);
+}
+
+void IPDialogLifeTest::shouldKeepTheFileOfAnExportWithoutAHost()
+{
+    DockedPanel test;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("list.txt"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("precious");
+    file.close();
+    test.driver
+        .then([&](QWidget& shown) {
+            const ManageDriver drive(shown);
+            drive.click("Export");
+            drive.close();
+        })
+        .then([&](QWidget& dialog) {
+            test.panel.area().m_controlHandler.reset();
+            chooseFile(dialog, path);
+        })
+        .then([](QWidget& overwrite) { clickButton(overwrite, QStringLiteral("Yes")); });
+    test.openManagement();
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("precious"));
+}
+
+void IPDialogLifeTest::shouldTakeOneOkAtATime()
+{
+    DockedPanel test;
+    CAddSingleIPDialog dialog(true, &test.window);
+    bool pressed = false;
+    test.driver.then([&](QWidget& entry) {
+        retype(addressField(entry), QStringLiteral("10.0.0.77"));
+        test.host().inside = [&](const QString& name) {
+            if (name == QLatin1String("CheckIPAddress") && !pressed) {
+                pressed = true;
+                clickButton(entry, QStringLiteral("OK"));
+            }
+        };
+        clickButton(entry, QStringLiteral("OK"));
+    });
+    QCOMPARE(dialog.exec(), 1);
+    QCOMPARE(test.host().callCount(QStringLiteral("AddIPAddress")), 1);
 }
 
 void IPDialogLifeTest::shouldOutliveTheHandler()

@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QFontMetrics>
+#include <QFormLayout>
 #include <QLabel>
 
 #include <memory>
@@ -39,6 +40,7 @@ std::unique_ptr<CDialog> create(Kind kind, bool forList, QWidget* parent)
 } // namespace
 
 Q_DECLARE_METATYPE(Kind)
+Q_DECLARE_METATYPE(QMargins)
 
 class IPDialogMessagesTest : public QObject
 {
@@ -46,11 +48,54 @@ class IPDialogMessagesTest : public QObject
 
 private slots:
     void initTestCase() { ApplyHostTheme(*qApp); }
+    void shouldLayOutItsForm_data();
+    void shouldLayOutItsForm();
     void shouldShowItsLabelsWhole_data();
     void shouldShowItsLabelsWhole();
     void shouldTellWhyTheHostRejects_data();
     void shouldTellWhyTheHostRejects();
 };
+
+void IPDialogMessagesTest::shouldLayOutItsForm_data()
+{
+    QTest::addColumn<Kind>("kind");
+    QTest::addColumn<QMargins>("margins");
+    QTest::addColumn<QList<int>>("labels");
+    QTest::newRow("single") << Kind::Single << QMargins(10, 0, 16, 14) << QList<int>({54, 48});
+    QTest::newRow("batch") << Kind::Batch << QMargins(12, 0, 16, 14) << QList<int>({50, 54});
+    QTest::newRow("change") << Kind::Change << QMargins(16, 0, 16, 14) << QList<int>({54, 48});
+    QTest::newRow("both") << Kind::First << QMargins(16, 0, 16, 14) << QList<int>({48, 48});
+}
+
+void IPDialogMessagesTest::shouldLayOutItsForm()
+{
+    QFETCH(Kind, kind);
+    QFETCH(QMargins, margins);
+    QFETCH(QList<int>, labels);
+    DialogTest test;
+    const auto dialog = create(kind, true, &test.window);
+    const auto* form = dialog->findChild<QFormLayout*>();
+    QVERIFY(form);
+    QCOMPARE(form->contentsMargins(), margins);
+    QCOMPARE(form->horizontalSpacing(), 8);
+    QCOMPARE(form->verticalSpacing(), 8);
+    QCOMPARE(form->labelAlignment(), Qt::AlignRight);
+    const auto* body = qobject_cast<QLayout*>(form->parent());
+    QVERIFY(body);
+    QCOMPARE(body->contentsMargins(), QMargins(0, 12, 0, 0));
+    QCOMPARE(form->rowCount(), labels.size());
+    for (int row = 0; row < labels.size(); ++row) {
+        const auto* label =
+            qobject_cast<QLabel*>(form->itemAt(row, QFormLayout::LabelRole)->widget());
+        const QWidget* field = form->itemAt(row, QFormLayout::FieldRole)->widget();
+        QVERIFY(label);
+        QCOMPARE(label->minimumWidth(), labels.at(row));
+        QCOMPARE(label->maximumWidth(), labels.at(row));
+        QCOMPARE(label->alignment(), Qt::AlignRight | Qt::AlignVCenter);
+        QCOMPARE(label->buddy(), field);
+        QCOMPARE(field->size(), QSize(172, 24));
+    }
+}
 
 void IPDialogMessagesTest::shouldShowItsLabelsWhole_data()
 {

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTextCodec>
 
 namespace {
 
@@ -58,6 +59,8 @@ private slots:
     void shouldDropAnExportThatCannotBegin();
     void shouldDropAnExportThatWasCancelled();
     void shouldProposeTheDesktop();
+    void shouldNoticeANameThatTheEncodingLacks();
+    void shouldTellOfAnEmptyName();
     void shouldImport_data();
     void shouldImport();
     void shouldDropAnImport_data();
@@ -226,12 +229,26 @@ void IPFilesTest::shouldDropAnExportThatWasCancelled()
 
 void IPFilesTest::shouldProposeTheDesktop()
 {
+    const QTemporaryDir home;
+    QVERIFY(QDir(home.path()).mkpath(QStringLiteral("Desktop")));
+    const QString desktop = home.filePath(QStringLiteral("Desktop"));
+    const QByteArray usualHome = qgetenv("HOME");
+    qputenv("HOME", home.path().toLocal8Bit());
+    QCOMPARE(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation), desktop);
+
     DialogTest test;
     test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
     CIPManageDialog dialog(&test.window);
-    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
-    QString proposed;
+    QStringList proposed;
+    QStringList folders;
     QStringList filters;
+    const auto look = [&](QWidget& shown) {
+        auto& file = dynamic_cast<QFileDialog&>(shown);
+        proposed.append(file.selectedFiles().value(0));
+        folders.append(file.directory().path());
+        filters += file.nameFilters();
+        file.reject();
+    };
     test.driver
         .then([&](QWidget& shown) {
             const ManageDriver drive(shown);
@@ -239,26 +256,45 @@ void IPFilesTest::shouldProposeTheDesktop()
             drive.click("Import");
             drive.close();
         })
+        .then(look)
         .then([&](QWidget& shown) {
-            auto& file = dynamic_cast<QFileDialog&>(shown);
-            proposed = file.selectedFiles().value(0);
-            filters += file.nameFilters();
-            file.reject();
-        })
-        .then([&](QWidget& shown) {
-            auto& file = dynamic_cast<QFileDialog&>(shown);
-            QCOMPARE(file.windowTitle(), QStringLiteral("Import an IP address list"));
-            filters += file.nameFilters();
-            QCOMPARE(file.directory().exists() ? file.directory().path() : desktop,
-                     QDir(desktop).exists() ? desktop : file.directory().path());
-            file.reject();
+            QCOMPARE(shown.windowTitle(), QStringLiteral("Import an IP address list"));
+            look(shown);
         });
     QCOMPARE(dialog.exec(), 0);
-    QVERIFY2(proposed.endsWith(QLatin1String("/ipList.txt")), qPrintable(proposed));
+    qputenv("HOME", usualHome);
+    QCOMPARE(proposed.first(), desktop + QStringLiteral("/ipList.txt"));
+    QCOMPARE(folders, QStringList({desktop, desktop}));
     QCOMPARE(
         filters,
         QStringList({QStringLiteral("IP Address File(*.txt)"), QStringLiteral("*.txt"),
                      QStringLiteral("IP Address File(*.txt)"), QStringLiteral("AllFile(*.*)")}));
+}
+
+void IPFilesTest::shouldNoticeANameThatTheEncodingLacks()
+{
+    QTextCodec* const usual = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    QBuffer buffer;
+    QVERIFY(buffer.open(QIODevice::WriteOnly | QIODevice::Text));
+    const bool fits = IPListFile::write(buffer, {QStringLiteral("10.0.0.1(Café)")});
+    const bool lacks = IPListFile::write(buffer, {QStringLiteral("10.0.0.1(大厅)")});
+    QTextCodec::setCodecForLocale(usual);
+    QVERIFY(fits);
+    QVERIFY(!lacks);
+}
+
+void IPFilesTest::shouldTellOfAnEmptyName()
+{
+    DialogTest test;
+    CIPManageDialog dialog(&test.window);
+    QString message;
+    test.driver.thenReadMessage(message);
+    // Qt's own dialog always names something; one of another platform need not.
+    QVERIFY(QMetaObject::invokeMethod(&dialog, "importFiles",
+                                      Q_ARG(QStringList, QStringList(QString()))));
+    QCOMPARE(message, QStringLiteral("Import failed, file name is empty."));
+    QCOMPARE(test.host().callCount(QStringLiteral("ImportIPFile")), 0);
 }
 
 void IPFilesTest::shouldImport_data()

@@ -2,8 +2,10 @@
 #include "ipmanage/IPText.h"
 #include "tests/ipmanage/ManageTest.h"
 
+#include <QFile>
 #include <QHeaderView>
-#include <QSignalSpy>
+#include <QIcon>
+#include <QImage>
 
 namespace {
 
@@ -27,7 +29,8 @@ class IPManageDialogTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldLookAsAgreed();
+    void shouldHaveItsSizesAndTexts();
+    void shouldWearItsIcons();
     void shouldNameItsButtonsAndMenu();
     void shouldOfferLittleForAnEmptyList();
     void shouldFollowTheSelection();
@@ -48,7 +51,35 @@ private slots:
     void shouldBeUsableByKeyboard();
 };
 
-void IPManageDialogTest::shouldLookAsAgreed()
+void IPManageDialogTest::shouldWearItsIcons()
+{
+    DialogTest test;
+    const CIPManageDialog dialog(&test.window);
+    for (const char* name : {"Add", "Edit", "Delete", "Clear", "Import", "Export"}) {
+        const QToolButton* tool = nullptr;
+        for (const QToolButton* candidate : dialog.findChildren<QToolButton*>()) {
+            if (candidate->toolTip() == QLatin1String(name))
+                tool = candidate;
+        }
+        QVERIFY(tool);
+        const QString path = QStringLiteral(":/Image/Target/IPManage/%1/%2.svg");
+        const auto drawn = [&](const char* state) {
+            return QIcon(path.arg(QLatin1String(name), QLatin1String(state)))
+                .pixmap(20, 20)
+                .toImage();
+        };
+        QCOMPARE(tool->icon().pixmap(20, 20).toImage(), drawn("normal"));
+        if (QFile::exists(path.arg(QLatin1String(name), QLatin1String("disabled")))) {
+            QCOMPARE(tool->icon().pixmap(QSize(20, 20), QIcon::Disabled).toImage(),
+                     drawn("disabled"));
+        }
+        const bool hasDisabled = qstrcmp(name, "Add") != 0 && qstrcmp(name, "Import") != 0;
+        QCOMPARE(QFile::exists(path.arg(QLatin1String(name), QLatin1String("disabled"))),
+                 hasDisabled);
+    }
+}
+
+void IPManageDialogTest::shouldHaveItsSizesAndTexts()
 {
     DialogTest test;
     test.host().ipList = entries(3);
@@ -450,19 +481,26 @@ void IPManageDialogTest::shouldBeUsableByKeyboard()
     CIPManageDialog dialog(&test.window);
     test.driver.then([&](QWidget& shown) {
         const ManageDriver drive(shown);
+        QApplication::setActiveWindow(&shown);
         QStringList stops;
-        for (int n = 0; n < 5; ++n) {
+        for (int n = 0; n < 6; ++n) {
             stops.append(shown.focusWidget()->accessibleName());
             QTest::keyClick(shown.focusWidget(), Qt::Key_Tab);
         }
         QCOMPARE(stops, QStringList({QStringLiteral("Add"), QStringLiteral("Clear"),
                                      QStringLiteral("Import"), QStringLiteral("Export"),
-                                     QStringLiteral("IP addresses")}));
-        drive.view().setFocus();
+                                     QStringLiteral("IP addresses"), QStringLiteral("Add")}));
+        QTest::keyClick(shown.focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QTest::keyClick(shown.focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(shown.focusWidget(), &drive.view());
         QTest::keyClick(&drive.view(), Qt::Key_Down);
         QTest::keyClick(&drive.view(), Qt::Key_Down);
-        drive.button("Delete")->setFocus();
-        QTest::keyClick(drive.button("Delete"), Qt::Key_Space);
+        const QImage before = drive.view().viewport()->grab().toImage();
+        QTest::keyClick(&drive.view(), Qt::Key_Up, Qt::ControlModifier);
+        QVERIFY(before != drive.view().viewport()->grab().toImage());
+        while (shown.focusWidget() != drive.button("Delete"))
+            QTest::keyClick(shown.focusWidget(), Qt::Key_Tab);
+        QTest::keyClick(shown.focusWidget(), Qt::Key_Space);
         QCOMPARE(test.host().ipList.size(), 2);
         drive.close();
     });
