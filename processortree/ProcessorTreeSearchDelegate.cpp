@@ -1,0 +1,7 @@
+#include "processortree/ProcessorTreeSearchDelegate.h"
+
+void CProcessorTreeSearchDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                                         const QModelIndex& index) const
+{
+    CProcessorDelegate::paint(painter, option, index);
+}
