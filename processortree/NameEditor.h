@@ -4,9 +4,9 @@
 
 class QLineEdit;
 
-/// Keeps the name in a field within what the host takes, asking it at every change of the text. Text
-/// that an input method is still composing is left alone until it is done. Lives as long as its
-/// field. GUI thread.
+/// Keeps the name in a field within what the host takes, asking it at every change of the text.
+/// Text that an input method is still composing is left alone until it is done. Lives as long as
+/// its field. GUI thread.
 class CNameEditor final : public QObject
 {
     Q_OBJECT

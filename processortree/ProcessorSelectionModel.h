@@ -4,6 +4,8 @@
 
 #include <QUuid>
 
+class QAbstractItemView;
+
 /// The selection in the processor tree: only processors become current, and every real change is
 /// reported to the host, except one that the host makes itself (see
 /// CTargetSelectData::IsSelectionEchoGuarded()). The host may change the tree while it is told. GUI

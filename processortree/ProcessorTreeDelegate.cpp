@@ -173,8 +173,7 @@ bool CProcessorTreeDelegate::editorEvent(QEvent* event, QAbstractItemModel* mode
 }
 
 bool CProcessorTreeDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
-                                       const QStyleOptionViewItem& option,
-                                       const QModelIndex& index)
+                                       const QStyleOptionViewItem& option, const QModelIndex& index)
 {
     const QPersistentModelIndex row(index);
     const QRectF button = buttonIn(option.rect);
@@ -198,7 +197,8 @@ bool CProcessorTreeDelegate::eventFilter(QObject* watched, QEvent* event)
     } else if (event->type() == QEvent::MouseButtonRelease && (m_state & QStyle::State_Sunken)) {
         // The view tells of a release only on the row that was pressed.
         QMetaObject::invokeMethod(
-            this, [this, press = m_presses] {
+            this,
+            [this, press = m_presses] {
                 if (press == m_presses)
                     raiseButton();
             },
@@ -244,9 +244,8 @@ void CProcessorTreeDelegate::moveMouse(const QMouseEvent& event)
     else
         leaveButton();
     if (!isHeld && (m_state & QStyle::State_MouseOver)) {
-        const bool isResting = m_lastPosition
-                               && (event.pos() - *m_lastPosition).manhattanLength()
-                                      < kRestingDistance;
+        const bool isResting =
+            m_lastPosition && (event.pos() - *m_lastPosition).manhattanLength() < kRestingDistance;
         if (!isResting)
             m_toolTipTimer.stop();
         else if (!m_toolTipTimer.isActive() && m_view)

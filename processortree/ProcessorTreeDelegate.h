@@ -17,8 +17,8 @@ class QMouseEvent;
 /// Draws the rows of the processor tree as the host does, with a "More" button at the right end of
 /// selected and hovered ones, and edits the names of groups and processors in place. GUI thread.
 ///
-/// The button has one state for all rows, of which the row under the mouse shows the feedback. There
-/// is no button while the host has several processors selected in its multi-selection.
+/// The button has one state for all rows, of which the row under the mouse shows the feedback.
+/// There is no button while the host has several processors selected in its multi-selection.
 class CProcessorTreeDelegate final : public CProcessorDelegate
 {
     Q_OBJECT
@@ -79,5 +79,5 @@ private:
     QPersistentModelIndex m_pressedRow; // whose button is held down
     int m_presses = 0;
     std::optional<QPoint> m_lastPosition; // of the mouse
-    QTimer m_toolTipTimer;
+    QTimer m_toolTipTimer{this};
 };

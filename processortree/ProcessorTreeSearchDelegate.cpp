@@ -5,3 +5,9 @@ void CProcessorTreeSearchDelegate::paint(QPainter* painter, const QStyleOptionVi
 {
     CProcessorDelegate::paint(painter, option, index);
 }
+
+QWidget* CProcessorTreeSearchDelegate::createEditor(QWidget*, const QStyleOptionViewItem&,
+                                                    const QModelIndex&) const
+{
+    return nullptr;
+}

@@ -43,8 +43,7 @@ void CToolTip::ShowText(const QString& text, const QPoint& position, QWidget* wi
                         const QRect& area, int milliseconds)
 {
     const bool plain = !Qt::mightBeRichText(text) && !isLong(text);
-    QToolTip::showText(position, plain ? text : wrappingText(text), widget, area,
-                        milliseconds);
+    QToolTip::showText(position, plain ? text : wrappingText(text), widget, area, milliseconds);
 }
 
 void CToolTip::HideText()

@@ -45,13 +45,13 @@ QString slowPrefix(const QString& text, int maxBytes, const QTextCodec& codec)
 QString randomText(std::mt19937& random)
 {
     const QString kinds[] = {
-        QStringLiteral("a"),      QStringLiteral("Z"),
-        QStringLiteral("中"),     QStringLiteral("龍"),
-        QStringLiteral("é"),      QStringLiteral("€"),
-        QString(QChar(0x0301)),   QStringLiteral("\U0001F600"),
-        QStringLiteral("𠀀"),     QString(QChar(0xD83D)),
-        QString(QChar(0xDE00)),   QStringLiteral("\U0001F468\u200D\U0001F469"),
-        QString(QChar(0x00A0)),   QStringLiteral("ö"),
+        QStringLiteral("a"),    QStringLiteral("Z"),
+        QStringLiteral("中"),   QStringLiteral("龍"),
+        QStringLiteral("é"),    QStringLiteral("€"),
+        QString(QChar(0x0301)), QStringLiteral("\U0001F600"),
+        QStringLiteral("𠀀"),   QString(QChar(0xD83D)),
+        QString(QChar(0xDE00)), QStringLiteral("\U0001F468\u200D\U0001F469"),
+        QString(QChar(0x00A0)), QStringLiteral("ö"),
     };
     std::uniform_int_distribution<int> length(0, 20);
     std::uniform_int_distribution<std::size_t> kind(0, std::size(kinds) - 1);
