@@ -50,6 +50,18 @@ bool isButtonWanted(std::optional<EPrcTreeNodeType> type)
                                  : handler->ShowNodeMoreButton();
 }
 
+/// Groups and processors have one that can be edited.
+bool hasName(EPrcTreeNodeType type)
+{
+    return type == NodeGroup || type == NodeProcessor;
+}
+
+/// A row without a type counts as the root here: neither can be renamed.
+EPrcTreeNodeType typeOrRoot(const QModelIndex& index)
+{
+    return nodeType(index).value_or(NodeRoot);
+}
+
 bool rename(EPrcTreeNodeType type, const QUuid& id, const QString& name)
 {
     const auto handler = GetTargetSelectHandler();
@@ -89,8 +101,7 @@ void CProcessorTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem
 QWidget* CProcessorTreeDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
                                               const QModelIndex& index) const
 {
-    const auto type = nodeType(index);
-    if (type != NodeGroup && type != NodeProcessor)
+    if (!hasName(typeOrRoot(index)))
         return nullptr;
     QLineEdit* editor = CNameEditor::create(parent);
     if (m_view)
@@ -110,17 +121,17 @@ void CProcessorTreeDelegate::setModelData(QWidget* editor, QAbstractItemModel* m
     // From here on the host may take the row, the model and this delegate away.
     const QPersistentModelIndex row(index);
     const QPointer<QAbstractItemModel> aliveModel(model);
-    const auto type = nodeType(index);
+    const EPrcTreeNodeType type = typeOrRoot(index);
     const QUuid id = index.data(UuidRole).toUuid();
     const QString oldName = index.data(Qt::EditRole).toString();
     auto* field = qobject_cast<QLineEdit*>(editor);
-    if (!field || (type != NodeGroup && type != NodeProcessor))
+    if (!field || !hasName(type))
         return;
 
     QString name = CNameEditor::name(*field).trimmed();
     if (name.isEmpty())
         name = oldName;
-    if (!rename(*type, id, name) || !aliveModel || !row.isValid())
+    if (!rename(type, id, name) || !aliveModel || !row.isValid())
         return;
     if (row.data(Qt::EditRole).toString() == oldName)
         aliveModel->setData(row, name, Qt::DisplayRole); // not the edit role: the record follows
@@ -131,7 +142,7 @@ void CProcessorTreeDelegate::updateEditorGeometry(QWidget* editor,
                                                   const QModelIndex& index) const
 {
     const QRect& row = option.rect;
-    const auto type = nodeType(index);
+    const EPrcTreeNodeType type = typeOrRoot(index);
     QRect place = row.adjusted(0, 0, -10, 0);
     if (type == NodeGroup)
         place = row.adjusted(25, 4, -35, -4);
@@ -190,21 +201,13 @@ bool CProcessorTreeDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* vie
 
 bool CProcessorTreeDelegate::eventFilter(QObject* watched, QEvent* event)
 {
-    if (!m_view || watched != m_view->viewport())
-        return CProcessorDelegate::eventFilter(watched, event);
-    if (event->type() == QEvent::Leave) {
+    // The base takes what it watches for an editor.
+    const bool isViewport = m_view && watched == m_view->viewport();
+    if (isViewport && event->type() == QEvent::Leave)
         leaveButton();
-    } else if (event->type() == QEvent::MouseButtonRelease && (m_state & QStyle::State_Sunken)) {
-        // The view tells of a release only on the row that was pressed.
-        QMetaObject::invokeMethod(
-            this,
-            [this, press = m_presses] {
-                if (press == m_presses)
-                    raiseButton();
-            },
-            Qt::QueuedConnection);
-    }
-    return false;
+    else if (isViewport && event->type() == QEvent::MouseButtonRelease)
+        raiseButtonAfterRelease();
+    return !isViewport && CProcessorDelegate::eventFilter(watched, event);
 }
 
 void CProcessorTreeDelegate::setButtonEnabled(bool enabled)
@@ -291,6 +294,18 @@ void CProcessorTreeDelegate::raiseButton()
 {
     m_pressedRow = QModelIndex();
     changeState(QStyle::State_Raised, QStyle::State_Sunken);
+}
+
+/// The view tells of a release only on the row that was pressed, which is still to come.
+void CProcessorTreeDelegate::raiseButtonAfterRelease()
+{
+    QMetaObject::invokeMethod(
+        this,
+        [this, press = m_presses] {
+            if (press == m_presses)
+                raiseButton();
+        },
+        Qt::QueuedConnection);
 }
 
 void CProcessorTreeDelegate::leaveButton()

@@ -66,6 +66,7 @@ private:
     void press(const QMouseEvent& event);
     bool release(const QMouseEvent& event);
     void raiseButton();
+    void raiseButtonAfterRelease();
     void leaveButton();
     void changeState(QStyle::State set, QStyle::State cleared);
     void showToolTip();
