@@ -13,11 +13,33 @@
 
 namespace {
 
-constexpr int kButtonSize = CMoreButtonIcons::kSize;
+constexpr int kButtonSize = 20;
 constexpr int kButtonOffset = 40; // of its left edge from the row's right end
 constexpr int kToolTipTime = 2000;
 constexpr int kRestingDistance = 3;
 constexpr int kMultiSelection = 2;
+
+// Static data, which costs nothing to ask for in paint.
+
+QString normalIcon()
+{
+    return QStringLiteral(":/Image/OperateButton/more_normal.svg");
+}
+
+QString hoverIcon()
+{
+    return QStringLiteral(":/Image/OperateButton/more_hover.svg");
+}
+
+QString pressedIcon()
+{
+    return QStringLiteral(":/Image/OperateButton/more_pressed.svg");
+}
+
+QString disabledIcon()
+{
+    return QStringLiteral(":/Image/OperateButton/more_disabled.svg");
+}
 
 QRectF buttonIn(const QRect& row)
 {
@@ -78,11 +100,15 @@ bool rename(EPrcTreeNodeType type, const QUuid& id, const QString& name)
 CProcessorTreeDelegate::CProcessorTreeDelegate(QAbstractItemView* view)
     : CProcessorDelegate(view)
     , m_view(view)
+    , m_viewport(view->viewport())
+    , m_buttonIcons(SvgIcons::shared())
 {
+    for (const QString& path : {normalIcon(), hoverIcon(), pressedIcon(), disabledIcon()})
+        m_buttonIcons->load(path);
     m_toolTipTimer.setSingleShot(true);
     connect(&m_toolTipTimer, &QTimer::timeout, this, &CProcessorTreeDelegate::showToolTip);
     view->setMouseTracking(true);
-    view->viewport()->installEventFilter(this);
+    m_viewport->installEventFilter(this);
 }
 
 void CProcessorTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -94,8 +120,7 @@ void CProcessorTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem
     if (!(option.state & (QStyle::State_Selected | QStyle::State_MouseOver)))
         return;
     const QRectF button = buttonIn(option.rect);
-    const QPixmap& picture = m_icons.at(icon(index), painter->device()->devicePixelRatioF());
-    painter->drawPixmap(button, picture, QRectF(picture.rect()));
+    m_buttonIcons->paint(*painter, button.topLeft(), iconPath(index), kButtonSize);
 }
 
 QWidget* CProcessorTreeDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
@@ -196,13 +221,13 @@ bool CProcessorTreeDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* vie
     }
     if (index.isValid() && !row.isValid())
         return false; // gone while the host was asked
-    return CProcessorDelegate::helpEvent(event, view, option, index);
+    return CProcessorDelegate::helpEvent(event, view, option, row);
 }
 
 bool CProcessorTreeDelegate::eventFilter(QObject* watched, QEvent* event)
 {
     // The base takes what it watches for an editor.
-    const bool isViewport = m_view && watched == m_view->viewport();
+    const bool isViewport = watched == m_viewport;
     if (isViewport && event->type() == QEvent::Leave)
         leaveButton();
     else if (isViewport && event->type() == QEvent::MouseButtonRelease)
@@ -227,14 +252,14 @@ void CProcessorTreeDelegate::resetButtonState()
     m_lastPosition.reset();
 }
 
-CMoreButtonIcons::Icon CProcessorTreeDelegate::icon(const QModelIndex& index) const
+QString CProcessorTreeDelegate::iconPath(const QModelIndex& index) const
 {
     if (!(m_state & QStyle::State_Enabled))
-        return CMoreButtonIcons::Disabled;
+        return disabledIcon();
     if ((m_state & QStyle::State_Sunken) && m_pressedRow == index)
-        return CMoreButtonIcons::Pressed;
+        return pressedIcon();
     const bool isHovered = (m_state & QStyle::State_MouseOver) && m_row == index;
-    return isHovered ? CMoreButtonIcons::Hover : CMoreButtonIcons::Normal;
+    return isHovered ? hoverIcon() : normalIcon();
 }
 
 void CProcessorTreeDelegate::moveMouse(const QMouseEvent& event)
@@ -321,8 +346,8 @@ void CProcessorTreeDelegate::changeState(QStyle::State set, QStyle::State cleare
     const QStyle::State before = m_state;
     m_state |= set;
     m_state &= ~cleared;
-    if (m_state != before && m_view)
-        m_view->viewport()->update();
+    if (m_state != before && m_viewport)
+        m_viewport->update();
 }
 
 void CProcessorTreeDelegate::showToolTip()

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/widgets/ProcessorDelegate.h"
-#include "processortree/MoreButtonIcons.h"
+#include "host/widgets/SvgIcons.h"
 
 #include <QPersistentModelIndex>
 #include <QPointer>
@@ -9,6 +9,7 @@
 #include <QStyle>
 #include <QTimer>
 
+#include <memory>
 #include <optional>
 
 class QAbstractItemView;
@@ -61,7 +62,7 @@ signals:
     void notifyMoreClicked(const QModelIndex& index, const QPoint& position);
 
 private:
-    CMoreButtonIcons::Icon icon(const QModelIndex& index) const;
+    QString iconPath(const QModelIndex& index) const;
     void moveMouse(const QMouseEvent& event);
     void press(const QMouseEvent& event);
     bool release(const QMouseEvent& event);
@@ -72,9 +73,10 @@ private:
     void showToolTip();
 
     QPointer<QAbstractItemView> m_view;
+    QPointer<QWidget> m_viewport; // still whole while the view is being destroyed
     QStyle::State m_state = QStyle::State_Enabled | QStyle::State_Raised | QStyle::State_Off;
     bool m_checkable = true;
-    CMoreButtonIcons m_icons;
+    std::shared_ptr<SvgIcons> m_buttonIcons;
     QPersistentModelIndex m_row;        // under the mouse
     QRectF m_button;                    // of that row, in the viewport
     QPersistentModelIndex m_pressedRow; // whose button is held down

@@ -115,7 +115,7 @@ private slots:
     void shouldAskTheHostWhetherAButtonIsWanted();
     void shouldPaintNoButtonWhileSeveralAreSelected();
     void shouldPaintTheStateOfTheButton();
-    void shouldPaintSharplyAtAnyScale();
+    void shouldParseNothingWhilePainting();
 
     void shouldTellOfAClick();
     void shouldSelectTheRowOfTheButton();
@@ -224,15 +224,17 @@ void TestProcessorTreeDelegate::shouldPaintTheStateOfTheButton()
     QVERIFY(hovered != pressed && hovered != disabled && pressed != disabled);
 }
 
-void TestProcessorTreeDelegate::shouldPaintSharplyAtAnyScale()
+void TestProcessorTreeDelegate::shouldParseNothingWhilePainting()
 {
-    const CMoreButtonIcons icons;
-    for (const qreal scale : {1.0, 1.5, 2.0, 1.0}) {
-        const QPixmap& picture = icons.at(CMoreButtonIcons::Hover, scale);
-        QCOMPARE(picture.size(), QSize(qRound(20 * scale), qRound(20 * scale)));
-        const auto key = picture.cacheKey();
-        QCOMPARE(icons.at(CMoreButtonIcons::Hover, scale).cacheKey(), key);
-    }
+    Buttons tree;
+    const int parsed = SvgIcons::parseCount();
+    QVERIFY(parsed >= 4);
+    QVERIFY(tree.hasButton(3));
+    tree.move(tree.button(3).center());
+    QVERIFY(tree.hasButton(3));
+    tree.delegate->setButtonEnabled(false);
+    QVERIFY(tree.hasButton(3));
+    QCOMPARE(SvgIcons::parseCount(), parsed);
 }
 
 void TestProcessorTreeDelegate::shouldTellOfAClick()
