@@ -114,12 +114,14 @@ void TestCustomAddProcessor::shouldLimitToTheRoomLeft_data()
 void TestCustomAddProcessor::shouldLimitToTheRoomLeft()
 {
     QFETCH(const quint32, taken);
+    QFETCH(const int, lowest);
+    QFETCH(const int, highest);
     DialogTest test;
     test.host().setProject({}, manyProcessors(taken));
     const CCustomAddProcessor dialog(4, nullptr);
-    QTEST(countField(dialog)->minimum(), "lowest");
-    QTEST(countField(dialog)->maximum(), "highest");
-    QTEST(countField(dialog)->value(), "lowest");
+    QCOMPARE(countField(dialog)->minimum(), lowest);
+    QCOMPARE(countField(dialog)->maximum(), highest);
+    QCOMPARE(countField(dialog)->value(), lowest);
 }
 
 void TestCustomAddProcessor::shouldTellWhatWasEntered()
