@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kIndentation = 16;
 constexpr qreal kCorner = 4;
+constexpr qreal kPanelMargin = 4;
 
 bool isKeyboardReason(Qt::FocusReason reason)
 {
@@ -21,10 +22,10 @@ bool isKeyboardReason(Qt::FocusReason reason)
            || reason == Qt::ShortcutFocusReason;
 }
 
-/// The part of a row that its background fills; a line is left to the neighbours.
+/// The part of a row that its background fills, apart from its neighbours and the view's edges.
 QRectF panel(const QRect& row)
 {
-    return QRectF(row).adjusted(0, 1, 0, -1);
+    return QRectF(row).adjusted(kPanelMargin, 1, -kPanelMargin, -1);
 }
 
 void fillPanel(QPainter* painter, const QRect& row, const QBrush& brush)
@@ -101,26 +102,26 @@ void CTreeView::paintEvent(QPaintEvent* event)
 
 void CTreeView::mousePressEvent(QMouseEvent* event)
 {
-    m_arrowPressed = event->button() == Qt::LeftButton && isOnArrow(event->pos());
+    m_arrowPressed = isOnArrow(event->pos());
     if (!m_arrowPressed) {
         QTreeView::mousePressEvent(event);
-        return;
+    } else if (event->button() == Qt::LeftButton) {
+        const QModelIndex index = indexAt(event->pos());
+        setExpanded(index, !isExpanded(index));
     }
-    const QModelIndex index = indexAt(event->pos());
-    setExpanded(index, !isExpanded(index));
 }
 
 void CTreeView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (!m_arrowPressed)
         QTreeView::mouseReleaseEvent(event);
-    else if (event->button() == Qt::LeftButton)
+    else if (event->buttons() == Qt::NoButton)
         m_arrowPressed = false;
 }
 
 void CTreeView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && isOnArrow(event->pos()))
+    if (isOnArrow(event->pos()))
         CTreeView::mousePressEvent(event);
     else
         QTreeView::mouseDoubleClickEvent(event);
