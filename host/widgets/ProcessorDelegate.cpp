@@ -44,8 +44,8 @@ QSize CProcessorDelegate::sizeHint(const QStyleOptionViewItem& /*option*/,
     if (hint.isValid())
         return {0, hint.toSize().height()};
     const bool processor = processorRowType(index) == NodeProcessor;
-    return {0, processor ? ProcessorRowMetrics::kProcessorHeight
-                         : ProcessorRowMetrics::kOtherHeight};
+    return {0,
+            processor ? ProcessorRowMetrics::kProcessorHeight : ProcessorRowMetrics::kOtherHeight};
 }
 
 bool CProcessorDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,

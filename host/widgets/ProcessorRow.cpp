@@ -22,10 +22,9 @@ QString addressLine(const ProcessorNode& record)
     if (!record.reachedByIp)
         return QCoreApplication::translate("CProcessorDelegate", "Number: %1")
             .arg(record.number + 1);
-    const QString address =
-        record.ipAddress == kNoProcessorAddress
-            ? QCoreApplication::translate("CProcessorDelegate", "Invalid")
-            : dotted(record.ipAddress);
+    const QString address = record.ipAddress == kNoProcessorAddress
+                                ? QCoreApplication::translate("CProcessorDelegate", "Invalid")
+                                : dotted(record.ipAddress);
     return QCoreApplication::translate("CProcessorDelegate", "IP: %1").arg(address);
 }
 

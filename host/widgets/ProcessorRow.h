@@ -14,10 +14,10 @@ namespace ProcessorRowMetrics {
 
 constexpr int kProcessorHeight = 42;
 constexpr int kOtherHeight = 32;
-constexpr int kArrowColumn = 25;   // in front of the name of a row that can be expanded
-constexpr int kIconColumn = 24;    // in front of the name of a processor
-constexpr int kButtonColumn = 40;  // behind the texts
-constexpr int kNameTop = 4;        // of a processor
+constexpr int kArrowColumn = 25;  // in front of the name of a row that can be expanded
+constexpr int kIconColumn = 24;   // in front of the name of a processor
+constexpr int kButtonColumn = 40; // behind the texts
+constexpr int kNameTop = 4;       // of a processor
 constexpr int kNameHeight = 19;
 constexpr int kDetailTop = 22;
 constexpr int kDetailHeight = 16;

@@ -262,10 +262,10 @@ QModelIndex CTreeView::keyboardRow() const
         || selectionModel()->isSelected(current))
         return current;
     const QModelIndexList selected = selectedIndexes();
-    const auto topmost = std::min_element(
-        selected.cbegin(), selected.cend(), [this](const QModelIndex& one, const QModelIndex& two) {
-            return visualRect(one).top() < visualRect(two).top();
-        });
+    const auto topmost = std::min_element(selected.cbegin(), selected.cend(),
+                                          [this](const QModelIndex& one, const QModelIndex& two) {
+                                              return visualRect(one).top() < visualRect(two).top();
+                                          });
     return topmost == selected.cend() ? current : *topmost;
 }
 

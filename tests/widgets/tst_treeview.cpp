@@ -79,11 +79,11 @@ private:
     void note(const char* state, const QStyleOptionViewItem& option, const QRect& row) const
     {
         const bool whole = row.left() == 0 && row.right() == viewport()->rect().right();
-        painted += QStringLiteral("%1 %2%3%4")
-                       .arg(indexAt(row.center()).data().toString(), QLatin1String(state),
-                            option.state & QStyle::State_HasFocus ? QStringLiteral(" focus")
-                                                                  : QString(),
-                            whole ? QString() : QStringLiteral(" in part"));
+        painted +=
+            QStringLiteral("%1 %2%3%4")
+                .arg(indexAt(row.center()).data().toString(), QLatin1String(state),
+                     option.state & QStyle::State_HasFocus ? QStringLiteral(" focus") : QString(),
+                     whole ? QString() : QStringLiteral(" in part"));
     }
 };
 
