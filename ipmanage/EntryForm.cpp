@@ -1,6 +1,8 @@
 #include "ipmanage/EntryForm.h"
 
 #include <QBoxLayout>
+#include <QFont>
+#include <QFontMetrics>
 #include <QFormLayout>
 #include <QLabel>
 
@@ -10,6 +12,23 @@ namespace {
 
 constexpr int kFieldWidth = 172;
 constexpr int kRowHeight = 24;
+
+// Per cent of a font's width; below that, nobody reads with pleasure.
+constexpr int kLeastStretch = 60;
+
+/// Brings the text of `label` within its width; not every font is as narrow as the forms are.
+void condense(QLabel* label)
+{
+    label->setFont(QFont());
+    QFont font = label->font();
+    const auto isTooWide = [label] {
+        return label->fontMetrics().horizontalAdvance(label->text()) > label->maximumWidth();
+    };
+    for (int stretch = QFont::Unstretched; isTooWide() && stretch > kLeastStretch; --stretch) {
+        font.setStretch(stretch);
+        label->setFont(font);
+    }
+}
 
 } // namespace
 
@@ -33,12 +52,14 @@ void addRow(QFormLayout* form, QLabel* label, int labelWidth, QWidget* field)
 {
     label->setFixedSize(labelWidth, kRowHeight);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    condense(label);
     form->addRow(label, field);
 }
 
 void name(QLabel* label, QWidget* field, const QString& text)
 {
     label->setText(text);
+    condense(label);
     field->setAccessibleName(text);
 }
 

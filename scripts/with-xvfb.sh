@@ -2,7 +2,8 @@
 # scripts/with-xvfb.sh COMMAND...
 #
 # Runs COMMAND on a virtual display of its own, with a window manager, and ends both afterwards.
-# DISPLAY names that display; Wayland is hidden, so that nothing reaches the user's own session.
+# DISPLAY names that display; Wayland and the session bus are hidden, so that nothing reaches the
+# user's own session. No OpenGL either: widgets do not need it, and its drivers keep memory.
 set -euo pipefail
 
 if [ $# -eq 0 ] || [ "$1" = --help ]; then
@@ -41,6 +42,7 @@ read -r -t 30 number < "$folder/display" || true
 [ -n "$number" ] || stop "Xvfb does not start; run scripts/setup.sh test"
 export DISPLAY=:$number
 export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$folder}
+export DBUS_SESSION_BUS_ADDRESS=disabled: QT_XCB_GL_INTEGRATION=none
 unset WAYLAND_DISPLAY XAUTHORITY
 
 openbox --sm-disable > "$folder/manager.log" 2>&1 &

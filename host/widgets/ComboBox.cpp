@@ -1,7 +1,7 @@
 #include "host/widgets/ComboBox.h"
 
+#include "host/widgets/ComboListDelegate.h"
 #include "host/widgets/ToolTip.h"
-#include "host/widgets/WholeTextDelegate.h"
 
 #include <QAbstractItemView>
 #include <QChildEvent>
@@ -15,36 +15,13 @@ namespace {
 constexpr int kIconSpace = 4;
 constexpr int kTextMargin = 1; // as styles leave beside the text of a field
 
-class ListDelegate final : public WholeTextDelegate
-{
-    Q_OBJECT
-
-public:
-    explicit ListDelegate(CComboBox* box)
-        : WholeTextDelegate(box)
-        , m_box(box)
-    {
-    }
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
-    {
-        WholeTextDelegate::initStyleOption(option, index);
-        option->displayAlignment = m_box->textHorizontalAlignment() | Qt::AlignVCenter;
-        option->textElideMode = Qt::ElideRight;
-    }
-
-private:
-    CComboBox* m_box; // owns this
-};
-
 } // namespace
 
 CComboBox::CComboBox(QWidget* parent)
     : QComboBox(parent)
 {
     setFocusPolicy(Qt::StrongFocus); // the wheel gives no focus
-    setItemDelegate(new ListDelegate(this));
+    setItemDelegate(new ComboListDelegate(this));
 }
 
 void CComboBox::setTextHorizontalAlignment(Qt::Alignment alignment)
@@ -144,5 +121,3 @@ bool CComboBox::isElided() const
     initStyleOption(&option);
     return fontMetrics().horizontalAdvance(option.currentText) > textRect(option).width();
 }
-
-#include "ComboBox.moc"

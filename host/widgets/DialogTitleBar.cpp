@@ -22,6 +22,12 @@ constexpr int kButtonSize = 24;
 constexpr int kIconSize = 12;
 constexpr int kGap = 8;
 
+/// A Wayland window cannot move itself.
+bool isPlacedByCompositor()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 } // namespace
 
 DialogTitleBar::DialogTitleBar(QString subtitle, int titleButtons, QWidget* dialog)
@@ -105,8 +111,8 @@ void DialogTitleBar::mouseMoveEvent(QMouseEvent* event)
         if (distance < QApplication::startDragDistance())
             return;
         m_moving = true;
-        // A window manager that takes over keeps the mouse, and the release of its button.
-        if (window()->windowHandle()->startSystemMove()) {
+        // Elsewhere a window manager may be late in taking over, or fail to, and does not say so.
+        if (isPlacedByCompositor() && window()->windowHandle()->startSystemMove()) {
             m_pressed.reset();
             return;
         }

@@ -30,6 +30,7 @@ QMenuBar::item:selected, QMenuBar::item:pressed { background: @FIELD@; color: @S
 QMenu { background: @POPUP@; border: 1px solid @LINE@; border-radius: 8px; padding: 4px; }
 QMenu::item { padding: 5px 24px 5px 28px; border-radius: 4px; }
 QMenu::item:selected { background: @ROW@; color: @STRONG@; }
+#IPManageMenu::item { height: 22px; }
 QMenu::item:disabled { color: @HINT@; }
 QMenu::separator { height: 1px; background: @LINE@; margin: 4px 8px; }
 QMenu::indicator { width: 12px; height: 12px; left: 8px; }
@@ -57,9 +58,10 @@ QStatusBar { background: @WINDOW@; color: @WEAK@; border-top: 1px solid @LINE@; 
 QStatusBar::item { border: none; }
 
 QLineEdit, QComboBox, QAbstractSpinBox, QPlainTextEdit, QListWidget {
-    background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px;
-    selection-background-color: @ACCENT@; }
-QLineEdit, QComboBox, QAbstractSpinBox { min-height: 22px; padding: 0 6px; }
+    background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px; }
+QLineEdit, QComboBox, QAbstractSpinBox { min-height: 22px; padding: 0 6px; color: @STRONG@; }
+CIPLineEdit { color: @STRONG@; }
+CIPLineEdit:disabled { color: @HINT@; }
 QTreeView QLineEdit, QTableView QLineEdit, QListView QLineEdit { min-height: 0; padding: 0 2px; }
 QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus, QPlainTextEdit:focus, QListWidget:focus {
     border-color: @ACCENT@; }
@@ -104,7 +106,11 @@ QTableCornerButton::section { background: @WINDOW@; border: none;
 QHeaderView { background: @WINDOW@; border: none; }
 QHeaderView::section { background: @WINDOW@; color: @WEAK@; border: none;
     border-bottom: 1px solid @LINE@; padding: 4px; }
-QHeaderView::section:vertical { border: none; }
+QHeaderView::section:vertical { border: none; padding: 0 4px; }
+QTableView::item { border: none; padding: 0 4px; }
+QTableView::item:hover { background: @POPUP@; }
+QTableView::item:selected:hover { background: @ROW@; }
+QTableView QHeaderView::section:horizontal { padding: 0 7px; }
 
 QScrollBar { background: transparent; border: none; margin: 0; }
 QScrollBar:vertical { width: 10px; }

@@ -306,9 +306,10 @@ void CIPLineEdit::paintEvent(QPaintEvent*)
 
     const IPFieldLayout layout(*m_editor, rect(), font());
     if (m_editor->hasSelection())
-        layout.paintSelection(painter, colors.accent);
+        layout.paintSelection(painter, palette().color(QPalette::Highlight));
     painter.setFont(font());
-    painter.setPen(palette().color(QPalette::Text));
+    painter.setPen(
+        palette().color(m_editor->hasSelection() ? QPalette::HighlightedText : QPalette::Text));
     layout.paintText(painter);
     if (m_cursorShown && !m_editor->hasSelection())
         painter.fillRect(cursorRect(m_editor->cursor()), colors.strongText);

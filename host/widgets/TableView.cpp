@@ -1,7 +1,7 @@
 #include "host/widgets/TableView.h"
 
 #include "host/widgets/RowNumberHeader.h"
-#include "host/widgets/WholeTextDelegate.h"
+#include "host/widgets/TableDelegate.h"
 
 #include <QHoverEvent>
 #include <QPainter>
@@ -11,46 +11,6 @@ namespace {
 
 constexpr int kRowHeight = 24;
 constexpr int kRowMargins = 6; // above and below a text of a larger font
-
-/// Paints cells within the visible part of the table, and lit by rows.
-class TableDelegate final : public WholeTextDelegate
-{
-    Q_OBJECT
-
-public:
-    explicit TableDelegate(CTableView* view)
-        : WholeTextDelegate(view)
-        , m_view(view)
-    {
-    }
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option,
-               const QModelIndex& index) const override
-    {
-        WholeTextDelegate::paint(painter, visiblePart(option), index);
-    }
-
-protected:
-    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
-    {
-        WholeTextDelegate::initStyleOption(option, index);
-        const bool wholeRows = m_view->selectionBehavior() == QAbstractItemView::SelectRows;
-        if (wholeRows && m_view->isEnabled() && index.row() == m_view->hoveredRow())
-            option->state |= QStyle::State_MouseOver;
-        if (wholeRows)
-            option->state &= ~QStyle::State_HasFocus;
-    }
-
-    QStyleOptionViewItem visiblePart(const QStyleOptionViewItem& option) const override
-    {
-        QStyleOptionViewItem visible(option);
-        visible.rect.setRight(qMin(option.rect.right(), m_view->viewport()->rect().right()));
-        return visible;
-    }
-
-private:
-    CTableView* m_view; // owns this
-};
 
 } // namespace
 
@@ -145,5 +105,3 @@ void CTableView::updateRow(int row)
     if (row >= 0)
         viewport()->update(0, rowViewportPosition(row), viewport()->width(), rowHeight(row));
 }
-
-#include "TableView.moc"

@@ -84,28 +84,20 @@ void showBeside(QWidget& widget, int location)
     toolTip->move(shiftedOnto(screen, place));
 }
 
-class ToolTipFilter final : public QObject
-{
-    Q_OBJECT
-
-public:
-    using QObject::QObject;
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (event->type() != QEvent::ToolTip || !watched->isWidgetType())
-            return false;
-        auto& widget = static_cast<QWidget&>(*watched);
-        const int location = widget.property(kLocationProperty).toInt();
-        if (location < CToolTip::Above || location > CToolTip::Left || widget.toolTip().isEmpty())
-            return false;
-        showBeside(widget, location);
-        event->accept();
-        return true;
-    }
-};
-
 } // namespace
+
+bool ToolTipFilter::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip || !watched->isWidgetType())
+        return false;
+    auto& widget = static_cast<QWidget&>(*watched);
+    const int location = widget.property(kLocationProperty).toInt();
+    if (location < CToolTip::Above || location > CToolTip::Left || widget.toolTip().isEmpty())
+        return false;
+    showBeside(widget, location);
+    event->accept();
+    return true;
+}
 
 void installToolTipPlacement(QCoreApplication& application)
 {
@@ -116,5 +108,3 @@ void installToolTipPlacement(QCoreApplication& application)
     filter->setObjectName(name);
     application.installEventFilter(filter);
 }
-
-#include "ToolTipFilter.moc"

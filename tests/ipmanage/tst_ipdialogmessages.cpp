@@ -2,12 +2,17 @@
 
 #include "Interface/IPStatusCodes.h"
 #include "host/common/SoftwareName.h"
+#include "host/widgets/HostTheme.h"
 #include "ipmanage/AddBatchIPDialog.h"
 #include "ipmanage/AddBothIpDialog.h"
 #include "ipmanage/AddSingleIPDialog.h"
 #include "ipmanage/IPText.h"
 #include "ipmanage/ModifyIPDialog.h"
 #include "tests/ipmanage/DialogTest.h"
+
+#include <QApplication>
+#include <QFontMetrics>
+#include <QLabel>
 
 #include <memory>
 
@@ -40,9 +45,46 @@ class IPDialogMessagesTest : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { ApplyHostTheme(*qApp); }
+    void shouldShowItsLabelsWhole_data();
+    void shouldShowItsLabelsWhole();
     void shouldTellWhyTheHostRejects_data();
     void shouldTellWhyTheHostRejects();
 };
+
+void IPDialogMessagesTest::shouldShowItsLabelsWhole_data()
+{
+    QTest::addColumn<Kind>("kind");
+    QTest::newRow("single") << Kind::Single;
+    QTest::newRow("batch") << Kind::Batch;
+    QTest::newRow("change") << Kind::Change;
+    QTest::newRow("both") << Kind::First;
+}
+
+void IPDialogMessagesTest::shouldShowItsLabelsWhole()
+{
+    QFETCH(Kind, kind);
+    DialogTest test;
+    const auto dialog = create(kind, true, &test.window);
+    int labels = 0;
+    const auto checkLabels = [&](const QWidget& shown) {
+        for (const QLabel* label : shown.findChildren<QLabel*>()) {
+            const QFontMetrics metrics = label->fontMetrics();
+            QVERIFY2(metrics.horizontalAdvance(label->text()) <= label->width(),
+                     qPrintable(label->text()));
+            ++labels;
+        }
+    };
+    test.driver.then([&](QWidget& shown) {
+        checkLabels(shown);
+        const Chinese chinese;
+        QTRY_VERIFY(shown.windowTitle() != QLatin1String("Add IP"));
+        checkLabels(shown);
+        QTest::keyClick(&shown, Qt::Key_Escape);
+    });
+    QCOMPARE(dialog->exec(), 0);
+    QVERIFY(labels >= 4);
+}
 
 void IPDialogMessagesTest::shouldTellWhyTheHostRejects_data()
 {

@@ -302,8 +302,9 @@ void IPFilesTest::shouldImport()
         test.driver.thenReadMessage(shownMessage);
     QCOMPARE(dialog.exec(), 0);
     QCOMPARE(shownMessage, message);
-    QCOMPARE(test.asked().first(), QStringLiteral("ImportIPFile(%1)").arg(path));
-    QCOMPARE(test.asked().filter(QStringLiteral("ShowTipMessage")),
+    const QStringList asked = test.asked();
+    QCOMPARE(asked.first(), QStringLiteral("ImportIPFile(%1)").arg(path));
+    QCOMPARE(asked.filter(QStringLiteral("ShowTipMessage")),
              tip.isEmpty() ? QStringList()
                            : QStringList(QStringLiteral("ShowTipMessage(%1)").arg(tip)));
 }

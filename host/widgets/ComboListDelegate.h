@@ -1,0 +1,28 @@
+#pragma once
+
+#include "host/widgets/ComboBox.h"
+#include "host/widgets/WholeTextDelegate.h"
+
+/// Aligns the texts of a selector's list as the one in its field.
+class ComboListDelegate final : public WholeTextDelegate
+{
+    Q_OBJECT
+
+public:
+    explicit ComboListDelegate(CComboBox* box)
+        : WholeTextDelegate(box)
+        , m_box(box)
+    {
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        WholeTextDelegate::initStyleOption(option, index);
+        option->displayAlignment = m_box->textHorizontalAlignment() | Qt::AlignVCenter;
+        option->textElideMode = Qt::ElideRight;
+    }
+
+private:
+    CComboBox* m_box; // owns this
+};
