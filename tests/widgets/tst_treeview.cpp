@@ -184,6 +184,7 @@ private slots:
     void shouldNeitherSelectNorDragFromTheArrow();
     void shouldToggleGroupsByDoubleClicks();
     void shouldTravelThroughRowsThatCannotBeCurrent();
+    void shouldMoveByPages();
     void shouldCollapseAndExpandByKeys();
     void shouldEditTheRowThatTheKeyboardStandsOn();
     void shouldPaintRowsForTheirStates();
@@ -252,6 +253,14 @@ void TestTreeView::shouldAskForTheMenuByKeyboard()
     QCOMPARE(form.asked.last().at(1).toPoint(),
              form.view.visualRect(form.tree.processor(1)).bottomLeft());
     QCOMPARE(form.selected(), QStringLiteral("1 2"));
+
+    form.key(Qt::Key_F10, Qt::ShiftModifier);
+    QCOMPARE(form.asked.count(), 2);
+    form.view.setContextMenuPolicy(Qt::PreventContextMenu);
+    form.key(Qt::Key_F10, Qt::ShiftModifier);
+    form.menuKey();
+    QCOMPARE(form.asked.count(), 2);
+    form.view.setContextMenuPolicy(Qt::DefaultContextMenu);
 
     // Not current.
     form.click(form.at(form.tree.b()));
@@ -341,6 +350,27 @@ void TestTreeView::shouldTravelThroughRowsThatCannotBeCurrent()
         way += form.selected();
     }
     QCOMPARE(way.join(QLatin1Char(' ')), QStringLiteral("4 3 B 2 1 A All(5)"));
+}
+
+void TestTreeView::shouldMoveByPages()
+{
+    // As high as "A[1,2" together.
+    Form form(32 + 2 * 42 + 2);
+    form.click(form.at(form.tree.all()));
+    QStringList way;
+    for (int step = 0; step < 4; ++step) {
+        form.key(Qt::Key_PageDown);
+        way += form.selected();
+        QVERIFY(form.view.viewport()->rect().contains(
+            form.at(form.view.selectionModel()->selectedIndexes().first())));
+    }
+    QCOMPARE(way.join(QLatin1Char(' ')), QStringLiteral("1 B 4 5"));
+    form.key(Qt::Key_PageUp);
+    QCOMPARE(form.selected(), QStringLiteral("4"));
+    form.key(Qt::Key_Home);
+    QCOMPARE(form.selected(), QStringLiteral("All(5)"));
+    form.key(Qt::Key_End);
+    QCOMPARE(form.selected(), QStringLiteral("5"));
 }
 
 void TestTreeView::shouldCollapseAndExpandByKeys()
