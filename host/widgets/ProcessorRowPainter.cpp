@@ -102,8 +102,7 @@ void ProcessorRowPainter::paint(QPainter& painter, const QStyleOptionViewItem& o
         m_icons.paint(painter, layout.warning.topLeft(), icons().warning, kWarningSize);
     painter.setOpacity(1);
 
-    const QString name =
-        fitted(metrics, row.name, nameWidth(metrics, row, layout.name.width()));
+    const QString name = fitted(metrics, row.name, nameWidth(metrics, row, layout.name.width()));
     painter.setPen(nameColor(option));
     paintText(painter, layout.name, name);
     painter.setPen(detailColor(option));

@@ -4,7 +4,9 @@
 #include "host/widgets/ProcessorRow.h"
 
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QHoverEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 
@@ -14,6 +16,7 @@ namespace {
 
 constexpr int kIndentation = 16;
 constexpr qreal kCorner = 4;
+constexpr qreal kPanelMargin = 4;
 
 bool isKeyboardReason(Qt::FocusReason reason)
 {
@@ -21,10 +24,10 @@ bool isKeyboardReason(Qt::FocusReason reason)
            || reason == Qt::ShortcutFocusReason;
 }
 
-/// The part of a row that its background fills; a line is left to the neighbours.
+/// The part of a row that its background fills, apart from its neighbours and the view's edges.
 QRectF panel(const QRect& row)
 {
-    return QRectF(row).adjusted(0, 1, 0, -1);
+    return QRectF(row).adjusted(kPanelMargin, 1, -kPanelMargin, -1);
 }
 
 void fillPanel(QPainter* painter, const QRect& row, const QBrush& brush)
@@ -101,26 +104,26 @@ void CTreeView::paintEvent(QPaintEvent* event)
 
 void CTreeView::mousePressEvent(QMouseEvent* event)
 {
-    m_arrowPressed = event->button() == Qt::LeftButton && isOnArrow(event->pos());
+    m_arrowPressed = isOnArrow(event->pos());
     if (!m_arrowPressed) {
         QTreeView::mousePressEvent(event);
-        return;
+    } else if (event->button() == Qt::LeftButton) {
+        const QModelIndex index = indexAt(event->pos());
+        setExpanded(index, !isExpanded(index));
     }
-    const QModelIndex index = indexAt(event->pos());
-    setExpanded(index, !isExpanded(index));
 }
 
 void CTreeView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (!m_arrowPressed)
         QTreeView::mouseReleaseEvent(event);
-    else if (event->button() == Qt::LeftButton)
+    else if (event->buttons() == Qt::NoButton)
         m_arrowPressed = false;
 }
 
 void CTreeView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton && isOnArrow(event->pos()))
+    if (isOnArrow(event->pos()))
         CTreeView::mousePressEvent(event);
     else
         QTreeView::mouseDoubleClickEvent(event);
@@ -129,6 +132,7 @@ void CTreeView::mouseDoubleClickEvent(QMouseEvent* event)
 /// What began on an arrow neither selects nor drags.
 void CTreeView::mouseMoveEvent(QMouseEvent* event)
 {
+    m_arrowPressed = m_arrowPressed && event->buttons() != Qt::NoButton;
     if (!m_arrowPressed)
         QTreeView::mouseMoveEvent(event);
 }
@@ -136,33 +140,11 @@ void CTreeView::mouseMoveEvent(QMouseEvent* event)
 void CTreeView::keyPressEvent(QKeyEvent* event)
 {
     setFocusShown(true);
-    const QModelIndex row = keyboardRow();
-    const bool elsewhere = row.isValid() && row != currentIndex();
-    const bool plain = !(event->modifiers() & ~Qt::KeypadModifier);
-    if (!plain || !row.isValid()) {
+    // Not every platform makes it a request for a menu, as it does the menu key.
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+        requestMenu();
+    else if ((event->modifiers() & ~Qt::KeypadModifier) || !handleKey(event))
         QTreeView::keyPressEvent(event);
-        return;
-    }
-    switch (event->key()) {
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-        if (event->key() == Qt::Key_Right && model()->hasChildren(row) && !isExpanded(row))
-            expand(row);
-        else if (event->key() == Qt::Key_Left && model()->hasChildren(row) && isExpanded(row))
-            collapse(row);
-        else
-            goTo(keyTarget(event->key(), row));
-        return;
-    case Qt::Key_F2:
-        if (elsewhere && edit(row, EditKeyPressed, event))
-            return;
-        break;
-    default:
-        break;
-    }
-    QTreeView::keyPressEvent(event);
 }
 
 void CTreeView::contextMenuEvent(QContextMenuEvent* event)
@@ -261,25 +243,77 @@ QModelIndex CTreeView::keyboardRow() const
         || selectionModel()->isSelected(current))
         return current;
     const QModelIndexList selected = selectedIndexes();
-    const auto topmost = std::min_element(
-        selected.cbegin(), selected.cend(), [this](const QModelIndex& one, const QModelIndex& two) {
-            return visualRect(one).top() < visualRect(two).top();
-        });
+    const auto topmost = std::min_element(selected.cbegin(), selected.cend(),
+                                          [this](const QModelIndex& one, const QModelIndex& two) {
+                                              return visualRect(one).top() < visualRect(two).top();
+                                          });
     return topmost == selected.cend() ? current : *topmost;
 }
 
-QModelIndex CTreeView::keyTarget(int key, const QModelIndex& from) const
+void CTreeView::requestMenu()
 {
-    switch (key) {
+    const QPoint corner = visualRect(keyboardRow()).bottomLeft();
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, corner, viewport()->mapToGlobal(corner));
+    QCoreApplication::sendEvent(this, &menu);
+}
+
+/// The keys that go by the row that the keyboard stands on. Returns whether it was one of them.
+bool CTreeView::handleKey(QKeyEvent* event)
+{
+    const QModelIndex row = keyboardRow();
+    if (!row.isValid())
+        return false;
+    const bool expandable = model()->hasChildren(row);
+    switch (event->key()) {
     case Qt::Key_Up:
-        return indexAbove(from);
+        goTo(indexAbove(row));
+        return true;
+    case Qt::Key_Down:
+        goTo(indexBelow(row));
+        return true;
+    case Qt::Key_PageUp:
+        goTo(pageFrom(row, &QTreeView::indexAbove));
+        return true;
+    case Qt::Key_PageDown:
+        goTo(pageFrom(row, &QTreeView::indexBelow));
+        return true;
+    case Qt::Key_Home:
+        goTo(moveCursor(MoveHome, Qt::NoModifier));
+        return true;
+    case Qt::Key_End:
+        goTo(moveCursor(MoveEnd, Qt::NoModifier));
+        return true;
     case Qt::Key_Left:
-        return from.parent() == rootIndex() ? QModelIndex() : from.parent();
+        if (expandable && isExpanded(row))
+            collapse(row);
+        else if (row.parent() != rootIndex())
+            goTo(row.parent());
+        return true;
     case Qt::Key_Right:
-        return model()->hasChildren(from) ? indexBelow(from) : QModelIndex();
+        if (expandable && !isExpanded(row))
+            expand(row);
+        else if (expandable)
+            goTo(indexBelow(row));
+        return true;
+    case Qt::Key_F2:
+        return row != currentIndex() && edit(row, EditKeyPressed, event);
     default:
-        return indexBelow(from);
+        return false;
     }
+}
+
+/// The farthest row that `next` leads to and that one page shows together with `row`.
+QModelIndex CTreeView::pageFrom(const QModelIndex& row, Step next) const
+{
+    const QRect from = visualRect(row);
+    const int room = viewport()->height();
+    QModelIndex target = (this->*next)(row);
+    for (QModelIndex index = target; index.isValid(); index = (this->*next)(index)) {
+        if ((visualRect(index) | from).height() > room)
+            break;
+        target = index;
+    }
+    return target;
 }
 
 /// Makes the row current and the only selected one; or the latter alone, where the selection model

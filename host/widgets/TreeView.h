@@ -11,8 +11,8 @@
 /// The arrow of a row that can be expanded is painted by the delegate, within the first 25 pixels
 /// of the row's rectangle; a click there toggles the row and leaves the selection alone.
 ///
-/// Where the selection model does not let a row become current, Up, Down, Left, Right and the edit
-/// key go by the selected row instead.
+/// Where the selection model does not let a row become current, the keys that move, expand and
+/// edit go by the selected row instead.
 ///
 /// The view filters the events of its viewport, so that a derived class meets them in eventFilter()
 /// first and may consume them. GUI thread. Not supported: more than one column, right-to-left.
@@ -57,9 +57,13 @@ protected:
                                const QRect& row) const;
 
 private:
+    using Step = QModelIndex (QTreeView::*)(const QModelIndex&) const;
+
     bool isOnArrow(const QPoint& position) const;
     QModelIndex keyboardRow() const;
-    QModelIndex keyTarget(int key, const QModelIndex& from) const;
+    QModelIndex pageFrom(const QModelIndex& row, Step next) const;
+    void requestMenu();
+    bool handleKey(QKeyEvent* event);
     void goTo(const QModelIndex& index);
     void setHovered(const QModelIndex& index);
     void setFocusShown(bool shown);
