@@ -324,13 +324,10 @@ void CProcessorTreeDelegate::raiseButton()
 /// The view tells of a release only on the row that was pressed, which is still to come.
 void CProcessorTreeDelegate::raiseButtonAfterRelease()
 {
-    QMetaObject::invokeMethod(
-        this,
-        [this, press = m_presses] {
-            if (press == m_presses)
-                raiseButton();
-        },
-        Qt::QueuedConnection);
+    QTimer::singleShot(0, this, [this, press = m_presses] {
+        if (press == m_presses)
+            raiseButton();
+    });
 }
 
 void CProcessorTreeDelegate::leaveButton()
