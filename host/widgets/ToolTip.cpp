@@ -40,10 +40,10 @@ QString wrappingText(const QString& text)
 } // namespace
 
 void CToolTip::ShowText(const QString& text, const QPoint& position, QWidget* widget,
-                        const QRect& area)
+                        const QRect& area, int milliseconds)
 {
     const bool plain = !Qt::mightBeRichText(text) && !isLong(text);
-    QToolTip::showText(position, plain ? text : wrappingText(text), widget, area);
+    QToolTip::showText(position, plain ? text : wrappingText(text), widget, area, milliseconds);
 }
 
 void CToolTip::HideText()

@@ -18,9 +18,10 @@ enum ToolLocation { AtCursor = 0, Above = 1, Right = 2, Below = 3, Left = 4 };
 
 /// Shows `text` at `position` (global). The tool tip goes when the mouse leaves `area` (in
 /// `widget`'s coordinates; a null rectangle is the whole widget), or `widget` goes. An empty text
-/// hides it.
+/// hides it. It goes by itself after `milliseconds`; a negative number leaves that to the length of
+/// the text.
 HOSTWIDGETS_EXPORT void ShowText(const QString& text, const QPoint& position, QWidget* widget,
-                                 const QRect& area = QRect());
+                                 const QRect& area = QRect(), int milliseconds = -1);
 
 /// Hides the tool tip, if one is shown.
 HOSTWIDGETS_EXPORT void HideText();

@@ -1,7 +1,58 @@
 #include "host/widgets/TreeView.h"
 
+#include "host/widgets/HostTheme.h"
+#include "host/widgets/ProcessorRow.h"
+
 #include <QContextMenuEvent>
+#include <QCoreApplication>
+#include <QHoverEvent>
+#include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kIndentation = 16;
+constexpr qreal kCorner = 4;
+constexpr qreal kPanelMargin = 4;
+
+bool isKeyboardReason(Qt::FocusReason reason)
+{
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason
+           || reason == Qt::ShortcutFocusReason;
+}
+
+/// The part of a row that its background fills, apart from its neighbours and the view's edges.
+QRectF panel(const QRect& row)
+{
+    return QRectF(row).adjusted(kPanelMargin, 1, -kPanelMargin, -1);
+}
+
+void fillPanel(QPainter* painter, const QRect& row, const QBrush& brush)
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(brush);
+    painter->drawRoundedRect(panel(row), kCorner, kCorner);
+    painter->restore();
+}
+
+void drawFocus(QPainter* painter, const QStyleOptionViewItem& option, const QRect& row)
+{
+    if (!(option.state & QStyle::State_HasFocus))
+        return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(hostColors().accent);
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(panel(row).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
+    painter->restore();
+}
+
+} // namespace
 
 CTreeView::CTreeView(QWidget* parent)
     : QTreeView(parent)
@@ -9,55 +60,295 @@ CTreeView::CTreeView(QWidget* parent)
     setHeaderHidden(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(ScrollPerPixel);
+    setSelectionMode(ExtendedSelection);
+    // A double click toggles the row.
+    setEditTriggers(EditKeyPressed);
+    setRootIsDecorated(false);
+    setIndentation(kIndentation);
+    viewport()->setAttribute(Qt::WA_Hover);
+    viewport()->installEventFilter(this);
 }
 
-void CTreeView::setModel(QAbstractItemModel* model)
+bool CTreeView::event(QEvent* event)
 {
-    QTreeView::setModel(model);
-}
-
-bool CTreeView::eventFilter(QObject* watched, QEvent* event)
-{
-    return QTreeView::eventFilter(watched, event);
-}
-
-void CTreeView::contextMenuEvent(QContextMenuEvent* event)
-{
-    const QModelIndex index = indexAt(event->pos());
-    if (index.isValid())
-        emit RightMenuEvent(index, event->pos());
+    if (event->type() == QEvent::FocusIn)
+        setFocusShown(isKeyboardReason(static_cast<QFocusEvent*>(event)->reason()));
+    return QTreeView::event(event);
 }
 
 bool CTreeView::viewportEvent(QEvent* event)
 {
+    switch (event->type()) {
+    case QEvent::HoverEnter:
+    case QEvent::HoverMove:
+        setHovered(indexAt(static_cast<QHoverEvent*>(event)->pos()));
+        break;
+    case QEvent::HoverLeave:
+        setHovered({});
+        break;
+    case QEvent::MouseButtonPress:
+        setFocusShown(false);
+        break;
+    default:
+        break;
+    }
     return QTreeView::viewportEvent(event);
 }
 
+void CTreeView::paintEvent(QPaintEvent* event)
+{
+    m_focusRow = m_focusShown && hasFocus() ? keyboardRow() : QModelIndex();
+    QTreeView::paintEvent(event);
+    m_focusRow = QModelIndex();
+}
+
+void CTreeView::mousePressEvent(QMouseEvent* event)
+{
+    m_arrowPressed = isOnArrow(event->pos());
+    if (!m_arrowPressed) {
+        QTreeView::mousePressEvent(event);
+    } else if (event->button() == Qt::LeftButton) {
+        const QModelIndex index = indexAt(event->pos());
+        setExpanded(index, !isExpanded(index));
+    }
+}
+
+void CTreeView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (!m_arrowPressed)
+        QTreeView::mouseReleaseEvent(event);
+    else if (event->buttons() == Qt::NoButton)
+        m_arrowPressed = false;
+}
+
+void CTreeView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (isOnArrow(event->pos()))
+        CTreeView::mousePressEvent(event);
+    else
+        QTreeView::mouseDoubleClickEvent(event);
+}
+
+/// What began on an arrow neither selects nor drags.
+void CTreeView::mouseMoveEvent(QMouseEvent* event)
+{
+    m_arrowPressed = m_arrowPressed && event->buttons() != Qt::NoButton;
+    if (!m_arrowPressed)
+        QTreeView::mouseMoveEvent(event);
+}
+
+void CTreeView::keyPressEvent(QKeyEvent* event)
+{
+    setFocusShown(true);
+    // Not every platform makes it a request for a menu, as it does the menu key.
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+        requestMenu();
+    else if ((event->modifiers() & ~Qt::KeypadModifier) || !handleKey(event))
+        QTreeView::keyPressEvent(event);
+}
+
+void CTreeView::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (!selectionModel())
+        return;
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        const QModelIndex index = keyboardRow();
+        if (!index.isValid() || !selectionModel()->isSelected(index))
+            return;
+        scrollTo(index);
+        const QRect room = viewport()->rect();
+        const QPoint corner = visualRect(index).bottomLeft();
+        emit RightMenuEvent(index, {qBound(room.left(), corner.x(), room.right()),
+                                    qBound(room.top(), corner.y(), room.bottom())});
+        return;
+    }
+    const QPersistentModelIndex index = indexAt(event->pos());
+    if (!index.isValid())
+        return;
+    if (!selectionModel()->isSelected(index))
+        goTo(index);
+    if (index.isValid())
+        emit RightMenuEvent(index, event->pos());
+}
+
+/// The mouse stays, the rows move on below it.
+void CTreeView::scrollContentsBy(int dx, int dy)
+{
+    QTreeView::scrollContentsBy(dx, dy);
+    if (m_hovered.isValid())
+        setHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())));
+}
+
+/// Without the base, which has the style paint panels behind branches and rows.
 void CTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const
 {
-    QTreeView::drawRow(painter, option, index);
-}
+    QStyleOptionViewItem item(option);
+    const bool enabled = option.state & QStyle::State_Enabled && index.flags() & Qt::ItemIsEnabled;
+    const bool selected = selectionModel() && selectionModel()->isSelected(index);
+    const bool hovered = enabled && index == m_hovered;
+    item.state.setFlag(QStyle::State_Enabled, enabled);
+    item.state.setFlag(QStyle::State_Selected, selected);
+    item.state.setFlag(QStyle::State_MouseOver, hovered);
+    item.state.setFlag(QStyle::State_HasFocus, m_focusRow == index);
+    if (!enabled)
+        item.palette.setCurrentColorGroup(QPalette::Disabled);
 
-void CTreeView::drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const
-{
-    QTreeView::drawBranches(painter, rect, index);
+    if (selected)
+        DrawSelectRow(painter, item, option.rect);
+    else if (hovered)
+        DrawHoverRow(painter, item, option.rect);
+    else
+        DrawNormalRow(painter, item, option.rect);
+
+    item.rect = visualRect(index);
+    itemDelegate(index)->paint(painter, item, index);
 }
 
 void CTreeView::DrawSelectRow(QPainter* painter, const QStyleOptionViewItem& option,
                               const QRect& row) const
 {
-    painter->fillRect(row, option.palette.highlight());
+    const bool enabled = option.state & QStyle::State_Enabled;
+    fillPanel(painter, row, enabled ? option.palette.highlight() : QBrush(hostColors().field));
+    drawFocus(painter, option, row);
 }
 
 void CTreeView::DrawHoverRow(QPainter* painter, const QStyleOptionViewItem& option,
                              const QRect& row) const
 {
-    painter->fillRect(row, option.palette.alternateBase());
+    fillPanel(painter, row, hostColors().popup);
+    drawFocus(painter, option, row);
 }
 
 void CTreeView::DrawNormalRow(QPainter* painter, const QStyleOptionViewItem& option,
                               const QRect& row) const
 {
-    painter->fillRect(row, option.palette.base());
+    drawFocus(painter, option, row); // on the view's own background
+}
+
+/// The indentation in front of the arrow counts as the arrow.
+bool CTreeView::isOnArrow(const QPoint& position) const
+{
+    const QModelIndex index = indexAt(position);
+    return index.isValid() && itemsExpandable() && model()->hasChildren(index)
+           && position.x() < visualRect(index).left() + ProcessorRowMetrics::kArrowColumn;
+}
+
+/// The row that the keyboard stands on: the current one if it is selected or nothing is, else the
+/// topmost selected one.
+QModelIndex CTreeView::keyboardRow() const
+{
+    const QModelIndex current = currentIndex();
+    if (!selectionModel() || !selectionModel()->hasSelection()
+        || selectionModel()->isSelected(current))
+        return current;
+    const QModelIndexList selected = selectedIndexes();
+    const auto topmost = std::min_element(selected.cbegin(), selected.cend(),
+                                          [this](const QModelIndex& one, const QModelIndex& two) {
+                                              return visualRect(one).top() < visualRect(two).top();
+                                          });
+    return topmost == selected.cend() ? current : *topmost;
+}
+
+void CTreeView::requestMenu()
+{
+    const QPoint corner = visualRect(keyboardRow()).bottomLeft();
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, corner, viewport()->mapToGlobal(corner));
+    QCoreApplication::sendEvent(this, &menu);
+}
+
+/// The keys that go by the row that the keyboard stands on. Returns whether it was one of them.
+bool CTreeView::handleKey(QKeyEvent* event)
+{
+    const QModelIndex row = keyboardRow();
+    if (!row.isValid())
+        return false;
+    const bool expandable = model()->hasChildren(row);
+    switch (event->key()) {
+    case Qt::Key_Up:
+        goTo(indexAbove(row));
+        return true;
+    case Qt::Key_Down:
+        goTo(indexBelow(row));
+        return true;
+    case Qt::Key_PageUp:
+        goTo(pageFrom(row, &QTreeView::indexAbove));
+        return true;
+    case Qt::Key_PageDown:
+        goTo(pageFrom(row, &QTreeView::indexBelow));
+        return true;
+    case Qt::Key_Home:
+        goTo(moveCursor(MoveHome, Qt::NoModifier));
+        return true;
+    case Qt::Key_End:
+        goTo(moveCursor(MoveEnd, Qt::NoModifier));
+        return true;
+    case Qt::Key_Left:
+        if (expandable && isExpanded(row))
+            collapse(row);
+        else if (row.parent() != rootIndex())
+            goTo(row.parent());
+        return true;
+    case Qt::Key_Right:
+        if (expandable && !isExpanded(row))
+            expand(row);
+        else if (expandable)
+            goTo(indexBelow(row));
+        return true;
+    case Qt::Key_F2:
+        return row != currentIndex() && edit(row, EditKeyPressed, event);
+    default:
+        return false;
+    }
+}
+
+/// The farthest row that `next` leads to and that one page shows together with `row`.
+QModelIndex CTreeView::pageFrom(const QModelIndex& row, Step next) const
+{
+    const QRect from = visualRect(row);
+    const int room = viewport()->height();
+    QModelIndex target = (this->*next)(row);
+    for (QModelIndex index = target; index.isValid(); index = (this->*next)(index)) {
+        if ((visualRect(index) | from).height() > room)
+            break;
+        target = index;
+    }
+    return target;
+}
+
+/// Makes the row current and the only selected one; or the latter alone, where the selection model
+/// keeps it from becoming current.
+void CTreeView::goTo(const QModelIndex& index)
+{
+    if (!index.isValid() || !(index.flags() & Qt::ItemIsEnabled))
+        return;
+    const QPersistentModelIndex target = index;
+    selectionModel()->setCurrentIndex(target, QItemSelectionModel::NoUpdate);
+    selectionModel()->select(target, QItemSelectionModel::ClearAndSelect);
+    if (target.isValid())
+        scrollTo(target);
+}
+
+void CTreeView::setHovered(const QModelIndex& index)
+{
+    if (index == m_hovered)
+        return;
+    updateRow(m_hovered);
+    m_hovered = index;
+    updateRow(index);
+}
+
+void CTreeView::setFocusShown(bool shown)
+{
+    if (shown == m_focusShown)
+        return;
+    m_focusShown = shown;
+    updateRow(keyboardRow());
+}
+
+void CTreeView::updateRow(const QModelIndex& index)
+{
+    const QRect row = index.isValid() ? visualRect(index) : QRect();
+    if (!row.isNull())
+        viewport()->update(0, row.top(), viewport()->width(), row.height());
 }

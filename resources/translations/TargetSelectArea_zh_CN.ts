@@ -147,6 +147,21 @@
     </message>
 </context>
 <context>
+    <name>CCustomAddProcessor</name>
+    <message>
+        <source>Custom add processor</source>
+        <translation>自定义添加处理器</translation>
+    </message>
+    <message>
+        <source>Number of processors</source>
+        <translation>处理器数量</translation>
+    </message>
+    <message>
+        <source>Number of outputs</source>
+        <translation>输出口数量</translation>
+    </message>
+</context>
+<context>
     <name>CIPListView</name>
     <message>
         <source>IP addresses</source>
@@ -293,6 +308,13 @@
     <message>
         <source>Name</source>
         <translation>名称</translation>
+    </message>
+</context>
+<context>
+    <name>CProcessorTreeDelegate</name>
+    <message>
+        <source>More</source>
+        <translation>更多</translation>
     </message>
 </context>
 <context>

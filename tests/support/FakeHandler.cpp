@@ -208,13 +208,13 @@ int FakeHandler::GetDeviceSetTexts(QStringList& texts)
 bool FakeHandler::ShowProcessorMoreButton()
 {
     note("ShowProcessorMoreButton");
-    return false;
+    return showProcessorMoreButton;
 }
 
 bool FakeHandler::ShowNodeMoreButton()
 {
     note("ShowNodeMoreButton");
-    return false;
+    return showNodeMoreButton;
 }
 
 QList<ProcessorNode> FakeHandler::GetAllProcessorNodes()
@@ -302,7 +302,7 @@ bool FakeHandler::IsAddProcessorsEnabled(const ProcessorNode& first)
 bool FakeHandler::RenameProcessor(const QUuid& id, const QString& name)
 {
     note("RenameProcessor", id.toString() + name);
-    return true;
+    return acceptRename;
 }
 
 void FakeHandler::SetNewProcessorOutputs(int outputs)
@@ -325,19 +325,14 @@ void FakeHandler::Ungroup(const QUuid& id)
 
 void FakeHandler::RenameGroup(const QUuid& id, const QString& name)
 {
-    note("RenameGroup");
-    Q_UNUSED(id)
-    Q_UNUSED(name)
+    note("RenameGroup", id.toString() + name);
 }
 
 void FakeHandler::ReportSelection(const QUuid& focus, const QList<QUuid>& ids,
-                                  const QList<SGroupSelection>& selections, const QUuid& previous)
+                                  const QList<SGroupSelection>& byGroup, const QUuid& previous)
 {
+    selections.append({focus, ids, byGroup, previous});
     note("ReportSelection");
-    Q_UNUSED(focus)
-    Q_UNUSED(ids)
-    Q_UNUSED(selections)
-    Q_UNUSED(previous)
 }
 
 bool FakeHandler::IsRestrictedMode()
@@ -380,13 +375,13 @@ QList<quint32> FakeHandler::GetLanUsbProcessorIps()
 int FakeHandler::GetNameMaxBytes()
 {
     note("GetNameMaxBytes");
-    return 64;
+    return nameMaxBytes;
 }
 
 bool FakeHandler::IsNameUtf8()
 {
     note("IsNameUtf8");
-    return true;
+    return nameUtf8;
 }
 
 QUuid FakeHandler::GetCurrentProcessorId()
@@ -451,19 +446,19 @@ QString FakeHandler::GetIPEntry(int row)
 int FakeHandler::GetFixedOutputCount()
 {
     note("GetFixedOutputCount");
-    return 0;
+    return fixedOutputCount;
 }
 
 int FakeHandler::GetSelectionMode()
 {
     note("GetSelectionMode");
-    return 0;
+    return selectionMode;
 }
 
 QList<QUuid> FakeHandler::GetSelectedProcessors()
 {
     note("GetSelectedProcessors");
-    return {};
+    return selectedProcessors;
 }
 
 bool FakeHandler::IsIpManagementAvailable()

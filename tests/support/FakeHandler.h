@@ -54,6 +54,14 @@ public:
     quint32 detectResult = 0;
     QList<quint32> lanUsbIps;
     QStringList deviceSetTexts;
+    bool showProcessorMoreButton = false;
+    bool showNodeMoreButton = false;
+    int nameMaxBytes = 64;
+    bool nameUtf8 = true;
+    bool acceptRename = true;
+    int fixedOutputCount = 0;
+    int selectionMode = 0;
+    QList<QUuid> selectedProcessors;
 
     /// The IP list as entries. Requests to add, modify, delete and clear change it.
     QStringList ipList;
@@ -75,6 +83,15 @@ public:
         QList<QUuid> processors;
     };
     QVector<Membership> memberships;
+
+    struct Selection
+    {
+        QUuid focus;
+        QList<QUuid> processors;
+        QList<SGroupSelection> groups;
+        QUuid previous;
+    };
+    QVector<Selection> selections;
 
     void SetObserver(CObserver* newObserver) override;
     void AppendContextMenu(EPrcTreeNodeType type, const QUuid& id, bool readOnly,
@@ -111,7 +128,7 @@ public:
     void Ungroup(const QUuid& id) override;
     void RenameGroup(const QUuid& id, const QString& name) override;
     void ReportSelection(const QUuid& focus, const QList<QUuid>& ids,
-                         const QList<SGroupSelection>& selections, const QUuid& previous) override;
+                         const QList<SGroupSelection>& byGroup, const QUuid& previous) override;
     bool IsRestrictedMode() override;
     bool IsDeleteBlocked(const QUuid& id) override;
     bool CheckProcessor(const ProcessorNode& processor) override;

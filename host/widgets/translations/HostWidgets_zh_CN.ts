@@ -96,6 +96,25 @@
     </message>
 </context>
 <context>
+    <name>CProcessorDelegate</name>
+    <message>
+        <source>Number: %1</source>
+        <translation>编号：%1</translation>
+    </message>
+    <message>
+        <source>Invalid</source>
+        <translation>无效</translation>
+    </message>
+    <message>
+        <source>IP: %1</source>
+        <translation>IP：%1</translation>
+    </message>
+    <message>
+        <source>Monitor warning</source>
+        <translation>监控告警</translation>
+    </message>
+</context>
+<context>
     <name>DialogTitleBar</name>
     <message>
         <source>Restore</source>

@@ -1,0 +1,135 @@
+#include "host/widgets/ProcessorRowPainter.h"
+
+#include "host/widgets/ProcessorRow.h"
+#include "host/widgets/SvgIcons.h"
+
+#include <QPainter>
+#include <QStyleOptionViewItem>
+
+namespace {
+
+using namespace ProcessorRowMetrics;
+
+constexpr qreal kDisabledOpacity = 0.4;
+
+struct Icons
+{
+    QString openArrow = QStringLiteral(":/HostWidgets/icons/chevron-down.svg");
+    QString closedArrow = QStringLiteral(":/HostWidgets/icons/chevron-right.svg");
+    QString online = QStringLiteral(":/HostWidgets/icons/processor-online.svg");
+    QString offline = QStringLiteral(":/HostWidgets/icons/processor-offline.svg");
+    QString backupOnline = QStringLiteral(":/HostWidgets/icons/processor-backup-online.svg");
+    QString backupOffline = QStringLiteral(":/HostWidgets/icons/processor-backup-offline.svg");
+    QString warning = QStringLiteral(":/HostWidgets/icons/warning.svg");
+};
+
+const Icons& icons()
+{
+    static const Icons icons;
+    return icons;
+}
+
+const QString& processorIcon(const ProcessorRow& row)
+{
+    if (row.backup)
+        return row.online ? icons().backupOnline : icons().backupOffline;
+    return row.online ? icons().online : icons().offline;
+}
+
+/// Of the name, which stands out more than what comes with it.
+QColor nameColor(const QStyleOptionViewItem& option)
+{
+    if (!(option.state & QStyle::State_Enabled))
+        return option.palette.color(QPalette::Disabled, QPalette::Text);
+    const bool selected = option.state & QStyle::State_Selected;
+    return option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+}
+
+QColor detailColor(const QStyleOptionViewItem& option)
+{
+    if (!(option.state & QStyle::State_Enabled))
+        return option.palette.color(QPalette::Disabled, QPalette::Text);
+    const bool selected = option.state & QStyle::State_Selected;
+    return option.palette.color(selected ? QPalette::Text : QPalette::PlaceholderText);
+}
+
+/// The width that is left for the name in front of the count.
+int nameWidth(const QFontMetrics& metrics, const ProcessorRow& row, int room)
+{
+    return row.count.isEmpty() ? room : room - kGap - metrics.horizontalAdvance(row.count);
+}
+
+void paintText(QPainter& painter, const QRect& rect, const QString& text)
+{
+    painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
+}
+
+/// The text as one line, as much as has room.
+QString fitted(const QFontMetrics& metrics, const QString& text, int width)
+{
+    return width > 0 ? metrics.elidedText(text, Qt::ElideRight, width, Qt::TextSingleLine)
+                     : QString();
+}
+
+} // namespace
+
+ProcessorRowPainter::ProcessorRowPainter(SvgIcons& icons)
+    : m_icons(icons)
+{
+}
+
+void ProcessorRowPainter::load()
+{
+    const Icons& all = icons();
+    for (const QString& path : {all.openArrow, all.closedArrow, all.online, all.offline,
+                                all.backupOnline, all.backupOffline, all.warning})
+        m_icons.load(path);
+}
+
+void ProcessorRowPainter::paint(QPainter& painter, const QStyleOptionViewItem& option,
+                                const ProcessorRow& row)
+{
+    const ProcessorRowLayout layout(row, option.rect);
+    painter.save();
+    painter.setClipRect(option.rect, Qt::IntersectClip);
+    painter.setFont(option.font);
+    const QFontMetrics& metrics = option.fontMetrics;
+
+    if (!(option.state & QStyle::State_Enabled))
+        painter.setOpacity(kDisabledOpacity);
+    paintIcon(painter, layout.icon, row, option.state);
+    if (row.warning)
+        m_icons.paint(painter, layout.warning.topLeft(), icons().warning, kWarningSize);
+    painter.setOpacity(1);
+
+    const QString name = fitted(metrics, row.name, nameWidth(metrics, row, layout.name.width()));
+    painter.setPen(nameColor(option));
+    paintText(painter, layout.name, name);
+    painter.setPen(detailColor(option));
+    if (!row.count.isEmpty()) {
+        QRect count = layout.name;
+        count.setLeft(count.left() + metrics.horizontalAdvance(name) + kGap);
+        paintText(painter, count, fitted(metrics, row.count, count.width()));
+    }
+    paintText(painter, layout.detail, fitted(metrics, row.detail, layout.detail.width()));
+    painter.restore();
+}
+
+bool ProcessorRowPainter::isElided(const QStyleOptionViewItem& option, const ProcessorRow& row)
+{
+    const ProcessorRowLayout layout(row, option.rect);
+    const QFontMetrics& metrics = option.fontMetrics;
+    return metrics.horizontalAdvance(row.name) > nameWidth(metrics, row, layout.name.width())
+           || metrics.horizontalAdvance(row.detail) > qMax(0, layout.detail.width());
+}
+
+void ProcessorRowPainter::paintIcon(QPainter& painter, const QRect& rect, const ProcessorRow& row,
+                                    QStyle::State state)
+{
+    if (row.type == NodeProcessor)
+        m_icons.paint(painter, rect.topLeft(), processorIcon(row), kIconSize);
+    else if (state & QStyle::State_Children)
+        m_icons.paint(painter, rect.topLeft(),
+                      state & QStyle::State_Open ? icons().openArrow : icons().closedArrow,
+                      kArrowSize);
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+
+class QLineEdit;
+
+/// Keeps the name in a field within what the host takes, asking it at every change of the text.
+/// Text that an input method is still composing is left alone until it is done. Lives as long as
+/// its field. GUI thread.
+class CNameEditor final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// A plain field for a name, without a context menu.
+    static QLineEdit* create(QWidget* parent);
+
+    /// The name in a field that create() made, within the limit also while an input method is at
+    /// work.
+    static QString name(QLineEdit& field);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    explicit CNameEditor(QLineEdit* field);
+
+    void onTextChanged();
+    void fitIfDue();
+
+    QLineEdit* m_field; // owns this
+    bool m_composing = false;
+    bool m_due = false;
+    bool m_fitting = false;
+};

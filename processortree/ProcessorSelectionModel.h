@@ -1,0 +1,34 @@
+#pragma once
+
+#include "host/widgets/ProcessorItemSelectionModel.h"
+
+#include <QUuid>
+
+class QAbstractItemView;
+
+/// The selection in the processor tree: only processors become current, and every real change is
+/// reported to the host, except one that the host makes itself (see
+/// CTargetSelectData::IsSelectionEchoGuarded()). The host may change the tree while it is told. GUI
+/// thread.
+class CProcessorSelectionModel final : public CProcessorItemSelectionModel
+{
+    Q_OBJECT
+
+public:
+    /// Over the processor tree model `model`, for `view`, which becomes the parent.
+    CProcessorSelectionModel(QAbstractItemModel* model, QAbstractItemView* view);
+
+    using CProcessorItemSelectionModel::select;
+
+public slots:
+    /// Ignored for rows other than processors.
+    void setCurrentIndex(const QModelIndex& index,
+                         QItemSelectionModel::SelectionFlags command) override;
+    void select(const QItemSelection& selection,
+                QItemSelectionModel::SelectionFlags command) override;
+
+private:
+    void report(QModelIndexList selected) const;
+
+    QUuid m_previous; // the processor that was current before the current one
+};

@@ -1,0 +1,416 @@
+#include "host/widgets/HostTheme.h"
+#include "host/widgets/ProcessorDelegate.h"
+#include "host/widgets/SvgIcons.h"
+#include "host/widgets/TreeView.h"
+#include "tests/support/WarningTrap.h"
+#include "tests/widgets/ProcessorRows.h"
+
+#include <QApplication>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QTest>
+#include <QToolTip>
+
+namespace {
+
+constexpr int kWidth = 240;
+constexpr int kTextEnd = kWidth - 40;
+
+/// Paints rows outside of any view.
+class Painting final
+{
+public:
+    QModelIndex add(QStandardItem* row)
+    {
+        m_model.appendRow(row);
+        return row->index();
+    }
+
+    QModelIndex add(const ProcessorNode& record) { return add(processorRow(record)); }
+
+    QImage paint(const QModelIndex& index, QStyle::State state = QStyle::State_Enabled,
+                 qreal scale = 1)
+    {
+        QStyleOptionViewItem option;
+        option.rect = QRect(QPoint(), QSize(kWidth, delegate.sizeHint(option, index).height()));
+        option.state = state;
+        option.palette = QApplication::palette();
+        option.font = QApplication::font();
+        option.fontMetrics = QFontMetrics(option.font);
+        QImage image(option.rect.size() * scale, QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(scale);
+        image.fill(hostColors().window);
+        QPainter painter(&image);
+        delegate.paint(&painter, option, index);
+        return image;
+    }
+
+    CProcessorDelegate delegate;
+
+private:
+    QStandardItemModel m_model;
+};
+
+/// The shape of what is painted in `part`, without its colours.
+QImage shape(const QImage& image, const QRect& part)
+{
+    QImage shape(part.size(), QImage::Format_Mono);
+    const int ground = qGray(hostColors().window.rgb());
+    for (int y = 0; y < part.height(); ++y) {
+        for (int x = 0; x < part.width(); ++x) {
+            const int gray = qGray(image.pixel(part.topLeft() + QPoint(x, y)));
+            shape.setPixel(x, y, qAbs(gray - ground) > 25 ? 1 : 0);
+        }
+    }
+    return shape;
+}
+
+bool isEmpty(const QImage& image, const QRect& part)
+{
+    const QImage cut = image.copy(part);
+    QImage blank(cut.size(), cut.format());
+    blank.fill(hostColors().window);
+    return cut == blank;
+}
+
+ProcessorNode stateOf(bool online, int redundancyMode)
+{
+    ProcessorNode record = namedProcessor(QStringLiteral("P"));
+    record.online = online;
+    record.redundancyMode = redundancyMode;
+    return record;
+}
+
+} // namespace
+
+class TestProcessorDelegate final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void shouldTellStatesByShape();
+    void shouldMarkWarnings();
+    void shouldSayHowAProcessorIsAddressed();
+    void shouldBeginNamesWhereEditorsDo();
+    void shouldEndTextsBeforeTheButton();
+    void shouldCountTheMembersOfAGroup();
+    void shouldPaintTheArrowOfARowThatExpands();
+    void shouldShowStates();
+    void shouldPaintForeignRows();
+    void shouldPaintNarrowRows();
+    void shouldTakeHeightsFromTheModel();
+    void shouldParseNothingWhilePainting();
+    void shouldBeSharpAtEveryScale_data();
+    void shouldBeSharpAtEveryScale();
+    void shouldShowElidedTextsWhole();
+    void shouldExplainTheWarning();
+};
+
+void TestProcessorDelegate::initTestCase()
+{
+    ApplyHostTheme(*qApp);
+}
+
+void TestProcessorDelegate::cleanup()
+{
+    QToolTip::hideText();
+    QTRY_VERIFY(!QToolTip::isVisible());
+}
+
+void TestProcessorDelegate::shouldTellStatesByShape()
+{
+    const WarningTrap trap;
+    Painting painting;
+    const QRect icon(0, 0, 24, 42);
+    QVector<QImage> shapes;
+    for (const int mode : {0, 2}) {
+        for (const bool online : {true, false})
+            shapes.append(shape(painting.paint(painting.add(stateOf(online, mode))), icon));
+    }
+    for (int one = 0; one < shapes.size(); ++one) {
+        for (int two = 0; two < one; ++two)
+            QVERIFY2(shapes.at(one) != shapes.at(two), qPrintable(QString::number(one * 10 + two)));
+    }
+    // One that has a backup is none.
+    QCOMPARE(shape(painting.paint(painting.add(stateOf(true, 1))), icon), shapes.at(0));
+}
+
+void TestProcessorDelegate::shouldMarkWarnings()
+{
+    const WarningTrap trap;
+    Painting painting;
+    ProcessorNode record = stateOf(true, 0);
+    const QImage without = painting.paint(painting.add(record));
+    record.hostFlag17 = true;
+    const QImage with = painting.paint(painting.add(record));
+    const QRect upper(0, 0, kWidth, 21);
+    const QRect mark(24, 22, 14, 16);
+    QCOMPARE(with.copy(upper), without.copy(upper));
+    QVERIFY(with.copy(mark) != without.copy(mark));
+}
+
+void TestProcessorDelegate::shouldSayHowAProcessorIsAddressed()
+{
+    const WarningTrap trap;
+    Painting painting;
+    const QRect lower(24, 22, kTextEnd - 24, 20);
+    const auto detail = [&](const ProcessorNode& record) {
+        return painting.paint(painting.add(record)).copy(lower);
+    };
+    ProcessorNode byNumber = stateOf(true, 0);
+    byNumber.number = 6;
+    ProcessorNode otherAddress = byNumber;
+    otherAddress.ipAddress = 0xC0A80001;
+    QCOMPARE(detail(otherAddress), detail(byNumber));
+
+    ProcessorNode byIp = otherAddress;
+    byIp.reachedByIp = true;
+    QVERIFY(detail(byIp) != detail(byNumber));
+    ProcessorNode otherNumber = byIp;
+    otherNumber.number = 99;
+    QCOMPARE(detail(otherNumber), detail(byIp));
+    ProcessorNode none = byIp;
+    none.ipAddress = kNoProcessorAddress;
+    QVERIFY(detail(none) != detail(byIp));
+}
+
+void TestProcessorDelegate::shouldBeginNamesWhereEditorsDo()
+{
+    const WarningTrap trap;
+    Painting painting;
+    const QString text = QStringLiteral("HH");
+    ProcessorNode record = stateOf(true, 0);
+    record.name = text;
+    const QImage processor = painting.paint(painting.add(record));
+    QVERIFY(isEmpty(processor, {21, 0, 3, 42}));
+    QVERIFY(!isEmpty(processor, {24, 4, 3, 19}));
+    const QImage group = painting.paint(painting.add(groupRow(text)));
+    QVERIFY(isEmpty(group, {0, 0, 24, 32}));
+    QVERIFY(!isEmpty(group, {25, 4, 3, 24}));
+}
+
+void TestProcessorDelegate::shouldEndTextsBeforeTheButton()
+{
+    const WarningTrap trap;
+    Painting painting;
+    const QString longName = QStringLiteral("A processor whose name is far too long for its row");
+    const QRect behind(kTextEnd, 0, 40, 32);
+    ProcessorNode record = namedProcessor(longName);
+    record.hostFlag17 = true;
+    QVERIFY(isEmpty(painting.paint(painting.add(record)), behind));
+    QVERIFY(isEmpty(painting.paint(painting.add(groupRow(longName))), behind));
+    QVERIFY(isEmpty(painting.paint(painting.add(rootRow(longName))), behind));
+}
+
+void TestProcessorDelegate::shouldCountTheMembersOfAGroup()
+{
+    const WarningTrap trap;
+    Painting painting;
+    const QString longName = QStringLiteral("A group whose name is far too long for its row");
+    for (const QString& name : {QStringLiteral("Short"), longName}) {
+        QStandardItem* group = groupRow(name);
+        const QModelIndex index = painting.add(group);
+        const QImage none = painting.paint(index);
+        group->appendRow(processorRow(namedProcessor(QString())));
+        QVERIFY(painting.paint(index) != none);
+    }
+}
+
+void TestProcessorDelegate::shouldPaintTheArrowOfARowThatExpands()
+{
+    const WarningTrap trap;
+    Painting painting;
+    const QModelIndex group = painting.add(groupRow(QStringLiteral("G")));
+    const QRect column(0, 0, 25, 32);
+    const auto arrow = [&](QStyle::State state) {
+        return painting.paint(group, QStyle::State_Enabled | state).copy(column);
+    };
+    const QImage closed = arrow(QStyle::State_Children);
+    const QImage open = arrow(QStyle::State_Children | QStyle::State_Open);
+    QVERIFY(isEmpty(arrow({}), column));
+    QVERIFY(!isEmpty(closed, column));
+    QVERIFY(!isEmpty(open, column));
+    QVERIFY(open != closed);
+}
+
+void TestProcessorDelegate::shouldShowStates()
+{
+    const WarningTrap trap;
+    Painting painting;
+    const QModelIndex index = painting.add(stateOf(true, 0));
+    const QImage normal = painting.paint(index);
+    QVERIFY(painting.paint(index, QStyle::State_Enabled | QStyle::State_Selected) != normal);
+    QVERIFY(painting.paint(index, {}) != normal);
+}
+
+void TestProcessorDelegate::shouldPaintForeignRows()
+{
+    const WarningTrap trap;
+    Painting painting;
+    const QRect row(0, 0, kWidth, 32);
+    auto* plain = new QStandardItem(QStringLiteral("plain"));
+    QVERIFY(!isEmpty(painting.paint(painting.add(plain)), row));
+    plain->setData(QStringLiteral("text"), NodeTypeRole);
+    QVERIFY(!isEmpty(painting.paint(plain->index()), row));
+    plain->setData(QVariant::fromValue(static_cast<EPrcTreeNodeType>(77)), NodeTypeRole);
+    QVERIFY(!isEmpty(painting.paint(plain->index()), row));
+    plain->setData(QVariant::fromValue(NodeProcessor), NodeTypeRole);
+    plain->setData(QStringLiteral("no record"), NodeDataRole);
+    QVERIFY(!isEmpty(painting.paint(plain->index()), row));
+    QVERIFY(isEmpty(painting.paint(QModelIndex()), row));
+}
+
+void TestProcessorDelegate::shouldPaintNarrowRows()
+{
+    const WarningTrap trap;
+    Painting painting;
+    ProcessorNode record = stateOf(true, 0);
+    record.hostFlag17 = true;
+    const QModelIndex index = painting.add(record);
+    for (const int width : {0, 1, 24, 40, 64, 70}) {
+        QImage image(100, 42, QImage::Format_ARGB32_Premultiplied);
+        image.fill(hostColors().window);
+        QStyleOptionViewItem option;
+        option.rect = QRect(0, 0, width, 42);
+        option.palette = QApplication::palette();
+        QPainter painter(&image);
+        painting.delegate.paint(&painter, option, index);
+        painter.end();
+        QVERIFY(isEmpty(image, {width, 0, 100 - width, 42}));
+    }
+}
+
+void TestProcessorDelegate::shouldTakeHeightsFromTheModel()
+{
+    const WarningTrap trap;
+    Painting painting;
+    const QStyleOptionViewItem option;
+    auto* row = processorRow(stateOf(true, 0));
+    row->setData(QSize(77, 50), Qt::SizeHintRole);
+    QCOMPARE(painting.delegate.sizeHint(option, painting.add(row)), QSize(0, 50));
+    row->setData(QVariant(), Qt::SizeHintRole);
+    QCOMPARE(painting.delegate.sizeHint(option, row->index()), QSize(0, 42));
+    row->setData(QVariant(), NodeTypeRole);
+    QCOMPARE(painting.delegate.sizeHint(option, row->index()), QSize(0, 32));
+}
+
+void TestProcessorDelegate::shouldParseNothingWhilePainting()
+{
+    const WarningTrap trap;
+    const int before = SvgIcons::parseCount();
+    Painting painting;
+    const int parses = SvgIcons::parseCount();
+    QVERIFY(parses > before);
+    for (const qreal scale : {1.0, 1.5, 2.0}) {
+        for (const int mode : {0, 2}) {
+            for (const bool online : {true, false}) {
+                ProcessorNode record = stateOf(online, mode);
+                record.hostFlag17 = online;
+                painting.paint(painting.add(record), QStyle::State_Enabled, scale);
+            }
+        }
+        const QModelIndex group = painting.add(groupRow(QStringLiteral("G")));
+        painting.paint(group, QStyle::State_Enabled | QStyle::State_Children, scale);
+    }
+    const CProcessorDelegate another;
+    QCOMPARE(SvgIcons::parseCount(), parses);
+}
+
+void TestProcessorDelegate::shouldBeSharpAtEveryScale_data()
+{
+    QTest::addColumn<qreal>("scale");
+    QTest::newRow("100 %") << 1.0;
+    QTest::newRow("150 %") << 1.5;
+    QTest::newRow("200 %") << 2.0;
+}
+
+void TestProcessorDelegate::shouldBeSharpAtEveryScale()
+{
+    QFETCH(const qreal, scale);
+    const WarningTrap trap;
+    const QString path = QStringLiteral(":/HostWidgets/icons/processor-online.svg");
+    SvgIcons icons;
+    QVERIFY(icons.pixmap(path, 24, scale).isNull());
+    icons.load(path);
+    const QPixmap pixmap = icons.pixmap(path, 24, scale);
+    QCOMPARE(pixmap.width(), qRound(24 * scale));
+    QCOMPARE(pixmap.devicePixelRatioF(), scale);
+    QCOMPARE(icons.pixmap(path, 24, scale).cacheKey(), pixmap.cacheKey());
+
+    // The device's pixels are those of the pixmap, wherever it is painted.
+    const QImage expected = pixmap.toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    for (const int left : {0, 1, 3}) {
+        QImage image(qRound(40 * scale), qRound(30 * scale), QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(scale);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        icons.paint(painter, QPointF(left, 0), path, 24);
+        painter.end();
+        image.setDevicePixelRatio(1);
+        QImage plain = expected;
+        plain.setDevicePixelRatio(1);
+        QCOMPARE(image.copy(QRect(QPoint(qRound(left * scale), 0), plain.size())), plain);
+    }
+}
+
+void TestProcessorDelegate::shouldShowElidedTextsWhole()
+{
+    const WarningTrap trap;
+    const QString longName = QStringLiteral("A processor whose name is far too long for its row");
+    QStandardItemModel model;
+    ProcessorNode record = namedProcessor(longName);
+    record.number = 4;
+    model.appendRow(processorRow(record));
+    model.appendRow(processorRow(namedProcessor(QStringLiteral("short"))));
+    model.appendRow(groupRow(longName));
+    auto* own = processorRow(record);
+    own->setToolTip(QStringLiteral("own"));
+    model.appendRow(own);
+    CTreeView view;
+    CProcessorDelegate delegate;
+    view.setItemDelegate(&delegate);
+    view.setModel(&model);
+    view.resize(kWidth, 300);
+    view.show();
+
+    const auto hover = [&](int row) {
+        const QPoint position = view.visualRect(model.index(row, 0)).center();
+        QHelpEvent help(QEvent::ToolTip, position, view.viewport()->mapToGlobal(position));
+        QCoreApplication::sendEvent(view.viewport(), &help);
+    };
+    hover(0);
+    QCOMPARE(QToolTip::text(), longName + QStringLiteral("\nNumber: 5"));
+    QToolTip::hideText();
+    QTRY_VERIFY(!QToolTip::isVisible());
+    hover(1);
+    QVERIFY(!QToolTip::isVisible());
+    hover(2);
+    QCOMPARE(QToolTip::text(), longName + QStringLiteral(" (0)"));
+    hover(3);
+    QCOMPARE(QToolTip::text(), QStringLiteral("own"));
+}
+
+void TestProcessorDelegate::shouldExplainTheWarning()
+{
+    const WarningTrap trap;
+    QStandardItemModel model;
+    ProcessorNode record = namedProcessor(QStringLiteral("short"));
+    record.hostFlag17 = true;
+    model.appendRow(processorRow(record));
+    CTreeView view;
+    CProcessorDelegate delegate;
+    view.setItemDelegate(&delegate);
+    view.setModel(&model);
+    view.resize(kWidth, 300);
+    view.show();
+    const QPoint position = view.visualRect(model.index(0, 0)).topLeft() + QPoint(30, 30);
+    QHelpEvent help(QEvent::ToolTip, position, view.viewport()->mapToGlobal(position));
+    QCoreApplication::sendEvent(view.viewport(), &help);
+    QCOMPARE(QToolTip::text(), QStringLiteral("Monitor warning"));
+}
+
+QTEST_MAIN(TestProcessorDelegate)
+
+#include "tst_processordelegate.moc"
