@@ -7,6 +7,7 @@
 #include <QElapsedTimer>
 #include <QMetaObject>
 
+#include <chrono>
 #include <utility>
 
 namespace {
@@ -63,6 +64,14 @@ bool Notifier::isIdle()
     return m_queue.empty() && !m_delivering && m_posted == 0;
 }
 
+bool Notifier::waitForDeliveries(int milliseconds)
+{
+    std::unique_lock guard(m_mutex);
+    const quint64 given = m_given;
+    return m_changed.wait_for(guard, std::chrono::milliseconds(milliseconds),
+                              [&] { return m_end || m_done >= given; });
+}
+
 void Notifier::stop()
 {
     {
@@ -86,6 +95,7 @@ bool Notifier::mustQueue(const HostEvent& event)
         if (m_delivery == Delivery::GuiThread && m_queue.empty() && !m_delivering)
             return false;
         m_queue.push_back(event);
+        ++m_given;
     }
     m_changed.notify_all();
     return true;
@@ -105,6 +115,11 @@ void Notifier::run()
         m_delivering = true;
         guard.unlock();
         deliver(event);
+        {
+            const std::lock_guard done(m_mutex);
+            ++m_done;
+        }
+        m_changed.notify_all();
     }
 }
 
