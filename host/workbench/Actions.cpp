@@ -59,7 +59,7 @@ const QVector<MenuEntries>& menus()
            "Ctrl+Shift+B", 0},
           {Do::ToggleHasBackup, QT_TRANSLATE_NOOP("Actions", "Has a bac&kup, or not"),
            "Ctrl+Shift+J", 0},
-          {Do::ToggleProtected, QT_TRANSLATE_NOOP("Actions", "Protec&ted, or not"), "Ctrl+Shift+K",
+          {Do::ToggleProtected, QT_TRANSLATE_NOOP("Actions", "Prot&ected, or not"), "Ctrl+Shift+K",
            0},
           {Do::ToggleMonitorWarning, QT_TRANSLATE_NOOP("Actions", "Monitor &warning on or off"),
            "Ctrl+Shift+W", 0},

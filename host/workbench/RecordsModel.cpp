@@ -45,7 +45,7 @@ void RecordsModel::show(const Project& project)
         for (const ProcessorNode& node : group.processors)
             row->appendRow(processor(node));
         const QString text = project.litFrontPanels.contains(group.id)
-                                 ? tr("%1 (%2), front panels lit")
+                                 ? tr("%1 (%2), front panel lit")
                                  : tr("%1 (%2)");
         row->setText(text.arg(group.name, QString::number(group.processors.size())));
         appendRow(row);
