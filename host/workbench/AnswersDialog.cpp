@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int kRowsOfAColumn = 11;
+constexpr int kRowsOfAColumn = 16;
 
 } // namespace
 
@@ -53,6 +53,8 @@ public:
         for (const HostReply reply : allHostReplies())
             box->addItem(hostReplyName(reply), static_cast<int>(reply));
         box->setCurrentIndex(box->findData(static_cast<int>(value)));
+        box->ensurePolished();
+        box->setMinimumWidth(box->sizeHint().width());
         add(name, box);
     }
 
