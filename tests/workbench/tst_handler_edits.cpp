@@ -241,7 +241,7 @@ void HandlerEditsTest::shouldRefuseTakenAddresses()
     test.handler.AddProcessorsFromIpList(
         QUuid(), {QStringLiteral("nonsense"), QStringLiteral("10.0.0.32(A)")});
     QCOMPARE(test.events(), QString());
-    QCOMPARE(log.take().first(), QStringLiteral("nonsense is no entry"));
+    QCOMPARE(log.take().constFirst(), QStringLiteral("nonsense is no entry"));
 }
 
 void HandlerEditsTest::shouldGiveNewProcessorsTheirOutputs()
@@ -284,7 +284,7 @@ void HandlerEditsTest::shouldRefuseDuplicateNames()
     QVERIFY(!test.handler.RenameProcessor(sampleId(11), QStringLiteral("  ")));
     QCOMPARE(log.take(), QStringList{QStringLiteral("\"  \" is refused: it is empty")});
     QVERIFY(!test.handler.RenameProcessor(sampleId(11), QString(65, QLatin1Char('x'))));
-    QVERIFY(log.take().first().endsWith(QStringLiteral("it has 65 bytes of at most 64")));
+    QVERIFY(log.take().constFirst().endsWith(QStringLiteral("it has 65 bytes of at most 64")));
     QCOMPARE(test.events(), QString());
     QVERIFY(test.handler.RenameProcessor(sampleId(11), QStringLiteral("P11")));
     QVERIFY(test.handler.RenameProcessor(sampleId(11), QStringLiteral("G1")));
@@ -398,12 +398,12 @@ void HandlerEditsTest::shouldKeepTheLightsOfEachRow()
     };
     light(12, true);
     light(1, true);
-    QVERIFY(log.take().last().endsWith(QStringLiteral(" is lit")));
+    QVERIFY(log.take().constLast().endsWith(QStringLiteral(" is lit")));
     QVERIFY(test.handler.IsFrontPanelHighlighted(sampleId(1)));
     QVERIFY(test.handler.IsFrontPanelHighlighted(sampleId(12)));
     QVERIFY(!test.handler.IsFrontPanelHighlighted(sampleId(11)));
     light(12, false);
-    QVERIFY(log.take().last().endsWith(QStringLiteral(" is dark")));
+    QVERIFY(log.take().constLast().endsWith(QStringLiteral(" is dark")));
     QVERIFY(!test.handler.IsFrontPanelHighlighted(sampleId(12)));
     light(99, true);
     QVERIFY(!test.handler.IsFrontPanelHighlighted(sampleId(99)));
