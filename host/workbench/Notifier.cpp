@@ -4,6 +4,7 @@
 #include "host/workbench/TraceModel.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QMetaObject>
 
@@ -13,6 +14,7 @@
 namespace {
 
 constexpr unsigned long kJoinStepMs = 5;
+constexpr std::chrono::milliseconds kWaitStep(1);
 
 } // namespace
 
@@ -66,10 +68,17 @@ bool Notifier::isIdle()
 
 bool Notifier::waitForDeliveries(int milliseconds)
 {
+    const QDeadlineTimer deadline(milliseconds);
     std::unique_lock guard(m_mutex);
     const quint64 given = m_given;
-    return m_changed.wait_for(guard, std::chrono::milliseconds(milliseconds),
-                              [&] { return m_end || m_done >= given; });
+    while (!m_changed.wait_for(guard, kWaitStep, [&] { return m_end || m_done >= given; })) {
+        if (deadline.hasExpired())
+            return false;
+        guard.unlock();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        guard.lock();
+    }
+    return true;
 }
 
 void Notifier::stop()
@@ -106,7 +115,6 @@ void Notifier::run()
     nameCurrentThread("notify");
     for (;;) {
         std::unique_lock guard(m_mutex);
-        m_delivering = false;
         m_changed.wait(guard, [this] { return m_end || !m_queue.empty(); });
         if (m_end)
             return;
@@ -118,6 +126,7 @@ void Notifier::run()
         {
             const std::lock_guard done(m_mutex);
             ++m_done;
+            m_delivering = false;
         }
         m_changed.notify_all();
     }

@@ -44,8 +44,9 @@ public:
     /// Whether everything given so far has been delivered. Any thread.
     bool isIdle();
 
-    /// Waits until everything given to the notifying thread so far has been delivered, without
-    /// processing the caller's events; false when `milliseconds` were not enough. Any other thread.
+    /// Waits until everything given to the notifying thread so far has been delivered; false when
+    /// `milliseconds` were not enough. Processes the GUI thread's events meanwhile, but no input,
+    /// because a delivery may need them. GUI thread.
     bool waitForDeliveries(int milliseconds);
 
     /// Ends the notifying thread after the delivery in hand; what waits is dropped, and so is what

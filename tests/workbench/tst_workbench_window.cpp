@@ -489,6 +489,8 @@ void WorkbenchWindowTest::shouldReplyToThePanelInEveryWay()
         group.name = QStringLiteral("Short-lived");
         const QUuid id = handler->CreateGroup(group);
         handler->AddProcessors(id, 3);
+        if (reply == HostReply::BeforeReturn)
+            QVERIFY(test.session.panelShowsProject());
         QTRY_COMPARE(test.store().snapshot().processors.size(), count + 3);
         test.waitForPanel();
         const ProcessorGroupNode members = handler->GetGroupNode(id);
