@@ -25,6 +25,8 @@ enum class Do {
     GoOffline,
     ChangeAddress,
     ToggleBackup,
+    ToggleHasBackup,
+    ToggleProtected,
     ToggleMonitorWarning,
     MakeCurrent,
     DeviceSets,

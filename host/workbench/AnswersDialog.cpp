@@ -5,6 +5,7 @@
 #include "host/workbench/RecordFields.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QSpinBox>
@@ -13,7 +14,7 @@
 
 namespace {
 
-constexpr int kRowsOfAColumn = 13;
+constexpr int kRowsOfAColumn = 16;
 
 } // namespace
 
@@ -46,6 +47,17 @@ public:
         add(name, new QLineEdit(QStringLiteral("0x") + QString::number(value, 16), &m_dialog));
     }
 
+    void operator()(const char* name, HostReply value)
+    {
+        auto* box = new QComboBox(&m_dialog);
+        for (const HostReply reply : allHostReplies())
+            box->addItem(hostReplyName(reply), static_cast<int>(reply));
+        box->setCurrentIndex(box->findData(static_cast<int>(value)));
+        box->ensurePolished();
+        box->setMinimumWidth(box->sizeHint().width());
+        add(name, box);
+    }
+
     void address(const char* name, const QList<quint32>& value)
     {
         add(name, new QLineEdit(addressesText(value), &m_dialog));
@@ -74,6 +86,11 @@ public:
 
     void operator()(const char* name, bool& value) { value = field<QCheckBox>(name)->isChecked(); }
     void operator()(const char* name, qint32& value) { value = field<QSpinBox>(name)->value(); }
+
+    void operator()(const char* name, HostReply& value)
+    {
+        value = static_cast<HostReply>(field<QComboBox>(name)->currentData().toInt());
+    }
 
     void operator()(const char* name, quint32& value)
     {

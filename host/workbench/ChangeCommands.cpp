@@ -56,11 +56,20 @@ void ChangeCommands::connectSelectionActions()
             [this, store] { store->setOnline(processors(), false); });
     connect(m_actions[Do::ChangeAddress], &QAction::triggered, this,
             &ChangeCommands::changeAddress);
-    connect(m_actions[Do::ToggleBackup], &QAction::triggered, this, [this, store] {
+    for (const auto& [what, mode] :
+         {std::pair(Do::ToggleHasBackup, 1), std::pair(Do::ToggleBackup, 2)}) {
+        connect(m_actions[what], &QAction::triggered, this, [this, store, wanted = mode] {
+            const auto ids = processors();
+            const bool isSo = allOf(*store, ids, [&](const ProcessorNode& node) {
+                return node.redundancyMode == wanted;
+            });
+            store->setRedundancyMode(ids, isSo ? 0 : wanted);
+        });
+    }
+    connect(m_actions[Do::ToggleProtected], &QAction::triggered, this, [this, store] {
         const auto ids = processors();
-        store->setBackup(ids, !allOf(*store, ids, [](const ProcessorNode& node) {
-                             return node.redundancyMode == 2;
-                         }));
+        store->setProtected(
+            ids, !allOf(*store, ids, [](const ProcessorNode& node) { return node.hostFlag13; }));
     });
     connect(m_actions[Do::ToggleMonitorWarning], &QAction::triggered, this, [this, store] {
         const auto ids = processors();
@@ -121,8 +130,8 @@ void ChangeCommands::updateEnabled()
 {
     const int chosen = processors().size();
     const int groups = m_records.selectedGroups().size();
-    for (const Do what :
-         {Do::MoveToGroup, Do::GoOnline, Do::GoOffline, Do::ToggleBackup, Do::ToggleMonitorWarning})
+    for (const Do what : {Do::MoveToGroup, Do::GoOnline, Do::GoOffline, Do::ToggleBackup,
+                          Do::ToggleHasBackup, Do::ToggleProtected, Do::ToggleMonitorWarning})
         m_actions[what]->setEnabled(chosen > 0);
     for (const Do what : {Do::ChangeAddress, Do::MakeCurrent, Do::SelectInPanel})
         m_actions[what]->setEnabled(chosen == 1);

@@ -245,6 +245,22 @@ bool FieldReader::readAddress(const QJsonValue& json, const QStringList& path, q
     return false;
 }
 
+void FieldReader::operator()(const char* name, HostReply& value)
+{
+    const auto json = take(name);
+    if (!json)
+        return;
+    QStringList names;
+    for (const HostReply reply : allHostReplies()) {
+        names.append(hostReplyName(reply));
+        if (json->toString() != names.constLast())
+            continue;
+        value = reply;
+        return;
+    }
+    report(pathTo(name), tr("one of %1 is expected").arg(names.join(QStringLiteral(", "))));
+}
+
 void FieldReader::address(const char* name, quint32& value)
 {
     if (const auto json = take(name))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Interface/DeviceSetInfo.h"
+#include "host/workbench/HostReply.h"
 
 #include <QCoreApplication>
 #include <QJsonObject>
@@ -36,6 +37,7 @@ public:
     void operator()(const char* name, qint64 value) { put(name, QString::number(value)); }
     void operator()(const char* name, float value) { put(name, static_cast<double>(value)); }
     void operator()(const char* name, const std::array<quint32, 4>& value);
+    void operator()(const char* name, HostReply value) { put(name, hostReplyName(value)); }
     void address(const char* name, quint32 value);
     void address(const char* name, const QList<quint32>& value);
 
@@ -69,6 +71,7 @@ public:
     void operator()(const char* name, qint64& value);
     void operator()(const char* name, float& value);
     void operator()(const char* name, std::array<quint32, 4>& value);
+    void operator()(const char* name, HostReply& value);
     void address(const char* name, quint32& value);
     void address(const char* name, QList<quint32>& value);
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int kMinimumWidth = 400;
+constexpr int kMinimumWidth = 368; ///< Without the margins.
 
 } // namespace
 
@@ -21,7 +21,6 @@ FormDialog::FormDialog(const QString& title, QWidget* parent)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(title);
-    setMinimumWidth(kMinimumWidth);
     m_columns->setSpacing(32);
     startColumn();
     m_objection->setWordWrap(true);
@@ -29,6 +28,8 @@ FormDialog::FormDialog(const QString& title, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(16, 16, 16, 16);
     layout->setSpacing(16);
+    // A minimum of the dialog's own would let it cut its fields.
+    layout->addStrut(kMinimumWidth);
     layout->addLayout(m_columns);
     layout->addStretch(1);
     layout->addWidget(m_objection);

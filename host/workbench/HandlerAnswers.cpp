@@ -59,11 +59,6 @@ bool WorkbenchHandler::IsRestrictedMode()
     return m_trace.answered("IsRestrictedMode", setting(m_store, &HandlerAnswers::restrictedMode));
 }
 
-bool WorkbenchHandler::IsDeleteBlocked(const QUuid& id)
-{
-    return m_trace.answered("IsDeleteBlocked", setting(m_store, &HandlerAnswers::blockDelete), id);
-}
-
 bool WorkbenchHandler::CheckProcessor(const ProcessorNode& processor)
 {
     return m_trace.answered("CheckProcessor", processor.hostFlag17, processor);

@@ -160,17 +160,6 @@ QString WorkbenchHandler::GetIPEntry(int row)
     return m_trace.answered("GetIPEntry", isRow ? ipEntryText(entries.at(row)) : QString(), row);
 }
 
-void WorkbenchHandler::AddProcessorsFromIpList(const QUuid& group, const QStringList& entries)
-{
-    m_trace.called("AddProcessorsFromIpList", group, entries);
-    QList<quint32> addresses;
-    for (const QString& text : entries) {
-        if (const auto entry = ipEntryOfText(text))
-            addresses.append(entry->address);
-    }
-    m_store.addProcessors(group, addresses);
-}
-
 /// Carries out a change of the list, or tells in the log why `function` refused `what`.
 void WorkbenchHandler::changeIpList(const char* function, const QString& what,
                                     const std::function<IpRefusal(IpList&)>& change)

@@ -89,6 +89,12 @@ LogPanel::LogPanel(TraceModel& trace, QWidget* parent)
     retranslate();
 }
 
+void LogPanel::showWords(const QString& words)
+{
+    m_kindSelector->setCurrentIndex(0);
+    m_filterField->setText(words);
+}
+
 void LogPanel::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange) {

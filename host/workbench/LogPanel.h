@@ -20,6 +20,9 @@ public:
     /// `trace` outlives the panel.
     explicit LogPanel(TraceModel& trace, QWidget* parent = nullptr);
 
+    /// Shows the lines of every kind that hold these words.
+    void showWords(const QString& words);
+
     QLineEdit* filterField() const { return m_filterField; }
     QComboBox* kindSelector() const { return m_kindSelector; }
     QPushButton* clearButton() const { return m_clearButton; }

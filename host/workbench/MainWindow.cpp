@@ -41,6 +41,7 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
     statusBar()->setSizeGripEnabled(false);
     connect(&session, &Session::tip, this,
             [this](const QString& text) { statusBar()->showMessage(text, kTipMs); });
+    connect(&session, &Session::logWanted, m_log, &LogPanel::showWords);
     connect(&session.store(), &ProjectStore::changed, this,
             [this] { m_records->show(m_session.store().snapshot()); });
     connect(&session.store(), &ProjectStore::ipListChanged, this,

@@ -4,14 +4,17 @@
 #include "host/workbench/TraceModel.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QMetaObject>
 
+#include <chrono>
 #include <utility>
 
 namespace {
 
 constexpr unsigned long kJoinStepMs = 5;
+constexpr std::chrono::milliseconds kWaitStep(1);
 
 } // namespace
 
@@ -63,6 +66,21 @@ bool Notifier::isIdle()
     return m_queue.empty() && !m_delivering && m_posted == 0;
 }
 
+bool Notifier::waitForDeliveries(int milliseconds)
+{
+    const QDeadlineTimer deadline(milliseconds);
+    std::unique_lock guard(m_mutex);
+    const quint64 given = m_given;
+    while (!m_changed.wait_for(guard, kWaitStep, [&] { return m_end || m_done >= given; })) {
+        if (deadline.hasExpired())
+            return false;
+        guard.unlock();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        guard.lock();
+    }
+    return true;
+}
+
 void Notifier::stop()
 {
     {
@@ -86,6 +104,7 @@ bool Notifier::mustQueue(const HostEvent& event)
         if (m_delivery == Delivery::GuiThread && m_queue.empty() && !m_delivering)
             return false;
         m_queue.push_back(event);
+        ++m_given;
     }
     m_changed.notify_all();
     return true;
@@ -96,7 +115,6 @@ void Notifier::run()
     nameCurrentThread("notify");
     for (;;) {
         std::unique_lock guard(m_mutex);
-        m_delivering = false;
         m_changed.wait(guard, [this] { return m_end || !m_queue.empty(); });
         if (m_end)
             return;
@@ -105,6 +123,12 @@ void Notifier::run()
         m_delivering = true;
         guard.unlock();
         deliver(event);
+        {
+            const std::lock_guard done(m_mutex);
+            ++m_done;
+            m_delivering = false;
+        }
+        m_changed.notify_all();
     }
 }
 

@@ -14,7 +14,7 @@
 class TraceModel;
 
 /// Raises host events in the order in which they are given: on a notifying thread of its own, or on
-/// the GUI thread. Never makes the GUI thread wait for the notifying thread.
+/// the GUI thread. Only waitForDeliveries() makes the GUI thread wait for the notifying thread.
 class Notifier final : public QObject
 {
     Q_OBJECT
@@ -44,6 +44,11 @@ public:
     /// Whether everything given so far has been delivered. Any thread.
     bool isIdle();
 
+    /// Waits until everything given to the notifying thread so far has been delivered; false when
+    /// `milliseconds` were not enough. Processes the GUI thread's events meanwhile, but no input,
+    /// because a delivery may need them. GUI thread.
+    bool waitForDeliveries(int milliseconds);
+
     /// Ends the notifying thread after the delivery in hand; what waits is dropped, and so is what
     /// comes later. Processes the GUI thread's events meanwhile, because a delivery may need them.
     void stop();
@@ -60,6 +65,8 @@ private:
     std::condition_variable m_changed;
     std::deque<HostEvent> m_queue; // guarded by m_mutex
     bool m_delivering = false;     // guarded by m_mutex
+    quint64 m_given = 0;           // guarded by m_mutex
+    quint64 m_done = 0;            // guarded by m_mutex
     int m_posted = 0;              // guarded by m_mutex
     bool m_end = false;            // guarded by m_mutex
     std::unique_ptr<QThread> m_thread;

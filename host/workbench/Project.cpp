@@ -90,6 +90,7 @@ QList<QUuid> Project::removeProcessors(const QList<QUuid>& ids)
         if (found == processors.end())
             continue;
         processors.erase(found);
+        litFrontPanels.remove(id);
         removed.append(id);
     }
     if (removed.contains(currentProcessor))
@@ -103,6 +104,7 @@ bool Project::ungroup(const QUuid& id)
     if (found == groups.end())
         return false;
     groups.erase(found);
+    litFrontPanels.remove(id);
     for (ProcessorNode& node : processors) {
         if (node.groupId == id)
             node.groupId = QUuid();
@@ -153,6 +155,8 @@ ProcessorNode& Project::appendProcessor(const QUuid& groupId)
     node.number = number;
     node.name = QStringLiteral("Processor %1").arg(number + 1);
     node.groupId = hasGroup(groupId) ? groupId : QUuid();
+    node.hostAttribute11 =
+        answers.fixedOutputCount > 0 ? answers.fixedOutputCount : answers.newProcessorOutputs;
     processors.append(node);
     return processors.last();
 }

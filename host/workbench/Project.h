@@ -2,9 +2,11 @@
 
 #include "Interface/DeviceSetInfo.h"
 #include "Interface/ProcessorNode.h"
+#include "host/workbench/HostReply.h"
 #include "host/workbench/IpList.h"
 
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <QUuid>
 
@@ -36,7 +38,12 @@ struct HandlerAnswers
     bool addProcessorsEnabled = true;
     bool canRenameProcessors = true;
     bool acceptNewNames = true;
+    bool uniqueNames = true; ///< No two processors of one name by the panel's renaming.
     bool blockDelete = false;
+    qint32 deleteSpares = 0; ///< How many of the processors asked for a deletion leaves.
+    HostReply hostReply = HostReply::WhenRaised;
+    bool eventsOneByOne = false; ///< 18 and 20 each instead of 19 and 21.
+    bool contextMenuEntries = true;
     bool confirmDeviceSetChange = true;
     bool snapshotAcceptsOffline = true;
     bool frontPanelHighlightAvailable = true;
@@ -63,6 +70,7 @@ public:
     QUuid currentProcessor;
     IpList ipList;
     HandlerAnswers answers;
+    QSet<QUuid> litFrontPanels; ///< Of processors and groups; not saved.
 
     const ProcessorNode* processor(const QUuid& id) const;
     ProcessorNode* processor(const QUuid& id);
@@ -74,8 +82,8 @@ public:
     ProcessorGroupNode group(const QUuid& id) const;
     QList<ProcessorGroupNode> allGroups() const;
 
-    /// Adds up to `count` processors without addresses, numbered on, and returns their identities.
-    /// An unknown group counts as the root.
+    /// Adds up to `count` processors without addresses, numbered on, with as many outputs as the
+    /// answers say, and returns their identities. An unknown group counts as the root.
     QList<QUuid> addProcessors(const QUuid& groupId, int count);
 
     /// Adds one processor for each address, as far as there is room.

@@ -39,18 +39,25 @@ std::optional<QByteArray> readIpFile(const QString& path, QString& problem)
     return bytes;
 }
 
-HostEvents addedEvents(const QList<QUuid>& ids)
+/// One event for all of `ids`, or one for each if the project's answers want that.
+HostEvents eventsFor(const Project& project, quint32 one, quint32 several, const QList<QUuid>& ids)
 {
-    if (ids.isEmpty())
-        return {};
-    return {HostEvent::forIds(HostEvent::ProcessorAdded, HostEvent::ProcessorsAdded, ids)};
+    if (!project.answers.eventsOneByOne && !ids.isEmpty())
+        return {HostEvent::forIds(one, several, ids)};
+    HostEvents events;
+    for (const QUuid& id : ids)
+        events.emplace_back(one, id);
+    return events;
 }
 
-HostEvents removedEvents(const QList<QUuid>& ids)
+HostEvents addedEvents(const Project& project, const QList<QUuid>& ids)
 {
-    if (ids.isEmpty())
-        return {};
-    return {HostEvent::forIds(HostEvent::NodeRemoved, HostEvent::NodesRemoved, ids)};
+    return eventsFor(project, HostEvent::ProcessorAdded, HostEvent::ProcessorsAdded, ids);
+}
+
+HostEvents removedEvents(const Project& project, const QList<QUuid>& ids)
+{
+    return eventsFor(project, HostEvent::NodeRemoved, HostEvent::NodesRemoved, ids);
 }
 
 HostEvent deviceSetsEvent(const Project& project)
@@ -113,11 +120,18 @@ void ProjectStore::replace(const Project& project)
     {
         const std::lock_guard guard(m_mutex);
         m_project = project;
+        ++m_projectNumber;
         m_processorAddresses.reset();
         m_modified = false;
     }
     emit changed();
     announceAll();
+}
+
+void ProjectStore::announceTree()
+{
+    m_notifier.raise(
+        {HostEvent(HostEvent::ProjectReset), HostEvent(HostEvent::CurrentProcessorChanged)});
 }
 
 void ProjectStore::announceAll()
@@ -130,7 +144,7 @@ QList<QUuid> ProjectStore::addProcessors(const QUuid& group, int count)
     QList<QUuid> added;
     apply([&](Project& project) {
         added = project.addProcessors(group, count);
-        return addedEvents(added);
+        return addedEvents(project, added);
     });
     return added;
 }
@@ -140,7 +154,7 @@ QList<QUuid> ProjectStore::addProcessors(const QUuid& group, const QList<quint32
     QList<QUuid> added;
     apply([&](Project& project) {
         added = project.addProcessors(group, addresses);
-        return addedEvents(added);
+        return addedEvents(project, added);
     });
     return added;
 }
@@ -159,7 +173,7 @@ void ProjectStore::removeProcessors(const QList<QUuid>& ids)
 {
     apply([&](Project& project) {
         const QUuid current = project.currentProcessor;
-        HostEvents events = removedEvents(project.removeProcessors(ids));
+        HostEvents events = removedEvents(project, project.removeProcessors(ids));
         if (project.currentProcessor != current)
             events.emplace_back(HostEvent::CurrentProcessorChanged);
         return events;
@@ -198,16 +212,15 @@ void ProjectStore::renameGroup(const QUuid& id, const QString& name, bool announ
     if (known)
         emit changed();
     if (known && announce)
-        m_notifier.raise(
-            {HostEvent(HostEvent::ProjectReset), HostEvent(HostEvent::CurrentProcessorChanged)});
+        announceTree();
 }
 
 void ProjectStore::regroup(const QList<QUuid>& ids, const QUuid& group)
 {
     apply([&](Project& project) {
         const QList<QUuid> moved = project.regroup(ids, group);
-        HostEvents events = removedEvents(moved);
-        for (const HostEvent& event : addedEvents(moved))
+        HostEvents events = removedEvents(project, moved);
+        for (const HostEvent& event : addedEvents(project, moved))
             events.push_back(event);
         if (moved.contains(project.currentProcessor))
             events.emplace_back(HostEvent::CurrentProcessorChanged);
@@ -243,12 +256,41 @@ void ProjectStore::setAddress(const QUuid& id, quint32 address)
     });
 }
 
-void ProjectStore::setBackup(const QList<QUuid>& ids, bool backup)
+void ProjectStore::setRedundancyMode(const QList<QUuid>& ids, qint32 mode)
 {
-    const qint32 mode = backup ? 2 : 0;
     changeProcessors(ids, HostEvent::ProcessorChanged, [&](ProcessorNode& node) {
         return std::exchange(node.redundancyMode, mode) != mode;
     });
+}
+
+void ProjectStore::setProtected(const QList<QUuid>& ids, bool isProtected)
+{
+    changeProcessors(ids, HostEvent::ProcessorChanged, [&](ProcessorNode& node) {
+        return std::exchange(node.hostFlag13, isProtected) != isProtected;
+    });
+}
+
+void ProjectStore::setOutputs(const QList<QUuid>& ids, qint32 outputs)
+{
+    changeProcessors(ids, HostEvent::ProcessorChanged, [&](ProcessorNode& node) {
+        return std::exchange(node.hostAttribute11, outputs) != outputs;
+    });
+}
+
+void ProjectStore::setFrontPanel(const QUuid& id, bool lit)
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        if (m_project.litFrontPanels.contains(id) == lit)
+            return;
+        if (!lit)
+            m_project.litFrontPanels.remove(id);
+        else if (m_project.processor(id) || m_project.hasGroup(id))
+            m_project.litFrontPanels.insert(id);
+        else
+            return;
+    }
+    emit changed();
 }
 
 void ProjectStore::setMonitorWarning(const QList<QUuid>& ids, bool warning)

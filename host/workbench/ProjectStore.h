@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 #include <optional>
@@ -42,6 +43,12 @@ public:
     /// Another project: tree, device sets, strategy, LAN-USB and current processor are announced.
     void replace(const Project& project);
 
+    /// Changes with every replace().
+    int projectNumber() const { return m_projectNumber; }
+
+    /// Announces the tree as it is, for a panel that shows something else.
+    void announceTree();
+
     /// Announces everything again, for a panel that has just been initialised.
     void announceAll();
 
@@ -66,7 +73,17 @@ public:
     /// With kNoProcessorAddress the processor is addressed by number from here on, else by address.
     void setAddress(const QUuid& id, quint32 address);
 
-    void setBackup(const QList<QUuid>& ids, bool backup);
+    /// 1 for processors that have a backup, 2 for backups, 0 for others.
+    void setRedundancyMode(const QList<QUuid>& ids, qint32 mode);
+
+    /// Protection is kept in the record as hostFlag13.
+    void setProtected(const QList<QUuid>& ids, bool isProtected);
+
+    /// The number of outputs is kept in the record as hostAttribute11.
+    void setOutputs(const QList<QUuid>& ids, qint32 outputs);
+
+    /// Lights or darkens the front panel of a processor or a group. No event tells of it.
+    void setFrontPanel(const QUuid& id, bool lit);
 
     /// The monitor warning is kept in the record as hostFlag17.
     void setMonitorWarning(const QList<QUuid>& ids, bool warning);
@@ -124,6 +141,7 @@ private:
     HostEvents everything() const;
 
     Notifier& m_notifier;
+    std::atomic<int> m_projectNumber{0};
     mutable std::mutex m_mutex;
     Project m_project;                                         // guarded by m_mutex
     bool m_modified = false;                                   // guarded by m_mutex

@@ -80,7 +80,12 @@ void visitAnswerFields(Answers& answers, Visitor& visit)
     visit("addProcessorsEnabled", answers.addProcessorsEnabled);
     visit("canRenameProcessors", answers.canRenameProcessors);
     visit("acceptNewNames", answers.acceptNewNames);
+    visit("uniqueNames", answers.uniqueNames);
     visit("blockDelete", answers.blockDelete);
+    visit("deleteSpares", answers.deleteSpares);
+    visit("hostReply", answers.hostReply);
+    visit("eventsOneByOne", answers.eventsOneByOne);
+    visit("contextMenuEntries", answers.contextMenuEntries);
     visit("confirmDeviceSetChange", answers.confirmDeviceSetChange);
     visit("snapshotAcceptsOffline", answers.snapshotAcceptsOffline);
     visit("frontPanelHighlightAvailable", answers.frontPanelHighlightAvailable);

@@ -33,18 +33,26 @@ void RecordsModel::show(const Project& project)
 {
     clear();
     setHorizontalHeaderLabels({tr("Name"), tr("Number"), tr("Address"), tr("State"),
-                               tr("Addressed by"), tr("Redundancy"), tr("Monitor")});
+                               tr("Addressed by"), tr("Redundancy"), tr("Monitor"),
+                               tr("Front panel")});
+    const auto processor = [&](const ProcessorNode& node) {
+        return processorRow(node, node.id == project.currentProcessor,
+                            project.litFrontPanels.contains(node.id));
+    };
     for (const ProcessorGroupNode& group : project.allGroups()) {
         QStandardItem* row = nameCell(group.name, group.id, true);
         row->setForeground(hostColors().strongText);
         for (const ProcessorNode& node : group.processors)
-            row->appendRow(processorRow(node, node.id == project.currentProcessor));
-        row->setText(tr("%1 (%2)").arg(group.name).arg(group.processors.size()));
+            row->appendRow(processor(node));
+        const QString text = project.litFrontPanels.contains(group.id)
+                                 ? tr("%1 (%2), front panel lit")
+                                 : tr("%1 (%2)");
+        row->setText(text.arg(group.name, QString::number(group.processors.size())));
         appendRow(row);
     }
     for (const ProcessorNode& node : project.processors) {
         if (node.groupId.isNull())
-            appendRow(processorRow(node, node.id == project.currentProcessor));
+            appendRow(processor(node));
     }
 }
 
@@ -57,7 +65,8 @@ QModelIndex RecordsModel::indexOf(const QUuid& id) const
     return found.value(0);
 }
 
-QList<QStandardItem*> RecordsModel::processorRow(const ProcessorNode& node, bool isCurrent) const
+QList<QStandardItem*> RecordsModel::processorRow(const ProcessorNode& node, bool isCurrent,
+                                                 bool isLit) const
 {
     const QString address =
         node.ipAddress == kNoProcessorAddress ? tr("none") : dottedAddress(node.ipAddress);
@@ -72,7 +81,8 @@ QList<QStandardItem*> RecordsModel::processorRow(const ProcessorNode& node, bool
                               cell(node.online ? tr("online") : tr("offline")),
                               cell(node.reachedByIp ? tr("address") : tr("number")),
                               cell(redundancy),
-                              cell(node.hostFlag17 ? tr("warning") : QString())};
+                              cell(node.hostFlag17 ? tr("warning") : QString()),
+                              cell(isLit ? tr("lit") : QString())};
     if (!node.online)
         row.at(StateColumn)->setForeground(hostColors().weakText);
     if (node.ipAddress == kNoProcessorAddress)

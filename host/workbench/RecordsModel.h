@@ -19,6 +19,7 @@ public:
         AddressedByColumn,
         RedundancyColumn,
         MonitorColumn,
+        FrontPanelColumn,
         ColumnCount
     };
     enum Role { IdRole = Qt::UserRole + 1, IsGroupRole };
@@ -32,5 +33,5 @@ public:
     QModelIndex indexOf(const QUuid& id) const;
 
 private:
-    QList<QStandardItem*> processorRow(const ProcessorNode& node, bool isCurrent) const;
+    QList<QStandardItem*> processorRow(const ProcessorNode& node, bool isCurrent, bool isLit) const;
 };

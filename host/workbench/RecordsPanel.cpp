@@ -19,7 +19,7 @@
 
 namespace {
 
-constexpr int kColumnWidths[] = {208, 64, 112, 64, 96, 96, 64};
+constexpr int kColumnWidths[] = {168, 56, 104, 56, 88, 88, 60, 72};
 static_assert(std::size(kColumnWidths) == RecordsModel::ColumnCount);
 constexpr int kRecordsWidth = 720;
 constexpr int kFieldsWidth = 304;

@@ -49,6 +49,9 @@ signals:
     /// The panel wants a notice shown.
     void tip(const QString& text);
 
+    /// The user wants the lines of the log that hold these words.
+    void logWanted(const QString& words);
+
 private:
     TraceModel m_trace;
     Notifier m_notifier{m_trace};

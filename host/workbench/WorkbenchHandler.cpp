@@ -24,17 +24,6 @@ QString deviceSetText(const Project& project, const GUID& id)
     return {};
 }
 
-int encodedBytes(const HandlerAnswers& answers, const QString& name)
-{
-    // Every character outside ASCII is two bytes in the other encoding.
-    if (answers.nameUtf8)
-        return name.toUtf8().size();
-    int bytes = 0;
-    for (const QChar character : name)
-        bytes += character.unicode() < 0x80 ? 1 : 2;
-    return bytes;
-}
-
 } // namespace
 
 WorkbenchHandler::WorkbenchHandler(ProjectStore& store, Notifier& notifier, TraceModel& trace,
@@ -62,12 +51,21 @@ void WorkbenchHandler::AppendContextMenu(EPrcTreeNodeType type, const QUuid& id,
                                          QMenu* menu)
 {
     m_trace.called("AppendContextMenu", static_cast<int>(type), id, readOnly);
-    if (type != NodeProcessor || !menu)
+    const bool isWanted =
+        ask([](const Project& project) { return project.answers.contextMenuEntries; });
+    if (!isWanted || !menu || (type != NodeProcessor && type != NodeGroup))
         return;
     menu->addSeparator();
-    const QAction* action = menu->addAction(Messages::tr("Host: make current"));
-    QObject::connect(action, &QAction::triggered, &m_store,
-                     [store = &m_store, id] { store->setCurrentProcessor(id); });
+    if (type == NodeProcessor) {
+        const QAction* current = menu->addAction(Messages::tr("Host: make current"));
+        QObject::connect(current, &QAction::triggered, &m_later,
+                         [this, id] { m_store.setCurrentProcessor(id); });
+    }
+    const QAction* log = menu->addAction(Messages::tr("Host: show in log"));
+    QObject::connect(log, &QAction::triggered, &m_later, [this, id] {
+        if (showInLog)
+            showInLog(shortId(id));
+    });
 }
 
 quint32 WorkbenchHandler::DetectAllDevices()
@@ -111,41 +109,13 @@ QList<ProcessorNode> WorkbenchHandler::GetAllProcessorNodes()
 QList<ProcessorGroupNode> WorkbenchHandler::GetAllGroupNodes()
 {
     return m_trace.answered("GetAllGroupNodes",
-                            ask([](const Project& project) { return project.groups; }));
+                            ask([](const Project& project) { return project.allGroups(); }));
 }
 
 ProcessorGroupNode WorkbenchHandler::GetGroupNode(const QUuid& id)
 {
-    return m_trace.answered("GetGroupNode", ask([&](const Project& project) {
-                                const ProcessorGroupNode* group = project.findGroup(id);
-                                return group ? *group : ProcessorGroupNode();
-                            }),
-                            id);
-}
-
-void WorkbenchHandler::AddProcessors(const QUuid& group, int count)
-{
-    m_trace.called("AddProcessors", group, count);
-    m_store.addProcessors(group, count);
-}
-
-void WorkbenchHandler::AddProcessorsWithIps(const QUuid& group, const QList<quint32>& addresses)
-{
-    m_trace.called("AddProcessorsWithIps", group, addresses);
-    m_store.addProcessors(group, addresses);
-}
-
-void WorkbenchHandler::DeleteProcessors(const QList<QUuid>& processors)
-{
-    m_trace.called("DeleteProcessors", processors);
-    m_store.removeProcessors(processors);
-}
-
-void WorkbenchHandler::SetProcessorGroup(const ProcessorGroupNode& group, const QUuid& groupId,
-                                         const QList<QUuid>& processors)
-{
-    m_trace.called("SetProcessorGroup", group, groupId, processors);
-    m_store.storeMembership(processors, groupId);
+    return m_trace.answered("GetGroupNode",
+                            ask([&](const Project& project) { return project.group(id); }), id);
 }
 
 ProcessorNode WorkbenchHandler::GetProcessorNode(const QUuid& id)
@@ -155,40 +125,6 @@ ProcessorNode WorkbenchHandler::GetProcessorNode(const QUuid& id)
                                 return node ? *node : ProcessorNode();
                             }),
                             id);
-}
-
-void WorkbenchHandler::SetNewProcessorOutputs(int outputs)
-{
-    m_trace.called("SetNewProcessorOutputs", outputs);
-    m_store.changeAnswers([&](HandlerAnswers& answers) { answers.newProcessorOutputs = outputs; });
-}
-
-QUuid WorkbenchHandler::CreateGroup(const ProcessorGroupNode& group)
-{
-    m_trace.called("CreateGroup", group);
-    return m_trace.answered("CreateGroup", m_store.addGroup(group));
-}
-
-void WorkbenchHandler::Ungroup(const QUuid& id)
-{
-    m_trace.called("Ungroup", id);
-    m_store.ungroup(id);
-}
-
-bool WorkbenchHandler::RenameProcessor(const QUuid& id, const QString& name)
-{
-    m_trace.called("RenameProcessor", id, name);
-    const bool accepted = ask([&](const Project& project) {
-        return project.answers.acceptNewNames && !name.isEmpty()
-               && encodedBytes(project.answers, name) <= project.answers.nameMaxBytes;
-    });
-    return m_trace.answered("RenameProcessor", accepted && m_store.renameProcessor(id, name));
-}
-
-void WorkbenchHandler::RenameGroup(const QUuid& id, const QString& name)
-{
-    m_trace.called("RenameGroup", id, name);
-    m_store.renameGroup(id, name, false);
 }
 
 void WorkbenchHandler::ReportSelection(const QUuid& focus, const QList<QUuid>& processors,
@@ -204,8 +140,20 @@ void WorkbenchHandler::ReportSelection(const QUuid& focus, const QList<QUuid>& p
 
 QList<QUuid> WorkbenchHandler::GetSelectedProcessors()
 {
-    const std::lock_guard guard(m_mutex);
-    return m_trace.answered("GetSelectedProcessors", m_session.selected);
+    QList<QUuid> reported;
+    {
+        const std::lock_guard guard(m_mutex);
+        reported = m_session.selected;
+    }
+    // A deleted processor leaves the selection without a report.
+    return m_trace.answered("GetSelectedProcessors", ask([&](const Project& project) {
+                                QList<QUuid> selected;
+                                for (const QUuid& id : qAsConst(reported)) {
+                                    if (project.processor(id))
+                                        selected.append(id);
+                                }
+                                return selected;
+                            }));
 }
 
 QUuid WorkbenchHandler::GetCurrentProcessorId()
@@ -214,30 +162,9 @@ QUuid WorkbenchHandler::GetCurrentProcessorId()
                             ask([](const Project& project) { return project.currentProcessor; }));
 }
 
-void WorkbenchHandler::PreDeleteProcessors(const QList<QUuid>& processors)
-{
-    m_trace.called("PreDeleteProcessors", processors);
-}
-
 void WorkbenchHandler::ShowTipMessage(const QString& text)
 {
     m_trace.called("ShowTipMessage", text);
     if (showTip)
         showTip(text);
-}
-
-bool WorkbenchHandler::IsFrontPanelHighlighted(const QUuid& id)
-{
-    const std::lock_guard guard(m_mutex);
-    m_session.frontPanel = id;
-    return m_trace.answered("IsFrontPanelHighlighted", m_session.lit.contains(id), id);
-}
-
-void WorkbenchHandler::SetFrontPanelHighlight(bool on)
-{
-    m_trace.called("SetFrontPanelHighlight", on);
-    const std::lock_guard guard(m_mutex);
-    m_session.lit.removeAll(m_session.frontPanel);
-    if (on)
-        m_session.lit.append(m_session.frontPanel);
 }

@@ -5,6 +5,8 @@
 #include "host/workbench/IpList.h"
 #include "host/workbench/PcNetworkReader.h"
 
+#include <QObject>
+
 #include <functional>
 #include <mutex>
 
@@ -26,6 +28,9 @@ public:
     /// Receives the notices that the panel wants shown. Set before the panel is initialised; called
     /// on the GUI thread.
     std::function<void(const QString&)> showTip;
+
+    /// Receives the words by which the log is to be filtered. Set and called as above.
+    std::function<void(const QString&)> showInLog;
 
     void SetObserver(CObserver* observer) override;
     void AppendContextMenu(EPrcTreeNodeType type, const QUuid& id, bool readOnly,
@@ -92,16 +97,20 @@ public:
     void SetFrontPanelHighlight(bool on) override;
 
 private:
-    /// What the user selected in the panel and whose front panels are lit.
+    /// What the panel has said and comes back to.
     struct Session
     {
         QList<QUuid> selected;
-        QUuid frontPanel; ///< The processor that the front-panel question was last about.
-        QList<QUuid> lit;
+        QUuid frontPanel; ///< The row that the front-panel question was last about.
+        QList<QUuid> announcedDeletion;
+        QList<QUuid> addedByCount; ///< Those to whom the number of outputs that is told next goes.
     };
 
     template <typename Ask>
     auto ask(const Ask& question) const;
+    void edit(const char* function, const std::function<void()>& change);
+    void addWithAddresses(const char* function, const QUuid& group,
+                          const QList<quint32>& addresses);
     void changeIpList(const char* function, const QString& what,
                       const std::function<IpRefusal(IpList&)>& change);
 
@@ -111,4 +120,5 @@ private:
     PcNetworkCache m_network; // GUI thread
     std::mutex m_mutex;
     Session m_session; // guarded by m_mutex
+    QObject m_later;   // context of what is carried out later
 };

@@ -100,7 +100,12 @@ Project unusualProject()
     answers.addProcessorsEnabled = false;
     answers.canRenameProcessors = false;
     answers.acceptNewNames = false;
+    answers.uniqueNames = false;
     answers.blockDelete = true;
+    answers.deleteSpares = 2;
+    answers.hostReply = HostReply::SecondLater;
+    answers.eventsOneByOne = true;
+    answers.contextMenuEntries = false;
     answers.confirmDeviceSetChange = false;
     answers.snapshotAcceptsOffline = false;
     answers.frontPanelHighlightAvailable = false;

@@ -19,6 +19,7 @@ private slots:
     void shouldBringEventsOfOtherThreadsToTheGuiThread();
     void shouldNotLetTheGuiThreadOvertakeTheQueue();
     void shouldNestDeliveriesOnTheGuiThread();
+    void shouldWaitForDeliveries();
     void shouldCarryTypedArguments();
     void shouldEndWhileADeliveryWaitsForTheGuiThread();
     void shouldDropWhatComesAfterTheEnd();
@@ -109,6 +110,25 @@ void NotifierTest::shouldNestDeliveriesOnTheGuiThread()
     notifier.raise(HostEvent(20, sampleId(5)));
     QCOMPARE(observer.numbers(), QStringLiteral("20 30"));
     QCOMPARE(outerAfterwards, sampleId(5));
+}
+
+void NotifierTest::shouldWaitForDeliveries()
+{
+    TraceModel trace;
+    Notifier notifier(trace);
+    QVERIFY(notifier.waitForDeliveries(0));
+    RecordingObserver observer;
+    notifier.setObserver(&observer);
+    std::promise<void> go;
+    const auto gone = go.get_future().share();
+    observer.inside = [&](const CSubject&) { gone.wait(); };
+    notifier.raise({HostEvent(16), HostEvent(30)});
+    QVERIFY(!notifier.waitForDeliveries(1));
+    go.set_value();
+    QVERIFY(notifier.waitForDeliveries(30000));
+    QCOMPARE(observer.numbers(), QStringLiteral("16 30"));
+    notifier.stop();
+    QVERIFY(notifier.waitForDeliveries(0));
 }
 
 void NotifierTest::shouldCarryTypedArguments()

@@ -103,6 +103,12 @@ void ProjectFileTest::shouldKeepEveryField()
     QCOMPARE(after->answers.lanUsbAddresses, before.answers.lanUsbAddresses);
     QCOMPARE(after->answers.detectResult, 0xE0832005U);
     QVERIFY(!after->answers.frontPanelHighlightAvailable);
+    QVERIFY(!after->answers.uniqueNames);
+    QCOMPARE(after->answers.deleteSpares, 2);
+    QVERIFY(after->answers.hostReply == HostReply::SecondLater);
+    QVERIFY(after->answers.eventsOneByOne);
+    QVERIFY(!after->answers.contextMenuEntries);
+    QVERIFY(after->litFrontPanels.isEmpty());
     QCOMPARE(after->answers.ipCheckCode, 0xE0832003U);
     QCOMPARE(after->answers.ipCheckCount, 3);
     QCOMPARE(after->answers.readOnlineCode, 0xE0831028U);
@@ -256,6 +262,9 @@ void ProjectFileTest::shouldRefuse_data()
     row("bad answer", "{\"version\": 1, \"answers\": {\n \"lanUsbAddresses\": [\"10.0.0.1\", 4]}}",
         "line 2, column 34: answers.lanUsbAddresses[1]: an address such as 192.168.0.1 is "
         "expected");
+    row("bad reply", "{\"version\": 1, \"answers\": {\n \"hostReply\": \"never\"}}",
+        "line 2, column 15: answers.hostReply: one of whenRaised, beforeReturn, afterReturn, "
+        "secondLater is expected");
     row("column counted in characters",
         "{\"version\": 1, \"x\": \"\xE5\xA4\xA7\xE5\x8E\x85\", \"y\": 1}",
         "line 1, column 21: x: this field is not known");

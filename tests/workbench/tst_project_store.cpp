@@ -128,7 +128,7 @@ void ProjectStoreTest::shouldRaiseTheEventsOfEachChange()
     store.setMonitorWarning({sampleId(12), sampleId(13)}, true);
     QCOMPARE(test.events(), QStringLiteral("39"));
     QVERIFY(processor(13).hostFlag17);
-    store.setBackup({sampleId(14)}, true);
+    store.setRedundancyMode({sampleId(14)}, 2);
     QCOMPARE(test.events(), QStringLiteral("25"));
     QCOMPARE(processor(14).redundancyMode, 2);
     store.setAddress(sampleId(14), 0x0A000063);

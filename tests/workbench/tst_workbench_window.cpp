@@ -1,11 +1,13 @@
 #include "host/widgets/HostTheme.h"
 #include "host/workbench/Actions.h"
+#include "host/workbench/FieldJson.h"
 #include "host/workbench/Language.h"
 #include "host/workbench/LogPanel.h"
 #include "host/workbench/MainWindow.h"
 #include "host/workbench/ProjectFile.h"
 #include "host/workbench/ProjectFiles.h"
 #include "host/workbench/RaiseEventDialog.h"
+#include "host/workbench/RecordFields.h"
 #include "host/workbench/RecordsPanel.h"
 #include "host/workbench/Session.h"
 #include "tests/support/TreeDump.h"
@@ -18,6 +20,7 @@
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
@@ -79,6 +82,13 @@ struct WorkbenchUnderTest
         return {};
     }
 
+    /// The handler as the panel has it.
+    std::shared_ptr<ITargetSelectInterfaceHandler> handler()
+    {
+        return std::dynamic_pointer_cast<ITargetSelectInterfaceHandler>(
+            session.layer()->m_controlHandler);
+    }
+
     QAction* action(Do what) { return window.actions()[what]; }
     ProjectStore& store() { return session.store(); }
     ProcessorNode processor(quint32 n)
@@ -130,6 +140,13 @@ private slots:
     void shouldShowTheIpListWhileNoRecordIsSelected();
     void shouldShowTipsForAWhile();
     void shouldForceChecksOfAddresses();
+    void shouldSwitchEveryAnswer();
+    void shouldReplyToThePanelInEveryWay_data() { deliveries(); }
+    void shouldReplyToThePanelInEveryWay();
+    void shouldTakeARefusedGroupNameBack();
+    void shouldShowWhoseFrontPanelsAreLit();
+    void shouldShowARowInTheLog();
+    void shouldMarkProcessors();
     void shouldRaiseAnyEvent();
     void shouldLogTheTree();
     void shouldFollowTheLanguage();
@@ -375,8 +392,7 @@ void WorkbenchWindowTest::shouldShowTheIpListWhileNoRecordIsSelected()
         const QTreeWidgetItem* item = records.fields()->topLevelItem(row);
         return item ? item->text(0) + QLatin1Char('|') + item->text(1) : QString();
     };
-    const std::shared_ptr<IAbstractControlInterface> held = test.session.layer()->m_controlHandler;
-    auto* handler = dynamic_cast<ITargetSelectInterfaceHandler*>(held.get());
+    const auto handler = test.handler();
     QVERIFY(handler);
     QCOMPARE(records.fields()->topLevelItemCount(), 0);
     handler->AddIPAddress(QStringLiteral("10.0.0.8"), QStringLiteral("a (b), c"));
@@ -396,8 +412,7 @@ void WorkbenchWindowTest::shouldShowTheIpListWhileNoRecordIsSelected()
 void WorkbenchWindowTest::shouldShowTipsForAWhile()
 {
     WorkbenchUnderTest test;
-    const std::shared_ptr<IAbstractControlInterface> held = test.session.layer()->m_controlHandler;
-    auto* handler = dynamic_cast<ITargetSelectInterfaceHandler*>(held.get());
+    const auto handler = test.handler();
     QVERIFY(handler);
     handler->ShowTipMessage(QStringLiteral("Import successfully."));
     QCOMPARE(test.window.statusBar()->currentMessage(), QStringLiteral("Import successfully."));
@@ -424,6 +439,149 @@ void WorkbenchWindowTest::shouldForceChecksOfAddresses()
     QCOMPARE(test.store().takeForcedIpCheck(), 0xE0832003U);
     QCOMPARE(test.store().takeForcedIpCheck(), 0xE0832003U);
     QCOMPARE(test.store().takeForcedIpCheck(), 0U);
+}
+
+void WorkbenchWindowTest::shouldSwitchEveryAnswer()
+{
+    WorkbenchUnderTest test;
+    test.action(Do::HandlerAnswers)->trigger();
+    auto* dialog = openDialog<QDialog>();
+    QVERIFY(dialog);
+    QHash<QString, QWidget*> fields;
+    for (auto* field : dialog->findChildren<QWidget*>())
+        fields.insert(field->accessibleName(), field);
+    const HandlerAnswers wanted = unusualProject().answers;
+    FieldWriter before;
+    visitAnswerFields(wanted, before);
+    for (auto it = before.object.constBegin(); it != before.object.constEnd(); ++it) {
+        QWidget* field = fields.value(it.key());
+        QVERIFY2(field, qPrintable(it.key()));
+        if (auto* box = qobject_cast<QCheckBox*>(field))
+            box->setChecked(it.value().toBool());
+        else if (auto* number = qobject_cast<QSpinBox*>(field))
+            number->setValue(it.value().toInt());
+        else if (auto* choice = qobject_cast<QComboBox*>(field))
+            choice->setCurrentText(it.value().toString());
+        else if (auto* line = qobject_cast<QLineEdit*>(field))
+            line->setText(it.value().isArray()
+                              ? it.value().toVariant().toStringList().join(QLatin1Char(','))
+                              : QString::number(it.value().toVariant().toLongLong()));
+    }
+    dialog->accept();
+    QTRY_VERIFY(!QApplication::activeModalWidget());
+    FieldWriter after;
+    const HandlerAnswers answers = test.store().snapshot().answers;
+    visitAnswerFields(answers, after);
+    QCOMPARE(after.object, before.object);
+    QVERIFY(test.handler()->IsRestrictedMode());
+    QVERIFY(test.window.isWindowModified());
+}
+
+void WorkbenchWindowTest::shouldReplyToThePanelInEveryWay()
+{
+    QFETCH(Notifier::Delivery, delivery);
+    WorkbenchUnderTest test(delivery);
+    const auto handler = test.handler();
+    int count = 4;
+    for (const HostReply reply : allHostReplies()) {
+        test.store().changeAnswers([&](HandlerAnswers& answers) { answers.hostReply = reply; });
+        ProcessorGroupNode group;
+        group.name = QStringLiteral("Short-lived");
+        const QUuid id = handler->CreateGroup(group);
+        handler->AddProcessors(id, 3);
+        if (reply == HostReply::BeforeReturn)
+            QVERIFY(test.session.panelShowsProject());
+        QTRY_COMPARE(test.store().snapshot().processors.size(), count + 3);
+        test.waitForPanel();
+        const ProcessorGroupNode members = handler->GetGroupNode(id);
+        QCOMPARE(members.processors.size(), 3);
+        handler->DeleteProcessors({members.processors.at(0).id, members.processors.at(2).id});
+        handler->Ungroup(id);
+        ++count;
+        QTRY_COMPARE(test.store().snapshot().groups.size(), 2);
+        QCOMPARE(test.store().snapshot().processors.size(), count);
+        test.waitForPanel();
+    }
+    QTRY_VERIFY2(
+        test.panelTree().startsWith(QStringLiteral("All processors(8)[G1[P11,P12],G2[P13],P14,")),
+        qPrintable(test.panelTree()));
+}
+
+void WorkbenchWindowTest::shouldTakeARefusedGroupNameBack()
+{
+    WorkbenchUnderTest test;
+    test.store().changeAnswers([](HandlerAnswers& answers) { answers.acceptNewNames = false; });
+    for (auto* view : test.session.layer()->GetWidget()->findChildren<QTreeView*>()) {
+        if (QAbstractItemModel* model = view->model())
+            model->setData(model->index(0, 0, model->index(0, 0)), QStringLiteral("Refused"));
+    }
+    QVERIFY(test.panelTree().contains(QStringLiteral("Refused[")));
+    test.handler()->RenameGroup(sampleId(1), QStringLiteral("Refused"));
+    QTRY_COMPARE(test.panelTree(), QStringLiteral("All processors(4)[G1[P11,P12],G2[P13],P14]"));
+}
+
+void WorkbenchWindowTest::shouldShowWhoseFrontPanelsAreLit()
+{
+    WorkbenchUnderTest test;
+    const auto handler = test.handler();
+    const auto cell = [&](quint32 n, int column) {
+        const QModelIndex row = test.window.records().model().indexOf(sampleId(n));
+        return row.siblingAtColumn(column).data().toString();
+    };
+    QCOMPARE(cell(12, RecordsModel::FrontPanelColumn), QString());
+    for (const quint32 n : {12U, 1U}) {
+        handler->IsFrontPanelHighlighted(sampleId(n));
+        handler->SetFrontPanelHighlight(true);
+    }
+    QCOMPARE(cell(12, RecordsModel::FrontPanelColumn), QStringLiteral("lit"));
+    QCOMPARE(cell(1, RecordsModel::NameColumn), QStringLiteral("G1 (2), front panel lit"));
+    handler->SetFrontPanelHighlight(false);
+    QCOMPARE(cell(1, RecordsModel::NameColumn), QStringLiteral("G1 (2)"));
+    test.session.trace().flush();
+    QStringList lines;
+    for (int row = 0; row < test.session.trace().rowCount(); ++row)
+        lines.append(test.session.trace().entry(row).text);
+    QVERIFY(lines.contains(QStringLiteral("SetFrontPanelHighlight(false)")));
+    QVERIFY(lines.constLast().endsWith(
+        QStringLiteral("the front panel of %1 is dark").arg(shortId(sampleId(1)))));
+}
+
+void WorkbenchWindowTest::shouldShowARowInTheLog()
+{
+    WorkbenchUnderTest test;
+    test.store().setOnline({sampleId(13)}, true);
+    test.waitForPanel();
+    test.window.log().kindSelector()->setCurrentIndex(3);
+    QMenu menu;
+    test.handler()->AppendContextMenu(NodeProcessor, sampleId(13), false, &menu);
+    menu.actions().constLast()->trigger();
+    QCOMPARE(test.window.log().filterField()->text(), shortId(sampleId(13)));
+    test.session.trace().flush();
+    const QAbstractItemModel* lines = test.window.log().view()->model();
+    QVERIFY(lines->rowCount() > 0);
+    QVERIFY(lines->rowCount() < test.session.trace().rowCount());
+
+    test.action(Do::Chinese)->trigger();
+    QMenu chinese;
+    test.handler()->AppendContextMenu(NodeGroup, sampleId(1), false, &chinese);
+    QCOMPARE(chinese.actions().constLast()->text(), QString::fromUtf8("宿主：在日志中显示"));
+}
+
+void WorkbenchWindowTest::shouldMarkProcessors()
+{
+    WorkbenchUnderTest test(Notifier::Delivery::GuiThread);
+    test.window.records().select({sampleId(11), sampleId(13)});
+    test.action(Do::ToggleHasBackup)->trigger();
+    QCOMPARE(test.processor(13).redundancyMode, 1);
+    test.action(Do::ToggleBackup)->trigger();
+    QCOMPARE(test.processor(13).redundancyMode, 2);
+    test.action(Do::ToggleBackup)->trigger();
+    QCOMPARE(test.processor(13).redundancyMode, 0);
+    test.action(Do::ToggleProtected)->trigger();
+    QVERIFY(test.handler()->IsDeleteBlocked(sampleId(13)));
+    QVERIFY(!test.handler()->IsDeleteBlocked(sampleId(12)));
+    test.action(Do::ToggleProtected)->trigger();
+    QVERIFY(!test.handler()->IsDeleteBlocked(sampleId(13)));
 }
 
 void WorkbenchWindowTest::shouldRaiseAnyEvent()

@@ -76,6 +76,14 @@
         <translation>设为或取消备份(&amp;B)</translation>
     </message>
     <message>
+        <source>Has a bac&amp;kup, or not</source>
+        <translation>有或取消备份(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Prot&amp;ected, or not</source>
+        <translation>设为或取消保护(&amp;E)</translation>
+    </message>
+    <message>
         <source>Monitor &amp;warning on or off</source>
         <translation>打开或关闭监控告警(&amp;W)</translation>
     </message>
@@ -397,6 +405,10 @@
     <message>
         <source>a list of addresses is expected</source>
         <translation>应为地址列表</translation>
+    </message>
+    <message>
+        <source>one of %1 is expected</source>
+        <translation>应为以下之一：%1</translation>
     </message>
 </context>
 <context>
@@ -724,8 +736,16 @@
         <translation>监控</translation>
     </message>
     <message>
+        <source>Front panel</source>
+        <translation>前面板</translation>
+    </message>
+    <message>
         <source>%1 (%2)</source>
         <translation>%1（%2）</translation>
+    </message>
+    <message>
+        <source>%1 (%2), front panel lit</source>
+        <translation>%1（%2），前面板点亮</translation>
     </message>
     <message>
         <source>none</source>
@@ -758,6 +778,10 @@
     <message>
         <source>warning</source>
         <translation>告警</translation>
+    </message>
+    <message>
+        <source>lit</source>
+        <translation>点亮</translation>
     </message>
     <message>
         <source>%1 (current)</source>
@@ -841,6 +865,10 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>Host: make current</source>
         <translation>宿主：设为当前</translation>
+    </message>
+    <message>
+        <source>Host: show in log</source>
+        <translation>宿主：在日志中显示</translation>
     </message>
 </context>
 </TS>
