@@ -8,6 +8,7 @@
 #include "processortree/ExpandBranches.h"
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorTreeModel.h"
+#include "processortree/ProcessorTreeView.h"
 
 #include <QComboBox>
 #include <QCoreApplication>
@@ -20,7 +21,6 @@
 #include <QStyleOption>
 #include <QStylePainter>
 #include <QThread>
-#include <QTreeView>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -106,7 +106,7 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
     , m_ipManagement(new QPushButton(this))
     , m_processorIpLabel(new QLabel(this))
     , m_deviceSetSelector(new QComboBox(this))
-    , m_treeView(new QTreeView(this))
+    , m_treeView(new CProcessorTreeView(this))
 {
     RegisterMetaTypes();
     setObjectName(QStringLiteral("TargetSelectArea"));
@@ -121,8 +121,6 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
     m_processorIpLabel->setAlignment(Qt::AlignCenter);
     m_processorIpLabel->hide();
 
-    m_treeView->setHeaderHidden(true);
-    m_treeView->setEditTriggers(QAbstractItemView::NoEditTriggers);
     CProcessorTreeModel* model = CTargetSelectData::Instance()->GetModel();
     m_treeView->setModel(model);
     expandBranches(*m_treeView);

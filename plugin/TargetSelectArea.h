@@ -10,10 +10,10 @@
 
 #include <memory>
 
+class CProcessorTreeView;
 class QComboBox;
 class QLabel;
 class QPushButton;
-class QTreeView;
 
 /// The panel that the host docks: the button of the IP address management, the device set selector,
 /// the line with a LAN-USB processor's address, and the processor tree.
@@ -87,7 +87,7 @@ private:
     QPushButton* m_ipManagement;    // Qt child
     QLabel* m_processorIpLabel;     // Qt child
     QComboBox* m_deviceSetSelector; // Qt child
-    QTreeView* m_treeView;          // Qt child
+    CProcessorTreeView* m_treeView; // Qt child
     int m_acceptedDeviceSet = -1;
     int m_deviceSetsGeneration = 0; // which list of device sets the selector shows
     int m_detectStrategy = 0;

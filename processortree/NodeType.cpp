@@ -1,6 +1,7 @@
 #include "processortree/NodeType.h"
 
 #include <QModelIndex>
+#include <QPersistentModelIndex>
 #include <QStandardItem>
 #include <QVariant>
 
@@ -23,4 +24,9 @@ std::optional<EPrcTreeNodeType> nodeType(const QStandardItem& item)
 std::optional<EPrcTreeNodeType> nodeType(const QModelIndex& index)
 {
     return nodeType(index.data(NodeTypeRole));
+}
+
+std::optional<EPrcTreeNodeType> nodeType(const QPersistentModelIndex& index)
+{
+    return nodeType(QModelIndex(index));
 }

@@ -5,6 +5,7 @@
 #include <optional>
 
 class QModelIndex;
+class QPersistentModelIndex;
 class QStandardItem;
 class QVariant;
 
@@ -15,3 +16,5 @@ std::optional<EPrcTreeNodeType> nodeType(const QVariant& value);
 std::optional<EPrcTreeNodeType> nodeType(const QStandardItem& item);
 
 std::optional<EPrcTreeNodeType> nodeType(const QModelIndex& index);
+
+std::optional<EPrcTreeNodeType> nodeType(const QPersistentModelIndex& index);

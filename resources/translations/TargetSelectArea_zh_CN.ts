@@ -339,4 +339,63 @@
         <translation>IP 地址管理...</translation>
     </message>
 </context>
+<context>
+    <name>CProcessorTreeView</name>
+    <message>
+        <source>Group</source>
+        <translation>组</translation>
+    </message>
+    <message>
+        <source>Add processor group</source>
+        <translation>添加处理器组</translation>
+    </message>
+    <message>
+        <source>Add 1 processor</source>
+        <translation>添加 1 台处理器</translation>
+    </message>
+    <message>
+        <source>Add 2 processor</source>
+        <translation>添加 2 台处理器</translation>
+    </message>
+    <message>
+        <source>Custom adds...</source>
+        <translation>自定义添加...</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>重命名</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>删除</translation>
+    </message>
+    <message>
+        <source>Highlight the front panel</source>
+        <translation>点亮前面板</translation>
+    </message>
+    <message>
+        <source>Cancel highlighting the front panel</source>
+        <translation>取消点亮前面板</translation>
+    </message>
+    <message>
+        <source>The selected processor has a redundant backup, please disable redundant backup first.</source>
+        <translation>所选处理器有冗余备份，请先关闭冗余备份。</translation>
+    </message>
+    <message>
+        <source>Processor%1 has been set to backup redundancy, please disable backup before delete them.</source>
+        <translation>处理器%1 已设为备份冗余，请先关闭备份再删除。</translation>
+    </message>
+    <message>
+        <source>Are you sure you want to ungroup the selected processor group (the processors under the group still remains)?</source>
+        <translation>确定要解散所选处理器组吗（组内的处理器仍会保留）？</translation>
+    </message>
+    <message>
+        <source>Must keep at least one processor.</source>
+        <translation>必须至少保留一台处理器。</translation>
+    </message>
+    <message>
+        <source>Want to delete the selected processor?</source>
+        <translation>要删除所选处理器吗？</translation>
+    </message>
+</context>
 </TS>

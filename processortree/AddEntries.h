@@ -1,0 +1,19 @@
+#pragma once
+
+/// The ways of adding processors that menus offer.
+enum class AddKind { One, Two, Custom };
+
+/// Which of the entries that add processors a menu offers at the moment. The one home of the
+/// limits: a project holds at most 255 processors. GUI thread; asks the host.
+struct AddEntries
+{
+    bool one = false; ///< Visible; so are the next two.
+    bool two = false;
+    bool custom = false;
+    bool enabled = false; ///< All three.
+
+    bool isVisible(AddKind kind) const;
+    bool isAnyVisible() const { return one || two || custom; }
+};
+
+AddEntries addEntries();

@@ -1,0 +1,110 @@
+#include "processortree/Addition.h"
+
+#include "ipmanage/AddBatchIPDialog.h"
+#include "ipmanage/AddBothIpDialog.h"
+#include "ipmanage/AddSingleIPDialog.h"
+#include "ipmanage/HostIPList.h"
+#include "plugin/TargetSelectHandler.h"
+#include "processortree/CustomAddProcessor.h"
+
+#include <QUuid>
+
+namespace {
+
+enum class AddPath { Count, Addresses, IPList };
+
+AddPath addPath()
+{
+    const auto handler = GetTargetSelectHandler();
+    if (!handler)
+        return AddPath::Count;
+    const bool usesAddresses = handler->UsesIpAddressing();
+    const bool managesAddresses = handler->IsIpManagementAvailable();
+    const bool lanUsb = handler->IsLanUsbMode();
+    if (managesAddresses && !lanUsb)
+        return AddPath::IPList;
+    return usesAddresses ? AddPath::Addresses : AddPath::Count;
+}
+
+std::optional<Addition> askForCount(AddKind kind, QWidget* parent)
+{
+    Addition addition;
+    addition.count = kind == AddKind::One ? 1 : 2;
+    if (kind != AddKind::Custom)
+        return addition;
+    const auto handler = GetTargetSelectHandler();
+    CCustomAddProcessor dialog(handler ? handler->GetFixedOutputCount() : 0, parent);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    const auto [count, outputs] = dialog.addition();
+    addition.count = count;
+    addition.outputs = outputs;
+    return addition;
+}
+
+std::optional<Addition> askForAddresses(AddKind kind, bool forList, QWidget* parent)
+{
+    Addition addition;
+    if (kind == AddKind::One) {
+        CAddSingleIPDialog dialog(forList, parent);
+        if (dialog.exec() != QDialog::Accepted)
+            return {};
+        addition.addresses = {dialog.address()};
+    } else if (kind == AddKind::Two) {
+        CAddBothIpDialog dialog(forList, parent);
+        if (dialog.exec() != QDialog::Accepted)
+            return {};
+        addition.addresses = dialog.addresses();
+    } else {
+        CAddBatchIPDialog dialog(forList, parent);
+        if (dialog.exec() != QDialog::Accepted)
+            return {};
+        addition.addresses = dialog.addresses();
+    }
+    return addition;
+}
+
+/// The dialog puts its addresses into the host's list; what is new there is what it produced.
+std::optional<Addition> askForEntries(AddKind kind, QWidget* parent)
+{
+    QStringList before = HostIPList::entries();
+    if (!askForAddresses(kind, true, parent))
+        return {};
+    Addition addition;
+    const QStringList after = HostIPList::entries();
+    for (const QString& entry : after) {
+        if (!before.removeOne(entry))
+            addition.entries.append(entry);
+    }
+    return addition;
+}
+
+} // namespace
+
+std::optional<Addition> askForAddition(AddKind kind, QWidget* parent)
+{
+    switch (addPath()) {
+    case AddPath::Count:
+        return askForCount(kind, parent);
+    case AddPath::Addresses:
+        return askForAddresses(kind, false, parent);
+    case AddPath::IPList:
+        return askForEntries(kind, parent);
+    }
+    return {};
+}
+
+void requestAddition(const QUuid& group, const Addition& addition)
+{
+    const auto handler = GetTargetSelectHandler();
+    if (!handler)
+        return;
+    if (!addition.addresses.isEmpty())
+        handler->AddProcessorsWithIps(group, addition.addresses);
+    else if (!addition.entries.isEmpty())
+        handler->AddProcessorsFromIpList(group, addition.entries);
+    else if (addition.count > 0)
+        handler->AddProcessors(group, addition.count);
+    if (addition.outputs)
+        handler->SetNewProcessorOutputs(*addition.outputs);
+}

@@ -1,0 +1,361 @@
+#include "processortree/ProcessorTreeView.h"
+
+#include "host/widgets/HostTheme.h"
+#include "plugin/TargetSelectData.h"
+#include "plugin/TargetSelectHandler.h"
+#include "processortree/Addition.h"
+#include "processortree/ArrivalWatch.h"
+#include "processortree/ExpandBranches.h"
+#include "processortree/NodeType.h"
+#include "processortree/ProcessorSelectionModel.h"
+#include "processortree/ProcessorTreeDelegate.h"
+#include "processortree/ProcessorTreeModel.h"
+#include "processortree/TreeDeletion.h"
+
+#include <QDropEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QStandardItem>
+
+#include <algorithm>
+
+namespace {
+
+// Along the right edge of the viewport: rows end before it, and the mouse does nothing there.
+constexpr int kEdge = 10;
+
+bool isMouseEvent(const QEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+        return true;
+    default:
+        return false;
+    }
+}
+
+QUuid identity(const QModelIndex& index)
+{
+    return index.data(UuidRole).toUuid();
+}
+
+QRect withoutEdge(const QRect& row)
+{
+    return row.adjusted(0, 0, -kEdge, 0);
+}
+
+bool isReadOnly()
+{
+    return CTargetSelectData::Instance()->IsReadOnly();
+}
+
+} // namespace
+
+CProcessorTreeView::CProcessorTreeView(QWidget* parent)
+    : CTreeView(parent)
+    , m_delegate(new CProcessorTreeDelegate(this))
+    , m_arrivals(new CArrivalWatch(this))
+{
+    setItemDelegate(m_delegate);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(ExtendedSelection);
+    setDragEnabled(true);
+    setAcceptDrops(true);
+    setDropIndicatorShown(false);
+    setDefaultDropAction(Qt::MoveAction);
+    connect(m_delegate, &CProcessorTreeDelegate::notifyMoreClicked, this,
+            &CProcessorTreeView::OnNotifyMoreClicked);
+    connect(this, &CTreeView::RightMenuEvent, this, &CProcessorTreeView::OnRightMenuEvent);
+    connect(m_arrivals, &CArrivalWatch::groupArrived, this, &CProcessorTreeView::onGroupArrived);
+    connect(m_arrivals, &CArrivalWatch::processorArrived, this,
+            &CProcessorTreeView::onProcessorArrived);
+    addShortcut(Qt::Key_F2, &CProcessorTreeView::RenameSelection);
+    addShortcut(Qt::Key_Delete, &CProcessorTreeView::DeleteSelection);
+    addShortcut(Qt::CTRL + Qt::Key_G, &CProcessorTreeView::groupSelection);
+}
+
+/// Belongs to the editor while one is open, which has the focus then.
+void CProcessorTreeView::addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)())
+{
+    auto* shortcut = new QShortcut(keys, this);
+    shortcut->setContext(Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, action);
+    m_shortcuts.append(shortcut);
+}
+
+CProcessorTreeModel* CProcessorTreeView::treeModel() const
+{
+    return qobject_cast<CProcessorTreeModel*>(model());
+}
+
+void CProcessorTreeView::setModel(QAbstractItemModel* newModel)
+{
+    CTreeView::setModel(newModel);
+    m_arrivals->setModel(treeModel());
+    if (!newModel)
+        return;
+    QItemSelectionModel* const given = selectionModel();
+    setSelectionModel(new CProcessorSelectionModel(newModel, this));
+    delete given;
+}
+
+void CProcessorTreeView::SetLocked(bool locked)
+{
+    m_locked = locked;
+    m_delegate->setButtonEnabled(!locked);
+    for (QShortcut* shortcut : qAsConst(m_shortcuts))
+        shortcut->setEnabled(!locked);
+    setContextMenuPolicy(locked ? Qt::PreventContextMenu : Qt::DefaultContextMenu);
+    viewport()->update();
+}
+
+void CProcessorTreeView::selectAll()
+{
+    expandBranches(*this);
+    CTreeView::selectAll();
+}
+
+QList<QPersistentModelIndex> CProcessorTreeView::selectedRows() const
+{
+    const QModelIndexList selected =
+        selectionModel() ? selectionModel()->selectedIndexes() : QModelIndexList();
+    return {selected.begin(), selected.end()};
+}
+
+void CProcessorTreeView::RenameSelection()
+{
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    if (selected.size() == 1)
+        edit(selected.first());
+}
+
+void CProcessorTreeView::AddGroup()
+{
+    const QPointer<CProcessorTreeView> alive(this);
+    const QUuid id = createGroup();
+    if (alive)
+        m_arrivals->expectGroup(id);
+}
+
+QUuid CProcessorTreeView::createGroup()
+{
+    const auto handler = GetTargetSelectHandler();
+    const CProcessorTreeModel* tree = treeModel();
+    if (!handler || !tree)
+        return {};
+    ProcessorGroupNode group;
+    group.name = QStringLiteral("%1 %2").arg(tr("Group")).arg(tree->groupCount() + 1);
+    return handler->CreateGroup(group);
+}
+
+void CProcessorTreeView::onGroupArrived(const QUuid& id)
+{
+    const QStandardItem* item = treeModel()->getItem(id);
+    if (!item)
+        return;
+    const QPersistentModelIndex index(item->index());
+    // A group is selected, but never current.
+    selectionModel()->select(index, QItemSelectionModel::ClearAndSelect);
+    scrollTo(index);
+    edit(index);
+}
+
+void CProcessorTreeView::AddProcessors(AddKind kind)
+{
+    const QPointer<CProcessorTreeView> alive(this);
+    const std::optional<Addition> addition = askForAddition(kind, this);
+    if (!alive || !addition || addition->size() == 0)
+        return;
+    const QUuid group = targetGroup();
+    m_arrivals->expectProcessors(addition->size());
+    {
+        const QSignalBlocker blocker(this);
+        requestAddition(group, *addition);
+        if (!alive)
+            return;
+    }
+    if (const QStandardItem* item = treeModel() ? treeModel()->getItem(group) : nullptr)
+        expand(item->index());
+}
+
+QUuid CProcessorTreeView::targetGroup() const
+{
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    if (selected.isEmpty())
+        return {};
+    const QModelIndex index = selected.first();
+    return identity(nodeType(index) == NodeProcessor ? index.parent() : index);
+}
+
+void CProcessorTreeView::onProcessorArrived(const QUuid& id)
+{
+    const QStandardItem* item = treeModel()->getItem(id);
+    if (!item)
+        return;
+    const QPersistentModelIndex index(item->index());
+    expand(index.parent());
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+}
+
+void CProcessorTreeView::DeleteSelection()
+{
+    CProcessorTreeModel* const tree = treeModel();
+    if (!tree || isReadOnly())
+        return;
+    const QPointer<CProcessorTreeView> alive(this);
+    const TreeDeletion deletion = askForDeletion(*tree, selectedRows(), this);
+    if (!alive || deletion.isEmpty())
+        return;
+    if (!deletion.group.isNull()) {
+        if (const auto handler = GetTargetSelectHandler())
+            handler->Ungroup(deletion.group);
+        if (alive && treeModel())
+            treeModel()->removeNode(deletion.group);
+        return;
+    }
+    m_pendingDeletions = deletion.processors.size();
+    m_removedSoFar = 0;
+    if (const auto handler = GetTargetSelectHandler()) {
+        if (handler->IsIpManagementAvailable())
+            handler->PreDeleteProcessors(deletion.processors);
+        handler->DeleteProcessors(deletion.processors);
+    }
+}
+
+bool CProcessorTreeView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == viewport() && isMouseEvent(*event)) {
+        const int x = static_cast<QMouseEvent*>(event)->pos().x();
+        if (x >= viewport()->width() - kEdge && x < viewport()->width())
+            return true;
+    }
+    return CTreeView::eventFilter(watched, event);
+}
+
+void CProcessorTreeView::mousePressEvent(QMouseEvent* event)
+{
+    m_arrivals->stop();
+    CTreeView::mousePressEvent(event);
+}
+
+void CProcessorTreeView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (!refusesDrag(event))
+        CTreeView::mouseReleaseEvent(event);
+}
+
+void CProcessorTreeView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (refusesDrag(event))
+        event->ignore();
+    else
+        CTreeView::mouseMoveEvent(event);
+}
+
+/// Only processors are dragged, and nothing is with Shift or Ctrl, which select.
+bool CProcessorTreeView::refusesDrag(QMouseEvent* event) const
+{
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    const bool others =
+        std::any_of(selected.begin(), selected.end(), [](const QPersistentModelIndex& index) {
+            return nodeType(index) != NodeProcessor;
+        });
+    if ((event->buttons() & Qt::LeftButton) && others)
+        return true;
+    return event->buttons() != Qt::NoButton
+           && (event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier));
+}
+
+void CProcessorTreeView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange && treeModel())
+        treeModel()->updateRootText();
+    CTreeView::changeEvent(event);
+}
+
+void CProcessorTreeView::rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last)
+{
+    // The root goes with a reset only, and that says so itself.
+    if (!parent.isValid())
+        return;
+    CTreeView::rowsAboutToBeRemoved(parent, first, last);
+    ++m_removedSoFar;
+    replaceRemoved(parent, first, last);
+}
+
+/// Finds another row to stand on when the one that the user stands on is removed.
+void CProcessorTreeView::replaceRemoved(const QModelIndex& parent, int first, int last)
+{
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    const QModelIndex standing =
+        selected.isEmpty() ? currentIndex() : QModelIndex(selected.first());
+    if (standing.parent() != parent || standing.row() < first || standing.row() > last)
+        return;
+    if (nodeType(standing) == NodeGroup) {
+        selectionModel()->select(model()->index(0, 0), QItemSelectionModel::ClearAndSelect);
+        return;
+    }
+    const auto isProcessorAt = [&](const QModelIndex& under, int row) {
+        const QModelIndex index = model()->index(row, 0, under);
+        return index.flags().testFlag(Qt::ItemIsEnabled) && nodeType(index) == NodeProcessor;
+    };
+    const auto choose = [this](const QModelIndex& index) {
+        selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    };
+    if (last - first + 1 >= model()->rowCount(parent)) {
+        const QModelIndex root = model()->index(0, 0);
+        if (parent == root)
+            return;
+        for (int row = 0; row < model()->rowCount(root); ++row) {
+            if (isProcessorAt(root, row))
+                return choose(model()->index(row, 0, root));
+        }
+        return;
+    }
+    if (m_removedSoFar != m_pendingDeletions)
+        return;
+    for (int row = last + 1; row < model()->rowCount(parent); ++row) {
+        if (isProcessorAt(parent, row))
+            return choose(model()->index(row, 0, parent));
+    }
+    for (int row = first - 1; row >= 0; --row) {
+        if (isProcessorAt(parent, row))
+            return choose(model()->index(row, 0, parent));
+    }
+}
+
+void CProcessorTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const
+{
+    CTreeView::drawRow(painter, option, index);
+    if (!m_dropTarget.isValid() || index != m_dropTarget)
+        return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(hostColors().accent);
+    painter->drawRoundedRect(QRectF(withoutEdge(option.rect)).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    painter->restore();
+}
+
+void CProcessorTreeView::DrawSelectRow(QPainter* painter, const QStyleOptionViewItem& option,
+                                       const QRect& row) const
+{
+    CTreeView::DrawSelectRow(painter, option, withoutEdge(row));
+}
+
+void CProcessorTreeView::DrawHoverRow(QPainter* painter, const QStyleOptionViewItem& option,
+                                      const QRect& row) const
+{
+    CTreeView::DrawHoverRow(painter, option, withoutEdge(row));
+}
+
+void CProcessorTreeView::DrawNormalRow(QPainter* painter, const QStyleOptionViewItem& option,
+                                       const QRect& row) const
+{
+    CTreeView::DrawNormalRow(painter, option, withoutEdge(row));
+}

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "host/widgets/TreeView.h"
+#include "processortree/AddEntries.h"
+
+#include <QPointer>
+#include <QUuid>
+
+class CArrivalWatch;
+class CProcessorTreeDelegate;
+class CProcessorTreeModel;
+class CTreeMenu;
+class QShortcut;
+
+/// The tree of the project's processors, with everything that a user does to it: menus, adding,
+/// renaming, grouping, moving by drag and drop, deleting.
+///
+/// Only the selection, the current row, what is expanded and the start of an edit are the view's
+/// own affair. Every change is asked of the host, and takes place when the host says so. Keys: F2
+/// renames, Delete deletes or ungroups, Ctrl+A selects all, Ctrl+G groups the selected processors
+/// where the menu of several would, Menu and Shift+F10 open the row's menu.
+///
+/// GUI thread. The host may change the tree, or destroy the view, whenever it is asked.
+class CProcessorTreeView final : public CTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit CProcessorTreeView(QWidget* parent = nullptr);
+
+    /// Gives the view a selection model of its own over `model`, a CProcessorTreeModel.
+    void setModel(QAbstractItemModel* model) override;
+
+    /// A locked view shows, and lets pick, but neither its "More" button nor its keys nor its menus
+    /// do anything.
+    void SetLocked(bool locked);
+    bool isLocked() const { return m_locked; }
+
+public slots:
+    void selectAll() override;
+
+    /// Creates a group, and has the user name it.
+    void AddGroup();
+
+    /// Adds processors to the group that is selected, or that the selected processor is in.
+    void AddProcessors(AddKind kind);
+
+    /// Deletes the selected processors, or ungroups the selected group.
+    void DeleteSelection();
+
+    /// Has the user rename the selected row.
+    void RenameSelection();
+
+    /// Opens the menu of row `index` at `pos` in the viewport.
+    void OnNotifyMoreClicked(const QModelIndex& index, const QPoint& pos);
+    void OnRightMenuEvent(const QModelIndex& index, const QPoint& pos);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
+    void DrawSelectRow(QPainter* painter, const QStyleOptionViewItem& option,
+                       const QRect& row) const override;
+    void DrawHoverRow(QPainter* painter, const QStyleOptionViewItem& option,
+                      const QRect& row) const override;
+    void DrawNormalRow(QPainter* painter, const QStyleOptionViewItem& option,
+                       const QRect& row) const override;
+
+private:
+    CProcessorTreeModel* treeModel() const;
+    QList<QPersistentModelIndex> selectedRows() const;
+    void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
+    bool refusesDrag(QMouseEvent* event) const;
+
+    void addAddEntries(CTreeMenu& menu);
+    void addProcessorEntries(CTreeMenu& menu, const QPersistentModelIndex& index);
+    void addGroupEntries(CTreeMenu& menu, const QPersistentModelIndex& index);
+    void addFrontPanelEntry(CTreeMenu& menu, const QUuid& id);
+    bool offersSelectionMenu() const;
+    void runSelectionMenu(const QModelIndex& index, const QPoint& pos);
+    bool mayGroupSelection() const;
+    void groupSelection();
+
+    QUuid createGroup();
+    QUuid targetGroup() const;
+    void onGroupArrived(const QUuid& id);
+    void onProcessorArrived(const QUuid& id);
+    void moveSelectionTo(const QUuid& group);
+    void selectMoved(const QList<QPersistentModelIndex>& moved);
+    QModelIndex dropTarget(const QPoint& position, bool* nowhere) const;
+    void setDropTarget(const QModelIndex& index);
+    void replaceRemoved(const QModelIndex& parent, int first, int last);
+
+    CProcessorTreeDelegate* m_delegate; // Qt child
+    CArrivalWatch* m_arrivals;          // Qt child
+    QList<QShortcut*> m_shortcuts;      // Qt children
+    QPersistentModelIndex m_dropTarget; // while something is dragged over it
+    int m_pendingDeletions = 0;
+    int m_removedSoFar = 0;
+    bool m_locked = false;
+};

@@ -1,0 +1,113 @@
+// Drag and drop in the processor tree.
+
+#include "plugin/TargetSelectHandler.h"
+#include "processortree/NodeType.h"
+#include "processortree/ProcessorTreeDelegate.h"
+#include "processortree/ProcessorTreeModel.h"
+#include "processortree/ProcessorTreeView.h"
+
+#include <QDropEvent>
+#include <QItemSelection>
+#include <QMimeData>
+
+namespace {
+
+bool isRestricted()
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler && handler->IsRestrictedMode();
+}
+
+bool isMovable(const CProcessorTreeModel* model, const QMimeData& data)
+{
+    return model && data.hasFormat(model->mimeTypes().value(0));
+}
+
+} // namespace
+
+/// The group, or root, that a drop at `position` goes into; invalid for the root over empty space.
+/// `nowhere` is set over a processor that is in no group.
+QModelIndex CProcessorTreeView::dropTarget(const QPoint& position, bool* nowhere) const
+{
+    const QModelIndex index = indexAt(position);
+    *nowhere = false;
+    if (nodeType(index) != NodeProcessor)
+        return index;
+    *nowhere = nodeType(index.parent()) != NodeGroup;
+    return *nowhere ? QModelIndex() : index.parent();
+}
+
+void CProcessorTreeView::dragMoveEvent(QDragMoveEvent* event)
+{
+    // For its scrolling near the edges; what it says of the drop does not count.
+    CTreeView::dragMoveEvent(event);
+    bool nowhere = false;
+    const QModelIndex target = dropTarget(event->pos(), &nowhere);
+    const bool accepted = isMovable(treeModel(), *event->mimeData()) && !isRestricted() && !nowhere;
+    setDropTarget(accepted ? target : QModelIndex());
+    event->setAccepted(accepted);
+}
+
+void CProcessorTreeView::dragLeaveEvent(QDragLeaveEvent* event)
+{
+    CTreeView::dragLeaveEvent(event);
+    setDropTarget({});
+    event->accept();
+}
+
+void CProcessorTreeView::dropEvent(QDropEvent* event)
+{
+    setDropTarget({});
+    stopAutoScroll();
+    setState(NoState);
+    if (!isMovable(treeModel(), *event->mimeData()) || isRestricted())
+        return;
+    // The view that a move comes from removes its rows; here the model moves them itself.
+    event->setDropAction(Qt::TargetMoveAction);
+    event->accept();
+    bool nowhere = false;
+    const QModelIndex target = dropTarget(event->pos(), &nowhere);
+    if (nowhere)
+        return;
+    const QUuid group = target.data(UuidRole).toUuid();
+    if (target.isValid())
+        expand(target);
+    const QPointer<CProcessorTreeView> alive(this);
+    moveSelectionTo(group);
+    if (alive) {
+        m_delegate->resetButtonState();
+        viewport()->update();
+    }
+}
+
+void CProcessorTreeView::moveSelectionTo(const QUuid& group)
+{
+    CProcessorTreeModel* tree = treeModel();
+    if (!tree)
+        return;
+    const QPointer<CProcessorTreeView> alive(this);
+    const QList<QPersistentModelIndex> moved = tree->moveProcessors(selectedRows(), group);
+    if (alive)
+        selectMoved(moved);
+}
+
+void CProcessorTreeView::selectMoved(const QList<QPersistentModelIndex>& moved)
+{
+    QItemSelection selection;
+    for (const QPersistentModelIndex& index : moved) {
+        if (!index.isValid())
+            continue;
+        expand(index.parent());
+        selection.select(index, index);
+    }
+    if (!selection.isEmpty())
+        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+void CProcessorTreeView::setDropTarget(const QModelIndex& index)
+{
+    if (m_dropTarget == index)
+        return;
+    m_dropTarget = index;
+    viewport()->update();
+}

@@ -1,0 +1,197 @@
+// The menus of the processor tree.
+
+#include "plugin/TargetSelectData.h"
+#include "plugin/TargetSelectHandler.h"
+#include "processortree/NodeType.h"
+#include "processortree/ProcessorTreeModel.h"
+#include "processortree/ProcessorTreeView.h"
+#include "processortree/TreeMenu.h"
+
+#include <QContextMenuEvent>
+#include <QMenu>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kMenuWidth = 120;
+constexpr int kWideMenuWidth = 240;
+constexpr int kMultiSelection = 2;
+
+bool isReadOnly()
+{
+    return CTargetSelectData::Instance()->IsReadOnly();
+}
+
+void appendHostEntries(CTreeMenu& menu, EPrcTreeNodeType type, const QUuid& id)
+{
+    const auto handler = GetTargetSelectHandler();
+    if (handler && menu.menu())
+        handler->AppendContextMenu(type, id, isReadOnly(), menu.menu());
+}
+
+void highlightFrontPanel(bool on)
+{
+    if (const auto handler = GetTargetSelectHandler())
+        handler->SetFrontPanelHighlight(on);
+}
+
+} // namespace
+
+void CProcessorTreeView::OnNotifyMoreClicked(const QModelIndex& index, const QPoint& pos)
+{
+    OnRightMenuEvent(index, pos);
+}
+
+void CProcessorTreeView::OnRightMenuEvent(const QModelIndex& index, const QPoint& pos)
+{
+    const auto type = nodeType(index);
+    if (!type || m_locked)
+        return;
+    const QPointer<CProcessorTreeView> alive(this);
+    const QPersistentModelIndex row(index);
+    const QUuid id = index.data(UuidRole).toUuid();
+    const QPoint place = viewport()->mapToGlobal(pos);
+    CTreeMenu menu(this, kMenuWidth);
+    if (!isReadOnly())
+        addAddEntries(menu);
+    if (alive && type == NodeGroup)
+        addGroupEntries(menu, row);
+    if (alive && type == NodeProcessor)
+        addProcessorEntries(menu, row);
+    if (alive)
+        appendHostEntries(menu, *type, id);
+    if (alive && !isReadOnly() && type == NodeProcessor)
+        addFrontPanelEntry(menu, id);
+    if (alive)
+        menu.run(place);
+}
+
+void CProcessorTreeView::addAddEntries(CTreeMenu& menu)
+{
+    menu.add(tr("Add processor group"), [this] { AddGroup(); });
+    menu.addSeparator();
+    const AddEntries entries = addEntries();
+    const std::pair<AddKind, QString> kinds[] = {{AddKind::One, tr("Add 1 processor")},
+                                                 {AddKind::Two, tr("Add 2 processor")},
+                                                 {AddKind::Custom, tr("Custom adds...")}};
+    for (const auto& [kind, text] : kinds) {
+        const AddKind chosen = kind;
+        QAction* entry = menu.add(
+            text, [this, chosen] { AddProcessors(chosen); }, entries.enabled);
+        if (entry)
+            entry->setVisible(entries.isVisible(kind));
+    }
+    if (entries.isAnyVisible())
+        menu.addSeparator();
+}
+
+void CProcessorTreeView::addGroupEntries(CTreeMenu& menu, const QPersistentModelIndex& index)
+{
+    menu.add(tr("Rename"), [this, index] { edit(index); });
+    menu.addSeparator();
+    menu.add(
+        tr("Delete"), [this] { DeleteSelection(); }, !isReadOnly());
+}
+
+void CProcessorTreeView::addProcessorEntries(CTreeMenu& menu, const QPersistentModelIndex& index)
+{
+    const auto handler = GetTargetSelectHandler();
+    if (!handler || !menu.menu())
+        return;
+    menu.menu()->setMinimumWidth(kWideMenuWidth);
+    const QUuid id = index.data(UuidRole).toUuid();
+    const bool guarded = handler->GetProcessorNode(id).hostFlag13;
+    if (!guarded || handler->CanRenameProcessor(id)) {
+        menu.add(tr("Rename"), [this, index] { edit(index); });
+        menu.addSeparator();
+    }
+    if (!menu.menu() || !treeModel() || treeModel()->getAllProcessorCount() < 2)
+        return;
+    if (!guarded || handler->IsIpManagementAvailable())
+        menu.add(
+            tr("Delete"), [this] { DeleteSelection(); }, !isReadOnly());
+}
+
+void CProcessorTreeView::addFrontPanelEntry(CTreeMenu& menu, const QUuid& id)
+{
+    const auto handler = GetTargetSelectHandler();
+    if (!handler || !handler->IsFrontPanelHighlightAvailable())
+        return;
+    const bool lit = handler->IsFrontPanelHighlighted(id);
+    menu.addSeparator();
+    menu.add(lit ? tr("Cancel highlighting the front panel") : tr("Highlight the front panel"),
+             [lit] { highlightFrontPanel(!lit); });
+}
+
+void CProcessorTreeView::contextMenuEvent(QContextMenuEvent* event)
+{
+    const QPointer<CProcessorTreeView> alive(this);
+    const bool several = offersSelectionMenu();
+    if (!alive)
+        return;
+    if (!several) {
+        CTreeView::contextMenuEvent(event);
+        return;
+    }
+    event->accept();
+    const QModelIndex index = indexAt(event->pos());
+    runSelectionMenu(index.isValid() ? index : currentIndex(), event->pos());
+}
+
+bool CProcessorTreeView::offersSelectionMenu() const
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler && handler->GetSelectionMode() == kMultiSelection
+           && handler->GetSelectedProcessors().size() > 1 && !handler->IsRestrictedMode();
+}
+
+void CProcessorTreeView::runSelectionMenu(const QModelIndex& index, const QPoint& pos)
+{
+    const auto handler = GetTargetSelectHandler();
+    if (!handler)
+        return;
+    const QPointer<CProcessorTreeView> alive(this);
+    const QUuid id = index.data(UuidRole).toUuid();
+    const QPoint place = viewport()->mapToGlobal(pos);
+    CTreeMenu menu(this, kWideMenuWidth);
+    if (!isReadOnly() && mayGroupSelection() && alive) {
+        menu.add(tr("Add processor group"), [this] { groupSelection(); });
+        menu.addSeparator();
+    }
+    const QList<QUuid> selected = handler->GetSelectedProcessors();
+    const bool blocked = std::any_of(selected.begin(), selected.end(), [&](const QUuid& processor) {
+        return handler->IsDeleteBlocked(processor);
+    });
+    if (!blocked && alive)
+        menu.add(
+            tr("Delete"), [this] { DeleteSelection(); }, !isReadOnly());
+    if (alive)
+        appendHostEntries(menu, NodeProcessor, id);
+    if (alive && !isReadOnly())
+        addFrontPanelEntry(menu, id);
+    if (alive)
+        menu.run(place);
+}
+
+/// A processor that has, or is, a backup stays where it is.
+bool CProcessorTreeView::mayGroupSelection() const
+{
+    const auto handler = GetTargetSelectHandler();
+    if (!handler)
+        return false;
+    const QList<QUuid> selected = handler->GetSelectedProcessors();
+    return std::none_of(selected.begin(), selected.end(), [&](const QUuid& id) {
+        return handler->GetProcessorNode(id).redundancyMode != 0;
+    });
+}
+
+void CProcessorTreeView::groupSelection()
+{
+    const QPointer<CProcessorTreeView> alive(this);
+    if (isReadOnly() || !offersSelectionMenu() || !alive || !mayGroupSelection() || !alive)
+        return;
+    const QUuid group = createGroup();
+    if (alive && !group.isNull())
+        moveSelectionTo(group);
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QHash>
+#include <QPointer>
+#include <QString>
+
+#include <functional>
+
+class QAction;
+class QMenu;
+class QPoint;
+class QWidget;
+
+/// A context menu whose entries act after it has closed: they may open dialogs, and whoever the
+/// menu belongs to may be gone by then. GUI thread.
+class CTreeMenu final
+{
+public:
+    CTreeMenu(QWidget* parent, int minimumWidth);
+    ~CTreeMenu();
+    CTreeMenu(const CTreeMenu&) = delete;
+    CTreeMenu& operator=(const CTreeMenu&) = delete;
+
+    QAction* add(const QString& text, std::function<void()> action, bool enabled = true);
+    void addSeparator();
+
+    /// For the host's own entries; null when the parent is gone.
+    QMenu* menu() const { return m_menu; }
+
+    /// Shows the menu, unless it is empty, until the user chooses or leaves it.
+    void run(const QPoint& globalPosition);
+
+private:
+    QPointer<QMenu> m_menu; // child of the parent
+    QHash<QAction*, std::function<void()>> m_actions;
+};
