@@ -24,7 +24,7 @@ public:
     explicit CTreeView(QWidget* parent = nullptr);
 
     /// The row under the mouse; invalid for none.
-    QModelIndex hoveredIndex() const { return m_hovered; }
+    const QPersistentModelIndex& hoveredIndex() const { return m_hovered; }
 
 signals:
     /// The menu of the row `index` was asked for, at `pos` in the viewport. The row is selected.
