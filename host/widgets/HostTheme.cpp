@@ -59,8 +59,8 @@ QStatusBar::item { border: none; }
 
 QLineEdit, QComboBox, QAbstractSpinBox, QPlainTextEdit, QListWidget {
     background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px; }
-QLineEdit, QComboBox, QAbstractSpinBox { min-height: 22px; padding: 0 6px; color: @STRONG@; }
-CIPLineEdit { color: @STRONG@; }
+QLineEdit, QComboBox, QAbstractSpinBox { min-height: 22px; padding: 0 6px; }
+CIPLineEdit, QComboBox, QAbstractSpinBox { color: @STRONG@; }
 CIPLineEdit:disabled { color: @HINT@; }
 QTreeView QLineEdit, QTableView QLineEdit, QListView QLineEdit { min-height: 0; padding: 0 2px; }
 QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus, QPlainTextEdit:focus, QListWidget:focus {
@@ -76,7 +76,8 @@ QComboBox QAbstractItemView { background: @POPUP@; border: 1px solid @LINE@; pad
     selection-background-color: @ROW@; selection-color: @STRONG@; outline: none; }
 
 QPushButton { background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px; min-height: 22px;
-              min-width: 64px; padding: 0 12px; }
+              padding: 0 12px; }
+QDialogButtonBox QPushButton { min-width: 64px; }
 QPushButton:hover { background: @LINE@; color: @STRONG@; }
 QPushButton:pressed { background: @WINDOW@; }
 QPushButton:default { background: @ACCENTDEEP@; border-color: @ACCENTDEEP@; color: @STRONG@; }

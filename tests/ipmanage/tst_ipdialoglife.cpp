@@ -223,9 +223,9 @@ void IPDialogLifeTest::shouldOutliveThePanelWhereverTheHostIsAsked_data()
     QTest::addColumn<QString>("question");
     QTest::addColumn<Action>("action");
     const auto sets = [](DockedPanel& test) {
-        SDeviceSetInfo one;
+        SDeviceSetInfo one{};
         one.id.Data1 = 1;
-        SDeviceSetInfo two;
+        SDeviceSetInfo two{};
         two.id.Data1 = 2;
         test.panel.area().onCurrentDeviceSetChanged(one.id, {one, two});
     };
@@ -297,7 +297,7 @@ void IPDialogLifeTest::shouldShowTheSetsAnnouncedLast()
     DockedPanel test;
     QList<SDeviceSetInfo> sets;
     for (quint32 n = 1; n <= 3; ++n) {
-        SDeviceSetInfo set;
+        SDeviceSetInfo set{};
         set.id.Data1 = n;
         sets.append(set);
     }

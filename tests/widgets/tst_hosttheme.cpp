@@ -33,6 +33,7 @@ private slots:
     void shouldWriteInTwelvePixels();
     void shouldKeepFieldsOf24Pixels();
     void shouldKeepToolsOf20Pixels();
+    void shouldKeepTheWidthOfButtons();
     void shouldShowTheFocus();
     void shouldTellButtonsApart();
     void shouldPaintWithItsColours();
@@ -105,6 +106,17 @@ void HostThemeTest::shouldKeepToolsOf20Pixels()
     const QImage image = shown(tool).copy(0, 0, 20, 20);
     for (const QPoint at : {QPoint(0, 0), QPoint(19, 0), QPoint(0, 19), QPoint(19, 19)})
         QCOMPARE(image.pixelColor(at), QColor(Qt::red));
+}
+
+void HostThemeTest::shouldKeepTheWidthOfButtons()
+{
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* button = new QPushButton(QStringLiteral("Short"), &window);
+    button->setFixedWidth(200);
+    layout->addWidget(button, 0, Qt::AlignCenter);
+    window.show();
+    QCOMPARE(button->width(), 200);
 }
 
 void HostThemeTest::shouldShowTheFocus()
