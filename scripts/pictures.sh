@@ -1,21 +1,31 @@
 #!/usr/bin/env bash
 # scripts/pictures.sh
 #
-# Takes the pictures of the panel's dialogs in docs/images/dialogs: in both languages, at 100 and
-# at 200 per cent.
+# Takes the pictures for the documentation, in both languages: of the panel's dialogs at 100 and 200
+# per cent in docs/images/dialogs, of its tree at 100, 150 and 200 per cent in docs/images/tree.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 source "$(dirname "$0")/common.sh"
 
 set_up build run
-build dev dialog_pictures
-for language in en zh_CN; do
-    for scale in 1 2; do
-        suffix=-$language
-        [ "$scale" -eq 1 ] || suffix=$suffix@${scale}x
-        QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=$scale LC_ALL=C.UTF-8 \
-            logged build/pictures.log \
-            build/dev/bin/dialog_pictures docs/images/dialogs "$language" "$suffix" \
-            || fail "no pictures, see build/pictures.log" "mend what it says"
+build dev dialog_pictures tree_pictures
+
+# take PROGRAM FOLDER SCALE...
+take() {
+    local name=$1 folder=$2 language scale suffix
+    shift 2
+    for language in en zh_CN; do
+        for scale in "$@"; do
+            suffix=-$language
+            [ "$scale" = 1 ] || suffix=$suffix@${scale}x
+            QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=$scale LC_ALL=C.UTF-8 \
+                QT_SCALE_FACTOR_ROUNDING_POLICY=PassThrough \
+                logged build/pictures.log \
+                "build/dev/bin/$name" "docs/images/$folder" "$language" "$suffix" \
+                || fail "no pictures, see build/pictures.log" "mend what it says"
+        done
     done
-done
+}
+
+take dialog_pictures dialogs 1 2
+take tree_pictures tree 1 1.5 2
