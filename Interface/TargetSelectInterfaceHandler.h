@@ -11,11 +11,11 @@
 
 class QMenu;
 
-/// Selected processors of one group, as ReportSelection names them.
+/// A selected group, as ReportSelection names it.
 struct SGroupSelection
 {
-    QUuid id;                ///< The group; null for processors directly under the root.
-    QList<QUuid> processors; ///< The group's selected processors.
+    QUuid id;                ///< The group.
+    QList<QUuid> processors; ///< All processors in it.
 };
 
 /// Everything the panel asks of its host. The host implements it, wraps it in a
@@ -135,8 +135,9 @@ public:
     /// Renames a group.
     virtual void RenameGroup(const QUuid& id, const QString& name) = 0;
 
-    /// The user's selection changed: `focus` is the row with the focus, `processors` all selected
-    /// ones, `groups` the selection by group, `previous` the row that had the focus before.
+    /// The user's selection changed: `focus` is the last selected row from the top, `processors` all
+    /// selected ones, `groups` all selected groups, `previous` the processor that was current before
+    /// the current one.
     virtual void ReportSelection(const QUuid& focus, const QList<QUuid>& processors,
                                  const QList<SGroupSelection>& groups, const QUuid& previous) = 0;
 
