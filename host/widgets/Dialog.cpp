@@ -85,7 +85,7 @@ CDialog::CDialog(QWidget* parent, const QString& title, const QString& subtitle,
     layout->addWidget(m_titleBar, 0, Qt::AlignTop);
     layout->addLayout(m_body, 1);
     layout->addWidget(m_buttonBox, 0, Qt::AlignBottom);
-    connect(m_buttonBox, &QDialogButtonBox::accepted, this, &CDialog::accepted);
+    connect(m_buttonBox, &QDialogButtonBox::accepted, this, &CDialog::takeAccept);
     connect(m_buttonBox, &QDialogButtonBox::rejected, this, [this] { OnReject(); });
     watchParent();
 }
@@ -150,7 +150,7 @@ void CDialog::reject()
 }
 
 /// OnAccept() may ask the host, which may let the user press the button meanwhile.
-void CDialog::accepted()
+void CDialog::takeAccept()
 {
     if (m_accepting)
         return;

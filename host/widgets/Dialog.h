@@ -95,7 +95,7 @@ private:
     void watchParent();
     void leaveDyingParent();
     bool isAbandoned() const;
-    void accepted();
+    void takeAccept();
     void placeOnScreen();
     void settle();
     void putButtonsLastInTabOrder();
