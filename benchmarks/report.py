@@ -68,6 +68,23 @@ PROGRAMS = (
     ),
     Program("bench_event", (Figure("event / bare call", "event", "baseline", WALL, 1.15),)),
     Program(
+        "bench_paint",
+        (
+            Figure("paint x1 / pixmap, texts", "paint-1x", "pixmap", CPU, 1.1),
+            Figure("paint x1 / SVG renderer", "paint-1x", "renderer", CPU, 0.55),
+            Figure("paint x2 / pixmap, texts", "paint-2x", "pixmap", CPU, 1.1),
+            Figure("paint x2 / SVG renderer", "paint-2x", "renderer", CPU, 0.65),
+        ),
+    ),
+    Program(
+        "bench_select",
+        (Figure("select / plain selection", "select", "baseline", CPU, 6, growth_bar=1.25),),
+    ),
+    Program(
+        "bench_drop",
+        (Figure("drop of 50 / plain model", "drop", "baseline", CPU, 2, growth_bar=1.25),),
+    ),
+    Program(
         "bench_start",
         (
             Figure("start / bare window", "start", "baseline", WALL, 1.4),

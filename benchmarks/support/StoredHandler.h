@@ -19,6 +19,10 @@ public:
     /// The panel's observer, once it has registered.
     CObserver* observer() const { return m_observer; }
 
+    /// Processors in all selections and all new memberships told of so far.
+    qint64 reportedProcessors() const { return m_reportedProcessors; }
+    qint64 regroupedProcessors() const { return m_regroupedProcessors; }
+
     void SetObserver(CObserver* observer) override { m_observer = observer; }
     void AppendContextMenu(EPrcTreeNodeType, const QUuid&, bool, QMenu*) override {}
     quint32 DetectAllDevices() override { return 0; }
@@ -41,7 +45,11 @@ public:
     void AddProcessors(const QUuid&, int) override {}
     void AddProcessorsWithIps(const QUuid&, const QList<quint32>&) override {}
     void DeleteProcessors(const QList<QUuid>&) override {}
-    void SetProcessorGroup(const ProcessorGroupNode&, const QUuid&, const QList<QUuid>&) override {}
+    void SetProcessorGroup(const ProcessorGroupNode&, const QUuid&,
+                           const QList<QUuid>& processors) override
+    {
+        m_regroupedProcessors += processors.size();
+    }
     ProcessorNode GetProcessorNode(const QUuid&) override { return {}; }
     bool CanRenameProcessor(const QUuid&) override { return false; }
     bool CanAddProcessors(const ProcessorNode&) override { return false; }
@@ -51,9 +59,10 @@ public:
     QUuid CreateGroup(const ProcessorGroupNode&) override { return {}; }
     void Ungroup(const QUuid&) override {}
     void RenameGroup(const QUuid&, const QString&) override {}
-    void ReportSelection(const QUuid&, const QList<QUuid>&, const QList<SGroupSelection>&,
-                         const QUuid&) override
+    void ReportSelection(const QUuid&, const QList<QUuid>& processors,
+                         const QList<SGroupSelection>&, const QUuid&) override
     {
+        m_reportedProcessors += processors.size();
     }
     bool IsRestrictedMode() override { return false; }
     bool IsDeleteBlocked(const QUuid&) override { return false; }
@@ -85,5 +94,7 @@ public:
 
 private:
     Project m_project;
+    qint64 m_reportedProcessors = 0;
+    qint64 m_regroupedProcessors = 0;
     CObserver* m_observer = nullptr; // the panel's, lives as long as the process
 };

@@ -10,11 +10,9 @@ using namespace ProcessorRowMetrics;
 
 QString dotted(quint32 address)
 {
-    return QStringLiteral("%1.%2.%3.%4")
-        .arg(address >> 24U)
-        .arg(address >> 16U & 0xFFU)
-        .arg(address >> 8U & 0xFFU)
-        .arg(address & 0xFFU);
+    const QLatin1Char dot('.');
+    return QString::number(address >> 24U) + dot + QString::number(address >> 16U & 0xFFU) + dot
+           + QString::number(address >> 8U & 0xFFU) + dot + QString::number(address & 0xFFU);
 }
 
 QString addressLine(const ProcessorNode& record)

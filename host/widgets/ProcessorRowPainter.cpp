@@ -91,7 +91,10 @@ void ProcessorRowPainter::paint(QPainter& painter, const QStyleOptionViewItem& o
 {
     const ProcessorRowLayout layout(row, option.rect);
     painter.save();
-    painter.setClipRect(option.rect, Qt::IntersectClip);
+    // Costs more than it looks, and only a row that is too small for its content needs it: texts
+    // stay in their rectangles by themselves.
+    if (!option.rect.contains(layout.icon | layout.name | layout.detail | layout.warning))
+        painter.setClipRect(option.rect, Qt::IntersectClip);
     painter.setFont(option.font);
     const QFontMetrics& metrics = option.fontMetrics;
 
