@@ -16,7 +16,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QShortcut>
-#include <QSignalBlocker>
 #include <QStandardItem>
 
 #include <algorithm>
@@ -173,12 +172,12 @@ void CProcessorTreeView::AddProcessors(AddKind kind)
         return;
     const QUuid group = targetGroup();
     m_arrivals->expectProcessors(addition->size());
-    {
-        const QSignalBlocker blocker(this);
-        requestAddition(group, *addition);
-        if (!alive)
-            return;
-    }
+    // No QSignalBlocker: the host may destroy the view here.
+    const bool wereBlocked = blockSignals(true);
+    requestAddition(group, *addition);
+    if (!alive)
+        return;
+    blockSignals(wereBlocked);
     if (const QStandardItem* item = treeModel() ? treeModel()->getItem(group) : nullptr)
         expand(item->index());
 }
