@@ -158,8 +158,11 @@ void CProcessorTreeView::onGroupArrived(const QUuid& id)
     if (!item)
         return;
     const QPersistentModelIndex index(item->index());
+    const QPointer<CProcessorTreeView> alive(this);
     // A group is selected, but never current.
     selectionModel()->select(index, QItemSelectionModel::ClearAndSelect);
+    if (!alive || !index.isValid())
+        return;
     scrollTo(index);
     edit(index);
 }
