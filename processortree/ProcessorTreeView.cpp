@@ -95,12 +95,13 @@ CProcessorTreeModel* CProcessorTreeView::treeModel() const
 void CProcessorTreeView::setModel(QAbstractItemModel* newModel)
 {
     CTreeView::setModel(newModel);
+    if (newModel) {
+        QItemSelectionModel* const given = selectionModel();
+        setSelectionModel(new CProcessorSelectionModel(newModel, this));
+        delete given;
+    }
+    // Behind the selection model, which forgets the selection when the model is reset.
     m_arrivals->setModel(treeModel());
-    if (!newModel)
-        return;
-    QItemSelectionModel* const given = selectionModel();
-    setSelectionModel(new CProcessorSelectionModel(newModel, this));
-    delete given;
 }
 
 void CProcessorTreeView::SetLocked(bool locked)
