@@ -131,7 +131,14 @@ void CProcessorTreeView::RenameSelection()
 {
     const QList<QPersistentModelIndex> selected = selectedRows();
     if (selected.size() == 1)
-        edit(selected.first());
+        rename(selected.first());
+}
+
+/// Unlike the base's edit(index), no complaint about a row that is gone or has no name to edit.
+void CProcessorTreeView::rename(const QModelIndex& index)
+{
+    if (index.isValid())
+        edit(index, AllEditTriggers, nullptr);
 }
 
 void CProcessorTreeView::AddGroup()
@@ -165,7 +172,7 @@ void CProcessorTreeView::onGroupArrived(const QUuid& id)
     if (!alive || !index.isValid())
         return;
     scrollTo(index);
-    edit(index);
+    rename(index);
 }
 
 void CProcessorTreeView::AddProcessors(AddKind kind)

@@ -78,6 +78,7 @@ protected:
 private:
     CProcessorTreeModel* treeModel() const;
     QList<QPersistentModelIndex> selectedRows() const;
+    void rename(const QModelIndex& index);
     void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
     bool refusesDrag(QMouseEvent* event) const;
 

@@ -88,7 +88,7 @@ void CProcessorTreeView::addAddEntries(CTreeMenu& menu)
 
 void CProcessorTreeView::addGroupEntries(CTreeMenu& menu, const QPersistentModelIndex& index)
 {
-    menu.add(tr("Rename"), [this, index] { edit(index); });
+    menu.add(tr("Rename"), [this, index] { rename(index); });
     menu.addSeparator();
     menu.add(
         tr("Delete"), [this] { DeleteSelection(); }, !isReadOnly());
@@ -103,7 +103,7 @@ void CProcessorTreeView::addProcessorEntries(CTreeMenu& menu, const QPersistentM
     const QUuid id = index.data(UuidRole).toUuid();
     const bool guarded = handler->GetProcessorNode(id).hostFlag13;
     if (!guarded || handler->CanRenameProcessor(id)) {
-        menu.add(tr("Rename"), [this, index] { edit(index); });
+        menu.add(tr("Rename"), [this, index] { rename(index); });
         menu.addSeparator();
     }
     if (!menu.menu() || !treeModel() || treeModel()->getAllProcessorCount() < 2)
