@@ -26,14 +26,19 @@ AddPath addPath()
     return usesAddresses ? AddPath::Addresses : AddPath::Count;
 }
 
+int presetOutputs()
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler ? handler->GetFixedOutputCount() : 0;
+}
+
 std::optional<Addition> askForCount(AddKind kind, QWidget* parent)
 {
     Addition addition;
     addition.count = kind == AddKind::One ? 1 : 2;
     if (kind != AddKind::Custom)
         return addition;
-    const auto handler = GetTargetSelectHandler();
-    CCustomAddProcessor dialog(handler ? handler->GetFixedOutputCount() : 0, parent);
+    CCustomAddProcessor dialog(presetOutputs(), parent);
     if (dialog.exec() != QDialog::Accepted)
         return {};
     const auto [count, outputs] = dialog.addition();

@@ -30,6 +30,18 @@ void appendHostEntries(CTreeMenu& menu, EPrcTreeNodeType type, const QUuid& id)
         handler->AppendContextMenu(type, id, isReadOnly(), menu.menu());
 }
 
+/// Whether the host protects one of its selected processors.
+bool isDeletionBlocked()
+{
+    const auto handler = GetTargetSelectHandler();
+    if (!handler)
+        return true;
+    const QList<QUuid> selected = handler->GetSelectedProcessors();
+    return std::any_of(selected.begin(), selected.end(), [&](const QUuid& processor) {
+        return handler->IsDeleteBlocked(processor);
+    });
+}
+
 void highlightFrontPanel(bool on)
 {
     if (const auto handler = GetTargetSelectHandler())
@@ -148,9 +160,6 @@ bool CProcessorTreeView::offersSelectionMenu() const
 
 void CProcessorTreeView::runSelectionMenu(const QModelIndex& index, const QPoint& pos)
 {
-    const auto handler = GetTargetSelectHandler();
-    if (!handler)
-        return;
     const QPointer<CProcessorTreeView> alive(this);
     const QUuid id = index.data(UuidRole).toUuid();
     const QPoint place = viewport()->mapToGlobal(pos);
@@ -159,11 +168,7 @@ void CProcessorTreeView::runSelectionMenu(const QModelIndex& index, const QPoint
         menu.add(tr("Add processor group"), [this] { groupSelection(); });
         menu.addSeparator();
     }
-    const QList<QUuid> selected = handler->GetSelectedProcessors();
-    const bool blocked = std::any_of(selected.begin(), selected.end(), [&](const QUuid& processor) {
-        return handler->IsDeleteBlocked(processor);
-    });
-    if (!blocked && alive)
+    if (!isDeletionBlocked() && alive)
         menu.add(
             tr("Delete"), [this] { DeleteSelection(); }, !isReadOnly());
     if (alive)
