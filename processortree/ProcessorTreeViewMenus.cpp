@@ -37,9 +37,8 @@ bool isDeletionBlocked()
     if (!handler)
         return true;
     const QList<QUuid> selected = handler->GetSelectedProcessors();
-    return std::any_of(selected.begin(), selected.end(), [&](const QUuid& processor) {
-        return handler->IsDeleteBlocked(processor);
-    });
+    return std::any_of(selected.begin(), selected.end(),
+                       [&](const QUuid& processor) { return handler->IsDeleteBlocked(processor); });
 }
 
 void highlightFrontPanel(bool on)
