@@ -59,6 +59,7 @@ CProcessorTreeView::CProcessorTreeView(QWidget* parent)
     : CTreeView(parent)
     , m_delegate(new CProcessorTreeDelegate(this))
     , m_arrivals(new CArrivalWatch(this))
+    , m_groupToFill(new CArrivalWatch(this))
 {
     setItemDelegate(m_delegate);
     setEditTriggers(NoEditTriggers);
@@ -73,6 +74,9 @@ CProcessorTreeView::CProcessorTreeView(QWidget* parent)
     connect(m_arrivals, &CArrivalWatch::groupArrived, this, &CProcessorTreeView::onGroupArrived);
     connect(m_arrivals, &CArrivalWatch::processorArrived, this,
             &CProcessorTreeView::onProcessorArrived);
+    // Queued: others still have to hear of the group before rows move into it.
+    connect(m_groupToFill, &CArrivalWatch::groupArrived, this,
+            &CProcessorTreeView::onGroupToFillArrived, Qt::QueuedConnection);
     addShortcut(Qt::Key_F2, &CProcessorTreeView::RenameSelection);
     addShortcut(Qt::Key_Delete, &CProcessorTreeView::DeleteSelection);
     addShortcut(Qt::CTRL + Qt::Key_G, &CProcessorTreeView::groupSelection);
@@ -102,6 +106,7 @@ void CProcessorTreeView::setModel(QAbstractItemModel* newModel)
     }
     // Behind the selection model, which forgets the selection when the model is reset.
     m_arrivals->setModel(treeModel());
+    m_groupToFill->setModel(treeModel());
 }
 
 void CProcessorTreeView::SetLocked(bool locked)

@@ -2,6 +2,7 @@
 
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
+#include "processortree/ArrivalWatch.h"
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/ProcessorTreeView.h"
@@ -9,6 +10,7 @@
 
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QStandardItem>
 
 #include <algorithm>
 
@@ -195,7 +197,28 @@ void CProcessorTreeView::groupSelection()
     const QPointer<CProcessorTreeView> alive(this);
     if (isReadOnly() || !offersSelectionMenu() || !alive || !mayGroupSelection() || !alive)
         return;
+    m_toGroup.clear();
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    for (const QPersistentModelIndex& index : selected)
+        m_toGroup.append(index.data(UuidRole).toUuid());
     const QUuid group = createGroup();
-    if (alive && !group.isNull())
-        moveSelectionTo(group);
+    if (!alive || group.isNull() || !treeModel())
+        return;
+    if (treeModel()->getItem(group))
+        onGroupToFillArrived(group);
+    else
+        m_groupToFill->expectGroup(group);
+}
+
+void CProcessorTreeView::onGroupToFillArrived(const QUuid& id)
+{
+    const CProcessorTreeModel* tree = treeModel();
+    QList<QPersistentModelIndex> rows;
+    for (const QUuid& processor : qAsConst(m_toGroup)) {
+        const QStandardItem* item = tree ? tree->getItem(processor) : nullptr;
+        if (item)
+            rows.append(item->index());
+    }
+    m_toGroup.clear();
+    moveTo(rows, id);
 }

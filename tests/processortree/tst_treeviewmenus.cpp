@@ -68,6 +68,8 @@ private slots:
     void shouldOfferTheMenuOfSeveral_data();
     void shouldOfferTheMenuOfSeveral();
     void shouldOpenTheMenuOfSeveralOnlyThen();
+    void shouldGroupTheSelected_data();
+    void shouldGroupTheSelected();
     void shouldSpeakTheUsersLanguage();
     void shouldRenameNothingThatIsGone();
     void shouldOutliveAViewDestroyedMeanwhile_data();
@@ -352,6 +354,44 @@ void TreeViewMenusTest::shouldOpenTheMenuOfSeveralOnlyThen()
         tree.rightClick(1);
         QVERIFY(offered.contains(QLatin1String("Rename")));
     }
+}
+
+void TreeViewMenusTest::shouldGroupTheSelected_data()
+{
+    QTest::addColumn<bool>("early");
+    QTest::addColumn<bool>("atOnce");
+    QTest::newRow("early") << true << false;
+    QTest::newRow("late") << false << false;
+    QTest::newRow("late, in a reset") << false << true;
+}
+
+void TreeViewMenusTest::shouldGroupTheSelected()
+{
+    QFETCH(bool, early);
+    QFETCH(bool, atOnce);
+    DrivenTree tree;
+    tree.host().selectionMode = 2;
+    tree.host().selectedProcessors = QList<QUuid>{testId(2), testId(3)};
+    tree.host().createdGroup = testId(12);
+    tree.host().setGroup(testGroup(12, QStringLiteral("Group 3")));
+    tree.select({2, 3});
+    const auto arrive = [&] {
+        if (atOnce)
+            tree.panel.notify(16);
+        else
+            tree.panel.notify<QUuid>(17, testId(12));
+    };
+    if (early)
+        tree.inside(QStringLiteral("CreateGroup"), arrive);
+    tree.driver.then([](QWidget& menu) { choose(menu, QStringLiteral("Add processor group")); });
+    tree.rightClick(3);
+    QCOMPARE(tree.asked({QStringLiteral("CreateGroup")}), QStringLiteral("CreateGroup(Group 3)"));
+    if (!early)
+        arrive();
+    QTRY_COMPARE(tree.panel.dump(),
+                 QStringLiteral("All processors(4)[G10[1],G11[],Group 3[2,3],4]"));
+    QCOMPARE(tree.selected(), QStringLiteral("2,3"));
+    QVERIFY(tree.view->isExpanded(tree.index(12)));
 }
 
 void TreeViewMenusTest::shouldSpeakTheUsersLanguage()
