@@ -61,7 +61,7 @@ TreeDeletion askForDeletion(const CProcessorTreeModel& model,
         if (type == NodeGroup) {
             const QUuid id = index.data(UuidRole).toUuid();
             if (mayUngroup(model, index, parent))
-                return {{}, id};
+                return index.isValid() ? TreeDeletion{{}, id} : TreeDeletion();
             if (!alive || !aliveParent)
                 return {};
         }

@@ -48,6 +48,8 @@ private slots:
     void shouldStandOnAnotherRowAfterwards_data();
     void shouldStandOnAnotherRowAfterwards();
     void shouldStandOnTheRootAfterAGroup();
+    void shouldWaitForAllThatWereAskedFor();
+    void shouldStandOnTheRootWhenTheHostRemovesTheGroup();
 };
 
 void TreeViewDeletingTest::shouldAskBeforeDeleting_data()
@@ -281,6 +283,38 @@ void TreeViewDeletingTest::shouldStandOnTheRootAfterAGroup()
     tree.select({10});
     tree.driver.thenEnter();
     press(tree, Qt::Key_Delete);
+    QCOMPARE(tree.selected(), QStringLiteral("All processors(4)"));
+}
+
+void TreeViewDeletingTest::shouldWaitForAllThatWereAskedFor()
+{
+    DrivenTree tree;
+    tree.fill({testGroup(10)},
+              {testProcessor(1, 10), testProcessor(2, 10), testProcessor(3, 10), testProcessor(4)});
+    tree.select({1, 2});
+    tree.driver.thenEnter().thenEnter();
+    press(tree, Qt::Key_Delete);
+    tree.panel.notify<QUuid>(20, testId(1));
+    QCOMPARE(tree.selected(), QStringLiteral("2"));
+    // The host kept it, and the user asks once more.
+    tree.activate();
+    press(tree, Qt::Key_Delete);
+    tree.panel.notify<QUuid>(20, testId(2));
+    QCOMPARE(tree.selected(), QStringLiteral("3"));
+    QCOMPARE(tree.current(), QStringLiteral("3"));
+}
+
+void TreeViewDeletingTest::shouldStandOnTheRootWhenTheHostRemovesTheGroup()
+{
+    DrivenTree tree;
+    tree.select({10});
+    tree.driver.then([&](QWidget& box) {
+        tree.panel.notify<QUuid>(20, testId(10));
+        tree.host().clearCalls();
+        clickButton(box, QStringLiteral("Yes"));
+    });
+    press(tree, Qt::Key_Delete);
+    QCOMPARE(tree.asked(kChanges), QString());
     QCOMPARE(tree.selected(), QStringLiteral("All processors(4)"));
 }
 
