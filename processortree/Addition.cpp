@@ -7,7 +7,9 @@
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/CustomAddProcessor.h"
 
+#include <QPointer>
 #include <QUuid>
+#include <QWidget>
 
 namespace {
 
@@ -26,14 +28,23 @@ AddPath addPath()
     return usesAddresses ? AddPath::Addresses : AddPath::Count;
 }
 
+int presetOutputs()
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler ? handler->GetFixedOutputCount() : 0;
+}
+
 std::optional<Addition> askForCount(AddKind kind, QWidget* parent)
 {
     Addition addition;
     addition.count = kind == AddKind::One ? 1 : 2;
     if (kind != AddKind::Custom)
         return addition;
-    const auto handler = GetTargetSelectHandler();
-    CCustomAddProcessor dialog(handler ? handler->GetFixedOutputCount() : 0, parent);
+    const QPointer<QWidget> alive(parent);
+    const int preset = presetOutputs();
+    if (!alive)
+        return {};
+    CCustomAddProcessor dialog(preset, parent);
     if (dialog.exec() != QDialog::Accepted)
         return {};
     const auto [count, outputs] = dialog.addition();
@@ -67,8 +78,9 @@ std::optional<Addition> askForAddresses(AddKind kind, bool forList, QWidget* par
 /// The dialog puts its addresses into the host's list; what is new there is what it produced.
 std::optional<Addition> askForEntries(AddKind kind, QWidget* parent)
 {
+    const QPointer<QWidget> alive(parent);
     QStringList before = HostIPList::entries();
-    if (!askForAddresses(kind, true, parent))
+    if (!alive || !askForAddresses(kind, true, parent))
         return {};
     Addition addition;
     const QStringList after = HostIPList::entries();
@@ -83,7 +95,11 @@ std::optional<Addition> askForEntries(AddKind kind, QWidget* parent)
 
 std::optional<Addition> askForAddition(AddKind kind, QWidget* parent)
 {
-    switch (addPath()) {
+    const QPointer<QWidget> alive(parent);
+    const AddPath path = addPath();
+    if (!alive)
+        return {};
+    switch (path) {
     case AddPath::Count:
         return askForCount(kind, parent);
     case AddPath::Addresses:

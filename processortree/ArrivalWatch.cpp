@@ -63,9 +63,12 @@ void CArrivalWatch::look()
     if (!m_group.isNull() && m_model->getItem(m_group)) {
         const QUuid group = m_group;
         m_group = QUuid();
+        const QPointer<CArrivalWatch> alive(this);
         emit groupArrived(group);
+        if (!alive)
+            return;
     }
-    if (m_expected <= 0)
+    if (!m_model || m_expected <= 0)
         return;
     QUuid newest;
     qint32 highest = -1;

@@ -16,7 +16,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QShortcut>
-#include <QSignalBlocker>
 #include <QStandardItem>
 
 #include <algorithm>
@@ -60,6 +59,7 @@ CProcessorTreeView::CProcessorTreeView(QWidget* parent)
     : CTreeView(parent)
     , m_delegate(new CProcessorTreeDelegate(this))
     , m_arrivals(new CArrivalWatch(this))
+    , m_groupToFill(new CArrivalWatch(this))
 {
     setItemDelegate(m_delegate);
     setEditTriggers(NoEditTriggers);
@@ -74,6 +74,9 @@ CProcessorTreeView::CProcessorTreeView(QWidget* parent)
     connect(m_arrivals, &CArrivalWatch::groupArrived, this, &CProcessorTreeView::onGroupArrived);
     connect(m_arrivals, &CArrivalWatch::processorArrived, this,
             &CProcessorTreeView::onProcessorArrived);
+    // Queued: others still have to hear of the group before rows move into it.
+    connect(m_groupToFill, &CArrivalWatch::groupArrived, this,
+            &CProcessorTreeView::onGroupToFillArrived, Qt::QueuedConnection);
     addShortcut(Qt::Key_F2, &CProcessorTreeView::RenameSelection);
     addShortcut(Qt::Key_Delete, &CProcessorTreeView::DeleteSelection);
     addShortcut(Qt::CTRL + Qt::Key_G, &CProcessorTreeView::groupSelection);
@@ -96,12 +99,14 @@ CProcessorTreeModel* CProcessorTreeView::treeModel() const
 void CProcessorTreeView::setModel(QAbstractItemModel* newModel)
 {
     CTreeView::setModel(newModel);
+    if (newModel) {
+        QItemSelectionModel* const given = selectionModel();
+        setSelectionModel(new CProcessorSelectionModel(newModel, this));
+        delete given;
+    }
+    // Behind the selection model, which forgets the selection when the model is reset.
     m_arrivals->setModel(treeModel());
-    if (!newModel)
-        return;
-    QItemSelectionModel* const given = selectionModel();
-    setSelectionModel(new CProcessorSelectionModel(newModel, this));
-    delete given;
+    m_groupToFill->setModel(treeModel());
 }
 
 void CProcessorTreeView::SetLocked(bool locked)
@@ -131,7 +136,14 @@ void CProcessorTreeView::RenameSelection()
 {
     const QList<QPersistentModelIndex> selected = selectedRows();
     if (selected.size() == 1)
-        edit(selected.first());
+        rename(selected.first());
+}
+
+/// Unlike the base's edit(index), no complaint about a row that is gone or has no name to edit.
+void CProcessorTreeView::rename(const QModelIndex& index)
+{
+    if (index.isValid())
+        edit(index, AllEditTriggers, nullptr);
 }
 
 void CProcessorTreeView::AddGroup()
@@ -159,10 +171,13 @@ void CProcessorTreeView::onGroupArrived(const QUuid& id)
     if (!item)
         return;
     const QPersistentModelIndex index(item->index());
+    const QPointer<CProcessorTreeView> alive(this);
     // A group is selected, but never current.
     selectionModel()->select(index, QItemSelectionModel::ClearAndSelect);
+    if (!alive || !index.isValid())
+        return;
     scrollTo(index);
-    edit(index);
+    rename(index);
 }
 
 void CProcessorTreeView::AddProcessors(AddKind kind)
@@ -173,12 +188,12 @@ void CProcessorTreeView::AddProcessors(AddKind kind)
         return;
     const QUuid group = targetGroup();
     m_arrivals->expectProcessors(addition->size());
-    {
-        const QSignalBlocker blocker(this);
-        requestAddition(group, *addition);
-        if (!alive)
-            return;
-    }
+    // No QSignalBlocker: the host may destroy the view here.
+    const bool wereBlocked = blockSignals(true);
+    requestAddition(group, *addition);
+    if (!alive)
+        return;
+    blockSignals(wereBlocked);
     if (const QStandardItem* item = treeModel() ? treeModel()->getItem(group) : nullptr)
         expand(item->index());
 }

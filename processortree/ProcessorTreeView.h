@@ -78,6 +78,7 @@ protected:
 private:
     CProcessorTreeModel* treeModel() const;
     QList<QPersistentModelIndex> selectedRows() const;
+    void rename(const QModelIndex& index);
     void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
     bool refusesDrag(QMouseEvent* event) const;
 
@@ -94,7 +95,8 @@ private:
     QUuid targetGroup() const;
     void onGroupArrived(const QUuid& id);
     void onProcessorArrived(const QUuid& id);
-    void moveSelectionTo(const QUuid& group);
+    void onGroupToFillArrived(const QUuid& id);
+    void moveTo(const QList<QPersistentModelIndex>& rows, const QUuid& group);
     void selectMoved(const QList<QPersistentModelIndex>& moved);
     QModelIndex dropTarget(const QPoint& position, bool* nowhere) const;
     void setDropTarget(const QModelIndex& index);
@@ -102,6 +104,8 @@ private:
 
     CProcessorTreeDelegate* m_delegate; // Qt child
     CArrivalWatch* m_arrivals;          // Qt child
+    CArrivalWatch* m_groupToFill;       // Qt child
+    QList<QUuid> m_toGroup;             // processors that go into that group
     QList<QShortcut*> m_shortcuts;      // Qt children
     QPersistentModelIndex m_dropTarget; // while something is dragged over it
     int m_pendingDeletions = 0;

@@ -73,20 +73,20 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
     if (target.isValid())
         expand(target);
     const QPointer<CProcessorTreeView> alive(this);
-    moveSelectionTo(group);
+    moveTo(selectedRows(), group);
     if (alive) {
         m_delegate->resetButtonState();
         viewport()->update();
     }
 }
 
-void CProcessorTreeView::moveSelectionTo(const QUuid& group)
+void CProcessorTreeView::moveTo(const QList<QPersistentModelIndex>& rows, const QUuid& group)
 {
     CProcessorTreeModel* tree = treeModel();
     if (!tree)
         return;
     const QPointer<CProcessorTreeView> alive(this);
-    const QList<QPersistentModelIndex> moved = tree->moveProcessors(selectedRows(), group);
+    const QList<QPersistentModelIndex> moved = tree->moveProcessors(rows, group);
     if (alive)
         selectMoved(moved);
 }

@@ -2,6 +2,7 @@
 
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
+#include "processortree/ArrivalWatch.h"
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/ProcessorTreeView.h"
@@ -9,6 +10,7 @@
 
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QStandardItem>
 
 #include <algorithm>
 
@@ -28,6 +30,17 @@ void appendHostEntries(CTreeMenu& menu, EPrcTreeNodeType type, const QUuid& id)
     const auto handler = GetTargetSelectHandler();
     if (handler && menu.menu())
         handler->AppendContextMenu(type, id, isReadOnly(), menu.menu());
+}
+
+/// Whether the host protects one of its selected processors.
+bool isDeletionBlocked()
+{
+    const auto handler = GetTargetSelectHandler();
+    if (!handler)
+        return true;
+    const QList<QUuid> selected = handler->GetSelectedProcessors();
+    return std::any_of(selected.begin(), selected.end(),
+                       [&](const QUuid& processor) { return handler->IsDeleteBlocked(processor); });
 }
 
 void highlightFrontPanel(bool on)
@@ -88,7 +101,7 @@ void CProcessorTreeView::addAddEntries(CTreeMenu& menu)
 
 void CProcessorTreeView::addGroupEntries(CTreeMenu& menu, const QPersistentModelIndex& index)
 {
-    menu.add(tr("Rename"), [this, index] { edit(index); });
+    menu.add(tr("Rename"), [this, index] { rename(index); });
     menu.addSeparator();
     menu.add(
         tr("Delete"), [this] { DeleteSelection(); }, !isReadOnly());
@@ -103,7 +116,7 @@ void CProcessorTreeView::addProcessorEntries(CTreeMenu& menu, const QPersistentM
     const QUuid id = index.data(UuidRole).toUuid();
     const bool guarded = handler->GetProcessorNode(id).hostFlag13;
     if (!guarded || handler->CanRenameProcessor(id)) {
-        menu.add(tr("Rename"), [this, index] { edit(index); });
+        menu.add(tr("Rename"), [this, index] { rename(index); });
         menu.addSeparator();
     }
     if (!menu.menu() || !treeModel() || treeModel()->getAllProcessorCount() < 2)
@@ -148,9 +161,6 @@ bool CProcessorTreeView::offersSelectionMenu() const
 
 void CProcessorTreeView::runSelectionMenu(const QModelIndex& index, const QPoint& pos)
 {
-    const auto handler = GetTargetSelectHandler();
-    if (!handler)
-        return;
     const QPointer<CProcessorTreeView> alive(this);
     const QUuid id = index.data(UuidRole).toUuid();
     const QPoint place = viewport()->mapToGlobal(pos);
@@ -159,11 +169,7 @@ void CProcessorTreeView::runSelectionMenu(const QModelIndex& index, const QPoint
         menu.add(tr("Add processor group"), [this] { groupSelection(); });
         menu.addSeparator();
     }
-    const QList<QUuid> selected = handler->GetSelectedProcessors();
-    const bool blocked = std::any_of(selected.begin(), selected.end(), [&](const QUuid& processor) {
-        return handler->IsDeleteBlocked(processor);
-    });
-    if (!blocked && alive)
+    if (!isDeletionBlocked() && alive)
         menu.add(
             tr("Delete"), [this] { DeleteSelection(); }, !isReadOnly());
     if (alive)
@@ -191,7 +197,28 @@ void CProcessorTreeView::groupSelection()
     const QPointer<CProcessorTreeView> alive(this);
     if (isReadOnly() || !offersSelectionMenu() || !alive || !mayGroupSelection() || !alive)
         return;
+    m_toGroup.clear();
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    for (const QPersistentModelIndex& index : selected)
+        m_toGroup.append(index.data(UuidRole).toUuid());
     const QUuid group = createGroup();
-    if (alive && !group.isNull())
-        moveSelectionTo(group);
+    if (!alive || group.isNull() || !treeModel())
+        return;
+    if (treeModel()->getItem(group))
+        onGroupToFillArrived(group);
+    else
+        m_groupToFill->expectGroup(group);
+}
+
+void CProcessorTreeView::onGroupToFillArrived(const QUuid& id)
+{
+    const CProcessorTreeModel* tree = treeModel();
+    QList<QPersistentModelIndex> rows;
+    for (const QUuid& processor : qAsConst(m_toGroup)) {
+        const QStandardItem* item = tree ? tree->getItem(processor) : nullptr;
+        if (item)
+            rows.append(item->index());
+    }
+    m_toGroup.clear();
+    moveTo(rows, id);
 }

@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QPointer>
+#include <QWidget>
 
 namespace {
 
@@ -47,6 +48,7 @@ TreeDeletion askForDeletion(const CProcessorTreeModel& model,
                             const QList<QPersistentModelIndex>& selected, QWidget* parent)
 {
     const QPointer<const CProcessorTreeModel> alive(&model);
+    const QPointer<QWidget> aliveParent(parent);
     for (const QPersistentModelIndex& index : selected) {
         const auto type = nodeType(index);
         if (type == NodeProcessor) {
@@ -59,8 +61,8 @@ TreeDeletion askForDeletion(const CProcessorTreeModel& model,
         if (type == NodeGroup) {
             const QUuid id = index.data(UuidRole).toUuid();
             if (mayUngroup(model, index, parent))
-                return {{}, id};
-            if (!alive)
+                return index.isValid() ? TreeDeletion{{}, id} : TreeDeletion();
+            if (!alive || !aliveParent)
                 return {};
         }
     }

@@ -20,6 +20,14 @@ QString entryOf(const QString& ip, const QString& name)
     return ip + QLatin1Char('(') + name + QLatin1Char(')');
 }
 
+QString joined(const QList<QUuid>& ids)
+{
+    QStringList texts;
+    for (const QUuid& id : ids)
+        texts.append(id.toString());
+    return texts.join(QLatin1Char(','));
+}
+
 QString addressIn(const QString& entry)
 {
     return entry.section(QLatin1Char('('), 0, 0);
@@ -122,11 +130,10 @@ void FakeHandler::SetObserver(CObserver* newObserver)
 void FakeHandler::AppendContextMenu(EPrcTreeNodeType type, const QUuid& id, bool readOnly,
                                     QMenu* menu)
 {
-    note("AppendContextMenu");
-    Q_UNUSED(type)
-    Q_UNUSED(id)
-    Q_UNUSED(readOnly)
-    Q_UNUSED(menu)
+    note("AppendContextMenu", QString::number(type) + QLatin1Char(',') + id.toString()
+                                  + QLatin1String(readOnly ? ",true" : ",false"));
+    if (appendEntries)
+        appendEntries(*menu);
 }
 
 quint32 FakeHandler::DetectAllDevices()
@@ -242,22 +249,20 @@ ProcessorGroupNode FakeHandler::GetGroupNode(const QUuid& id)
 
 void FakeHandler::AddProcessors(const QUuid& group, int count)
 {
-    note("AddProcessors");
-    Q_UNUSED(group)
-    Q_UNUSED(count)
+    note("AddProcessors", group.toString() + QLatin1Char(',') + QString::number(count));
 }
 
 void FakeHandler::AddProcessorsWithIps(const QUuid& group, const QList<quint32>& addresses)
 {
-    note("AddProcessorsWithIps");
-    Q_UNUSED(group)
-    Q_UNUSED(addresses)
+    QStringList texts{group.toString()};
+    for (const quint32 address : addresses)
+        texts.append(dotted(address));
+    note("AddProcessorsWithIps", texts.join(QLatin1Char(',')));
 }
 
 void FakeHandler::DeleteProcessors(const QList<QUuid>& ids)
 {
-    note("DeleteProcessors");
-    Q_UNUSED(ids)
+    note("DeleteProcessors", joined(ids));
 }
 
 void FakeHandler::SetProcessorGroup(const ProcessorGroupNode& group, const QUuid& groupId,
@@ -280,23 +285,20 @@ ProcessorNode FakeHandler::GetProcessorNode(const QUuid& id)
 
 bool FakeHandler::CanRenameProcessor(const QUuid& id)
 {
-    note("CanRenameProcessor");
-    Q_UNUSED(id)
-    return false;
+    note("CanRenameProcessor", id.toString());
+    return canRename;
 }
 
 bool FakeHandler::CanAddProcessors(const ProcessorNode& first)
 {
-    note("CanAddProcessors");
-    Q_UNUSED(first)
-    return false;
+    note("CanAddProcessors", first.name);
+    return canAdd;
 }
 
 bool FakeHandler::IsAddProcessorsEnabled(const ProcessorNode& first)
 {
-    note("IsAddProcessorsEnabled");
-    Q_UNUSED(first)
-    return false;
+    note("IsAddProcessorsEnabled", first.name);
+    return addEnabled;
 }
 
 bool FakeHandler::RenameProcessor(const QUuid& id, const QString& name)
@@ -307,20 +309,18 @@ bool FakeHandler::RenameProcessor(const QUuid& id, const QString& name)
 
 void FakeHandler::SetNewProcessorOutputs(int outputs)
 {
-    note("SetNewProcessorOutputs");
-    Q_UNUSED(outputs)
+    note("SetNewProcessorOutputs", QString::number(outputs));
 }
 
 QUuid FakeHandler::CreateGroup(const ProcessorGroupNode& group)
 {
     note("CreateGroup", group.name);
-    return QUuid::createUuid();
+    return createdGroup.isNull() ? QUuid::createUuid() : createdGroup;
 }
 
 void FakeHandler::Ungroup(const QUuid& id)
 {
-    note("Ungroup");
-    Q_UNUSED(id)
+    note("Ungroup", id.toString());
 }
 
 void FakeHandler::RenameGroup(const QUuid& id, const QString& name)
@@ -343,9 +343,8 @@ bool FakeHandler::IsRestrictedMode()
 
 bool FakeHandler::IsDeleteBlocked(const QUuid& id)
 {
-    note("IsDeleteBlocked");
-    Q_UNUSED(id)
-    return false;
+    note("IsDeleteBlocked", id.toString());
+    return deleteBlocked.contains(id);
 }
 
 bool FakeHandler::CheckProcessor(const ProcessorNode& processor)
@@ -357,7 +356,7 @@ bool FakeHandler::CheckProcessor(const ProcessorNode& processor)
 bool FakeHandler::UsesIpAddressing()
 {
     note("UsesIpAddressing");
-    return false;
+    return usesIpAddressing;
 }
 
 bool FakeHandler::IsLanUsbMode()
@@ -469,15 +468,13 @@ bool FakeHandler::IsIpManagementAvailable()
 
 void FakeHandler::AddProcessorsFromIpList(const QUuid& group, const QStringList& entries)
 {
-    note("AddProcessorsFromIpList");
-    Q_UNUSED(group)
-    Q_UNUSED(entries)
+    note("AddProcessorsFromIpList",
+         group.toString() + QLatin1Char(',') + entries.join(QLatin1Char(',')));
 }
 
 void FakeHandler::PreDeleteProcessors(const QList<QUuid>& ids)
 {
-    note("PreDeleteProcessors");
-    Q_UNUSED(ids)
+    note("PreDeleteProcessors", joined(ids));
 }
 
 bool FakeHandler::AcceptProcessorForSnapshot(const ProcessorNode& processor)
@@ -494,18 +491,16 @@ void FakeHandler::ShowTipMessage(const QString& text)
 bool FakeHandler::IsFrontPanelHighlightAvailable()
 {
     note("IsFrontPanelHighlightAvailable");
-    return false;
+    return frontPanelAvailable;
 }
 
 bool FakeHandler::IsFrontPanelHighlighted(const QUuid& id)
 {
-    note("IsFrontPanelHighlighted");
-    Q_UNUSED(id)
-    return false;
+    note("IsFrontPanelHighlighted", id.toString());
+    return frontPanelLit;
 }
 
 void FakeHandler::SetFrontPanelHighlight(bool on)
 {
-    note("SetFrontPanelHighlight");
-    Q_UNUSED(on)
+    note("SetFrontPanelHighlight", QLatin1String(on ? "true" : "false"));
 }

@@ -62,6 +62,15 @@ public:
     int fixedOutputCount = 0;
     int selectionMode = 0;
     QList<QUuid> selectedProcessors;
+    bool canRename = false;
+    bool canAdd = false;
+    bool addEnabled = false;
+    bool usesIpAddressing = false;
+    bool frontPanelAvailable = false;
+    bool frontPanelLit = false;
+    QList<QUuid> deleteBlocked;
+    QUuid createdGroup; ///< Null creates another one each time.
+    std::function<void(QMenu& menu)> appendEntries;
 
     /// The IP list as entries. Requests to add, modify, delete and clear change it.
     QStringList ipList;

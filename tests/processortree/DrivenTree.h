@@ -1,0 +1,184 @@
+#pragma once
+
+#include "plugin/TargetSelectData.h"
+#include "processortree/ProcessorTreeModel.h"
+#include "processortree/ProcessorTreeView.h"
+#include "tests/support/DialogDriver.h"
+#include "tests/support/TestPanel.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QStandardItem>
+#include <QTest>
+
+/// The view of the processor tree, which the host may destroy, over the host's project, expanded,
+/// and somebody who answers its menus and boxes. The groups 10 and 11, of which 10 holds the
+/// processors 1 and 2, and 3 and 4 outside.
+struct DrivenTree
+{
+    DrivenTree()
+        : view(new CProcessorTreeView)
+    {
+        fill({testGroup(10), testGroup(11)},
+             {testProcessor(1, 10), testProcessor(2, 10), testProcessor(3), testProcessor(4)});
+        view->setModel(&model());
+        view->expandAll();
+        view->resize(300, 420);
+        view->show();
+        activate();
+        host().clearCalls();
+    }
+
+    ~DrivenTree() { delete view; }
+    DrivenTree(const DrivenTree&) = delete;
+    DrivenTree& operator=(const DrivenTree&) = delete;
+
+    FakeHandler& host() { return panel.host(); }
+    CProcessorTreeModel& model() { return panel.model(); }
+
+    void fill(const QList<ProcessorGroupNode>& groups, const QList<ProcessorNode>& processors)
+    {
+        host().setProject(groups, processors);
+        model().reset();
+        if (view)
+            view->expandAll();
+        host().clearCalls();
+    }
+
+    /// Gives the view the keyboard, at first and after a box had it.
+    void activate() const
+    {
+        view->activateWindow();
+        view->setFocus();
+        if (!QTest::qWaitForWindowActive(view))
+            QTest::qFail("the view is not active", __FILE__, __LINE__);
+    }
+
+    /// Row `n`; 0 is the root.
+    QModelIndex index(quint32 n)
+    {
+        const QStandardItem* item = model().getItem(testId(n));
+        return item ? item->index() : QModelIndex();
+    }
+
+    /// A place on the name of row `n`.
+    QPoint place(quint32 n)
+    {
+        const QRect row = view->visualRect(index(n));
+        return {row.left() + 70, row.center().y()};
+    }
+
+    /// Selects the rows one after the other; the first one is current where it may be.
+    void select(const QList<quint32>& rows)
+    {
+        QItemSelectionModel* const selection = view->selectionModel();
+        selection->clearSelection();
+        for (const quint32 n : rows)
+            selection->select(index(n), QItemSelectionModel::Select);
+        if (!rows.isEmpty())
+            selection->setCurrentIndex(index(rows.first()), QItemSelectionModel::NoUpdate);
+        host().clearCalls();
+    }
+
+    /// Press, request for a menu, release: what the platform sends.
+    void rightClick(quint32 n)
+    {
+        QWidget* const viewport = view->viewport();
+        const QPoint position = place(n);
+        QTest::mousePress(viewport, Qt::RightButton, Qt::NoModifier, position);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, position,
+                                viewport->mapToGlobal(position));
+        QApplication::sendEvent(viewport, &event);
+        if (view)
+            QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, position);
+    }
+
+    QString selected() const
+    {
+        QStringList texts;
+        const QModelIndexList rows = view->selectionModel()->selectedIndexes();
+        for (const QModelIndex& row : rows)
+            texts.append(row.data().toString());
+        return texts.join(QLatin1Char(','));
+    }
+
+    QString current() const { return view->currentIndex().data().toString(); }
+
+    /// The field that is open for a name; null when there is none.
+    QLineEdit* editor() const { return view->viewport()->findChild<QLineEdit*>(); }
+
+    /// What the host was asked of `names`, with identities as numbers: "AddProcessors(10,1)".
+    QString asked(const QStringList& names)
+    {
+        QStringList texts;
+        const auto calls = host().calls();
+        for (const FakeHandler::Call& call : calls) {
+            if (names.contains(call.name))
+                texts.append(call.name + QLatin1Char('(') + numbered(call.argument)
+                             + QLatin1Char(')'));
+        }
+        return texts.join(QLatin1Char(' '));
+    }
+
+    /// Has the host do `action`, once, inside the question of that name.
+    void inside(const QString& name, std::function<void()> action)
+    {
+        host().inside = [this, name, action = std::move(action)](const QString& asked) {
+            if (asked != name)
+                return;
+            const auto once = action;
+            host().inside = nullptr;
+            once();
+        };
+    }
+
+    WarningTrap trap;
+    TestPanel panel;
+    QPointer<CProcessorTreeView> view;
+    DialogDriver driver;
+
+private:
+    static QString numbered(QString text)
+    {
+        for (quint32 n = 0; n < 100; ++n)
+            text.replace(testId(n).toString(), QString::number(n));
+        return text;
+    }
+};
+
+/// "Rename|--|(Delete)": the visible entries, those that are disabled in parentheses.
+inline QString entriesOf(const QWidget& menu)
+{
+    QStringList texts;
+    const auto actions = menu.actions();
+    for (const QAction* action : actions) {
+        if (!action->isVisible())
+            continue;
+        if (action->isSeparator())
+            texts.append(QStringLiteral("--"));
+        else if (action->isEnabled())
+            texts.append(action->text());
+        else
+            texts.append(QStringLiteral("(%1)").arg(action->text()));
+    }
+    return texts.join(QLatin1Char('|'));
+}
+
+/// Chooses an entry with the mouse; the test fails when there is none of that text.
+inline void choose(QWidget& window, const QString& text)
+{
+    auto* menu = qobject_cast<QMenu*>(&window);
+    const auto actions = menu ? menu->actions() : QList<QAction*>();
+    for (QAction* action : actions) {
+        if (action->text() == text && action->isVisible()) {
+            QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
+                              menu->actionGeometry(action).center());
+            return;
+        }
+    }
+    QTest::qFail(qPrintable(QStringLiteral("no entry \"%1\"").arg(text)), __FILE__, __LINE__);
+    window.close();
+}

@@ -1,0 +1,323 @@
+#include "host/common/SoftwareName.h"
+#include "tests/processortree/DrivenTree.h"
+
+namespace {
+
+const QStringList kChanges = {QStringLiteral("IsIpManagementAvailable"),
+                              QStringLiteral("PreDeleteProcessors"),
+                              QStringLiteral("DeleteProcessors"), QStringLiteral("Ungroup"),
+                              QStringLiteral("SetProcessorGroup")};
+
+const QString kDeleteQuestion = QStringLiteral("Want to delete the selected processor?");
+const QString kUngroupQuestion = QStringLiteral(
+    "Are you sure you want to ungroup the selected processor group (the processors under the group "
+    "still remains)?");
+const QString kKeepOne = QStringLiteral("Must keep at least one processor.");
+
+ProcessorNode redundant(quint32 n, quint32 group, int mode)
+{
+    ProcessorNode processor = testProcessor(n, group);
+    processor.redundancyMode = mode;
+    return processor;
+}
+
+void press(const DrivenTree& tree, Qt::Key key)
+{
+    QTest::keyClick(tree.view.data(), key);
+}
+
+} // namespace
+
+class TreeViewDeletingTest final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldAskBeforeDeleting_data();
+    void shouldAskBeforeDeleting();
+    void shouldRefuseRedundantProcessors_data();
+    void shouldRefuseRedundantProcessors();
+    void shouldKeepOneProcessor();
+    void shouldUngroupAfterAsking();
+    void shouldUngroupAnEmptyGroupAtOnce();
+    void shouldAskAboutOneGroupAfterTheOther();
+    void shouldDeleteNothingWhenReadOnly();
+    void shouldLeaveOutRowsThatVanishMeanwhile();
+    void shouldOutliveAViewDestroyedMeanwhile_data();
+    void shouldOutliveAViewDestroyedMeanwhile();
+    void shouldStandOnAnotherRowAfterwards_data();
+    void shouldStandOnAnotherRowAfterwards();
+    void shouldStandOnTheRootAfterAGroup();
+    void shouldWaitForAllThatWereAskedFor();
+    void shouldStandOnTheRootWhenTheHostRemovesTheGroup();
+};
+
+void TreeViewDeletingTest::shouldAskBeforeDeleting_data()
+{
+    QTest::addColumn<bool>("managed");
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("asked");
+    QTest::newRow("yes") << false << "Yes"
+                         << "IsIpManagementAvailable() DeleteProcessors(3,1)";
+    QTest::newRow("no") << false << "No"
+                        << "";
+    QTest::newRow("escape") << false << ""
+                            << "";
+    QTest::newRow("managed") << true << "Yes"
+                             << "IsIpManagementAvailable() PreDeleteProcessors(3,1) "
+                                "DeleteProcessors(3,1)";
+}
+
+void TreeViewDeletingTest::shouldAskBeforeDeleting()
+{
+    QFETCH(bool, managed);
+    QFETCH(QString, button);
+    QFETCH(QString, asked);
+    DrivenTree tree;
+    tree.host().ipManagementAvailable = managed;
+    tree.select({3, 1});
+    tree.driver.then([&](QWidget& box) {
+        QCOMPARE(messageOf(box), kDeleteQuestion);
+        QCOMPARE(box.windowTitle(), custom_software_name());
+        QCOMPARE(box.width(), 330);
+        QCOMPARE(tree.asked(kChanges), QString());
+        if (button.isEmpty())
+            QTest::keyClick(&box, Qt::Key_Escape);
+        else
+            clickButton(box, button);
+    });
+    press(tree, Qt::Key_Delete);
+    QCOMPARE(tree.asked(kChanges), asked);
+    QCOMPARE(tree.selected(), QStringLiteral("3,1"));
+}
+
+void TreeViewDeletingTest::shouldRefuseRedundantProcessors_data()
+{
+    QTest::addColumn<QList<quint32>>("rows");
+    QTest::addColumn<QString>("message");
+    const QString backed = QStringLiteral(
+        "The selected processor has a redundant backup, please disable redundant backup first.");
+    const QString backup = QStringLiteral("Processor%1 has been set to backup redundancy, please "
+                                          "disable backup before delete them.");
+    QTest::newRow("has a backup") << QList<quint32>{1} << backed;
+    QTest::newRow("is a backup") << QList<quint32>{2} << backup.arg(2);
+    QTest::newRow("behind others") << QList<quint32>{3, 4, 2, 1} << backup.arg(2);
+    QTest::newRow("first of two") << QList<quint32>{4, 1, 2} << backed;
+}
+
+void TreeViewDeletingTest::shouldRefuseRedundantProcessors()
+{
+    QFETCH(QList<quint32>, rows);
+    QFETCH(QString, message);
+    DrivenTree tree;
+    tree.fill({testGroup(10)}, {redundant(1, 10, 1), redundant(2, 10, 2), redundant(3, 0, 3),
+                                testProcessor(4), testProcessor(5)});
+    tree.select(rows);
+    const QString before = tree.selected();
+    QString text;
+    tree.driver.thenReadMessage(text);
+    tree.view->DeleteSelection();
+    QCOMPARE(text, message);
+    QCOMPARE(tree.asked(kChanges), QString());
+    QCOMPARE(tree.selected(), before);
+}
+
+void TreeViewDeletingTest::shouldKeepOneProcessor()
+{
+    DrivenTree tree;
+    tree.select({1, 2, 3, 4});
+    QString text;
+    tree.driver.thenReadMessage(text);
+    press(tree, Qt::Key_Delete);
+    QCOMPARE(text, kKeepOne);
+    QCOMPARE(tree.asked(kChanges), QString());
+}
+
+void TreeViewDeletingTest::shouldUngroupAfterAsking()
+{
+    DrivenTree tree;
+    tree.select({10});
+    tree.driver
+        .then([](QWidget& box) {
+            QCOMPARE(messageOf(box), kUngroupQuestion);
+            clickButton(box, QStringLiteral("No"));
+        })
+        .thenEnter();
+    press(tree, Qt::Key_Delete);
+    QCOMPARE(tree.asked(kChanges), QString());
+    tree.activate();
+    press(tree, Qt::Key_Delete);
+    QCOMPARE(tree.asked(kChanges),
+             QStringLiteral("Ungroup(10) SetProcessorGroup(0) SetProcessorGroup(0)"));
+    QCOMPARE(tree.panel.dump(), QStringLiteral("All processors(4)[G11[],3,4,2,1]"));
+}
+
+void TreeViewDeletingTest::shouldUngroupAnEmptyGroupAtOnce()
+{
+    DrivenTree tree;
+    tree.select({11});
+    press(tree, Qt::Key_Delete);
+    QCOMPARE(tree.asked(kChanges), QStringLiteral("Ungroup(11)"));
+    QCOMPARE(tree.panel.dump(), QStringLiteral("All processors(4)[G10[1,2],3,4]"));
+    QCOMPARE(tree.selected(), QStringLiteral("All processors(4)"));
+}
+
+void TreeViewDeletingTest::shouldAskAboutOneGroupAfterTheOther()
+{
+    DrivenTree tree;
+    tree.fill({testGroup(10), testGroup(11)}, {testProcessor(1, 10), testProcessor(2, 11)});
+    tree.select({11, 10});
+    tree.driver.thenEscape().thenEnter();
+    press(tree, Qt::Key_Delete);
+    QCOMPARE(tree.asked(kChanges), QStringLiteral("Ungroup(10) SetProcessorGroup(0)"));
+    QCOMPARE(tree.panel.dump(), QStringLiteral("All processors(2)[G11[2],1]"));
+}
+
+void TreeViewDeletingTest::shouldDeleteNothingWhenReadOnly()
+{
+    DrivenTree tree;
+    tree.panel.data().SetReadOnly(true);
+    for (const quint32 n : {1U, 10U, 11U}) {
+        tree.select({n});
+        press(tree, Qt::Key_Delete);
+        QCOMPARE(tree.asked(kChanges), QString());
+    }
+    tree.panel.data().SetReadOnly(false);
+}
+
+void TreeViewDeletingTest::shouldLeaveOutRowsThatVanishMeanwhile()
+{
+    DrivenTree tree;
+    tree.select({1, 3});
+    tree.driver.then([&](QWidget& box) {
+        tree.model().removeNode(testId(1));
+        clickButton(box, QStringLiteral("Yes"));
+    });
+    press(tree, Qt::Key_Delete);
+    QCOMPARE(tree.asked(kChanges), QStringLiteral("IsIpManagementAvailable() DeleteProcessors(3)"));
+}
+
+void TreeViewDeletingTest::shouldOutliveAViewDestroyedMeanwhile_data()
+{
+    QTest::addColumn<QList<quint32>>("rows");
+    QTest::addColumn<QString>("question");
+    QTest::newRow("box") << QList<quint32>{1} << "";
+    QTest::newRow("box of a group") << QList<quint32>{10, 12} << "";
+    for (const char* question :
+         {"IsIpManagementAvailable", "PreDeleteProcessors", "DeleteProcessors"})
+        QTest::newRow(question) << QList<quint32>{1} << question;
+    for (const char* question : {"Ungroup", "SetProcessorGroup"})
+        QTest::newRow(question) << QList<quint32>{10} << question;
+}
+
+void TreeViewDeletingTest::shouldOutliveAViewDestroyedMeanwhile()
+{
+    QFETCH(QList<quint32>, rows);
+    QFETCH(QString, question);
+    DrivenTree tree;
+    tree.fill({testGroup(10), testGroup(12)},
+              {testProcessor(1, 10), testProcessor(2, 12), testProcessor(3)});
+    tree.host().ipManagementAvailable = true;
+    tree.select(rows);
+    tree.inside(question, [&] { delete tree.view; });
+    tree.driver.then([&](QWidget& box) {
+        if (question.isEmpty())
+            delete tree.view;
+        else
+            clickButton(box, QStringLiteral("Yes"));
+    });
+    tree.view->DeleteSelection();
+    QVERIFY(!tree.view);
+    if (question.isEmpty())
+        QCOMPARE(tree.asked(kChanges), QString());
+    else
+        QVERIFY(tree.asked(kChanges).contains(question));
+}
+
+void TreeViewDeletingTest::shouldStandOnAnotherRowAfterwards_data()
+{
+    QTest::addColumn<QList<quint32>>("rows");
+    QTest::addColumn<QList<quint32>>("removed");
+    QTest::addColumn<QString>("standing");
+    using Rows = QList<quint32>;
+    QTest::newRow("one, next below") << Rows{2} << Rows{2} << "3";
+    QTest::newRow("last in group") << Rows{3} << Rows{3} << "2";
+    QTest::newRow("several") << Rows{1, 2} << Rows{1, 2} << "3";
+    QTest::newRow("several, backwards") << Rows{2, 3} << Rows{3, 2} << "1";
+    QTest::newRow("whole group") << Rows{1, 2, 3} << Rows{1, 2, 3} << "4";
+    QTest::newRow("under the root") << Rows{4} << Rows{4} << "5";
+    QTest::newRow("last under the root") << Rows{6} << Rows{6} << "5";
+    QTest::newRow("in two places") << Rows{1, 4} << Rows{4, 1} << "2";
+}
+
+void TreeViewDeletingTest::shouldStandOnAnotherRowAfterwards()
+{
+    QFETCH(QList<quint32>, rows);
+    QFETCH(QList<quint32>, removed);
+    QFETCH(QString, standing);
+    QList<QUuid> ids;
+    for (const quint32 n : qAsConst(removed))
+        ids.append(testId(n));
+    for (const bool atOnce : {false, true}) {
+        DrivenTree tree;
+        tree.fill({testGroup(10)},
+                  {testProcessor(1, 10), testProcessor(2, 10), testProcessor(3, 10),
+                   testProcessor(4), testProcessor(5), testProcessor(6)});
+        tree.select(rows);
+        tree.driver.thenEnter();
+        press(tree, Qt::Key_Delete);
+        if (atOnce)
+            tree.panel.notify<QList<QUuid>>(21, ids);
+        else
+            for (const QUuid& id : qAsConst(ids))
+                tree.panel.notify<QUuid>(20, id);
+        QCOMPARE(tree.model().getAllProcessorCount(), 6 - ids.size());
+        QCOMPARE(tree.current(), standing);
+        QCOMPARE(tree.selected(), standing);
+    }
+}
+
+void TreeViewDeletingTest::shouldStandOnTheRootAfterAGroup()
+{
+    DrivenTree tree;
+    tree.select({10});
+    tree.driver.thenEnter();
+    press(tree, Qt::Key_Delete);
+    QCOMPARE(tree.selected(), QStringLiteral("All processors(4)"));
+}
+
+void TreeViewDeletingTest::shouldWaitForAllThatWereAskedFor()
+{
+    DrivenTree tree;
+    tree.fill({testGroup(10)},
+              {testProcessor(1, 10), testProcessor(2, 10), testProcessor(3, 10), testProcessor(4)});
+    tree.select({1, 2});
+    tree.driver.thenEnter().thenEnter();
+    press(tree, Qt::Key_Delete);
+    tree.panel.notify<QUuid>(20, testId(1));
+    QCOMPARE(tree.selected(), QStringLiteral("2"));
+    // The host kept it, and the user asks once more.
+    tree.activate();
+    press(tree, Qt::Key_Delete);
+    tree.panel.notify<QUuid>(20, testId(2));
+    QCOMPARE(tree.selected(), QStringLiteral("3"));
+    QCOMPARE(tree.current(), QStringLiteral("3"));
+}
+
+void TreeViewDeletingTest::shouldStandOnTheRootWhenTheHostRemovesTheGroup()
+{
+    DrivenTree tree;
+    tree.select({10});
+    tree.driver.then([&](QWidget& box) {
+        tree.panel.notify<QUuid>(20, testId(10));
+        tree.host().clearCalls();
+        clickButton(box, QStringLiteral("Yes"));
+    });
+    press(tree, Qt::Key_Delete);
+    QCOMPARE(tree.asked(kChanges), QString());
+    QCOMPARE(tree.selected(), QStringLiteral("All processors(4)"));
+}
+
+QTEST_MAIN(TreeViewDeletingTest)
+
+#include "tst_treeviewdeleting.moc"
