@@ -64,6 +64,7 @@ protected:
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
     void changeEvent(QEvent* event) override;
     void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
@@ -98,6 +99,7 @@ private:
     void selectMoved(const QList<QPersistentModelIndex>& moved);
     QModelIndex dropTarget(const QPoint& position, bool* nowhere) const;
     void setDropTarget(const QModelIndex& index);
+    void runDrag();
     void replaceRemoved(const QModelIndex& parent, int first, int last);
 
     CProcessorTreeDelegate* m_delegate; // Qt child
