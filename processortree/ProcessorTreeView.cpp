@@ -44,6 +44,18 @@ QUuid identity(const QModelIndex& index)
     return index.data(UuidRole).toUuid();
 }
 
+/// Whether the row's menu would offer it.
+bool mayRename(const QModelIndex& index)
+{
+    const auto type = nodeType(index);
+    if (type != NodeProcessor)
+        return type == NodeGroup;
+    const QUuid id = identity(index);
+    const auto handler = GetTargetSelectHandler();
+    return handler
+           && (!handler->GetProcessorNode(id).hostFlag13 || handler->CanRenameProcessor(id));
+}
+
 QRect withoutEdge(const QRect& row)
 {
     return row.adjusted(0, 0, -kEdge, 0);
@@ -95,7 +107,11 @@ CProcessorTreeModel* CProcessorTreeView::treeModel() const
 
 void CProcessorTreeView::setModel(QAbstractItemModel* newModel)
 {
+    const QPointer<CProcessorSelectionModel> before =
+        qobject_cast<CProcessorSelectionModel*>(selectionModel());
     CTreeView::setModel(newModel);
+    if (before != selectionModel())
+        delete before;
     m_arrivals->setModel(treeModel());
     if (!newModel)
         return;
@@ -130,8 +146,16 @@ QList<QPersistentModelIndex> CProcessorTreeView::selectedRows() const
 void CProcessorTreeView::RenameSelection()
 {
     const QList<QPersistentModelIndex> selected = selectedRows();
-    if (selected.size() == 1)
-        edit(selected.first());
+    const QPointer<CProcessorTreeView> alive(this);
+    if (selected.size() == 1 && mayRename(selected.first()) && alive)
+        openEditor(selected.first());
+}
+
+void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
+{
+    // Qt warns of what cannot be edited.
+    if (index.isValid() && index.flags().testFlag(Qt::ItemIsEditable) && state() != EditingState)
+        edit(index);
 }
 
 void CProcessorTreeView::AddGroup()
@@ -162,7 +186,7 @@ void CProcessorTreeView::onGroupArrived(const QUuid& id)
     // A group is selected, but never current.
     selectionModel()->select(index, QItemSelectionModel::ClearAndSelect);
     scrollTo(index);
-    edit(index);
+    openEditor(index);
 }
 
 void CProcessorTreeView::AddProcessors(AddKind kind)

@@ -80,6 +80,7 @@ private:
     CProcessorTreeModel* treeModel() const;
     QList<QPersistentModelIndex> selectedRows() const;
     void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
+    void openEditor(const QPersistentModelIndex& index);
     bool refusesDrag(QMouseEvent* event) const;
 
     void addAddEntries(CTreeMenu& menu);
