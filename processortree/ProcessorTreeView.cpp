@@ -43,6 +43,18 @@ QUuid identity(const QModelIndex& index)
     return index.data(UuidRole).toUuid();
 }
 
+/// Whether the row's menu would offer it.
+bool mayRename(const QModelIndex& index)
+{
+    const auto type = nodeType(index);
+    if (type != NodeProcessor)
+        return type == NodeGroup;
+    const QUuid id = identity(index);
+    const auto handler = GetTargetSelectHandler();
+    return handler
+           && (!handler->GetProcessorNode(id).hostFlag13 || handler->CanRenameProcessor(id));
+}
+
 QRect withoutEdge(const QRect& row)
 {
     return row.adjusted(0, 0, -kEdge, 0);
@@ -98,7 +110,11 @@ CProcessorTreeModel* CProcessorTreeView::treeModel() const
 
 void CProcessorTreeView::setModel(QAbstractItemModel* newModel)
 {
+    const QPointer<CProcessorSelectionModel> before =
+        qobject_cast<CProcessorSelectionModel*>(selectionModel());
     CTreeView::setModel(newModel);
+    if (before != selectionModel())
+        delete before;
     if (newModel) {
         QItemSelectionModel* const given = selectionModel();
         setSelectionModel(new CProcessorSelectionModel(newModel, this));
@@ -135,15 +151,16 @@ QList<QPersistentModelIndex> CProcessorTreeView::selectedRows() const
 void CProcessorTreeView::RenameSelection()
 {
     const QList<QPersistentModelIndex> selected = selectedRows();
-    if (selected.size() == 1)
-        rename(selected.first());
+    const QPointer<CProcessorTreeView> alive(this);
+    if (selected.size() == 1 && mayRename(selected.first()) && alive)
+        openEditor(selected.first());
 }
 
-/// Unlike the base's edit(index), no complaint about a row that is gone or has no name to edit.
-void CProcessorTreeView::rename(const QModelIndex& index)
+void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
 {
-    if (index.isValid())
-        edit(index, AllEditTriggers, nullptr);
+    // Qt warns of what cannot be edited.
+    if (index.isValid() && index.flags().testFlag(Qt::ItemIsEditable) && state() != EditingState)
+        edit(index);
 }
 
 void CProcessorTreeView::AddGroup()
@@ -177,7 +194,7 @@ void CProcessorTreeView::onGroupArrived(const QUuid& id)
     if (!alive || !index.isValid())
         return;
     scrollTo(index);
-    rename(index);
+    openEditor(index);
 }
 
 void CProcessorTreeView::AddProcessors(AddKind kind)

@@ -64,6 +64,7 @@ protected:
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
     void changeEvent(QEvent* event) override;
     void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
@@ -78,8 +79,8 @@ protected:
 private:
     CProcessorTreeModel* treeModel() const;
     QList<QPersistentModelIndex> selectedRows() const;
-    void rename(const QModelIndex& index);
     void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
+    void openEditor(const QPersistentModelIndex& index);
     bool refusesDrag(QMouseEvent* event) const;
 
     void addAddEntries(CTreeMenu& menu);
@@ -100,6 +101,7 @@ private:
     void selectMoved(const QList<QPersistentModelIndex>& moved);
     QModelIndex dropTarget(const QPoint& position, bool* nowhere) const;
     void setDropTarget(const QModelIndex& index);
+    void runDrag();
     void replaceRemoved(const QModelIndex& parent, int first, int last);
 
     CProcessorTreeDelegate* m_delegate; // Qt child

@@ -6,6 +6,8 @@
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/ProcessorTreeView.h"
 
+#include <QApplication>
+#include <QDrag>
 #include <QDropEvent>
 #include <QItemSelection>
 #include <QMimeData>
@@ -35,6 +37,33 @@ QModelIndex CProcessorTreeView::dropTarget(const QPoint& position, bool* nowhere
         return index;
     *nowhere = nodeType(index.parent()) != NodeGroup;
     return *nowhere ? QModelIndex() : index.parent();
+}
+
+/// Later, when the view is through with the mouse: the host may destroy it during the drag.
+void CProcessorTreeView::startDrag(Qt::DropActions)
+{
+    QMetaObject::invokeMethod(this, &CProcessorTreeView::runDrag, Qt::QueuedConnection);
+}
+
+/// Without the base, which removes the rows of a move: that is for the host alone to do.
+void CProcessorTreeView::runDrag()
+{
+    QRegion rows;
+    QModelIndexList dragged;
+    for (const QPersistentModelIndex& index : selectedRows()) {
+        if (nodeType(index) == NodeProcessor) {
+            dragged.append(index);
+            rows += visualRect(index);
+        }
+    }
+    if (dragged.isEmpty() || !(QApplication::mouseButtons() & Qt::LeftButton))
+        return;
+    const QRect picture = rows.boundingRect() & viewport()->rect();
+    auto* const drag = new QDrag(this);
+    drag->setMimeData(model()->mimeData(dragged));
+    drag->setPixmap(viewport()->grab(picture));
+    drag->setHotSpot(viewport()->mapFromGlobal(QCursor::pos()) - picture.topLeft());
+    drag->exec(Qt::MoveAction);
 }
 
 void CProcessorTreeView::dragMoveEvent(QDragMoveEvent* event)

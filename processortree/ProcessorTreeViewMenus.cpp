@@ -101,7 +101,7 @@ void CProcessorTreeView::addAddEntries(CTreeMenu& menu)
 
 void CProcessorTreeView::addGroupEntries(CTreeMenu& menu, const QPersistentModelIndex& index)
 {
-    menu.add(tr("Rename"), [this, index] { rename(index); });
+    menu.add(tr("Rename"), [this, index] { openEditor(index); });
     menu.addSeparator();
     menu.add(
         tr("Delete"), [this] { DeleteSelection(); }, !isReadOnly());
@@ -116,7 +116,7 @@ void CProcessorTreeView::addProcessorEntries(CTreeMenu& menu, const QPersistentM
     const QUuid id = index.data(UuidRole).toUuid();
     const bool guarded = handler->GetProcessorNode(id).hostFlag13;
     if (!guarded || handler->CanRenameProcessor(id)) {
-        menu.add(tr("Rename"), [this, index] { rename(index); });
+        menu.add(tr("Rename"), [this, index] { openEditor(index); });
         menu.addSeparator();
     }
     if (!menu.menu() || !treeModel() || treeModel()->getAllProcessorCount() < 2)
