@@ -135,9 +135,9 @@ public:
     /// Renames a group.
     virtual void RenameGroup(const QUuid& id, const QString& name) = 0;
 
-    /// The user's selection changed: `focus` is the last selected row from the top, `processors` all
-    /// selected ones, `groups` all selected groups, `previous` the processor that was current before
-    /// the current one.
+    /// The user's selection changed: `focus` is the last selected row from the top, `processors`
+    /// all selected ones, `groups` all selected groups, `previous` the processor that was current
+    /// before the current one.
     virtual void ReportSelection(const QUuid& focus, const QList<QUuid>& processors,
                                  const QList<SGroupSelection>& groups, const QUuid& previous) = 0;
 
