@@ -604,7 +604,14 @@ void WorkbenchWindowTest::shouldRaiseAnyEvent()
         return accepted;
     };
     QVERIFY(raise(25, -1, QString()));
-    QVERIFY(test.session.trace().entry(0).text.startsWith(QStringLiteral("25 ProcessorChanged({")));
+    // A panel that paints asks its questions, too.
+    int logged = 0;
+    for (int row = 0; row < test.session.trace().rowCount(); ++row) {
+        if (test.session.trace().entry(row).text.startsWith(
+                QStringLiteral("25 ProcessorChanged({")))
+            ++logged;
+    }
+    QCOMPARE(logged, 1);
     QVERIFY(raise(39, -1, QString()));
     QVERIFY(raise(26, -1, QString()));
     QVERIFY(raise(1, -1, QString()));
