@@ -13,10 +13,12 @@
 #include <QLabel>
 #include <QLineEdit>
 
-CModifyIPDialog::CModifyIPDialog(int row, const QString& name, QWidget* parent)
+#include <utility>
+
+CModifyIPDialog::CModifyIPDialog(int row, QString name, QWidget* parent)
     : CDialog(parent, QString(), QString(), CloseTitleButton)
     , m_row(row)
-    , m_nameOnOpening(name)
+    , m_nameOnOpening(std::move(name))
 {
     Init();
     loadEntry();

@@ -14,7 +14,7 @@ class CModifyIPDialog final : public CDialog
 
 public:
     /// `row` is the entry's place in the host's list, `name` what it is called now.
-    CModifyIPDialog(int row, const QString& name, QWidget* parent);
+    CModifyIPDialog(int row, QString name, QWidget* parent);
 
 protected:
     void OnAccept() override;
