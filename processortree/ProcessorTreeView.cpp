@@ -91,7 +91,7 @@ CProcessorTreeView::CProcessorTreeView(QWidget* parent)
             &CProcessorTreeView::onGroupToFillArrived, Qt::QueuedConnection);
     addShortcut(Qt::Key_F2, &CProcessorTreeView::RenameSelection);
     addShortcut(Qt::Key_Delete, &CProcessorTreeView::DeleteSelection);
-    addShortcut(Qt::CTRL + Qt::Key_G, &CProcessorTreeView::groupSelection);
+    addShortcut(QKeySequence(QStringLiteral("Ctrl+G")), &CProcessorTreeView::groupSelection);
 }
 
 /// Belongs to the editor while one is open, which has the focus then.
@@ -339,26 +339,25 @@ void CProcessorTreeView::replaceRemoved(const QModelIndex& parent, int first, in
     const auto choose = [this](const QModelIndex& index) {
         selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
     };
+    // The choice may end the view.
+    const auto chooseAmong = [&](const QModelIndex& under, int from, int to, int step) {
+        for (int row = from; row != to; row += step) {
+            if (isProcessorAt(under, row)) {
+                choose(model()->index(row, 0, under));
+                return true;
+            }
+        }
+        return false;
+    };
     if (last - first + 1 >= model()->rowCount(parent)) {
         const QModelIndex root = model()->index(0, 0);
-        if (parent == root)
-            return;
-        for (int row = 0; row < model()->rowCount(root); ++row) {
-            if (isProcessorAt(root, row))
-                return choose(model()->index(row, 0, root));
-        }
+        if (parent != root)
+            chooseAmong(root, 0, model()->rowCount(root), 1);
         return;
     }
-    if (m_removedSoFar != m_pendingDeletions)
-        return;
-    for (int row = last + 1; row < model()->rowCount(parent); ++row) {
-        if (isProcessorAt(parent, row))
-            return choose(model()->index(row, 0, parent));
-    }
-    for (int row = first - 1; row >= 0; --row) {
-        if (isProcessorAt(parent, row))
-            return choose(model()->index(row, 0, parent));
-    }
+    if (m_removedSoFar == m_pendingDeletions
+        && !chooseAmong(parent, last + 1, model()->rowCount(parent), 1))
+        chooseAmong(parent, first - 1, -1, -1);
 }
 
 void CProcessorTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,

@@ -50,7 +50,8 @@ void CProcessorTreeView::runDrag()
 {
     QRegion rows;
     QModelIndexList dragged;
-    for (const QPersistentModelIndex& index : selectedRows()) {
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    for (const QPersistentModelIndex& index : selected) {
         if (nodeType(index) == NodeProcessor) {
             dragged.append(index);
             rows += visualRect(index);

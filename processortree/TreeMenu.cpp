@@ -13,14 +13,14 @@ CTreeMenu::~CTreeMenu()
     delete m_menu;
 }
 
-QAction* CTreeMenu::add(const QString& text, std::function<void()> action, bool enabled)
+QAction* CTreeMenu::add(const QString& text, const std::function<void()>& action, bool enabled)
 {
     if (!m_menu)
         return nullptr;
     QAction* entry = m_menu->addAction(text);
     entry->setShortcut(QKeySequence());
     entry->setEnabled(enabled);
-    m_actions.insert(entry, std::move(action));
+    m_actions.insert(entry, action);
     return entry;
 }
 

@@ -21,7 +21,7 @@ public:
     CTreeMenu(const CTreeMenu&) = delete;
     CTreeMenu& operator=(const CTreeMenu&) = delete;
 
-    QAction* add(const QString& text, std::function<void()> action, bool enabled = true);
+    QAction* add(const QString& text, const std::function<void()>& action, bool enabled = true);
     void addSeparator();
 
     /// For the host's own entries; null when the parent is gone.

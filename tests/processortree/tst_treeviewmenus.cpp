@@ -199,7 +199,7 @@ void TreeViewMenusTest::shouldRunTheHostsEntries()
     tree.panel.data().SetReadOnly(true);
     int runs = 0;
     tree.host().appendEntries = [&](QMenu& menu) {
-        menu.addAction(QStringLiteral("Of the host"), [&] { ++runs; });
+        menu.addAction(QStringLiteral("Of the host"), &menu, [&] { ++runs; });
     };
     tree.driver.then([](QWidget& menu) {
         QCOMPARE(entriesOf(menu), QStringLiteral("Of the host"));

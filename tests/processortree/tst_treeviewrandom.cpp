@@ -163,7 +163,7 @@ private:
 
     ProcessorNode change()
     {
-        const ProcessorNode processor = randomProcessor(1 + below(kProcessors));
+        ProcessorNode processor = randomProcessor(1 + below(kProcessors));
         for (ProcessorNode& known : m_project.processors) {
             if (known.id == processor.id)
                 return known = processor;
