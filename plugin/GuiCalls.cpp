@@ -1,11 +1,10 @@
 #include "plugin/GuiCalls.h"
 
-#include "plugin/ThreadAnnotations.h"
-
 #include <QCoreApplication>
 #include <QEvent>
 #include <QThread>
 
+#include <deque>
 #include <utility>
 
 namespace {
@@ -13,18 +12,13 @@ namespace {
 /// Hosts answer at once, unless they wait for something.
 constexpr std::chrono::milliseconds kUsualQuestion{20};
 
-} // namespace
-
-/// What callers wait in. Outlives the object: a caller may still be on its way out.
-struct CGuiCalls::Room
+QEvent::Type pokeType()
 {
-    std::mutex mutex;
-    std::condition_variable changed;
-    int pending = 0;
-    int questions = 0;      // nested ones of the GUI thread
-    int questionNumber = 0; // of the outermost one
-    bool closed = false;
-};
+    static const int type = QEvent::registerEventType();
+    return static_cast<QEvent::Type>(type);
+}
+
+} // namespace
 
 /// A call on its way, shared by the queue and by a caller that waits. The flags belong to the
 /// room's mutex.
@@ -36,53 +30,16 @@ struct CGuiCalls::Ticket
     bool ran = false;
 };
 
-/// Carries a ticket through Qt's event queue. However the queue lets go of it, the end is told.
-class CGuiCalls::CallEvent final : public QEvent
+/// What callers wait in. Outlives the object: a caller may still be on its way out.
+struct CGuiCalls::Room
 {
-public:
-    static Type eventType()
-    {
-        static const int type = registerEventType();
-        return static_cast<Type>(type);
-    }
-
-    CallEvent(std::shared_ptr<Room> room, std::shared_ptr<Ticket> ticket)
-        : QEvent(eventType())
-        , m_room(std::move(room))
-        , m_ticket(std::move(ticket))
-    {
-    }
-
-    CallEvent(const CallEvent&) = delete;
-    CallEvent& operator=(const CallEvent&) = delete;
-
-    ~CallEvent() override
-    {
-        annotateAcquire(this);
-        m_ticket->call = nullptr;
-        {
-            const std::lock_guard guard(m_room->mutex);
-            --m_room->pending;
-            m_ticket->ended = true;
-        }
-        m_room->changed.notify_all();
-    }
-
-    void run()
-    {
-        annotateAcquire(this);
-        {
-            const std::lock_guard guard(m_room->mutex);
-            m_ticket->started = true;
-        }
-        m_ticket->call();
-        const std::lock_guard guard(m_room->mutex);
-        m_ticket->ran = true;
-    }
-
-private:
-    std::shared_ptr<Room> m_room;
-    std::shared_ptr<Ticket> m_ticket;
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::deque<std::shared_ptr<Ticket>> queue;
+    int running = 0;        // nested ones from the queue
+    int questions = 0;      // nested ones of the GUI thread
+    int questionNumber = 0; // of the outermost one
+    bool closed = false;
 };
 
 CGuiCalls::CGuiCalls(QObject* parent)
@@ -96,22 +53,42 @@ CGuiCalls::CGuiCalls(QObject* parent)
 CGuiCalls::~CGuiCalls()
 {
     close();
+    std::deque<std::shared_ptr<Ticket>> dropped;
+    {
+        const std::lock_guard guard(m_room->mutex);
+        dropped.swap(m_room->queue);
+    }
+    for (const auto& ticket : dropped)
+        ticket->call = nullptr;
+}
+
+void CGuiCalls::resume()
+{
+    std::size_t waiting = 0;
+    {
+        const std::lock_guard guard(m_room->mutex);
+        waiting = m_room->queue.size();
+    }
+    for (; waiting > 0; --waiting)
+        poke();
 }
 
 void CGuiCalls::post(Call call)
 {
-    if (!isHere()) {
+    if (isHere())
+        run(std::move(call));
+    else
         enqueue(std::move(call));
-        return;
-    }
-    settle();
-    call();
 }
 
 bool CGuiCalls::run(Call call)
 {
     if (isHere()) {
         settle();
+        if (isBusy()) {
+            enqueue(std::move(call));
+            return false;
+        }
         call();
         return true;
     }
@@ -133,17 +110,20 @@ bool CGuiCalls::run(Call call)
 
 bool CGuiCalls::settle()
 {
+    std::size_t queued = 0;
     {
         const std::lock_guard guard(m_room->mutex);
-        if (m_room->pending == 0)
+        queued = m_room->queue.size();
+        if (queued == 0 && m_room->running == 0)
             return true;
+        if (isHere() && m_room->running > 0)
+            return false;
     }
     if (!isHere())
         return run([] {});
-    if (m_running > 0)
-        return false;
-    QCoreApplication::sendPostedEvents(this, CallEvent::eventType());
-    return true;
+    for (; queued > 0; --queued)
+        runNext();
+    return !isBusy();
 }
 
 void CGuiCalls::close()
@@ -163,11 +143,36 @@ void CGuiCalls::open()
 
 void CGuiCalls::customEvent(QEvent* event)
 {
-    if (event->type() != CallEvent::eventType())
+    if (event->type() == pokeType())
+        runNext();
+}
+
+/// Runs the first call of the queue, if there is one; however it ends, the end is told.
+void CGuiCalls::runNext()
+{
+    if (isBusy())
         return;
-    ++m_running;
-    static_cast<CallEvent*>(event)->run();
-    --m_running;
+    // The call may destroy this object.
+    const auto room = m_room;
+    std::shared_ptr<Ticket> ticket;
+    {
+        const std::lock_guard guard(room->mutex);
+        if (room->queue.empty())
+            return;
+        ticket = std::move(room->queue.front());
+        room->queue.pop_front();
+        ticket->started = true;
+        ++room->running;
+    }
+    ticket->call();
+    ticket->call = nullptr;
+    {
+        const std::lock_guard guard(room->mutex);
+        --room->running;
+        ticket->ran = true;
+        ticket->ended = true;
+    }
+    room->changed.notify_all();
 }
 
 bool CGuiCalls::isHere() const
@@ -181,12 +186,16 @@ std::shared_ptr<CGuiCalls::Ticket> CGuiCalls::enqueue(Call call)
     ticket->call = std::move(call);
     {
         const std::lock_guard guard(m_room->mutex);
-        ++m_room->pending;
+        m_room->queue.push_back(ticket);
     }
-    auto* event = new CallEvent(m_room, ticket);
-    annotateRelease(event);
-    QCoreApplication::postEvent(this, event);
+    poke();
     return ticket;
+}
+
+/// Has Qt's event queue run the next call.
+void CGuiCalls::poke()
+{
+    QCoreApplication::postEvent(this, new QEvent(pokeType()));
 }
 
 CGuiCalls::CHostQuestion::CHostQuestion(CGuiCalls& calls)

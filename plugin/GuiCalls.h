@@ -27,11 +27,18 @@ public:
     explicit CGuiCalls(QObject* parent = nullptr);
     ~CGuiCalls() override;
 
+    /// Has calls wait, on the GUI thread too, while `isBusy` says so, until resume(). It is asked
+    /// on the GUI thread. To be set before the first call.
+    void waitWhile(std::function<bool()> isBusy) { m_isBusy = std::move(isBusy); }
+
+    /// Has the calls run that had to wait, soon. GUI thread.
+    void resume();
+
     /// Runs `call` at once on the GUI thread, behind what is queued, else queues it. Any thread.
     void post(Call call);
 
-    /// The same, but waits for the end of `call`. Hold no lock that the GUI thread may want.
-    /// Returns whether it has run. Any thread.
+    /// The same, but another thread waits for the end of `call`. Hold no lock that the GUI thread
+    /// may want. Returns whether it has run. Any thread.
     bool run(Call call);
 
     /// Has what was queued so far run: waits for it, or on the GUI thread runs it now, unless a
@@ -68,12 +75,14 @@ protected:
 private:
     struct Room;
     struct Ticket;
-    class CallEvent;
 
     bool isHere() const;
+    bool isBusy() const { return m_isBusy && m_isBusy(); }
     std::shared_ptr<Ticket> enqueue(Call call);
+    void runNext();
+    void poke();
 
     std::shared_ptr<Room> m_room;
-    int m_running = 0; // GUI thread
+    std::function<bool()> m_isBusy;
     std::chrono::milliseconds m_patience{5000};
 };

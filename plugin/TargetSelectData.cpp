@@ -116,6 +116,8 @@ CTargetSelectData::CTargetSelectData(QObject* parent)
     , m_model(std::make_unique<CProcessorTreeModel>())
 {
     RegisterMetaTypes();
+    m_calls.waitWhile([this] { return m_model && m_model->isChanging(); });
+    m_model->setOnChanged([this] { m_calls.resume(); });
     if (const auto* application = QCoreApplication::instance()) {
         for (QObject* object : {static_cast<QObject*>(this), static_cast<QObject*>(m_model.get()),
                                 static_cast<QObject*>(m_workThread.get())}) {

@@ -27,8 +27,10 @@ class ITargetSelectInterfaceHandler;
 ///
 /// Events come on any thread of the host's, the GUI thread included. Those that change the model
 /// have changed it when Update() returns, but for "reset" and "remove", which off the GUI thread
-/// are queued; a later event waits for them. The rest goes to the work thread and from there to the
-/// panel. Without a panel or a handler, and after the application began to quit, events do nothing.
+/// are queued; a later event waits for them. One that a host raises on the GUI thread while it is
+/// told of a selection may find rows coming or going, and then follows as soon as they have. The
+/// rest goes to the work thread and from there to the panel. Without a panel or a handler, and
+/// after the application began to quit, events do nothing.
 class CTargetSelectData final : public QObject,
                                 public CObserver,
                                 public CSingleton<CTargetSelectData>

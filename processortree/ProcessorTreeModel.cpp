@@ -28,13 +28,37 @@ QByteArray dragPayload(bool allProcessors)
 
 } // namespace
 
+/// A stretch in which rows come or go, and who hears of it has not heard of all.
+class CProcessorTreeModel::Change final
+{
+public:
+    explicit Change(CProcessorTreeModel* model)
+        : m_model(model)
+    {
+        ++m_model->m_changes;
+    }
+
+    Change(const Change&) = delete;
+    Change& operator=(const Change&) = delete;
+
+    ~Change()
+    {
+        if (--m_model->m_changes == 0 && m_model->m_onChanged)
+            m_model->m_onChanged();
+    }
+
+private:
+    CProcessorTreeModel* m_model;
+};
+
 /// A stretch of changes that views see as one model reset. No row signal may leave the model
 /// between the two halves of a reset: views and proxies would follow both.
 class CProcessorTreeModel::Batch final
 {
 public:
     explicit Batch(CProcessorTreeModel* model)
-        : m_model(model)
+        : m_change(model)
+        , m_model(model)
     {
         m_model->beginResetModel();
         m_signalsWereBlocked = m_model->blockSignals(true);
@@ -53,6 +77,7 @@ public:
     }
 
 private:
+    const Change m_change;
     CProcessorTreeModel* m_model;
     bool m_signalsWereBlocked = false;
 };
@@ -156,6 +181,7 @@ bool CProcessorTreeModel::moveRows(const QModelIndex& sourceParent, int sourceRo
             return false;
     }
 
+    const Change change(this);
     const QPersistentModelIndex from = sourceParent;
     const QPersistentModelIndex to = destinationParent;
     m_index.setMoving(true);
@@ -184,6 +210,7 @@ void CProcessorTreeModel::initRoot()
 
 void CProcessorTreeModel::clearToRoot()
 {
+    const Change change(this);
     m_root = nullptr;
     m_index.rebuild(nullptr);
     clear();
@@ -300,6 +327,7 @@ QPersistentModelIndex CProcessorTreeModel::moveProcessor(const QModelIndex& inde
 
 void CProcessorTreeModel::removeAllGroups()
 {
+    const Change change(this);
     for (int row = m_root ? m_root->rowCount() - 1 : -1; m_root && row >= 0; --row) {
         const QStandardItem* child = m_root->child(row);
         if (child && nodeType(*child) == NodeGroup)
@@ -383,6 +411,7 @@ void CProcessorTreeModel::removeNode(const QUuid& uuid)
     const auto type = item ? nodeType(*item) : std::nullopt;
     if (!item || !item->parent())
         return;
+    const Change change(this);
     if (type == NodeGroup) {
         const QPersistentModelIndex group = item->index();
         emptyGroup(group);
@@ -419,6 +448,7 @@ QStandardItem* CProcessorTreeModel::groupItem(const QUuid& groupId) const
 
 CProcessorItem* CProcessorTreeModel::insertGroup(const ProcessorGroupNode& group, int row)
 {
+    const Change change(this);
     CProcessorItem* item = makeGroupItem(group);
     m_root->insertRow(row, item);
     return item;
@@ -427,6 +457,7 @@ CProcessorItem* CProcessorTreeModel::insertGroup(const ProcessorGroupNode& group
 CProcessorItem* CProcessorTreeModel::insertProcessor(const ProcessorNode& processor,
                                                      QStandardItem* parent)
 {
+    const Change change(this);
     CProcessorItem* item = makeProcessorItem(processor, CRecordHandle(processor));
     parent->insertRow(insertionRow(*parent, recordKey(processor)), item);
     return item;

@@ -8,6 +8,8 @@
 #include <QStandardItemModel>
 #include <QUuid>
 
+#include <functional>
+
 class CProcessorItem;
 
 /// The processors of the host's project as a tree of one column: the "All processors(N)" root,
@@ -77,6 +79,13 @@ public:
     /// Removes every group with the processors in it; the root's text follows.
     void removeAllGroups();
 
+    /// Whether rows come or go at the moment, and some of those who hear of it have not heard yet:
+    /// no further row may come or go before that.
+    bool isChanging() const { return m_changes > 0; }
+
+    /// Has `tell` called each time that isChanging() ends.
+    void setOnChanged(std::function<void()> tell) { m_onChanged = std::move(tell); }
+
     /// Tells views that the records of `processors` were replaced behind the model's back.
     void announceRecords(const QList<QUuid>& processors);
 
@@ -102,6 +111,7 @@ public slots:
 
 private:
     class Batch;
+    class Change;
 
     QStandardItem* groupItem(const QUuid& groupId) const;
     CProcessorItem* insertGroup(const ProcessorGroupNode& group, int row);
@@ -127,4 +137,6 @@ private:
     QStandardItem* m_root = nullptr; // owned by the model, below its invisible root
     CIdentityIndex m_index;
     bool m_rebuildDue = false;
+    int m_changes = 0; // nested ones
+    std::function<void()> m_onChanged;
 };

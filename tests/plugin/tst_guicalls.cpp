@@ -44,6 +44,7 @@ private slots:
     void shouldSettleFromAnotherThread();
     void shouldSettleOnTheGuiThread();
     void shouldNotSettleInsideACall();
+    void shouldWaitWhileBusy();
 
 private:
     std::optional<WarningTrap> m_trap;
@@ -216,6 +217,28 @@ void GuiCallsTest::shouldNotSettleInsideACall()
         calls.post([&] { order.append(QStringLiteral("second")); });
     })));
     QTRY_COMPARE(order, QStringList({QStringLiteral("first"), QStringLiteral("second")}));
+}
+
+void GuiCallsTest::shouldWaitWhileBusy()
+{
+    CGuiCalls calls;
+    bool busy = true;
+    calls.waitWhile([&busy] { return busy; });
+    QVector<int> order;
+    // A thread that did not wait for the first: the rest has to stay behind it.
+    HostThread thread;
+    thread.run([&] { calls.post([&] { order.append(1); }); });
+    QVERIFY(!calls.run([&] { order.append(2); }));
+    calls.post([&] { order.append(3); });
+    QVERIFY(!calls.settle());
+    QCoreApplication::processEvents();
+    QCOMPARE(order, QVector<int>());
+
+    busy = false;
+    calls.resume();
+    thread.run([&] { calls.run([&] { order.append(4); }); });
+    QCOMPARE(order, (QVector<int>{1, 2, 3, 4}));
+    QVERIFY(calls.settle());
 }
 
 QTEST_GUILESS_MAIN(GuiCallsTest)
