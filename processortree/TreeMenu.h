@@ -1,13 +1,13 @@
 #pragma once
 
 #include <QHash>
+#include <QMenu>
 #include <QPointer>
 #include <QString>
 
 #include <functional>
 
 class QAction;
-class QMenu;
 class QPoint;
 class QWidget;
 
