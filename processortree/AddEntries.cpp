@@ -24,17 +24,16 @@ bool AddEntries::isVisible(AddKind kind) const
 
 AddEntries addEntries()
 {
-    const auto handler = GetTargetSelectHandler();
-    if (!handler)
+    if (!GetTargetSelectHandler())
         return {};
-    const QList<ProcessorNode> processors = handler->GetAllProcessorNodes();
+    const QList<ProcessorNode> processors = askHost(&Host::GetAllProcessorNodes);
     // The host judges by the first processor; where there is none, nothing speaks against adding.
     const bool empty = processors.isEmpty();
-    const bool permitted = empty || handler->CanAddProcessors(processors.first());
+    const bool permitted = empty || askHost(&Host::CanAddProcessors, processors.first());
     AddEntries entries;
     entries.one = permitted && processors.size() <= kMostForOne;
     entries.two = permitted && processors.size() <= kMostForTwo;
     entries.custom = entries.one;
-    entries.enabled = empty || handler->IsAddProcessorsEnabled(processors.first());
+    entries.enabled = empty || askHost(&Host::IsAddProcessorsEnabled, processors.first());
     return entries;
 }

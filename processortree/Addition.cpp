@@ -17,21 +17,12 @@ enum class AddPath { Count, Addresses, IPList };
 
 AddPath addPath()
 {
-    const auto handler = GetTargetSelectHandler();
-    if (!handler)
-        return AddPath::Count;
-    const bool usesAddresses = handler->UsesIpAddressing();
-    const bool managesAddresses = handler->IsIpManagementAvailable();
-    const bool lanUsb = handler->IsLanUsbMode();
+    const bool usesAddresses = askHost(&Host::UsesIpAddressing);
+    const bool managesAddresses = askHost(&Host::IsIpManagementAvailable);
+    const bool lanUsb = askHost(&Host::IsLanUsbMode);
     if (managesAddresses && !lanUsb)
         return AddPath::IPList;
     return usesAddresses ? AddPath::Addresses : AddPath::Count;
-}
-
-int presetOutputs()
-{
-    const auto handler = GetTargetSelectHandler();
-    return handler ? handler->GetFixedOutputCount() : 0;
 }
 
 std::optional<Addition> askForCount(AddKind kind, QWidget* parent)
@@ -41,7 +32,7 @@ std::optional<Addition> askForCount(AddKind kind, QWidget* parent)
     if (kind != AddKind::Custom)
         return addition;
     const QPointer<QWidget> alive(parent);
-    const int preset = presetOutputs();
+    const int preset = askHost(&Host::GetFixedOutputCount);
     if (!alive)
         return {};
     CCustomAddProcessor dialog(preset, parent);
@@ -112,15 +103,12 @@ std::optional<Addition> askForAddition(AddKind kind, QWidget* parent)
 
 void requestAddition(const QUuid& group, const Addition& addition)
 {
-    const auto handler = GetTargetSelectHandler();
-    if (!handler)
-        return;
     if (!addition.addresses.isEmpty())
-        handler->AddProcessorsWithIps(group, addition.addresses);
+        askHost(&Host::AddProcessorsWithIps, group, addition.addresses);
     else if (!addition.entries.isEmpty())
-        handler->AddProcessorsFromIpList(group, addition.entries);
+        askHost(&Host::AddProcessorsFromIpList, group, addition.entries);
     else if (addition.count > 0)
-        handler->AddProcessors(group, addition.count);
+        askHost(&Host::AddProcessors, group, addition.count);
     if (addition.outputs)
-        handler->SetNewProcessorOutputs(*addition.outputs);
+        askHost(&Host::SetNewProcessorOutputs, *addition.outputs);
 }

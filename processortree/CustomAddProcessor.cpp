@@ -19,16 +19,13 @@ constexpr int kOutputCounts[] = {2, 4, 6, 8, 10, 12, 16, 20, 26, 32, 40, 80};
 
 bool areOutputsFixed()
 {
-    const auto handler = GetTargetSelectHandler();
-    return handler && handler->GetFixedOutputCount() > 0;
+    return askHost(&Host::GetFixedOutputCount) > 0;
 }
 
 /// How many processors the project still takes.
 int freePlaces()
 {
-    const auto handler = GetTargetSelectHandler();
-    const int taken = handler ? handler->GetAllProcessorNodes().size() : 0;
-    return qMax(0, kMaxProcessors - taken);
+    return qMax(0, kMaxProcessors - askHost(&Host::GetAllProcessorNodes).size());
 }
 
 void name(QLabel* label, QWidget* field, const QString& text)

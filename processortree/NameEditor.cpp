@@ -10,12 +10,6 @@
 
 namespace {
 
-int maxBytes()
-{
-    const auto handler = GetTargetSelectHandler();
-    return handler ? handler->GetNameMaxBytes() : 0;
-}
-
 bool isUtf8()
 {
     const auto handler = GetTargetSelectHandler();
@@ -78,7 +72,7 @@ void CNameEditor::fitIfDue()
         return;
     m_due = false;
     const QPointer<CNameEditor> self(this);
-    const int limit = maxBytes();
+    const int limit = askHost(&Host::GetNameMaxBytes);
     const bool utf8 = self && isUtf8();
     if (!self)
         return; // the host took the row, and its field, away

@@ -29,8 +29,7 @@ void CProcessorSelectionModel::setCurrentIndex(const QModelIndex& index,
     const QPersistentModelIndex row(index);
     if (currentIndex().isValid()) {
         const QUuid previous = currentIndex().data(UuidRole).toUuid();
-        if (const auto handler = GetTargetSelectHandler())
-            handler->GetProcessorNode(previous);
+        askHost(&Host::GetProcessorNode, previous);
         if (!self)
             return;
         if (!previous.isNull())
@@ -79,7 +78,6 @@ void CProcessorSelectionModel::report(QModelIndexList selected) const
         return;
     const QUuid previous = m_previous;
     bridge.SetSelectionEchoGuard(true);
-    if (const auto handler = GetTargetSelectHandler())
-        handler->ReportSelection(focus, processors, groups, previous);
+    askHost(&Host::ReportSelection, focus, processors, groups, previous);
     bridge.SetSelectionEchoGuard(false);
 }

@@ -56,20 +56,14 @@ bool isInside(const QRectF& button, const QPointF& position)
 
 bool isMultiSelection()
 {
-    const auto mode = GetTargetSelectHandler();
-    if (!mode || mode->GetSelectionMode() != kMultiSelection)
-        return false;
-    const auto selected = GetTargetSelectHandler();
-    return selected && selected->GetSelectedProcessors().size() > 1;
+    return askHost(&Host::GetSelectionMode) == kMultiSelection
+           && askHost(&Host::GetSelectedProcessors).size() > 1;
 }
 
 bool isButtonWanted(std::optional<EPrcTreeNodeType> type)
 {
-    const auto handler = GetTargetSelectHandler();
-    if (!handler)
-        return false;
-    return type == NodeProcessor ? handler->ShowProcessorMoreButton()
-                                 : handler->ShowNodeMoreButton();
+    return askHost(type == NodeProcessor ? &Host::ShowProcessorMoreButton
+                                         : &Host::ShowNodeMoreButton);
 }
 
 /// Groups and processors have one that can be edited.
@@ -86,13 +80,12 @@ EPrcTreeNodeType typeOrRoot(const QModelIndex& index)
 
 bool rename(EPrcTreeNodeType type, const QUuid& id, const QString& name)
 {
-    const auto handler = GetTargetSelectHandler();
-    if (!handler)
-        return false;
     if (type == NodeProcessor)
-        return handler->RenameProcessor(id, name);
-    handler->RenameGroup(id, name);
-    return true;
+        return askHost(&Host::RenameProcessor, id, name);
+    const auto handler = GetTargetSelectHandler();
+    if (handler)
+        handler->RenameGroup(id, name);
+    return handler != nullptr;
 }
 
 } // namespace
@@ -136,7 +129,9 @@ QWidget* CProcessorTreeDelegate::createEditor(QWidget* parent, const QStyleOptio
 
 void CProcessorTreeDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
-    if (auto* field = qobject_cast<QLineEdit*>(editor))
+    // A record that changes meanwhile does not take away what the user typed.
+    auto* field = qobject_cast<QLineEdit*>(editor);
+    if (field && !field->isModified())
         field->setText(index.data(Qt::DisplayRole).toString());
 }
 

@@ -50,9 +50,15 @@ bool mayRename(const QModelIndex& index)
     if (type != NodeProcessor)
         return type == NodeGroup;
     const QUuid id = identity(index);
-    const auto handler = GetTargetSelectHandler();
-    return handler
-           && (!handler->GetProcessorNode(id).hostFlag13 || handler->CanRenameProcessor(id));
+    return !askHost(&Host::GetProcessorNode, id).hostFlag13
+           || askHost(&Host::CanRenameProcessor, id);
+}
+
+/// With these keys the mouse selects, and drags nothing.
+bool isSelecting(const QMouseEvent& event)
+{
+    return event.buttons() != Qt::NoButton
+           && (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier));
 }
 
 QRect withoutEdge(const QRect& row)
@@ -90,7 +96,7 @@ CProcessorTreeView::CProcessorTreeView(QWidget* parent)
     connect(m_groupToFill, &CArrivalWatch::groupArrived, this,
             &CProcessorTreeView::onGroupToFillArrived, Qt::QueuedConnection);
     addShortcut(Qt::Key_F2, &CProcessorTreeView::RenameSelection);
-    addShortcut(Qt::Key_Delete, &CProcessorTreeView::DeleteSelection);
+    addShortcut(Qt::Key_Delete, &CProcessorTreeView::deleteByKey);
     addShortcut(QKeySequence(QStringLiteral("Ctrl+G")), &CProcessorTreeView::groupSelection);
 }
 
@@ -173,13 +179,12 @@ void CProcessorTreeView::AddGroup()
 
 QUuid CProcessorTreeView::createGroup()
 {
-    const auto handler = GetTargetSelectHandler();
     const CProcessorTreeModel* tree = treeModel();
-    if (!handler || !tree)
+    if (!tree)
         return {};
     ProcessorGroupNode group;
     group.name = QStringLiteral("%1 %2").arg(tr("Group")).arg(tree->groupCount() + 1);
-    return handler->CreateGroup(group);
+    return askHost(&Host::CreateGroup, group);
 }
 
 void CProcessorTreeView::onGroupArrived(const QUuid& id)
@@ -241,22 +246,20 @@ void CProcessorTreeView::DeleteSelection()
         return;
     const QPointer<CProcessorTreeView> alive(this);
     const TreeDeletion deletion = askForDeletion(*tree, selectedRows(), this);
-    if (!alive || deletion.isEmpty())
+    // The host may forbid changes while the user thinks about it.
+    if (!alive || deletion.isEmpty() || isReadOnly())
         return;
     if (!deletion.group.isNull()) {
-        if (const auto handler = GetTargetSelectHandler())
-            handler->Ungroup(deletion.group);
+        askHost(&Host::Ungroup, deletion.group);
         if (alive && treeModel())
             treeModel()->removeNode(deletion.group);
         return;
     }
     m_pendingDeletions = deletion.processors.size();
     m_removedSoFar = 0;
-    if (const auto handler = GetTargetSelectHandler()) {
-        if (handler->IsIpManagementAvailable())
-            handler->PreDeleteProcessors(deletion.processors);
-        handler->DeleteProcessors(deletion.processors);
-    }
+    if (askHost(&Host::IsIpManagementAvailable))
+        askHost(&Host::PreDeleteProcessors, deletion.processors);
+    askHost(&Host::DeleteProcessors, deletion.processors);
 }
 
 bool CProcessorTreeView::eventFilter(QObject* watched, QEvent* event)
@@ -277,30 +280,29 @@ void CProcessorTreeView::mousePressEvent(QMouseEvent* event)
 
 void CProcessorTreeView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (!refusesDrag(event))
+    if (!dragsOthers(*event) && !isSelecting(*event))
         CTreeView::mouseReleaseEvent(event);
 }
 
 void CProcessorTreeView::mouseMoveEvent(QMouseEvent* event)
 {
-    if (refusesDrag(event))
+    if (dragsOthers(*event))
+        return;
+    if (isSelecting(*event))
         event->ignore();
     else
         CTreeView::mouseMoveEvent(event);
 }
 
-/// Only processors are dragged, and nothing is with Shift or Ctrl, which select.
-bool CProcessorTreeView::refusesDrag(QMouseEvent* event) const
+/// Only processors are dragged.
+bool CProcessorTreeView::dragsOthers(const QMouseEvent& event) const
 {
+    if (!(event.buttons() & Qt::LeftButton))
+        return false;
     const QList<QPersistentModelIndex> selected = selectedRows();
-    const bool others =
-        std::any_of(selected.begin(), selected.end(), [](const QPersistentModelIndex& index) {
-            return nodeType(index) != NodeProcessor;
-        });
-    if ((event->buttons() & Qt::LeftButton) && others)
-        return true;
-    return event->buttons() != Qt::NoButton
-           && (event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier));
+    return std::any_of(selected.begin(), selected.end(), [](const QPersistentModelIndex& index) {
+        return nodeType(index) != NodeProcessor;
+    });
 }
 
 void CProcessorTreeView::changeEvent(QEvent* event)

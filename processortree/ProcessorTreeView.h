@@ -81,7 +81,7 @@ private:
     QList<QPersistentModelIndex> selectedRows() const;
     void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
     void openEditor(const QPersistentModelIndex& index);
-    bool refusesDrag(QMouseEvent* event) const;
+    bool dragsOthers(const QMouseEvent& event) const;
 
     void addAddEntries(CTreeMenu& menu);
     void addProcessorEntries(CTreeMenu& menu, const QPersistentModelIndex& index);
@@ -91,6 +91,7 @@ private:
     void runSelectionMenu(const QModelIndex& index, const QPoint& pos);
     bool mayGroupSelection() const;
     void groupSelection();
+    void deleteByKey();
 
     QUuid createGroup();
     QUuid targetGroup() const;

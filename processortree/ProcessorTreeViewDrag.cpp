@@ -14,12 +14,6 @@
 
 namespace {
 
-bool isRestricted()
-{
-    const auto handler = GetTargetSelectHandler();
-    return handler && handler->IsRestrictedMode();
-}
-
 bool isMovable(const CProcessorTreeModel* model, const QMimeData& data)
 {
     return model && data.hasFormat(model->mimeTypes().value(0));
@@ -73,7 +67,8 @@ void CProcessorTreeView::dragMoveEvent(QDragMoveEvent* event)
     CTreeView::dragMoveEvent(event);
     bool nowhere = false;
     const QModelIndex target = dropTarget(event->pos(), &nowhere);
-    const bool accepted = isMovable(treeModel(), *event->mimeData()) && !isRestricted() && !nowhere;
+    const bool accepted =
+        isMovable(treeModel(), *event->mimeData()) && !askHost(&Host::IsRestrictedMode) && !nowhere;
     setDropTarget(accepted ? target : QModelIndex());
     event->setAccepted(accepted);
 }
@@ -90,7 +85,7 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
     setDropTarget({});
     stopAutoScroll();
     setState(NoState);
-    if (!isMovable(treeModel(), *event->mimeData()) || isRestricted())
+    if (!isMovable(treeModel(), *event->mimeData()) || askHost(&Host::IsRestrictedMode))
         return;
     // The view that a move comes from removes its rows; here the model moves them itself.
     event->setDropAction(Qt::TargetMoveAction);

@@ -27,26 +27,28 @@ bool isReadOnly()
 
 void appendHostEntries(CTreeMenu& menu, EPrcTreeNodeType type, const QUuid& id)
 {
-    const auto handler = GetTargetSelectHandler();
-    if (handler && menu.menu())
-        handler->AppendContextMenu(type, id, isReadOnly(), menu.menu());
+    if (menu.menu())
+        askHost(&Host::AppendContextMenu, type, id, isReadOnly(), menu.menu());
 }
 
 /// Whether the host protects one of its selected processors.
 bool isDeletionBlocked()
 {
-    const auto handler = GetTargetSelectHandler();
-    if (!handler)
-        return true;
-    const QList<QUuid> selected = handler->GetSelectedProcessors();
-    return std::any_of(selected.begin(), selected.end(),
-                       [&](const QUuid& processor) { return handler->IsDeleteBlocked(processor); });
+    const QList<QUuid> selected = askHost(&Host::GetSelectedProcessors);
+    return std::any_of(selected.begin(), selected.end(), [](const QUuid& processor) {
+        return askHost(&Host::IsDeleteBlocked, processor);
+    });
 }
 
-void highlightFrontPanel(bool on)
+/// Whether the menu of row `index` would offer "Delete". Of a project's only processor the deletion
+/// itself says why it has to stay.
+bool isDeletable(const QModelIndex& index)
 {
-    if (const auto handler = GetTargetSelectHandler())
-        handler->SetFrontPanelHighlight(on);
+    if (nodeType(index) != NodeProcessor)
+        return true;
+    const QUuid id = index.data(UuidRole).toUuid();
+    return !askHost(&Host::GetProcessorNode, id).hostFlag13
+           || askHost(&Host::IsIpManagementAvailable);
 }
 
 } // namespace
@@ -109,32 +111,30 @@ void CProcessorTreeView::addGroupEntries(CTreeMenu& menu, const QPersistentModel
 
 void CProcessorTreeView::addProcessorEntries(CTreeMenu& menu, const QPersistentModelIndex& index)
 {
-    const auto handler = GetTargetSelectHandler();
-    if (!handler || !menu.menu())
+    if (!menu.menu() || !GetTargetSelectHandler())
         return;
     menu.menu()->setMinimumWidth(kWideMenuWidth);
     const QUuid id = index.data(UuidRole).toUuid();
-    const bool guarded = handler->GetProcessorNode(id).hostFlag13;
-    if (!guarded || handler->CanRenameProcessor(id)) {
+    const bool guarded = askHost(&Host::GetProcessorNode, id).hostFlag13;
+    if (!guarded || askHost(&Host::CanRenameProcessor, id)) {
         menu.add(tr("Rename"), [this, index] { openEditor(index); });
         menu.addSeparator();
     }
     if (!menu.menu() || !treeModel() || treeModel()->getAllProcessorCount() < 2)
         return;
-    if (!guarded || handler->IsIpManagementAvailable())
+    if (!guarded || askHost(&Host::IsIpManagementAvailable))
         menu.add(
             tr("Delete"), [this] { DeleteSelection(); }, !isReadOnly());
 }
 
 void CProcessorTreeView::addFrontPanelEntry(CTreeMenu& menu, const QUuid& id)
 {
-    const auto handler = GetTargetSelectHandler();
-    if (!handler || !handler->IsFrontPanelHighlightAvailable())
+    if (!askHost(&Host::IsFrontPanelHighlightAvailable))
         return;
-    const bool lit = handler->IsFrontPanelHighlighted(id);
+    const bool lit = askHost(&Host::IsFrontPanelHighlighted, id);
     menu.addSeparator();
     menu.add(lit ? tr("Cancel highlighting the front panel") : tr("Highlight the front panel"),
-             [lit] { highlightFrontPanel(!lit); });
+             [lit] { askHost(&Host::SetFrontPanelHighlight, !lit); });
 }
 
 void CProcessorTreeView::contextMenuEvent(QContextMenuEvent* event)
@@ -154,9 +154,8 @@ void CProcessorTreeView::contextMenuEvent(QContextMenuEvent* event)
 
 bool CProcessorTreeView::offersSelectionMenu() const
 {
-    const auto handler = GetTargetSelectHandler();
-    return handler && handler->GetSelectionMode() == kMultiSelection
-           && handler->GetSelectedProcessors().size() > 1 && !handler->IsRestrictedMode();
+    return askHost(&Host::GetSelectionMode) == kMultiSelection
+           && askHost(&Host::GetSelectedProcessors).size() > 1 && !askHost(&Host::IsRestrictedMode);
 }
 
 void CProcessorTreeView::runSelectionMenu(const QModelIndex& index, const QPoint& pos)
@@ -183,13 +182,22 @@ void CProcessorTreeView::runSelectionMenu(const QModelIndex& index, const QPoint
 /// A processor that has, or is, a backup stays where it is.
 bool CProcessorTreeView::mayGroupSelection() const
 {
-    const auto handler = GetTargetSelectHandler();
-    if (!handler)
-        return false;
-    const QList<QUuid> selected = handler->GetSelectedProcessors();
-    return std::none_of(selected.begin(), selected.end(), [&](const QUuid& id) {
-        return handler->GetProcessorNode(id).redundancyMode != 0;
+    const QList<QUuid> selected = askHost(&Host::GetSelectedProcessors);
+    return std::none_of(selected.begin(), selected.end(), [](const QUuid& id) {
+        return askHost(&Host::GetProcessorNode, id).redundancyMode != 0;
     });
+}
+
+/// Where the menus would offer it.
+void CProcessorTreeView::deleteByKey()
+{
+    const QPointer<CProcessorTreeView> alive(this);
+    const bool several = offersSelectionMenu();
+    if (!alive || (several && isDeletionBlocked()) || !alive)
+        return;
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    if ((several || std::all_of(selected.begin(), selected.end(), isDeletable)) && alive)
+        DeleteSelection();
 }
 
 void CProcessorTreeView::groupSelection()

@@ -42,6 +42,10 @@ private slots:
     void shouldUngroupAnEmptyGroupAtOnce();
     void shouldAskAboutOneGroupAfterTheOther();
     void shouldDeleteNothingWhenReadOnly();
+    void shouldDeleteNothingOnceReadOnly();
+    void shouldDeleteByKeyWhatTheMenuWould();
+    void shouldStandTheHostRemovingMoreMeanwhile_data();
+    void shouldStandTheHostRemovingMoreMeanwhile();
     void shouldLeaveOutRowsThatVanishMeanwhile();
     void shouldOutliveAViewDestroyedMeanwhile_data();
     void shouldOutliveAViewDestroyedMeanwhile();
@@ -183,6 +187,80 @@ void TreeViewDeletingTest::shouldDeleteNothingWhenReadOnly()
         QCOMPARE(tree.asked(kChanges), QString());
     }
     tree.panel.data().SetReadOnly(false);
+}
+
+void TreeViewDeletingTest::shouldDeleteNothingOnceReadOnly()
+{
+    for (const quint32 n : {1U, 10U}) {
+        DrivenTree tree;
+        tree.select({n});
+        tree.driver.then([&](QWidget& box) {
+            tree.panel.data().SetReadOnly(true);
+            clickButton(box, QStringLiteral("Yes"));
+        });
+        press(tree, Qt::Key_Delete);
+        QCOMPARE(tree.asked(kChanges), QString());
+        tree.panel.data().SetReadOnly(false);
+    }
+}
+
+void TreeViewDeletingTest::shouldDeleteByKeyWhatTheMenuWould()
+{
+    ProcessorNode guarded = testProcessor(2, 10);
+    guarded.hostFlag13 = true;
+    const auto press = [&](bool offered, const std::function<void(DrivenTree&)>& change) {
+        DrivenTree tree;
+        tree.host().setProcessor(guarded);
+        tree.select({1, 2});
+        change(tree);
+        if (offered)
+            tree.driver.thenEnter();
+        QTest::keyClick(tree.view.data(), Qt::Key_Delete);
+        QCOMPARE(tree.driver.isDone(), true);
+        QCOMPARE(tree.host().callCount(QStringLiteral("DeleteProcessors")), offered ? 1 : 0);
+    };
+    const auto inModeOfSeveral = [](DrivenTree& tree) {
+        tree.host().selectionMode = 2;
+        tree.host().selectedProcessors = QList<QUuid>{testId(1), testId(2)};
+    };
+    press(false, [](DrivenTree&) {});
+    press(true, [](DrivenTree& tree) { tree.select({1}); });
+    press(true, [](DrivenTree& tree) { tree.host().ipManagementAvailable = true; });
+    press(true, inModeOfSeveral);
+    press(false, [&](DrivenTree& tree) {
+        inModeOfSeveral(tree);
+        tree.host().deleteBlocked = QList<QUuid>{testId(2)};
+    });
+}
+
+void TreeViewDeletingTest::shouldStandTheHostRemovingMoreMeanwhile_data()
+{
+    QTest::addColumn<quint32>("deleted");
+    QTest::addColumn<quint32>("more");
+    QTest::addColumn<QString>("left");
+    QTest::newRow("the next one") << 1U << 2U << "All processors(3)[G10[3],4,5]";
+    QTest::newRow("the one before") << 2U << 1U << "All processors(3)[G10[3],4,5]";
+    QTest::newRow("one elsewhere") << 1U << 5U << "All processors(3)[G10[2,3],4]";
+    QTest::newRow("the group") << 1U << 10U << "All processors(4)[4,5,3,2]";
+}
+
+/// The row that takes over is reported while the old one is being removed.
+void TreeViewDeletingTest::shouldStandTheHostRemovingMoreMeanwhile()
+{
+    QFETCH(quint32, deleted);
+    QFETCH(quint32, more);
+    QFETCH(QString, left);
+    DrivenTree tree;
+    tree.fill({testGroup(10)}, {testProcessor(1, 10), testProcessor(2, 10), testProcessor(3, 10),
+                                testProcessor(4), testProcessor(5)});
+    tree.select({deleted});
+    tree.driver.thenEnter();
+    press(tree, Qt::Key_Delete);
+    tree.inside(QStringLiteral("ReportSelection"),
+                [&] { tree.panel.notify<QUuid>(20, testId(more)); });
+    tree.panel.notify<QUuid>(20, testId(deleted));
+    QTRY_COMPARE(tree.panel.dump(), left);
+    QVERIFY(!tree.view->grab().isNull());
 }
 
 void TreeViewDeletingTest::shouldLeaveOutRowsThatVanishMeanwhile()

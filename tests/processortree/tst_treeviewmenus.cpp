@@ -70,6 +70,7 @@ private slots:
     void shouldOpenTheMenuOfSeveralOnlyThen();
     void shouldGroupTheSelected_data();
     void shouldGroupTheSelected();
+    void shouldGroupByKeyOnlyWhatTheMenuWould();
     void shouldSpeakTheUsersLanguage();
     void shouldRenameNothingThatIsGone();
     void shouldOutliveAViewDestroyedMeanwhile_data();
@@ -360,15 +361,20 @@ void TreeViewMenusTest::shouldGroupTheSelected_data()
 {
     QTest::addColumn<bool>("early");
     QTest::addColumn<bool>("atOnce");
-    QTest::newRow("early") << true << false;
-    QTest::newRow("late") << false << false;
-    QTest::newRow("late, in a reset") << false << true;
+    QTest::addColumn<bool>("byKey");
+    for (const bool byKey : {false, true}) {
+        const char* by = byKey ? "by key" : "by menu";
+        QTest::addRow("early, %s", by) << true << false << byKey;
+        QTest::addRow("late, %s", by) << false << false << byKey;
+        QTest::addRow("late, in a reset, %s", by) << false << true << byKey;
+    }
 }
 
 void TreeViewMenusTest::shouldGroupTheSelected()
 {
     QFETCH(bool, early);
     QFETCH(bool, atOnce);
+    QFETCH(bool, byKey);
     DrivenTree tree;
     tree.host().selectionMode = 2;
     tree.host().selectedProcessors = QList<QUuid>{testId(2), testId(3)};
@@ -383,8 +389,13 @@ void TreeViewMenusTest::shouldGroupTheSelected()
     };
     if (early)
         tree.inside(QStringLiteral("CreateGroup"), arrive);
-    tree.driver.then([](QWidget& menu) { choose(menu, QStringLiteral("Add processor group")); });
-    tree.rightClick(3);
+    if (byKey) {
+        QTest::keyClick(tree.view.data(), Qt::Key_G, Qt::ControlModifier);
+    } else {
+        tree.driver.then(
+            [](QWidget& menu) { choose(menu, QStringLiteral("Add processor group")); });
+        tree.rightClick(3);
+    }
     QCOMPARE(tree.asked({QStringLiteral("CreateGroup")}), QStringLiteral("CreateGroup(Group 3)"));
     if (!early)
         arrive();
@@ -392,6 +403,29 @@ void TreeViewMenusTest::shouldGroupTheSelected()
                  QStringLiteral("All processors(4)[G10[1],G11[],Group 3[2,3],4]"));
     QCOMPARE(tree.selected(), QStringLiteral("2,3"));
     QVERIFY(tree.view->isExpanded(tree.index(12)));
+}
+
+void TreeViewMenusTest::shouldGroupByKeyOnlyWhatTheMenuWould()
+{
+    ProcessorNode backedUp = testProcessor(2, 10);
+    backedUp.redundancyMode = 1;
+    const auto groupsWith = [](const std::function<void(DrivenTree&)>& change) {
+        DrivenTree tree;
+        tree.host().selectionMode = 2;
+        tree.host().selectedProcessors = QList<QUuid>{testId(2), testId(3)};
+        tree.select({2, 3});
+        change(tree);
+        QTest::keyClick(tree.view.data(), Qt::Key_G, Qt::ControlModifier);
+        const QString asked = tree.asked({QStringLiteral("CreateGroup")});
+        tree.panel.data().SetReadOnly(false);
+        return !asked.isEmpty();
+    };
+    QVERIFY(groupsWith([](DrivenTree&) {}));
+    QVERIFY(!groupsWith([](DrivenTree& tree) { tree.host().selectionMode = 1; }));
+    QVERIFY(!groupsWith([](DrivenTree& tree) { tree.host().selectedProcessors.removeLast(); }));
+    QVERIFY(!groupsWith([](DrivenTree& tree) { tree.host().restrictedMode = true; }));
+    QVERIFY(!groupsWith([](DrivenTree& tree) { tree.panel.data().SetReadOnly(true); }));
+    QVERIFY(!groupsWith([&](DrivenTree& tree) { tree.host().setProcessor(backedUp); }));
 }
 
 void TreeViewMenusTest::shouldSpeakTheUsersLanguage()
