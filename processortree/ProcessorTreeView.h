@@ -83,7 +83,10 @@ private:
     void openEditor(const QPersistentModelIndex& index);
     bool dragsOthers(const QMouseEvent& event) const;
 
+    bool mayChange() const;
     void addAddEntries(CTreeMenu& menu);
+    void addRenameEntry(CTreeMenu& menu, const QPersistentModelIndex& index);
+    void addDeleteEntry(CTreeMenu& menu);
     void addProcessorEntries(CTreeMenu& menu, const QPersistentModelIndex& index);
     void addGroupEntries(CTreeMenu& menu, const QPersistentModelIndex& index);
     void addFrontPanelEntry(CTreeMenu& menu, const QUuid& id);

@@ -82,9 +82,18 @@ void CProcessorTreeView::OnRightMenuEvent(const QModelIndex& index, const QPoint
         menu.run(place);
 }
 
+/// Asked again when an entry acts: the host may have locked the tree under the open menu.
+bool CProcessorTreeView::mayChange() const
+{
+    return !m_locked && !isReadOnly();
+}
+
 void CProcessorTreeView::addAddEntries(CTreeMenu& menu)
 {
-    menu.add(tr("Add processor group"), [this] { AddGroup(); });
+    menu.add(tr("Add processor group"), [this] {
+        if (mayChange())
+            AddGroup();
+    });
     menu.addSeparator();
     const AddEntries entries = addEntries();
     const std::pair<AddKind, QString> kinds[] = {{AddKind::One, tr("Add 1 processor")},
@@ -93,7 +102,12 @@ void CProcessorTreeView::addAddEntries(CTreeMenu& menu)
     for (const auto& [kind, text] : kinds) {
         const AddKind chosen = kind;
         QAction* entry = menu.add(
-            text, [this, chosen] { AddProcessors(chosen); }, entries.enabled);
+            text,
+            [this, chosen] {
+                if (mayChange())
+                    AddProcessors(chosen);
+            },
+            entries.enabled);
         if (entry)
             entry->setVisible(entries.isVisible(kind));
     }
@@ -103,10 +117,28 @@ void CProcessorTreeView::addAddEntries(CTreeMenu& menu)
 
 void CProcessorTreeView::addGroupEntries(CTreeMenu& menu, const QPersistentModelIndex& index)
 {
-    menu.add(tr("Rename"), [this, index] { openEditor(index); });
+    addRenameEntry(menu, index);
+    addDeleteEntry(menu);
+}
+
+void CProcessorTreeView::addRenameEntry(CTreeMenu& menu, const QPersistentModelIndex& index)
+{
+    menu.add(tr("Rename"), [this, index] {
+        if (!m_locked)
+            openEditor(index);
+    });
     menu.addSeparator();
+}
+
+void CProcessorTreeView::addDeleteEntry(CTreeMenu& menu)
+{
     menu.add(
-        tr("Delete"), [this] { DeleteSelection(); }, !isReadOnly());
+        tr("Delete"),
+        [this] {
+            if (!m_locked)
+                DeleteSelection();
+        },
+        !isReadOnly());
 }
 
 void CProcessorTreeView::addProcessorEntries(CTreeMenu& menu, const QPersistentModelIndex& index)
@@ -116,15 +148,12 @@ void CProcessorTreeView::addProcessorEntries(CTreeMenu& menu, const QPersistentM
     menu.menu()->setMinimumWidth(kWideMenuWidth);
     const QUuid id = index.data(UuidRole).toUuid();
     const bool guarded = askHost(&Host::GetProcessorNode, id).hostFlag13;
-    if (!guarded || askHost(&Host::CanRenameProcessor, id)) {
-        menu.add(tr("Rename"), [this, index] { openEditor(index); });
-        menu.addSeparator();
-    }
+    if (!guarded || askHost(&Host::CanRenameProcessor, id))
+        addRenameEntry(menu, index);
     if (!menu.menu() || !treeModel() || treeModel()->getAllProcessorCount() < 2)
         return;
     if (!guarded || askHost(&Host::IsIpManagementAvailable))
-        menu.add(
-            tr("Delete"), [this] { DeleteSelection(); }, !isReadOnly());
+        addDeleteEntry(menu);
 }
 
 void CProcessorTreeView::addFrontPanelEntry(CTreeMenu& menu, const QUuid& id)
@@ -165,12 +194,14 @@ void CProcessorTreeView::runSelectionMenu(const QModelIndex& index, const QPoint
     const QPoint place = viewport()->mapToGlobal(pos);
     CTreeMenu menu(this, kWideMenuWidth);
     if (!isReadOnly() && mayGroupSelection() && alive) {
-        menu.add(tr("Add processor group"), [this] { groupSelection(); });
+        menu.add(tr("Add processor group"), [this] {
+            if (!m_locked)
+                groupSelection();
+        });
         menu.addSeparator();
     }
     if (!isDeletionBlocked() && alive)
-        menu.add(
-            tr("Delete"), [this] { DeleteSelection(); }, !isReadOnly());
+        addDeleteEntry(menu);
     if (alive)
         appendHostEntries(menu, NodeProcessor, id);
     if (alive && !isReadOnly())

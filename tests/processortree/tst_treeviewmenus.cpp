@@ -65,6 +65,8 @@ private slots:
     void shouldRunItsEntries();
     void shouldOpenTheSameMenuByButtonAndKey();
     void shouldOpenNoneWhenLocked();
+    void shouldDoNothingOnceLocked_data();
+    void shouldDoNothingOnceLocked();
     void shouldOfferTheMenuOfSeveral_data();
     void shouldOfferTheMenuOfSeveral();
     void shouldOpenTheMenuOfSeveralOnlyThen();
@@ -287,6 +289,39 @@ void TreeViewMenusTest::shouldOpenNoneWhenLocked()
     tree.driver.thenEscape();
     tree.rightClick(1);
     QCOMPARE(tree.host().callCount(QStringLiteral("AppendContextMenu")), 1);
+}
+
+void TreeViewMenusTest::shouldDoNothingOnceLocked_data()
+{
+    QTest::addColumn<QString>("entry");
+    QTest::addColumn<bool>("locked"); // else read-only
+    for (const char* entry : {"Add processor group", "Add 1 processor", "Delete"}) {
+        QTest::addRow("%s, locked", entry) << entry << true;
+        QTest::addRow("%s, read-only", entry) << entry << false;
+    }
+    QTest::newRow("Rename, locked") << "Rename" << true;
+}
+
+void TreeViewMenusTest::shouldDoNothingOnceLocked()
+{
+    QFETCH(QString, entry);
+    QFETCH(bool, locked);
+    DrivenTree tree;
+    tree.host().canAdd = true;
+    tree.host().addEnabled = true;
+    tree.select({1});
+    tree.driver.then([&](QWidget& menu) {
+        if (locked)
+            tree.view->SetLocked(true);
+        else
+            tree.panel.data().SetReadOnly(true);
+        choose(menu, entry);
+    });
+    tree.rightClick(1);
+    QCOMPARE(tree.asked({QStringLiteral("CreateGroup"), QStringLiteral("AddProcessors"),
+                         QStringLiteral("DeleteProcessors")}),
+             QString());
+    QVERIFY(!tree.editor());
 }
 
 void TreeViewMenusTest::shouldOfferTheMenuOfSeveral_data()
