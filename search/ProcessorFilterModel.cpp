@@ -2,6 +2,9 @@
 
 #include "Interface/ProcessorNode.h"
 #include "processortree/NodeType.h"
+#include "processortree/RecordCell.h"
+
+#include <QStandardItemModel>
 
 #include <algorithm>
 
@@ -15,6 +18,17 @@ struct Found
     QModelIndex index;
 };
 
+/// The number in the row's record, read where the record is kept: a copy of it costs more than all
+/// else that the list does with the row.
+qint32 processorNumber(QModelIndex index)
+{
+    while (const auto* proxy = qobject_cast<const QAbstractProxyModel*>(index.model()))
+        index = proxy->mapToSource(index);
+    const auto* tree = qobject_cast<const QStandardItemModel*>(index.model());
+    const QStandardItem* item = tree ? tree->itemFromIndex(index) : nullptr;
+    return recordKey(item ? item->data(NodeDataRole) : index.data(NodeDataRole)).number;
+}
+
 void collectProcessors(const QAbstractItemModel& tree, const QModelIndex& parent,
                        std::vector<Found>& found)
 {
@@ -24,7 +38,7 @@ void collectProcessors(const QAbstractItemModel& tree, const QModelIndex& parent
         if (tree.hasChildren(index))
             collectProcessors(tree, index, found);
         else if (nodeType(index) == NodeProcessor)
-            found.push_back({index.data(NodeDataRole).value<ProcessorNode>().number, index});
+            found.push_back({processorNumber(index), index});
     }
 }
 
@@ -116,6 +130,10 @@ void CProcessorFilterModel::setSourceModel(QAbstractItemModel* model)
     connect(model, &QAbstractItemModel::columnsInserted, this, &CProcessorFilterModel::invalidate);
     connect(model, &QAbstractItemModel::columnsRemoved, this, &CProcessorFilterModel::invalidate);
     connect(model, &QAbstractItemModel::dataChanged, this, &CProcessorFilterModel::onDataChanged);
+    // Not kept through a change of which views hear: the source would have to lead every index.
+    const auto dropRows = [this] { m_rows.reset(); };
+    connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, dropRows);
+    connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, dropRows);
     connect(model, &QAbstractItemModel::rowsInserted, this, &CProcessorFilterModel::onRowsInserted);
     connect(model, &QAbstractItemModel::rowsRemoved, this, &CProcessorFilterModel::onRowsRemoved);
     connect(model, &QObject::destroyed, this, &CProcessorFilterModel::refreshRows);

@@ -7,8 +7,15 @@
 
 namespace {
 
-/// Whether QString compares `text` with a name exactly as the base's fixed string does, which sees
-/// the case of some letters beyond ASCII in another way.
+QString folded(QString text)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](QChar letter) { return letter.toCaseFolded(); });
+    return text;
+}
+
+/// Whether looking for the folded text in folded names finds what the base finds, which sees the
+/// case of some letters beyond ASCII in another way.
 bool isPlainText(const QString& text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar letter) {
@@ -18,6 +25,15 @@ bool isPlainText(const QString& text)
                              || category == QChar::Letter_Titlecase
                              || letter.toCaseFolded() != letter;
         return letter.unicode() < 0x80 || (!hasCase && !letter.isSurrogate());
+    });
+}
+
+/// Whether an address or a number can hold `text`.
+bool isShownText(const QString& text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar letter) {
+        return (letter >= QLatin1Char('0') && letter <= QLatin1Char('9'))
+               || letter == QLatin1Char('.') || letter == QLatin1Char('-');
     });
 }
 
@@ -57,7 +73,9 @@ void CProcessorFilterProxyModel::setSourceModel(QAbstractItemModel* model)
 void CProcessorFilterProxyModel::setFilterText(const QString& text)
 {
     m_text = text;
+    m_foldedText = folded(text);
     m_isPlain = isPlainText(text);
+    m_isShown = isShownText(text);
     ++m_search;
     setFilterFixedString(text);
 }
@@ -70,13 +88,13 @@ bool CProcessorFilterProxyModel::filterAcceptsRow(int sourceRow,
     CSearchedRows::Row& row = m_rows.at(sourceRow, sourceParent);
     if (!row.isRead) {
         const QModelIndex index = sourceModel()->index(sourceRow, 0, sourceParent);
-        row = {index.data().toString(), shownText(index)};
+        row = {folded(index.data().toString()), shownText(index)};
         row.isRead = true;
     }
     if (row.search != m_search) {
         row.search = m_search;
-        row.isFound = row.shown.contains(m_text, Qt::CaseSensitive)
-                      || (m_isPlain ? row.name.contains(m_text, Qt::CaseInsensitive)
+        row.isFound = (m_isShown && row.shown.contains(m_text, Qt::CaseSensitive))
+                      || (m_isPlain ? row.name.contains(m_foldedText, Qt::CaseSensitive)
                                     : QSortFilterProxyModel::filterAcceptsRow(sourceRow, sourceParent));
     }
     return row.isFound;

@@ -37,7 +37,9 @@ private:
                       const QVector<int>& roles);
 
     QString m_text;
-    bool m_isPlain = true; // m_text compares alike for everybody
+    QString m_foldedText;
+    bool m_isPlain = true; // a name holds m_text when its folded form holds m_foldedText
+    bool m_isShown = true; // an address or a number may hold m_text
     quint32 m_search = 0;  // counts the texts
     mutable CSearchedRows m_rows;
     std::vector<QMetaObject::Connection> m_connections; // to the source
