@@ -121,6 +121,15 @@ PROGRAMS = (
         repetitions=30,
         quick_repetitions=10,
     ),
+    Program(
+        "bench_panel",
+        (
+            Figure("whole panel / bare window", "panel", "baseline", WALL, 1.6),
+            Figure("peak - bare window, MiB", "panel", "baseline", PEAK, 10, difference=True),
+        ),
+        repetitions=30,
+        quick_repetitions=10,
+    ),
 )
 
 

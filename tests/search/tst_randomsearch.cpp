@@ -38,8 +38,9 @@ public:
         , m_name(text, Qt::CaseInsensitive, QRegExp::FixedString)
     {
         visit({});
-        std::stable_sort(m_found.begin(), m_found.end(),
-                         [](const Found& left, const Found& right) { return left.first < right.first; });
+        std::stable_sort(m_found.begin(), m_found.end(), [](const Found& left, const Found& right) {
+            return left.first < right.first;
+        });
     }
 
     /// As dumpTree() of the filter.
@@ -172,8 +173,7 @@ public:
         m_otherFilter.setSourceModel(&m_tree);
         m_eager = std::make_unique<EagerList>(m_otherFilter);
         m_view.setModel(&m_list);
-        QObject::connect(&m_list, &QAbstractItemModel::modelReset, &m_list,
-                         [this] { ++m_resets; });
+        QObject::connect(&m_list, &QAbstractItemModel::modelReset, &m_list, [this] { ++m_resets; });
         QObject::connect(&m_list, &CProcessorFilterModel::rowsAdded, &m_list,
                          [this] { m_heard += QLatin1Char('+'); });
         QObject::connect(&m_list, &CProcessorFilterModel::rowsRemed, &m_list,
@@ -215,12 +215,21 @@ private:
 
     QString text()
     {
-        static const QStringList texts{
-            QString(),            QStringLiteral("1"),    QStringLiteral("10"),
-            QStringLiteral("."),  QStringLiteral("10.0"), QStringLiteral("2.1"),
-            QStringLiteral("ab"), QStringLiteral("A"),    QStringLiteral("kü"),
-            QStringLiteral("G1"), QStringLiteral("all"),  QStringLiteral("-"),
-            QStringLiteral("İ"),  QStringLiteral("9"),    QStringLiteral("nowhere")};
+        static const QStringList texts{QString(),
+                                       QStringLiteral("1"),
+                                       QStringLiteral("10"),
+                                       QStringLiteral("."),
+                                       QStringLiteral("10.0"),
+                                       QStringLiteral("2.1"),
+                                       QStringLiteral("ab"),
+                                       QStringLiteral("A"),
+                                       QStringLiteral("kü"),
+                                       QStringLiteral("G1"),
+                                       QStringLiteral("all"),
+                                       QStringLiteral("-"),
+                                       QStringLiteral("İ"),
+                                       QStringLiteral("9"),
+                                       QStringLiteral("nowhere")};
         return texts.at(below(texts.size()));
     }
 
@@ -421,7 +430,8 @@ void RandomSearchTest::shouldAgreeWithASearchFromScratch()
     TestPanel panel;
     for (const quint32 seed : seeds(400)) {
         const QString wrong = Sequence(panel, seed).run();
-        QVERIFY2(wrong.isEmpty(), qPrintable(QStringLiteral("TSA_SEED=%1: %2").arg(seed).arg(wrong)));
+        QVERIFY2(wrong.isEmpty(),
+                 qPrintable(QStringLiteral("TSA_SEED=%1: %2").arg(seed).arg(wrong)));
     }
 }
 
