@@ -17,6 +17,7 @@
 #include <QTest>
 #include <QTreeView>
 
+#include <algorithm>
 #include <ctime>
 #include <string>
 #include <type_traits>
@@ -34,6 +35,7 @@ struct Keystroke
 
 constexpr int kLargestProject = 255;
 constexpr int kRowsARepetition = 16000;
+constexpr int kFewestKeystrokes = 4;
 
 constexpr Keystroke kKeystrokes[] = {
     {"all", "nowhere", "unit", [](int processors) { return processors; }},
@@ -273,7 +275,7 @@ int main(int argc, char** argv)
                                          })
                 ->Arg(size)
                 // What stands between two keystrokes takes much longer than some of them.
-                ->Iterations(kRowsARepetition / size)
+                ->Iterations(std::max(kRowsARepetition / size, kFewestKeystrokes))
                 ->UseManualTime();
         };
         const std::string family = std::string("search-") + keystroke.name;

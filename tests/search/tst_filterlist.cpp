@@ -435,24 +435,22 @@ void FilterListTest::shouldLetACurrentRowGo()
         search.addByNumber(id, QStringLiteral("n%1").arg(id), int(id));
     search.found(QStringLiteral("n"));
     const auto fall = [&] {
-        switch (change) {
-        case 0:
-            return search.filter().setFilterText(QStringLiteral("n1"));
-        case 1:
-            return search.filter().setFilterText(QString());
-        case 2:
-            return search.item(3)->setText(QStringLiteral("other"));
-        case 3:
-            return search.tree().removeNode(testId(3));
-        case 4:
-            return search.tree().removeNodes({testId(1), testId(2), testId(3)});
-        case 5:
-            return search.tree().reset();
-        case 6:
-            return search.item(3)->setData(QVariant(), NodeTypeRole);
-        default:
-            return search.filter().setSourceModel(&other.tree());
-        }
+        if (change == 0)
+            search.filter().setFilterText(QStringLiteral("n1"));
+        else if (change == 1)
+            search.filter().setFilterText(QString());
+        else if (change == 2)
+            search.item(3)->setText(QStringLiteral("other"));
+        else if (change == 3)
+            search.tree().removeNode(testId(3));
+        else if (change == 4)
+            search.tree().removeNodes({testId(1), testId(2), testId(3)});
+        else if (change == 5)
+            search.tree().reset();
+        else if (change == 6)
+            search.item(3)->setData(QVariant(), NodeTypeRole);
+        else
+            search.filter().setSourceModel(&other.tree());
     };
     view.setCurrentIndex(search.list().index(2, 0));
     QCOMPARE(view.currentIndex().data().toString(), QStringLiteral("n3"));
