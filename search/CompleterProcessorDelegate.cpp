@@ -136,7 +136,7 @@ void CCompleterProcessorDelegate::paint(QPainter* painter, const QStyleOptionVie
                       fitted(metrics, record.name, nameRect(row)));
     painter->setPen(QColor(isStrong ? kNormal : kWeak));
     const QString detail = detailOf(record);
-    const QRect room = detailRect(row, metrics.horizontalAdvance(detail));
+    const QRect room = detailRect(row, metrics.horizontalAdvance(detail) + 1);
     painter->drawText(room, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
                       fitted(metrics, detail, room));
     painter->restore();

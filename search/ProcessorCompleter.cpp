@@ -236,8 +236,10 @@ void CProcessorCompleter::onRowsChanged()
 /// The popup knows its rows by their numbers; the current one follows its processor.
 void CProcessorCompleter::onOrderChanged()
 {
-    const QModelIndex row = m_list->mapFromSource(m_filter->mapFromSource(m_current));
-    m_popup->selectionModel()->setCurrentIndex(row, QItemSelectionModel::NoUpdate);
+    if (m_current.isValid()) { // otherwise nobody needs the list made already
+        const QModelIndex row = m_list->mapFromSource(m_filter->mapFromSource(m_current));
+        m_popup->selectionModel()->setCurrentIndex(row, QItemSelectionModel::NoUpdate);
+    }
     m_popup->update();
     m_popup->viewport()->update();
 }
