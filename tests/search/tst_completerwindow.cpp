@@ -3,6 +3,7 @@
 #include <QListWidget>
 #include <QProcess>
 #include <QScreen>
+#include <QShortcut>
 
 namespace {
 
@@ -106,6 +107,7 @@ private slots:
     void shouldChooseWithArrowKeys();
     void shouldCloseByKey_data();
     void shouldCloseByKey();
+    void shouldKeepItsKeysFromShortcuts();
     void shouldChooseWithAClick();
     void shouldChooseWhenTheMouseLeavesBeforeRelease();
     void shouldCloseOnAClickElsewhere_data();
@@ -166,6 +168,19 @@ void CompleterWindowTest::shouldCloseByKey()
     QVERIFY(act(QStringLiteral("key 2")));
     QTRY_COMPARE(search.field->text(), QStringLiteral("12"));
     QCOMPARE(search.told(), QStringLiteral("-"));
+}
+
+void CompleterWindowTest::shouldKeepItsKeysFromShortcuts()
+{
+    const RealField search;
+    const QShortcut escape(QKeySequence(Qt::Key_Escape), search.window);
+    QSignalSpy escapes(&escape, &QShortcut::activated);
+    QVERIFY(search.open());
+    QVERIFY(act(QStringLiteral("key Escape")));
+    QTRY_VERIFY(search.isGone());
+    QCOMPARE(escapes.count(), 0);
+    QVERIFY(act(QStringLiteral("key Escape")));
+    QTRY_COMPARE(escapes.count(), 1);
 }
 
 void CompleterWindowTest::shouldChooseWithAClick()
