@@ -28,6 +28,8 @@ constexpr QRgb kHint = qRgb(115, 115, 128);
 /// Keeps its rows off the round corners.
 class Popup final : public QListView
 {
+    Q_OBJECT
+
 public:
     Popup() { setViewportMargins(0, kCornerRadius, 0, kCornerRadius); }
 };
@@ -320,11 +322,6 @@ bool CProcessorCompleter::filterField(QEvent* event)
     case QEvent::FocusIn:
         m_focusOutHeld = false;
         return false;
-    case QEvent::ShortcutOverride:
-        if (!isOpen() || !isListKey(*static_cast<QKeyEvent*>(event)))
-            return false;
-        event->accept();
-        return true;
     default:
         return false;
     }
@@ -478,3 +475,5 @@ void CProcessorCompleter::paintBackground() const
     painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap,
                      tr("No content found in the search."));
 }
+
+#include "ProcessorCompleter.moc"

@@ -117,7 +117,6 @@ private slots:
     void shouldCloseWhenMinimised();
     void shouldFollowTheWindow();
     void shouldStayOnTheScreen();
-    void shouldCompose();
 };
 
 void CompleterWindowTest::shouldTypeOnWhileOpen()
@@ -299,17 +298,6 @@ void CompleterWindowTest::shouldStayOnTheScreen()
     QVERIFY(search.open());
     QTRY_VERIFY(screen.contains(search.popup()->geometry()));
     QCOMPARE(search.popup()->geometry().bottom(), search.field->mapToGlobal(QPoint(0, 0)).y());
-}
-
-/// With a key that writes nothing by itself, as input methods do.
-void CompleterWindowTest::shouldCompose()
-{
-    const RealField search;
-    QVERIFY(search.open());
-    QVERIFY(act(QStringLiteral("key dead_acute key e")));
-    QTRY_COMPARE(search.field->text(), QStringLiteral("1é"));
-    QVERIFY(search.isOpen());
-    QCOMPARE(search.rows(), QString());
 }
 
 QTEST_MAIN(CompleterWindowTest)

@@ -866,16 +866,17 @@ void TestProcessorCompleter::shouldStandItsEndInANestedLoop()
     CProcessorCompleter* completer = search.completer;
     bool whole = false;
     // As a host does that asks the user something, and ends the panel meanwhile.
-    QObject::connect(completer, &CProcessorCompleter::activated, completer, [&] {
-        QEventLoop loop;
-        QTimer::singleShot(0, &loop, [&] {
-            delete search.completer;
-            QTimer::singleShot(0, &loop, &QEventLoop::quit);
-        });
-        loop.exec();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        whole = popup != nullptr;
-    });
+    QObject::connect(completer, &CProcessorCompleter::activated, completer,
+                     [completer, popup, end = &whole] {
+                         QEventLoop loop;
+                         QTimer::singleShot(0, &loop, [completer, pending = &loop] {
+                             delete completer;
+                             QTimer::singleShot(0, pending, &QEventLoop::quit);
+                         });
+                         loop.exec();
+                         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                         *end = popup != nullptr;
+                     });
     search.type(QStringLiteral("1"));
     QTimer::singleShot(0, search.window, [&] { action(search); });
     QTRY_VERIFY(!search.completer);
