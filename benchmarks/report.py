@@ -36,6 +36,7 @@ class Figure:
     bar: typing.Optional[float] = None
     smallest: int = 0  # size from which on the bar holds; below it the ratio is only shown
     growth_bar: typing.Optional[float] = None
+    growth_from: int = 0  # size from which on the growth counts
     difference: bool = False  # compared by subtraction, in MiB
 
 
@@ -84,11 +85,47 @@ PROGRAMS = (
         "bench_drop",
         (Figure("drop of 50 / plain model", "drop", "baseline", CPU, 2, growth_bar=1.25),),
     ),
+    # The program reports the time of its thread as if it were that of the clock.
+    Program(
+        "bench_search",
+        (
+            Figure("search, all / stock proxies", "search-all", "baseline", WALL, 0.5,
+                   growth_bar=1.25, growth_from=1000),
+            Figure("search, tenth / stock proxies", "search-tenth", "baseline", WALL, 0.15,
+                   growth_bar=1.25, growth_from=1000),
+            Figure("search, one / stock proxies", "search-one", "baseline", WALL, 0.25,
+                   growth_bar=1.25, growth_from=1000),
+            Figure("search, none / stock proxies", "search-none", "baseline", WALL, 0.35,
+                   growth_bar=1.25, growth_from=1000),
+            Figure("search, clear / stock proxies", "search-clear", "baseline", WALL, 0.05,
+                   growth_bar=1.25, growth_from=1000),
+            Figure("search, all, painted / stock", "search-all-painted", "baseline", WALL, 1.05),
+            Figure("search, tenth, painted / stock", "search-tenth-painted", "baseline", WALL,
+                   0.8),
+            Figure("search, all, painted / completer", "search-all-painted", "completer", WALL,
+                   1.25),
+            Figure("search, tenth, painted / completer", "search-tenth-painted", "completer", WALL,
+                   1.25),
+            Figure("search, all / completer", "search-all", "completer", WALL),
+            Figure("search, tenth / completer", "search-tenth", "completer", WALL),
+            Figure("search, one / completer", "search-one", "completer", WALL),
+            Figure("search, none / completer", "search-none", "completer", WALL),
+        ),
+    ),
     Program(
         "bench_start",
         (
             Figure("start / bare window", "start", "baseline", WALL, 1.4),
             Figure("peak - bare window, MiB", "start", "baseline", PEAK, 6, difference=True),
+        ),
+        repetitions=30,
+        quick_repetitions=10,
+    ),
+    Program(
+        "bench_panel",
+        (
+            Figure("whole panel / bare window", "panel", "baseline", WALL, 1.6),
+            Figure("peak - bare window, MiB", "panel", "baseline", PEAK, 10, difference=True),
         ),
         repetitions=30,
         quick_repetitions=10,
@@ -176,7 +213,9 @@ def rows(figure: Figure, runs: typing.List[dict]) -> typing.List[Row]:
             holds and value > figure.bar,
         ))
     if figure.growth_bar is not None:
-        exponent = slope({size: costs[figure.family, "product", size] for size in sizes})
+        exponent = slope({size: cost for (family, side, size), cost in costs.items()
+                          if family == figure.family and side == "product"
+                          and size >= figure.growth_from})
         table.append(Row(figure.title, "all", "", f"{figure.growth_bar:g}", f"{exponent:.2f}",
                          exponent > figure.growth_bar))
     return table

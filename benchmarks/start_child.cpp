@@ -1,11 +1,12 @@
 // One start of a program, in a process of its own: from the application object to the first painted
-// frame, either with the panel loaded as a host loads it, or with a bare tree of the same rows.
-// Prints the nanoseconds this took and the peak of its memory in KiB.
+// frame, either with the panel loaded as a host loads it, or with a bare tree of the same rows. The
+// panel's host refuses whatever it is asked, or has the panel show all it can. Prints the
+// nanoseconds this took and the peak of its memory in KiB.
 
 #include "Interface/ObserverPattern"
 #include "Interface/TargetSelectArea.h"
 #include "Interface/TargetSelectAreaInterface.h"
-#include "benchmarks/support/StoredHandler.h"
+#include "benchmarks/support/OpenHandler.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -19,6 +20,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -62,7 +64,7 @@ public:
         m_window.resize(220, 800);
     }
 
-    void showPanel(const QString& libraryPath)
+    void showPanel(const QString& libraryPath, std::shared_ptr<StoredHandler> handler)
     {
         QLibrary library(libraryPath);
         const auto init =
@@ -73,7 +75,7 @@ public:
         if (!init(&layer, &m_window))
             fail(QStringLiteral("the panel does not start"));
         m_layout.addWidget(layer->GetWidget());
-        m_handler = std::make_shared<StoredHandler>(makeProject(kProcessors));
+        m_handler = std::move(handler);
         layer->m_controlHandler = m_handler;
         layer->Initialize();
         CSubject subject;
@@ -131,15 +133,17 @@ int main(int argc, char** argv)
     qApp->installEventFilter(&watch);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 2)
-        fail(QStringLiteral("usage: start_child bare | panel LIBRARY"));
+        fail(QStringLiteral("usage: start_child bare | panel LIBRARY | whole-panel LIBRARY"));
 
     QElapsedTimer timer;
     timer.start();
     Host host;
-    if (arguments.size() > 2)
-        host.showPanel(arguments.at(2));
-    else
+    if (arguments.size() == 2)
         host.showBareTree();
+    else if (arguments.at(1) == QLatin1String("panel"))
+        host.showPanel(arguments.at(2), std::make_shared<StoredHandler>(makeProject(kProcessors)));
+    else
+        host.showPanel(arguments.at(2), std::make_shared<OpenHandler>(makeProject(kProcessors)));
     while (!watch.isPainted())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     std::cout << timer.nsecsElapsed() << ' ' << peakMemory().constData() << std::endl;

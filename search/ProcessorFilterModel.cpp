@@ -2,9 +2,9 @@
 
 #include "Interface/ProcessorNode.h"
 #include "processortree/NodeType.h"
+#include "processortree/ProcessorTreeModel.h"
 #include "processortree/RecordCell.h"
-
-#include <QStandardItemModel>
+#include "search/ProcessorFilterProxyModel.h"
 
 #include <algorithm>
 
@@ -18,34 +18,69 @@ struct Found
     QModelIndex index;
 };
 
-/// The number in the row's record, read where the record is kept: a copy of it costs more than all
-/// else that the list does with the row.
-qint32 processorNumber(QModelIndex index)
+/// The tree that a list is made of. Over the processor tree and its filter rows are read at the
+/// tree's items: copies of the records would cost more than all else that the list does.
+class Branches final
 {
-    while (const auto* proxy = qobject_cast<const QAbstractProxyModel*>(index.model()))
-        index = proxy->mapToSource(index);
-    const auto* tree = qobject_cast<const QStandardItemModel*>(index.model());
-    const QStandardItem* item = tree ? tree->itemFromIndex(index) : nullptr;
-    return recordKey(item ? item->data(NodeDataRole) : index.data(NodeDataRole)).number;
-}
-
-void collectProcessors(const QAbstractItemModel& tree, const QModelIndex& parent,
-                       std::vector<Found>& found)
-{
-    const int rows = tree.rowCount(parent);
-    for (int row = 0; row < rows; ++row) {
-        const QModelIndex index = tree.index(row, 0, parent);
-        if (tree.hasChildren(index))
-            collectProcessors(tree, index, found);
-        else if (nodeType(index) == NodeProcessor)
-            found.push_back({processorNumber(index), index});
+public:
+    explicit Branches(const QAbstractItemModel& source)
+        : m_source(source)
+        , m_filter(qobject_cast<const CProcessorFilterProxyModel*>(&source))
+        , m_tree(m_filter ? qobject_cast<const CProcessorTreeModel*>(m_filter->sourceModel())
+                          : nullptr)
+    {
     }
-}
 
-Rows sortedProcessors(const QAbstractItemModel& tree)
+    /// The processors below `parent` that have no rows below themselves, in the tree's order.
+    void collect(const QModelIndex& parent, std::vector<Found>& found) const
+    {
+        const int rows = m_source.rowCount(parent);
+        for (int row = 0; row < rows; ++row) {
+            const QModelIndex index = m_source.index(row, 0, parent);
+            const QStandardItem* item = itemAt(index);
+            if (hasRows(index, item))
+                collect(index, found);
+            else if ((item ? nodeType(*item) : nodeType(index)) == NodeProcessor)
+                found.push_back({number(index, item), index});
+        }
+    }
+
+    /// A filter takes up the rows below a row only when it is asked for them, and says nothing of
+    /// those it never took up. So it is asked at once, although the list is read later, or never.
+    void takeUp(const QModelIndex& parent, int first, int last) const
+    {
+        for (int row = first; row <= last; ++row) {
+            const QModelIndex index = m_source.index(row, 0, parent);
+            if (hasRows(index, itemAt(index)))
+                takeUp(index, 0, m_source.rowCount(index) - 1);
+        }
+    }
+
+private:
+    const QStandardItem* itemAt(const QModelIndex& index) const
+    {
+        return m_tree ? m_tree->itemFromIndex(m_filter->mapToSource(index)) : nullptr;
+    }
+
+    bool hasRows(const QModelIndex& index, const QStandardItem* item) const
+    {
+        return (!item || item->hasChildren()) && m_source.hasChildren(index);
+    }
+
+    static qint32 number(const QModelIndex& index, const QStandardItem* item)
+    {
+        return recordKey(item ? item->data(NodeDataRole) : index.data(NodeDataRole)).number;
+    }
+
+    const QAbstractItemModel& m_source;
+    const CProcessorFilterProxyModel* m_filter;
+    const CProcessorTreeModel* m_tree; // null when the source is anything else
+};
+
+Rows sortedProcessors(const QAbstractItemModel& source)
 {
     std::vector<Found> found;
-    collectProcessors(tree, QModelIndex(), found);
+    Branches(source).collect(QModelIndex(), found);
     std::stable_sort(found.begin(), found.end(), [](const Found& left, const Found& right) {
         return left.number < right.number;
     });
@@ -61,17 +96,6 @@ QModelIndex rowAt(const Rows& rows, int row)
     if (row < 0 || row >= static_cast<int>(rows.size()))
         return {};
     return rows[static_cast<std::size_t>(row)];
-}
-
-/// A filter proxy takes up the rows below a row only when it is asked for them, and says nothing of
-/// those it never took up. So it is asked at once, although the list is read later, or never.
-void takeUpBranches(const QAbstractItemModel& tree, const QModelIndex& parent, int first, int last)
-{
-    for (int row = first; row <= last; ++row) {
-        const QModelIndex index = tree.index(row, 0, parent);
-        if (tree.hasChildren(index))
-            takeUpBranches(tree, index, 0, tree.rowCount(index) - 1);
-    }
 }
 
 } // namespace
@@ -158,7 +182,7 @@ void CProcessorFilterModel::invalidate()
 {
     refreshRows();
     if (sourceModel())
-        takeUpBranches(*sourceModel(), QModelIndex(), 0, sourceModel()->rowCount() - 1);
+        Branches(*sourceModel()).takeUp(QModelIndex(), 0, sourceModel()->rowCount() - 1);
 }
 
 const std::vector<QPersistentModelIndex>& CProcessorFilterModel::rows() const
@@ -200,7 +224,7 @@ void CProcessorFilterModel::onRowsInserted(const QModelIndex& parent, int first,
 {
     beginResetModel();
     m_rows.reset();
-    takeUpBranches(*sourceModel(), parent, first, last);
+    Branches(*sourceModel()).takeUp(parent, first, last);
     endResetModel();
     emit rowsAdded();
 }

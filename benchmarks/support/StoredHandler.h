@@ -5,7 +5,7 @@
 
 /// A host that hands out the lists it was built with and refuses everything else, so that a figure
 /// holds next to nothing of the host.
-class StoredHandler final : public ITargetSelectInterfaceHandler
+class StoredHandler : public ITargetSelectInterfaceHandler
 {
 public:
     explicit StoredHandler(Project project = {})

@@ -1,5 +1,6 @@
 // The list of results: its order, its odd ways as a model, its signals, and what a view holds.
 
+#include "processortree/ProcessorItem.h"
 #include "processortree/RecordCell.h"
 #include "tests/search/SearchTree.h"
 #include "tests/support/WarningTrap.h"
@@ -48,6 +49,7 @@ private slots:
     void shouldListEqualNumbersInTheOrderOfTheTree();
     void shouldLeaveOutWhatHasRowsBelow();
     void shouldPassOverRowsWithoutAType();
+    void shouldListAnyTree();
     void shouldCountAllRowsForEveryParent();
     void shouldGiveIndexesAtTheTopOnly();
     void shouldBeEmptyWithoutASource();
@@ -124,6 +126,26 @@ void FilterListTest::shouldPassOverRowsWithoutAType()
     search.item(2)->setData(QStringLiteral("no type"), NodeTypeRole);
     search.item(kGroup)->setData(QVariant(), NodeTypeRole);
     QCOMPARE(search.found(QStringLiteral("m")), QStringLiteral("mixer"));
+}
+
+void FilterListTest::shouldListAnyTree()
+{
+    const WarningTrap warnings;
+    QStandardItemModel tree;
+    auto* group = new CProcessorItem(NodeGroup);
+    tree.appendRow(group);
+    tree.appendRow(new QStandardItem(QStringLiteral("no type")));
+    for (quint32 id = 1; id <= 3; ++id) {
+        auto* item = new CProcessorItem(NodeProcessor);
+        item->setText(QStringLiteral("n%1").arg(id));
+        item->setData(QVariant::fromValue(testProcessor(10 - id)), NodeDataRole);
+        group->appendRow(item);
+    }
+    CProcessorFilterModel list;
+    list.setSourceModel(&tree);
+    QCOMPARE(list.rowCount(), 3);
+    for (int row = 0; row < 3; ++row)
+        QCOMPARE(list.mapToSource(list.index(row, 0)), group->child(2 - row)->index());
 }
 
 void FilterListTest::shouldCountAllRowsForEveryParent()
