@@ -82,8 +82,10 @@ void CProcessorTree::createSearch()
     connect(m_completer, &CProcessorCompleter::activated, this, &CProcessorTree::chooseResult);
     auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_F), this);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(shortcut, &QShortcut::activated, m_search,
-            [this] { m_search->setFocus(Qt::ShortcutFocusReason); });
+    connect(shortcut, &QShortcut::activated, m_search, [this] {
+        m_search->setFocus(Qt::ShortcutFocusReason);
+        m_search->selectAll();
+    });
 }
 
 void CProcessorTree::createAddButton()
