@@ -147,6 +147,17 @@
     </message>
 </context>
 <context>
+    <name>CCompleterProcessorDelegate</name>
+    <message>
+        <source>Number</source>
+        <translation>编号</translation>
+    </message>
+    <message>
+        <source>Invalid</source>
+        <translation>无效</translation>
+    </message>
+</context>
+<context>
     <name>CCustomAddProcessor</name>
     <message>
         <source>Custom add processor</source>
@@ -308,6 +319,17 @@
     <message>
         <source>Name</source>
         <translation>名称</translation>
+    </message>
+</context>
+<context>
+    <name>CProcessorCompleter</name>
+    <message>
+        <source>Search results</source>
+        <translation>搜索结果</translation>
+    </message>
+    <message>
+        <source>No content found in the search.</source>
+        <translation>未搜索到相关内容。</translation>
     </message>
 </context>
 <context>
