@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QSignalSpy>
 #include <QToolButton>
+#include <QVariantAnimation>
 
 namespace {
 
@@ -80,6 +81,7 @@ class TreeSearchTest final : public QObject
 
 private slots:
     void initTestCase();
+    void cleanupTestCase();
     void shouldListWhatMatches();
     void shouldEndOnTheChosenRow_data();
     void shouldEndOnTheChosenRow();
@@ -100,6 +102,17 @@ private slots:
 void TreeSearchTest::initTestCase()
 {
     ApplyHostTheme(*qApp);
+}
+
+void TreeSearchTest::cleanupTestCase()
+{
+    // The fading of a clear button that is gone ends with the next frame.
+    QVariantAnimation frames;
+    frames.setStartValue(0);
+    frames.setEndValue(1);
+    frames.setDuration(50);
+    frames.start();
+    QTRY_COMPARE(frames.state(), QAbstractAnimation::Stopped);
 }
 
 void TreeSearchTest::shouldListWhatMatches()
