@@ -20,10 +20,9 @@ bool isPlainText(const QString& text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar letter) {
         const QChar::Category category = letter.category();
-        const bool hasCase = category == QChar::Letter_Uppercase
-                             || category == QChar::Letter_Lowercase
-                             || category == QChar::Letter_Titlecase
-                             || letter.toCaseFolded() != letter;
+        const bool hasCase =
+            category == QChar::Letter_Uppercase || category == QChar::Letter_Lowercase
+            || category == QChar::Letter_Titlecase || letter.toCaseFolded() != letter;
         return letter.unicode() < 0x80 || (!hasCase && !letter.isSurrogate());
     });
 }
@@ -93,9 +92,10 @@ bool CProcessorFilterProxyModel::filterAcceptsRow(int sourceRow,
     }
     if (row.search != m_search) {
         row.search = m_search;
-        row.isFound = (m_isShown && row.shown.contains(m_text, Qt::CaseSensitive))
-                      || (m_isPlain ? row.name.contains(m_foldedText, Qt::CaseSensitive)
-                                    : QSortFilterProxyModel::filterAcceptsRow(sourceRow, sourceParent));
+        row.isFound =
+            (m_isShown && row.shown.contains(m_text, Qt::CaseSensitive))
+            || (m_isPlain ? row.name.contains(m_foldedText, Qt::CaseSensitive)
+                          : QSortFilterProxyModel::filterAcceptsRow(sourceRow, sourceParent));
     }
     return row.isFound;
 }
@@ -121,11 +121,11 @@ void CProcessorFilterProxyModel::connectBefore(const QAbstractItemModel& model)
     forgetBefore(&QAbstractItemModel::modelAboutToBeReset);
     forgetBefore(&QAbstractItemModel::modelReset);
     forgetBefore(&QObject::destroyed);
-    m_connections.push_back(connect(
-        &model, &QAbstractItemModel::dataChanged, this,
-        [this](const QModelIndex& topLeft, const QModelIndex& bottomRight) {
-            m_rows.forget(topLeft.parent(), topLeft.row(), bottomRight.row());
-        }));
+    m_connections.push_back(
+        connect(&model, &QAbstractItemModel::dataChanged, this,
+                [this](const QModelIndex& topLeft, const QModelIndex& bottomRight) {
+                    m_rows.forget(topLeft.parent(), topLeft.row(), bottomRight.row());
+                }));
 }
 
 /// The base looks at the rows above a changed one only when the display text has changed.

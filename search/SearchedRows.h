@@ -15,7 +15,7 @@ class CSearchedRows final
 public:
     struct Row
     {
-        QString name; ///< With the case folded, letter by letter.
+        QString name;  ///< With the case folded, letter by letter.
         QString shown; ///< The address or the number that the row is shown with.
         bool isRead = false;
         bool isFound = false;

@@ -36,7 +36,8 @@ bool StockSearch::Filter::filterAcceptsRow(int sourceRow, const QModelIndex& sou
                                                       .arg(address >> 8 & 0xFF)
                                                       .arg(address & 0xFF)
                                                 : QString::number(processor.number + 1);
-    return shown.contains(m_text) || QSortFilterProxyModel::filterAcceptsRow(sourceRow, sourceParent);
+    return shown.contains(m_text)
+           || QSortFilterProxyModel::filterAcceptsRow(sourceRow, sourceParent);
 }
 
 bool StockSearch::List::filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const

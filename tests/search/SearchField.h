@@ -59,7 +59,8 @@ protected:
 /// the others outside, and "Foyer", by the address 10.0.0.7.
 struct SearchField
 {
-    explicit SearchField(const QPoint& position = QPoint(100, 100))
+    explicit SearchField(const QPoint& position = QPoint(100, 100),
+                         Qt::WindowFlags flags = Qt::WindowFlags())
     {
         QList<ProcessorNode> processors;
         for (quint32 n = 1; n <= 12; ++n) {
@@ -72,6 +73,7 @@ struct SearchField
         model().reset();
 
         window = new WindowProbe;
+        window->setWindowFlags(flags);
         field = new FieldProbe(window);
         field->setGeometry(10, 10, 176, 24);
         other = new QLineEdit(window);

@@ -414,14 +414,22 @@ void FilterListTest::shouldLetACurrentRowGo()
     search.found(QStringLiteral("n"));
     const auto fall = [&] {
         switch (change) {
-        case 0: return search.filter().setFilterText(QStringLiteral("n1"));
-        case 1: return search.filter().setFilterText(QString());
-        case 2: return search.item(3)->setText(QStringLiteral("other"));
-        case 3: return search.tree().removeNode(testId(3));
-        case 4: return search.tree().removeNodes({testId(1), testId(2), testId(3)});
-        case 5: return search.tree().reset();
-        case 6: return search.item(3)->setData(QVariant(), NodeTypeRole);
-        default: return search.filter().setSourceModel(&other.tree());
+        case 0:
+            return search.filter().setFilterText(QStringLiteral("n1"));
+        case 1:
+            return search.filter().setFilterText(QString());
+        case 2:
+            return search.item(3)->setText(QStringLiteral("other"));
+        case 3:
+            return search.tree().removeNode(testId(3));
+        case 4:
+            return search.tree().removeNodes({testId(1), testId(2), testId(3)});
+        case 5:
+            return search.tree().reset();
+        case 6:
+            return search.item(3)->setData(QVariant(), NodeTypeRole);
+        default:
+            return search.filter().setSourceModel(&other.tree());
         }
     };
     view.setCurrentIndex(search.list().index(2, 0));

@@ -119,8 +119,8 @@ void FilterProxyTest::shouldFindNamesInAnyCase_data()
     QTest::newRow("upper in lower") << QStringLiteral("lab-3") << QStringLiteral("AB-");
     QTest::newRow("umlauts") << QStringLiteral("KÜCHE") << QStringLiteral("küch");
     QTest::newRow("Chinese") << QStringLiteral("主控制器A") << QStringLiteral("控制器a");
-    QTest::newRow("beyond the basic plane") << QStringLiteral("x\U0001F600y")
-                                            << QStringLiteral("\U0001F600Y");
+    QTest::newRow("beyond the basic plane")
+        << QStringLiteral("x\U0001F600y") << QStringLiteral("\U0001F600Y");
     QTest::newRow("digits of a name") << QStringLiteral("hall 512") << QStringLiteral("51");
     QTest::newRow("a dot") << QStringLiteral("v2.b") << QStringLiteral("2.B");
 }
