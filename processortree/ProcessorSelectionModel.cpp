@@ -50,7 +50,8 @@ void CProcessorSelectionModel::select(const QItemSelection& selection,
     if (!self)
         return;
     const QModelIndexList after = selectedIndexes();
-    if (after != before)
+    // Blocked while the host's own choice is taken over: it knows of that one.
+    if (after != before && !signalsBlocked())
         report(after);
 }
 

@@ -52,6 +52,28 @@ QToolButton#IPManageToolButton:focus { background: @ROW@; }
 QToolButton#IPManageToolButton:pressed, QToolButton#IPManageToolButton:open { background: @LINE@; }
 QToolButton#IPManageToolButton::menu-indicator { image: none; width: 0; }
 
+CMenuToolButton { background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px;
+    min-height: 22px; padding: 0; }
+CMenuToolButton:hover { background: @LINE@; }
+CMenuToolButton:pressed { background: @WINDOW@; }
+CMenuToolButton:focus { border-color: @ACCENT@; }
+CMenuToolButton:disabled { background: @POPUP@; color: @HINT@; }
+CMenuToolButton::menu-button { width: 24px; border: none; border-left: 1px solid @HINT@;
+    margin: 5px 0; }
+CMenuToolButton::menu-arrow { image: url(:/HostWidgets/icons/chevron-down.svg);
+    width: 12px; height: 12px; }
+CMenuToolButton::menu-button:disabled { border-left-color: @LINE@; }
+CMenuToolButton::menu-arrow:disabled {
+    image: url(:/HostWidgets/icons/chevron-down-disabled.svg); }
+
+CPureImageBtn { background: transparent; border: 1px solid transparent; border-radius: 4px;
+    padding: 0; margin: 0; }
+CPureImageBtn:pressed { background: @LINE@; }
+CPureImageBtn:focus { border-color: @ACCENT@; }
+CPureImageBtn::menu-indicator { image: none; width: 0; }
+
+CSeparator { color: @LINE@; }
+
 QDockWidget { color: @WEAK@; titlebar-close-icon: none; titlebar-normal-icon: none; }
 QDockWidget::title { background: @WINDOW@; padding: 8px 4px; text-align: left; }
 QStatusBar { background: @WINDOW@; color: @WEAK@; border-top: 1px solid @LINE@; }
@@ -60,6 +82,7 @@ QStatusBar::item { border: none; }
 QLineEdit, QComboBox, QAbstractSpinBox, QPlainTextEdit, QListWidget {
     background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px; }
 QLineEdit, QComboBox, QAbstractSpinBox { min-height: 22px; padding: 0 6px; }
+CActionLineEdit { padding: 0; }
 CIPLineEdit, QComboBox, QAbstractSpinBox { color: @STRONG@; }
 CIPLineEdit:disabled { color: @HINT@; }
 QTreeView QLineEdit, QTableView QLineEdit, QListView QLineEdit { min-height: 0; padding: 0 2px; }

@@ -1,0 +1,91 @@
+#include "host/widgets/MenuToolButton.h"
+
+#include <QKeyEvent>
+#include <QMenu>
+#include <QStyleOptionToolButton>
+#include <QStylePainter>
+
+namespace {
+
+constexpr int kTextMargin = 8;
+constexpr int kHeight = 24; // as the fields and buttons beside it
+constexpr int kFrame = 6;
+
+/// The room that the arrow takes; left free on the other side as well.
+int arrowRoom(const QToolButton& button, const QStyleOptionToolButton& option)
+{
+    const QRect arrow = button.style()->subControlRect(QStyle::CC_ToolButton, &option,
+                                                       QStyle::SC_ToolButtonMenu, &button);
+    return arrow.width();
+}
+
+} // namespace
+
+CMenuToolButton::CMenuToolButton(QWidget* parent)
+    : QToolButton(parent)
+    , m_menu(new QMenu(this))
+{
+    setToolButtonStyle(Qt::ToolButtonTextOnly);
+    setPopupMode(MenuButtonPopup);
+    setFocusPolicy(Qt::StrongFocus);
+    setMenu(m_menu);
+}
+
+CMenuToolButton::~CMenuToolButton()
+{
+    // QMenu still uses itself after an entry has acted.
+    m_menu->hide();
+    m_menu->setParent(nullptr, m_menu->windowFlags());
+    m_menu->deleteLater();
+}
+
+QAction* CMenuToolButton::AddAction(const QString& text, const QVariant& value)
+{
+    QAction* action = m_menu->addAction(text);
+    action->setData(value);
+    return action;
+}
+
+QSize CMenuToolButton::sizeHint() const
+{
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    const QSize label = fontMetrics().size(Qt::TextShowMnemonic, text());
+    return {label.width() + 2 * (arrowRoom(*this, option) + kTextMargin),
+            qMax(kHeight, label.height() + kFrame)};
+}
+
+void CMenuToolButton::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (!event->isAutoRepeat())
+            click();
+        return;
+    case Qt::Key_Down:
+        showMenu();
+        return;
+    default:
+        QToolButton::keyPressEvent(event);
+    }
+}
+
+void CMenuToolButton::paintEvent(QPaintEvent* event)
+{
+    Q_UNUSED(event)
+    QStylePainter painter(this);
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    option.text.clear();
+    painter.drawComplexControl(QStyle::CC_ToolButton, option);
+
+    const int margin = arrowRoom(*this, option);
+    const QRect room = rect().adjusted(margin, 0, -margin, 0);
+    const bool isLit = isEnabled() && (underMouse() || isDown());
+    const QPalette::ColorRole role = isLit ? QPalette::BrightText : QPalette::ButtonText;
+    const QString shown =
+        fontMetrics().elidedText(text(), Qt::ElideRight, room.width(), Qt::TextShowMnemonic);
+    const int flags = static_cast<int>(Qt::AlignCenter) | Qt::TextShowMnemonic;
+    painter.drawItemText(room, flags, option.palette, isEnabled(), shown, role);
+}
