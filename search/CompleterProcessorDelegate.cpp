@@ -3,6 +3,7 @@
 #include "Interface/ProcessorNode.h"
 #include "host/widgets/SvgIcons.h"
 #include "host/widgets/ToolTip.h"
+#include "ipmanage/IPText.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -50,15 +51,6 @@ ProcessorNode recordOf(const QModelIndex& index)
     return index.data(NodeDataRole).value<ProcessorNode>();
 }
 
-QString dotted(quint32 address)
-{
-    return QStringLiteral("%1.%2.%3.%4")
-        .arg(address >> 24U)
-        .arg(address >> 16U & 0xFFU)
-        .arg(address >> 8U & 0xFFU)
-        .arg(address & 0xFFU);
-}
-
 QString detailOf(const ProcessorNode& record)
 {
     if (!record.reachedByIp) {
@@ -67,7 +59,7 @@ QString detailOf(const ProcessorNode& record)
     }
     return QStringLiteral("IP:%1").arg(record.ipAddress == kNoProcessorAddress
                                            ? CCompleterProcessorDelegate::tr("Invalid")
-                                           : dotted(record.ipAddress));
+                                           : addressText(record.ipAddress));
 }
 
 QFont textFont(const QStyleOptionViewItem& option)
