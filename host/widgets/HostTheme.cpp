@@ -52,6 +52,25 @@ QToolButton#IPManageToolButton:focus { background: @ROW@; }
 QToolButton#IPManageToolButton:pressed, QToolButton#IPManageToolButton:open { background: @LINE@; }
 QToolButton#IPManageToolButton::menu-indicator { image: none; width: 0; }
 
+CMenuToolButton { background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px;
+    min-height: 22px; padding: 0; }
+CMenuToolButton:hover { background: @LINE@; }
+CMenuToolButton:pressed { background: @WINDOW@; }
+CMenuToolButton:focus { border-color: @ACCENT@; }
+CMenuToolButton:disabled { background: @POPUP@; color: @HINT@; }
+CMenuToolButton::menu-button { width: 24px; border: none; border-left: 1px solid @HINT@;
+    margin: 5px 0; }
+CMenuToolButton::menu-arrow { image: url(:/HostWidgets/icons/chevron-down.svg);
+    width: 12px; height: 12px; }
+
+CPureImageBtn { background: transparent; border: 1px solid transparent; border-radius: 4px;
+    padding: 0; margin: 0; }
+CPureImageBtn:pressed { background: @LINE@; }
+CPureImageBtn:focus { border-color: @ACCENT@; }
+CPureImageBtn::menu-indicator { image: none; width: 0; }
+
+CSeparator { color: @LINE@; }
+
 QDockWidget { color: @WEAK@; titlebar-close-icon: none; titlebar-normal-icon: none; }
 QDockWidget::title { background: @WINDOW@; padding: 8px 4px; text-align: left; }
 QStatusBar { background: @WINDOW@; color: @WEAK@; border-top: 1px solid @LINE@; }

@@ -1,0 +1,46 @@
+#include "host/widgets/ActionLineEdit.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QIcon>
+
+namespace {
+
+// The name that QLineEdit gives its own action.
+constexpr char kClearAction[] = "_q_qlineeditclearaction";
+
+} // namespace
+
+CActionLineEdit::CActionLineEdit(QWidget* parent)
+    : QLineEdit(parent)
+{
+}
+
+QAction* CActionLineEdit::AddLeadingAction(const QIcon& icon, const QString& toolTip)
+{
+    QAction* action = addAction(icon, LeadingPosition);
+    action->setToolTip(toolTip);
+    return action;
+}
+
+void CActionLineEdit::setClearButtonEnabled(bool enable)
+{
+    QLineEdit::setClearButtonEnabled(enable);
+    dressClearAction();
+}
+
+void CActionLineEdit::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        dressClearAction();
+    QLineEdit::changeEvent(event);
+}
+
+void CActionLineEdit::dressClearAction()
+{
+    auto* action = findChild<QAction*>(QLatin1String(kClearAction));
+    if (!action)
+        return;
+    action->setIcon(QIcon(QStringLiteral(":/HostWidgets/icons/clear.svg")));
+    action->setToolTip(tr("Clear"));
+}

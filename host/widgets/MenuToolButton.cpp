@@ -1,0 +1,80 @@
+#include "host/widgets/MenuToolButton.h"
+
+#include <QKeyEvent>
+#include <QMenu>
+#include <QStyleOptionToolButton>
+#include <QStylePainter>
+
+namespace {
+
+constexpr int kTextMargin = 8;
+
+/// The room that the arrow takes; left free on the other side as well.
+int arrowRoom(const QToolButton& button, const QStyleOptionToolButton& option)
+{
+    const QRect arrow = button.style()->subControlRect(QStyle::CC_ToolButton, &option,
+                                                       QStyle::SC_ToolButtonMenu, &button);
+    return arrow.width();
+}
+
+} // namespace
+
+CMenuToolButton::CMenuToolButton(QWidget* parent)
+    : QToolButton(parent)
+{
+    setToolButtonStyle(Qt::ToolButtonTextOnly);
+    setPopupMode(MenuButtonPopup);
+    setFocusPolicy(Qt::StrongFocus);
+    setMenu(new QMenu(this));
+}
+
+QAction* CMenuToolButton::AddAction(const QString& text, const QVariant& value)
+{
+    QAction* action = menu()->addAction(text);
+    action->setData(value);
+    return action;
+}
+
+QSize CMenuToolButton::sizeHint() const
+{
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    const int text = fontMetrics().size(Qt::TextShowMnemonic, this->text()).width();
+    const int width = text + 2 * (arrowRoom(*this, option) + kTextMargin);
+    return {width, QToolButton::sizeHint().height()};
+}
+
+void CMenuToolButton::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (!event->isAutoRepeat())
+            click();
+        return;
+    case Qt::Key_Down:
+        showMenu();
+        return;
+    default:
+        QToolButton::keyPressEvent(event);
+    }
+}
+
+void CMenuToolButton::paintEvent(QPaintEvent* event)
+{
+    Q_UNUSED(event)
+    QStylePainter painter(this);
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    option.text.clear();
+    painter.drawComplexControl(QStyle::CC_ToolButton, option);
+
+    const int margin = arrowRoom(*this, option);
+    const QRect room = rect().adjusted(margin, 0, -margin, 0);
+    const bool isLit = isEnabled() && (underMouse() || isDown());
+    const QPalette::ColorRole role = isLit ? QPalette::BrightText : QPalette::ButtonText;
+    const QString shown =
+        fontMetrics().elidedText(text(), Qt::ElideRight, room.width(), Qt::TextShowMnemonic);
+    const int flags = static_cast<int>(Qt::AlignCenter) | Qt::TextShowMnemonic;
+    painter.drawItemText(room, flags, option.palette, isEnabled(), shown, role);
+}

@@ -1,0 +1,75 @@
+#include "host/widgets/PureImageBtn.h"
+
+#include <QKeyEvent>
+#include <QStyleOptionToolButton>
+#include <QStylePainter>
+
+namespace {
+
+constexpr int kImage = 16;
+
+} // namespace
+
+CPureImageBtn::CPureImageBtn(QWidget* parent)
+    : QToolButton(parent)
+{
+    setAutoRaise(true);
+    setToolButtonStyle(Qt::ToolButtonIconOnly);
+    setIconSize({kImage, kImage});
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void CPureImageBtn::SetImages(const QString& normal, const QString& hover, const QString& disabled)
+{
+    QIcon images;
+    images.addFile(normal, {}, QIcon::Normal);
+    images.addFile(hover, {}, QIcon::Active);
+    images.addFile(disabled, {}, QIcon::Disabled);
+    setIcon(images);
+}
+
+QSize CPureImageBtn::sizeHint() const
+{
+    return iconSize();
+}
+
+void CPureImageBtn::keyPressEvent(QKeyEvent* event)
+{
+    const bool opens = menu() && popupMode() != DelayedPopup;
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (event->isAutoRepeat())
+            return;
+        if (opens && popupMode() == InstantPopup)
+            showMenu();
+        else
+            click();
+        return;
+    case Qt::Key_Down:
+        if (opens) {
+            showMenu();
+            return;
+        }
+        break;
+    default:
+        break;
+    }
+    QToolButton::keyPressEvent(event);
+}
+
+void CPureImageBtn::paintEvent(QPaintEvent* event)
+{
+    Q_UNUSED(event)
+    QStylePainter painter(this);
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    painter.drawPrimitive(QStyle::PE_PanelButtonTool, option);
+    QIcon::Mode mode = QIcon::Disabled;
+    if (isEnabled())
+        mode = underMouse() || isDown() ? QIcon::Active : QIcon::Normal;
+    // Through the icon's own painting, which draws in device pixels.
+    QRect image(QPoint(0, 0), iconSize());
+    image.moveCenter(rect().center());
+    icon().paint(&painter, image, Qt::AlignCenter, mode);
+}
