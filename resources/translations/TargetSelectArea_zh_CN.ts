@@ -318,6 +318,37 @@
     </message>
 </context>
 <context>
+    <name>CProcessorTree</name>
+    <message>
+        <source>Search</source>
+        <translation>搜索</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>Processors</source>
+        <translation>处理器</translation>
+    </message>
+    <message>
+        <source>Add processor group</source>
+        <translation>添加处理器组</translation>
+    </message>
+    <message>
+        <source>Add 1 processor</source>
+        <translation>添加 1 台处理器</translation>
+    </message>
+    <message>
+        <source>Add 2 processor</source>
+        <translation>添加 2 台处理器</translation>
+    </message>
+    <message>
+        <source>Custom adds...</source>
+        <translation>自定义添加...</translation>
+    </message>
+</context>
+<context>
     <name>CProcessorTreeDelegate</name>
     <message>
         <source>More</source>
