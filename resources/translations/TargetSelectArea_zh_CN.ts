@@ -377,10 +377,6 @@
         <translation>仅处理器</translation>
     </message>
     <message>
-        <source>Processors</source>
-        <translation>处理器</translation>
-    </message>
-    <message>
         <source>Device set</source>
         <translation>设备组</translation>
     </message>
