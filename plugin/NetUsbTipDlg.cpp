@@ -20,8 +20,8 @@ constexpr int kNameWidth = 180;
 constexpr std::size_t kMostProcessors = 5;
 
 // What a host can reasonably say fits; nonsense still leaves the button on the screen.
-constexpr int kMostHeaderLines = 12;
-constexpr int kMostProcessorLines = 3;
+constexpr int kMostHeaderLines = 10;
+constexpr int kMostProcessorLines = 2;
 
 } // namespace
 

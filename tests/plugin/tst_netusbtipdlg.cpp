@@ -13,6 +13,7 @@
 #include <QTranslator>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -68,7 +69,6 @@ public:
 
     int lineHeight() const { return dialog.fontMetrics().height(); }
 
-    const WarningTrap warnings;
     CNetUsbTipDlg dialog;
 };
 
@@ -94,6 +94,8 @@ class NetUsbTipDlgTest : public QObject
 
 private slots:
     void initTestCase();
+    void init() { m_warnings.emplace(); }
+    void cleanup() { m_warnings.reset(); }
     void shouldNameTheDeviceAndItsProcessors();
     void shouldShowTheFirstFiveOnly_data();
     void shouldShowTheFirstFiveOnly();
@@ -113,6 +115,9 @@ private slots:
     void shouldBeReadOutWhole();
     void shouldSpeakChineseToo();
     void shouldFollowALanguageChangeWhileOpen();
+
+private:
+    std::optional<WarningTrap> m_warnings;
 };
 
 void NetUsbTipDlgTest::initTestCase()
@@ -292,7 +297,6 @@ void NetUsbTipDlgTest::shouldBeAnsweredByKeysAndMouse()
 {
     QFETCH(int, key);
     QFETCH(int, result);
-    const WarningTrap warnings;
     DialogDriver driver;
     driver.then([key](QWidget& window) {
         if (key == 0)
