@@ -50,8 +50,9 @@ void CProcessorSelectionModel::select(const QItemSelection& selection,
     CProcessorItemSelectionModel::select(selection, command);
     if (!self)
         return;
+    // Whoever blocks the signals selects on the host's behalf, which is not to hear of it.
     const QModelIndexList after = selectedIndexes();
-    if (after != before)
+    if (after != before && !signalsBlocked())
         report(after);
 }
 

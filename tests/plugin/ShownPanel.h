@@ -3,6 +3,7 @@
 #include "host/widgets/ComboBox.h"
 #include "host/widgets/MenuToolButton.h"
 #include "plugin/TargetSelectArea.h"
+#include "plugin/TargetSelectData.h"
 #include "processortree/ProcessorTreeView.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
@@ -23,6 +24,7 @@ public:
     {
         window.resize(220, 500);
         panel.area().setParent(&window);
+        panel.area().resize(window.size());
         window.show();
         panel.area().show();
         QApplication::setActiveWindow(&window);
