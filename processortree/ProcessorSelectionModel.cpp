@@ -50,8 +50,8 @@ void CProcessorSelectionModel::select(const QItemSelection& selection,
     CProcessorItemSelectionModel::select(selection, command);
     if (!self)
         return;
-    // Whoever blocks the signals selects on the host's behalf, which is not to hear of it.
     const QModelIndexList after = selectedIndexes();
+    // Blocked while the host's own choice is taken over: it knows of that one.
     if (after != before && !signalsBlocked())
         report(after);
 }

@@ -7,9 +7,9 @@
 class QAbstractItemView;
 
 /// The selection in the processor tree: only processors become current, and every real change is
-/// reported to the host, except one that the host makes itself (see
-/// CTargetSelectData::IsSelectionEchoGuarded()). The host may change the tree while it is told. GUI
-/// thread.
+/// reported to the host, except one that the host makes itself: in reply (see
+/// CTargetSelectData::IsSelectionEchoGuarded()), or while the signals are blocked. The host may
+/// change the tree while it is told. GUI thread.
 class CProcessorSelectionModel final : public CProcessorItemSelectionModel
 {
     Q_OBJECT

@@ -8,9 +8,9 @@
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/ProcessorTreeView.h"
+#include "search/ProcessorCompleter.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenu>
@@ -50,6 +50,7 @@ CProcessorTree::CProcessorTree(QWidget* parent)
     , m_searchAction(m_search->AddLeadingAction(
           QIcon(QStringLiteral(":/Image/Target/search_normal.svg")), QString()))
     , m_addButton(new CPureImageBtn(this))
+    , m_completer(new CProcessorCompleter(m_search, this))
     , m_treeView(new CProcessorTreeView(this))
 {
     createSearch();
@@ -75,12 +76,16 @@ void CProcessorTree::createSearch()
     m_search->setFixedWidth(kSearchWidth);
     m_search->setClearButtonEnabled(true);
     m_search->installEventFilter(this);
-    connect(m_search, &QLineEdit::textEdited, this, &CProcessorTree::search);
-    connect(m_searchAction, &QAction::triggered, this, [this] { search(m_search->text()); });
+    connect(m_search, &QLineEdit::textEdited, m_completer, &CProcessorCompleter::setFilterText);
+    connect(m_searchAction, &QAction::triggered, m_completer,
+            [this] { m_completer->setFilterText(m_search->text()); });
+    connect(m_completer, &CProcessorCompleter::activated, this, &CProcessorTree::chooseResult);
     auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_F), this);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(shortcut, &QShortcut::activated, m_search,
-            [this] { m_search->setFocus(Qt::ShortcutFocusReason); });
+    connect(shortcut, &QShortcut::activated, m_search, [this] {
+        m_search->setFocus(Qt::ShortcutFocusReason);
+        m_search->selectAll();
+    });
 }
 
 void CProcessorTree::createAddButton()
@@ -165,7 +170,7 @@ bool CProcessorTree::eventFilter(QObject* watched, QEvent* event)
     // The list of results has its own use for the key.
     const bool isKey =
         event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
-    if (watched == m_search && isKey && !QApplication::activePopupWidget()
+    if (watched == m_search && isKey && !m_completer->isOpen()
         && static_cast<QKeyEvent*>(event)->matches(QKeySequence::Cancel)) {
         event->accept();
         if (event->type() == QEvent::KeyPress)
@@ -173,11 +178,6 @@ bool CProcessorTree::eventFilter(QObject* watched, QEvent* event)
         return true;
     }
     return QWidget::eventFilter(watched, event);
-}
-
-void CProcessorTree::search(const QString& text)
-{
-    Q_UNUSED(text)
 }
 
 /// Of an invalid index, nothing was chosen.
@@ -188,7 +188,7 @@ void CProcessorTree::chooseResult(const QModelIndex& index)
     const QPersistentModelIndex chosen(index);
     // Before the host is told, which may end all this.
     m_search->clear();
-    search(QString());
+    m_completer->setFilterText(QString());
     m_treeView->setFocus();
     m_treeView->scrollTo(chosen);
     m_treeView->selectionModel()->setCurrentIndex(chosen, QItemSelectionModel::ClearAndSelect);
@@ -197,7 +197,7 @@ void CProcessorTree::chooseResult(const QModelIndex& index)
 void CProcessorTree::leaveSearch()
 {
     m_search->clear();
-    search(QString());
+    m_completer->setFilterText(QString());
     m_treeView->setFocus();
 }
 

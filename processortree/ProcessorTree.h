@@ -8,6 +8,7 @@
 #include <functional>
 
 class CActionLineEdit;
+class CProcessorCompleter;
 class CProcessorTreeView;
 class CPureImageBtn;
 class QAction;
@@ -61,7 +62,6 @@ private:
     void createLayout();
     void retranslate();
 
-    void search(const QString& text);
     void chooseResult(const QModelIndex& index);
     void leaveSearch();
 
@@ -73,11 +73,12 @@ private:
     void setAddEnabled(bool enabled);
     void setLocked(bool locked);
 
-    CActionLineEdit* m_search;       // Qt child
-    QAction* m_searchAction;         // the field's
-    CPureImageBtn* m_addButton;      // Qt child
-    CProcessorTreeView* m_treeView;  // Qt child
-    QMap<Entry, QAction*> m_entries; // the menu's, which is the button's
+    CActionLineEdit* m_search;        // Qt child
+    QAction* m_searchAction;          // the field's
+    CPureImageBtn* m_addButton;       // Qt child
+    CProcessorCompleter* m_completer; // Qt child
+    CProcessorTreeView* m_treeView;   // Qt child
+    QMap<Entry, QAction*> m_entries;  // the menu's, which is the button's
     QHash<int, bool> m_locks;
     int m_stepsFromMenu = 0; // that are running
 };

@@ -2,13 +2,14 @@
 # scripts/pictures.sh
 #
 # Takes the pictures for the documentation, in both languages: of the panel's dialogs at 100 and 200
-# per cent in docs/images/dialogs, of its tree at 100, 150 and 200 per cent in docs/images/tree.
+# per cent in docs/images/dialogs, of its tree panel in docs/images/tree-panel, of its tree at 100,
+# 150 and 200 per cent in docs/images/tree.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 source "$(dirname "$0")/common.sh"
 
 set_up build run
-build dev dialog_pictures tree_pictures
+build dev dialog_pictures panel_pictures tree_pictures
 
 # take PROGRAM FOLDER SCALE...
 take() {
@@ -28,4 +29,5 @@ take() {
 }
 
 take dialog_pictures dialogs 1 2
+take panel_pictures tree-panel 1 2
 take tree_pictures tree 1 1.5 2

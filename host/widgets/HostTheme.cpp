@@ -62,6 +62,9 @@ CMenuToolButton::menu-button { width: 24px; border: none; border-left: 1px solid
     margin: 5px 0; }
 CMenuToolButton::menu-arrow { image: url(:/HostWidgets/icons/chevron-down.svg);
     width: 12px; height: 12px; }
+CMenuToolButton::menu-button:disabled { border-left-color: @LINE@; }
+CMenuToolButton::menu-arrow:disabled {
+    image: url(:/HostWidgets/icons/chevron-down-disabled.svg); }
 
 CPureImageBtn { background: transparent; border: 1px solid transparent; border-radius: 4px;
     padding: 0; margin: 0; }
@@ -79,6 +82,7 @@ QStatusBar::item { border: none; }
 QLineEdit, QComboBox, QAbstractSpinBox, QPlainTextEdit, QListWidget {
     background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px; }
 QLineEdit, QComboBox, QAbstractSpinBox { min-height: 22px; padding: 0 6px; }
+CActionLineEdit { padding: 0; }
 CIPLineEdit, QComboBox, QAbstractSpinBox { color: @STRONG@; }
 CIPLineEdit:disabled { color: @HINT@; }
 QTreeView QLineEdit, QTableView QLineEdit, QListView QLineEdit { min-height: 0; padding: 0 2px; }

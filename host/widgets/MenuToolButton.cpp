@@ -8,6 +8,8 @@
 namespace {
 
 constexpr int kTextMargin = 8;
+constexpr int kHeight = 24; // as the fields and buttons beside it
+constexpr int kFrame = 6;
 
 /// The room that the arrow takes; left free on the other side as well.
 int arrowRoom(const QToolButton& button, const QStyleOptionToolButton& option)
@@ -39,9 +41,9 @@ QSize CMenuToolButton::sizeHint() const
 {
     QStyleOptionToolButton option;
     initStyleOption(&option);
-    const int text = fontMetrics().size(Qt::TextShowMnemonic, this->text()).width();
-    const int width = text + 2 * (arrowRoom(*this, option) + kTextMargin);
-    return {width, QToolButton::sizeHint().height()};
+    const QSize label = fontMetrics().size(Qt::TextShowMnemonic, text());
+    return {label.width() + 2 * (arrowRoom(*this, option) + kTextMargin),
+            qMax(kHeight, label.height() + kFrame)};
 }
 
 void CMenuToolButton::keyPressEvent(QKeyEvent* event)

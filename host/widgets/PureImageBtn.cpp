@@ -68,8 +68,16 @@ void CPureImageBtn::paintEvent(QPaintEvent* event)
     QIcon::Mode mode = QIcon::Disabled;
     if (isEnabled())
         mode = underMouse() || isDown() ? QIcon::Active : QIcon::Normal;
-    // Through the icon's own painting, which draws in device pixels.
-    QRect image(QPoint(0, 0), iconSize());
-    image.moveCenter(rect().center());
-    icon().paint(&painter, image, Qt::AlignCenter, mode);
+    // In the pixels of the device, also where there is a fraction of them to the unit: styles do
+    // not, unless the application says so.
+    const qreal scale = painter.deviceTransform().m11();
+    QPixmap image(iconSize() * scale);
+    image.fill(Qt::transparent);
+    QPainter imagePainter(&image);
+    icon().paint(&imagePainter, image.rect(), Qt::AlignCenter, mode);
+    imagePainter.end();
+    image.setDevicePixelRatio(scale);
+    QRect place(QPoint(0, 0), iconSize());
+    place.moveCenter(rect().center());
+    painter.drawPixmap(place.topLeft(), image);
 }

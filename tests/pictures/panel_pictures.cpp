@@ -1,0 +1,195 @@
+// Pictures of the tree panel for the documentation: panel_pictures FOLDER LANGUAGE SUFFIX
+
+#include "host/widgets/ActionLineEdit.h"
+#include "host/widgets/HostTheme.h"
+#include "host/widgets/MenuToolButton.h"
+#include "host/widgets/PureImageBtn.h"
+#include "host/widgets/Separator.h"
+#include "processortree/ProcessorTree.h"
+#include "processortree/ProcessorTreeModel.h"
+#include "processortree/ProcessorTreeView.h"
+#include "tests/support/TestPanel.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QPainter>
+#include <QTimer>
+#include <QTranslator>
+#include <QVBoxLayout>
+
+#include <iostream>
+#include <memory>
+
+namespace {
+
+constexpr quint32 kFirstAddress = 0xC0A8000B; // 192.168.0.11
+
+QList<ProcessorNode> processors()
+{
+    QList<ProcessorNode> list;
+    for (quint32 n = 1; n <= 6; ++n) {
+        ProcessorNode node = testIpProcessor(n, kFirstAddress + n, n % 3 == 0 ? 0 : 100 + n % 2);
+        node.name = QStringLiteral("Stage %1").arg(n);
+        node.online = n != 4;
+        list.append(node);
+    }
+    return list;
+}
+
+/// The tree panel below a button and a line, as it is docked.
+class Scene final
+{
+public:
+    Scene()
+    {
+        auto* layout = new QVBoxLayout(&m_window);
+        layout->setContentsMargins(0, 11, 0, 0);
+        layout->setSpacing(8);
+        m_detect->setText(QStringLiteral("Detect devices"));
+        m_detect->setFixedWidth(200);
+        m_detect->AddAction(QStringLiteral("All devices"));
+        m_tree = new CProcessorTree;
+        layout->addWidget(m_detect, 0, Qt::AlignCenter);
+        layout->addWidget(new CSeparator(&m_window, 0, 4));
+        layout->addWidget(m_tree, 1);
+        m_panel.host().canAdd = m_panel.host().addEnabled = true;
+        m_panel.host().showNodeMoreButton = true;
+        m_panel.host().setProject(
+            {testGroup(100, QStringLiteral("Main stage")), testGroup(101, QStringLiteral("Foyer"))},
+            processors());
+        m_panel.model().reset();
+        m_window.setGeometry(0, 0, 220, 280);
+        m_window.show();
+        QApplication::setActiveWindow(&m_window);
+        view().setFocus();
+        QApplication::processEvents();
+    }
+
+    ~Scene() { delete m_tree; }
+    Scene(const Scene&) = delete;
+    Scene& operator=(const Scene&) = delete;
+
+    QWidget& window() { return m_window; }
+    CProcessorTree& tree() { return *m_tree; }
+    CMenuToolButton& detect() { return *m_detect; }
+    CActionLineEdit& field() { return *m_tree->findChild<CActionLineEdit*>(); }
+    CPureImageBtn& button() { return *m_tree->findChild<CPureImageBtn*>(); }
+    CProcessorTreeView& view() { return *m_tree->findChild<CProcessorTreeView*>(); }
+    TestPanel& panel() { return m_panel; }
+
+private:
+    TestPanel m_panel;
+    QWidget m_window;
+    CMenuToolButton* m_detect = new CMenuToolButton; // Qt child of the window
+    CProcessorTree* m_tree = nullptr;
+};
+
+class Album final
+{
+public:
+    Album(QString folder, QString suffix)
+        : m_folder(std::move(folder))
+        , m_suffix(std::move(suffix))
+    {
+    }
+
+    /// The window, and what is popped up over it.
+    void save(const char* name, QWidget& window, QWidget* popup = nullptr)
+    {
+        QApplication::processEvents();
+        QPixmap picture = window.grab();
+        if (popup) {
+            const QPoint place = popup->pos() - window.pos();
+            const QRect both = window.rect().united(QRect(place, popup->size()));
+            const qreal scale = picture.devicePixelRatio();
+            QPixmap larger(both.size() * scale);
+            larger.setDevicePixelRatio(scale);
+            larger.fill(hostColors().window);
+            QPainter painter(&larger);
+            painter.drawPixmap(-both.topLeft(), picture);
+            painter.drawPixmap(place - both.topLeft(), popup->grab());
+            painter.end();
+            picture = larger;
+        }
+        const QString file =
+            QStringLiteral("%1/%2%3.png").arg(m_folder, QLatin1String(name), m_suffix);
+        m_failed = !picture.save(file) || m_failed;
+    }
+
+    bool failed() const { return m_failed; }
+
+private:
+    QString m_folder;
+    QString m_suffix;
+    bool m_failed = false;
+};
+
+void takeMenu(Album& album)
+{
+    Scene scene;
+    QTimer::singleShot(0, &scene.tree(), [&] {
+        QWidget* menu = QApplication::activePopupWidget();
+        QApplication::sendEvent(
+            menu,
+            std::make_unique<QKeyEvent>(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier).get());
+        album.save("add-menu", scene.window(), menu);
+        menu->close();
+    });
+    scene.button().showMenu();
+}
+
+void takeFocus(Album& album)
+{
+    Scene scene;
+    album.save("tree-focused", scene.window());
+    scene.field().setFocus();
+    album.save("search-focused", scene.window());
+    scene.button().setFocus();
+    album.save("add-focused", scene.window());
+    scene.detect().setFocus();
+    album.save("detect-focused", scene.window());
+    scene.button().setAttribute(Qt::WA_UnderMouse);
+    album.save("add-hovered", scene.window());
+    scene.button().setAttribute(Qt::WA_UnderMouse, false);
+    scene.detect().setAttribute(Qt::WA_UnderMouse);
+    album.save("detect-hovered", scene.window());
+}
+
+void takeLocked(Album& album)
+{
+    Scene scene;
+    scene.tree().SetOperationLock(1, true);
+    scene.detect().setEnabled(false);
+    album.save("locked", scene.window());
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 4 || !QDir().mkpath(arguments.at(1))) {
+        std::cerr << "usage: panel_pictures FOLDER LANGUAGE SUFFIX\n";
+        return 2;
+    }
+    ApplyHostTheme(application);
+    QTranslator panel;
+    QTranslator widgets;
+    if (arguments.at(2) == QLatin1String("zh_CN")) {
+        // The resources are there as soon as there is a panel.
+        const TestPanel first;
+        panel.load(QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm"));
+        widgets.load(QStringLiteral(":/HostWidgets/translations/HostWidgets_zh_CN.qm"));
+        QCoreApplication::installTranslator(&panel);
+        QCoreApplication::installTranslator(&widgets);
+    }
+    Album album(arguments.at(1), arguments.at(3));
+    takeMenu(album);
+    takeFocus(album);
+    takeLocked(album);
+    return album.failed() ? 1 : 0;
+}

@@ -1,0 +1,119 @@
+#pragma once
+
+#include "host/widgets/ActionLineEdit.h"
+#include "host/widgets/PureImageBtn.h"
+#include "processortree/ProcessorTree.h"
+#include "tests/processortree/DrivenTree.h"
+
+#include <QVBoxLayout>
+
+/// The tree panel, which the host may destroy, in a window of the host, over the host's project:
+/// the groups 10 and 11, of which 10 holds the processors 1 and 2, and 3 and 4 outside.
+struct DrivenPanel
+{
+    DrivenPanel()
+        : tree(new CProcessorTree(&window))
+    {
+        auto* layout = new QVBoxLayout(&window);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(tree);
+        fill({testGroup(10), testGroup(11)},
+             {testProcessor(1, 10), testProcessor(2, 10), testProcessor(3), testProcessor(4)});
+        host().canAdd = host().addEnabled = true;
+        window.setGeometry(200, 100, 220, 420);
+        window.show();
+        activate();
+    }
+
+    FakeHandler& host() { return panel.host(); }
+    CProcessorTreeModel& model() { return panel.model(); }
+    CActionLineEdit& field() const { return *tree->findChild<CActionLineEdit*>(); }
+    CPureImageBtn& button() const { return *tree->findChild<CPureImageBtn*>(); }
+    QMenu& menu() const { return *button().menu(); }
+    CProcessorTreeView& view() const { return *tree->findChild<CProcessorTreeView*>(); }
+
+    void fill(const QList<ProcessorGroupNode>& groups, const QList<ProcessorNode>& processors)
+    {
+        host().setProject(groups, processors);
+        model().reset();
+        host().clearCalls();
+    }
+
+    /// The host lists as many processors, whatever the tree shows.
+    void list(int count)
+    {
+        QList<ProcessorNode> processors;
+        for (int n = 0; n < count; ++n)
+            processors.append(testProcessor(static_cast<quint32>(1000 + n)));
+        host().setProject({testGroup(10), testGroup(11)}, processors);
+    }
+
+    void activate()
+    {
+        window.activateWindow();
+        view().setFocus();
+        if (!QTest::qWaitForWindowActive(&window, 30000))
+            QTest::qFail("the window is not active", __FILE__, __LINE__);
+    }
+
+    /// Row `n`; 0 is the root.
+    QModelIndex index(quint32 n)
+    {
+        const QStandardItem* item = model().getItem(testId(n));
+        return item ? item->index() : QModelIndex();
+    }
+
+    QString selected() const
+    {
+        QStringList texts;
+        const QModelIndexList rows = view().selectionModel()->selectedIndexes();
+        for (const QModelIndex& row : rows)
+            texts.append(row.data().toString());
+        return texts.join(QLatin1Char(','));
+    }
+
+    void press() { QTest::mouseClick(&button(), Qt::LeftButton); }
+
+    /// What the menu offers.
+    QString offered()
+    {
+        QString entries;
+        driver.then([&](QWidget& opened) {
+            entries = entriesOf(opened);
+            opened.close();
+        });
+        press();
+        return entries;
+    }
+
+    /// What the host was asked to add: "CreateGroup AddProcessors".
+    QString asked()
+    {
+        QStringList names;
+        const auto calls = host().calls();
+        for (const FakeHandler::Call& call : calls) {
+            if (call.name == QLatin1String("CreateGroup")
+                || call.name.startsWith(QLatin1String("AddProcessors")))
+                names.append(call.name);
+        }
+        return names.join(QLatin1Char(' '));
+    }
+
+    /// Has the host do `action`, once, inside the question of that name.
+    void inside(const QString& name, std::function<void()> action)
+    {
+        host().inside = [this, name, action = std::move(action)](const QString& asked) {
+            if (asked != name)
+                return;
+            const auto once = action;
+            host().inside = nullptr;
+            once();
+        };
+    }
+
+    WarningTrap trap;
+    TestPanel panel;
+    QWidget window;
+    QPointer<CProcessorTree> tree;
+    DialogDriver driver;
+};

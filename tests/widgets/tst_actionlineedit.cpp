@@ -1,0 +1,122 @@
+#include "host/widgets/ActionLineEdit.h"
+#include "host/widgets/HostTheme.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolButton>
+#include <QTranslator>
+
+namespace {
+
+struct Form
+{
+    Form()
+    {
+        window.resize(320, 120);
+        field.setGeometry(10, 10, 176, 24);
+        QPixmap pixmap(16, 16);
+        pixmap.fill(Qt::red);
+        search = field.AddLeadingAction(QIcon(pixmap), QStringLiteral("Find"));
+        field.setClearButtonEnabled(true);
+        window.show();
+        window.activateWindow();
+    }
+
+    QToolButton* buttonAt(int x) { return qobject_cast<QToolButton*>(field.childAt(x, 12)); }
+
+    WarningTrap trap;
+    QWidget window;
+    CActionLineEdit field{&window};
+    QAction* search = nullptr;
+};
+
+} // namespace
+
+class TestActionLineEdit final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void shouldShowAnActionInFrontOfTheText();
+    void shouldClearByItsButton();
+    void shouldHaveNoClearButtonUnlessAsked();
+    void shouldSpeakTheUsersLanguage();
+    void shouldShowItsClearButtonInTheThemesColour();
+};
+
+void TestActionLineEdit::initTestCase()
+{
+    ApplyHostTheme(*qApp);
+}
+
+void TestActionLineEdit::shouldShowAnActionInFrontOfTheText()
+{
+    Form form;
+    QToolButton* button = form.buttonAt(14);
+    QVERIFY(button);
+    QCOMPARE(button->defaultAction(), form.search);
+    QCOMPARE(form.search->toolTip(), QStringLiteral("Find"));
+    QCOMPARE(form.search->parent(), &form.field);
+    QSignalSpy searches(form.search, &QAction::triggered);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(searches.count(), 1);
+}
+
+void TestActionLineEdit::shouldClearByItsButton()
+{
+    Form form;
+    QTest::keyClicks(&form.field, QStringLiteral("12"));
+    QSignalSpy edits(&form.field, &QLineEdit::textEdited);
+    QToolButton* button = form.buttonAt(162);
+    QVERIFY(button);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(form.field.text(), QString());
+    QCOMPARE(edits, (QList<QList<QVariant>>{{QString()}}));
+}
+
+void TestActionLineEdit::shouldHaveNoClearButtonUnlessAsked()
+{
+    Form form;
+    form.field.setClearButtonEnabled(false);
+    form.field.setText(QStringLiteral("12"));
+    QVERIFY(!form.field.isClearButtonEnabled());
+    QVERIFY(!form.buttonAt(162));
+}
+
+void TestActionLineEdit::shouldSpeakTheUsersLanguage()
+{
+    Form form;
+    form.field.setText(QStringLiteral("12"));
+    QCOMPARE(form.buttonAt(162)->toolTip(), QStringLiteral("Clear"));
+    QTranslator chinese;
+    QVERIFY(chinese.load(QStringLiteral(":/HostWidgets/translations/HostWidgets_zh_CN.qm")));
+    QVERIFY(QCoreApplication::installTranslator(&chinese));
+    QTRY_COMPARE(form.buttonAt(162)->toolTip(), QStringLiteral("清除"));
+}
+
+void TestActionLineEdit::shouldShowItsClearButtonInTheThemesColour()
+{
+    Form form;
+    form.field.setText(QStringLiteral("i"));
+    const auto brightest = [&] {
+        const QRect area = form.buttonAt(162)->geometry();
+        const QImage image = form.field.grab(area).toImage();
+        int bright = 0;
+        for (int x = 0; x < image.width(); ++x) {
+            for (int y = 0; y < image.height(); ++y)
+                bright = qMax(bright, qGray(image.pixel(x, y)));
+        }
+        return bright;
+    };
+    QVERIFY(form.buttonAt(162));
+    // It fades in.
+    QTRY_VERIFY(brightest() > 150);
+}
+
+QTEST_MAIN(TestActionLineEdit)
+
+#include "tst_actionlineedit.moc"

@@ -1,0 +1,244 @@
+#include "host/widgets/HostTheme.h"
+#include "host/widgets/MenuToolButton.h"
+#include "tests/support/DialogDriver.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace {
+
+struct Form
+{
+    Form()
+    {
+        window.resize(320, 120);
+        before.setGeometry(10, 10, 200, 24);
+        button.setText(QStringLiteral("Detect"));
+        button.setGeometry(10, 50, 200, 24);
+        all = button.AddAction(QStringLiteral("All"), 7);
+        few = button.AddAction(QStringLiteral("Few"));
+        window.show();
+        window.activateWindow();
+        before.setFocus();
+    }
+
+    bool isActive() { return QTest::qWaitForWindowActive(&window); }
+
+    QPoint onArrow() const { return {button.width() - 8, button.height() / 2}; }
+
+    QImage picture() { return button.grab().toImage(); }
+
+    void hover(const QPoint& position)
+    {
+        QTest::mouseMove(&window, button.mapTo(&window, position));
+        QCoreApplication::processEvents();
+    }
+
+    WarningTrap trap;
+    QWidget window;
+    QLineEdit before{&window};
+    CMenuToolButton button{&window};
+    QAction* all = nullptr;
+    QAction* few = nullptr;
+    DialogDriver driver;
+};
+
+/// The columns where something stands out from what the button is filled with.
+QPair<int, int> inkOf(const QImage& image, const QRect& area)
+{
+    int first = image.width();
+    int last = -1;
+    for (int x = area.left(); x <= area.right(); ++x) {
+        for (int y = area.top(); y <= area.bottom(); ++y) {
+            if (qGray(image.pixel(x, y)) > 150) {
+                first = qMin(first, x);
+                last = x;
+            }
+        }
+    }
+    return {first, last};
+}
+
+} // namespace
+
+class TestMenuToolButton final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void shouldClickOnTheButtonItself();
+    void shouldOpenTheMenuByItsArrow();
+    void shouldCarryTheCallersData();
+    void shouldBeReachedByTab();
+    void shouldClickByKeys();
+    void shouldOpenTheMenuByKeys_data();
+    void shouldOpenTheMenuByKeys();
+    void shouldShowItsStates();
+    void shouldCentreItsText();
+    void shouldElideWhatDoesNotFit();
+    void shouldBeNamedByItsText();
+    void shouldDoNothingWhenDisabled();
+    void shouldStandItsOwnEndInAClick();
+};
+
+void TestMenuToolButton::initTestCase()
+{
+    ApplyHostTheme(*qApp);
+}
+
+void TestMenuToolButton::shouldClickOnTheButtonItself()
+{
+    Form form;
+    QSignalSpy clicks(&form.button, &QAbstractButton::clicked);
+    QTest::mouseClick(&form.button, Qt::LeftButton, {}, {100, 12});
+    QCOMPARE(clicks.count(), 1);
+}
+
+void TestMenuToolButton::shouldOpenTheMenuByItsArrow()
+{
+    Form form;
+    QSignalSpy clicks(&form.button, &QAbstractButton::clicked);
+    QSignalSpy few(form.few, &QAction::triggered);
+    form.driver.then([&](QWidget& menu) {
+        QTest::keyClick(&menu, Qt::Key_Up);
+        QTest::keyClick(&menu, Qt::Key_Return);
+    });
+    QTest::mouseClick(&form.button, Qt::LeftButton, {}, form.onArrow());
+    QCOMPARE(few.count(), 1);
+    QCOMPARE(clicks.count(), 0);
+}
+
+void TestMenuToolButton::shouldCarryTheCallersData()
+{
+    const Form form;
+    QCOMPARE(form.all->data(), QVariant(7));
+    QVERIFY(!form.few->data().isValid());
+    QCOMPARE(form.button.menu()->actions(), (QList<QAction*>{form.all, form.few}));
+}
+
+void TestMenuToolButton::shouldBeReachedByTab()
+{
+    Form form;
+    QVERIFY(form.isActive());
+    QTest::keyClick(&form.before, Qt::Key_Tab);
+    QVERIFY(form.button.hasFocus());
+}
+
+void TestMenuToolButton::shouldClickByKeys()
+{
+    Form form;
+    QVERIFY(form.isActive());
+    form.button.setFocus();
+    QSignalSpy clicks(&form.button, &QAbstractButton::clicked);
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter})
+        QTest::keyClick(&form.button, key);
+    QCOMPARE(clicks.count(), 3);
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, QString(), true);
+    QApplication::sendEvent(&form.button, &held);
+    QCOMPARE(clicks.count(), 3);
+}
+
+void TestMenuToolButton::shouldOpenTheMenuByKeys_data()
+{
+    QTest::addColumn<int>("modifier");
+    QTest::newRow("Down") << static_cast<int>(Qt::NoModifier);
+    QTest::newRow("Alt+Down") << static_cast<int>(Qt::AltModifier);
+}
+
+void TestMenuToolButton::shouldOpenTheMenuByKeys()
+{
+    QFETCH(int, modifier);
+    Form form;
+    QVERIFY(form.isActive());
+    form.button.setFocus();
+    QWidget* opened = nullptr;
+    form.driver.then([&](QWidget& menu) {
+        opened = &menu;
+        menu.close();
+    });
+    QTest::keyClick(&form.button, Qt::Key_Down, static_cast<Qt::KeyboardModifier>(modifier));
+    QCOMPARE(opened, form.button.menu());
+}
+
+void TestMenuToolButton::shouldShowItsStates()
+{
+    Form form;
+    QVERIFY(form.isActive());
+    const QPoint fill(20, 5);
+    const QPoint edge(100, 0);
+    QCOMPARE(form.picture().pixelColor(fill), hostColors().field);
+    QCOMPARE(form.picture().pixelColor(edge), hostColors().line);
+    form.button.setFocus();
+    QCOMPARE(form.picture().pixelColor(edge), hostColors().accent);
+    QTest::mousePress(&form.button, Qt::LeftButton, {}, {100, 12});
+    QCOMPARE(form.picture().pixelColor(fill), hostColors().window);
+    QTest::mouseRelease(&form.button, Qt::LeftButton, {}, {100, 12});
+    form.hover({100, 12});
+    QTRY_COMPARE(form.picture().pixelColor(fill), hostColors().line);
+    const auto lit = inkOf(form.picture(), {30, 4, 140, 16});
+    form.button.setEnabled(false);
+    QCOMPARE(form.picture().pixelColor(fill), hostColors().popup);
+    QVERIFY(lit.second > lit.first);
+    QCOMPARE(inkOf(form.picture(), {30, 4, 140, 16}).second, -1);
+}
+
+void TestMenuToolButton::shouldCentreItsText()
+{
+    Form form;
+    const auto ink = inkOf(form.picture(), {30, 4, 140, 16});
+    const int middle = (ink.first + ink.second) / 2;
+    QVERIFY2(qAbs(middle - 100) <= 2, qPrintable(QString::number(middle)));
+    QCOMPARE(form.button.sizeHint().height(), 24);
+    QVERIFY(form.button.sizeHint().width() > ink.second - ink.first + 2 * 24);
+}
+
+void TestMenuToolButton::shouldElideWhatDoesNotFit()
+{
+    Form form;
+    form.button.setText(QString(100, QLatin1Char('M')));
+    const auto ink = inkOf(form.picture(), {2, 4, 180, 16});
+    QVERIFY2(ink.first >= 20 && ink.second < 178, qPrintable(QString::number(ink.second)));
+}
+
+void TestMenuToolButton::shouldBeNamedByItsText()
+{
+    Form form;
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&form.button);
+    QVERIFY(accessible);
+    QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("Detect"));
+}
+
+void TestMenuToolButton::shouldDoNothingWhenDisabled()
+{
+    Form form;
+    form.button.setEnabled(false);
+    QSignalSpy clicks(&form.button, &QAbstractButton::clicked);
+    QTest::mouseClick(&form.button, Qt::LeftButton, {}, {100, 12});
+    QTest::mouseClick(&form.button, Qt::LeftButton, {}, form.onArrow());
+    QCOMPARE(clicks.count(), 0);
+    QVERIFY(form.button.menu()->isHidden());
+}
+
+void TestMenuToolButton::shouldStandItsOwnEndInAClick()
+{
+    const WarningTrap trap;
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
+        QPointer<CMenuToolButton> button = new CMenuToolButton;
+        connect(button, &QAbstractButton::clicked, button, [&] { delete button; });
+        button->show();
+        QTest::keyPress(button.data(), key);
+        if (button)
+            QTest::keyRelease(button.data(), key);
+        QVERIFY(!button);
+    }
+}
+
+QTEST_MAIN(TestMenuToolButton)
+
+#include "tst_menutoolbutton.moc"

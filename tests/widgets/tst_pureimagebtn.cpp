@@ -1,0 +1,177 @@
+#include "host/widgets/HostTheme.h"
+#include "host/widgets/PureImageBtn.h"
+#include "tests/support/DialogDriver.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+struct Form
+{
+    Form()
+    {
+        window.resize(320, 120);
+        other.setGeometry(10, 10, 200, 24);
+        button.setGeometry(10, 50, 16, 16);
+        button.SetImages(image("normal", Qt::red), image("hover", Qt::green),
+                         image("disabled", Qt::blue));
+        window.show();
+        window.activateWindow();
+        other.setFocus();
+    }
+
+    QString image(const char* name, const QColor& color)
+    {
+        QPixmap pixmap(16, 16);
+        pixmap.fill(color);
+        const QString file = folder.filePath(QLatin1String(name) + QStringLiteral(".png"));
+        pixmap.save(file);
+        return file;
+    }
+
+    bool isActive() { return QTest::qWaitForWindowActive(&window); }
+
+    QColor color() { return button.grab().toImage().pixelColor(8, 8); }
+
+    WarningTrap trap;
+    QTemporaryDir folder;
+    QWidget window;
+    QLineEdit other{&window};
+    CPureImageBtn button{&window};
+    DialogDriver driver;
+};
+
+} // namespace
+
+class TestPureImageBtn final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void shouldBeAllImage();
+    void shouldShowTheImageOfItsState();
+    void shouldOutlineTheFocus();
+    void shouldClickByMouseAndKeys();
+    void shouldOpenItsMenuAtOnce_data();
+    void shouldOpenItsMenuAtOnce();
+    void shouldDrawSharpOnDenseScreens();
+};
+
+void TestPureImageBtn::initTestCase()
+{
+    ApplyHostTheme(*qApp);
+}
+
+void TestPureImageBtn::shouldBeAllImage()
+{
+    Form form;
+    QMenu menu;
+    form.button.setMenu(&menu);
+    form.button.setPopupMode(QToolButton::InstantPopup);
+    QCOMPARE(form.button.sizeHint(), QSize(16, 16));
+    const QImage image = form.button.grab().toImage();
+    for (const QPoint at : {QPoint(0, 0), QPoint(15, 0), QPoint(0, 15), QPoint(15, 15)})
+        QCOMPARE(image.pixelColor(at), QColor(Qt::red));
+}
+
+void TestPureImageBtn::shouldShowTheImageOfItsState()
+{
+    Form form;
+    QVERIFY(form.isActive());
+    QCOMPARE(form.color(), QColor(Qt::red));
+    QTest::mouseMove(&form.window, form.button.geometry().center());
+    QTRY_COMPARE(form.color(), QColor(Qt::green));
+    QTest::mouseMove(&form.window, form.other.geometry().center());
+    QTRY_COMPARE(form.color(), QColor(Qt::red));
+    form.button.setEnabled(false);
+    QCOMPARE(form.color(), QColor(Qt::blue));
+}
+
+void TestPureImageBtn::shouldOutlineTheFocus()
+{
+    Form form;
+    QVERIFY(form.isActive());
+    form.button.setIcon(QIcon());
+    QVERIFY(form.button.grab().toImage().pixelColor(8, 0) != hostColors().accent);
+    QTest::keyClick(&form.other, Qt::Key_Tab);
+    QVERIFY(form.button.hasFocus());
+    QCOMPARE(form.button.grab().toImage().pixelColor(8, 0), hostColors().accent);
+}
+
+void TestPureImageBtn::shouldClickByMouseAndKeys()
+{
+    Form form;
+    QVERIFY(form.isActive());
+    QSignalSpy clicks(&form.button, &QAbstractButton::clicked);
+    QTest::mouseClick(&form.button, Qt::LeftButton);
+    form.button.setFocus();
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Down})
+        QTest::keyClick(&form.button, key);
+    QCOMPARE(clicks.count(), 4);
+}
+
+void TestPureImageBtn::shouldOpenItsMenuAtOnce_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::newRow("mouse") << 0;
+    QTest::newRow("Space") << static_cast<int>(Qt::Key_Space);
+    QTest::newRow("Return") << static_cast<int>(Qt::Key_Return);
+    QTest::newRow("Down") << static_cast<int>(Qt::Key_Down);
+}
+
+void TestPureImageBtn::shouldOpenItsMenuAtOnce()
+{
+    QFETCH(int, key);
+    Form form;
+    QVERIFY(form.isActive());
+    QMenu menu;
+    const QAction* entry = menu.addAction(QStringLiteral("Entry"));
+    QSignalSpy chosen(entry, &QAction::triggered);
+    form.button.setMenu(&menu);
+    form.button.setPopupMode(QToolButton::InstantPopup);
+    form.button.setFocus();
+    form.driver.then([&](QWidget& opened) {
+        QTest::keyClick(&opened, Qt::Key_Down);
+        QTest::keyClick(&opened, Qt::Key_Return);
+    });
+    if (key == 0)
+        QTest::mouseClick(&form.button, Qt::LeftButton);
+    else
+        QTest::keyClick(&form.button, static_cast<Qt::Key>(key));
+    QCOMPARE(chosen.count(), 1);
+    QVERIFY(menu.isHidden());
+    QVERIFY(!form.button.isDown());
+}
+
+void TestPureImageBtn::shouldDrawSharpOnDenseScreens()
+{
+    Form form;
+    // A line of half a pixel is a whole one at twice the size.
+    const QString file = form.folder.filePath(QStringLiteral("line.svg"));
+    QFile svg(file);
+    QVERIFY(svg.open(QIODevice::WriteOnly));
+    svg.write("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"16\" height=\"16\" "
+              "viewBox=\"0 0 16 16\"><rect x=\"8\" y=\"0\" width=\".5\" height=\"16\" "
+              "fill=\"#ffffff\"/></svg>");
+    svg.close();
+    form.button.SetImages(file, file, file);
+    QPixmap dense(32, 32);
+    dense.setDevicePixelRatio(2);
+    dense.fill(Qt::black);
+    form.button.render(&dense, {}, {}, QWidget::DrawChildren);
+    const QImage image = dense.toImage();
+    QCOMPARE(image.pixelColor(16, 16), QColor(Qt::white));
+    QCOMPARE(image.pixelColor(15, 16), QColor(Qt::black));
+    QCOMPARE(image.pixelColor(17, 16), QColor(Qt::black));
+}
+
+QTEST_MAIN(TestPureImageBtn)
+
+#include "tst_pureimagebtn.moc"
