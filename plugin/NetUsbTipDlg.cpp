@@ -13,6 +13,8 @@ namespace {
 
 constexpr int kWidth = 293;
 constexpr int kMargin = 16;
+constexpr int kMarginAbove = 12;
+constexpr int kMarginBelow = 12;
 constexpr int kTextWidth = kWidth - 2 * kMargin;
 constexpr int kLineSpacing = 4;
 constexpr int kSpacing = 10;
@@ -54,7 +56,7 @@ void CNetUsbTipDlg::InitWidgets()
 
 void CNetUsbTipDlg::InitLayout(QBoxLayout* body)
 {
-    body->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
+    body->setContentsMargins(kMargin, kMarginAbove, kMargin, kMarginBelow);
     body->setSpacing(kLineSpacing);
     for (const auto& [number, label] : m_labels) {
         body->addWidget(label);

@@ -41,7 +41,7 @@ CWrappedLabel::CWrappedLabel(int width, int mostLines, QWidget* parent)
 
 QSize CWrappedLabel::sizeHint() const
 {
-    QTextLayout layout(text(), font(), this);
+    QTextLayout layout(shownText(), font(), this);
     const qreal height = layOut(layout, maximumWidth(), m_mostLines);
     return {maximumWidth(), static_cast<int>(std::ceil(height))};
 }
@@ -56,20 +56,28 @@ int CWrappedLabel::heightForWidth(int) const
     return sizeHint().height();
 }
 
+QString CWrappedLabel::shownText() const
+{
+    const QChar wordJoiner(0x2060);
+    QString shown = text();
+    return shown.replace(QLatin1Char(':'), QString(QLatin1Char(':')) + wordJoiner);
+}
+
 void CWrappedLabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
-    QTextLayout layout(text(), font(), this);
+    const QString shown = shownText();
+    QTextLayout layout(shown, font(), this);
     layOut(layout, width(), m_mostLines);
     for (int n = 0; n < layout.lineCount(); ++n) {
         const QTextLine line = layout.lineAt(n);
         const int end = line.textStart() + line.textLength();
-        if (n + 1 < layout.lineCount() || end == text().size()) {
+        if (n + 1 < layout.lineCount() || end == shown.size()) {
             line.draw(&painter, {0, 0});
             continue;
         }
-        const QString rest = text().mid(line.textStart(), 2 * line.textLength());
+        const QString rest = shown.mid(line.textStart(), 2 * line.textLength());
         painter.drawText(QPointF(0, line.y() + line.ascent()),
                          fontMetrics().elidedText(rest, Qt::ElideRight, width()));
     }

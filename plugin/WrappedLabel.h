@@ -2,8 +2,8 @@
 
 #include <QLabel>
 
-/// A plain text of a fixed width that wraps between words and, where one is too long, within it. A
-/// text of more than `mostLines` lines ends in an ellipsis; text() stays whole. GUI thread.
+/// A plain text of a fixed width that wraps between words and, where one is too long, within it; a
+/// colon and what directly follows it, such as an address, stay together. A text of more than `mostLines` lines ends in an ellipsis; text() stays whole. GUI thread.
 class CWrappedLabel final : public QLabel
 {
     Q_OBJECT
@@ -19,5 +19,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    QString shownText() const;
+
     int m_mostLines;
 };

@@ -93,6 +93,8 @@ QComboBox::drop-down, QAbstractSpinBox::up-button, QAbstractSpinBox::down-button
     border: none; width: 20px; }
 QComboBox::down-arrow, QAbstractSpinBox::down-arrow {
     image: url(:/HostWidgets/icons/chevron-down.svg); width: 12px; height: 12px; }
+QComboBox::down-arrow:disabled, QAbstractSpinBox::down-arrow:disabled {
+    image: url(:/HostWidgets/icons/chevron-down-disabled.svg); }
 QAbstractSpinBox::up-arrow {
     image: url(:/HostWidgets/icons/chevron-up.svg); width: 12px; height: 12px; }
 QComboBox QAbstractItemView { background: @POPUP@; border: 1px solid @LINE@; padding: 4px;

@@ -101,7 +101,7 @@ bool WorkbenchHandler::detect()
         goesOn = proceed(1);
     }
     for (int at = 0; goesOn && at < plan.unknown.size(); ++at) {
-        m_store.markFound(m_store.addProcessors(QUuid(), {plan.unknown.at(at)}));
+        m_store.markFound(m_store.addProcessors(QUuid(), QList<quint32>{plan.unknown.at(at)}));
         goesOn = proceed(1);
     }
     // Another project was opened meanwhile.

@@ -7,6 +7,7 @@ class Language;
 class LayerCommands;
 class LogPanel;
 class ProjectFiles;
+class QProgressBar;
 class RecordsPanel;
 class Session;
 
