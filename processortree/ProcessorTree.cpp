@@ -68,7 +68,7 @@ CProcessorTree::~CProcessorTree()
     // Qt is still busy with the menu and its button further down the stack.
     m_addButton->setParent(nullptr);
     m_addButton->deleteLater();
-    QMetaObject::invokeMethod(m_addButton->menu(), &QWidget::close, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(m_addButton->menu(), &QWidget::hide, Qt::QueuedConnection);
 }
 
 void CProcessorTree::createSearch()
@@ -211,7 +211,7 @@ void CProcessorTree::SelectProcessor(const QUuid& id, bool report)
     const QPersistentModelIndex index(item->index());
     const QPointer<CProcessorTree> alive(this);
     // No QSignalBlocker: the host may destroy the panel here.
-    const bool wereBlocked = selection->blockSignals(!report || selection->signalsBlocked());
+    const bool wereBlocked = selection->blockSignals(!report);
     selection->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
     if (selection)
         selection->blockSignals(wereBlocked);
@@ -250,7 +250,7 @@ void CProcessorTree::setAddEnabled(bool enabled)
 {
     m_addButton->setEnabled(enabled);
     if (!enabled)
-        m_addButton->menu()->close();
+        m_addButton->menu()->hide();
 }
 
 bool CProcessorTree::mayAdd() const

@@ -23,16 +23,25 @@ int arrowRoom(const QToolButton& button, const QStyleOptionToolButton& option)
 
 CMenuToolButton::CMenuToolButton(QWidget* parent)
     : QToolButton(parent)
+    , m_menu(new QMenu(this))
 {
     setToolButtonStyle(Qt::ToolButtonTextOnly);
     setPopupMode(MenuButtonPopup);
     setFocusPolicy(Qt::StrongFocus);
-    setMenu(new QMenu(this));
+    setMenu(m_menu);
+}
+
+CMenuToolButton::~CMenuToolButton()
+{
+    // QMenu still uses itself after an entry has acted.
+    m_menu->hide();
+    m_menu->setParent(nullptr, m_menu->windowFlags());
+    m_menu->deleteLater();
 }
 
 QAction* CMenuToolButton::AddAction(const QString& text, const QVariant& value)
 {
-    QAction* action = menu()->addAction(text);
+    QAction* action = m_menu->addAction(text);
     action->setData(value);
     return action;
 }

@@ -10,8 +10,10 @@
 #include "processortree/ProcessorTreeView.h"
 #include "tests/support/TestPanel.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
@@ -101,7 +103,7 @@ public:
         QApplication::processEvents();
         QPixmap picture = window.grab();
         if (popup) {
-            const QPoint place = popup->pos() - window.pos();
+            const QPoint place = popup->geometry().topLeft() - window.geometry().topLeft();
             const QRect both = window.rect().united(QRect(place, popup->size()));
             const qreal scale = picture.devicePixelRatio();
             QPixmap larger(both.size() * scale);
@@ -157,6 +159,35 @@ void takeFocus(Album& album)
     album.save("detect-hovered", scene.window());
 }
 
+/// Until the button that clears the field has faded in.
+void awaitClearButton(const CActionLineEdit& field)
+{
+    const QWidget* button = field.childAt(field.width() - 14, field.height() / 2);
+    while (button && button->property("opacity").toDouble() < 1)
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void takeSearch(Album& album)
+{
+    Scene scene;
+    // The list needs its room below the field, on the smallest screen too.
+    scene.window().move(0, -50);
+    for (const char* text : {"stage", "lobby"}) {
+        scene.field().setFocus();
+        scene.field().setText(QLatin1String(text));
+        scene.field().actions().first()->trigger();
+        awaitClearButton(scene.field());
+        const QString name = QStringLiteral("search-") + QLatin1String(text);
+        album.save(qPrintable(name), scene.window(), QApplication::activePopupWidget());
+        scene.field().clear();
+        QApplication::activePopupWidget()->close();
+    }
+    scene.field().setText(QStringLiteral("stage"));
+    scene.view().setFocus();
+    awaitClearButton(scene.field());
+    album.save("search-left", scene.window());
+}
+
 void takeLocked(Album& album)
 {
     Scene scene;
@@ -190,6 +221,7 @@ int main(int argc, char** argv)
     Album album(arguments.at(1), arguments.at(3));
     takeMenu(album);
     takeFocus(album);
+    takeSearch(album);
     takeLocked(album);
     return album.failed() ? 1 : 0;
 }

@@ -6,16 +6,16 @@
 #include "tests/support/TreeDump.h"
 
 // The library does this when it is loaded; here its code is part of the test.
-static void initResources()
+static CTargetSelectArea* panelWithResources()
 {
     Q_INIT_RESOURCE(TargetSelectAreaImages);
     Q_INIT_RESOURCE(TargetSelectAreaTranslations);
+    return CTargetSelectArea::Instance();
 }
 
 TestPanel::TestPanel()
-    : m_area(CTargetSelectArea::Instance())
+    : m_area(panelWithResources())
 {
-    initResources();
     m_widget = m_area;
     m_area->m_controlHandler = m_host;
     m_area->Initialize();

@@ -48,6 +48,12 @@ struct Form
     DialogDriver driver;
 };
 
+void pressEntry(QWidget& menu)
+{
+    QTest::keyClick(&menu, Qt::Key_Down);
+    QTest::keyClick(&menu, Qt::Key_Return);
+}
+
 /// The columns where something stands out from what the button is filled with.
 QPair<int, int> inkOf(const QImage& image, const QRect& area)
 {
@@ -85,6 +91,8 @@ private slots:
     void shouldBeNamedByItsText();
     void shouldDoNothingWhenDisabled();
     void shouldStandItsOwnEndInAClick();
+    void shouldStandItsOwnEndInTheMenu_data();
+    void shouldStandItsOwnEndInTheMenu();
 };
 
 void TestMenuToolButton::initTestCase()
@@ -237,6 +245,39 @@ void TestMenuToolButton::shouldStandItsOwnEndInAClick()
             QTest::keyRelease(button.data(), key);
         QVERIFY(!button);
     }
+}
+
+void TestMenuToolButton::shouldStandItsOwnEndInTheMenu_data()
+{
+    QTest::addColumn<QString>("by");
+    QTest::newRow("mouse") << "mouse";
+    QTest::newRow("key") << "key";
+    QTest::newRow("while it is open") << "";
+}
+
+void TestMenuToolButton::shouldStandItsOwnEndInTheMenu()
+{
+    QFETCH(QString, by);
+    const WarningTrap trap;
+    DialogDriver driver;
+    QPointer<CMenuToolButton> button = new CMenuToolButton;
+    const QAction* entry = button->AddAction(QStringLiteral("Entry"));
+    connect(entry, &QAction::triggered, button, [&] { delete button; });
+    button->show();
+    const QPointer<QMenu> menu = button->menu();
+    driver.then([&](QWidget& opened) {
+        if (by == QLatin1String("mouse"))
+            QTest::mouseClick(&opened, Qt::LeftButton, {},
+                              menu->actionGeometry(menu->actions().first()).center());
+        else if (by == QLatin1String("key"))
+            pressEntry(opened);
+        else
+            delete button;
+    });
+    QTest::keyPress(button.data(), Qt::Key_Down);
+    QVERIFY(!button);
+    QVERIFY(!QApplication::activePopupWidget());
+    QTRY_VERIFY(!menu);
 }
 
 QTEST_MAIN(TestMenuToolButton)
