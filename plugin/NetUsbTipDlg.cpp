@@ -46,8 +46,7 @@ void CNetUsbTipDlg::InitWidgets()
         line->ensurePolished(); // the style sheet may bring another font
         const QString name = line->fontMetrics().elidedText(
             QString::fromStdString(processor.processorName), Qt::ElideRight, kNameWidth);
-        line->setText(
-            QStringLiteral("%1 (IP:%2)").arg(name, QString::fromStdString(processor.ip)));
+        line->setText(QStringLiteral("%1 (IP:%2)").arg(name, QString::fromStdString(processor.ip)));
         m_labels.emplace(static_cast<int>(n) + 1, line);
     }
     m_labels.emplace(0, new CWrappedLabel(kTextWidth, kMostHeaderLines, this));

@@ -17,8 +17,8 @@ class CProcessorTree;
 class QLabel;
 class QPushButton;
 
-/// The panel that the host docks: the device detection, the button of the IP address management, the
-/// device set selector, the line with a LAN-USB processor's address, and the processor tree.
+/// The panel that the host docks: the device detection, the button of the IP address management,
+/// the device set selector, the line with a LAN-USB processor's address, and the processor tree.
 ///
 /// GUI thread, but for ControlHandler(). Lives until its Qt parent, or the host through the layer
 /// interface, destroys it; Instance() then builds a new one.

@@ -3,7 +3,8 @@
 #include <QLabel>
 
 /// A plain text of a fixed width that wraps between words and, where one is too long, within it; a
-/// colon and what directly follows it, such as an address, stay together. A text of more than `mostLines` lines ends in an ellipsis; text() stays whole. GUI thread.
+/// colon and what directly follows it, such as an address, stay together. A text of more than
+/// `mostLines` lines ends in an ellipsis; text() stays whole. GUI thread.
 class CWrappedLabel final : public QLabel
 {
     Q_OBJECT

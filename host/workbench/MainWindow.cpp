@@ -123,9 +123,14 @@ void MainWindow::connectLanguage(Language& language)
 
 void MainWindow::focusPanel()
 {
-    auto* view = m_layer->dock()->widget()->findChild<QAbstractItemView*>();
-    if (view)
-        view->setFocus(Qt::ShortcutFocusReason);
+    // Not the lists that pop up.
+    const auto views = m_layer->dock()->widget()->findChildren<QAbstractItemView*>();
+    for (QAbstractItemView* view : views) {
+        if (view->window() == m_layer->dock()->window() && view->isVisible()) {
+            view->setFocus(Qt::ShortcutFocusReason);
+            return;
+        }
+    }
 }
 
 /// The host is busy, so what is shown has to be painted at once.

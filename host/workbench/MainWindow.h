@@ -44,11 +44,11 @@ private:
     void retranslate();
 
     Session& m_session;
-    RecordsPanel* m_records; // Qt child
-    LogPanel* m_log;         // Qt child
-    QDockWidget* m_logDock;  // Qt child
+    RecordsPanel* m_records;  // Qt child
+    LogPanel* m_log;          // Qt child
+    QDockWidget* m_logDock;   // Qt child
     QProgressBar* m_progress; // the status bar's
-    Actions* m_actions;      // Qt child
-    ProjectFiles* m_files;   // Qt child
-    LayerCommands* m_layer;  // Qt child
+    Actions* m_actions;       // Qt child
+    ProjectFiles* m_files;    // Qt child
+    LayerCommands* m_layer;   // Qt child
 };

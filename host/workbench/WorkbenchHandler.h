@@ -123,7 +123,7 @@ private:
     CallTrace m_trace;
     PcNetworkCache m_network; // GUI thread
     std::mutex m_mutex;
-    Session m_session; // guarded by m_mutex
+    Session m_session;        // guarded by m_mutex
     bool m_detecting = false; // GUI thread
-    QObject m_later;   // context of what is carried out later
+    QObject m_later;          // context of what is carried out later
 };

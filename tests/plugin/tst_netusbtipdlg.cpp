@@ -156,8 +156,7 @@ void NetUsbTipDlgTest::shouldShowTheFirstFiveOnly()
     const ShownDialog shown(records(count));
     const QStringList texts = shown.texts();
     QCOMPARE(texts.size(), 6);
-    QCOMPARE(texts.first(),
-             header(QStringLiteral("Device 1,Device 2,Device 3,Device 4,Device 5")));
+    QCOMPARE(texts.first(), header(QStringLiteral("Device 1,Device 2,Device 3,Device 4,Device 5")));
     QCOMPARE(texts.last(), QStringLiteral("Processor 5 (IP:192.168.0.5)"));
 }
 

@@ -178,12 +178,8 @@ void PanelTest::shouldStackItsPartsInOrder()
     shown.selector()->show();
     QCoreApplication::processEvents();
     auto* tree = shown.inColumn<CProcessorTree>();
-    const QList<QWidget*> parts{shown.detection(),
-                                shown.ipManagement(),
-                                shown.selector(),
-                                shown.label(),
-                                shown.inColumn<CSeparator>(),
-                                tree};
+    const QList<QWidget*> parts{shown.detection(), shown.ipManagement(),         shown.selector(),
+                                shown.label(),     shown.inColumn<CSeparator>(), tree};
     int bottom = 11 - 8;
     for (const QWidget* part : parts) {
         QCOMPARE(part->y(), bottom + 8);
@@ -206,8 +202,7 @@ void PanelTest::shouldBeReachedByTabInThatOrder()
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         visited.append(QApplication::focusWidget());
     }
-    QCOMPARE(visited, QList<QWidget*>({shown.detection(), shown.ipManagement(),
-                                       shown.selector()}));
+    QCOMPARE(visited, QList<QWidget*>({shown.detection(), shown.ipManagement(), shown.selector()}));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QVERIFY(shown.inColumn<CProcessorTree>()->isAncestorOf(QApplication::focusWidget()));
 }
@@ -224,12 +219,11 @@ void PanelTest::shouldOfferItsSlotsInOrder()
         QCOMPARE(method.access(), QMetaMethod::Public);
         slotNames.append(QString::fromLatin1(method.name()));
     }
-    QCOMPARE(slotNames,
-             QStringList({QStringLiteral("onDetectStrategyChanged"),
-                          QStringLiteral("onCurrentDeviceSetChanged"),
-                          QStringLiteral("onCurrentProcessorChanged"),
-                          QStringLiteral("onLANUSBGetProcessorIP"),
-                          QStringLiteral("UpdateMonitorWarningState")}));
+    QCOMPARE(slotNames, QStringList({QStringLiteral("onDetectStrategyChanged"),
+                                     QStringLiteral("onCurrentDeviceSetChanged"),
+                                     QStringLiteral("onCurrentProcessorChanged"),
+                                     QStringLiteral("onLANUSBGetProcessorIP"),
+                                     QStringLiteral("UpdateMonitorWarningState")}));
 }
 
 void PanelTest::shouldShowIpManagementForOneStrategyOnly_data()
@@ -288,8 +282,8 @@ void PanelTest::shouldTellTheHostOfTheIpListBeforeAndAfter()
 void PanelTest::shouldStandItsEndDuringIpManagement_data()
 {
     QTest::addColumn<QString>("question");
-    for (const char* question : {"GetIPList", "GetIPNameLists", "IpListChanged", "an open dialog",
-                                 "DetectProcessorsOnly"})
+    for (const char* question :
+         {"GetIPList", "GetIPNameLists", "IpListChanged", "an open dialog", "DetectProcessorsOnly"})
         QTest::newRow(question) << QString::fromLatin1(question);
 }
 

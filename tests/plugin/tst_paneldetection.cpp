@@ -185,8 +185,7 @@ void PanelDetectionTest::shouldStandTheEndOfThePanel_data()
     for (const char* way : {"mouse", "key", "menu by keys", "menu by mouse"})
         QTest::addRow("all, %s", way) << kAll << QString::fromLatin1(way);
     for (const char* way : {"menu by keys", "menu by mouse"}) {
-        QTest::addRow("restricted, %s", way)
-            << kMode << QString::fromLatin1(way);
+        QTest::addRow("restricted, %s", way) << kMode << QString::fromLatin1(way);
         QTest::addRow("processors, %s", way) << kProcessors << QString::fromLatin1(way);
     }
 }

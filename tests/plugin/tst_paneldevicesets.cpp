@@ -201,8 +201,7 @@ void PanelDeviceSetsTest::shouldKeepQtsOwnConnections()
     QAccessible::Id id = 0;
     {
         ShownPanel shown;
-        const QAccessibleInterface* face =
-            QAccessible::queryAccessibleInterface(shown.selector());
+        const QAccessibleInterface* face = QAccessible::queryAccessibleInterface(shown.selector());
         QVERIFY(face);
         id = QAccessible::uniqueId(const_cast<QAccessibleInterface*>(face));
         QSignalSpy ends(shown.selector(), &QObject::destroyed);
@@ -265,8 +264,8 @@ void PanelDeviceSetsTest::shouldTakeNewSetsInsideTheQuestion()
     shown.host().inside = [&](const QString& name) {
         if (name != kConfirm || std::exchange(asked, true))
             return;
-        shown.panel.notify<GUID, QList<SDeviceSetInfo>>(
-            1, deviceSet(2).id, {deviceSet(2), deviceSet(3), deviceSet(1)});
+        shown.panel.notify<GUID, QList<SDeviceSetInfo>>(1, deviceSet(2).id,
+                                                        {deviceSet(2), deviceSet(3), deviceSet(1)});
         QTRY_COMPARE(shown.selector()->count(), 3);
     };
     QTest::keyClick(shown.selector(), Qt::Key_Down);

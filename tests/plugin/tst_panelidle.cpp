@@ -73,9 +73,9 @@ QStringList runningTimers()
     objects << CTargetSelectData::Instance()->GetModel()->findChildren<QObject*>();
     for (QObject* object : qAsConst(objects)) {
         for (const auto& timer : dispatcher->registeredTimers(object)) {
-            found.append(QStringLiteral("%1 %2").arg(
-                QString::fromLatin1(object->metaObject()->className()),
-                QString::number(timer.interval)));
+            found.append(
+                QStringLiteral("%1 %2").arg(QString::fromLatin1(object->metaObject()->className()),
+                                            QString::number(timer.interval)));
         }
     }
     return found;
@@ -97,10 +97,7 @@ public:
     }
 
     QRect row(quint32 id) { return shown.view()->visualRect(index(id)); }
-    QModelIndex index(quint32 id)
-    {
-        return shown.panel.model().getItem(testId(id))->index();
-    }
+    QModelIndex index(quint32 id) { return shown.panel.model().getItem(testId(id))->index(); }
 
     ShownPanel shown;
     bool atRest = false;
@@ -157,8 +154,7 @@ void PanelIdleTest::shouldComeToRestAfterItWasUsed()
     QTest::mouseClick(panel.shown.detection(), Qt::LeftButton);
     panel.shown.area().SetOperationLock(1, true);
     panel.shown.area().SetOperationLock(1, false);
-    QTest::mouseClick(panel.shown.view()->viewport(), Qt::LeftButton, {},
-                      panel.row(3).center());
+    QTest::mouseClick(panel.shown.view()->viewport(), Qt::LeftButton, {}, panel.row(3).center());
     QTRY_COMPARE(runningTimers(), QStringList());
     QVERIFY(comesToRest());
     Activity activity;
