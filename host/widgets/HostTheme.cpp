@@ -138,6 +138,10 @@ QTableView::item:hover { background: @POPUP@; }
 QTableView::item:selected:hover { background: @ROW@; }
 QTableView QHeaderView::section:horizontal { padding: 0 7px; }
 
+QProgressBar { background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px;
+    min-height: 14px; max-height: 14px; text-align: center; }
+QProgressBar::chunk { background: @ACCENTDEEP@; border-radius: 3px; }
+
 QScrollBar { background: transparent; border: none; margin: 0; }
 QScrollBar:vertical { width: 10px; }
 QScrollBar:horizontal { height: 10px; }
