@@ -29,7 +29,7 @@ constexpr int kMostProcessorLines = 2;
 
 CNetUsbTipDlg::CNetUsbTipDlg(const std::vector<LanUsbProcessorInfo>& processors, QWidget* parent)
     : CDialog(parent, QString(), QString(), CloseTitleButton)
-    , m_processors(processors)
+    , m_processors(processors.begin(), processors.end())
 {
     Init();
     setWindowTitle(custom_software_name());
