@@ -80,7 +80,7 @@ void CProcessorTree::createSearch()
     connect(m_searchAction, &QAction::triggered, m_completer,
             [this] { m_completer->setFilterText(m_search->text()); });
     connect(m_completer, &CProcessorCompleter::activated, this, &CProcessorTree::chooseResult);
-    auto* shortcut = new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_F), this);
+    auto* shortcut = new QShortcut(QKeySequence(QStringLiteral("Ctrl+F")), this);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
     connect(shortcut, &QShortcut::activated, m_search, [this] {
         m_search->setFocus(Qt::ShortcutFocusReason);

@@ -9,7 +9,7 @@ build=(g++ cmake ninja-build ccache qtbase5-dev libqt5svg5-dev qttools5-dev qtto
 run=(xvfb openbox x11-utils fonts-dejavu-core fonts-noto-cjk)
 test=("${run[@]}" xdotool binutils)
 lint=(clang-format clang-tidy clazy shellcheck g++-mingw-w64-x86-64-posix git python3)
-bench=(libbenchmark-dev python3)
+bench=(libbenchmark-dev libkf5itemmodels-dev python3)
 fuzz=(clang libclang-rt-14-dev)
 
 usage() {

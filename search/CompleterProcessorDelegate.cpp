@@ -15,6 +15,7 @@ constexpr int kIconSize = 24;
 constexpr int kIconLeft = 10;
 constexpr int kTextLeft = 41;
 constexpr int kTextRight = 24; // from the right edge
+constexpr int kLeastRight = 4;
 constexpr int kTextPixels = 12;
 constexpr int kTextWeight = 50;
 constexpr int kBackupMode = 2;
@@ -83,10 +84,14 @@ QRect nameRect(const QRect& row)
             row.height() / 2};
 }
 
-QRect detailRect(const QRect& row)
+/// Below the name; an address that needs more room than that takes it, for half of one is of no
+/// use.
+QRect detailRect(const QRect& row, int needed)
 {
     const QRect name = nameRect(row);
-    return {name.left(), name.bottom() + 1, name.width(), row.height() - name.height()};
+    const int most = row.width() - kTextLeft - kLeastRight;
+    return {name.left(), name.bottom() + 1, qBound(name.width(), needed, most),
+            row.height() - name.height()};
 }
 
 QString fitted(const QFontMetrics& metrics, const QString& text, const QRect& room)
@@ -130,8 +135,10 @@ void CCompleterProcessorDelegate::paint(QPainter* painter, const QStyleOptionVie
     painter->drawText(nameRect(row), Qt::AlignLeft | Qt::AlignBottom | Qt::TextSingleLine,
                       fitted(metrics, record.name, nameRect(row)));
     painter->setPen(QColor(isStrong ? kNormal : kWeak));
-    painter->drawText(detailRect(row), Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
-                      fitted(metrics, detailOf(record), detailRect(row)));
+    const QString detail = detailOf(record);
+    const QRect room = detailRect(row, metrics.horizontalAdvance(detail) + 1);
+    painter->drawText(room, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
+                      fitted(metrics, detail, room));
     painter->restore();
 }
 

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QWidget>
+#include <QWindow>
 
 CPlaceWatch::CPlaceWatch(QObject* parent)
     : QObject(parent)
@@ -29,6 +30,9 @@ void CPlaceWatch::start(QWidget* widget)
                 if (state != Qt::ApplicationActive)
                     emit lost();
             });
+    // Widgets do not hear of another active window while a popup is open.
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this,
+            [this](const QWindow* window) { onFocusWindowChanged(window); });
 }
 
 void CPlaceWatch::stop()
@@ -42,6 +46,14 @@ void CPlaceWatch::stop()
     }
     m_watched.clear();
     m_widget.clear();
+}
+
+void CPlaceWatch::onFocusWindowChanged(const QWindow* window)
+{
+    // Some platforms give the focus to a popup.
+    const bool isPopup = window && window->type() == Qt::Popup;
+    if (window && !isPopup && m_widget && window != m_widget->window()->windowHandle())
+        emit lost();
 }
 
 bool CPlaceWatch::eventFilter(QObject* watched, QEvent* event)

@@ -5,6 +5,7 @@
 #include <QVector>
 
 class QWidget;
+class QWindow;
 
 /// Says when a widget changes its place on the screen, whichever of its parents it is that moves,
 /// and when the user can no longer use it. GUI thread.
@@ -25,11 +26,13 @@ public:
 signals:
     void moved();
 
-    /// It was hidden, disabled or destroyed, its window minimised, or the user went to another
-    /// application.
+    /// It was hidden, disabled or destroyed, its window minimised, or another window, of this or
+    /// another application, has the keyboard.
     void lost();
 
 private:
+    void onFocusWindowChanged(const QWindow* window);
+
     QPointer<QWidget> m_widget;
     QVector<QPointer<QWidget>> m_watched; // it and its parents
 };

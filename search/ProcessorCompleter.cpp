@@ -132,8 +132,9 @@ void CProcessorCompleter::createModels()
 
 void CProcessorCompleter::connectPopup()
 {
+    // The list view goes on after a row was chosen in the middle of its event: it selects the row
+    // once more, or calls it clicked when the mouse is released. That is none of ours then.
     connect(m_popup.get(), &QListView::clicked, this, [this](const QModelIndex& row) {
-        // The press has chosen the row already, unless it was selected before.
         const auto popup = m_popup;
         if (isOpen())
             choose(row);
@@ -143,8 +144,12 @@ void CProcessorCompleter::connectPopup()
             [this](const QItemSelection& selected) {
                 const auto popup = m_popup;
                 const QModelIndexList rows = selected.indexes();
-                if (!rows.isEmpty())
+                if (rows.isEmpty())
+                    return;
+                if (isOpen())
                     choose(rows.first());
+                else
+                    clearChoice();
             });
     connect(selection, &QItemSelectionModel::currentChanged, this,
             &CProcessorCompleter::followCurrent);
@@ -174,7 +179,7 @@ void CProcessorCompleter::select(const QModelIndex& index, bool select)
     const auto popup = m_popup;
     QItemSelectionModel* selection = popup->selectionModel();
     const QPointer<CProcessorCompleter> alive(this);
-    if (select && !index.isValid()) {
+    if (select && !treeIndex(index).isValid()) {
         selection->clear();
     } else {
         // Made current first: the list may change, and close, when its row is chosen.
@@ -231,8 +236,10 @@ void CProcessorCompleter::onRowsChanged()
 /// The popup knows its rows by their numbers; the current one follows its processor.
 void CProcessorCompleter::onOrderChanged()
 {
-    const QModelIndex row = m_list->mapFromSource(m_filter->mapFromSource(m_current));
-    m_popup->selectionModel()->setCurrentIndex(row, QItemSelectionModel::NoUpdate);
+    if (m_current.isValid()) { // otherwise nobody needs the list made already
+        const QModelIndex row = m_list->mapFromSource(m_filter->mapFromSource(m_current));
+        m_popup->selectionModel()->setCurrentIndex(row, QItemSelectionModel::NoUpdate);
+    }
     m_popup->update();
     m_popup->viewport()->update();
 }

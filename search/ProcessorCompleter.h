@@ -42,8 +42,8 @@ public:
     /// nothing is emitted then.
     void setFilterText(const QString& text);
 
-    /// Makes row `index` of the list current; with `select` chooses it, or takes back the selection
-    /// when it is invalid.
+    /// Makes row `index` of the list current; with `select` chooses it while the list is open, or
+    /// takes back the selection when it is invalid.
     void select(const QModelIndex& index, bool select);
 
     /// Whether the list is open.

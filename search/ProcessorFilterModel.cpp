@@ -2,16 +2,32 @@
 
 #include "Interface/ProcessorNode.h"
 #include "processortree/NodeType.h"
+#include "processortree/RecordCell.h"
+
+#include <QStandardItemModel>
 
 #include <algorithm>
 
 namespace {
+
+using Rows = std::vector<QPersistentModelIndex>;
 
 struct Found
 {
     qint32 number;
     QModelIndex index;
 };
+
+/// The number in the row's record, read where the record is kept: a copy of it costs more than all
+/// else that the list does with the row.
+qint32 processorNumber(QModelIndex index)
+{
+    while (const auto* proxy = qobject_cast<const QAbstractProxyModel*>(index.model()))
+        index = proxy->mapToSource(index);
+    const auto* tree = qobject_cast<const QStandardItemModel*>(index.model());
+    const QStandardItem* item = tree ? tree->itemFromIndex(index) : nullptr;
+    return recordKey(item ? item->data(NodeDataRole) : index.data(NodeDataRole)).number;
+}
 
 void collectProcessors(const QAbstractItemModel& tree, const QModelIndex& parent,
                        std::vector<Found>& found)
@@ -22,7 +38,39 @@ void collectProcessors(const QAbstractItemModel& tree, const QModelIndex& parent
         if (tree.hasChildren(index))
             collectProcessors(tree, index, found);
         else if (nodeType(index) == NodeProcessor)
-            found.push_back({index.data(NodeDataRole).value<ProcessorNode>().number, index});
+            found.push_back({processorNumber(index), index});
+    }
+}
+
+Rows sortedProcessors(const QAbstractItemModel& tree)
+{
+    std::vector<Found> found;
+    collectProcessors(tree, QModelIndex(), found);
+    std::stable_sort(found.begin(), found.end(), [](const Found& left, const Found& right) {
+        return left.number < right.number;
+    });
+    Rows rows;
+    rows.reserve(found.size());
+    for (const Found& processor : found)
+        rows.emplace_back(processor.index);
+    return rows;
+}
+
+QModelIndex rowAt(const Rows& rows, int row)
+{
+    if (row < 0 || row >= static_cast<int>(rows.size()))
+        return {};
+    return rows[static_cast<std::size_t>(row)];
+}
+
+/// A filter proxy takes up the rows below a row only when it is asked for them, and says nothing of
+/// those it never took up. So it is asked at once, although the list is read later, or never.
+void takeUpBranches(const QAbstractItemModel& tree, const QModelIndex& parent, int first, int last)
+{
+    for (int row = first; row <= last; ++row) {
+        const QModelIndex index = tree.index(row, 0, parent);
+        if (tree.hasChildren(index))
+            takeUpBranches(tree, index, 0, tree.rowCount(index) - 1);
     }
 }
 
@@ -51,7 +99,7 @@ QModelIndex CProcessorFilterModel::parent(const QModelIndex& index) const
 int CProcessorFilterModel::rowCount(const QModelIndex& parent) const
 {
     Q_UNUSED(parent)
-    return static_cast<int>(m_rows.size());
+    return static_cast<int>(rows().size());
 }
 
 int CProcessorFilterModel::columnCount(const QModelIndex& parent) const
@@ -81,44 +129,78 @@ void CProcessorFilterModel::setSourceModel(QAbstractItemModel* model)
     connect(model, &QAbstractItemModel::layoutChanged, this, &CProcessorFilterModel::invalidate);
     connect(model, &QAbstractItemModel::columnsInserted, this, &CProcessorFilterModel::invalidate);
     connect(model, &QAbstractItemModel::columnsRemoved, this, &CProcessorFilterModel::invalidate);
-    connect(model, &QAbstractItemModel::dataChanged, this, &CProcessorFilterModel::invalidate);
+    connect(model, &QAbstractItemModel::dataChanged, this, &CProcessorFilterModel::onDataChanged);
+    // Not kept through a change of which views hear: the source would have to lead every index.
+    const auto dropRows = [this] { m_rows.reset(); };
+    connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, dropRows);
+    connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, dropRows);
     connect(model, &QAbstractItemModel::rowsInserted, this, &CProcessorFilterModel::onRowsInserted);
     connect(model, &QAbstractItemModel::rowsRemoved, this, &CProcessorFilterModel::onRowsRemoved);
+    connect(model, &QObject::destroyed, this, &CProcessorFilterModel::refreshRows);
     invalidate();
 }
 
 QModelIndex CProcessorFilterModel::mapToSource(const QModelIndex& proxyIndex) const
 {
-    const int row = proxyIndex.row();
-    if (row < 0 || row >= static_cast<int>(m_rows.size()))
-        return {};
-    return m_rows[static_cast<std::size_t>(row)];
+    return rowAt(rows(), proxyIndex.row());
 }
 
 QModelIndex CProcessorFilterModel::mapFromSource(const QModelIndex& sourceIndex) const
 {
-    const auto found = std::find(m_rows.begin(), m_rows.end(), sourceIndex);
-    return found == m_rows.end() ? QModelIndex()
-                                 : createIndex(static_cast<int>(found - m_rows.begin()), 0);
+    const Rows& all = rows();
+    const auto found = std::find(all.begin(), all.end(), sourceIndex);
+    if (!sourceIndex.isValid() || found == all.end())
+        return {};
+    return createIndex(static_cast<int>(found - all.begin()), 0);
 }
 
 void CProcessorFilterModel::invalidate()
 {
-    m_rows.clear();
-    std::vector<Found> found;
-    collectProcessors(*sourceModel(), QModelIndex(), found);
-    std::stable_sort(found.begin(), found.end(), [](const Found& left, const Found& right) {
-        return left.number < right.number;
-    });
-    m_rows.reserve(found.size());
-    for (const Found& processor : found)
-        m_rows.emplace_back(processor.index);
+    refreshRows();
+    if (sourceModel())
+        takeUpBranches(*sourceModel(), QModelIndex(), 0, sourceModel()->rowCount() - 1);
 }
 
-void CProcessorFilterModel::onRowsInserted()
+const std::vector<QPersistentModelIndex>& CProcessorFilterModel::rows() const
+{
+    // The source announces its rows one stretch after the other; the list is made when they are
+    // all there and somebody looks.
+    if (!m_rows)
+        m_rows = sourceModel() ? sortedProcessors(*sourceModel()) : Rows();
+    return *m_rows;
+}
+
+void CProcessorFilterModel::refreshRows()
+{
+    const QModelIndexList held = persistentIndexList();
+    if (!m_rows || held.isEmpty()) {
+        m_rows.reset();
+        return;
+    }
+    // No signal tells those who hold an index, so it follows its processor, or becomes invalid.
+    const Rows before = std::move(*m_rows);
+    m_rows.reset();
+    QModelIndexList moved;
+    moved.reserve(held.size());
+    for (const QModelIndex& index : held)
+        moved.append(mapFromSource(rowAt(before, index.row())));
+    changePersistentIndexList(held, moved);
+}
+
+void CProcessorFilterModel::onDataChanged(const QModelIndex& topLeft,
+                                          const QModelIndex& bottomRight, const QVector<int>& roles)
+{
+    Q_UNUSED(topLeft)
+    Q_UNUSED(bottomRight)
+    if (roles.isEmpty() || roles.contains(NodeDataRole) || roles.contains(NodeTypeRole))
+        refreshRows();
+}
+
+void CProcessorFilterModel::onRowsInserted(const QModelIndex& parent, int first, int last)
 {
     beginResetModel();
-    invalidate();
+    m_rows.reset();
+    takeUpBranches(*sourceModel(), parent, first, last);
     endResetModel();
     emit rowsAdded();
 }
@@ -126,7 +208,7 @@ void CProcessorFilterModel::onRowsInserted()
 void CProcessorFilterModel::onRowsRemoved()
 {
     beginResetModel();
-    invalidate();
+    m_rows.reset();
     endResetModel();
     emit rowsRemed();
 }

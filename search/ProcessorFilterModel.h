@@ -3,6 +3,7 @@
 #include <QAbstractProxyModel>
 #include <QPersistentModelIndex>
 
+#include <optional>
 #include <vector>
 
 /// The processors of a tree of processors as a list, in ascending order of their numbers, equal
@@ -45,8 +46,13 @@ public slots:
     void invalidate();
 
 private:
-    void onRowsInserted();
+    const std::vector<QPersistentModelIndex>& rows() const;
+    void refreshRows();
+    void onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                       const QVector<int>& roles);
+    void onRowsInserted(const QModelIndex& parent, int first, int last);
     void onRowsRemoved();
 
-    std::vector<QPersistentModelIndex> m_rows; // by row of the list
+    // By row of the list, once somebody has asked for them.
+    mutable std::optional<std::vector<QPersistentModelIndex>> m_rows;
 };

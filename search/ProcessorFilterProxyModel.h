@@ -1,7 +1,11 @@
 #pragma once
 
+#include "search/SearchedRows.h"
+
 #include <QSortFilterProxyModel>
 #include <QString>
+
+#include <vector>
 
 /// The part of the processor tree that holds a search text: processors whose name, dotted address
 /// or displayed number contains it, other rows whose name does, and the rows above all of these.
@@ -28,9 +32,15 @@ protected:
     bool filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const override;
 
 private:
-    void onSourceDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
-                             const QVector<int>& roles);
+    void connectBefore(const QAbstractItemModel& model);
+    void reviewBranch(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                      const QVector<int>& roles);
 
     QString m_text;
-    QMetaObject::Connection m_dataChanged;
+    QString m_foldedText;
+    bool m_isPlain = true; // a name holds m_text when its folded form holds m_foldedText
+    bool m_isShown = true; // an address or a number may hold m_text
+    quint32 m_search = 0;  // counts the texts
+    mutable CSearchedRows m_rows;
+    std::vector<QMetaObject::Connection> m_connections; // to the source
 };

@@ -127,6 +127,10 @@ QTreeView::item:selected, QTreeView::branch:selected, QTableView::item:selected 
     background: @ROW@; color: @STRONG@; }
 QTreeView::branch:has-children:closed { image: url(:/HostWidgets/icons/chevron-right.svg); }
 QTreeView::branch:has-children:open { image: url(:/HostWidgets/icons/chevron-down.svg); }
+QListView#ProcessorCompleter { background: transparent; border: none; outline: none; }
+QListView#ProcessorCompleter QScrollBar:vertical { margin: 8px 0; }
+QListView#ProcessorCompleter::item:hover { background: @FIELD@; }
+QListView#ProcessorCompleter::item:selected { background: @ROW@; }
 QTableCornerButton::section { background: @WINDOW@; border: none;
     border-bottom: 1px solid @LINE@; }
 QHeaderView { background: @WINDOW@; border: none; }

@@ -147,6 +147,17 @@
     </message>
 </context>
 <context>
+    <name>CCompleterProcessorDelegate</name>
+    <message>
+        <source>Number</source>
+        <translation>编号</translation>
+    </message>
+    <message>
+        <source>Invalid</source>
+        <translation>无效</translation>
+    </message>
+</context>
+<context>
     <name>CCustomAddProcessor</name>
     <message>
         <source>Custom add processor</source>
@@ -315,6 +326,17 @@
     <message>
         <source>%1 does not support LAN-USB connections. The following processors are using this connection type. Please check:</source>
         <translation>%1 不支持 LAN-USB 连接。以下处理器正在使用该连接方式，请检查：</translation>
+    </message>
+</context>
+<context>
+    <name>CProcessorCompleter</name>
+    <message>
+        <source>Search results</source>
+        <translation>搜索结果</translation>
+    </message>
+    <message>
+        <source>No content found in the search.</source>
+        <translation>未搜索到相关内容。</translation>
     </message>
 </context>
 <context>

@@ -49,7 +49,7 @@ public:
         auto* layout = new QVBoxLayout(&m_window);
         layout->setContentsMargins(0, 11, 0, 0);
         layout->setSpacing(8);
-        m_detect->setText(QStringLiteral("Detect devices"));
+        m_detect->setText(QCoreApplication::translate("CTargetSelectArea", "Detect devices"));
         m_detect->setFixedWidth(200);
         m_detect->AddAction(QStringLiteral("All devices"));
         m_tree = new CProcessorTree;

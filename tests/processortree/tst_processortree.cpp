@@ -51,6 +51,7 @@ private slots:
     void shouldRunItsEntries_data();
     void shouldRunItsEntries();
     void shouldOpenItsMenuByKeys();
+    void shouldCloseItsMenuByAnotherClick();
     void shouldAddNothingWhenReadOnly();
     void shouldFollowLocks_data();
     void shouldFollowLocks();
@@ -264,6 +265,24 @@ void ProcessorTreeTest::shouldOpenItsMenuByKeys()
     });
     QTest::keyClick(&panel.button(), Qt::Key_Space);
     QCOMPARE(panel.asked(), QStringLiteral("AddProcessors"));
+}
+
+void ProcessorTreeTest::shouldCloseItsMenuByAnotherClick()
+{
+    DrivenPanel panel;
+    const QPoint onButton = panel.button().mapTo(&panel.window, QPoint(8, 8));
+    bool closed = false;
+    panel.driver.then([&](QWidget& menu) {
+        // As from the platform, which knows of windows only.
+        QTest::mouseClick(panel.window.windowHandle(), Qt::LeftButton, {}, onButton);
+        closed = menu.isHidden();
+    });
+    QTest::mouseClick(panel.window.windowHandle(), Qt::LeftButton, {}, onButton);
+    QVERIFY(closed);
+    QCoreApplication::processEvents();
+    QVERIFY(panel.menu().isHidden());
+    QVERIFY(!panel.button().isDown());
+    QCOMPARE(panel.asked(), QString());
 }
 
 void ProcessorTreeTest::shouldAddNothingWhenReadOnly()

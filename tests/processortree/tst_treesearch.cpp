@@ -1,5 +1,6 @@
 #include "host/widgets/HostTheme.h"
 #include "tests/processortree/DrivenPanel.h"
+#include "tests/support/AnimationFrame.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -46,19 +47,22 @@ struct SearchedPanel : DrivenPanel
         return names.join(QLatin1Char(','));
     }
 
-    /// To whoever gets keys on a platform: the open list before all others.
-    static void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    /// As from the platform, which knows of windows only.
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
-        QWidget* list = results();
-        QTest::keyClick(list ? list : QApplication::focusWidget(), key, modifiers);
+        QTest::keyClick(window.windowHandle(), key, modifiers);
     }
 
     void type(const QString& text)
     {
-        key(Qt::Key_F, Qt::ControlModifier);
         for (const QChar letter : text)
-            QTest::keyClick(results() ? static_cast<QWidget*>(results()) : &field(),
-                            letter.toLatin1());
+            QTest::keyClick(window.windowHandle(), letter.toLatin1());
+    }
+
+    void search(const QString& text)
+    {
+        key(Qt::Key_F, Qt::ControlModifier);
+        type(text);
     }
 
     void clickRow(int row)
@@ -77,6 +81,7 @@ class TreeSearchTest final : public QObject
 
 private slots:
     void initTestCase();
+    void cleanupTestCase();
     void shouldListWhatMatches();
     void shouldEndOnTheChosenRow_data();
     void shouldEndOnTheChosenRow();
@@ -99,20 +104,26 @@ void TreeSearchTest::initTestCase()
     ApplyHostTheme(*qApp);
 }
 
+void TreeSearchTest::cleanupTestCase()
+{
+    // The fields' clear buttons were fading.
+    QVERIFY(awaitAnimationFrame());
+}
+
 void TreeSearchTest::shouldListWhatMatches()
 {
     SearchedPanel panel;
-    panel.type(QStringLiteral("a"));
+    panel.search(QStringLiteral("a"));
     QCOMPARE(SearchedPanel::found(), QStringLiteral("Alpha,Alto,Beta"));
-    QTest::keyClick(SearchedPanel::results(), 'l');
+    panel.type(QStringLiteral("l"));
     QCOMPARE(SearchedPanel::found(), QStringLiteral("Alpha,Alto"));
-    QTest::keyClick(SearchedPanel::results(), 'x');
+    panel.type(QStringLiteral("x"));
     QCOMPARE(SearchedPanel::found(), QString());
-    SearchedPanel::key(Qt::Key_Backspace);
+    panel.key(Qt::Key_Backspace);
     QCOMPARE(SearchedPanel::found(), QStringLiteral("Alpha,Alto"));
     QCOMPARE(panel.field().text(), QStringLiteral("al"));
     QCOMPARE(panel.host().selections.size(), 0);
-    SearchedPanel::key(Qt::Key_Escape);
+    panel.key(Qt::Key_Escape);
 }
 
 void TreeSearchTest::shouldEndOnTheChosenRow_data()
@@ -131,12 +142,12 @@ void TreeSearchTest::shouldEndOnTheChosenRow()
     panel.view().collapse(panel.index(10));
     panel.window.resize(220, 130);
     panel.host().selections.clear();
-    panel.type(by == QLatin1String("Up") ? QStringLiteral("al") : QStringLiteral("alt"));
+    panel.search(by == QLatin1String("Up") ? QStringLiteral("al") : QStringLiteral("alt"));
     const QPointer<QWidget> list(SearchedPanel::results());
     if (by == QLatin1String("click"))
         panel.clickRow(0);
     else
-        SearchedPanel::key(by == QLatin1String("Up") ? Qt::Key_Up : Qt::Key_Down);
+        panel.key(by == QLatin1String("Up") ? Qt::Key_Up : Qt::Key_Down);
     QCOMPARE(panel.selected(), QStringLiteral("Alto"));
     QCOMPARE(panel.view().currentIndex(), panel.index(2));
     const QRect row = panel.view().visualRect(panel.index(2));
@@ -158,8 +169,8 @@ void TreeSearchTest::shouldReportNothingNew()
     SearchedPanel panel;
     panel.tree->SelectProcessor(testId(2), true);
     panel.host().selections.clear();
-    panel.type(QStringLiteral("alto"));
-    SearchedPanel::key(Qt::Key_Down);
+    panel.search(QStringLiteral("alto"));
+    panel.key(Qt::Key_Down);
     QCOMPARE(panel.selected(), QStringLiteral("Alto"));
     QCOMPARE(panel.host().selections.size(), 0);
     QCOMPARE(panel.field().text(), QString());
@@ -170,19 +181,19 @@ void TreeSearchTest::shouldChooseNothingByReturnAlone()
     SearchedPanel panel;
     panel.tree->SelectProcessor(testId(1), false);
     panel.host().selections.clear();
-    panel.type(QStringLiteral("alto"));
-    SearchedPanel::key(Qt::Key_Return);
+    panel.search(QStringLiteral("alto"));
+    panel.key(Qt::Key_Return);
     QCOMPARE(SearchedPanel::found(), QStringLiteral("closed"));
     QCOMPARE(panel.selected(), QStringLiteral("Alpha"));
     QCOMPARE(panel.field().text(), QStringLiteral("alto"));
     // A row that is current is chosen.
     panel.field().setFocus();
-    QTest::keyClick(&panel.field(), Qt::Key_Backspace);
+    panel.key(Qt::Key_Backspace);
     QAbstractItemView* list = SearchedPanel::results();
     QVERIFY(list);
     list->selectionModel()->setCurrentIndex(list->model()->index(0, 0),
                                             QItemSelectionModel::NoUpdate);
-    SearchedPanel::key(Qt::Key_Return);
+    panel.key(Qt::Key_Return);
     QCOMPARE(panel.selected(), QStringLiteral("Alto"));
     QCOMPARE(panel.host().selections.size(), 1);
     QCOMPARE(panel.field().text(), QString());
@@ -191,17 +202,17 @@ void TreeSearchTest::shouldChooseNothingByReturnAlone()
 void TreeSearchTest::shouldCloseTheListBeforeItLeaves()
 {
     SearchedPanel panel;
-    panel.type(QStringLiteral("al"));
-    SearchedPanel::key(Qt::Key_Escape);
+    panel.search(QStringLiteral("al"));
+    panel.key(Qt::Key_Escape);
     QCOMPARE(SearchedPanel::found(), QStringLiteral("closed"));
     QCOMPARE(panel.field().text(), QStringLiteral("al"));
     panel.field().setFocus();
-    SearchedPanel::key(Qt::Key_Escape);
+    panel.key(Qt::Key_Escape);
     QCOMPARE(panel.field().text(), QString());
     QVERIFY(panel.view().hasFocus());
     // With nothing to clear it leaves all the same.
     panel.field().setFocus();
-    SearchedPanel::key(Qt::Key_Escape);
+    panel.key(Qt::Key_Escape);
     QVERIFY(panel.view().hasFocus());
     QVERIFY(panel.host().selections.isEmpty());
 }
@@ -215,7 +226,7 @@ void TreeSearchTest::shouldGoToTheFieldByCtrlF()
           static_cast<QWidget*>(&panel.field())}) {
         panel.field().deselect();
         from->setFocus();
-        QTest::keyClick(from, Qt::Key_F, Qt::ControlModifier);
+        panel.key(Qt::Key_F, Qt::ControlModifier);
         QVERIFY(panel.field().hasFocus());
         QCOMPARE(panel.field().selectedText(), QStringLiteral("before"));
     }
@@ -224,12 +235,12 @@ void TreeSearchTest::shouldGoToTheFieldByCtrlF()
 void TreeSearchTest::shouldCloseTheListWithTheText()
 {
     SearchedPanel panel;
-    panel.type(QStringLiteral("al"));
-    SearchedPanel::key(Qt::Key_Backspace);
-    SearchedPanel::key(Qt::Key_Backspace);
+    panel.search(QStringLiteral("al"));
+    panel.key(Qt::Key_Backspace);
+    panel.key(Qt::Key_Backspace);
     QCOMPARE(SearchedPanel::found(), QStringLiteral("closed"));
-    panel.type(QStringLiteral("b"));
-    SearchedPanel::key(Qt::Key_Escape);
+    panel.search(QStringLiteral("b"));
+    panel.key(Qt::Key_Escape);
     QTest::mouseClick(panel.field().childAt(162, 12), Qt::LeftButton);
     QCOMPARE(panel.field().text(), QString());
     QCOMPARE(SearchedPanel::found(), QStringLiteral("closed"));
@@ -238,21 +249,21 @@ void TreeSearchTest::shouldCloseTheListWithTheText()
 void TreeSearchTest::shouldSearchAgainByItsIcon()
 {
     SearchedPanel panel;
-    panel.type(QStringLiteral("al"));
-    SearchedPanel::key(Qt::Key_Escape);
+    panel.search(QStringLiteral("al"));
+    panel.key(Qt::Key_Escape);
     auto* icon = qobject_cast<QToolButton*>(panel.field().childAt(14, 12));
     QVERIFY(icon);
     QCOMPARE(icon->toolTip(), QStringLiteral("Search"));
     panel.fill({}, {named(7, QStringLiteral("Altar"))});
     QTest::mouseClick(icon, Qt::LeftButton);
     QCOMPARE(SearchedPanel::found(), QStringLiteral("Altar"));
-    SearchedPanel::key(Qt::Key_Escape);
+    panel.key(Qt::Key_Escape);
 }
 
 void TreeSearchTest::shouldSearchWhenLocked()
 {
     SearchedPanel panel;
-    panel.type(QStringLiteral("al"));
+    panel.search(QStringLiteral("al"));
     panel.tree->SetOperationLock(1, true);
     QCOMPARE(SearchedPanel::found(), QStringLiteral("Alpha,Alto"));
     panel.clickRow(1);
@@ -267,10 +278,10 @@ void TreeSearchTest::shouldKeepTheDialogsEscape()
     outer.setShortcut(QKeySequence(Qt::Key_Escape));
     panel.window.addAction(&outer);
     QSignalSpy closed(&outer, &QAction::triggered);
-    panel.type(QStringLiteral("al"));
-    SearchedPanel::key(Qt::Key_Escape);
+    panel.search(QStringLiteral("al"));
+    panel.key(Qt::Key_Escape);
     panel.field().setFocus();
-    SearchedPanel::key(Qt::Key_Escape);
+    panel.key(Qt::Key_Escape);
     QCOMPARE(panel.field().text(), QString());
     QCOMPARE(closed.count(), 0);
 }
@@ -278,7 +289,7 @@ void TreeSearchTest::shouldKeepTheDialogsEscape()
 void TreeSearchTest::shouldStandAModelThatChangesUnderTheList()
 {
     SearchedPanel panel;
-    panel.type(QStringLiteral("al"));
+    panel.search(QStringLiteral("al"));
     panel.panel.model().removeNode(testId(1));
     QCOMPARE(SearchedPanel::found(), QStringLiteral("Alto"));
     panel.inside(QStringLiteral("ReportSelection"),
@@ -291,17 +302,17 @@ void TreeSearchTest::shouldStandAModelThatChangesUnderTheList()
     panel.tree->SelectProcessor(testId(9), false);
     panel.fill({}, {named(1, QStringLiteral("Alpha")), named(2, QStringLiteral("Alto"))});
     panel.tree->SelectProcessor(testId(1), false);
-    panel.type(QStringLiteral("alto"));
+    panel.search(QStringLiteral("alto"));
     panel.inside(QStringLiteral("GetProcessorNode"),
                  [&] { panel.panel.model().removeNode(testId(2)); });
-    SearchedPanel::key(Qt::Key_Down);
+    panel.key(Qt::Key_Down);
     QCOMPARE(panel.selected(), QStringLiteral("Alpha"));
 }
 
 void TreeSearchTest::shouldOutliveAPanelDestroyedUnderTheList()
 {
     SearchedPanel panel;
-    panel.type(QStringLiteral("al"));
+    panel.search(QStringLiteral("al"));
     QVERIFY(SearchedPanel::results());
     delete panel.tree;
     QCOMPARE(SearchedPanel::found(), QStringLiteral("closed"));
@@ -323,10 +334,10 @@ void TreeSearchTest::shouldOutliveAPanelDestroyedByAChoice()
     QFETCH(bool, byKey);
     SearchedPanel panel;
     panel.tree->SelectProcessor(testId(3), false);
-    panel.type(QStringLiteral("alto"));
+    panel.search(QStringLiteral("alto"));
     panel.inside(question, [&] { delete panel.tree; });
     if (byKey)
-        QTest::keyPress(SearchedPanel::results(), Qt::Key_Down);
+        panel.key(Qt::Key_Down);
     else
         QTest::mousePress(SearchedPanel::results()->viewport(), Qt::LeftButton, {}, QPoint(60, 20));
     QVERIFY(!panel.tree);

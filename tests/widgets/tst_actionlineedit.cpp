@@ -1,5 +1,6 @@
 #include "host/widgets/ActionLineEdit.h"
 #include "host/widgets/HostTheme.h"
+#include "tests/support/AnimationFrame.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QAction>
@@ -41,6 +42,7 @@ class TestActionLineEdit final : public QObject
 
 private slots:
     void initTestCase();
+    void cleanupTestCase();
     void shouldShowAnActionInFrontOfTheText();
     void shouldClearByItsButton();
     void shouldHaveNoClearButtonUnlessAsked();
@@ -51,6 +53,12 @@ private slots:
 void TestActionLineEdit::initTestCase()
 {
     ApplyHostTheme(*qApp);
+}
+
+void TestActionLineEdit::cleanupTestCase()
+{
+    // The fields' clear buttons were fading.
+    QVERIFY(awaitAnimationFrame());
 }
 
 void TestActionLineEdit::shouldShowAnActionInFrontOfTheText()

@@ -30,7 +30,7 @@ struct Form
     {
         QPixmap pixmap(16, 16);
         pixmap.fill(color);
-        const QString file = folder.filePath(QLatin1String(name) + QStringLiteral(".png"));
+        QString file = folder.filePath(QLatin1String(name) + QStringLiteral(".png"));
         pixmap.save(file);
         return file;
     }

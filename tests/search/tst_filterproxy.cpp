@@ -1,0 +1,277 @@
+// What the filter lets through: the rules of a search, and the rows above what it finds.
+
+#include "processortree/RecordCell.h"
+#include "tests/search/SearchTree.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QAbstractItemModelTester>
+#include <QTest>
+
+namespace {
+
+constexpr quint32 kAddress = 0xC0A80114; // 192.168.1.20
+
+} // namespace
+
+class FilterProxyTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldBeSetUpForASearch();
+    void shouldFindNothingWithoutAText();
+    void shouldFindAnAddressWhateverTheName();
+    void shouldFindANumberAsItIsShown();
+    void shouldNotFindAnAddressedProcessorByItsNumber();
+    void shouldFindAShownNumberBelowOne();
+    void shouldCountBeyondTheLargestNumber();
+    void shouldFindNamesInAnyCase_data();
+    void shouldFindNamesInAnyCase();
+    void shouldTakeATextLiterally();
+    void shouldKeepTheRowsAboveWhatItFinds();
+    void shouldFindGroupsAndTheRootByTheirTexts();
+    void shouldFollowARecordThatStopsToMatch();
+    void shouldFollowARecordThatBeginsToMatch();
+    void shouldFollowANameThatOnlyTheRowHas();
+    void shouldFollowARecordWrittenElsewhere();
+    void shouldFollowAnotherSource();
+    void shouldHaveNothingWithoutASource();
+};
+
+void FilterProxyTest::shouldBeSetUpForASearch()
+{
+    const WarningTrap warnings;
+    const CProcessorFilterProxyModel filter;
+    QVERIFY(filter.isRecursiveFilteringEnabled());
+    QCOMPARE(filter.filterCaseSensitivity(), Qt::CaseInsensitive);
+    QVERIFY(filter.dynamicSortFilter());
+    QCOMPARE(filter.rowCount(), 0);
+}
+
+void FilterProxyTest::shouldFindNothingWithoutAText()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addByNumber(1, QStringLiteral("one"), 0);
+    QCOMPARE(search.filter().rowCount(), 0);
+    QCOMPARE(search.found(QStringLiteral("o")), QStringLiteral("one"));
+    QCOMPARE(search.found(QString()), QString());
+    QCOMPARE(search.filter().rowCount(), 0);
+}
+
+void FilterProxyTest::shouldFindAnAddressWhateverTheName()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addByAddress(1, QStringLiteral("by address"), kAddress, 0);
+    ProcessorNode byNumber = testProcessor(2);
+    byNumber.name = QStringLiteral("by number");
+    byNumber.ipAddress = kAddress;
+    search.tree().AppendProcessor(byNumber);
+    for (const char* text : {"192.168", "192.168.1.20", "8.1.2", "."})
+        QCOMPARE(search.found(QLatin1String(text)), QStringLiteral("by address"));
+    QCOMPARE(search.found(QStringLiteral("192.168.1.21")), QString());
+}
+
+void FilterProxyTest::shouldFindANumberAsItIsShown()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    for (const int number : {0, 1, 8, 9, 10, 19, 20})
+        search.addByNumber(static_cast<quint32>(number) + 1, QString(QChar('a' + number)), number);
+    QCOMPARE(search.found(QStringLiteral("1")), QStringLiteral("a,j,k,u"));
+    QCOMPARE(search.found(QStringLiteral("2")), QStringLiteral("b,t,u"));
+    QCOMPARE(search.found(QStringLiteral("10")), QStringLiteral("j"));
+    QCOMPARE(search.found(QStringLiteral("0")), QStringLiteral("j,t"));
+}
+
+void FilterProxyTest::shouldNotFindAnAddressedProcessorByItsNumber()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addByAddress(1, QStringLiteral("by address"), 0x0A000002, 76);
+    QCOMPARE(search.found(QStringLiteral("77")), QString());
+    QCOMPARE(search.found(QStringLiteral("10.0.0.2")), QStringLiteral("by address"));
+}
+
+void FilterProxyTest::shouldFindAShownNumberBelowOne()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addByNumber(1, QStringLiteral("below"), -5);
+    QCOMPARE(search.found(QStringLiteral("-4")), QStringLiteral("below"));
+    QCOMPARE(search.found(QStringLiteral("-")), QStringLiteral("below"));
+}
+
+void FilterProxyTest::shouldCountBeyondTheLargestNumber()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addByNumber(1, QStringLiteral("last"), 2147483647);
+    QCOMPARE(search.found(QStringLiteral("2147483648")), QStringLiteral("last"));
+}
+
+void FilterProxyTest::shouldFindNamesInAnyCase_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("lower in upper") << QStringLiteral("LAB-3") << QStringLiteral("ab");
+    QTest::newRow("upper in lower") << QStringLiteral("lab-3") << QStringLiteral("AB-");
+    QTest::newRow("umlauts") << QStringLiteral("KÜCHE") << QStringLiteral("küch");
+    QTest::newRow("Chinese") << QStringLiteral("主控制器A") << QStringLiteral("控制器a");
+    QTest::newRow("beyond the basic plane")
+        << QStringLiteral("x\U0001F600y") << QStringLiteral("\U0001F600Y");
+    QTest::newRow("digits of a name") << QStringLiteral("hall 512") << QStringLiteral("51");
+    QTest::newRow("a dot") << QStringLiteral("v2.b") << QStringLiteral("2.B");
+}
+
+void FilterProxyTest::shouldFindNamesInAnyCase()
+{
+    const WarningTrap warnings;
+    QFETCH(QString, name);
+    QFETCH(QString, text);
+    SearchTree search;
+    search.addByNumber(1, QStringLiteral("other"), 6);
+    search.addByNumber(2, name, 6);
+    search.addByAddress(3, name, 0xDE000000, 7);
+    QCOMPARE(search.found(text), name + QLatin1Char(',') + name);
+}
+
+void FilterProxyTest::shouldTakeATextLiterally()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addByNumber(1, QStringLiteral("a*b"), 0);
+    search.addByNumber(2, QStringLiteral("axb"), 1);
+    QCOMPARE(search.found(QStringLiteral("A*")), QStringLiteral("a*b"));
+    QCOMPARE(search.found(QStringLiteral("[ax]")), QString());
+    QCOMPARE(search.found(QStringLiteral("a.b")), QString());
+}
+
+void FilterProxyTest::shouldKeepTheRowsAboveWhatItFinds()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    const QAbstractItemModelTester tester(&search.filter());
+    search.addGroup(kGroup, QStringLiteral("Left"));
+    search.addGroup(kOtherGroup, QStringLiteral("Right"));
+    search.addByNumber(1, QStringLiteral("mixer"), 0, kGroup);
+    search.addByNumber(2, QStringLiteral("stage"), 1, kGroup);
+    search.addByNumber(3, QStringLiteral("stand"), 2, kOtherGroup);
+    search.addByNumber(4, QStringLiteral("mast"), 3);
+    search.found(QStringLiteral("mi"));
+    QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(4)[Left[mixer]]"));
+    search.found(QStringLiteral("m"));
+    QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(4)[Left[mixer],mast]"));
+    search.found(QStringLiteral("sta"));
+    QCOMPARE(dumpTree(search.filter()),
+             QStringLiteral("All processors(4)[Left[stage],Right[stand]]"));
+    search.found(QStringLiteral("nowhere"));
+    QCOMPARE(dumpTree(search.filter()), QString());
+}
+
+void FilterProxyTest::shouldFindGroupsAndTheRootByTheirTexts()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addGroup(kGroup, QStringLiteral("Left"));
+    search.addByNumber(1, QStringLiteral("mixer"), 6, kGroup);
+    QCOMPARE(search.found(QStringLiteral("LEF")), QString());
+    QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(1)[Left[]]"));
+    QCOMPARE(search.found(QStringLiteral("all p")), QString());
+    QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(1)[]"));
+    // They show the number of a default record.
+    QCOMPARE(search.found(QStringLiteral("1")), QString());
+    QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(1)[Left[]]"));
+}
+
+void FilterProxyTest::shouldFollowARecordThatStopsToMatch()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addGroup(kGroup, QStringLiteral("Left"));
+    search.addByNumber(1, QStringLiteral("mixer"), 6, kGroup);
+    QCOMPARE(search.found(QStringLiteral("7")), QStringLiteral("mixer"));
+    ProcessorNode changed = processorRecord(search.item(1)->data(NodeDataRole));
+    changed.number = 7;
+    search.tree().updateProcessor(search.item(1), changed);
+    QCOMPARE(search.listed(), QString());
+    QCOMPARE(dumpTree(search.filter()), QString());
+}
+
+void FilterProxyTest::shouldFollowARecordThatBeginsToMatch()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addGroup(kGroup, QStringLiteral("Left"));
+    search.addByNumber(1, QStringLiteral("mixer"), 6, kGroup);
+    QCOMPARE(search.found(QStringLiteral("8")), QString());
+    ProcessorNode changed = processorRecord(search.item(1)->data(NodeDataRole));
+    changed.number = 7;
+    search.tree().updateProcessor(search.item(1), changed);
+    QCOMPARE(search.listed(), QStringLiteral("mixer"));
+    QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(1)[Left[mixer]]"));
+}
+
+void FilterProxyTest::shouldFollowANameThatOnlyTheRowHas()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addGroup(kGroup, QStringLiteral("Left"));
+    search.addByNumber(1, QStringLiteral("mixer"), 6, kGroup);
+    QCOMPARE(search.found(QStringLiteral("stage")), QString());
+    search.item(1)->setText(QStringLiteral("stage"));
+    QCOMPARE(search.listed(), QStringLiteral("stage"));
+    search.item(1)->setText(QStringLiteral("mixer"));
+    QCOMPARE(search.listed(), QString());
+    QCOMPARE(dumpTree(search.filter()), QString());
+}
+
+void FilterProxyTest::shouldFollowARecordWrittenElsewhere()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addGroup(kGroup, QStringLiteral("Left"));
+    search.addByNumber(1, QStringLiteral("mixer"), 6, kGroup);
+    QCOMPARE(search.found(QStringLiteral("8")), QString());
+    ProcessorNode changed = processorRecord(search.item(1)->data(NodeDataRole));
+    changed.number = 7;
+    recordHandle(search.item(1)->data(NodeDataRole)).cell()->store(changed);
+    search.tree().announceRecords({testId(1)});
+    QCOMPARE(search.listed(), QStringLiteral("mixer"));
+}
+
+void FilterProxyTest::shouldFollowAnotherSource()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addByNumber(1, QStringLiteral("mixer"), 0);
+    QCOMPARE(search.found(QStringLiteral("m")), QStringLiteral("mixer"));
+    SearchTree other;
+    other.addByNumber(2, QStringLiteral("mast"), 0);
+    search.filter().setSourceModel(&other.tree());
+    QCOMPARE(search.listed(), QStringLiteral("mast"));
+    search.item(1)->setText(QStringLiteral("master"));
+    QCOMPARE(search.listed(), QStringLiteral("mast"));
+    other.item(2)->setText(QStringLiteral("masthead"));
+    QCOMPARE(search.listed(), QStringLiteral("masthead"));
+}
+
+void FilterProxyTest::shouldHaveNothingWithoutASource()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    {
+        SearchTree other;
+        other.addByNumber(2, QStringLiteral("mast"), 0);
+        search.filter().setSourceModel(&other.tree());
+        QCOMPARE(search.found(QStringLiteral("m")), QStringLiteral("mast"));
+    }
+    QCOMPARE(search.listed(), QString());
+    QCOMPARE(search.filter().rowCount(), 0);
+    search.filter().setSourceModel(nullptr);
+    QCOMPARE(search.found(QStringLiteral("m")), QString());
+}
+
+QTEST_GUILESS_MAIN(FilterProxyTest)
+#include "tst_filterproxy.moc"
