@@ -1,20 +1,23 @@
 #include "plugin/TargetSelectArea.h"
 
-#include "ipmanage/HostIPList.h"
-#include "ipmanage/IPManageDialog.h"
+#include "host/widgets/MenuToolButton.h"
+#include "host/widgets/Separator.h"
+#include "plugin/DeviceDetection.h"
+#include "plugin/DeviceSetSelector.h"
+#include "plugin/IPManagement.h"
+#include "plugin/LanUsbWarnings.h"
 #include "plugin/MetaTypes.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
-#include "processortree/ExpandBranches.h"
-#include "processortree/NodeType.h"
+#include "processortree/ProcessorTree.h"
 #include "processortree/ProcessorTreeModel.h"
-#include "processortree/ProcessorTreeView.h"
 
-#include <QComboBox>
+#include <QAction>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QHostAddress>
 #include <QLabel>
+#include <QMenu>
 #include <QPointer>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -23,7 +26,6 @@
 #include <QThread>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <mutex>
 
 namespace {
@@ -54,20 +56,6 @@ bool onGuiThread()
 {
     const auto* application = QCoreApplication::instance();
     return application && application->thread() == QThread::currentThread();
-}
-
-/// The host may destroy `panel` whenever it is asked, and while the dialog is open.
-void manageIPAddresses(QWidget* panel)
-{
-    const QPointer<QWidget> alive(panel);
-    const QStringList before = HostIPList::entries();
-    if (!alive)
-        return;
-    CIPManageDialog(panel).exec();
-    const QStringList after = HostIPList::entries();
-    const auto handler = GetTargetSelectHandler();
-    if (handler && handler->IpListChanged(before, after))
-        handler->DetectProcessorsOnly();
 }
 
 } // namespace
@@ -103,44 +91,54 @@ std::shared_ptr<IAbstractControlInterface> CTargetSelectArea::ControlHandler()
 
 CTargetSelectArea::CTargetSelectArea(QWidget* parent)
     : QWidget(parent)
+    , m_detection(new CMenuToolButton(this))
     , m_ipManagement(new QPushButton(this))
     , m_processorIpLabel(new QLabel(this))
-    , m_deviceSetSelector(new QComboBox(this))
-    , m_treeView(new CProcessorTreeView(this))
+    , m_deviceSetSelector(new CDeviceSetSelector(this))
+    , m_tree(new CProcessorTree(this))
+    , m_warnings(new CLanUsbWarnings(this))
 {
     RegisterMetaTypes();
     setObjectName(QStringLiteral("TargetSelectArea"));
     setFixedWidth(kPanelWidth);
     setFocusPolicy(Qt::ClickFocus);
 
+    m_detection->setObjectName(QString());
+    m_detection->setFixedWidth(kControlWidth);
+    const auto detect = [this](DetectionScope scope) { detectDevices(m_detection, scope); };
+    connect(m_detection, &QAbstractButton::clicked, this,
+            [detect] { detect(DetectionScope::AllDevices); });
+    for (const auto scope : {DetectionScope::AllDevices, DetectionScope::ProcessorsOnly}) {
+        connect(m_detection->AddAction(QString()), &QAction::triggered, this,
+                [detect, scope] { detect(scope); });
+    }
     m_ipManagement->setFixedWidth(kControlWidth);
     connect(m_ipManagement, &QPushButton::clicked, this, [this] { manageIPAddresses(this); });
     m_deviceSetSelector->setFixedWidth(kControlWidth);
-    m_deviceSetSelector->hide();
     m_processorIpLabel->setFixedWidth(kControlWidth);
     m_processorIpLabel->setAlignment(Qt::AlignCenter);
     m_processorIpLabel->hide();
 
-    CProcessorTreeModel* model = CTargetSelectData::Instance()->GetModel();
-    m_treeView->setModel(model);
-    expandBranches(*m_treeView);
-    connect(model, &QAbstractItemModel::modelReset, m_treeView,
-            [this] { expandBranches(*m_treeView); });
-    connect(model, &QAbstractItemModel::rowsInserted, m_treeView,
-            [this](const QModelIndex& parentIndex) { m_treeView->expand(parentIndex); });
-
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 11, 0, 0);
     layout->setSpacing(8);
+    layout->addWidget(m_detection, 0, Qt::AlignCenter);
     layout->addWidget(m_ipManagement, 0, Qt::AlignCenter);
     layout->addWidget(m_deviceSetSelector, 0, Qt::AlignCenter);
     layout->addWidget(m_processorIpLabel, 0, Qt::AlignCenter);
-    layout->addWidget(m_treeView, 1);
+    layout->addWidget(new CSeparator(this, 0, 4));
+    layout->addWidget(m_tree, 1);
     retranslate();
 }
 
 CTargetSelectArea::~CTargetSelectArea()
 {
+    m_deviceSetSelector->leaveDyingPanel();
+    if (!m_detection->isEnabledTo(this)) {
+        // The host destroys the panel during a detection: Qt is not done with the click yet.
+        m_detection->setParent(nullptr);
+        m_detection->deleteLater();
+    }
     const std::lock_guard guard(existingPanel().mutex);
     if (existingPanel().panel == this) {
         existingPanel().panel = nullptr;
@@ -160,8 +158,9 @@ bool CTargetSelectArea::Initialize()
     if (!alive)
         return true;
     CTargetSelectData::Instance()->ResetModel();
-    m_treeView->reset();
-    expandBranches(*m_treeView);
+    if (!alive)
+        return true;
+    m_tree->ResetView();
     updateIpManagement();
     return true;
 }
@@ -186,16 +185,34 @@ void CTargetSelectArea::GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAc
 void CTargetSelectArea::SetReadOnly(bool readOnly)
 {
     CTargetSelectData::Instance()->SetReadOnly(readOnly);
+    m_tree->UpdateAddButton();
 }
 
 void CTargetSelectArea::SetCurrentProcessor(const QUuid& id)
 {
-    selectProcessor(id, false);
+    m_tree->SelectProcessor(id, true);
+}
+
+void CTargetSelectArea::SetOperationLock(int key, bool locked)
+{
+    m_ipManagement->setEnabled(!locked);
+    m_deviceSetSelector->setEnabled(!locked);
+    m_tree->SetOperationLock(key, locked);
 }
 
 void CTargetSelectArea::RemoveAllGroups()
 {
     CTargetSelectData::Instance()->RemoveAllGroups();
+}
+
+void CTargetSelectArea::ApplyOperationLock(int key)
+{
+    m_tree->ApplyOperationLock(key);
+}
+
+void CTargetSelectArea::ShowLanUsbWarning(const std::vector<LanUsbProcessorInfo>& processors)
+{
+    m_warnings->show(processors);
 }
 
 QList<ProcessorNode> CTargetSelectArea::GetAllProcessorNodes()
@@ -212,38 +229,15 @@ void CTargetSelectArea::onDetectStrategyChanged(int strategy)
 
 void CTargetSelectArea::onCurrentDeviceSetChanged(GUID current, const QList<SDeviceSetInfo>& sets)
 {
-    ++m_deviceSetsGeneration;
-    m_deviceSetSelector->disconnect();
-    m_deviceSetSelector->clear();
-    m_acceptedDeviceSet = -1;
-    m_deviceSetSelector->hide();
-
-    const auto isCurrent = [&](const SDeviceSetInfo& set) { return set.id == current; };
-    const auto found = std::find_if(sets.begin(), sets.end(), isCurrent);
-    const auto handler = GetTargetSelectHandler();
-    if (sets.size() < 2 || IsNullGuid(current) || found == sets.end() || !handler)
-        return;
-
-    // The host may destroy the panel while it is asked, or announce other sets.
-    const QPointer<CTargetSelectArea> alive(this);
-    const int generation = m_deviceSetsGeneration;
-    QStringList texts;
-    for (const SDeviceSetInfo& set : sets)
-        texts.append(handler->GetDeviceSetText(set));
-    if (!alive || generation != m_deviceSetsGeneration)
-        return;
-    m_deviceSetSelector->addItems(texts);
-    m_acceptedDeviceSet = static_cast<int>(std::distance(sets.begin(), found));
-    m_deviceSetSelector->setCurrentIndex(m_acceptedDeviceSet);
-    m_deviceSetSelector->show();
-    connect(m_deviceSetSelector, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            [this, sets](int index) { confirmDeviceSet(sets, index); });
+    m_deviceSetSelector->setDeviceSets(current, sets);
 }
 
 void CTargetSelectArea::onCurrentProcessorChanged(const QUuid& current)
 {
-    selectProcessor(current, true);
-    updateIpManagement();
+    const QPointer<CTargetSelectArea> alive(this);
+    m_tree->SelectProcessor(current, false);
+    if (alive)
+        updateIpManagement();
 }
 
 void CTargetSelectArea::onLANUSBGetProcessorIP()
@@ -264,16 +258,20 @@ void CTargetSelectArea::onLANUSBGetProcessorIP()
 
 void CTargetSelectArea::UpdateMonitorWarningState()
 {
-    m_treeView->viewport()->update();
+    m_tree->UpdateMonitorWarnings();
 }
 
-void CTargetSelectArea::changeEvent(QEvent* event)
+bool CTargetSelectArea::event(QEvent* event)
 {
+    // Not in changeEvent(), behind which Qt goes on with a panel that the host may have destroyed.
     if (event->type() == QEvent::LanguageChange) {
+        const QPointer<CTargetSelectArea> alive(this);
         retranslate();
-        retranslateDeviceSets();
+        m_deviceSetSelector->updateTexts();
+        if (!alive)
+            return true;
     }
-    QWidget::changeEvent(event);
+    return QWidget::event(event);
 }
 
 void CTargetSelectArea::paintEvent(QPaintEvent* event)
@@ -287,58 +285,13 @@ void CTargetSelectArea::paintEvent(QPaintEvent* event)
 
 void CTargetSelectArea::retranslate()
 {
+    m_detection->setText(tr("Detect devices"));
     m_ipManagement->setText(tr("IP address management..."));
-    m_treeView->setAccessibleName(tr("Processors"));
+    const QList<QAction*> entries = m_detection->menu()->actions();
+    entries.at(0)->setText(tr("All devices"));
+    entries.at(1)->setText(tr("Processors only"));
     m_deviceSetSelector->setAccessibleName(tr("Device set"));
     CTargetSelectData::Instance()->GetModel()->updateRootText();
-}
-
-void CTargetSelectArea::retranslateDeviceSets()
-{
-    const auto handler = GetTargetSelectHandler();
-    if (!handler)
-        return;
-    QStringList texts;
-    const int count = handler->GetDeviceSetTexts(texts);
-    const int known = std::min({count, texts.size(), m_deviceSetSelector->count()});
-    for (int index = 0; count > 1 && index < known; ++index)
-        m_deviceSetSelector->setItemText(index, texts.at(index));
-}
-
-/// Makes the row of `id` the one selected row, if there is one and it is not selected yet.
-void CTargetSelectArea::selectProcessor(const QUuid& id, bool silently)
-{
-    const QStandardItem* item = CTargetSelectData::Instance()->GetModel()->getItem(id);
-    QItemSelectionModel* selection = m_treeView->selectionModel();
-    // A host without a current processor names none; that is no reason to pick the root.
-    if (!item || nodeType(*item) != NodeProcessor || selection->isSelected(item->index()))
-        return;
-    {
-        const QSignalBlocker blocker(silently ? selection : nullptr);
-        selection->setCurrentIndex(item->index(), QItemSelectionModel::ClearAndSelect);
-    }
-    expandBranches(*m_treeView);
-    m_treeView->viewport()->update();
-}
-
-/// The user picked entry `index`; a host that refuses gets the last accepted one back.
-void CTargetSelectArea::confirmDeviceSet(const QList<SDeviceSetInfo>& sets, int index)
-{
-    const auto handler = GetTargetSelectHandler();
-    if (index < 0 || index >= sets.size() || !handler)
-        return;
-    // The host may ask the user, and meanwhile change the device sets or destroy the panel.
-    const QPointer<CTargetSelectArea> alive(this);
-    const int generation = m_deviceSetsGeneration;
-    const bool accepted = handler->ConfirmDeviceSetChange(sets.at(index), index);
-    if (!alive || generation != m_deviceSetsGeneration)
-        return;
-    if (accepted) {
-        m_acceptedDeviceSet = index;
-        return;
-    }
-    const QSignalBlocker blocker(m_deviceSetSelector);
-    m_deviceSetSelector->setCurrentIndex(m_acceptedDeviceSet);
 }
 
 void CTargetSelectArea::registerObserver()

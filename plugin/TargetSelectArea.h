@@ -10,13 +10,15 @@
 
 #include <memory>
 
-class CProcessorTreeView;
-class QComboBox;
+class CDeviceSetSelector;
+class CLanUsbWarnings;
+class CMenuToolButton;
+class CProcessorTree;
 class QLabel;
 class QPushButton;
 
-/// The panel that the host docks: the button of the IP address management, the device set selector,
-/// the line with a LAN-USB processor's address, and the processor tree.
+/// The panel that the host docks: the device detection, the button of the IP address management,
+/// the device set selector, the line with a LAN-USB processor's address, and the processor tree.
 ///
 /// GUI thread, but for ControlHandler(). Lives until its Qt parent, or the host through the layer
 /// interface, destroys it; Instance() then builds a new one.
@@ -49,7 +51,10 @@ public:
     void GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAccepted) override;
     void SetReadOnly(bool readOnly) override;
     void SetCurrentProcessor(const QUuid& id) override;
+    void SetOperationLock(int key, bool locked) override;
     void RemoveAllGroups() override;
+    void ApplyOperationLock(int key) override;
+    void ShowLanUsbWarning(const std::vector<LanUsbProcessorInfo>& processors) override;
     QList<ProcessorNode> GetAllProcessorNodes() override;
 
     /// The detection strategy that the host announced last; 0 before it did.
@@ -73,22 +78,19 @@ public slots:
     void UpdateMonitorWarningState() override;
 
 protected:
-    void changeEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
     void retranslate();
-    void retranslateDeviceSets();
-    void selectProcessor(const QUuid& id, bool silently);
-    void confirmDeviceSet(const QList<SDeviceSetInfo>& sets, int index);
     void registerObserver();
     void updateIpManagement();
 
-    QPushButton* m_ipManagement;    // Qt child
-    QLabel* m_processorIpLabel;     // Qt child
-    QComboBox* m_deviceSetSelector; // Qt child
-    CProcessorTreeView* m_treeView; // Qt child
-    int m_acceptedDeviceSet = -1;
-    int m_deviceSetsGeneration = 0; // which list of device sets the selector shows
+    CMenuToolButton* m_detection;            // Qt child
+    QPushButton* m_ipManagement;             // Qt child
+    QLabel* m_processorIpLabel;              // Qt child
+    CDeviceSetSelector* m_deviceSetSelector; // Qt child
+    CProcessorTree* m_tree;                  // Qt child
+    CLanUsbWarnings* m_warnings;             // Qt child
     int m_detectStrategy = 0;
 };

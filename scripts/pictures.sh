@@ -1,15 +1,16 @@
 #!/usr/bin/env bash
 # scripts/pictures.sh
 #
-# Takes the pictures for the documentation, in both languages: of the panel's dialogs at 100 and 200
-# per cent in docs/images/dialogs, of its tree panel in docs/images/tree-panel and its search in
-# docs/images/search likewise, of its tree at 100, 150 and 200 per cent in docs/images/tree.
+# Takes the pictures for the documentation, in both languages: of the whole panel at 100 and 200 per
+# cent in docs/images/area, of its dialogs in docs/images/dialogs, of its tree panel in
+# docs/images/tree-panel and its search in docs/images/search likewise, of its tree at 100, 150 and
+# 200 per cent in docs/images/tree.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 source "$(dirname "$0")/common.sh"
 
 set_up build run
-build dev dialog_pictures panel_pictures search_pictures tree_pictures
+build dev area_pictures dialog_pictures panel_pictures search_pictures tree_pictures
 
 # take PROGRAM FOLDER SCALE...
 take() {
@@ -28,6 +29,7 @@ take() {
     done
 }
 
+take area_pictures area 1 2
 take dialog_pictures dialogs 1 2
 take panel_pictures tree-panel 1 2
 take search_pictures search 1 2

@@ -93,6 +93,8 @@ QComboBox::drop-down, QAbstractSpinBox::up-button, QAbstractSpinBox::down-button
     border: none; width: 20px; }
 QComboBox::down-arrow, QAbstractSpinBox::down-arrow {
     image: url(:/HostWidgets/icons/chevron-down.svg); width: 12px; height: 12px; }
+QComboBox::down-arrow:disabled, QAbstractSpinBox::down-arrow:disabled {
+    image: url(:/HostWidgets/icons/chevron-down-disabled.svg); }
 QAbstractSpinBox::up-arrow {
     image: url(:/HostWidgets/icons/chevron-up.svg); width: 12px; height: 12px; }
 QComboBox QAbstractItemView { background: @POPUP@; border: 1px solid @LINE@; padding: 4px;
@@ -139,6 +141,10 @@ QTableView::item { border: none; padding: 0 4px; }
 QTableView::item:hover { background: @POPUP@; }
 QTableView::item:selected:hover { background: @ROW@; }
 QTableView QHeaderView::section:horizontal { padding: 0 7px; }
+
+QProgressBar { background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px;
+    min-height: 14px; max-height: 14px; text-align: center; }
+QProgressBar::chunk { background: @ACCENTDEEP@; border-radius: 3px; }
 
 QScrollBar { background: transparent; border: none; margin: 0; }
 QScrollBar:vertical { width: 10px; }

@@ -95,6 +95,7 @@ const QVector<MenuEntries>& menus()
           {Do::LockOperations, QT_TRANSLATE_NOOP("Actions", "&Lock operations"), "Ctrl+Alt+L",
            kCheckable},
           {Do::ApplyLock, QT_TRANSLATE_NOOP("Actions", "Appl&y the lock"), "Ctrl+Alt+Y", 0},
+          {Do::LockByKey, QT_TRANSLATE_NOOP("Actions", "Lock by &key..."), "Ctrl+Alt+K", 0},
           {Do::LanUsbWarning, QT_TRANSLATE_NOOP("Actions", "Show the LAN-&USB warning"),
            "Ctrl+Alt+U", 0},
           {Do::Reconnect, QT_TRANSLATE_NOOP("Actions", "Re&connect"), "Ctrl+Alt+C", kNewSection},

@@ -45,6 +45,7 @@ enum class Do {
     DetectDevices,
     LockOperations,
     ApplyLock,
+    LockByKey,
     LanUsbWarning,
     Reconnect,
     ClosePanel,

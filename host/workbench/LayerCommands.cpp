@@ -1,6 +1,7 @@
 #include "host/workbench/LayerCommands.h"
 
 #include "host/workbench/Actions.h"
+#include "host/workbench/LockDialog.h"
 #include "host/workbench/RecordsPanel.h"
 #include "host/workbench/Session.h"
 
@@ -16,6 +17,7 @@ namespace {
 /// The key under which the workbench locks operations; the panel takes it as it is.
 constexpr int kLockKey = 1;
 constexpr int kNoticeWidth = 220;
+constexpr int kProcessorsToWarnOf = 3;
 
 QString line(const ProcessorNode& node)
 {
@@ -23,6 +25,22 @@ QString line(const ProcessorNode& node)
         .arg(node.number + 1)
         .arg(node.name, dottedAddress(node.ipAddress),
              node.online ? QStringLiteral("online") : QStringLiteral("offline"));
+}
+
+/// What a LAN-USB warning says about `ids`, or about the first processors while none are selected.
+std::vector<LanUsbProcessorInfo> lanUsbProcessors(const Project& project, QList<QUuid> ids)
+{
+    if (ids.isEmpty()) {
+        for (const ProcessorNode& node : project.processors.mid(0, kProcessorsToWarnOf))
+            ids.append(node.id);
+    }
+    std::vector<LanUsbProcessorInfo> processors;
+    for (const QUuid& id : qAsConst(ids)) {
+        if (const ProcessorNode* node = project.processor(id))
+            processors.push_back({dottedAddress(node->ipAddress).toStdString(),
+                                  node->name.toStdString(), "Device 1"});
+    }
+    return processors;
 }
 
 } // namespace
@@ -63,6 +81,8 @@ void LayerCommands::openPanel()
         showNotice();
     if (panel)
         panel->show();
+    // The locks went with the panel that was there before.
+    m_actions[Do::LockOperations]->setChecked(false);
     updateEnabled();
 }
 
@@ -88,13 +108,10 @@ void LayerCommands::connectActions()
         layer.SetOperationLock(kLockKey, m_actions[Do::LockOperations]->isChecked());
     });
     onLayer(Do::ApplyLock, [](auto& layer) { layer.ApplyOperationLock(kLockKey); });
+    onLayer(Do::LockByKey, [this](auto&) { lockByKey(); });
     onLayer(Do::LanUsbWarning, [this](auto& layer) {
-        std::vector<LanUsbProcessorInfo> processors;
-        const Project project = m_session.store().snapshot();
-        for (const ProcessorNode& node : project.processors.mid(0, 3))
-            processors.push_back(
-                {dottedAddress(node.ipAddress).toStdString(), node.name.toStdString(), "Device 1"});
-        layer.ShowLanUsbWarning(processors);
+        layer.ShowLanUsbWarning(
+            lanUsbProcessors(m_session.store().snapshot(), m_records.selectedProcessors()));
     });
     onLayer(Do::Reconnect, [](auto& layer) { layer.Reconnect(); });
     connect(m_actions[Do::ClosePanel], &QAction::triggered, this, &LayerCommands::closePanel);
@@ -138,6 +155,19 @@ void LayerCommands::logProcessors()
         trace.add(TraceEntry::Kind::Log, QStringLiteral("  ") + line(node));
 }
 
+void LayerCommands::lockByKey()
+{
+    auto* dialog = new LockDialog(m_window);
+    connect(dialog, &LockDialog::chosen, this, [this](int key, LockDialog::What what) {
+        ITargetSelectAreaInterface* layer = m_session.layer();
+        if (layer && what == LockDialog::Apply)
+            layer->ApplyOperationLock(key);
+        else if (layer)
+            layer->SetOperationLock(key, what == LockDialog::Lock);
+    });
+    dialog->open();
+}
+
 /// What stands in the dock while there is no panel.
 void LayerCommands::showNotice()
 {
@@ -156,7 +186,7 @@ void LayerCommands::updateEnabled()
     const bool hasPanel = m_session.layer() != nullptr;
     for (const Do what : {Do::SetReadOnly, Do::RemoveAllGroups, Do::LogTree, Do::LogAcceptedTree,
                           Do::LogProcessors, Do::DetectDevices, Do::LockOperations, Do::ApplyLock,
-                          Do::LanUsbWarning, Do::Reconnect, Do::ClosePanel})
+                          Do::LockByKey, Do::LanUsbWarning, Do::Reconnect, Do::ClosePanel})
         m_actions[what]->setEnabled(hasPanel);
 }
 

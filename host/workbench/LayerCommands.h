@@ -30,6 +30,7 @@ public:
 private:
     void connectActions();
     void closePanel();
+    void lockByKey();
     void logTree(bool onlyAccepted);
     void logProcessors();
     void showNotice();

@@ -13,6 +13,7 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QTreeView>
@@ -22,6 +23,7 @@ namespace {
 constexpr int kTipMs = 5000;
 constexpr QSize kFirstSize(1280, 800);
 constexpr int kLogHeight = 232;
+constexpr int kProgressWidth = 200;
 
 } // namespace
 
@@ -31,6 +33,7 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
     , m_records(new RecordsPanel(this))
     , m_log(new LogPanel(session.trace(), this))
     , m_logDock(new QDockWidget(this))
+    , m_progress(new QProgressBar(this))
     , m_actions(new Actions(this))
     , m_files(new ProjectFiles(this, *m_actions, session.store()))
     , m_layer(new LayerCommands(this, *m_actions, *m_records, session))
@@ -41,6 +44,10 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
     statusBar()->setSizeGripEnabled(false);
     connect(&session, &Session::tip, this,
             [this](const QString& text) { statusBar()->showMessage(text, kTipMs); });
+    m_progress->setFixedWidth(kProgressWidth);
+    m_progress->hide();
+    statusBar()->addPermanentWidget(m_progress);
+    connect(&session, &Session::detectionProceeded, this, &MainWindow::showDetection);
     connect(&session, &Session::logWanted, m_log, &LogPanel::showWords);
     connect(&session.store(), &ProjectStore::changed, this,
             [this] { m_records->show(m_session.store().snapshot()); });
@@ -116,13 +123,33 @@ void MainWindow::connectLanguage(Language& language)
 
 void MainWindow::focusPanel()
 {
-    auto* view = m_layer->dock()->widget()->findChild<QAbstractItemView*>();
-    if (view)
-        view->setFocus(Qt::ShortcutFocusReason);
+    // Not the lists that pop up.
+    const auto views = m_layer->dock()->widget()->findChildren<QAbstractItemView*>();
+    for (QAbstractItemView* view : views) {
+        if (view->window() == m_layer->dock()->window() && view->isVisible()) {
+            view->setFocus(Qt::ShortcutFocusReason);
+            return;
+        }
+    }
+}
+
+/// The host is busy, so what is shown has to be painted at once.
+void MainWindow::showDetection(int done, int total)
+{
+    const bool isOver = done >= total;
+    m_progress->setRange(0, total);
+    m_progress->setValue(done);
+    m_progress->setVisible(!isOver);
+    if (isOver)
+        statusBar()->showMessage(tr("Processors found: %1").arg(total), kTipMs);
+    else
+        statusBar()->showMessage(tr("Detecting devices..."));
+    statusBar()->repaint();
 }
 
 void MainWindow::retranslate()
 {
+    m_progress->setAccessibleName(tr("Detection"));
     m_logDock->setWindowTitle(tr("Live log"));
     m_actions->retranslate();
     m_files->retranslate();

@@ -7,6 +7,7 @@ class Language;
 class LayerCommands;
 class LogPanel;
 class ProjectFiles;
+class QProgressBar;
 class RecordsPanel;
 class Session;
 
@@ -39,13 +40,15 @@ private:
     void connectViewActions();
     void connectLanguage(Language& language);
     void focusPanel();
+    void showDetection(int done, int total);
     void retranslate();
 
     Session& m_session;
-    RecordsPanel* m_records; // Qt child
-    LogPanel* m_log;         // Qt child
-    QDockWidget* m_logDock;  // Qt child
-    Actions* m_actions;      // Qt child
-    ProjectFiles* m_files;   // Qt child
-    LayerCommands* m_layer;  // Qt child
+    RecordsPanel* m_records;  // Qt child
+    LogPanel* m_log;          // Qt child
+    QDockWidget* m_logDock;   // Qt child
+    QProgressBar* m_progress; // the status bar's
+    Actions* m_actions;       // Qt child
+    ProjectFiles* m_files;    // Qt child
+    LayerCommands* m_layer;   // Qt child
 };

@@ -22,6 +22,7 @@ struct HandlerAnswers
 {
     qint32 detectStrategy = 0;
     quint32 detectResult = 0;
+    qint32 detectPauseMs = 0; ///< What a detection takes for each processor.
     qint32 selectionMode = 0;
     bool restrictedMode = false;
     bool usesIpAddressing = false;

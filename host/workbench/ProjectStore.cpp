@@ -346,18 +346,15 @@ void ProjectStore::setLanUsb(bool on, const QList<quint32>& addresses)
     });
 }
 
-void ProjectStore::detect()
+void ProjectStore::markFound(const QList<QUuid>& ids)
 {
-    const QList<QUuid> ids = read([](const Project& project) {
-        QList<QUuid> reachable;
-        for (const ProcessorNode& node : project.processors) {
-            if (node.ipAddress != kNoProcessorAddress)
-                reachable.append(node.id);
-        }
-        return reachable;
-    });
     changeProcessors(ids, HostEvent::MonitorStateChanged,
                      [](ProcessorNode& node) { return !std::exchange(node.online, true); });
+}
+
+void ProjectStore::announceDeviceSets()
+{
+    m_notifier.raise(read(deviceSetsEvent));
 }
 
 void ProjectStore::setAnswers(const HandlerAnswers& answers)

@@ -97,8 +97,11 @@ public:
     void setDetectStrategy(int strategy);
     void setLanUsb(bool on, const QList<quint32>& addresses);
 
-    /// Every processor that has an address answers: it is online from here on.
-    void detect();
+    /// A detection found these processors: they are online from here on.
+    void markFound(const QList<QUuid>& ids);
+
+    /// Announces the device sets as they are.
+    void announceDeviceSets();
 
     /// Other answers; detection strategy and LAN-USB are announced when they changed.
     void setAnswers(const HandlerAnswers& answers);

@@ -64,6 +64,7 @@ void visitAnswerFields(Answers& answers, Visitor& visit)
 {
     visit("detectStrategy", answers.detectStrategy);
     visit("detectResult", answers.detectResult);
+    visit("detectPauseMs", answers.detectPauseMs);
     visit("selectionMode", answers.selectionMode);
     visit("restrictedMode", answers.restrictedMode);
     visit("usesIpAddressing", answers.usesIpAddressing);

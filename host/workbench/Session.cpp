@@ -28,6 +28,7 @@ Session::Session(QObject* parent)
     , m_handler(std::make_shared<WorkbenchHandler>(m_store, m_notifier, m_trace))
 {
     m_handler->showTip = [this](const QString& text) { emit tip(text); };
+    m_handler->showProgress = [this](int done, int total) { emit detectionProceeded(done, total); };
     m_handler->showInLog = [this](const QString& words) { emit logWanted(words); };
     SetLogSink([this](const LogRecord& record) {
         m_trace.add(TraceEntry::Kind::Log, QStringLiteral("%1:%2 %3: %4")

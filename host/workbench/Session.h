@@ -49,6 +49,9 @@ signals:
     /// The panel wants a notice shown.
     void tip(const QString& text);
 
+    /// How far a detection is; it is over when both are equal.
+    void detectionProceeded(int done, int total);
+
     /// The user wants the lines of the log that hold these words.
     void logWanted(const QString& words);
 

@@ -16,12 +16,14 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QTableView>
+#include <QTimer>
 
 #include <iostream>
 
 namespace {
 
 constexpr int kStepLimitMs = 20000;
+constexpr int kLookAgainMs = 5;
 
 } // namespace
 
@@ -99,8 +101,32 @@ std::vector<Tour::Step> Tour::steps()
              trigger(Do::MakeCurrent);
          },
          [=] { return shown() && store->snapshot().currentProcessor == processorAt(12); }},
+        {QStringLiteral("devices detected"),
+         [=] {
+             QObject half;
+             QObject::connect(session, &Session::detectionProceeded, &half,
+                              [this](int done, int total) {
+                                  if (done == total / 2)
+                                      takePicture(QStringLiteral("detecting"));
+                              });
+             trigger(Do::DetectDevices);
+         },
+         [=] { return shown() && store->snapshot().processors.first().online; }},
+        {QStringLiteral("lan-usb mode"),
+         [=] {
+             store->setLanUsb(true, {store->snapshot().processors.first().ipAddress});
+             records->select({processorAt(0), processorAt(1), processorAt(2)});
+             pictureNextDialog(QStringLiteral("lan-usb warning"));
+             trigger(Do::LanUsbWarning);
+         },
+         [this] { return !m_dialogAwaited && !QApplication::activeModalWidget(); }},
+        {QStringLiteral("operations locked"), [=] { trigger(Do::LockOperations); },
+         [=] { return m_window.actions()[Do::LockOperations]->isChecked(); }},
         {QStringLiteral("events only"),
-         [this] { m_window.log().filterField()->setText(QStringLiteral("returned")); },
+         [=] {
+             trigger(Do::LockOperations);
+             m_window.log().filterField()->setText(QStringLiteral("returned"));
+         },
          [this] { return m_window.log().view()->model()->rowCount() > 0; }},
         {QStringLiteral("handler answers"),
          [=] {
@@ -140,6 +166,23 @@ bool Tour::perform(const Step& step)
     Notifier& notifier = m_window.session().notifier();
     return waitUntil([&] { return notifier.isIdle() && step.reached(); }, kStepLimitMs)
            && takePicture(step.name);
+}
+
+/// For a dialog in whose event loop the tour waits: takes its picture and closes it.
+void Tour::pictureNextDialog(const QString& name)
+{
+    m_dialogAwaited = true;
+    auto* watch = new QTimer(&m_window);
+    QObject::connect(watch, &QTimer::timeout, watch, [this, watch, name] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (!dialog)
+            return;
+        watch->stop();
+        watch->deleteLater();
+        m_dialogAwaited = !takePicture(name);
+        dialog->close();
+    });
+    watch->start(kLookAgainMs);
 }
 
 /// The window as it stands, with the dialog that is open before it.

@@ -32,6 +32,7 @@ private:
 
     std::vector<Step> steps();
     bool perform(const Step& step);
+    void pictureNextDialog(const QString& name);
     bool takePicture(const QString& name);
     bool openTrace();
 
@@ -39,4 +40,5 @@ private:
     QString m_folder;
     QFile m_trace;
     int m_pictures = 0;
+    bool m_dialogAwaited = false;
 };

@@ -68,21 +68,6 @@ void WorkbenchHandler::AppendContextMenu(EPrcTreeNodeType type, const QUuid& id,
     });
 }
 
-quint32 WorkbenchHandler::DetectAllDevices()
-{
-    m_trace.called("DetectAllDevices");
-    m_store.detect();
-    return m_trace.answered("DetectAllDevices", ask([](const Project& project) {
-                                return project.answers.detectResult;
-                            }));
-}
-
-void WorkbenchHandler::DetectProcessorsOnly()
-{
-    m_trace.called("DetectProcessorsOnly");
-    m_store.detect();
-}
-
 QString WorkbenchHandler::GetDeviceSetText(const SDeviceSetInfo& set)
 {
     return m_trace.answered("GetDeviceSetText", ask([&](const Project& project) {

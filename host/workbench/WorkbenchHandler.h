@@ -32,6 +32,9 @@ public:
     /// Receives the words by which the log is to be filtered. Set and called as above.
     std::function<void(const QString&)> showInLog;
 
+    /// Receives how far a detection is; it is over when both are equal. Set and called as above.
+    std::function<void(int done, int total)> showProgress;
+
     void SetObserver(CObserver* observer) override;
     void AppendContextMenu(EPrcTreeNodeType type, const QUuid& id, bool readOnly,
                            QMenu* menu) override;
@@ -108,6 +111,7 @@ private:
 
     template <typename Ask>
     auto ask(const Ask& question) const;
+    bool detect();
     void edit(const char* function, const std::function<void()>& change);
     void addWithAddresses(const char* function, const QUuid& group,
                           const QList<quint32>& addresses);
@@ -119,6 +123,7 @@ private:
     CallTrace m_trace;
     PcNetworkCache m_network; // GUI thread
     std::mutex m_mutex;
-    Session m_session; // guarded by m_mutex
-    QObject m_later;   // context of what is carried out later
+    Session m_session;        // guarded by m_mutex
+    bool m_detecting = false; // GUI thread
+    QObject m_later;          // context of what is carried out later
 };

@@ -322,6 +322,13 @@
     </message>
 </context>
 <context>
+    <name>CNetUsbTipDlg</name>
+    <message>
+        <source>%1 does not support LAN-USB connections. The following processors are using this connection type. Please check:</source>
+        <translation>%1 不支持 LAN-USB 连接。以下处理器正在使用该连接方式，请检查：</translation>
+    </message>
+</context>
+<context>
     <name>CProcessorCompleter</name>
     <message>
         <source>Search results</source>
@@ -380,8 +387,16 @@
 <context>
     <name>CTargetSelectArea</name>
     <message>
-        <source>Processors</source>
-        <translation>处理器</translation>
+        <source>Detect devices</source>
+        <translation>检测设备</translation>
+    </message>
+    <message>
+        <source>All devices</source>
+        <translation>所有设备</translation>
+    </message>
+    <message>
+        <source>Processors only</source>
+        <translation>仅处理器</translation>
     </message>
     <message>
         <source>Device set</source>

@@ -1,51 +1,35 @@
 #include "Interface/TargetSelectArea.h"
-#include "plugin/TargetSelectArea.h"
+#include "host/widgets/Separator.h"
 #include "plugin/TargetSelectHandler.h"
+#include "processortree/ProcessorTree.h"
 #include "processortree/ProcessorTreeModel.h"
-#include "tests/support/TestPanel.h"
-#include "tests/support/WarningTrap.h"
+#include "tests/plugin/ShownPanel.h"
+#include "tests/support/DialogDriver.h"
 
-#include <QComboBox>
-#include <QLabel>
-#include <QLayout>
-#include <QPainter>
+#include <QMenu>
+#include <QMetaMethod>
 #include <QSignalSpy>
-#include <QTest>
-#include <QTranslator>
-#include <QTreeView>
+
+#include <algorithm>
 
 namespace {
 
-SDeviceSetInfo deviceSet(quint32 n)
-{
-    SDeviceSetInfo set{};
-    set.id.Data1 = n;
-    return set;
-}
+const QString kAvailable = QStringLiteral("IsIpManagementAvailable");
 
-/// A panel in a window of its own, as a host docks it.
-class ShownPanel final
+/// The last part of a column's text that the host was asked with, "before|after" for example.
+QString argumentOf(const FakeHandler& host, const char* name)
 {
-public:
-    ShownPanel()
-    {
-        window.resize(220, 500);
-        panel.area().setParent(&window);
-        window.show();
-        panel.area().show();
+    QString argument;
+    for (const FakeHandler::Call& call : host.calls()) {
+        if (call.name == QLatin1String(name))
+            argument = call.argument;
     }
-
-    QComboBox* selector() { return panel.area().findChild<QComboBox*>(); }
-    QLabel* label() { return panel.area().findChild<QLabel*>(); }
-    QTreeView* view() { return panel.area().findChild<QTreeView*>(); }
-
-    const WarningTrap warnings;
-    QWidget window;
-    TestPanel panel;
-};
+    return argument;
+}
 
 } // namespace
 
+/// The panel as a whole: how it is built, and what the host's events do to it.
 class PanelTest : public QObject
 {
     Q_OBJECT
@@ -58,19 +42,24 @@ private slots:
     void shouldReleaseTheHandlerWithThePanel();
     void shouldNotReachTheHostFromItsConstructor();
     void shouldHaveItsShape();
-    void shouldInitialiseAndReconnect();
-    void shouldPassTheDetectionResultOn();
-    void shouldShowDeviceSetsOnlyWhenThereIsAChoice_data();
-    void shouldShowDeviceSetsOnlyWhenThereIsAChoice();
-    void shouldAskTheHostAboutAnotherDeviceSet();
-    void shouldRestoreTheDeviceSetThatTheHostKeeps();
-    void shouldStandNewDeviceSetsInsideTheQuestion();
-    void shouldStandItsOwnEndInsideTheQuestion();
+    void shouldStackItsPartsInOrder();
+    void shouldBeReachedByTabInThatOrder();
+    void shouldOfferItsSlotsInOrder();
+    void shouldShowIpManagementForOneStrategyOnly_data();
+    void shouldShowIpManagementForOneStrategyOnly();
+    void shouldTellTheHostOfTheIpListBeforeAndAfter_data();
+    void shouldTellTheHostOfTheIpListBeforeAndAfter();
+    void shouldStandItsEndDuringIpManagement_data();
+    void shouldStandItsEndDuringIpManagement();
     void shouldShowTheFirstLanUsbAddress();
+    void shouldAskForAddressesInLanUsbModeOnly();
+    void shouldFollowTheLanUsbEvent();
     void shouldSelectTheHostsProcessorInSilence();
-    void shouldSelectAndReportOnTheHostsBehalf();
+    void shouldShowIpManagementAsTheHostSaysWithAProcessor();
+    void shouldStandItsEndInsideAQuestion_data();
+    void shouldStandItsEndInsideAQuestion();
+    void shouldChangeItsLanguage();
     void shouldExpandWhatArrives();
-    void shouldFollowALanguageChange();
     void shouldPaintItsStyleSheet();
 };
 
@@ -167,227 +156,306 @@ void PanelTest::shouldNotReachTheHostFromItsConstructor()
 void PanelTest::shouldHaveItsShape()
 {
     ShownPanel shown;
-    CTargetSelectArea& area = shown.panel.area();
-    QCOMPARE(area.objectName(), QStringLiteral("TargetSelectArea"));
-    QCOMPARE(area.width(), 220);
-    QCOMPARE(area.focusPolicy(), Qt::ClickFocus);
-    QCOMPARE(area.layout()->contentsMargins(), QMargins(0, 11, 0, 0));
-    QCOMPARE(area.layout()->spacing(), 8);
-    QCOMPARE(shown.selector()->width(), 200);
+    QCOMPARE(shown.area().objectName(), QStringLiteral("TargetSelectArea"));
+    QCOMPARE(shown.area().width(), 220);
+    QCOMPARE(shown.area().focusPolicy(), Qt::ClickFocus);
+    QCOMPARE(shown.area().layout()->contentsMargins(), QMargins(0, 11, 0, 0));
+    QCOMPARE(shown.area().layout()->spacing(), 8);
+    QCOMPARE(shown.ipManagement()->text(), QStringLiteral("IP address management..."));
+    shown.ipManagement()->show();
+    QCOMPARE(shown.ipManagement()->width(), 200);
     QCOMPARE(shown.label()->width(), 200);
-    QVERIFY(!shown.selector()->isVisible());
+    QCOMPARE(shown.label()->alignment(), Qt::AlignCenter);
     QVERIFY(!shown.label()->isVisible());
     QVERIFY(shown.view()->isVisible());
 }
 
-void PanelTest::shouldInitialiseAndReconnect()
+void PanelTest::shouldStackItsPartsInOrder()
 {
-    const WarningTrap warnings;
-    TestPanel panel;
-    panel.host().observer = nullptr;
-    QVERIFY(panel.area().Reconnect());
-    QVERIFY(panel.host().observer);
-    panel.host().observer = nullptr;
-    QVERIFY(panel.area().Initialize());
-    QVERIFY(panel.host().observer);
-    QCOMPARE(panel.dump(), QStringLiteral("All processors(0)[]"));
+    ShownPanel shown;
+    shown.ipManagement()->show();
+    shown.label()->show();
+    shown.selector()->show();
+    QCoreApplication::processEvents();
+    auto* tree = shown.inColumn<CProcessorTree>();
+    const QList<QWidget*> parts{shown.detection(), shown.ipManagement(),         shown.selector(),
+                                shown.label(),     shown.inColumn<CSeparator>(), tree};
+    int bottom = 11 - 8;
+    for (const QWidget* part : parts) {
+        QCOMPARE(part->y(), bottom + 8);
+        bottom = part->y() + part->height();
+    }
+    // The tree takes the height that is left, and the width.
+    QCOMPARE(bottom, shown.area().height());
+    QCOMPARE(tree->width(), 220);
+    QVERIFY(tree->height() > shown.area().height() / 2);
 }
 
-void PanelTest::shouldPassTheDetectionResultOn()
+void PanelTest::shouldBeReachedByTabInThatOrder()
 {
-    const WarningTrap warnings;
-    TestPanel panel;
-    panel.host().detectResult = 0xE0832001;
-    QCOMPARE(panel.area().DetectDevices(), 0xE0832001U);
-    QCOMPARE(panel.host().callNames(), QStringList({QStringLiteral("DetectAllDevices")}));
+    ShownPanel shown;
+    shown.ipManagement()->show();
+    shown.area().onCurrentDeviceSetChanged(deviceSet(1).id, deviceSets(2));
+    shown.detection()->setFocus();
+    QList<QWidget*> visited{QApplication::focusWidget()};
+    for (int n = 0; n < 2; ++n) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        visited.append(QApplication::focusWidget());
+    }
+    QCOMPARE(visited, QList<QWidget*>({shown.detection(), shown.ipManagement(), shown.selector()}));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QVERIFY(shown.inColumn<CProcessorTree>()->isAncestorOf(QApplication::focusWidget()));
 }
 
-void PanelTest::shouldShowDeviceSetsOnlyWhenThereIsAChoice_data()
+void PanelTest::shouldOfferItsSlotsInOrder()
 {
-    QTest::addColumn<int>("sets");
-    QTest::addColumn<quint32>("current");
+    const QMetaObject& metaObject = CTargetSelectArea::staticMetaObject;
+    QCOMPARE(metaObject.className(), "CTargetSelectArea");
+    QCOMPARE(QByteArray(metaObject.superClass()->className()), QByteArray("QWidget"));
+    QStringList slotNames;
+    for (int n = metaObject.methodOffset(); n < metaObject.methodCount(); ++n) {
+        const QMetaMethod method = metaObject.method(n);
+        QCOMPARE(method.methodType(), QMetaMethod::Slot);
+        QCOMPARE(method.access(), QMetaMethod::Public);
+        slotNames.append(QString::fromLatin1(method.name()));
+    }
+    QCOMPARE(slotNames, QStringList({QStringLiteral("onDetectStrategyChanged"),
+                                     QStringLiteral("onCurrentDeviceSetChanged"),
+                                     QStringLiteral("onCurrentProcessorChanged"),
+                                     QStringLiteral("onLANUSBGetProcessorIP"),
+                                     QStringLiteral("UpdateMonitorWarningState")}));
+}
+
+void PanelTest::shouldShowIpManagementForOneStrategyOnly_data()
+{
+    QTest::addColumn<int>("strategy");
     QTest::addColumn<bool>("shown");
-    QTest::newRow("none") << 0 << 0U << false;
-    QTest::newRow("one") << 1 << 1U << false;
-    QTest::newRow("two, the second current") << 2 << 2U << true;
-    QTest::newRow("two, none current") << 2 << 0U << false;
-    QTest::newRow("two, an unknown one current") << 2 << 9U << false;
+    for (const int strategy : {-1, 0, 1, 3, 99})
+        QTest::addRow("%d", strategy) << strategy << false;
+    QTest::newRow("2") << 2 << true;
 }
 
-void PanelTest::shouldShowDeviceSetsOnlyWhenThereIsAChoice()
+void PanelTest::shouldShowIpManagementForOneStrategyOnly()
 {
-    QFETCH(int, sets);
-    QFETCH(quint32, current);
+    QFETCH(int, strategy);
     QFETCH(bool, shown);
     ShownPanel panel;
-    QList<SDeviceSetInfo> list;
-    for (int n = 1; n <= sets; ++n)
-        list.append(deviceSet(static_cast<quint32>(n)));
-    // From a state in which one was shown.
-    panel.panel.area().onCurrentDeviceSetChanged(deviceSet(1).id, {deviceSet(1), deviceSet(2)});
-    panel.panel.host().clearCalls();
-
-    panel.panel.area().onCurrentDeviceSetChanged(deviceSet(current).id, list);
-
-    QCOMPARE(panel.selector()->isVisible(), shown);
-    QCOMPARE(panel.selector()->count(), shown ? sets : 0);
-    // A hidden selector is connected to nothing.
-    panel.selector()->addItem(QStringLiteral("another"));
-    panel.selector()->setCurrentIndex(panel.selector()->count() - 1);
-    QCOMPARE(panel.panel.host().callCount(QStringLiteral("ConfirmDeviceSetChange")), 0);
+    for (const bool before : {false, true}) {
+        panel.ipManagement()->setVisible(before);
+        panel.area().onDetectStrategyChanged(strategy);
+        QCOMPARE(panel.ipManagement()->isVisible(), shown);
+    }
+    panel.ipManagement()->setVisible(!shown);
+    panel.panel.notify<int>(0, strategy);
+    QTRY_COMPARE(panel.ipManagement()->isVisible(), shown);
 }
 
-void PanelTest::shouldAskTheHostAboutAnotherDeviceSet()
+void PanelTest::shouldTellTheHostOfTheIpListBeforeAndAfter_data()
 {
-    ShownPanel shown;
-    shown.panel.area().onCurrentDeviceSetChanged(deviceSet(1).id, {deviceSet(1), deviceSet(2)});
-    QCOMPARE(shown.panel.host().callCount(QStringLiteral("ConfirmDeviceSetChange")), 0);
-    QCOMPARE(shown.selector()->currentText(), QStringLiteral("Set 1"));
-    QTest::keyClick(shown.selector(), Qt::Key_Down);
-    QCOMPARE(shown.panel.host().callCount(QStringLiteral("ConfirmDeviceSetChange")), 1);
-    QCOMPARE(shown.panel.host().calls().last().argument, QStringLiteral("1"));
-    QCOMPARE(shown.selector()->currentText(), QStringLiteral("Set 2"));
+    QTest::addColumn<bool>("detectionDue");
+    QTest::newRow("a detection is due") << true;
+    QTest::newRow("none is due") << false;
 }
 
-void PanelTest::shouldRestoreTheDeviceSetThatTheHostKeeps()
+void PanelTest::shouldTellTheHostOfTheIpListBeforeAndAfter()
 {
+    QFETCH(bool, detectionDue);
     ShownPanel shown;
-    shown.panel.area().onCurrentDeviceSetChanged(deviceSet(2).id,
-                                                 {deviceSet(1), deviceSet(2), deviceSet(3)});
-    shown.panel.host().confirmDeviceSet = false;
-    QSignalSpy changes(shown.selector(), qOverload<int>(&QComboBox::currentIndexChanged));
-    QTest::keyClick(shown.selector(), Qt::Key_Down);
-    QCOMPARE(shown.selector()->currentText(), QStringLiteral("Set 2"));
-    // The user's own step alone is announced, not the step back.
-    QCOMPARE(changes.count(), 1);
-    QCOMPARE(shown.panel.host().callCount(QStringLiteral("ConfirmDeviceSetChange")), 1);
+    shown.host().ipList = QStringList{QStringLiteral("10.0.0.1(A)")};
+    shown.host().ipListChanged = detectionDue;
+    shown.area().onDetectStrategyChanged(2);
+    DialogDriver driver;
+    driver.then([&](QWidget& dialog) {
+        QCOMPARE(dialog.parentWidget(), &shown.area());
+        shown.host().ipList.append(QStringLiteral("10.0.0.2(B)"));
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    QTest::mouseClick(shown.ipManagement(), Qt::LeftButton);
+    QVERIFY(driver.isDone());
+    QCOMPARE(argumentOf(shown.host(), "IpListChanged"),
+             QStringLiteral("10.0.0.1(A)|10.0.0.1(A),10.0.0.2(B)"));
+    QCOMPARE(shown.host().callNames().first(), QStringLiteral("GetIPList"));
+    QCOMPARE(shown.host().callCount(QStringLiteral("DetectProcessorsOnly")), detectionDue ? 1 : 0);
+    QCOMPARE(shown.host().callCount(QStringLiteral("DetectAllDevices")), 0);
 }
 
-void PanelTest::shouldStandNewDeviceSetsInsideTheQuestion()
+void PanelTest::shouldStandItsEndDuringIpManagement_data()
 {
+    QTest::addColumn<QString>("question");
+    for (const char* question :
+         {"GetIPList", "GetIPNameLists", "IpListChanged", "an open dialog", "DetectProcessorsOnly"})
+        QTest::newRow(question) << QString::fromLatin1(question);
+}
+
+void PanelTest::shouldStandItsEndDuringIpManagement()
+{
+    QFETCH(QString, question);
     ShownPanel shown;
-    CTargetSelectArea& area = shown.panel.area();
-    area.onCurrentDeviceSetChanged(deviceSet(1).id, {deviceSet(1), deviceSet(2)});
-    shown.panel.host().inside = [&](const QString& name) {
-        if (name == QLatin1String("ConfirmDeviceSetChange"))
-            area.onCurrentDeviceSetChanged(deviceSet(2).id,
-                                           {deviceSet(2), deviceSet(3), deviceSet(1)});
+    shown.host().ipListChanged = true;
+    shown.area().onDetectStrategyChanged(2);
+    shown.host().inside = [&](const QString& name) {
+        if (name == question)
+            delete CTargetSelectArea::Existing();
     };
-    QTest::keyClick(shown.selector(), Qt::Key_Down);
-    shown.panel.host().inside = nullptr;
-    QCOMPARE(shown.selector()->currentText(), QStringLiteral("Set 2"));
-    shown.panel.host().confirmDeviceSet = false;
-    QTest::keyClick(shown.selector(), Qt::Key_End);
-    QCOMPARE(shown.selector()->currentText(), QStringLiteral("Set 2"));
-}
-
-void PanelTest::shouldStandItsOwnEndInsideTheQuestion()
-{
-    const WarningTrap warnings;
-    TestPanel panel;
-    auto host = std::make_shared<FakeHandler>();
-    panel.area().m_controlHandler = host;
-    panel.area().onCurrentDeviceSetChanged(deviceSet(1).id, {deviceSet(1), deviceSet(2)});
-    auto* selector = panel.area().findChild<QComboBox*>();
-    host->confirmDeviceSet = false;
-    host->inside = [&](const QString& name) {
-        if (name == QLatin1String("ConfirmDeviceSetChange")) {
-            // The combo box is still sending its signal.
-            selector->setParent(nullptr);
-            delete &panel.area();
-        }
-    };
-    selector->setCurrentIndex(1);
+    DialogDriver driver;
+    if (question != QLatin1String("GetIPList") && question != QLatin1String("GetIPNameLists")) {
+        driver.then([&](QWidget& dialog) {
+            if (question == QLatin1String("an open dialog"))
+                delete CTargetSelectArea::Existing();
+            else
+                QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+    }
+    QTest::keyClick(shown.ipManagement(), Qt::Key_Space);
     QVERIFY(!CTargetSelectArea::Existing());
-    delete selector;
+    QVERIFY(!QApplication::activeModalWidget());
 }
 
 void PanelTest::shouldShowTheFirstLanUsbAddress()
 {
     ShownPanel shown;
-    shown.panel.host().lanUsbIps = {0xC0A80001, 0x0A000001};
-    shown.panel.area().onLANUSBGetProcessorIP();
+    shown.host().lanUsbIps = {0xC0A80001, 0x0A000001};
+    shown.area().onLANUSBGetProcessorIP();
     QVERIFY(!shown.label()->isVisible());
-    shown.panel.host().lanUsbMode = true;
-    shown.panel.area().onLANUSBGetProcessorIP();
+    shown.host().lanUsbMode = true;
+    shown.area().onLANUSBGetProcessorIP();
     QVERIFY(shown.label()->isVisible());
     QCOMPARE(shown.label()->text(), QStringLiteral("Processor1 IP: 192.168.0.1"));
-    shown.panel.host().lanUsbIps.clear();
-    shown.panel.area().onLANUSBGetProcessorIP();
+    shown.host().lanUsbIps.clear();
+    shown.area().onLANUSBGetProcessorIP();
     QVERIFY(!shown.label()->isVisible());
+    shown.host().lanUsbIps = {0, 1};
+    shown.area().onLANUSBGetProcessorIP();
+    QCOMPARE(shown.label()->text(), QStringLiteral("Processor1 IP: 0.0.0.0"));
+    shown.host().lanUsbMode = false;
+    shown.area().onLANUSBGetProcessorIP();
+    QVERIFY(!shown.label()->isVisible());
+}
+
+void PanelTest::shouldAskForAddressesInLanUsbModeOnly()
+{
+    ShownPanel shown;
+    shown.area().onLANUSBGetProcessorIP();
+    QCOMPARE(shown.host().callNames(), QStringList({QStringLiteral("IsLanUsbMode")}));
+    shown.host().clearCalls();
+    shown.host().lanUsbMode = true;
+    shown.area().onLANUSBGetProcessorIP();
+    QCOMPARE(shown.host().callNames(), QStringList({QStringLiteral("IsLanUsbMode"),
+                                                    QStringLiteral("GetLanUsbProcessorIps")}));
+}
+
+void PanelTest::shouldFollowTheLanUsbEvent()
+{
+    ShownPanel shown;
+    shown.host().lanUsbMode = true;
+    shown.host().lanUsbIps = {0xC0A80001};
+    shown.panel.notify(29);
+    QTRY_VERIFY(shown.label()->isVisible());
 }
 
 void PanelTest::shouldSelectTheHostsProcessorInSilence()
 {
     ShownPanel shown;
-    shown.panel.host().setProject({testGroup(100)}, {testProcessor(1, 100), testProcessor(2)});
+    shown.host().setProject({testGroup(100)}, {testProcessor(1, 100), testProcessor(2)});
     shown.panel.notify(16);
+    shown.view()->collapseAll();
     QSignalSpy selections(shown.view()->selectionModel(), &QItemSelectionModel::selectionChanged);
-    shown.panel.area().onCurrentProcessorChanged(testId(1));
+    shown.area().onCurrentProcessorChanged(testId(1));
     QCOMPARE(shown.view()->selectionModel()->selectedIndexes().size(), 1);
     QCOMPARE(shown.view()->currentIndex().data(UuidRole).toUuid(), testId(1));
-    shown.panel.area().onCurrentProcessorChanged(testId(55));
-    shown.panel.area().onCurrentProcessorChanged(QUuid());
-    shown.panel.area().onCurrentProcessorChanged(testId(100));
+    QVERIFY(shown.view()->isExpanded(shown.panel.model().getItem(testId(100))->index()));
+    // Unknown, none, a group, the same again: nothing changes.
+    for (const quint32 id : {55U, 0U, 100U, 1U})
+        shown.area().onCurrentProcessorChanged(testId(id));
     QCOMPARE(shown.view()->currentIndex().data(UuidRole).toUuid(), testId(1));
+    QCOMPARE(shown.view()->selectionModel()->selectedIndexes().size(), 1);
     QCOMPARE(selections.count(), 0);
+    QCOMPARE(shown.host().callCount(QStringLiteral("ReportSelection")), 0);
+    QVERIFY(!shown.panel.data().IsSelectionEchoGuarded());
 }
 
-void PanelTest::shouldSelectAndReportOnTheHostsBehalf()
+void PanelTest::shouldShowIpManagementAsTheHostSaysWithAProcessor()
 {
     ShownPanel shown;
-    shown.panel.host().setProject({}, {testProcessor(1), testProcessor(2)});
+    for (const bool available : {true, false, true}) {
+        shown.host().ipManagementAvailable = available;
+        shown.area().onCurrentProcessorChanged(testId(77));
+        QCOMPARE(shown.ipManagement()->isVisible(), available);
+    }
+    QCOMPARE(shown.host().callCount(kAvailable), 3);
+}
+
+void PanelTest::shouldStandItsEndInsideAQuestion_data()
+{
+    QTest::addColumn<QString>("question");
+    for (const char* question : {"IsLanUsbMode", "GetLanUsbProcessorIps", "IsIpManagementAvailable",
+                                 "GetProcessorNode", "DetectAllDevices"})
+        QTest::newRow(question) << QString::fromLatin1(question);
+}
+
+void PanelTest::shouldStandItsEndInsideAQuestion()
+{
+    QFETCH(QString, question);
+    ShownPanel shown;
+    shown.host().setProject({}, {testProcessor(1), testProcessor(2)});
     shown.panel.notify(16);
-    QSignalSpy selections(shown.view()->selectionModel(), &QItemSelectionModel::selectionChanged);
-    shown.panel.area().SetCurrentProcessor(testId(2));
-    QCOMPARE(selections.count(), 1);
-    shown.panel.area().SetCurrentProcessor(testId(2));
-    shown.panel.area().SetCurrentProcessor(testId(77));
-    QCOMPARE(selections.count(), 1);
-    QCOMPARE(shown.view()->currentIndex().data(UuidRole).toUuid(), testId(2));
+    shown.host().lanUsbMode = true;
+    shown.area().onCurrentProcessorChanged(testId(1));
+    shown.host().inside = [&](const QString& name) {
+        if (name == question)
+            delete CTargetSelectArea::Existing();
+    };
+    if (question == QLatin1String("DetectAllDevices")) {
+        shown.area().DetectDevices();
+    } else {
+        shown.area().onLANUSBGetProcessorIP();
+        if (CTargetSelectArea::Existing())
+            shown.area().onCurrentProcessorChanged(testId(2));
+    }
+    QVERIFY(!CTargetSelectArea::Existing());
+}
+
+void PanelTest::shouldChangeItsLanguage()
+{
+    ShownPanel shown;
+    shown.host().setProject({}, {testProcessor(1)});
+    shown.panel.notify(16);
+    const QList<QAction*> entries = shown.detection()->menu()->actions();
+    {
+        const ChineseTexts chinese;
+        QTRY_COMPARE(shown.detection()->text(), QString::fromUtf8("检测设备"));
+        QCOMPARE(shown.ipManagement()->text(), QString::fromUtf8("IP 地址管理..."));
+        QCOMPARE(entries.at(0)->text(), QString::fromUtf8("所有设备"));
+        QCOMPARE(entries.at(1)->text(), QString::fromUtf8("仅处理器"));
+        QCOMPARE(shown.panel.dump(), QString::fromUtf8("全部处理器(1)[1]"));
+        // The widgets fit.
+        QVERIFY(shown.detection()->sizeHint().width() <= 200);
+        QVERIFY(shown.ipManagement()->sizeHint().width() <= 200);
+    }
+    QTRY_COMPARE(shown.detection()->text(), QStringLiteral("Detect devices"));
+    QCOMPARE(entries.at(0)->text(), QStringLiteral("All devices"));
+    QCOMPARE(entries.at(1)->text(), QStringLiteral("Processors only"));
+    QCOMPARE(shown.panel.dump(), QStringLiteral("All processors(1)[1]"));
 }
 
 void PanelTest::shouldExpandWhatArrives()
 {
     ShownPanel shown;
-    shown.panel.host().setProject({testGroup(100)}, {testProcessor(1, 100)});
+    shown.host().setProject({testGroup(100)}, {testProcessor(1, 100)});
     shown.panel.notify(16);
     const QModelIndex group = shown.panel.model().getItem(testId(100))->index();
     QVERIFY(shown.view()->isExpanded(group));
     shown.view()->collapse(group);
-    shown.panel.host().setProcessor(testProcessor(2, 100));
+    shown.host().setProcessor(testProcessor(2, 100));
     shown.panel.notify<QUuid>(18, testId(2));
     QVERIFY(shown.view()->isExpanded(group));
-}
-
-void PanelTest::shouldFollowALanguageChange()
-{
-    ShownPanel shown;
-    shown.panel.host().setProject({}, {testProcessor(1)});
-    shown.panel.notify(16);
-    shown.panel.area().onCurrentDeviceSetChanged(deviceSet(1).id, {deviceSet(1), deviceSet(2)});
-    shown.panel.host().deviceSetTexts = QStringList{QStringLiteral("eins"), QStringLiteral("zwei")};
-    QTranslator translator;
-    QVERIFY(translator.load(
-        QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm")));
-    QCoreApplication::installTranslator(&translator);
-    QTRY_COMPARE(shown.panel.dump(), QString::fromUtf8("全部处理器(1)[1]"));
-    QCOMPARE(shown.selector()->itemText(0), QStringLiteral("eins"));
-    QCOMPARE(shown.selector()->itemText(1), QStringLiteral("zwei"));
-    // A host that names more texts than there are entries, or none, breaks nothing.
-    shown.panel.host().deviceSetTexts =
-        QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
-    QCoreApplication::removeTranslator(&translator);
-    QTRY_COMPARE(shown.panel.dump(), QStringLiteral("All processors(1)[1]"));
-    QCOMPARE(shown.selector()->count(), 2);
-    QCOMPARE(shown.selector()->itemText(1), QStringLiteral("b"));
 }
 
 void PanelTest::shouldPaintItsStyleSheet()
 {
     ShownPanel shown;
     shown.window.setStyleSheet(QStringLiteral("#TargetSelectArea { background: #123456; }"));
-    const QImage image = shown.panel.area().grab().toImage();
+    const QImage image = shown.area().grab().toImage();
     QCOMPARE(image.pixelColor(3, 3), QColor(0x12, 0x34, 0x56));
 }
 

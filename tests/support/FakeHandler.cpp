@@ -209,7 +209,7 @@ int FakeHandler::GetDeviceSetTexts(QStringList& texts)
 {
     note("GetDeviceSetTexts");
     texts = deviceSetTexts;
-    return texts.size();
+    return deviceSetTextCount.value_or(texts.size());
 }
 
 bool FakeHandler::ShowProcessorMoreButton()

@@ -54,6 +54,8 @@ public:
     quint32 detectResult = 0;
     QList<quint32> lanUsbIps;
     QStringList deviceSetTexts;
+    /// What GetDeviceSetTexts answers instead of the length of that list.
+    std::optional<int> deviceSetTextCount;
     bool showProcessorMoreButton = false;
     bool showNodeMoreButton = false;
     int nameMaxBytes = 64;

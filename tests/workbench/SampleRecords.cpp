@@ -84,6 +84,7 @@ Project unusualProject()
     HandlerAnswers& answers = project.answers;
     answers.detectStrategy = 2;
     answers.detectResult = 0xE0832005;
+    answers.detectPauseMs = 1;
     answers.selectionMode = 2;
     answers.restrictedMode = true;
     answers.usesIpAddressing = true;

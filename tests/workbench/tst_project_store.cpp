@@ -137,7 +137,7 @@ void ProjectStoreTest::shouldRaiseTheEventsOfEachChange()
     store.setAddress(sampleId(14), kNoProcessorAddress);
     QCOMPARE(test.events(), QStringLiteral("25"));
     QVERIFY(!processor(14).reachedByIp);
-    store.detect();
+    store.markFound({sampleId(12), sampleId(14)});
     QCOMPARE(test.events(), QStringLiteral("39"));
 
     store.setCurrentProcessor(sampleId(14));

@@ -1,5 +1,6 @@
 #include "tests/support/WarningTrap.h"
 #include "tests/workbench/HandlerUnderTest.h"
+#include "tests/workbench/LogTrap.h"
 
 #include <QMenu>
 #include <QTest>
@@ -17,6 +18,11 @@ private slots:
     void shouldFollowTheSelection();
     void shouldAnswerFromTheSettings();
     void shouldDetectWhatHasAnAddress();
+    void shouldFindProcessorsAtTheAddressesOfTheList();
+    void shouldTellHowFarADetectionIs_data();
+    void shouldTellHowFarADetectionIs();
+    void shouldNotDetectInsideADetection();
+    void shouldLeaveADetectionOfAnotherProject();
     void shouldHandleDeviceSets();
     void shouldOfferAMenuEntry();
     void shouldShowTips();
@@ -144,6 +150,84 @@ void WorkbenchHandlerTest::shouldDetectWhatHasAnAddress()
     QVERIFY(!test.handler.GetProcessorNode(sampleId(13)).online);
     test.handler.DetectProcessorsOnly();
     QCOMPARE(test.events(), QString());
+}
+
+void WorkbenchHandlerTest::shouldFindProcessorsAtTheAddressesOfTheList()
+{
+    HandlerUnderTest test;
+    test.store.changeIpList([](IpList& list) {
+        list.append({0x0A000001, QStringLiteral("known")});
+        list.append({0x0A000063, QStringLiteral("new")});
+        return true;
+    });
+    test.handler.DetectProcessorsOnly();
+    QCOMPARE(test.store.snapshot().processors.size(), 4);
+    // With the strategy that goes by the list.
+    test.store.setDetectStrategy(2);
+    test.events();
+    test.handler.DetectProcessorsOnly();
+    QCOMPARE(test.events(), QStringLiteral("18 39"));
+    const ProcessorNode found = test.store.snapshot().processors.last();
+    QCOMPARE(found.ipAddress, 0x0A000063U);
+    QVERIFY(found.online);
+    test.handler.DetectProcessorsOnly();
+    QCOMPARE(test.store.snapshot().processors.size(), 5);
+    // The device sets are among all devices.
+    test.events();
+    test.handler.DetectAllDevices();
+    QCOMPARE(test.events(), QStringLiteral("1"));
+}
+
+void WorkbenchHandlerTest::shouldTellHowFarADetectionIs_data()
+{
+    QTest::addColumn<int>("pause");
+    QTest::addColumn<QString>("steps");
+    QTest::newRow("at once") << 0 << QStringLiteral("0/2 2/2");
+    QTest::newRow("one by one") << 1 << QStringLiteral("0/2 1/2 2/2");
+}
+
+void WorkbenchHandlerTest::shouldTellHowFarADetectionIs()
+{
+    QFETCH(int, pause);
+    QFETCH(QString, steps);
+    HandlerUnderTest test;
+    test.store.changeAnswers([&](HandlerAnswers& answers) { answers.detectPauseMs = pause; });
+    QStringList seen;
+    test.handler.showProgress = [&](int done, int total) {
+        seen.append(QStringLiteral("%1/%2").arg(done).arg(total));
+    };
+    test.handler.DetectProcessorsOnly();
+    QCOMPARE(seen.join(QLatin1Char(' ')), steps);
+    QVERIFY(test.handler.GetProcessorNode(sampleId(12)).online);
+}
+
+void WorkbenchHandlerTest::shouldNotDetectInsideADetection()
+{
+    HandlerUnderTest test;
+    LogTrap log;
+    int steps = 0;
+    test.handler.showProgress = [&](int, int) {
+        if (++steps == 1)
+            test.handler.DetectProcessorsOnly();
+    };
+    test.handler.DetectProcessorsOnly();
+    QCOMPARE(steps, 2);
+    QCOMPARE(log.take(), QStringList({QStringLiteral("a detection is running already")}));
+}
+
+void WorkbenchHandlerTest::shouldLeaveADetectionOfAnotherProject()
+{
+    HandlerUnderTest test;
+    test.store.changeAnswers([](HandlerAnswers& answers) { answers.detectPauseMs = 1; });
+    QStringList seen;
+    test.handler.showProgress = [&](int done, int total) {
+        seen.append(QStringLiteral("%1/%2").arg(done).arg(total));
+        if (done == 1)
+            test.store.replace(smallProject());
+    };
+    test.handler.DetectProcessorsOnly();
+    QCOMPARE(seen.last(), QStringLiteral("2/2"));
+    QVERIFY(!test.handler.GetProcessorNode(sampleId(12)).online);
 }
 
 void WorkbenchHandlerTest::shouldHandleDeviceSets()

@@ -10,6 +10,7 @@
 #include "host/workbench/RecordFields.h"
 #include "host/workbench/RecordsPanel.h"
 #include "host/workbench/Session.h"
+#include "tests/support/DialogDriver.h"
 #include "tests/support/TreeDump.h"
 #include "tests/support/WarningTrap.h"
 #include "tests/workbench/SampleRecords.h"
@@ -31,6 +32,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSettings>
 #include <QSpinBox>
@@ -149,6 +151,9 @@ private slots:
     void shouldMarkProcessors();
     void shouldRaiseAnyEvent();
     void shouldLogTheTree();
+    void shouldShowHowFarADetectionIs();
+    void shouldLockByKey();
+    void shouldWarnOfTheSelectedProcessors();
     void shouldFollowTheLanguage();
     void shouldKeepTheProjectWhenAFileIsDamaged();
     void shouldSaveAndRemember();
@@ -654,6 +659,81 @@ void WorkbenchWindowTest::shouldLogTheTree()
     test.action(Do::ApplyLock)->trigger();
     test.action(Do::DetectDevices)->trigger();
     QVERIFY(test.processor(11).online);
+    test.waitForPanel();
+}
+
+void WorkbenchWindowTest::shouldShowHowFarADetectionIs()
+{
+    WorkbenchUnderTest test;
+    test.store().changeAnswers([](HandlerAnswers& answers) { answers.detectPauseMs = 1; });
+    const auto* bar = test.window.statusBar()->findChild<QProgressBar*>();
+    QVERIFY(bar);
+    QVERIFY(!bar->isVisible());
+    QList<int> values;
+    connect(bar, &QProgressBar::valueChanged, bar, [&](int value) {
+        values.append(value);
+        // The panel that asked for it waits.
+        auto* button = test.session.layer()->GetWidget()->findChild<QToolButton*>();
+        QVERIFY(!button->isEnabled());
+    });
+    auto* panel = test.session.layer()->GetWidget();
+    QTest::mouseClick(panel->findChild<QToolButton*>(), Qt::LeftButton);
+    QCOMPARE(values, QList<int>({0, 1, 2}));
+    QVERIFY(!bar->isVisible());
+    QCOMPARE(test.window.statusBar()->currentMessage(), QStringLiteral("Processors found: 2"));
+    QVERIFY(test.processor(12).online);
+    test.waitForPanel();
+}
+
+void WorkbenchWindowTest::shouldLockByKey()
+{
+    WorkbenchUnderTest test;
+    auto* panel = test.session.layer()->GetWidget();
+    const auto* selector = panel->findChild<QComboBox*>();
+    const auto act = [&](int key, int what) {
+        test.action(Do::LockByKey)->trigger();
+        auto* dialog = openDialog<QDialog>();
+        dialog->findChild<QSpinBox*>()->setValue(key);
+        dialog->findChild<QComboBox*>()->setCurrentIndex(what);
+        QTest::keyClick(dialog, Qt::Key_Return);
+        QTRY_VERIFY(!QApplication::activeModalWidget());
+    };
+    act(7, 0);
+    QVERIFY(!selector->isEnabled());
+    act(8, 1);
+    QVERIFY(selector->isEnabled());
+    auto* tree = panel->findChild<QTreeView*>();
+    QCOMPARE(tree->contextMenuPolicy(), Qt::DefaultContextMenu);
+    act(7, 2);
+    QCOMPARE(tree->contextMenuPolicy(), Qt::PreventContextMenu);
+    // Another panel knows nothing of the locks.
+    test.action(Do::LockOperations)->trigger();
+    test.action(Do::ClosePanel)->trigger();
+    test.action(Do::OpenPanel)->trigger();
+    QVERIFY(!test.action(Do::LockOperations)->isChecked());
+    QVERIFY(test.session.layer()->GetWidget()->findChild<QComboBox*>()->isEnabled());
+    test.waitForPanel();
+}
+
+void WorkbenchWindowTest::shouldWarnOfTheSelectedProcessors()
+{
+    WorkbenchUnderTest test;
+    const auto warning = [&] {
+        QStringList lines;
+        DialogDriver driver;
+        driver.then([&](QWidget& dialog) {
+            lines = dialog.accessibleDescription().split(QLatin1Char('\n'));
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+        test.action(Do::LanUsbWarning)->trigger();
+        const bool isAnswered = QTest::qWaitFor([&] { return driver.isDone(); });
+        return isAnswered ? lines.mid(1) : QStringList({QStringLiteral("not shown")});
+    };
+    QCOMPARE(warning().size(), 3);
+    test.window.records().select({sampleId(12)});
+    QCOMPARE(warning(), QStringList({QStringLiteral("P12 (IP:10.0.0.2)")}));
+    test.store().removeProcessors({sampleId(11), sampleId(12), sampleId(13), sampleId(14)});
+    QCOMPARE(warning(), QStringList());
     test.waitForPanel();
 }
 

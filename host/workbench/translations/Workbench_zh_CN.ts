@@ -164,6 +164,10 @@
         <translation>应用锁定(&amp;Y)</translation>
     </message>
     <message>
+        <source>Lock by &amp;key...</source>
+        <translation>按键值锁定(&amp;K)...</translation>
+    </message>
+    <message>
         <source>Show the LAN-&amp;USB warning</source>
         <translation>显示 LAN-USB 警告(&amp;U)</translation>
     </message>
@@ -434,6 +438,33 @@
     </message>
 </context>
 <context>
+    <name>LockDialog</name>
+    <message>
+        <source>Lock by key</source>
+        <translation>按键值锁定</translation>
+    </message>
+    <message>
+        <source>Lock</source>
+        <translation>锁定</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>解锁</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>&amp;Key</source>
+        <translation>键值(&amp;K)</translation>
+    </message>
+    <message>
+        <source>&amp;Do</source>
+        <translation>操作(&amp;D)</translation>
+    </message>
+</context>
+<context>
     <name>LogPanel</name>
     <message>
         <source>Filter: words to find, -word to leave out</source>
@@ -493,6 +524,18 @@
     <message>
         <source>Live log</source>
         <translation>实时日志</translation>
+    </message>
+    <message>
+        <source>Processors found: %1</source>
+        <translation>找到的处理器：%1</translation>
+    </message>
+    <message>
+        <source>Detecting devices...</source>
+        <translation>正在检测设备...</translation>
+    </message>
+    <message>
+        <source>Detection</source>
+        <translation>检测</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,46 @@
+#include "plugin/DeviceDetection.h"
+
+#include "plugin/TargetSelectHandler.h"
+
+#include <QPointer>
+#include <QWidget>
+
+namespace {
+
+bool isRestricted()
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler && handler->IsRestrictedMode();
+}
+
+void detect(DetectionScope scope)
+{
+    const bool all = scope == DetectionScope::AllDevices || isRestricted();
+    const auto handler = GetTargetSelectHandler();
+    if (!handler)
+        return;
+    if (all)
+        handler->DetectAllDevices();
+    else
+        handler->DetectProcessorsOnly();
+}
+
+} // namespace
+
+void detectDevices(QWidget* button, DetectionScope scope)
+{
+    if (!button->isEnabled())
+        return;
+    // The host may destroy the button with its panel whenever it is asked.
+    const QPointer<QWidget> alive(button);
+    const bool focused = button->hasFocus();
+    button->setEnabled(false);
+    const QPointer<QWidget> next = button->window()->focusWidget();
+    detect(scope);
+    if (!alive)
+        return;
+    button->setEnabled(true);
+    // A disabled widget hands the focus on; whoever works by keyboard gets it back.
+    if (focused && button->window()->focusWidget() == next)
+        button->setFocus(Qt::OtherFocusReason);
+}

@@ -1,0 +1,33 @@
+#include "plugin/IPManagement.h"
+
+#include "ipmanage/HostIPList.h"
+#include "ipmanage/IPManageDialog.h"
+#include "plugin/TargetSelectHandler.h"
+
+#include <QPointer>
+#include <QWidget>
+
+namespace {
+
+bool isDetectionDue(const QStringList& before, const QStringList& after)
+{
+    const auto handler = GetTargetSelectHandler();
+    return handler && handler->IpListChanged(before, after);
+}
+
+} // namespace
+
+void manageIPAddresses(QWidget* panel)
+{
+    // The host may destroy the panel whenever it is asked, and while the dialog is open.
+    const QPointer<QWidget> alive(panel);
+    const QStringList before = HostIPList::entries();
+    if (!alive)
+        return;
+    CIPManageDialog(panel).exec();
+    const QStringList after = HostIPList::entries();
+    if (!isDetectionDue(before, after))
+        return;
+    if (const auto handler = GetTargetSelectHandler())
+        handler->DetectProcessorsOnly();
+}
