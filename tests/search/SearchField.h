@@ -79,6 +79,7 @@ struct SearchField
         other = new QLineEdit(window);
         other->setGeometry(200, 10, 80, 24);
         completer = new CProcessorCompleter(field, window);
+        list = listOf(*field);
         QObject::connect(field, &QLineEdit::textEdited, completer.data(),
                          &CProcessorCompleter::setFilterText);
         spy = std::make_unique<QSignalSpy>(completer.data(), &CProcessorCompleter::activated);
@@ -102,15 +103,7 @@ struct SearchField
         return item ? item->index() : QModelIndex();
     }
 
-    static QListView* popup()
-    {
-        const auto widgets = QApplication::topLevelWidgets();
-        for (QWidget* widget : widgets) {
-            if (widget->objectName() == QLatin1String("ProcessorCompleter"))
-                return qobject_cast<QListView*>(widget);
-        }
-        return nullptr;
-    }
+    QListView* popup() const { return list; }
 
     bool isOpen() const { return completer->isOpen(); }
 
@@ -128,21 +121,21 @@ struct SearchField
     }
 
     /// "Stage 1,Stage 10": the rows of the list.
-    static QString rows()
+    QString rows() const
     {
         QStringList names;
-        const QAbstractItemModel* list = popup()->model();
-        for (int row = 0; row < list->rowCount(); ++row)
-            names.append(list->index(row, 0).data().toString());
+        const QAbstractItemModel* results = popup()->model();
+        for (int row = 0; row < results->rowCount(); ++row)
+            names.append(results->index(row, 0).data().toString());
         return names.join(QLatin1Char(','));
     }
 
-    static QModelIndex row(int n) { return popup()->model()->index(n, 0); }
+    QModelIndex row(int n) const { return popup()->model()->index(n, 0); }
 
-    static QString current() { return popup()->currentIndex().data().toString(); }
+    QString current() const { return popup()->currentIndex().data().toString(); }
 
     /// Middle of row `n` in the popup.
-    static QPoint place(int n)
+    QPoint place(int n) const
     {
         const QRect rect = popup()->visualRect(row(n));
         return popup()->viewport()->mapTo(popup(), rect.center());
@@ -166,5 +159,19 @@ struct SearchField
     QPointer<FieldProbe> field;
     QPointer<QLineEdit> other;
     QPointer<CProcessorCompleter> completer;
+    QPointer<QListView> list; // the completer's
     std::unique_ptr<QSignalSpy> spy;
+
+private:
+    /// The panel has a list of its own.
+    static QListView* listOf(const QWidget& field)
+    {
+        const auto widgets = QApplication::topLevelWidgets();
+        for (QWidget* widget : widgets) {
+            if (widget->objectName() == QLatin1String("ProcessorCompleter")
+                && widget->focusProxy() == &field)
+                return qobject_cast<QListView*>(widget);
+        }
+        return nullptr;
+    }
 };

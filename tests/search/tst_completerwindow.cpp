@@ -63,7 +63,7 @@ struct RealField : SearchField
     }
 
     QPoint global(const QPoint& place) const { return window->mapToGlobal(place); }
-    static QPoint globalRow(int n) { return popup()->mapToGlobal(place(n)); }
+    QPoint globalRow(int n) const { return popup()->mapToGlobal(place(n)); }
     static bool isGone() { return !QApplication::activePopupWidget(); }
 
     /// Whether the display has the window where Qt believes that it is, with the keyboard.
