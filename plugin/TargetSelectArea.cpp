@@ -244,16 +244,20 @@ void CTargetSelectArea::onLANUSBGetProcessorIP()
 {
     const QPointer<CTargetSelectArea> alive(this);
     QList<quint32> addresses;
-    const auto handler = GetTargetSelectHandler();
-    if (handler && handler->IsLanUsbMode())
-        addresses = handler->GetLanUsbProcessorIps();
+    if (askHost(&Host::IsLanUsbMode) && alive)
+        addresses = askHost(&Host::GetLanUsbProcessorIps);
     if (!alive)
         return;
     if (!addresses.isEmpty()) {
-        m_processorIpLabel->setText(QStringLiteral("Processor1 IP: ")
-                                    + QHostAddress(addresses.first()).toString());
+        m_lanUsbAddress = addresses.first();
+        showLanUsbAddress();
     }
     m_processorIpLabel->setVisible(!addresses.isEmpty());
+}
+
+void CTargetSelectArea::showLanUsbAddress()
+{
+    m_processorIpLabel->setText(tr("Processor1 IP: ") + QHostAddress(m_lanUsbAddress).toString());
 }
 
 void CTargetSelectArea::UpdateMonitorWarningState()
@@ -291,6 +295,7 @@ void CTargetSelectArea::retranslate()
     entries.at(0)->setText(tr("All devices"));
     entries.at(1)->setText(tr("Processors only"));
     m_deviceSetSelector->setAccessibleName(tr("Device set"));
+    showLanUsbAddress();
     CTargetSelectData::Instance()->GetModel()->updateRootText();
 }
 

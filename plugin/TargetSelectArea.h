@@ -83,6 +83,7 @@ protected:
 
 private:
     void retranslate();
+    void showLanUsbAddress();
     void registerObserver();
     void updateIpManagement();
 
@@ -92,5 +93,6 @@ private:
     CDeviceSetSelector* m_deviceSetSelector; // Qt child
     CProcessorTree* m_tree;                  // Qt child
     CLanUsbWarnings* m_warnings;             // Qt child
+    quint32 m_lanUsbAddress = 0;             // of the first LAN-USB processor
     int m_detectStrategy = 0;
 };

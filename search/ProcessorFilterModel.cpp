@@ -212,6 +212,7 @@ void CProcessorFilterModel::refreshRows()
     changePersistentIndexList(held, moved);
 }
 
+/// Names and icons do not move rows, nor does anything here take up further ones.
 void CProcessorFilterModel::onDataChanged(const QModelIndex& topLeft,
                                           const QModelIndex& bottomRight, const QVector<int>& roles)
 {

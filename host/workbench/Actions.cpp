@@ -96,6 +96,8 @@ const QVector<MenuEntries>& menus()
            kCheckable},
           {Do::ApplyLock, QT_TRANSLATE_NOOP("Actions", "Appl&y the lock"), "Ctrl+Alt+Y", 0},
           {Do::LockByKey, QT_TRANSLATE_NOOP("Actions", "Lock by &key..."), "Ctrl+Alt+K", 0},
+          {Do::RepaintWarnings, QT_TRANSLATE_NOOP("Actions", "Repaint &monitor warnings"),
+           "Ctrl+Alt+M", 0},
           {Do::LanUsbWarning, QT_TRANSLATE_NOOP("Actions", "Show the LAN-&USB warning"),
            "Ctrl+Alt+U", 0},
           {Do::Reconnect, QT_TRANSLATE_NOOP("Actions", "Re&connect"), "Ctrl+Alt+C", kNewSection},

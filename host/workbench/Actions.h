@@ -46,6 +46,7 @@ enum class Do {
     LockOperations,
     ApplyLock,
     LockByKey,
+    RepaintWarnings,
     LanUsbWarning,
     Reconnect,
     ClosePanel,

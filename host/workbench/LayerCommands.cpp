@@ -109,6 +109,7 @@ void LayerCommands::connectActions()
     });
     onLayer(Do::ApplyLock, [](auto& layer) { layer.ApplyOperationLock(kLockKey); });
     onLayer(Do::LockByKey, [this](auto&) { lockByKey(); });
+    onLayer(Do::RepaintWarnings, [](auto& layer) { layer.UpdateMonitorWarningState(); });
     onLayer(Do::LanUsbWarning, [this](auto& layer) {
         layer.ShowLanUsbWarning(
             lanUsbProcessors(m_session.store().snapshot(), m_records.selectedProcessors()));
@@ -164,6 +165,8 @@ void LayerCommands::lockByKey()
             layer->ApplyOperationLock(key);
         else if (layer)
             layer->SetOperationLock(key, what == LockDialog::Lock);
+        if (layer && key == kLockKey && what != LockDialog::Apply)
+            m_actions[Do::LockOperations]->setChecked(what == LockDialog::Lock);
     });
     dialog->open();
 }
@@ -184,9 +187,10 @@ void LayerCommands::showNotice()
 void LayerCommands::updateEnabled()
 {
     const bool hasPanel = m_session.layer() != nullptr;
-    for (const Do what : {Do::SetReadOnly, Do::RemoveAllGroups, Do::LogTree, Do::LogAcceptedTree,
-                          Do::LogProcessors, Do::DetectDevices, Do::LockOperations, Do::ApplyLock,
-                          Do::LockByKey, Do::LanUsbWarning, Do::Reconnect, Do::ClosePanel})
+    for (const Do what :
+         {Do::SetReadOnly, Do::RemoveAllGroups, Do::LogTree, Do::LogAcceptedTree, Do::LogProcessors,
+          Do::DetectDevices, Do::LockOperations, Do::ApplyLock, Do::LockByKey, Do::RepaintWarnings,
+          Do::LanUsbWarning, Do::Reconnect, Do::ClosePanel})
         m_actions[what]->setEnabled(hasPanel);
 }
 

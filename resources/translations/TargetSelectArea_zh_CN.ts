@@ -399,6 +399,10 @@
         <translation>仅处理器</translation>
     </message>
     <message>
+        <source>Processor1 IP: </source>
+        <translation>处理器1 IP：</translation>
+    </message>
+    <message>
         <source>Device set</source>
         <translation>设备组</translation>
     </message>

@@ -327,6 +327,11 @@ void PanelTest::shouldShowTheFirstLanUsbAddress()
     shown.host().lanUsbIps = {0, 1};
     shown.area().onLANUSBGetProcessorIP();
     QCOMPARE(shown.label()->text(), QStringLiteral("Processor1 IP: 0.0.0.0"));
+    {
+        const ChineseTexts chinese;
+        QTRY_COMPARE(shown.label()->text(), QStringLiteral("处理器1 IP：0.0.0.0"));
+    }
+    QTRY_COMPARE(shown.label()->text(), QStringLiteral("Processor1 IP: 0.0.0.0"));
     shown.host().lanUsbMode = false;
     shown.area().onLANUSBGetProcessorIP();
     QVERIFY(!shown.label()->isVisible());

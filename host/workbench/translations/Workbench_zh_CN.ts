@@ -160,6 +160,10 @@
         <translation>锁定操作(&amp;L)</translation>
     </message>
     <message>
+        <source>Repaint &amp;monitor warnings</source>
+        <translation>重绘监控告警(&amp;M)</translation>
+    </message>
+    <message>
         <source>Appl&amp;y the lock</source>
         <translation>应用锁定(&amp;Y)</translation>
     </message>
