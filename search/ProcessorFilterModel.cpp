@@ -95,7 +95,8 @@ QModelIndex rowAt(const Rows& rows, int row)
 {
     if (row < 0 || row >= static_cast<int>(rows.size()))
         return {};
-    return rows[static_cast<std::size_t>(row)];
+    const QModelIndex& index = rows[static_cast<std::size_t>(row)];
+    return index;
 }
 
 } // namespace

@@ -135,7 +135,7 @@ void NetUsbTipDlgTest::shouldNameTheDeviceAndItsProcessors()
     QCOMPARE(shown.texts(), QStringList({header(QStringLiteral("Device 1,Device 2")),
                                          QStringLiteral("Processor 1 (IP:192.168.0.1)"),
                                          QStringLiteral("Processor 2 (IP:192.168.0.2)")}));
-    QVERIFY(shown.labels().first()->wordWrap());
+    QVERIFY(shown.labels().constFirst()->wordWrap());
     const auto buttons = shown.dialog.findChildren<QPushButton*>();
     QCOMPARE(buttons.size(), 1);
     QCOMPARE(buttons.first()->text(), QStringLiteral("OK"));
@@ -171,7 +171,7 @@ void NetUsbTipDlgTest::shouldNameADeviceAsOftenAsItComes()
     Records list = records(2);
     list[1].deviceName = list[0].deviceName;
     const ShownDialog shown(list);
-    QCOMPARE(shown.texts().first(), header(QStringLiteral("Device 1,Device 1")));
+    QCOMPARE(shown.texts().constFirst(), header(QStringLiteral("Device 1,Device 1")));
 }
 
 void NetUsbTipDlgTest::shouldCutALongNameAndKeepTheAddress_data()
@@ -188,7 +188,7 @@ void NetUsbTipDlgTest::shouldCutALongNameAndKeepTheAddress()
 {
     QFETCH(QByteArray, name);
     const ShownDialog shown({{"192.168.200.100", name.toStdString(), "Device"}});
-    CWrappedLabel* line = shown.labels().last();
+    CWrappedLabel* line = shown.labels().constLast();
     const QString end = QStringLiteral(" (IP:192.168.200.100)");
     QVERIFY2(line->text().endsWith(QChar(0x2026) + end), qPrintable(line->text()));
     const QString cut = line->text().chopped(end.size());
@@ -210,7 +210,7 @@ void NetUsbTipDlgTest::shouldTakePlaceholdersForText()
 void NetUsbTipDlgTest::shouldTakeMarkupForText()
 {
     const ShownDialog shown({{"<i>1</i>", "<b>R&D</b>", "<img src='x'/>"}});
-    QCOMPARE(shown.texts().last(), QStringLiteral("<b>R&D</b> (IP:<i>1</i>)"));
+    QCOMPARE(shown.texts().constLast(), QStringLiteral("<b>R&D</b> (IP:<i>1</i>)"));
     for (const CWrappedLabel* label : shown.labels())
         QCOMPARE(label->textFormat(), Qt::PlainText);
 }
@@ -250,8 +250,8 @@ void NetUsbTipDlgTest::shouldWrapALongListOfDevices()
         processor.deviceName = "Sending-card-without-a-blank-in-its-name";
     const ShownDialog shown(list);
     QCOMPARE(shown.dialog.width(), 293);
-    CWrappedLabel* label = shown.labels().first();
-    QVERIFY(label->height() >= narrow.labels().first()->height() + 4 * shown.lineHeight());
+    CWrappedLabel* label = shown.labels().constFirst();
+    QVERIFY(label->height() >= narrow.labels().constFirst()->height() + 4 * shown.lineHeight());
     QVERIFY(inkRight(*label) < label->width());
     QVERIFY(shown.dialog.rect().contains(label->geometry()));
 }
@@ -265,7 +265,7 @@ void NetUsbTipDlgTest::shouldKeepItsButtonOnTheScreenWhateverItIsTold()
     const QRect place(button->mapTo(&shown.dialog, QPoint()), button->size());
     QVERIFY(shown.dialog.rect().contains(place));
     // Only what is seen ends in an ellipsis.
-    QVERIFY(shown.texts().first().startsWith(QString(10000, QLatin1Char('x'))));
+    QVERIFY(shown.texts().constFirst().startsWith(QString(10000, QLatin1Char('x'))));
 }
 
 void NetUsbTipDlgTest::shouldLeaveRoomBelowTheHeaderAndTheLastLine()
@@ -322,11 +322,11 @@ void NetUsbTipDlgTest::shouldSpeakChineseToo()
     QCoreApplication::installTranslator(&translator);
     const ShownDialog shown(records(7));
     QCOMPARE(shown.texts().size(), 6);
-    QVERIFY(shown.texts().first().startsWith(
+    QVERIFY(shown.texts().constFirst().startsWith(
         QString::fromUtf8("Device 1,Device 2,Device 3,Device 4,Device 5 不支持 LAN-USB 连接")));
     QCOMPARE(shown.texts().at(1), QStringLiteral("Processor 1 (IP:192.168.0.1)"));
     const ShownDialog nothing({});
-    QVERIFY(nothing.texts().first().startsWith(QString::fromUtf8(" 不支持 LAN-USB 连接")));
+    QVERIFY(nothing.texts().constFirst().startsWith(QString::fromUtf8(" 不支持 LAN-USB 连接")));
 }
 
 void NetUsbTipDlgTest::shouldFollowALanguageChangeWhileOpen()
@@ -337,10 +337,10 @@ void NetUsbTipDlgTest::shouldFollowALanguageChangeWhileOpen()
     QVERIFY(translator.load(
         QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm")));
     QCoreApplication::installTranslator(&translator);
-    QTRY_VERIFY(shown.texts().first().startsWith(QString::fromUtf8("Device 1 不支持")));
+    QTRY_VERIFY(shown.texts().constFirst().startsWith(QString::fromUtf8("Device 1 不支持")));
     QCOMPARE(shown.texts().size(), 2);
     QCoreApplication::removeTranslator(&translator);
-    QTRY_COMPARE(shown.texts().first(), header(QStringLiteral("Device 1")));
+    QTRY_COMPARE(shown.texts().constFirst(), header(QStringLiteral("Device 1")));
     QTRY_COMPARE(shown.dialog.height(), english);
 }
 

@@ -117,7 +117,7 @@ private slots:
     void shouldPaintOneRowForOneRecord_data();
     void shouldPaintOneRowForOneRecord();
     void shouldPaintNothingForARecordOutOfSight();
-    void shouldPaintTwoRowsForAnotherSelection();
+    void shouldPaintBothRowsOfAnotherSelection();
     void shouldPaintNothingForTheSameAgain();
 };
 
@@ -213,7 +213,7 @@ void PanelIdleTest::shouldPaintNothingForARecordOutOfSight()
     QCOMPARE(activity.paints, 0);
 }
 
-void PanelIdleTest::shouldPaintTwoRowsForAnotherSelection()
+void PanelIdleTest::shouldPaintBothRowsOfAnotherSelection()
 {
     RestingPanel panel;
     panel.shown.area().onCurrentProcessorChanged(testId(2));
@@ -222,10 +222,8 @@ void PanelIdleTest::shouldPaintTwoRowsForAnotherSelection()
     panel.shown.area().SetCurrentProcessor(testId(5));
     QTRY_VERIFY(!painted.region.isEmpty());
     QVERIFY(comesToRest());
-    const QRegion rows = QRegion(panel.row(2)) + panel.row(5);
     QVERIFY(painted.region.intersects(panel.row(2)));
     QVERIFY(painted.region.intersects(panel.row(5)));
-    QVERIFY(!rows.isEmpty());
 }
 
 void PanelIdleTest::shouldPaintNothingForTheSameAgain()

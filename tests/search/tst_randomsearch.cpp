@@ -105,7 +105,7 @@ private:
             if (!visibleRows(index).isEmpty())
                 visit(index);
             else if (index.data(NodeTypeRole).toInt() == NodeProcessor)
-                m_found.push_back({record(index).number, index});
+                m_found.emplace_back(record(index).number, index);
         }
     }
 
