@@ -22,12 +22,19 @@ Options parseOptions(const QStringList& arguments)
     const QCommandLineOption selfTest(
         QStringLiteral("self-test"),
         QStringLiteral("Check that the panel loads and shows the project, and quit."));
+    const QCommandLineOption trace(QStringLiteral("trace"),
+                                   QStringLiteral("Write the live log to <file>, too."),
+                                   QStringLiteral("file"));
+    const QCommandLineOption inspect(
+        QStringLiteral("inspect"),
+        QStringLiteral("Tell programs that connect to local socket <name> what is to be seen."),
+        QStringLiteral("name"));
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("A host application to develop against: docks the panel, holds a project, "
                        "raises events and shows what the panel asks."));
     parser.addHelpOption();
-    parser.addOptions({project, library, guiThread, tour, selfTest});
+    parser.addOptions({project, library, guiThread, tour, selfTest, trace, inspect});
     parser.process(arguments);
 
     Options options;
@@ -36,5 +43,7 @@ Options parseOptions(const QStringList& arguments)
     options.guiThreadEvents = parser.isSet(guiThread);
     options.tourFolder = parser.value(tour);
     options.selfTest = parser.isSet(selfTest);
+    options.traceFile = parser.value(trace);
+    options.inspectName = parser.value(inspect);
     return options;
 }

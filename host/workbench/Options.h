@@ -11,6 +11,8 @@ struct Options
     bool guiThreadEvents = false;
     QString tourFolder; ///< Empty for no tour.
     bool selfTest = false;
+    QString traceFile;   ///< Empty for none.
+    QString inspectName; ///< Empty for no inspector.
 };
 
 /// Reads the command line; `arguments` begins with the program's name. Prints the help and ends the

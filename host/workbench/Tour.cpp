@@ -30,13 +30,14 @@ constexpr int kLookAgainMs = 5;
 Tour::Tour(MainWindow& window, const QString& folder)
     : m_window(window)
     , m_folder(folder)
-    , m_trace(QDir(folder).filePath(QStringLiteral("trace.txt")))
+    , m_trace(window.session().trace(), QDir(folder).filePath(QStringLiteral("trace.txt")))
 {
 }
 
 int Tour::run()
 {
-    if (!QDir().mkpath(m_folder) || !openTrace()) {
+    QString problem;
+    if (!QDir().mkpath(m_folder) || !m_trace.open(problem)) {
         std::cerr << "workbench: cannot write to " << qPrintable(QDir::toNativeSeparators(m_folder))
                   << '\n';
         return 1;
@@ -206,17 +207,4 @@ bool Tour::takePicture(const QString& name)
     ++m_pictures;
     return picture.save(QDir(m_folder).filePath(
         QStringLiteral("%1-%2.png").arg(m_pictures, 2, 10, QLatin1Char('0')).arg(file)));
-}
-
-bool Tour::openTrace()
-{
-    if (!m_trace.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
-        return false;
-    QObject::connect(&m_window.session().trace(), &TraceModel::added, &m_window,
-                     [this](const QVector<TraceEntry>& entries) {
-                         for (const TraceEntry& entry : entries)
-                             m_trace.write(traceLine(entry).toUtf8() + '\n');
-                         m_trace.flush();
-                     });
-    return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QFile>
+#include "host/workbench/TraceFile.h"
+
 #include <QString>
 
 #include <functional>
@@ -34,11 +35,10 @@ private:
     bool perform(const Step& step);
     void pictureNextDialog(const QString& name);
     bool takePicture(const QString& name);
-    bool openTrace();
 
     MainWindow& m_window;
     QString m_folder;
-    QFile m_trace;
+    TraceFile m_trace;
     int m_pictures = 0;
     bool m_dialogAwaited = false;
 };

@@ -1,6 +1,7 @@
 #include "host/common/SoftwareName.h"
 #include "host/widgets/HostTheme.h"
 #include "host/workbench/Actions.h"
+#include "host/workbench/Inspector.h"
 #include "host/workbench/Language.h"
 #include "host/workbench/MainWindow.h"
 #include "host/workbench/Options.h"
@@ -9,6 +10,7 @@
 #include "host/workbench/SelfTest.h"
 #include "host/workbench/Session.h"
 #include "host/workbench/Tour.h"
+#include "host/workbench/TraceFile.h"
 
 #include <QApplication>
 #include <QSettings>
@@ -22,10 +24,22 @@ namespace {
 /// Loads what the command line names; the first failure is told in `problem`.
 void load(const Options& options, MainWindow& window, QString& problem)
 {
-    if (window.session().library().load(options.library, problem))
+    QString loadProblem;
+    if (window.session().library().load(options.library, loadProblem))
         window.openPanel();
+    if (problem.isEmpty())
+        problem = loadProblem;
     if (problem.isEmpty() && !options.project.isEmpty())
         window.files().open(options.project, problem);
+}
+
+/// Starts what the command line wants of the log and the windows to be told.
+void observe(const Options& options, TraceFile& trace, Inspector& inspector, QString& problem)
+{
+    if (!options.traceFile.isEmpty() && !trace.open(problem))
+        return;
+    if (!options.inspectName.isEmpty())
+        inspector.listen(options.inspectName, problem);
 }
 
 int runUnattended(const Options& options, MainWindow& window, const QString& problem)
@@ -57,10 +71,13 @@ int main(int argc, char** argv)
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, ownSettings.path());
 
     Session session;
+    TraceFile trace(session.trace(), options.traceFile);
+    Inspector inspector;
     Language language;
     MainWindow window(session, language);
     window.actions()[Do::GuiThreadEvents]->setChecked(options.guiThreadEvents);
     QString problem;
+    observe(options, trace, inspector, problem);
     load(options, window, problem);
     window.show();
     if (unattended) {

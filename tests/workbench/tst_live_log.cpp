@@ -1,11 +1,14 @@
 #include "host/common/WorkThread.h"
 #include "host/workbench/CallTrace.h"
 #include "host/workbench/LogFilter.h"
+#include "host/workbench/TraceFile.h"
 #include "host/workbench/TraceModel.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QAbstractItemModelTester>
+#include <QFile>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <future>
@@ -24,6 +27,8 @@ private slots:
     void shouldEmptyItself();
     void shouldWriteAPlainLine();
     void shouldKeepTextsShort();
+    void shouldWriteToAFile();
+    void shouldSayWhyItCannotWrite();
 };
 
 void LiveLogTest::shouldTakeLinesFromEveryThread()
@@ -139,6 +144,42 @@ void LiveLogTest::shouldKeepTextsShort()
     QCOMPARE(shortText(QUuid()), QStringLiteral("{}"));
     QCOMPARE(shortText(0xE0832001U), QStringLiteral("0xE0832001"));
     QCOMPARE(shortText(ProcessorNode()), QStringLiteral("no processor"));
+}
+
+/// Also what has no room in the model any more.
+void LiveLogTest::shouldWriteToAFile()
+{
+    const WarningTrap warnings;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("trace.txt"));
+    TraceModel trace;
+    trace.add(TraceEntry::Kind::Call, QStringLiteral("before"));
+    trace.flush();
+    TraceFile file(trace, path);
+    QVERIFY(!QFile::exists(path));
+    QString problem;
+    QVERIFY(file.open(problem));
+    for (int line = 0; line <= TraceModel::kMaxRows; ++line)
+        trace.add(TraceEntry::Kind::Event, QString::number(line));
+    trace.flush();
+    QFile written(path);
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = written.readAll().split('\n');
+    QCOMPARE(lines.size(), TraceModel::kMaxRows + 2);
+    QVERIFY(lines.first().endsWith("\tevent\tGUI\t0"));
+    QVERIFY(lines.last().isEmpty());
+    QCOMPARE(problem, QString());
+}
+
+void LiveLogTest::shouldSayWhyItCannotWrite()
+{
+    const WarningTrap warnings;
+    TraceModel trace;
+    TraceFile file(trace, QStringLiteral("/nowhere/trace.txt"));
+    QString problem;
+    QVERIFY(!file.open(problem));
+    QVERIFY2(problem.startsWith(QStringLiteral("/nowhere/trace.txt cannot be written: ")),
+             qPrintable(problem));
 }
 
 QTEST_GUILESS_MAIN(LiveLogTest)

@@ -431,6 +431,13 @@
     </message>
 </context>
 <context>
+    <name>Inspector</name>
+    <message>
+        <source>Nobody can connect to %1: %2</source>
+        <translation>无法连接到 %1：%2</translation>
+    </message>
+</context>
+<context>
     <name>LayerCommands</name>
     <message>
         <source>Target selection area</source>
@@ -874,6 +881,13 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>Records of the project</source>
         <translation>工程的记录</translation>
+    </message>
+</context>
+<context>
+    <name>TraceFile</name>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>无法写入 %1：%2</translation>
     </message>
 </context>
 <context>
