@@ -26,6 +26,9 @@ public:
     /// address space ends before.
     QList<quint32> addresses() const { return m_addresses; }
 
+    /// What went into the IP list, as dotted addresses.
+    QStringList addedTexts() const { return m_addedTexts; }
+
 protected:
     void OnAccept() override;
     void OnReject() override;

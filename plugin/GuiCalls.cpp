@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QPointer>
 #include <QThread>
 
 #include <deque>
@@ -36,7 +37,7 @@ struct CGuiCalls::Room
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<std::shared_ptr<Ticket>> queue;
-    int running = 0;        // nested ones from the queue
+    int running = 0;        // from the queue
     int questions = 0;      // nested ones of the GUI thread
     int questionNumber = 0; // of the outermost one
     bool closed = false;
@@ -64,12 +65,8 @@ CGuiCalls::~CGuiCalls()
 
 void CGuiCalls::resume()
 {
-    std::size_t waiting = 0;
-    {
-        const std::lock_guard guard(m_room->mutex);
-        waiting = m_room->queue.size();
-    }
-    for (; waiting > 0; --waiting)
+    // Those that found it busy; the others are on their way still.
+    for (; m_missed > 0; --m_missed)
         poke();
 }
 
@@ -85,11 +82,16 @@ bool CGuiCalls::run(Call call)
 {
     if (isHere()) {
         settle();
-        if (isBusy()) {
+        if (isBusy() || isQueued()) {
             enqueue(std::move(call));
             return false;
         }
+        // The call may destroy this object.
+        const QPointer<CGuiCalls> alive(this);
+        ++m_direct;
         call();
+        if (alive && --m_direct == 0)
+            resume();
         return true;
     }
     const auto room = m_room;
@@ -123,7 +125,13 @@ bool CGuiCalls::settle()
         return run([] {});
     for (; queued > 0; --queued)
         runNext();
-    return !isBusy();
+    return !isQueued();
+}
+
+bool CGuiCalls::isQueued() const
+{
+    const std::lock_guard guard(m_room->mutex);
+    return !m_room->queue.empty();
 }
 
 void CGuiCalls::close()
@@ -147,23 +155,27 @@ void CGuiCalls::customEvent(QEvent* event)
         runNext();
 }
 
-/// Runs the first call of the queue, if there is one; however it ends, the end is told.
+/// Runs the first call of the queue, unless another one is in the middle of its work.
 void CGuiCalls::runNext()
 {
-    if (isBusy())
-        return;
-    // The call may destroy this object.
     const auto room = m_room;
     std::shared_ptr<Ticket> ticket;
     {
+        const bool busy = isBusy();
         const std::lock_guard guard(room->mutex);
         if (room->queue.empty())
             return;
+        if (busy || m_direct > 0 || room->running > 0) {
+            ++m_missed;
+            return;
+        }
         ticket = std::move(room->queue.front());
         room->queue.pop_front();
         ticket->started = true;
         ++room->running;
     }
+    // The call may destroy this object.
+    const QPointer<CGuiCalls> alive(this);
     ticket->call();
     ticket->call = nullptr;
     {
@@ -173,6 +185,14 @@ void CGuiCalls::runNext()
         ticket->ended = true;
     }
     room->changed.notify_all();
+    if (alive)
+        resume();
+}
+
+bool CGuiCalls::isAsking() const
+{
+    const std::lock_guard guard(m_room->mutex);
+    return m_room->questions > 0;
 }
 
 bool CGuiCalls::isHere() const

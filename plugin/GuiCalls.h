@@ -34,7 +34,8 @@ public:
     /// Has the calls run that had to wait, soon. GUI thread.
     void resume();
 
-    /// Runs `call` at once on the GUI thread, behind what is queued, else queues it. Any thread.
+    /// Runs `call` at once on the GUI thread, behind what is queued. Else, and where what is queued
+    /// has to wait, queues it. Any thread.
     void post(Call call);
 
     /// The same, but another thread waits for the end of `call`. Hold no lock that the GUI thread
@@ -53,6 +54,9 @@ public:
     /// How long a caller waits at most.
     std::chrono::milliseconds patience() const { return m_patience; }
     void setPatience(std::chrono::milliseconds patience) { m_patience = patience; }
+
+    /// Whether the GUI thread is inside a question to the host. GUI thread.
+    bool isAsking() const;
 
     /// While one lives, the GUI thread is inside a question to the host, which may raise events on
     /// another thread and wait for them there. Callers are released when one question takes longer
@@ -78,11 +82,14 @@ private:
 
     bool isHere() const;
     bool isBusy() const { return m_isBusy && m_isBusy(); }
+    bool isQueued() const;
     std::shared_ptr<Ticket> enqueue(Call call);
     void runNext();
     void poke();
 
     std::shared_ptr<Room> m_room;
     std::function<bool()> m_isBusy;
+    int m_direct = 0; // nested calls that were not queued; GUI thread
+    int m_missed = 0; // pokes that came while no call could run; GUI thread
     std::chrono::milliseconds m_patience{5000};
 };

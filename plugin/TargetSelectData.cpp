@@ -204,14 +204,11 @@ void CTargetSelectData::dispatch(CSubject* subject)
         break;
     case CurrentProcessorChanged: {
         QUuid current;
+        const quint32 reports = m_reports;
         if (!askHost([&](Handler& handler) { current = handler.GetCurrentProcessorId(); }))
             break;
-        postJob(event, [this, current] {
-            m_calls.run([current] {
-                QMetaObject::invokeMethod(CTargetSelectArea::Existing(),
-                                          "onCurrentProcessorChanged", Qt::DirectConnection,
-                                          Q_ARG(QUuid, current));
-            });
+        postJob(event, [this, current, reports] {
+            m_calls.run([this, current, reports] { showCurrentProcessor(current, reports); });
         });
         break;
     }
@@ -230,6 +227,16 @@ void CTargetSelectData::dispatch(CSubject* subject)
     }
 }
 
+/// Selects the host's current processor. The answer may be older than what the user has picked
+/// since, of which the host's next event 30 told in vain: it came while that was being reported.
+void CTargetSelectData::showCurrentProcessor(QUuid current, quint32 reports)
+{
+    if (const auto handler = reports == m_reports ? nullptr : GetTargetSelectHandler())
+        current = handler->GetCurrentProcessorId();
+    QMetaObject::invokeMethod(CTargetSelectArea::Existing(), "onCurrentProcessorChanged",
+                              Qt::DirectConnection, Q_ARG(QUuid, current));
+}
+
 CProcessorTreeModel* CTargetSelectData::GetModel()
 {
     const CLendableLock::CReader reader(m_lock);
@@ -238,9 +245,8 @@ CProcessorTreeModel* CTargetSelectData::GetModel()
 
 void CTargetSelectData::ResetModel()
 {
-    // What is queued belongs to the tree that goes.
-    m_calls.settle();
-    m_model->clearToRoot();
+    // Behind what is queued, which belongs to the tree that goes.
+    m_calls.post([this] { m_model->clearToRoot(); });
 }
 
 void CTargetSelectData::RemoveAllGroups()
@@ -268,6 +274,8 @@ bool CTargetSelectData::IsSelectionEchoGuarded() const
 void CTargetSelectData::SetSelectionEchoGuard(bool guarded)
 {
     m_selectionEchoGuard = guarded;
+    if (guarded)
+        ++m_reports;
 }
 
 void CTargetSelectData::GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAccepted)

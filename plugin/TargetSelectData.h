@@ -96,6 +96,7 @@ private:
     void updateMonitorState(const QList<QUuid>& ids);
     void rewriteRecord(const QUuid& id);
 
+    void showCurrentProcessor(QUuid current, quint32 reports);
     void postJob(quint32 event, std::function<void()> job);
     void postToPanel(std::function<void(QObject*)> call);
     bool askHost(const std::function<void(Handler&)>& question);
@@ -109,6 +110,7 @@ private:
     std::unique_ptr<CProcessorTreeModel> m_model;
     std::atomic<bool> m_readOnly{false};
     std::atomic<bool> m_selectionEchoGuard{false};
+    std::atomic<quint32> m_reports{0}; // of the user's own choices
     CGuiCalls m_calls;
 
     std::mutex m_updatesMutex;

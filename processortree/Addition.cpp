@@ -4,12 +4,15 @@
 #include "ipmanage/AddBothIpDialog.h"
 #include "ipmanage/AddSingleIPDialog.h"
 #include "ipmanage/HostIPList.h"
+#include "ipmanage/IPText.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/CustomAddProcessor.h"
 
 #include <QPointer>
 #include <QUuid>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace {
 
@@ -62,22 +65,32 @@ std::optional<Addition> askForAddresses(AddKind kind, bool forList, QWidget* par
         if (dialog.exec() != QDialog::Accepted)
             return {};
         addition.addresses = dialog.addresses();
+        const QStringList added = dialog.addedTexts();
+        for (const QString& text : added)
+            addition.addresses.append(addressOfText(text));
     }
     return addition;
 }
 
-/// The dialog puts its addresses into the host's list; what is new there is what it produced.
+/// The dialog puts its addresses into the host's list; their entries are what it produced, whatever
+/// else came into the list meanwhile.
 std::optional<Addition> askForEntries(AddKind kind, QWidget* parent)
 {
     const QPointer<QWidget> alive(parent);
-    QStringList before = HostIPList::entries();
-    if (!alive || !askForAddresses(kind, true, parent))
+    HostIPList::entries(); // a host may bring its list up to date when it is asked
+    const std::optional<Addition> produced =
+        alive ? askForAddresses(kind, true, parent) : std::nullopt;
+    if (!produced)
         return {};
     Addition addition;
-    const QStringList after = HostIPList::entries();
-    for (const QString& entry : after) {
-        if (!before.removeOne(entry))
-            addition.entries.append(entry);
+    const QStringList entries = HostIPList::entries();
+    for (const quint32 address : produced->addresses) {
+        const auto isIts = [address](const QString& entry) {
+            return addressOfText(addressOfEntry(entry)) == address;
+        };
+        const auto entry = std::find_if(entries.begin(), entries.end(), isIts);
+        if (entry != entries.end())
+            addition.entries.append(*entry);
     }
     return addition;
 }

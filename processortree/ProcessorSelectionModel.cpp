@@ -14,6 +14,15 @@ CProcessorSelectionModel::CProcessorSelectionModel(QAbstractItemModel* model,
                                                    QAbstractItemView* view)
     : CProcessorItemSelectionModel(model, view)
 {
+    // Where the current row is removed, Qt has any neighbour take over. Queued: others have yet to
+    // hear of that one.
+    connect(
+        this, &QItemSelectionModel::currentChanged, this,
+        [this] {
+            if (currentIndex().isValid() && nodeType(currentIndex()) != NodeProcessor)
+                clearCurrentIndex();
+        },
+        Qt::QueuedConnection);
 }
 
 void CProcessorSelectionModel::setCurrentIndex(const QModelIndex& index,
@@ -27,7 +36,7 @@ void CProcessorSelectionModel::setCurrentIndex(const QModelIndex& index,
     // The host may take the row away, or the view with this, whenever it is asked or told.
     const QPointer<CProcessorSelectionModel> self(this);
     const QPersistentModelIndex row(index);
-    if (currentIndex().isValid()) {
+    if (nodeType(currentIndex()) == NodeProcessor) {
         const QUuid previous = currentIndex().data(UuidRole).toUuid();
         askHost(&Host::GetProcessorNode, previous);
         if (!self)

@@ -63,6 +63,11 @@ CProcessorTree::CProcessorTree(QWidget* parent)
 
 CProcessorTree::~CProcessorTree()
 {
+    if (CTargetSelectData::Instance()->guiCalls().isAsking()) {
+        // The host ends the panel in its answer: Qt may be in the middle of one of the view's
+        // events.
+        m_treeView->outlivePanel();
+    }
     if (m_stepsFromMenu == 0)
         return;
     // Qt is still busy with the menu and its button further down the stack.
@@ -122,9 +127,9 @@ void CProcessorTree::createTree()
     m_treeView->setModel(model);
     expandBranches(*m_treeView);
     connect(model, &QAbstractItemModel::modelReset, m_treeView,
-            [this] { expandBranches(*m_treeView); });
+            [view = m_treeView] { expandBranches(*view); });
     connect(model, &QAbstractItemModel::rowsInserted, m_treeView,
-            [this](const QModelIndex& parentIndex) { m_treeView->expand(parentIndex); });
+            [view = m_treeView](const QModelIndex& parentIndex) { view->expand(parentIndex); });
 }
 
 void CProcessorTree::createLayout()

@@ -225,6 +225,9 @@ bool CProcessorTreeDelegate::eventFilter(QObject* watched, QEvent* event)
     const bool isViewport = watched == m_viewport;
     if (isViewport && event->type() == QEvent::Leave)
         leaveButton();
+    else if (isViewport && event->type() == QEvent::MouseMove
+             && !isInside(m_button, static_cast<QMouseEvent*>(event)->localPos()))
+        leaveButton(); // also where there is no row to tell of it
     else if (isViewport && event->type() == QEvent::MouseButtonRelease)
         raiseButtonAfterRelease();
     return !isViewport && CProcessorDelegate::eventFilter(watched, event);

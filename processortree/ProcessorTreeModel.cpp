@@ -411,13 +411,14 @@ void CProcessorTreeModel::removeNode(const QUuid& uuid)
     const auto type = item ? nodeType(*item) : std::nullopt;
     if (!item || !item->parent())
         return;
-    const Change change(this);
     if (type == NodeGroup) {
         const QPersistentModelIndex group = item->index();
         emptyGroup(group);
+        const Change change(this);
         if (group.isValid())
             removeRow(group.row(), group.parent());
     } else if (type == NodeProcessor) {
+        const Change change(this);
         item->parent()->removeRow(item->row());
         updateRootText();
     }

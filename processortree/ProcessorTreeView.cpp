@@ -66,11 +66,6 @@ QRect withoutEdge(const QRect& row)
     return row.adjusted(0, 0, -kEdge, 0);
 }
 
-bool isReadOnly()
-{
-    return CTargetSelectData::Instance()->IsReadOnly();
-}
-
 } // namespace
 
 CProcessorTreeView::CProcessorTreeView(QWidget* parent)
@@ -86,8 +81,15 @@ CProcessorTreeView::CProcessorTreeView(QWidget* parent)
     setAcceptDrops(true);
     setDropIndicatorShown(false);
     setDefaultDropAction(Qt::MoveAction);
+    // When the view is through with the click: the host may end it while the menu is open.
     connect(m_delegate, &CProcessorTreeDelegate::notifyMoreClicked, this,
-            &CProcessorTreeView::OnNotifyMoreClicked);
+            [this](const QModelIndex& index, const QPoint& pos) {
+                const auto open = [this, row = QPersistentModelIndex(index), pos] {
+                    if (row.isValid())
+                        OnNotifyMoreClicked(row, pos);
+                };
+                QMetaObject::invokeMethod(this, open, Qt::QueuedConnection);
+            });
     connect(this, &CTreeView::RightMenuEvent, this, &CProcessorTreeView::OnRightMenuEvent);
     connect(m_arrivals, &CArrivalWatch::groupArrived, this, &CProcessorTreeView::onGroupArrived);
     connect(m_arrivals, &CArrivalWatch::processorArrived, this,
@@ -107,6 +109,16 @@ void CProcessorTreeView::addShortcut(const QKeySequence& keys, void (CProcessorT
     shortcut->setContext(Qt::WidgetShortcut);
     connect(shortcut, &QShortcut::activated, this, action);
     m_shortcuts.append(shortcut);
+}
+
+/// Not while rows come or go already, as when the host lets events through in the middle of it.
+void CProcessorTreeView::changeTree(const std::function<void(CProcessorTreeModel&)>& change)
+{
+    CTargetSelectData::Instance()->guiCalls().post(
+        [change, model = QPointer<CProcessorTreeModel>(treeModel())] {
+            if (model)
+                change(*model);
+        });
 }
 
 CProcessorTreeModel* CProcessorTreeView::treeModel() const
@@ -129,6 +141,20 @@ void CProcessorTreeView::setModel(QAbstractItemModel* newModel)
     // Behind the selection model, which forgets the selection when the model is reset.
     m_arrivals->setModel(treeModel());
     m_groupToFill->setModel(treeModel());
+}
+
+void CProcessorTreeView::outlivePanel()
+{
+    m_retired = true;
+    m_arrivals->stop();
+    setParent(nullptr);
+    deleteLater();
+}
+
+/// What menus and dialogs go with: the panel, which this view may outlive.
+QWidget* CProcessorTreeView::dialogParent()
+{
+    return parentWidget() ? parentWidget() : this;
 }
 
 void CProcessorTreeView::SetLocked(bool locked)
@@ -157,7 +183,7 @@ QList<QPersistentModelIndex> CProcessorTreeView::selectedRows() const
 void CProcessorTreeView::RenameSelection()
 {
     const QList<QPersistentModelIndex> selected = selectedRows();
-    const QPointer<CProcessorTreeView> alive(this);
+    const Life alive(this);
     if (selected.size() == 1 && mayRename(selected.first()) && alive)
         openEditor(selected.first());
 }
@@ -165,13 +191,15 @@ void CProcessorTreeView::RenameSelection()
 void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
 {
     // Qt warns of what cannot be edited.
-    if (index.isValid() && index.flags().testFlag(Qt::ItemIsEditable) && state() != EditingState)
-        edit(index);
+    if (!index.isValid() || !index.flags().testFlag(Qt::ItemIsEditable) || state() == EditingState)
+        return;
+    m_arrivals->stop();
+    edit(index);
 }
 
 void CProcessorTreeView::AddGroup()
 {
-    const QPointer<CProcessorTreeView> alive(this);
+    const Life alive(this);
     const QUuid id = createGroup();
     if (alive)
         m_arrivals->expectGroup(id);
@@ -193,7 +221,7 @@ void CProcessorTreeView::onGroupArrived(const QUuid& id)
     if (!item)
         return;
     const QPersistentModelIndex index(item->index());
-    const QPointer<CProcessorTreeView> alive(this);
+    const Life alive(this);
     // A group is selected, but never current.
     selectionModel()->select(index, QItemSelectionModel::ClearAndSelect);
     if (!alive || !index.isValid())
@@ -204,9 +232,10 @@ void CProcessorTreeView::onGroupArrived(const QUuid& id)
 
 void CProcessorTreeView::AddProcessors(AddKind kind)
 {
-    const QPointer<CProcessorTreeView> alive(this);
-    const std::optional<Addition> addition = askForAddition(kind, this);
-    if (!alive || !addition || addition->size() == 0)
+    const Life alive(this);
+    const std::optional<Addition> addition = askForAddition(kind, dialogParent());
+    // The host may forbid changes while the dialog is open.
+    if (!alive || !addition || addition->size() == 0 || !mayChange())
         return;
     const QUuid group = targetGroup();
     m_arrivals->expectProcessors(addition->size());
@@ -242,17 +271,19 @@ void CProcessorTreeView::onProcessorArrived(const QUuid& id)
 void CProcessorTreeView::DeleteSelection()
 {
     CProcessorTreeModel* const tree = treeModel();
-    if (!tree || isReadOnly())
+    if (!tree || !mayChange())
         return;
-    const QPointer<CProcessorTreeView> alive(this);
-    const TreeDeletion deletion = askForDeletion(*tree, selectedRows(), this);
+    const Life alive(this);
+    const TreeDeletion deletion = askForDeletion(*tree, selectedRows(), dialogParent());
     // The host may forbid changes while the user thinks about it.
-    if (!alive || deletion.isEmpty() || isReadOnly())
+    if (!alive || deletion.isEmpty() || !mayChange())
         return;
     if (!deletion.group.isNull()) {
         askHost(&Host::Ungroup, deletion.group);
-        if (alive && treeModel())
-            treeModel()->removeNode(deletion.group);
+        if (alive) {
+            changeTree(
+                [group = deletion.group](CProcessorTreeModel& model) { model.removeNode(group); });
+        }
         return;
     }
     m_pendingDeletions = deletion.processors.size();
@@ -276,6 +307,12 @@ void CProcessorTreeView::mousePressEvent(QMouseEvent* event)
 {
     m_arrivals->stop();
     CTreeView::mousePressEvent(event);
+}
+
+void CProcessorTreeView::keyPressEvent(QKeyEvent* event)
+{
+    m_arrivals->stop();
+    CTreeView::keyPressEvent(event);
 }
 
 void CProcessorTreeView::mouseReleaseEvent(QMouseEvent* event)

@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QUuid>
 
+#include <functional>
+
 class CArrivalWatch;
 class CProcessorTreeDelegate;
 class CProcessorTreeModel;
@@ -30,6 +32,10 @@ public:
 
     /// Gives the view a selection model of its own over `model`, a CProcessorTreeModel.
     void setModel(QAbstractItemModel* model) override;
+
+    /// For a panel that ends while Qt may be in the middle of one of the view's events: leaves it,
+    /// does nothing any more, and is deleted when the event loop runs again.
+    void outlivePanel();
 
     /// A locked view shows, and lets pick, but neither its "More" button nor its keys nor its menus
     /// do anything.
@@ -60,6 +66,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
@@ -77,7 +84,23 @@ protected:
                        const QRect& row) const override;
 
 private:
+    /// Tells whether a view is still there, and part of a panel.
+    class Life final
+    {
+    public:
+        explicit Life(const CProcessorTreeView* view)
+            : m_view(view)
+        {
+        }
+        explicit operator bool() const { return m_view && !m_view->m_retired; }
+
+    private:
+        QPointer<const CProcessorTreeView> m_view;
+    };
+
     CProcessorTreeModel* treeModel() const;
+    QWidget* dialogParent();
+    void changeTree(const std::function<void(CProcessorTreeModel&)>& change);
     QList<QPersistentModelIndex> selectedRows() const;
     void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
     void openEditor(const QPersistentModelIndex& index);
@@ -117,4 +140,5 @@ private:
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
     bool m_locked = false;
+    bool m_retired = false;
 };

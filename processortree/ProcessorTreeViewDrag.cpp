@@ -11,6 +11,7 @@
 #include <QDropEvent>
 #include <QItemSelection>
 #include <QMimeData>
+#include <QStandardItem>
 
 namespace {
 
@@ -65,10 +66,13 @@ void CProcessorTreeView::dragMoveEvent(QDragMoveEvent* event)
 {
     // For its scrolling near the edges; what it says of the drop does not count.
     CTreeView::dragMoveEvent(event);
+    const Life alive(this);
+    const bool restricted = askHost(&Host::IsRestrictedMode);
+    if (!alive)
+        return;
     bool nowhere = false;
     const QModelIndex target = dropTarget(event->pos(), &nowhere);
-    const bool accepted =
-        isMovable(treeModel(), *event->mimeData()) && !askHost(&Host::IsRestrictedMode) && !nowhere;
+    const bool accepted = isMovable(treeModel(), *event->mimeData()) && !restricted && !nowhere;
     setDropTarget(accepted ? target : QModelIndex());
     event->setAccepted(accepted);
 }
@@ -85,7 +89,8 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
     setDropTarget({});
     stopAutoScroll();
     setState(NoState);
-    if (!isMovable(treeModel(), *event->mimeData()) || askHost(&Host::IsRestrictedMode))
+    const Life alive(this);
+    if (!isMovable(treeModel(), *event->mimeData()) || askHost(&Host::IsRestrictedMode) || !alive)
         return;
     // The view that a move comes from removes its rows; here the model moves them itself.
     event->setDropAction(Qt::TargetMoveAction);
@@ -97,7 +102,6 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
     const QUuid group = target.data(UuidRole).toUuid();
     if (target.isValid())
         expand(target);
-    const QPointer<CProcessorTreeView> alive(this);
     moveTo(selectedRows(), group);
     if (alive) {
         m_delegate->resetButtonState();
@@ -107,13 +111,20 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
 
 void CProcessorTreeView::moveTo(const QList<QPersistentModelIndex>& rows, const QUuid& group)
 {
-    CProcessorTreeModel* tree = treeModel();
-    if (!tree)
-        return;
-    const QPointer<CProcessorTreeView> alive(this);
-    const QList<QPersistentModelIndex> moved = tree->moveProcessors(rows, group);
-    if (alive)
-        selectMoved(moved);
+    changeTree([rows, group, view = QPointer<CProcessorTreeView>(this)](CProcessorTreeModel& tree) {
+        // Qt would have a neighbour take over from a current row that leaves its place.
+        QUuid current;
+        if (view && rows.contains(view->currentIndex())) {
+            current = view->currentIndex().data(UuidRole).toUuid();
+            view->selectionModel()->clearCurrentIndex();
+        }
+        const QList<QPersistentModelIndex> moved = tree.moveProcessors(rows, group);
+        if (view)
+            view->selectMoved(moved);
+        const QStandardItem* item = current.isNull() ? nullptr : tree.getItem(current);
+        if (view && item)
+            view->selectionModel()->setCurrentIndex(item->index(), QItemSelectionModel::NoUpdate);
+    });
 }
 
 void CProcessorTreeView::selectMoved(const QList<QPersistentModelIndex>& moved)

@@ -63,11 +63,11 @@ void CProcessorTreeView::OnRightMenuEvent(const QModelIndex& index, const QPoint
     const auto type = nodeType(index);
     if (!type || m_locked)
         return;
-    const QPointer<CProcessorTreeView> alive(this);
+    const Life alive(this);
     const QPersistentModelIndex row(index);
     const QUuid id = index.data(UuidRole).toUuid();
     const QPoint place = viewport()->mapToGlobal(pos);
-    CTreeMenu menu(this, kMenuWidth);
+    CTreeMenu menu(dialogParent(), kMenuWidth);
     if (!isReadOnly())
         addAddEntries(menu);
     if (alive && type == NodeGroup)
@@ -132,10 +132,11 @@ void CProcessorTreeView::addRenameEntry(CTreeMenu& menu, const QPersistentModelI
 
 void CProcessorTreeView::addDeleteEntry(CTreeMenu& menu)
 {
+    // What the user saw selected, and nothing that the host selected since.
     menu.add(
         tr("Delete"),
-        [this] {
-            if (!m_locked)
+        [this, selected = selectedRows()] {
+            if (selectedRows() == selected)
                 DeleteSelection();
         },
         !isReadOnly());
@@ -168,7 +169,7 @@ void CProcessorTreeView::addFrontPanelEntry(CTreeMenu& menu, const QUuid& id)
 
 void CProcessorTreeView::contextMenuEvent(QContextMenuEvent* event)
 {
-    const QPointer<CProcessorTreeView> alive(this);
+    const Life alive(this);
     const bool several = offersSelectionMenu();
     if (!alive)
         return;
@@ -189,10 +190,10 @@ bool CProcessorTreeView::offersSelectionMenu() const
 
 void CProcessorTreeView::runSelectionMenu(const QModelIndex& index, const QPoint& pos)
 {
-    const QPointer<CProcessorTreeView> alive(this);
+    const Life alive(this);
     const QUuid id = index.data(UuidRole).toUuid();
     const QPoint place = viewport()->mapToGlobal(pos);
-    CTreeMenu menu(this, kWideMenuWidth);
+    CTreeMenu menu(dialogParent(), kWideMenuWidth);
     if (!isReadOnly() && mayGroupSelection() && alive) {
         menu.add(tr("Add processor group"), [this] {
             if (!m_locked)
@@ -222,7 +223,7 @@ bool CProcessorTreeView::mayGroupSelection() const
 /// Where the menus would offer it.
 void CProcessorTreeView::deleteByKey()
 {
-    const QPointer<CProcessorTreeView> alive(this);
+    const Life alive(this);
     const bool several = offersSelectionMenu();
     if (!alive || (several && isDeletionBlocked()) || !alive)
         return;
@@ -233,7 +234,7 @@ void CProcessorTreeView::deleteByKey()
 
 void CProcessorTreeView::groupSelection()
 {
-    const QPointer<CProcessorTreeView> alive(this);
+    const Life alive(this);
     if (isReadOnly() || !offersSelectionMenu() || !alive || !mayGroupSelection() || !alive)
         return;
     m_toGroup.clear();

@@ -8,6 +8,7 @@
 #include <QHoverEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -322,10 +323,13 @@ void CTreeView::goTo(const QModelIndex& index)
 {
     if (!index.isValid() || !(index.flags() & Qt::ItemIsEnabled))
         return;
+    // Whoever hears of it may take the row, or the view, away.
     const QPersistentModelIndex target = index;
+    const QPointer<CTreeView> alive(this);
     selectionModel()->setCurrentIndex(target, QItemSelectionModel::NoUpdate);
-    selectionModel()->select(target, QItemSelectionModel::ClearAndSelect);
-    if (target.isValid())
+    if (alive && target.isValid())
+        selectionModel()->select(target, QItemSelectionModel::ClearAndSelect);
+    if (alive && target.isValid())
         scrollTo(target);
 }
 

@@ -400,7 +400,7 @@
     </message>
     <message>
         <source>Processor1 IP: </source>
-        <translation>处理器1 IP：</translation>
+        <translation>处理器1 IP: </translation>
     </message>
     <message>
         <source>Device set</source>

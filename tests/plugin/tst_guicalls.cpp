@@ -45,6 +45,10 @@ private slots:
     void shouldSettleOnTheGuiThread();
     void shouldNotSettleInsideACall();
     void shouldWaitWhileBusy();
+    void shouldRunOneAfterTheOther();
+    void shouldNotOvertakeWhatIsQueued();
+    void shouldSayWhenSomethingIsLeft();
+    void shouldPokeOncePerCall();
 
 private:
     std::optional<WarningTrap> m_trap;
@@ -239,6 +243,85 @@ void GuiCallsTest::shouldWaitWhileBusy()
     thread.run([&] { calls.run([&] { order.append(4); }); });
     QCOMPARE(order, (QVector<int>{1, 2, 3, 4}));
     QVERIFY(calls.settle());
+}
+
+void GuiCallsTest::shouldRunOneAfterTheOther()
+{
+    for (const bool queued : {false, true}) {
+        CGuiCalls calls;
+        HostThread thread;
+        QStringList order;
+        const auto first = [&] {
+            order.append(QStringLiteral("1a"));
+            thread.run([&] { calls.post([&] { order.append(QStringLiteral("2")); }); });
+            QCoreApplication::processEvents();
+            order.append(QStringLiteral("1b"));
+        };
+        if (queued)
+            thread.run([&] { calls.post(first); });
+        else
+            calls.post(first);
+        QTRY_COMPARE(order.join(QLatin1Char(' ')), QStringLiteral("1a 1b 2"));
+    }
+}
+
+void GuiCallsTest::shouldNotOvertakeWhatIsQueued()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    QVector<int> order;
+    thread.run([&] {
+        calls.post([&] {
+            order.append(1);
+            QVERIFY(!calls.run([&] { order.append(3); }));
+        });
+        calls.post([&] { order.append(2); });
+    });
+    QTRY_COMPARE(order, (QVector<int>{1, 2, 3}));
+}
+
+void GuiCallsTest::shouldSayWhenSomethingIsLeft()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    int late = 0;
+    thread.run([&] { calls.post([&] { thread.run([&] { calls.post([&] { ++late; }); }); }); });
+    const bool settled = calls.settle();
+    QCOMPARE(settled, late == 1);
+    QTRY_COMPARE(late, 1);
+    QVERIFY(calls.settle());
+}
+
+void GuiCallsTest::shouldPokeOncePerCall()
+{
+    class Counter final : public QObject
+    {
+    public:
+        int events = 0;
+        bool eventFilter(QObject* watched, QEvent* event) override
+        {
+            Q_UNUSED(watched)
+            if (event->type() >= QEvent::User)
+                ++events;
+            return false;
+        }
+    };
+    CGuiCalls calls;
+    Counter counter;
+    calls.installEventFilter(&counter);
+    HostThread thread;
+    int runs = 0;
+    thread.run([&] {
+        for (int n = 0; n < 100; ++n)
+            calls.post([&] {
+                ++runs;
+                calls.resume();
+            });
+        calls.settle();
+    });
+    QCoreApplication::processEvents();
+    QCOMPARE(runs, 100);
+    QVERIFY2(counter.events <= 102, qPrintable(QString::number(counter.events)));
 }
 
 QTEST_GUILESS_MAIN(GuiCallsTest)

@@ -329,7 +329,7 @@ void PanelTest::shouldShowTheFirstLanUsbAddress()
     QCOMPARE(shown.label()->text(), QStringLiteral("Processor1 IP: 0.0.0.0"));
     {
         const ChineseTexts chinese;
-        QTRY_COMPARE(shown.label()->text(), QStringLiteral("处理器1 IP：0.0.0.0"));
+        QTRY_COMPARE(shown.label()->text(), QStringLiteral("处理器1 IP: 0.0.0.0"));
     }
     QTRY_COMPARE(shown.label()->text(), QStringLiteral("Processor1 IP: 0.0.0.0"));
     shown.host().lanUsbMode = false;

@@ -46,6 +46,9 @@ private slots:
     void shouldStandOnTheNewest_data();
     void shouldStandOnTheNewest();
     void shouldLeaveTheUserWhereHeWent();
+    void shouldNotDisturbARename();
+    void shouldAddOnlyWhatTheDialogProduced();
+    void shouldAddNothingOnceReadOnly();
     void shouldNameANewGroup_data();
     void shouldNameANewGroup();
     void shouldOutliveAViewDestroyedMeanwhile_data();
@@ -203,6 +206,59 @@ void TreeViewAddingTest::shouldLeaveTheUserWhereHeWent()
     QTest::mouseClick(tree.view->viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(3));
     tree.panel.notify<QUuid>(18, testId(5));
     QCOMPARE(tree.selected(), QStringLiteral("3"));
+
+    tree.host().setProcessor(testProcessor(6));
+    tree.view->AddProcessors(AddKind::One);
+    tree.activate();
+    QTest::keyClick(tree.view.data(), Qt::Key_Down);
+    tree.panel.notify<QUuid>(18, testId(6));
+    QCOMPARE(tree.selected(), QStringLiteral("4"));
+}
+
+void TreeViewAddingTest::shouldNotDisturbARename()
+{
+    DrivenTree tree;
+    tree.host().canRename = true;
+    tree.host().setProcessor(testProcessor(5));
+    tree.select({3});
+    tree.view->AddProcessors(AddKind::One);
+    tree.activate();
+    QTest::keyClick(tree.view.data(), Qt::Key_F2);
+    const QPointer<QLineEdit> editor = tree.editor();
+    QVERIFY(editor);
+    QTest::keyClicks(editor, QStringLiteral("Lef"));
+    tree.panel.notify<QUuid>(18, testId(5));
+    QCOMPARE(tree.editor(), editor.data());
+    QCOMPARE(editor->text(), QStringLiteral("Lef"));
+    QCOMPARE(tree.selected(), QStringLiteral("3"));
+    QCOMPARE(tree.asked({QStringLiteral("RenameProcessor")}), QString());
+}
+
+void TreeViewAddingTest::shouldAddOnlyWhatTheDialogProduced()
+{
+    DrivenTree tree;
+    tree.host().ipManagementAvailable = true;
+    tree.inside(QStringLiteral("RefreshIPList"),
+                [&] { tree.host().ipList.append(QStringLiteral("192.168.0.77(Found)")); });
+    tree.select({10});
+    tree.driver.then(fillIn);
+    tree.view->AddProcessors(AddKind::One);
+    QVERIFY(tree.host().ipList.contains(QStringLiteral("192.168.0.77(Found)")));
+    QCOMPARE(tree.asked({QStringLiteral("AddProcessorsFromIpList")}),
+             QStringLiteral("AddProcessorsFromIpList(10,192.168.7.1())"));
+}
+
+void TreeViewAddingTest::shouldAddNothingOnceReadOnly()
+{
+    DrivenTree tree;
+    tree.select({10});
+    tree.driver.then([&](QWidget& dialog) {
+        tree.panel.data().SetReadOnly(true);
+        clickButton(dialog, QStringLiteral("OK"));
+    });
+    tree.view->AddProcessors(AddKind::Custom);
+    tree.panel.data().SetReadOnly(false);
+    QCOMPARE(tree.asked(kRequests), QString());
 }
 
 void TreeViewAddingTest::shouldNameANewGroup_data()

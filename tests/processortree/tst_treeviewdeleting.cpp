@@ -1,4 +1,5 @@
 #include "host/common/SoftwareName.h"
+#include "plugin/TargetSelectArea.h"
 #include "tests/processortree/DrivenTree.h"
 
 namespace {
@@ -46,6 +47,8 @@ private slots:
     void shouldDeleteByKeyWhatTheMenuWould();
     void shouldStandTheHostRemovingMoreMeanwhile_data();
     void shouldStandTheHostRemovingMoreMeanwhile();
+    void shouldStandTheHostInitialisingMeanwhile();
+    void shouldNotLeaveAGroupCurrent();
     void shouldLeaveOutRowsThatVanishMeanwhile();
     void shouldOutliveAViewDestroyedMeanwhile_data();
     void shouldOutliveAViewDestroyedMeanwhile();
@@ -261,6 +264,30 @@ void TreeViewDeletingTest::shouldStandTheHostRemovingMoreMeanwhile()
     tree.panel.notify<QUuid>(20, testId(deleted));
     QTRY_COMPARE(tree.panel.dump(), left);
     QVERIFY(!tree.view->grab().isNull());
+}
+
+void TreeViewDeletingTest::shouldStandTheHostInitialisingMeanwhile()
+{
+    DrivenTree tree;
+    tree.select({1});
+    tree.driver.thenEnter();
+    press(tree, Qt::Key_Delete);
+    tree.inside(QStringLiteral("ReportSelection"), [&] { tree.panel.area().Initialize(); });
+    tree.panel.notify<QUuid>(20, testId(1));
+    QTRY_COMPARE(tree.panel.dump(), QStringLiteral("All processors(0)[]"));
+}
+
+void TreeViewDeletingTest::shouldNotLeaveAGroupCurrent()
+{
+    DrivenTree tree;
+    tree.fill({testGroup(10), testGroup(11)}, {testProcessor(1, 10), testProcessor(3)});
+    tree.select({3});
+    tree.panel.notify<QUuid>(20, testId(3));
+    QTRY_VERIFY(!tree.view->currentIndex().isValid());
+    tree.host().clearCalls();
+    QTest::mouseClick(tree.view->viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(1));
+    QCOMPARE(tree.current(), QStringLiteral("1"));
+    QCOMPARE(tree.host().selections.last().previous, QUuid());
 }
 
 void TreeViewDeletingTest::shouldLeaveOutRowsThatVanishMeanwhile()

@@ -67,6 +67,7 @@ private slots:
     void shouldOpenNoneWhenLocked();
     void shouldDoNothingOnceLocked_data();
     void shouldDoNothingOnceLocked();
+    void shouldNotDeleteWhatWasSelectedSince();
     void shouldOfferTheMenuOfSeveral_data();
     void shouldOfferTheMenuOfSeveral();
     void shouldOpenTheMenuOfSeveralOnlyThen();
@@ -322,6 +323,18 @@ void TreeViewMenusTest::shouldDoNothingOnceLocked()
                          QStringLiteral("DeleteProcessors")}),
              QString());
     QVERIFY(!tree.editor());
+}
+
+void TreeViewMenusTest::shouldNotDeleteWhatWasSelectedSince()
+{
+    DrivenTree tree;
+    tree.select({1});
+    tree.driver.then([&](QWidget& menu) {
+        tree.select({4});
+        choose(menu, QStringLiteral("Delete"));
+    });
+    tree.rightClick(1);
+    QCOMPARE(tree.asked({QStringLiteral("DeleteProcessors")}), QString());
 }
 
 void TreeViewMenusTest::shouldOfferTheMenuOfSeveral_data()

@@ -1,0 +1,212 @@
+// The host ends the panel in its answer to a question, whatever the user is doing in the tree.
+
+#include "plugin/TargetSelectArea.h"
+#include "processortree/ProcessorTreeModel.h"
+#include "processortree/ProcessorTreeView.h"
+#include "tests/support/TestPanel.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QDialog>
+#include <QDragEnterEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QStandardItem>
+#include <QTest>
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+namespace {
+
+/// Closes every menu and dialog as soon as it is there.
+class Closer final : public QObject
+{
+public:
+    Closer() { qApp->installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show
+            && (qobject_cast<QMenu*>(watched) || qobject_cast<QDialog*>(watched)))
+            QMetaObject::invokeMethod(watched, "close", Qt::QueuedConnection);
+        return false;
+    }
+};
+
+/// The shown panel of the process over two groups with two processors each, the first one current.
+struct ShownTree
+{
+    ShownTree()
+    {
+        panel.host().showProcessorMoreButton = true;
+        panel.host().showNodeMoreButton = true;
+        panel.host().canRename = true;
+        panel.host().setProject({testGroup(10), testGroup(11)},
+                                {testProcessor(1, 10), testProcessor(2, 10), testProcessor(3, 11),
+                                 testProcessor(4, 11)});
+        panel.notify(16);
+        view = panel.area().findChild<CProcessorTreeView*>();
+        panel.area().resize(220, 700);
+        panel.area().show();
+        panel.area().activateWindow();
+        view->setFocus();
+        if (!QTest::qWaitForWindowActive(&panel.area()))
+            QTest::qFail("the panel is not active", __FILE__, __LINE__);
+        view->selectionModel()->setCurrentIndex(index(1), QItemSelectionModel::ClearAndSelect);
+        QTest::mouseMove(view->viewport(), place(1));
+        panel.host().clearCalls();
+    }
+
+    QModelIndex index(quint32 n) { return panel.model().getItem(testId(n))->index(); }
+
+    QPoint place(quint32 n)
+    {
+        const QRect row = view->visualRect(index(n));
+        return {row.left() + 60, row.center().y()};
+    }
+
+    QWidget* viewport() const { return view ? view->viewport() : nullptr; }
+
+    WarningTrap trap;
+    TestPanel panel;
+    QPointer<CProcessorTreeView> view;
+};
+
+using Gesture = std::function<void(ShownTree&)>;
+
+void send(QWidget* widget, QEvent&& event)
+{
+    if (widget)
+        QApplication::sendEvent(widget, &event);
+}
+
+void key(ShownTree& tree, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    if (tree.view)
+        QTest::keyClick(tree.view.data(), key, modifiers);
+}
+
+void openMenu(ShownTree& tree, quint32 n)
+{
+    const QPoint place = tree.place(n);
+    QTest::mousePress(tree.viewport(), Qt::RightButton, Qt::NoModifier, place);
+    if (tree.view)
+        send(tree.viewport(), QContextMenuEvent(QContextMenuEvent::Mouse, place,
+                                                tree.viewport()->mapToGlobal(place)));
+}
+
+void typeAName(ShownTree& tree)
+{
+    key(tree, Qt::Key_F2);
+    const QPointer<QLineEdit> editor =
+        tree.view ? tree.viewport()->findChild<QLineEdit*>() : nullptr;
+    if (editor)
+        QTest::keyClicks(editor, QStringLiteral("Ab"));
+    if (editor && tree.view)
+        QTest::keyClick(editor, Qt::Key_Return);
+}
+
+void drop(ShownTree& tree)
+{
+    const std::unique_ptr<QMimeData> data(tree.panel.model().mimeData({tree.index(1)}));
+    const QPoint place = tree.place(11);
+    send(tree.viewport(),
+         QDragEnterEvent(place, Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier));
+    send(tree.viewport(),
+         QDragMoveEvent(place, Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier));
+    send(tree.viewport(),
+         QDropEvent(place, Qt::MoveAction, data.get(), Qt::LeftButton, Qt::NoModifier));
+}
+
+void clickMore(ShownTree& tree)
+{
+    const QRect row = tree.view->visualRect(tree.index(1));
+    const QPoint more(row.left() + row.width() - 30, row.center().y());
+    QTest::mouseMove(tree.viewport(), more);
+    if (tree.view)
+        QTest::mousePress(tree.viewport(), Qt::LeftButton, Qt::NoModifier, more);
+    if (tree.view)
+        QTest::mouseRelease(tree.viewport(), Qt::LeftButton, Qt::NoModifier, more);
+    QCoreApplication::processEvents();
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Gesture)
+
+class PanelEndTest final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldStandItInEveryQuestion_data();
+    void shouldStandItInEveryQuestion();
+};
+
+void PanelEndTest::shouldStandItInEveryQuestion_data()
+{
+    QTest::addColumn<Gesture>("gesture");
+    QTest::newRow("click") << Gesture([](ShownTree& tree) {
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(3));
+    });
+    QTest::newRow("click on a group") << Gesture([](ShownTree& tree) {
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(11));
+    });
+    QTest::newRow("double click") << Gesture([](ShownTree& tree) {
+        QTest::mouseDClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(3));
+    });
+    QTest::newRow("control click") << Gesture([](ShownTree& tree) {
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::ControlModifier, tree.place(3));
+    });
+    QTest::newRow("menu") << Gesture([](ShownTree& tree) { openMenu(tree, 1); });
+    QTest::newRow("menu of another row") << Gesture([](ShownTree& tree) { openMenu(tree, 3); });
+    QTest::newRow("menu by key") << Gesture(
+        [](ShownTree& tree) { key(tree, Qt::Key_F10, Qt::ShiftModifier); });
+    QTest::newRow("down") << Gesture([](ShownTree& tree) { key(tree, Qt::Key_Down); });
+    QTest::newRow("home") << Gesture([](ShownTree& tree) { key(tree, Qt::Key_Home); });
+    QTest::newRow("all") << Gesture(
+        [](ShownTree& tree) { key(tree, Qt::Key_A, Qt::ControlModifier); });
+    QTest::newRow("delete") << Gesture([](ShownTree& tree) { key(tree, Qt::Key_Delete); });
+    QTest::newRow("rename") << Gesture(typeAName);
+    QTest::newRow("hover") << Gesture([](ShownTree& tree) {
+        QTest::mouseMove(tree.viewport(), tree.place(2));
+        QCoreApplication::processEvents();
+    });
+    QTest::newRow("paint") << Gesture([](ShownTree& tree) { tree.viewport()->repaint(); });
+    QTest::newRow("drop") << Gesture(drop);
+    QTest::newRow("more") << Gesture(clickMore);
+}
+
+void PanelEndTest::shouldStandItInEveryQuestion()
+{
+    QFETCH(Gesture, gesture);
+    const Closer closer;
+    QStringList questions;
+    {
+        ShownTree tree;
+        gesture(tree);
+        questions = tree.panel.host().callNames();
+    }
+    questions.removeDuplicates();
+    QVERIFY(!questions.isEmpty());
+    for (const QString& question : qAsConst(questions)) {
+        ShownTree tree;
+        bool ended = false;
+        tree.panel.host().inside = [&](const QString& asked) {
+            if (asked != question || std::exchange(ended, true))
+                return;
+            delete CTargetSelectArea::Existing();
+        };
+        gesture(tree);
+        QVERIFY2(!CTargetSelectArea::Existing(), qPrintable(question));
+        QTRY_VERIFY2(!tree.view, qPrintable(question));
+    }
+}
+
+QTEST_MAIN(PanelEndTest)
+
+#include "tst_panelend.moc"
