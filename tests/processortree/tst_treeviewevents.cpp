@@ -1,3 +1,4 @@
+#include "host/widgets/ProcessorDelegate.h"
 #include "processortree/ProcessorSelectionModel.h"
 #include "tests/processortree/WholeTree.h"
 #include "tests/support/DialogDriver.h"
@@ -64,6 +65,7 @@ private slots:
     void shouldAcceptButNotMoveOverOneOutside();
     void shouldAcceptThatADragLeaves();
     void shouldSwallowTheMouseAtTheEdge();
+    void shouldKeepItsRowsOffTheEdge();
     void shouldSelectAGroupButKeepTheCurrentRow();
     void shouldExpandByDoubleClickAndKeys();
     void shouldInstallItsSelectionModel();
@@ -161,6 +163,29 @@ void TreeViewEventsTest::shouldSwallowTheMouseAtTheEdge()
     QVERIFY(tree.view->isExpanded(tree.index(10)));
     QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, {width - 11, y});
     QCOMPARE(tree.selected(), QStringLiteral("1"));
+}
+
+void TreeViewEventsTest::shouldKeepItsRowsOffTheEdge()
+{
+    WholeTree tree;
+    tree.select({3});
+    CTreeView plain;
+    plain.setItemDelegate(new CProcessorDelegate(&plain));
+    plain.setModel(&tree.model());
+    plain.expandAll();
+    plain.resize(tree.view->size());
+    plain.selectionModel()->select(tree.index(3), QItemSelectionModel::ClearAndSelect);
+    // Where the painted row ends: the last pixel that differs from those below all rows.
+    const auto rowEnd = [&](QTreeView& view) {
+        const QImage picture = view.viewport()->grab().toImage();
+        const int y = view.visualRect(tree.index(3)).center().y();
+        const QColor nothing = picture.pixelColor(picture.width() - 1, picture.height() - 5);
+        int x = picture.width() - 1;
+        while (x > 0 && picture.pixelColor(x, y) == nothing)
+            --x;
+        return picture.width() - x;
+    };
+    QCOMPARE(rowEnd(*tree.view), rowEnd(plain) + 10);
 }
 
 void TreeViewEventsTest::shouldSelectAGroupButKeepTheCurrentRow()
