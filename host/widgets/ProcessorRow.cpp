@@ -66,8 +66,9 @@ ProcessorRowLayout::ProcessorRowLayout(const ProcessorRow& row, const QRect& rec
     name = QRect(left, rect.top() + kNameTop, end - left, kNameHeight);
     detail = QRect(left, rect.top() + kDetailTop, end - left, kDetailHeight);
     if (row.warning) {
-        warning = QRect(left, detail.top() + (kDetailHeight - kWarningSize) / 2, kWarningSize,
-                        kWarningSize);
-        detail.setLeft(left + kWarningSize + kGap);
+        // Behind the name, which may be cut: an address is of no use without its end.
+        warning = QRect(end - kWarningSize, name.top() + (kNameHeight - kWarningSize) / 2,
+                        kWarningSize, kWarningSize);
+        name.setRight(warning.left() - kGap - 1);
     }
 }

@@ -1,5 +1,6 @@
 #include "host/widgets/HostTheme.h"
 #include "host/widgets/ProcessorDelegate.h"
+#include "host/widgets/ProcessorRow.h"
 #include "host/widgets/SvgIcons.h"
 #include "host/widgets/TreeView.h"
 #include "tests/support/WarningTrap.h"
@@ -145,10 +146,10 @@ void TestProcessorDelegate::shouldMarkWarnings()
     const QImage without = painting.paint(painting.add(record));
     record.hostFlag17 = true;
     const QImage with = painting.paint(painting.add(record));
-    const QRect upper(0, 0, kWidth, 21);
-    const QRect mark(24, 22, 14, 16);
-    QCOMPARE(with.copy(upper), without.copy(upper));
-    QVERIFY(with.copy(mark) != without.copy(mark));
+    const QRect lower(0, 22, kWidth, with.height() - 22);
+    const QRect upper(0, 0, kWidth, 22);
+    QCOMPARE(with.copy(lower), without.copy(lower));
+    QVERIFY(with.copy(upper) != without.copy(upper));
 }
 
 void TestProcessorDelegate::shouldSayHowAProcessorIsAddressed()
@@ -405,7 +406,8 @@ void TestProcessorDelegate::shouldExplainTheWarning()
     view.setModel(&model);
     view.resize(kWidth, 300);
     view.show();
-    const QPoint position = view.visualRect(model.index(0, 0)).topLeft() + QPoint(30, 30);
+    const QRect row = view.visualRect(model.index(0, 0));
+    const QPoint position(row.right() - ProcessorRowMetrics::kButtonColumn - 6, row.top() + 12);
     QHelpEvent help(QEvent::ToolTip, position, view.viewport()->mapToGlobal(position));
     QCoreApplication::sendEvent(view.viewport(), &help);
     QCOMPARE(QToolTip::text(), QStringLiteral("Monitor warning"));
