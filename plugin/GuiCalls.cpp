@@ -123,7 +123,8 @@ bool CGuiCalls::settle()
     }
     if (!isHere())
         return run([] {});
-    for (; queued > 0; --queued)
+    // None of them while another one is in the middle of its work.
+    for (; queued > 0 && m_direct == 0 && !isBusy(); --queued)
         runNext();
     return !isQueued();
 }
