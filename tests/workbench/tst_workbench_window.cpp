@@ -35,6 +35,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QStatusBar>
 #include <QTableView>
@@ -669,16 +670,17 @@ void WorkbenchWindowTest::shouldShowHowFarADetectionIs()
     const auto* bar = test.window.statusBar()->findChild<QProgressBar*>();
     QVERIFY(bar);
     QVERIFY(!bar->isVisible());
-    QList<int> values;
-    connect(bar, &QProgressBar::valueChanged, bar, [&](int value) {
-        values.append(value);
-        // The panel that asked for it waits.
-        auto* button = test.session.layer()->GetWidget()->findChild<QToolButton*>();
-        QVERIFY(!button->isEnabled());
-    });
-    auto* panel = test.session.layer()->GetWidget();
-    QTest::mouseClick(panel->findChild<QToolButton*>(), Qt::LeftButton);
-    QCOMPARE(values, QList<int>({0, 1, 2}));
+    auto* button = test.session.layer()->GetWidget()->findChild<QToolButton*>();
+    const QSignalSpy values(bar, &QProgressBar::valueChanged);
+    // The panel that asked for it waits.
+    bool waits = true;
+    connect(bar, &QProgressBar::valueChanged, bar,
+            [button, waits = &waits] { *waits = *waits && !button->isEnabled(); });
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(waits);
+    QCOMPARE(values.size(), 3);
+    for (int step = 0; step < 3; ++step)
+        QCOMPARE(values.at(step).first().toInt(), step);
     QVERIFY(!bar->isVisible());
     QCOMPARE(test.window.statusBar()->currentMessage(), QStringLiteral("Processors found: 2"));
     QVERIFY(test.processor(12).online);
