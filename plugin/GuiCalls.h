@@ -42,9 +42,9 @@ public:
     /// may want. Returns whether it has run. Any thread.
     bool run(Call call);
 
-    /// Has what was queued so far run: waits for it, or on the GUI thread runs it now, unless a call
-    /// is what is running. Costs next to nothing when nothing is queued. Returns
-    /// whether nothing is left. Any thread.
+    /// Has what was queued so far run: waits for it, or on the GUI thread runs it now, unless a
+    /// call is what is running. Costs next to nothing when nothing is queued. Returns whether
+    /// nothing is left. Any thread.
     bool settle();
 
     /// Ends all waits, now and to come, until open(). Any thread.

@@ -7,6 +7,7 @@
 #include "search/PopupPlace.h"
 #include "search/ProcessorFilterModel.h"
 #include "search/ProcessorFilterProxyModel.h"
+#include "search/ResultList.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -20,19 +21,10 @@
 namespace {
 
 constexpr int kPopupHeight = 270;
-constexpr int kCornerRadius = 8;
+constexpr int kCornerRadius = CResultList::kCornerRadius;
 constexpr int kTextPixels = 12;
 constexpr QRgb kBackground = qRgb(41, 41, 45);
 constexpr QRgb kHint = qRgb(115, 115, 128);
-
-/// Keeps its rows off the round corners.
-class Popup final : public QListView
-{
-    Q_OBJECT
-
-public:
-    Popup() { setViewportMargins(0, kCornerRadius, 0, kCornerRadius); }
-};
 
 bool isCancel(const QKeyEvent& event)
 {
@@ -96,7 +88,8 @@ CProcessorCompleter::~CProcessorCompleter()
 
 void CProcessorCompleter::createPopup()
 {
-    m_popup = std::shared_ptr<QListView>(new Popup, [](QListView* popup) { popup->deleteLater(); });
+    m_popup =
+        std::shared_ptr<QListView>(new CResultList, [](QListView* popup) { popup->deleteLater(); });
     m_popup->setObjectName(QStringLiteral("ProcessorCompleter"));
     m_popup->setFocusPolicy(Qt::NoFocus);
     m_popup->setWindowFlags(Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
@@ -475,5 +468,3 @@ void CProcessorCompleter::paintBackground() const
     painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap,
                      tr("No content found in the search."));
 }
-
-#include "ProcessorCompleter.moc"

@@ -2,15 +2,20 @@
 
 #include "Interface/ProcessorNode.h"
 
+#include <KDescendantsProxyModel>
+
 StockSearch::StockSearch(QAbstractItemModel* tree)
+    : m_rows(std::make_unique<KDescendantsProxyModel>())
 {
     m_filter.setRecursiveFilteringEnabled(true);
     m_filter.setFilterCaseSensitivity(Qt::CaseInsensitive);
     m_filter.setSourceModel(tree);
-    m_rows.setSourceModel(&m_filter);
-    m_list.setSourceModel(&m_rows);
+    m_rows->setSourceModel(&m_filter);
+    m_list.setSourceModel(m_rows.get());
     m_list.sort(0);
 }
+
+StockSearch::~StockSearch() = default;
 
 void StockSearch::setText(const QString& text)
 {

@@ -1,8 +1,11 @@
 #pragma once
 
-#include <KDescendantsProxyModel>
 #include <QSortFilterProxyModel>
 #include <QString>
+
+#include <memory>
+
+class KDescendantsProxyModel;
 
 /// The list of search results as it can be had without a proxy of one's own but for the rules: a
 /// recursive filter, its rows as a list with their branches, of that the processors, sorted.
@@ -10,6 +13,9 @@ class StockSearch final
 {
 public:
     explicit StockSearch(QAbstractItemModel* tree);
+    ~StockSearch();
+    StockSearch(const StockSearch&) = delete;
+    StockSearch& operator=(const StockSearch&) = delete;
 
     void setText(const QString& text);
     QAbstractItemModel& list() { return m_list; }
@@ -35,6 +41,6 @@ private:
     };
 
     Filter m_filter;
-    KDescendantsProxyModel m_rows;
+    std::unique_ptr<KDescendantsProxyModel> m_rows;
     List m_list;
 };
