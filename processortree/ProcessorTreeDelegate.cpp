@@ -223,11 +223,12 @@ bool CProcessorTreeDelegate::eventFilter(QObject* watched, QEvent* event)
 {
     // The base takes what it watches for an editor.
     const bool isViewport = watched == m_viewport;
-    if (isViewport && event->type() == QEvent::Leave)
+    // Moves, too: where there is no row, nobody else tells of them.
+    const bool leaves = event->type() == QEvent::Leave
+                        || (event->type() == QEvent::MouseMove
+                            && !isInside(m_button, static_cast<QMouseEvent*>(event)->localPos()));
+    if (isViewport && leaves)
         leaveButton();
-    else if (isViewport && event->type() == QEvent::MouseMove
-             && !isInside(m_button, static_cast<QMouseEvent*>(event)->localPos()))
-        leaveButton(); // also where there is no row to tell of it
     else if (isViewport && event->type() == QEvent::MouseButtonRelease)
         raiseButtonAfterRelease();
     return !isViewport && CProcessorDelegate::eventFilter(watched, event);

@@ -85,7 +85,8 @@ def analyze(tool, build, entry, config, clean):
             current.append(line)
     if not findings and run.returncode == 0:
         mark.touch()
-    return findings, run.stderr if run.returncode != 0 and not findings else ""
+    failed = run.returncode != 0 and not findings
+    return findings, f"{source}: {tool} ends with {run.returncode}:\n{run.stdout}{run.stderr}" if failed else ""
 
 
 def main():
