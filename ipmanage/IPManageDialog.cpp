@@ -27,19 +27,19 @@ namespace {
 
 struct ButtonLook
 {
-    IPManageButtonId id;
     const char* icon;
     const char* toolTip;
+    IPManageButtonId id;
     bool hasDisabledIcon;
 };
 
 constexpr ButtonLook kButtons[] = {
-    {IPManageAdd, "Add", QT_TRANSLATE_NOOP("CIPManageDialog", "Add"), false},
-    {IPManageEdit, "Edit", QT_TRANSLATE_NOOP("CIPManageDialog", "Edit"), true},
-    {IPManageDelete, "Delete", QT_TRANSLATE_NOOP("CIPManageDialog", "Delete"), true},
-    {IPManageClear, "Clear", QT_TRANSLATE_NOOP("CIPManageDialog", "Clear"), true},
-    {IPManageImport, "Import", QT_TRANSLATE_NOOP("CIPManageDialog", "Import"), false},
-    {IPManageExport, "Export", QT_TRANSLATE_NOOP("CIPManageDialog", "Export"), true},
+    {"Add", QT_TRANSLATE_NOOP("CIPManageDialog", "Add"), IPManageAdd, false},
+    {"Edit", QT_TRANSLATE_NOOP("CIPManageDialog", "Edit"), IPManageEdit, true},
+    {"Delete", QT_TRANSLATE_NOOP("CIPManageDialog", "Delete"), IPManageDelete, true},
+    {"Clear", QT_TRANSLATE_NOOP("CIPManageDialog", "Clear"), IPManageClear, true},
+    {"Import", QT_TRANSLATE_NOOP("CIPManageDialog", "Import"), IPManageImport, false},
+    {"Export", QT_TRANSLATE_NOOP("CIPManageDialog", "Export"), IPManageExport, true},
 };
 
 constexpr const char* kMenuTexts[] = {
