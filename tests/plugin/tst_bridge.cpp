@@ -106,6 +106,7 @@ private slots:
     void shouldForwardDeviceSets();
     void shouldForwardTheLanUsbAddress();
     void shouldForwardTheCurrentProcessor();
+    void shouldAskAgainWhenTheUserPickedMeanwhile();
     void shouldIgnoreTheEchoOfASelection();
     void shouldRepaintForMonitorWarnings_data();
     void shouldRepaintForMonitorWarnings();
@@ -373,6 +374,37 @@ void BridgeTest::shouldForwardTheCurrentProcessor()
         bridge.panel.area().findChild<QTreeView*>()->currentIndex().data(UuidRole).toUuid(),
         testId(2));
     QCOMPARE(bridge.askedOn(QStringLiteral("GetCurrentProcessorId")), bridge.updateThread());
+}
+
+void BridgeTest::shouldAskAgainWhenTheUserPickedMeanwhile()
+{
+    Bridge bridge;
+    FakeHandler& host = bridge.panel.host();
+    host.setProject({}, {testProcessor(1), testProcessor(2)});
+    bridge.notify(16);
+    QTRY_COMPARE(bridge.panel.dump(), QStringLiteral("All processors(2)[1,2]"));
+    host.currentProcessor = testId(1);
+    host.clearCalls();
+    // The user's choice is reported while the host still answers with the one before.
+    int asked = 0;
+    host.inside = [&](const QString& name) {
+        if (name != QLatin1String("GetCurrentProcessorId"))
+            return;
+        if (++asked == 1) {
+            bridge.panel.data().SetSelectionEchoGuard(true);
+            bridge.panel.data().SetSelectionEchoGuard(false);
+        } else {
+            host.currentProcessor = testId(2);
+        }
+    };
+
+    bridge.notify(30);
+
+    QTRY_COMPARE(
+        bridge.panel.area().findChild<QTreeView*>()->currentIndex().data(UuidRole).toUuid(),
+        testId(2));
+    host.inside = nullptr;
+    QCOMPARE(host.callCount(QStringLiteral("GetCurrentProcessorId")), 2);
 }
 
 void BridgeTest::shouldIgnoreTheEchoOfASelection()
