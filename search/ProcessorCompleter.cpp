@@ -108,21 +108,21 @@ void CProcessorCompleter::createPopup()
 
 void CProcessorCompleter::createModels()
 {
+    CProcessorTreeModel* tree = CTargetSelectData::Instance()->GetModel();
     m_filter = new CProcessorFilterProxyModel(this);
-    m_filter->setSourceModel(CTargetSelectData::Instance()->GetModel());
+    m_filter->setSourceModel(tree);
     m_list = new CProcessorFilterModel(this);
     m_list->setSourceModel(m_filter);
     m_popup->setModel(m_list);
     connect(m_list, &CProcessorFilterModel::rowsAdded, this, &CProcessorCompleter::onRowsChanged);
     connect(m_list, &CProcessorFilterModel::rowsRemed, this, &CProcessorCompleter::onRowsChanged);
     // Of these the list tells nobody. It has followed them by the time they come here.
-    connect(m_filter, &QAbstractItemModel::modelReset, this, [this] {
+    connect(tree, &QAbstractItemModel::modelReset, this, [this] {
         m_popup->reset();
         onRowsChanged();
     });
-    connect(m_filter, &QAbstractItemModel::layoutChanged, this,
-            &CProcessorCompleter::onOrderChanged);
-    connect(m_filter, &QAbstractItemModel::dataChanged, this, &CProcessorCompleter::onOrderChanged);
+    connect(tree, &QAbstractItemModel::layoutChanged, this, &CProcessorCompleter::onOrderChanged);
+    connect(tree, &QAbstractItemModel::dataChanged, this, &CProcessorCompleter::onOrderChanged);
 }
 
 void CProcessorCompleter::connectPopup()

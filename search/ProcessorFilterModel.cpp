@@ -1,16 +1,14 @@
 #include "search/ProcessorFilterModel.h"
 
-#include "Interface/ProcessorNode.h"
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/RecordCell.h"
+#include "search/FoundProcessors.h"
 #include "search/ProcessorFilterProxyModel.h"
 
 #include <algorithm>
 
 namespace {
-
-using Rows = std::vector<QPersistentModelIndex>;
 
 struct Found
 {
@@ -18,85 +16,26 @@ struct Found
     QModelIndex index;
 };
 
-/// The tree that a list is made of. Over the processor tree and its filter rows are read at the
-/// tree's items: copies of the records would cost more than all else that the list does.
-class Branches final
+/// The processors below `parent` that have no rows below themselves, in the tree's order.
+void collect(const QAbstractItemModel& source, const QModelIndex& parent, std::vector<Found>& found)
 {
-public:
-    explicit Branches(const QAbstractItemModel& source)
-        : m_source(source)
-        , m_filter(qobject_cast<const CProcessorFilterProxyModel*>(&source))
-        , m_tree(m_filter ? qobject_cast<const CProcessorTreeModel*>(m_filter->sourceModel())
-                          : nullptr)
-    {
+    for (int row = 0; row < source.rowCount(parent); ++row) {
+        const QModelIndex index = source.index(row, 0, parent);
+        if (source.hasChildren(index))
+            collect(source, index, found);
+        else if (nodeType(index) == NodeProcessor)
+            found.push_back({recordKey(index.data(NodeDataRole)).number, index});
     }
+}
 
-    /// The processors below `parent` that have no rows below themselves, in the tree's order.
-    void collect(const QModelIndex& parent, std::vector<Found>& found) const
-    {
-        const int rows = m_source.rowCount(parent);
-        for (int row = 0; row < rows; ++row) {
-            const QModelIndex index = m_source.index(row, 0, parent);
-            const QStandardItem* item = itemAt(index);
-            if (hasRows(index, item))
-                collect(index, found);
-            else if ((item ? nodeType(*item) : nodeType(index)) == NodeProcessor)
-                found.push_back({number(index, item), index});
-        }
-    }
-
-    /// A filter takes up the rows below a row only when it is asked for them, and says nothing of
-    /// those it never took up. So it is asked at once, although the list is read later, or never.
-    void takeUp(const QModelIndex& parent, int first, int last) const
-    {
-        for (int row = first; row <= last; ++row) {
-            const QModelIndex index = m_source.index(row, 0, parent);
-            if (hasRows(index, itemAt(index)))
-                takeUp(index, 0, m_source.rowCount(index) - 1);
-        }
-    }
-
-private:
-    const QStandardItem* itemAt(const QModelIndex& index) const
-    {
-        return m_tree ? m_tree->itemFromIndex(m_filter->mapToSource(index)) : nullptr;
-    }
-
-    bool hasRows(const QModelIndex& index, const QStandardItem* item) const
-    {
-        return (!item || item->hasChildren()) && m_source.hasChildren(index);
-    }
-
-    static qint32 number(const QModelIndex& index, const QStandardItem* item)
-    {
-        return recordKey(item ? item->data(NodeDataRole) : index.data(NodeDataRole)).number;
-    }
-
-    const QAbstractItemModel& m_source;
-    const CProcessorFilterProxyModel* m_filter;
-    const CProcessorTreeModel* m_tree; // null when the source is anything else
-};
-
-Rows sortedProcessors(const QAbstractItemModel& source)
+std::vector<Found> processors(const QAbstractItemModel& source)
 {
     std::vector<Found> found;
-    Branches(source).collect(QModelIndex(), found);
+    collect(source, {}, found);
     std::stable_sort(found.begin(), found.end(), [](const Found& left, const Found& right) {
         return left.number < right.number;
     });
-    Rows rows;
-    rows.reserve(found.size());
-    for (const Found& processor : found)
-        rows.emplace_back(processor.index);
-    return rows;
-}
-
-QModelIndex rowAt(const Rows& rows, int row)
-{
-    if (row < 0 || row >= static_cast<int>(rows.size()))
-        return {};
-    const QModelIndex& index = rows[static_cast<std::size_t>(row)];
-    return index;
+    return found;
 }
 
 } // namespace
@@ -124,7 +63,7 @@ QModelIndex CProcessorFilterModel::parent(const QModelIndex& index) const
 int CProcessorFilterModel::rowCount(const QModelIndex& parent) const
 {
     Q_UNUSED(parent)
-    return static_cast<int>(rows().size());
+    return static_cast<int>(m_rows.size());
 }
 
 int CProcessorFilterModel::columnCount(const QModelIndex& parent) const
@@ -135,106 +74,160 @@ int CProcessorFilterModel::columnCount(const QModelIndex& parent) const
 
 QVariant CProcessorFilterModel::data(const QModelIndex& index, int role) const
 {
-    return sourceModel() ? sourceModel()->data(mapToSource(index), role) : QVariant();
+    return sourceModel() ? readableIndex(index).data(role) : QVariant();
 }
 
 Qt::ItemFlags CProcessorFilterModel::flags(const QModelIndex& index) const
 {
-    return mapToSource(index).flags();
+    return readableIndex(index).flags();
 }
 
 void CProcessorFilterModel::setSourceModel(QAbstractItemModel* model)
 {
     if (!model)
         return;
+    if (found())
+        disconnect(found(), nullptr, this, nullptr);
     if (sourceModel())
         disconnect(sourceModel(), nullptr, this, nullptr);
     QAbstractProxyModel::setSourceModel(model);
-    connect(model, &QAbstractItemModel::modelReset, this, &CProcessorFilterModel::invalidate);
-    connect(model, &QAbstractItemModel::layoutChanged, this, &CProcessorFilterModel::invalidate);
-    connect(model, &QAbstractItemModel::columnsInserted, this, &CProcessorFilterModel::invalidate);
-    connect(model, &QAbstractItemModel::columnsRemoved, this, &CProcessorFilterModel::invalidate);
-    connect(model, &QAbstractItemModel::dataChanged, this, &CProcessorFilterModel::onDataChanged);
-    // Not kept through a change of which views hear: the source would have to lead every index.
-    const auto dropRows = [this] { m_rows.reset(); };
-    connect(model, &QAbstractItemModel::rowsAboutToBeInserted, this, dropRows);
-    connect(model, &QAbstractItemModel::rowsAboutToBeRemoved, this, dropRows);
-    connect(model, &QAbstractItemModel::rowsInserted, this, &CProcessorFilterModel::onRowsInserted);
-    connect(model, &QAbstractItemModel::rowsRemoved, this, &CProcessorFilterModel::onRowsRemoved);
-    connect(model, &QObject::destroyed, this, &CProcessorFilterModel::refreshRows);
+    m_filter = qobject_cast<CProcessorFilterProxyModel*>(model);
+    connectSource(*model);
+    connectFound();
     invalidate();
 }
 
 QModelIndex CProcessorFilterModel::mapToSource(const QModelIndex& proxyIndex) const
 {
-    return rowAt(rows(), proxyIndex.row());
+    const Row* row = rowAt(proxyIndex);
+    if (!row)
+        return {};
+    return row->item ? m_filter->mapFromSource(row->item->index()) : QModelIndex(row->index);
 }
 
 QModelIndex CProcessorFilterModel::mapFromSource(const QModelIndex& sourceIndex) const
 {
-    const Rows& all = rows();
-    const auto found = std::find(all.begin(), all.end(), sourceIndex);
-    if (!sourceIndex.isValid() || found == all.end())
+    if (!sourceIndex.isValid() || sourceIndex.model() != sourceModel())
         return {};
-    return createIndex(static_cast<int>(found - all.begin()), 0);
+    Row wanted;
+    if (found() && found()->tree())
+        wanted.item = found()->tree()->itemFromIndex(m_filter->mapToSource(sourceIndex));
+    else
+        wanted.index = sourceIndex;
+    return indexOf(wanted);
 }
 
 void CProcessorFilterModel::invalidate()
 {
-    refreshRows();
-    if (sourceModel())
-        Branches(*sourceModel()).takeUp(QModelIndex(), 0, sourceModel()->rowCount() - 1);
+    if (found())
+        m_filter->found()->refresh();
+    else
+        refresh();
 }
 
-const std::vector<QPersistentModelIndex>& CProcessorFilterModel::rows() const
+void CProcessorFilterModel::connectSource(const QAbstractItemModel& source)
 {
-    // The source announces its rows one stretch after the other; the list is made when they are
-    // all there and somebody looks.
-    if (!m_rows)
-        m_rows = sourceModel() ? sortedProcessors(*sourceModel()) : Rows();
-    return *m_rows;
+    connect(&source, &QAbstractItemModel::modelReset, this, [this] {
+        connectFound(); // a filter may have turned to another tree
+        refresh();
+    });
+    // Of all else a filter's processors tell by themselves.
+    const auto refreshOwn = [this] {
+        if (!found())
+            refresh();
+    };
+    connect(&source, &QAbstractItemModel::layoutChanged, this, refreshOwn);
+    connect(&source, &QAbstractItemModel::columnsInserted, this, refreshOwn);
+    connect(&source, &QAbstractItemModel::columnsRemoved, this, refreshOwn);
+    connect(&source, &QAbstractItemModel::dataChanged, this, refreshOwn);
+    connect(&source, &QAbstractItemModel::rowsInserted, this, [this] {
+        if (!found())
+            reset(false, true);
+    });
+    connect(&source, &QAbstractItemModel::rowsRemoved, this, [this] {
+        if (!found())
+            reset(true, false);
+    });
+    connect(&source, &QObject::destroyed, this, [this] {
+        m_filter = nullptr;
+        refresh();
+    });
 }
 
-void CProcessorFilterModel::refreshRows()
+void CProcessorFilterModel::connectFound()
+{
+    if (!found())
+        return;
+    connect(found(), &CFoundProcessors::changed, this, &CProcessorFilterModel::reset,
+            Qt::UniqueConnection);
+    connect(found(), &CFoundProcessors::refreshed, this, &CProcessorFilterModel::refresh,
+            Qt::UniqueConnection);
+}
+
+/// No signal tells those who hold an index, so it follows its processor, or becomes invalid.
+void CProcessorFilterModel::refresh()
 {
     const QModelIndexList held = persistentIndexList();
-    if (!m_rows || held.isEmpty()) {
-        m_rows.reset();
+    if (held.isEmpty()) {
+        takeRows();
         return;
     }
-    // No signal tells those who hold an index, so it follows its processor, or becomes invalid.
-    const Rows before = std::move(*m_rows);
-    m_rows.reset();
+    const std::vector<Row> before = m_rows;
+    takeRows();
     QModelIndexList moved;
-    moved.reserve(held.size());
-    for (const QModelIndex& index : held)
-        moved.append(mapFromSource(rowAt(before, index.row())));
+    for (const QModelIndex& index : held) {
+        const auto row = static_cast<std::size_t>(index.row());
+        moved.append(row < before.size() ? indexOf(before[row]) : QModelIndex());
+    }
     changePersistentIndexList(held, moved);
 }
 
-/// Names and icons do not move rows, nor does anything here take up further ones.
-void CProcessorFilterModel::onDataChanged(const QModelIndex& topLeft,
-                                          const QModelIndex& bottomRight, const QVector<int>& roles)
-{
-    Q_UNUSED(topLeft)
-    Q_UNUSED(bottomRight)
-    if (roles.isEmpty() || roles.contains(NodeDataRole) || roles.contains(NodeTypeRole))
-        refreshRows();
-}
-
-void CProcessorFilterModel::onRowsInserted(const QModelIndex& parent, int first, int last)
+void CProcessorFilterModel::reset(bool haveGone, bool haveCome)
 {
     beginResetModel();
-    m_rows.reset();
-    Branches(*sourceModel()).takeUp(parent, first, last);
+    takeRows();
     endResetModel();
-    emit rowsAdded();
+    if (haveGone)
+        emit rowsRemed();
+    if (haveCome)
+        emit rowsAdded();
 }
 
-void CProcessorFilterModel::onRowsRemoved()
+const CFoundProcessors* CProcessorFilterModel::found() const
 {
-    beginResetModel();
-    m_rows.reset();
-    endResetModel();
-    emit rowsRemed();
+    return m_filter ? m_filter->found() : nullptr;
+}
+
+void CProcessorFilterModel::takeRows()
+{
+    m_rows.clear();
+    if (found()) {
+        for (QStandardItem* item : found()->items())
+            m_rows.push_back({item, {}});
+    } else if (sourceModel()) {
+        for (const Found& processor : processors(*sourceModel()))
+            m_rows.push_back({nullptr, processor.index});
+    }
+}
+
+const CProcessorFilterModel::Row* CProcessorFilterModel::rowAt(const QModelIndex& index) const
+{
+    const auto row = static_cast<std::size_t>(index.row());
+    return index.isValid() && row < m_rows.size() ? &m_rows[row] : nullptr;
+}
+
+QModelIndex CProcessorFilterModel::indexOf(const Row& row) const
+{
+    const auto found = std::find(m_rows.begin(), m_rows.end(), row);
+    return found == m_rows.end() ? QModelIndex()
+                                 : createIndex(static_cast<int>(found - m_rows.begin()), 0);
+}
+
+/// Where to read a row: the filter would have to take up its branch first, to answer the same.
+QModelIndex CProcessorFilterModel::readableIndex(const QModelIndex& index) const
+{
+    const Row* row = rowAt(index);
+    if (!row)
+        return {};
+    return row->item ? row->item->index() : QModelIndex(row->index);
 }

@@ -3,8 +3,11 @@
 #include <QAbstractProxyModel>
 #include <QPersistentModelIndex>
 
-#include <optional>
 #include <vector>
+
+class CFoundProcessors;
+class CProcessorFilterProxyModel;
+class QStandardItem;
 
 /// The processors of a tree of processors as a list, in ascending order of their numbers, equal
 /// ones in the order of the tree. Rows with children and rows of any other kind are left out.
@@ -46,13 +49,28 @@ public slots:
     void invalidate();
 
 private:
-    const std::vector<QPersistentModelIndex>& rows() const;
-    void refreshRows();
-    void onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
-                       const QVector<int>& roles);
-    void onRowsInserted(const QModelIndex& parent, int first, int last);
-    void onRowsRemoved();
+    /// A row of the source, known by its item where the source filters the processor tree.
+    struct Row
+    {
+        QStandardItem* item = nullptr;
+        QPersistentModelIndex index;
 
-    // By row of the list, once somebody has asked for them.
-    mutable std::optional<std::vector<QPersistentModelIndex>> m_rows;
+        bool operator==(const Row& other) const
+        {
+            return item == other.item && index == other.index;
+        }
+    };
+
+    void connectSource(const QAbstractItemModel& source);
+    void connectFound();
+    void refresh();
+    void reset(bool haveGone, bool haveCome);
+    const CFoundProcessors* found() const;
+    void takeRows();
+    const Row* rowAt(const QModelIndex& index) const;
+    QModelIndex indexOf(const Row& row) const;
+    QModelIndex readableIndex(const QModelIndex& index) const;
+
+    std::vector<Row> m_rows;
+    CProcessorFilterProxyModel* m_filter = nullptr; // the source, if it is one
 };

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "search/SearchedRows.h"
+#include "search/SearchText.h"
 
 #include <QSortFilterProxyModel>
-#include <QString>
 
-#include <vector>
+#include <memory>
+
+class CFoundProcessors;
 
 /// The part of the processor tree that holds a search text: processors whose name, dotted address
 /// or displayed number contains it, other rows whose name does, and the rows above all of these.
@@ -28,19 +29,22 @@ public:
     /// Searches for `text` from now on.
     void setFilterText(const QString& text);
 
+    const CSearchText& searchText() const { return m_text; }
+
+    /// The processors that come through; null when the source is no processor tree. Another one
+    /// for another source, from modelReset() on.
+    CFoundProcessors* found() const { return m_found.get(); }
+
 protected:
     bool filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const override;
 
 private:
-    void connectBefore(const QAbstractItemModel& model);
     void reviewBranch(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                       const QVector<int>& roles);
 
-    QString m_text;
-    QString m_foldedText;
-    bool m_isPlain = true; // a name holds m_text when its folded form holds m_foldedText
-    bool m_isShown = true; // an address or a number may hold m_text
-    quint32 m_search = 0;  // counts the texts
-    mutable CSearchedRows m_rows;
-    std::vector<QMetaObject::Connection> m_connections; // to the source
+    CSearchText m_text;
+    QMetaObject::Connection m_review;
+    std::unique_ptr<CFoundProcessors> m_found;
+    bool m_isSettingText = false;
+    mutable bool m_isAsked = false; // for a row, so that somebody may have it
 };

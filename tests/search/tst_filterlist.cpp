@@ -61,6 +61,8 @@ private slots:
     void shouldResetWhenRowsCome();
     void shouldResetWhenRowsGo();
     void shouldSignalThoughNobodyLooked();
+    void shouldResetOnceForAText();
+    void shouldNotListARowThatGoes();
     void shouldChangeQuietlyOtherwise();
     void shouldStandAModelTester();
     void shouldLeadACurrentRowToItsProcessor();
@@ -342,6 +344,62 @@ void FilterListTest::shouldSignalThoughNobodyLooked()
     search.filter().setFilterText(QStringLiteral("a"));
     QCOMPARE(came.count(), 2);
     QCOMPARE(search.listed(), QStringLiteral("ab,ac"));
+}
+
+void FilterListTest::shouldResetOnceForAText()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    for (quint32 id = 1; id <= 40; ++id)
+        search.addByNumber(id, id % 2 ? QStringLiteral("stage") : QStringLiteral("stand"), 6);
+    search.found(QStringLiteral("sta"));
+    const QSignalSpy reset(&search.list(), &QAbstractItemModel::modelReset);
+    const QSignalSpy gone(&search.list(), &CProcessorFilterModel::rowsRemed);
+    const QSignalSpy came(&search.list(), &CProcessorFilterModel::rowsAdded);
+    search.filter().setFilterText(QStringLiteral("stag")); // takes rows away in twenty places
+    QCOMPARE(reset.count(), 1);
+    QCOMPARE(gone.count(), 1);
+    QCOMPARE(came.count(), 0);
+    search.filter().setFilterText(QStringLiteral("stan"));
+    QCOMPARE(reset.count(), 2);
+    QCOMPARE(gone.count(), 2);
+    QCOMPARE(came.count(), 1);
+    search.filter().setFilterText(QStringLiteral("stand"));
+    QCOMPARE(reset.count(), 2);
+    QCOMPARE(search.list().rowCount(), 20);
+}
+
+/// The row is no more when the last of those who follow the tree hear that it has gone.
+void FilterListTest::shouldNotListARowThatGoes()
+{
+    const WarningTrap warnings;
+    CProcessorTreeModel tree;
+    CProcessorFilterProxyModel filter;
+    CProcessorFilterModel list;
+    QStringList read;
+    const auto readList = [&] {
+        for (int row = 0; row < list.rowCount(); ++row)
+            read.append(list.index(row, 0).data().toString());
+    };
+    const auto early = connect(&tree, &QAbstractItemModel::rowsRemoved, this, readList);
+    tree.initRoot();
+    filter.setSourceModel(&tree);
+    list.setSourceModel(&filter);
+    tree.AppendGroup(testGroup(kGroup));
+    for (quint32 id = 1; id <= 3; ++id) {
+        ProcessorNode processor = testProcessor(id, id == 3 ? 0 : kGroup);
+        processor.name = QStringLiteral("P%1").arg(id);
+        tree.AppendProcessor(processor);
+    }
+    filter.setFilterText(QStringLiteral("p"));
+    QCOMPARE(list.rowCount(), 3);
+    const auto late = connect(&tree, &QAbstractItemModel::rowsAboutToBeRemoved, this, readList);
+    tree.removeAllGroups();
+    QCOMPARE(read.size(), 2);
+    QCOMPARE(read.at(0), read.at(1));
+    QCOMPARE(list.rowCount(), 1);
+    disconnect(early);
+    disconnect(late);
 }
 
 void FilterListTest::shouldChangeQuietlyOtherwise()

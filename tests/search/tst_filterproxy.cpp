@@ -5,6 +5,7 @@
 #include "tests/support/WarningTrap.h"
 
 #include <QAbstractItemModelTester>
+#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -29,6 +30,8 @@ private slots:
     void shouldFindNamesInAnyCase();
     void shouldTakeATextLiterally();
     void shouldKeepTheRowsAboveWhatItFinds();
+    void shouldTellWhoeverAskedForRows();
+    void shouldShowItsRowsToWhoComesLate();
     void shouldFindGroupsAndTheRootByTheirTexts();
     void shouldFollowARecordThatStopsToMatch();
     void shouldFollowARecordThatBeginsToMatch();
@@ -168,6 +171,45 @@ void FilterProxyTest::shouldKeepTheRowsAboveWhatItFinds()
              QStringLiteral("All processors(4)[Left[stage],Right[stand]]"));
     search.found(QStringLiteral("nowhere"));
     QCOMPARE(dumpTree(search.filter()), QString());
+}
+
+void FilterProxyTest::shouldTellWhoeverAskedForRows()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addByNumber(1, QStringLiteral("mixer"), 6);
+    search.addByNumber(2, QStringLiteral("mast"), 6);
+    search.found(QStringLiteral("m"));
+    const QPersistentModelIndex mast = search.filter().mapFromSource(search.item(2)->index());
+    QVERIFY(mast.isValid());
+    const QSignalSpy went(&search.filter(), &QAbstractItemModel::rowsRemoved);
+    const QSignalSpy came(&search.filter(), &QAbstractItemModel::rowsInserted);
+    search.found(QStringLiteral("ma"));
+    QCOMPARE(went.count(), 1);
+    QCOMPARE(mast.row(), 0);
+    search.found(QStringLiteral("m"));
+    QCOMPARE(came.count(), 1);
+    QCOMPARE(mast.row(), 1);
+    search.found(QStringLiteral("nowhere"));
+    QVERIFY(!mast.isValid());
+    QCOMPARE(search.filter().rowCount(), 0);
+    search.found(QStringLiteral("m"));
+    QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(2)[mixer,mast]"));
+}
+
+void FilterProxyTest::shouldShowItsRowsToWhoComesLate()
+{
+    const WarningTrap warnings;
+    SearchTree search;
+    search.addByNumber(1, QStringLiteral("mixer"), 6);
+    search.addByNumber(2, QStringLiteral("stage"), 6);
+    search.found(QStringLiteral("nowhere"));
+    search.found(QStringLiteral("mi"));
+    QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(2)[mixer]"));
+    search.found(QString());
+    search.found(QStringLiteral("st"));
+    search.found(QStringLiteral("nowhere"));
+    QCOMPARE(search.filter().rowCount(), 0);
 }
 
 void FilterProxyTest::shouldFindGroupsAndTheRootByTheirTexts()
