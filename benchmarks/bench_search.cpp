@@ -86,6 +86,7 @@ public:
     {
         m_filter.setSourceModel(&m_model);
         m_list.setSourceModel(&m_filter);
+        choose();
     }
 
     int type(const QString& text)
@@ -98,6 +99,15 @@ public:
     QAbstractItemModel& list() { return m_list; }
 
 private:
+    /// As the panel does. It asks the filter for a row, which a list alone does not need.
+    void choose()
+    {
+        const int found = type(QStringLiteral("unit"));
+        const QModelIndex row = m_list.mapToSource(m_list.index(found / 2, 0));
+        require(m_filter.mapToSource(row).isValid(), "a row is found");
+        type(QString());
+    }
+
     CProcessorFilterProxyModel m_filter;
     CProcessorFilterModel m_list;
 };

@@ -1,7 +1,6 @@
 // One start of a program, in a process of its own: from the application object to the first painted
-// frame, either with the panel loaded as a host loads it, or with a bare tree of the same rows. The
-// panel's host refuses whatever it is asked, or has the panel show all it can. Prints the
-// nanoseconds this took and the peak of its memory in KiB.
+// frame, either with the panel loaded as a host loads it that has it show all it can, or with a
+// bare tree of the same rows. Prints the nanoseconds this took and the peak of its memory in KiB.
 
 #include "Interface/ObserverPattern"
 #include "Interface/TargetSelectArea.h"
@@ -20,7 +19,6 @@
 #include <cstdlib>
 #include <iostream>
 #include <memory>
-#include <utility>
 
 namespace {
 
@@ -64,7 +62,7 @@ public:
         m_window.resize(220, 800);
     }
 
-    void showPanel(const QString& libraryPath, std::shared_ptr<StoredHandler> handler)
+    void showPanel(const QString& libraryPath)
     {
         QLibrary library(libraryPath);
         const auto init =
@@ -75,7 +73,7 @@ public:
         if (!init(&layer, &m_window))
             fail(QStringLiteral("the panel does not start"));
         m_layout.addWidget(layer->GetWidget());
-        m_handler = std::move(handler);
+        m_handler = std::make_shared<OpenHandler>(makeProject(kProcessors));
         layer->m_controlHandler = m_handler;
         layer->Initialize();
         CSubject subject;
@@ -107,7 +105,7 @@ public:
 private:
     QWidget m_window;
     QHBoxLayout m_layout{&m_window};
-    std::shared_ptr<StoredHandler> m_handler;
+    std::shared_ptr<OpenHandler> m_handler;
 };
 
 /// VmHWM of this process.
@@ -133,17 +131,15 @@ int main(int argc, char** argv)
     qApp->installEventFilter(&watch);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 2)
-        fail(QStringLiteral("usage: start_child bare | panel LIBRARY | whole-panel LIBRARY"));
+        fail(QStringLiteral("usage: start_child bare | panel LIBRARY"));
 
     QElapsedTimer timer;
     timer.start();
     Host host;
     if (arguments.size() == 2)
         host.showBareTree();
-    else if (arguments.at(1) == QLatin1String("panel"))
-        host.showPanel(arguments.at(2), std::make_shared<StoredHandler>(makeProject(kProcessors)));
     else
-        host.showPanel(arguments.at(2), std::make_shared<OpenHandler>(makeProject(kProcessors)));
+        host.showPanel(arguments.at(2));
     while (!watch.isPainted())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     std::cout << timer.nsecsElapsed() << ' ' << peakMemory().constData() << std::endl;
