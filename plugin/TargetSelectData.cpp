@@ -143,10 +143,8 @@ void CTargetSelectData::Update(CSubject* subject)
     const CUpdateInProgress update(*this);
     if (!subject || !update.isAccepted() || !GetTargetSelectHandler())
         return;
-    const quint32 event = subject->GetEvent();
-    if ((event == CurrentProcessorChanged && IsSelectionEchoGuarded()) || event > kLastHostEvent)
-        return;
-    dispatch(subject);
+    if (subject->GetEvent() <= kLastHostEvent)
+        dispatch(subject);
 }
 
 void CTargetSelectData::dispatch(CSubject* subject)
@@ -203,9 +201,12 @@ void CTargetSelectData::dispatch(CSubject* subject)
         });
         break;
     case CurrentProcessorChanged: {
-        QUuid current;
+        // Counted before the look at the guard: a report that begins in between makes this event
+        // old, and the host's next one may be ignored.
         const quint32 reports = m_reports;
-        if (!askHost([&](Handler& handler) { current = handler.GetCurrentProcessorId(); }))
+        QUuid current;
+        if (IsSelectionEchoGuarded()
+            || !askHost([&](Handler& handler) { current = handler.GetCurrentProcessorId(); }))
             break;
         postJob(event, [this, current, reports] {
             m_calls.run([this, current, reports] { showCurrentProcessor(current, reports); });

@@ -20,7 +20,8 @@ class QShortcut;
 /// Only the selection, the current row, what is expanded and the start of an edit are the view's
 /// own affair. Every change is asked of the host, and takes place when the host says so. Keys: F2
 /// renames, Delete deletes or ungroups, Ctrl+A selects all, Ctrl+G groups the selected processors
-/// where the menu of several would, Menu and Shift+F10 open the row's menu.
+/// where the menu of several would, Menu and Shift+F10 open the row's menu. With Shift or Ctrl the
+/// keys that move go from processor to processor, past the groups between them.
 ///
 /// GUI thread. The host may change the tree, or destroy the view, whenever it is asked.
 class CProcessorTreeView final : public CTreeView
@@ -67,6 +68,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;

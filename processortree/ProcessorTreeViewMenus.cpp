@@ -31,6 +31,13 @@ void appendHostEntries(CTreeMenu& menu, EPrcTreeNodeType type, const QUuid& id)
         askHost(&Host::AppendContextMenu, type, id, isReadOnly(), menu.menu());
 }
 
+/// The point of `room` next to `point`.
+QPoint pointWithin(const QRect& room, const QPoint& point)
+{
+    return {qBound(room.left(), point.x(), room.right()),
+            qBound(room.top(), point.y(), room.bottom())};
+}
+
 /// Whether the host protects one of its selected processors.
 bool isDeletionBlocked()
 {
@@ -179,7 +186,10 @@ void CProcessorTreeView::contextMenuEvent(QContextMenuEvent* event)
     }
     event->accept();
     const QModelIndex index = indexAt(event->pos());
-    runSelectionMenu(index.isValid() ? index : currentIndex(), event->pos());
+    // The keys ask for it at the current row, which may be out of view.
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    runSelectionMenu(index.isValid() ? index : currentIndex(),
+                     byKey ? pointWithin(viewport()->rect(), event->pos()) : event->pos());
 }
 
 bool CProcessorTreeView::offersSelectionMenu() const

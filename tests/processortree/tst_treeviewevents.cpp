@@ -74,6 +74,9 @@ private slots:
     void shouldNotRenameTheRootNorWhatTheHostForbids();
     void shouldLeaveKeysToTheEditor();
     void shouldSelectAllByKey();
+    void shouldExtendTheSelectionPastGroups();
+    void shouldExtendTheSelectionToEitherEnd();
+    void shouldMoveTheCurrentRowPastGroups();
     void shouldOpenTheMenuByKey();
     void shouldDoNothingWhenLocked();
     void shouldRename_data();
@@ -312,6 +315,64 @@ void TreeViewEventsTest::shouldSelectAllByKey()
     tree.view->collapseAll();
     press(tree, Qt::Key_A, Qt::ControlModifier);
     QCOMPARE(tree.selected(), QStringLiteral("1,2,3,4"));
+}
+
+void TreeViewEventsTest::shouldExtendTheSelectionPastGroups()
+{
+    WholeTree tree;
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.place(1));
+    const auto extend = [&](Qt::Key key) {
+        press(tree, key, Qt::ShiftModifier);
+        return tree.selected();
+    };
+    for (const char* selected : {"1,2", "1,2,3", "1,2,3,4", "1,2,3,4"})
+        QCOMPARE(extend(Qt::Key_Down), QLatin1String(selected));
+    QCOMPARE(tree.view->currentIndex(), tree.index(4));
+    QCOMPARE(tree.host().selections.last().processors,
+             QList<QUuid>({testId(1), testId(2), testId(3), testId(4)}));
+    for (const char* selected : {"1,2,3", "1,2", "1", "1"})
+        QCOMPARE(extend(Qt::Key_Up), QLatin1String(selected));
+    QCOMPARE(tree.view->currentIndex(), tree.index(1));
+
+    // What a closed group holds is not seen, and not selected.
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.place(3));
+    tree.view->collapse(tree.index(10));
+    QCOMPARE(extend(Qt::Key_Up), QStringLiteral("3"));
+    tree.view->expand(tree.index(10));
+    for (const char* selected : {"2,3", "1,2,3", "1,2,3"})
+        QCOMPARE(extend(Qt::Key_Up), QLatin1String(selected));
+}
+
+void TreeViewEventsTest::shouldExtendTheSelectionToEitherEnd()
+{
+    WholeTree tree;
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.place(2));
+    press(tree, Qt::Key_Home, Qt::ShiftModifier);
+    QCOMPARE(tree.selected(), QStringLiteral("1,2"));
+    QCOMPARE(tree.view->currentIndex(), tree.index(1));
+    press(tree, Qt::Key_PageDown, Qt::ShiftModifier);
+    QCOMPARE(tree.selected(), QStringLiteral("2,3,4"));
+    press(tree, Qt::Key_PageUp, Qt::ShiftModifier);
+    QCOMPARE(tree.selected(), QStringLiteral("1,2"));
+    // The last row is a group.
+    tree.model().removeNodes({testId(3), testId(4)});
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.place(1));
+    press(tree, Qt::Key_End, Qt::ShiftModifier);
+    QCOMPARE(tree.selected(), QStringLiteral("1,2"));
+    QCOMPARE(tree.view->currentIndex(), tree.index(2));
+}
+
+void TreeViewEventsTest::shouldMoveTheCurrentRowPastGroups()
+{
+    WholeTree tree;
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.place(2));
+    press(tree, Qt::Key_Down, Qt::ControlModifier);
+    QCOMPARE(tree.view->currentIndex(), tree.index(3));
+    QCOMPARE(tree.selected(), QStringLiteral("2"));
+    press(tree, Qt::Key_Space, Qt::ControlModifier);
+    QCOMPARE(tree.selected(), QStringLiteral("2,3"));
+    press(tree, Qt::Key_Up, Qt::ControlModifier);
+    QCOMPARE(tree.view->currentIndex(), tree.index(2));
 }
 
 void TreeViewEventsTest::shouldOpenTheMenuByKey()

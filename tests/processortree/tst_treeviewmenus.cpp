@@ -1,5 +1,6 @@
 #include "tests/processortree/DrivenTree.h"
 
+#include <QScrollBar>
 #include <QTranslator>
 
 namespace {
@@ -71,6 +72,8 @@ private slots:
     void shouldOfferTheMenuOfSeveral_data();
     void shouldOfferTheMenuOfSeveral();
     void shouldOpenTheMenuOfSeveralOnlyThen();
+    void shouldOpenTheMenuOfSeveralWithinTheView_data();
+    void shouldOpenTheMenuOfSeveralWithinTheView();
     void shouldGroupTheSelected_data();
     void shouldGroupTheSelected();
     void shouldGroupByKeyOnlyWhatTheMenuWould();
@@ -403,6 +406,55 @@ void TreeViewMenusTest::shouldOpenTheMenuOfSeveralOnlyThen()
         tree.rightClick(1);
         QVERIFY(offered.contains(QLatin1String("Rename")));
     }
+}
+
+void TreeViewMenusTest::shouldOpenTheMenuOfSeveralWithinTheView_data()
+{
+    QTest::addColumn<bool>("isMenuKey");
+    QTest::addColumn<bool>("isAbove"); // the current row, out of view; else it is below
+    for (const bool isAbove : {true, false}) {
+        const char* where = isAbove ? "above" : "below";
+        QTest::addRow("Shift+F10, row %s", where) << false << isAbove;
+        QTest::addRow("menu key, row %s", where) << true << isAbove;
+    }
+}
+
+void TreeViewMenusTest::shouldOpenTheMenuOfSeveralWithinTheView()
+{
+    QFETCH(bool, isMenuKey);
+    QFETCH(bool, isAbove);
+    DrivenTree tree;
+    QList<ProcessorNode> processors;
+    for (quint32 n = 1; n <= 60; ++n)
+        processors.append(testProcessor(n));
+    tree.fill({}, processors);
+    tree.host().selectionMode = 2;
+    tree.host().selectedProcessors = QList<QUuid>{testId(30), testId(31)};
+    tree.select({30, 31});
+    QScrollBar* const bar = tree.view->verticalScrollBar();
+    const int scrolled = isAbove ? bar->maximum() : 0;
+    bar->setValue(scrolled);
+    const QWidget* viewport = tree.view->viewport();
+    QVERIFY(!viewport->rect().intersects(tree.view->visualRect(tree.index(30))));
+
+    QPoint place;
+    tree.driver.then([&](QWidget& menu) {
+        place = viewport->mapFromGlobal(menu.pos());
+        menu.close();
+    });
+    if (isMenuKey) {
+        // What Qt makes of it.
+        const QPoint row = tree.view->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, row, tree.view->mapToGlobal(row));
+        QApplication::sendEvent(tree.view, &event);
+    } else {
+        QTest::keyClick(tree.view.data(), Qt::Key_F10, Qt::ShiftModifier);
+    }
+    QVERIFY(viewport->rect().contains(place));
+    QCOMPARE(place.y(), isAbove ? 0 : viewport->height() - 1);
+    QCOMPARE(bar->value(), scrolled);
+    QCOMPARE(tree.asked({QStringLiteral("AppendContextMenu")}),
+             QStringLiteral("AppendContextMenu(2,30,false)"));
 }
 
 void TreeViewMenusTest::shouldGroupTheSelected_data()

@@ -42,11 +42,3 @@ QString projectText(const QString& path)
     }
     return (texts + names[QUuid().toString()]).join(QStringLiteral(","));
 }
-
-bool isAsExpected(const QString& made, const QString& expected)
-{
-    const QString any = QRegularExpression::escape(QStringLiteral("<*>"));
-    const QString pattern =
-        QRegularExpression::escape(expected).replace(any, QStringLiteral("<[^>]*>"));
-    return QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(made).hasMatch();
-}

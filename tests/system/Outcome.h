@@ -6,8 +6,5 @@
 /// often rows are painted and hovered, and on the PC's network.
 QStringList requests(const QStringList& calls);
 
-/// "<*>" in what is expected stands for any identity.
-bool isAsExpected(const QString& made, const QString& expected);
-
 /// What a project file holds, such as "Group[One,Two],Three".
 QString projectText(const QString& path);
