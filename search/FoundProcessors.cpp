@@ -54,6 +54,11 @@ CFoundProcessors::CFoundProcessors(CProcessorTreeModel& tree,
 
 CFoundProcessors::~CFoundProcessors() = default;
 
+const CProcessorTreeModel* CFoundProcessors::tree() const
+{
+    return m_tree;
+}
+
 void CFoundProcessors::follow()
 {
     const CProcessorTreeModel* tree = m_tree;

@@ -36,7 +36,7 @@ public:
     CFoundProcessors(CProcessorTreeModel& tree, const CProcessorFilterProxyModel& filter);
     ~CFoundProcessors() override;
 
-    const CProcessorTreeModel* tree() const { return m_tree; }
+    const CProcessorTreeModel* tree() const;
 
     /// Their rows. Each of them is in the tree, also while the tree changes.
     const std::vector<QStandardItem*>& items() const { return m_items; }

@@ -107,6 +107,8 @@ void CTreeView::mousePressEvent(QMouseEvent* event)
 {
     m_arrowPressed = isOnArrow(event->pos());
     if (!m_arrowPressed) {
+        if (!(event->modifiers() & Qt::ShiftModifier))
+            m_anchor = QModelIndex();
         QTreeView::mousePressEvent(event);
     } else if (event->button() == Qt::LeftButton) {
         const QModelIndex index = indexAt(event->pos());
@@ -142,10 +144,13 @@ void CTreeView::keyPressEvent(QKeyEvent* event)
 {
     setFocusShown(true);
     // Not every platform makes it a request for a menu, as it does the menu key.
-    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
         requestMenu();
-    else if ((event->modifiers() & ~Qt::KeypadModifier) || !handleKey(event))
+    } else if ((event->modifiers() & ~Qt::KeypadModifier) || !handleKey(event)) {
+        if (event->modifiers() & Qt::ControlModifier)
+            m_anchor = QModelIndex();
         QTreeView::keyPressEvent(event);
+    }
 }
 
 void CTreeView::contextMenuEvent(QContextMenuEvent* event)
@@ -170,6 +175,24 @@ void CTreeView::contextMenuEvent(QContextMenuEvent* event)
         goTo(index);
     if (index.isValid())
         emit RightMenuEvent(index, event->pos());
+}
+
+/// Qt repaints the items; the keyboard's outline goes round the whole rows.
+void CTreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTreeView::currentChanged(current, previous);
+    updateRow(previous);
+    updateRow(current);
+}
+
+/// A range goes out from where the keys led last; Qt knows where the mouse was pressed.
+void CTreeView::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command)
+{
+    const QRect anchor = visualRect(m_anchor);
+    if (anchor.isValid() && command & QItemSelectionModel::Current)
+        QTreeView::setSelection({anchor.center(), rect.bottomRight()}, command);
+    else
+        QTreeView::setSelection(rect, command);
 }
 
 /// The mouse stays, the rows move on below it.
@@ -329,8 +352,10 @@ void CTreeView::goTo(const QModelIndex& index)
     selectionModel()->setCurrentIndex(target, QItemSelectionModel::NoUpdate);
     if (alive && target.isValid())
         selectionModel()->select(target, QItemSelectionModel::ClearAndSelect);
-    if (alive && target.isValid())
+    if (alive && target.isValid()) {
+        m_anchor = target;
         scrollTo(target);
+    }
 }
 
 void CTreeView::setHovered(const QModelIndex& index)

@@ -43,6 +43,8 @@ protected:
     /// is already; by keyboard, of the current row if it is selected, else of the topmost selected
     /// one, which is scrolled into view.
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
     void scrollContentsBy(int dx, int dy) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                  const QModelIndex& index) const override;
@@ -70,7 +72,8 @@ private:
     void updateRow(const QModelIndex& index);
 
     QPersistentModelIndex m_hovered;
-    QModelIndex m_focusRow; // while painting
+    QPersistentModelIndex m_anchor; // of ranges, where keys chose it
+    QModelIndex m_focusRow;         // while painting
     bool m_focusShown = false;
     bool m_arrowPressed = false;
 };

@@ -7,6 +7,8 @@
 #include <QDragEnterEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QPaintEvent>
+#include <QRegion>
 #include <QSignalSpy>
 
 namespace {
@@ -53,6 +55,22 @@ void moveMouse(const WholeTree& tree, const QPoint& position, Qt::MouseButtons b
     QApplication::sendEvent(tree.viewport(), &event);
 }
 
+/// What a widget has been painted of.
+class PaintedRegion final : public QObject
+{
+public:
+    explicit PaintedRegion(QWidget& widget) { widget.installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region += static_cast<QPaintEvent*>(event)->region();
+        return QObject::eventFilter(watched, event);
+    }
+
+    QRegion region;
+};
+
 } // namespace
 
 class TreeViewEventsTest : public QObject
@@ -75,6 +93,8 @@ private slots:
     void shouldLeaveKeysToTheEditor();
     void shouldSelectAllByKey();
     void shouldExtendTheSelectionPastGroups();
+    void shouldExtendTheSelectionFromWhereTheKeysLed();
+    void shouldPaintTheWholeRowThatKeysLeave();
     void shouldExtendTheSelectionToEitherEnd();
     void shouldMoveTheCurrentRowPastGroups();
     void shouldOpenTheMenuByKey();
@@ -341,6 +361,38 @@ void TreeViewEventsTest::shouldExtendTheSelectionPastGroups()
     tree.view->expand(tree.index(10));
     for (const char* selected : {"2,3", "1,2,3", "1,2,3"})
         QCOMPARE(extend(Qt::Key_Up), QLatin1String(selected));
+}
+
+void TreeViewEventsTest::shouldExtendTheSelectionFromWhereTheKeysLed()
+{
+    WholeTree tree;
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.place(4));
+    press(tree, Qt::Key_Up);
+    press(tree, Qt::Key_Up);
+    press(tree, Qt::Key_Up);
+    QCOMPARE(tree.selected(), QStringLiteral("2"));
+    press(tree, Qt::Key_Up, Qt::ShiftModifier);
+    QCOMPARE(tree.selected(), QStringLiteral("1,2"));
+    press(tree, Qt::Key_Down);
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::ShiftModifier, tree.place(1));
+    QCOMPARE(tree.selected(), QStringLiteral("1,2"));
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.place(4));
+    press(tree, Qt::Key_Up, Qt::ShiftModifier);
+    QCOMPARE(tree.selected(), QStringLiteral("3,4"));
+}
+
+void TreeViewEventsTest::shouldPaintTheWholeRowThatKeysLeave()
+{
+    WholeTree tree;
+    press(tree, Qt::Key_Down, Qt::ShiftModifier);
+    press(tree, Qt::Key_Down, Qt::ShiftModifier);
+    const QRect left = tree.view->visualRect(tree.view->currentIndex());
+    QVERIFY(left.left() > 0);
+    QCoreApplication::processEvents();
+    PaintedRegion painted(*tree.viewport());
+    press(tree, Qt::Key_Down, Qt::ShiftModifier);
+    // Left of the item too: the outline goes round the row.
+    QTRY_VERIFY(painted.region.contains(QPoint(0, left.center().y())));
 }
 
 void TreeViewEventsTest::shouldExtendTheSelectionToEitherEnd()
