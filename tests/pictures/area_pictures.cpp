@@ -47,10 +47,8 @@ public:
             processors());
         m_panel.model().reset();
         QList<SDeviceSetInfo> sets;
-        for (quint32 n = 1; n <= 3; ++n) {
-            sets.append(SDeviceSetInfo());
-            sets.last().id.Data1 = n;
-        }
+        for (quint32 n = 1; n <= 3; ++n)
+            sets.append(deviceSet(n));
         area().onDetectStrategyChanged(2);
         area().onCurrentDeviceSetChanged(sets.first().id, sets);
         area().onLANUSBGetProcessorIP();

@@ -69,13 +69,6 @@ private:
     QTranslator m_translator;
 };
 
-inline SDeviceSetInfo deviceSet(quint32 n)
-{
-    SDeviceSetInfo set{};
-    set.id.Data1 = n;
-    return set;
-}
-
 /// Device sets 1 to `count`.
 inline QList<SDeviceSetInfo> deviceSets(int count)
 {

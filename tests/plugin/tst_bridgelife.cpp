@@ -14,15 +14,6 @@
 #include <chrono>
 #include <future>
 
-namespace {
-
-bool comesBack(const std::future<void>& done)
-{
-    return done.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
-}
-
-} // namespace
-
 /// What happens to events when the panel, the bridge or the application goes.
 class BridgeLifeTest : public QObject
 {

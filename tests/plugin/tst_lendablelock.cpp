@@ -13,13 +13,7 @@ namespace {
 
 using Borrower = CLendableLock::Borrower;
 
-constexpr auto kSoon = std::chrono::seconds(20);
 constexpr auto kNotYet = std::chrono::milliseconds(50);
-
-bool comesBack(const std::future<void>& done)
-{
-    return done.wait_for(kSoon) == std::future_status::ready;
-}
 
 bool isStillWaiting(const std::future<void>& done)
 {

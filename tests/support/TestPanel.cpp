@@ -72,3 +72,10 @@ ProcessorNode testIpProcessor(quint32 n, quint32 address, quint32 group)
     processor.ipAddress = address;
     return processor;
 }
+
+SDeviceSetInfo deviceSet(quint32 n)
+{
+    SDeviceSetInfo set{};
+    set.id.Data1 = n;
+    return set;
+}

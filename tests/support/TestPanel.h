@@ -53,3 +53,5 @@ QUuid testId(quint32 n);
 ProcessorGroupNode testGroup(quint32 n, const QString& name = QString());
 ProcessorNode testProcessor(quint32 n, quint32 group = 0);
 ProcessorNode testIpProcessor(quint32 n, quint32 address, quint32 group = 0);
+
+SDeviceSetInfo deviceSet(quint32 n);
