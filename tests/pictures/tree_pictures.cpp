@@ -11,7 +11,6 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
-#include <QStandardItem>
 
 #include <memory>
 
@@ -60,7 +59,7 @@ public:
     CTargetSelectArea& area() { return m_panel.area(); }
     CProcessorTreeView& view() { return *area().findChild<CProcessorTreeView*>(); }
 
-    QModelIndex row(quint32 id) { return m_panel.model().getItem(testId(id))->index(); }
+    QModelIndex row(quint32 id) { return m_panel.index(id); }
 
     void select(std::initializer_list<quint32> ids)
     {

@@ -42,6 +42,12 @@ QString TestPanel::dump()
     return dumpTree(model());
 }
 
+QModelIndex TestPanel::index(quint32 n)
+{
+    const QStandardItem* item = model().getItem(testId(n));
+    return item ? item->index() : QModelIndex();
+}
+
 QUuid testId(quint32 n)
 {
     return n == 0 ? QUuid() : QUuid(n, 0x1, 0x2, 3, 4, 5, 6, 7, 8, 9, 10);

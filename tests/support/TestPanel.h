@@ -4,6 +4,7 @@
 #include "tests/support/FakeHandler.h"
 
 #include <QCoreApplication>
+#include <QModelIndex>
 #include <QPointer>
 #include <QUuid>
 #include <QWidget>
@@ -38,6 +39,9 @@ public:
     }
 
     QString dump();
+
+    /// The row of testId(`n`), invalid when there is none; 0 is the root.
+    QModelIndex index(quint32 n);
 
 private:
     std::shared_ptr<FakeHandler> m_host = std::make_shared<FakeHandler>();
