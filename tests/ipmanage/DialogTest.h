@@ -7,7 +7,6 @@
 
 #include <QLineEdit>
 #include <QTest>
-#include <QTranslator>
 
 /// What a test of a dialog stands on: a host behind the panel, a window to open it over, somebody
 /// who answers it, and nobody who takes a warning of Qt's.
@@ -67,26 +66,3 @@ inline void retype(QWidget* field, const QString& text)
     QTest::keyClick(focus, Qt::Key_Delete);
     QTest::keyClicks(focus, text);
 }
-
-/// While one lives, the application speaks Chinese.
-class Chinese final
-{
-public:
-    Chinese()
-    {
-        m_loaded = m_panel.load(
-            QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm"));
-        m_widgetsLoaded =
-            m_widgets.load(QStringLiteral(":/HostWidgets/translations/HostWidgets_zh_CN.qm"));
-        QCoreApplication::installTranslator(&m_panel);
-        QCoreApplication::installTranslator(&m_widgets);
-    }
-
-    bool isLoaded() const { return m_loaded && m_widgetsLoaded; }
-
-private:
-    QTranslator m_panel;
-    QTranslator m_widgets;
-    bool m_loaded = false;
-    bool m_widgetsLoaded = false;
-};

@@ -3,6 +3,7 @@
 #include "ipmanage/AddBatchIPDialog.h"
 #include "ipmanage/IPText.h"
 #include "tests/ipmanage/DialogTest.h"
+#include "tests/support/Chinese.h"
 
 namespace {
 

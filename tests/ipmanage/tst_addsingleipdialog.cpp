@@ -3,6 +3,7 @@
 #include "ipmanage/IPText.h"
 #include "ipmanage/LocalAddresses.h"
 #include "tests/ipmanage/DialogTest.h"
+#include "tests/support/Chinese.h"
 
 class AddSingleIPDialogTest : public QObject
 {

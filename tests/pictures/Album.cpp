@@ -1,16 +1,17 @@
 #include "tests/pictures/Album.h"
 
 #include "host/widgets/HostTheme.h"
+#include "tests/support/Chinese.h"
 #include "tests/support/TestPanel.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QPainter>
 #include <QPixmap>
-#include <QTranslator>
 #include <QWidget>
 
 #include <iostream>
+#include <optional>
 #include <utility>
 
 Album::Album(QString folder, QString suffix)
@@ -47,15 +48,11 @@ int takePictures(int argc, char** argv, const std::function<void(Album&)>& take)
         return 2;
     }
     ApplyHostTheme(*qApp);
-    QTranslator panel;
-    QTranslator widgets;
+    std::optional<Chinese> chinese;
     if (arguments.at(2) == QLatin1String("zh_CN")) {
         // The resources are there as soon as there is a panel.
         const TestPanel first;
-        panel.load(QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm"));
-        widgets.load(QStringLiteral(":/HostWidgets/translations/HostWidgets_zh_CN.qm"));
-        QCoreApplication::installTranslator(&panel);
-        QCoreApplication::installTranslator(&widgets);
+        chinese.emplace();
     }
     Album album(arguments.at(1), arguments.at(3));
     take(album);

@@ -13,7 +13,6 @@
 #include <QLayout>
 #include <QPushButton>
 #include <QTest>
-#include <QTranslator>
 
 /// A panel in an active window, as a host docks it. Its widgets are found as a host's test would
 /// find them, by what they are and where they stand.
@@ -48,25 +47,6 @@ public:
     const WarningTrap warnings;
     QWidget window;
     TestPanel panel;
-};
-
-/// Chinese while one lives.
-class ChineseTexts final
-{
-public:
-    ChineseTexts()
-    {
-        const bool loaded = m_translator.load(
-            QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm"));
-        QVERIFY2(loaded, "no Chinese texts");
-        QCoreApplication::installTranslator(&m_translator);
-    }
-    ~ChineseTexts() { QCoreApplication::removeTranslator(&m_translator); }
-    ChineseTexts(const ChineseTexts&) = delete;
-    ChineseTexts& operator=(const ChineseTexts&) = delete;
-
-private:
-    QTranslator m_translator;
 };
 
 /// Device sets 1 to `count`.

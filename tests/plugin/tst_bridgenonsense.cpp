@@ -1,29 +1,7 @@
-#include "host/common/AppendLog.h"
 #include "tests/plugin/Bridge.h"
+#include "tests/support/LogTrap.h"
 
 #include <QSignalSpy>
-
-namespace {
-
-/// Collects the host's log.
-class LogTrap final
-{
-public:
-    LogTrap()
-        : m_previous(SetLogSink([this](const LogRecord& record) { records.push_back(record); }))
-    {
-    }
-    ~LogTrap() { SetLogSink(m_previous); }
-    LogTrap(const LogTrap&) = delete;
-    LogTrap& operator=(const LogTrap&) = delete;
-
-    std::vector<LogRecord> records;
-
-private:
-    LogSink m_previous;
-};
-
-} // namespace
 
 /// Events that the host should not have raised.
 class BridgeNonsenseTest : public QObject
@@ -66,7 +44,7 @@ void BridgeNonsenseTest::shouldIgnoreOtherNumbers()
 void BridgeNonsenseTest::shouldLogWrongArgumentTypesAndGoOn()
 {
     Bridge bridge;
-    LogTrap log;
+    const LogTrap log;
     bridge.panel.host().setProject({testGroup(100)}, {testProcessor(1, 100)});
     bridge.notify(16);
     bridge.notify<int>(0, 4);
@@ -81,8 +59,9 @@ void BridgeNonsenseTest::shouldLogWrongArgumentTypesAndGoOn()
     QTRY_COMPARE(bridge.panel.area().detectStrategy(), 0);
     QCOMPARE(resets.count(), 1);
     QCOMPARE(bridge.panel.dump(), QStringLiteral("All processors(1)[G100[1]]"));
-    QCOMPARE(log.records.size(), std::size_t(10));
-    for (const LogRecord& record : log.records) {
+    const std::vector<LogRecord> records = log.records();
+    QCOMPARE(records.size(), std::size_t(10));
+    for (const LogRecord& record : records) {
         QCOMPARE(record.line, 133);
         QCOMPARE(record.function, std::string("GetArgument"));
         QCOMPARE(record.message, std::string("CSubject::GetArgument:bad type cast!"));

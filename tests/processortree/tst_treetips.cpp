@@ -1,5 +1,5 @@
-#include "tests/ipmanage/DialogTest.h"
 #include "tests/processortree/Buttons.h"
+#include "tests/support/Chinese.h"
 
 #include <QElapsedTimer>
 #include <QHelpEvent>

@@ -1,7 +1,7 @@
 #include "search/PopupPlace.h"
-#include "tests/ipmanage/DialogTest.h"
 #include "tests/search/PopupPicture.h"
 #include "tests/search/SearchField.h"
+#include "tests/support/Chinese.h"
 
 #include <QScreen>
 
