@@ -5,8 +5,11 @@
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 
+#include <QDialog>
 #include <QLineEdit>
 #include <QTest>
+
+#include <functional>
 
 /// What a test of a dialog stands on: a host behind the panel, a window to open it over, somebody
 /// who answers it, and nobody who takes a warning of Qt's.
@@ -31,6 +34,24 @@ struct DialogTest
                              : call.name + QLatin1Char('(') + call.argument + QLatin1Char(')'));
         }
         return texts;
+    }
+
+    /// What `dialog` says when it refuses what `fillIn` brings into it. It stays open then, until
+    /// it is left by Escape.
+    QString refusal(
+        QDialog& dialog, const std::function<void(QWidget&)>& fillIn = [](QWidget&) {})
+    {
+        QString message;
+        driver
+            .then([&](QWidget& shown) {
+                fillIn(shown);
+                host().clearCalls();
+                clickButton(shown, QStringLiteral("OK"));
+                QVERIFY(shown.isVisible());
+                QTest::keyClick(&shown, Qt::Key_Escape);
+            })
+            .thenReadMessage(message);
+        return dialog.exec() == QDialog::Rejected ? message : QStringLiteral("accepted");
     }
 
     WarningTrap trap;
