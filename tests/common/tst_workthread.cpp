@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -72,6 +73,14 @@ private:
     QSemaphore m_done;
 };
 
+/// Posts a job that holds what is returned, and nothing else does.
+std::weak_ptr<int> postHolding(CWorkThread& worker)
+{
+    const auto held = std::make_shared<int>(1);
+    worker.AppendEvent({1, [held] { Q_UNUSED(held) }}, false);
+    return held;
+}
+
 } // namespace
 
 class WorkThreadTest : public QObject
@@ -79,6 +88,9 @@ class WorkThreadTest : public QObject
     Q_OBJECT
 
 private slots:
+    void init() { m_trap.emplace(); }
+    void cleanup() { m_trap.reset(); }
+
     void shouldRunJobsInOrderOnItsOwnThread();
     void shouldKeepJobsUntilTheStart();
     void shouldReplaceAPendingJobInItsPlace();
@@ -97,11 +109,13 @@ private slots:
     void shouldFinishTheJobInHandOnDestruction();
     void shouldTakeActivationsWhileItRuns();
     void shouldTakeActivationsRightAfterARestart();
+
+private:
+    std::optional<WarningTrap> m_trap;
 };
 
 void WorkThreadTest::shouldRunJobsInOrderOnItsOwnThread()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     worker.start();
@@ -115,7 +129,6 @@ void WorkThreadTest::shouldRunJobsInOrderOnItsOwnThread()
 
 void WorkThreadTest::shouldKeepJobsUntilTheStart()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     jobs.post(1, 'a');
@@ -129,7 +142,6 @@ void WorkThreadTest::shouldKeepJobsUntilTheStart()
 
 void WorkThreadTest::shouldReplaceAPendingJobInItsPlace()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     worker.start();
@@ -146,7 +158,6 @@ void WorkThreadTest::shouldReplaceAPendingJobInItsPlace()
 
 void WorkThreadTest::shouldLetAReplacedJobsHoldingsPost()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     std::shared_ptr<int> poster(new int(1), [&](const int* number) {
@@ -161,7 +172,6 @@ void WorkThreadTest::shouldLetAReplacedJobsHoldingsPost()
 
 void WorkThreadTest::shouldNotReplaceUnlessAsked()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     jobs.post(1, 'a');
@@ -172,7 +182,6 @@ void WorkThreadTest::shouldNotReplaceUnlessAsked()
 
 void WorkThreadTest::shouldReplaceOnlyTheFirstOfSeveral()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     jobs.post(1, 'a');
@@ -184,7 +193,6 @@ void WorkThreadTest::shouldReplaceOnlyTheFirstOfSeveral()
 
 void WorkThreadTest::shouldNotReplaceTheJobInHand()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     worker.start();
@@ -197,7 +205,6 @@ void WorkThreadTest::shouldNotReplaceTheJobInHand()
 
 void WorkThreadTest::shouldRunJobsPostedByJobs()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     QSemaphore posted;
@@ -216,7 +223,6 @@ void WorkThreadTest::shouldRunJobsPostedByJobs()
 
 void WorkThreadTest::shouldKeepTheOrderOfEveryPostingThread()
 {
-    const WarningTrap warnings;
     constexpr int posters = 4;
     constexpr int each = 2000;
     CWorkThread worker;
@@ -247,31 +253,23 @@ void WorkThreadTest::shouldKeepTheOrderOfEveryPostingThread()
 
 void WorkThreadTest::shouldReleaseAJobsHoldingsWhenItHasRun()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     worker.start();
-    auto held = std::make_shared<int>(1);
-    const std::weak_ptr<int> watch = held;
-    worker.AppendEvent({1, [held] { Q_UNUSED(held) }}, false);
-    held.reset();
+    const std::weak_ptr<int> watch = postHolding(worker);
     QTRY_VERIFY(watch.expired()); // with no other job behind it
     QCOMPARE(jobs.text(), QString());
 }
 
 void WorkThreadTest::shouldDropWaitingJobsOnExit()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     QSignalSpy finished(&worker, &QThread::finished);
     worker.start();
     jobs.postGate();
     QVERIFY(jobs.waitAtGate());
-    auto held = std::make_shared<int>(1);
-    const std::weak_ptr<int> watch = held;
-    worker.AppendEvent({1, [held] { Q_UNUSED(held) }}, false);
-    held.reset();
+    const std::weak_ptr<int> watch = postHolding(worker);
     jobs.post(2, 'a');
     QVERIFY(!watch.expired());
 
@@ -286,15 +284,11 @@ void WorkThreadTest::shouldDropWaitingJobsOnExit()
 
 void WorkThreadTest::shouldDropJobsPostedAfterTheExit()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     worker.start();
     worker.ThreadExit();
-    auto held = std::make_shared<int>(1);
-    const std::weak_ptr<int> watch = held;
-    worker.AppendEvent({1, [held] { Q_UNUSED(held) }}, false);
-    held.reset();
+    const std::weak_ptr<int> watch = postHolding(worker);
     QVERIFY(watch.expired());
     QVERIFY(worker.wait(kLimitMs));
     jobs.post(1, 'a');
@@ -304,7 +298,6 @@ void WorkThreadTest::shouldDropJobsPostedAfterTheExit()
 
 void WorkThreadTest::shouldEndFromInsideAJob()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     jobs.post(1, 'a');
@@ -317,7 +310,6 @@ void WorkThreadTest::shouldEndFromInsideAJob()
 
 void WorkThreadTest::shouldRunAgainAfterAnExit()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     QString expected;
@@ -334,13 +326,10 @@ void WorkThreadTest::shouldRunAgainAfterAnExit()
 
 void WorkThreadTest::shouldEndWithoutEverHavingStarted()
 {
-    const WarningTrap warnings;
-    auto held = std::make_shared<int>(1);
-    const std::weak_ptr<int> watch = held;
+    std::weak_ptr<int> watch;
     {
         CWorkThread worker;
-        worker.AppendEvent({1, [held] { Q_UNUSED(held) }}, false);
-        held.reset();
+        watch = postHolding(worker);
         QVERIFY(!watch.expired());
     }
     QVERIFY(watch.expired());
@@ -348,7 +337,6 @@ void WorkThreadTest::shouldEndWithoutEverHavingStarted()
 
 void WorkThreadTest::shouldFinishTheJobInHandOnDestruction()
 {
-    const WarningTrap warnings;
     auto worker = std::make_unique<CWorkThread>();
     Jobs jobs(*worker);
     worker->start();
@@ -376,7 +364,6 @@ void WorkThreadTest::shouldFinishTheJobInHandOnDestruction()
 
 void WorkThreadTest::shouldTakeActivationsWhileItRuns()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     worker.ActivateThread();
@@ -389,7 +376,6 @@ void WorkThreadTest::shouldTakeActivationsWhileItRuns()
 
 void WorkThreadTest::shouldTakeActivationsRightAfterARestart()
 {
-    const WarningTrap warnings;
     CWorkThread worker;
     Jobs jobs(worker);
     QString expected;

@@ -2,6 +2,7 @@
 
 #include "Interface/DeviceSetInfo.h"
 #include "host/common/WorkThread.h"
+#include "tests/support/LogTrap.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QList>
@@ -11,7 +12,6 @@
 #include <QUuid>
 
 #include <functional>
-#include <mutex>
 #include <thread>
 
 namespace {
@@ -38,36 +38,19 @@ private:
     std::function<void(CSubject&)> m_action;
 };
 
-/// Collects what is logged while it lives.
-class LogTrap final
+/// "function file:line message": what was logged.
+QStringList lines(const LogTrap& log)
 {
-public:
-    LogTrap()
-    {
-        m_previous = SetLogSink([this](const LogRecord& record) {
-            const std::lock_guard guard(m_mutex);
-            m_lines.append(QStringLiteral("%1 %2:%3 %4")
-                               .arg(QString::fromStdString(record.function),
-                                    QString::fromStdString(record.file))
-                               .arg(record.line)
-                               .arg(QString::fromStdString(record.message)));
-        });
+    QStringList lines;
+    for (const LogRecord& record : log.records()) {
+        lines.append(
+            QStringLiteral("%1 %2:%3 %4")
+                .arg(QString::fromStdString(record.function), QString::fromStdString(record.file))
+                .arg(record.line)
+                .arg(QString::fromStdString(record.message)));
     }
-    ~LogTrap() { SetLogSink(m_previous); }
-    LogTrap(const LogTrap&) = delete;
-    LogTrap& operator=(const LogTrap&) = delete;
-
-    QStringList lines() const
-    {
-        const std::lock_guard guard(m_mutex);
-        return m_lines;
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    QStringList m_lines;
-    LogSink m_previous;
-};
+    return lines;
+}
 
 const QStringList kWrongThread{QStringLiteral(
     "GetArgument Interface/ObserverPattern:126 CSubject::GetArgument:can not get argument from "
@@ -183,7 +166,7 @@ void ObserverPatternTest::shouldHandOutTheArgument()
     subject.Notify<QList<QUuid>>(19, {id, id});
     subject.Notify(16);
     QCOMPARE(taken, 3);
-    QCOMPARE(log.lines(), QStringList());
+    QCOMPARE(lines(log), QStringList());
 }
 
 void ObserverPatternTest::shouldHandOutACopyOfTheArgument()
@@ -237,7 +220,7 @@ void ObserverPatternTest::shouldRestoreTheOuterEventAfterANestedOne()
     subject.Attach(&second);
     subject.Notify<int>(1, 5);
     QCOMPARE(seen.join(QLatin1Char(' ')), QStringLiteral("1:5 2:10 3:20 3:20 2:10 2:10 1:5 1:5"));
-    QCOMPARE(log.lines(), QStringList());
+    QCOMPARE(lines(log), QStringList());
 }
 
 void ObserverPatternTest::shouldForgetAnEndedNotification()
@@ -263,7 +246,7 @@ void ObserverPatternTest::shouldRefuseAnotherThread()
     subject.Attach(&observer);
     subject.Notify<QUuid>(17, id);
     QCOMPARE(observer.numbers.size(), 1);
-    QCOMPARE(log.lines(), kWrongThread);
+    QCOMPARE(lines(log), kWrongThread);
 }
 
 void ObserverPatternTest::shouldRefuseAJobAfterTheNotification()
@@ -291,7 +274,7 @@ void ObserverPatternTest::shouldRefuseAJobAfterTheNotification()
     notified.release();
     QVERIFY(done.tryAcquire(1, 30000));
     QVERIFY(taken.isNull());
-    QCOMPARE(log.lines(), kWrongThread);
+    QCOMPARE(lines(log), kWrongThread);
 }
 
 void ObserverPatternTest::shouldRefuseAnotherType_data()
@@ -331,7 +314,7 @@ void ObserverPatternTest::shouldRefuseAnotherType()
     subject.Attach(&observer);
     subject.Notify<int>(0, 7);
     QCOMPARE(observer.numbers.size(), 1);
-    QCOMPARE(log.lines(), kWrongType);
+    QCOMPARE(lines(log), kWrongType);
 }
 
 void ObserverPatternTest::shouldRefuseBeforeTheFirstNotification()
@@ -339,7 +322,7 @@ void ObserverPatternTest::shouldRefuseBeforeTheFirstNotification()
     const LogTrap log;
     const CSubject subject;
     QVERIFY(std::get<0>(subject.GetArgument<QUuid>()).isNull());
-    QCOMPARE(log.lines().size(), 1);
+    QCOMPARE(lines(log).size(), 1);
     QCOMPARE(subject.GetEvent(), 0U);
 }
 
@@ -362,7 +345,7 @@ void ObserverPatternTest::shouldHandOutValueInitialisedResults()
     subject.Attach(&observer);
     subject.Notify(1);
     QCOMPARE(looked, 1);
-    QCOMPARE(log.lines(), kWrongType);
+    QCOMPARE(lines(log), kWrongType);
 }
 
 QTEST_MAIN(ObserverPatternTest)

@@ -5,9 +5,11 @@
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 
+#include <QDialog>
 #include <QLineEdit>
 #include <QTest>
-#include <QTranslator>
+
+#include <functional>
 
 /// What a test of a dialog stands on: a host behind the panel, a window to open it over, somebody
 /// who answers it, and nobody who takes a warning of Qt's.
@@ -32,6 +34,24 @@ struct DialogTest
                              : call.name + QLatin1Char('(') + call.argument + QLatin1Char(')'));
         }
         return texts;
+    }
+
+    /// What `dialog` says when it refuses what `fillIn` brings into it. It stays open then, until
+    /// it is left by Escape.
+    QString refusal(
+        QDialog& dialog, const std::function<void(QWidget&)>& fillIn = [](QWidget&) {})
+    {
+        QString message;
+        driver
+            .then([&](QWidget& shown) {
+                fillIn(shown);
+                host().clearCalls();
+                clickButton(shown, QStringLiteral("OK"));
+                QVERIFY(shown.isVisible());
+                QTest::keyClick(&shown, Qt::Key_Escape);
+            })
+            .thenReadMessage(message);
+        return dialog.exec() == QDialog::Rejected ? message : QStringLiteral("accepted");
     }
 
     WarningTrap trap;
@@ -67,26 +87,3 @@ inline void retype(QWidget* field, const QString& text)
     QTest::keyClick(focus, Qt::Key_Delete);
     QTest::keyClicks(focus, text);
 }
-
-/// While one lives, the application speaks Chinese.
-class Chinese final
-{
-public:
-    Chinese()
-    {
-        m_loaded = m_panel.load(
-            QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm"));
-        m_widgetsLoaded =
-            m_widgets.load(QStringLiteral(":/HostWidgets/translations/HostWidgets_zh_CN.qm"));
-        QCoreApplication::installTranslator(&m_panel);
-        QCoreApplication::installTranslator(&m_widgets);
-    }
-
-    bool isLoaded() const { return m_loaded && m_widgetsLoaded; }
-
-private:
-    QTranslator m_panel;
-    QTranslator m_widgets;
-    bool m_loaded = false;
-    bool m_widgetsLoaded = false;
-};

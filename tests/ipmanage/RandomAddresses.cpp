@@ -86,10 +86,3 @@ quint32 randomAddress(QRandomGenerator& random)
     const quint32 fourth = edgeOctet<9>(random, {0, 1, 2, 250, 251, 252, 253, 254, 255});
     return (first << 24) | (second << 16) | (third << 8) | fourth;
 }
-
-quint32 firstSeed()
-{
-    bool given = false;
-    const int value = qEnvironmentVariableIntValue("TSA_SEED", &given);
-    return given ? static_cast<quint32>(value) : QRandomGenerator::global()->generate();
-}

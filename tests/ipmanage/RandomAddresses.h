@@ -19,6 +19,3 @@ struct RandomRejection
 
 /// An address, more often than not with octets at which something carries or is put right.
 quint32 randomAddress(QRandomGenerator& random);
-
-/// TSA_SEED, or a seed of its own.
-quint32 firstSeed();

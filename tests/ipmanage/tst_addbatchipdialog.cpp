@@ -3,6 +3,7 @@
 #include "ipmanage/AddBatchIPDialog.h"
 #include "ipmanage/IPText.h"
 #include "tests/ipmanage/DialogTest.h"
+#include "tests/support/Chinese.h"
 
 namespace {
 
@@ -130,17 +131,8 @@ void AddBatchIPDialogTest::shouldRefuseAnEmptyStart()
 {
     DialogTest test;
     CAddBatchIPDialog dialog(true, &test.window);
-    QString message;
-    test.driver
-        .then([&](QWidget& shown) {
-            retype(addressField(shown), QString());
-            test.host().clearCalls();
-            clickButton(shown, QStringLiteral("OK"));
-            QTest::keyClick(&shown, Qt::Key_Escape);
-        })
-        .thenReadMessage(message);
-    QCOMPARE(dialog.exec(), 0);
-    QCOMPARE(message, QStringLiteral("IP address is unreasonable."));
+    const auto empty = [](QWidget& shown) { retype(addressField(shown), QString()); };
+    QCOMPARE(test.refusal(dialog, empty), QStringLiteral("IP address is unreasonable."));
     QCOMPARE(test.asked(), QStringList());
 }
 

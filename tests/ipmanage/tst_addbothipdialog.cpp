@@ -2,6 +2,7 @@
 #include "ipmanage/AddBothIpDialog.h"
 #include "ipmanage/IPText.h"
 #include "tests/ipmanage/DialogTest.h"
+#include "tests/support/Chinese.h"
 
 class AddBothIpDialogTest : public QObject
 {

@@ -4,6 +4,7 @@
 #include "ipmanage/AddSingleIPDialog.h"
 #include "plugin/TargetSelectArea.h"
 #include "tests/ipmanage/ManageTest.h"
+#include "tests/support/Chinese.h"
 
 #include <QComboBox>
 #include <QPushButton>

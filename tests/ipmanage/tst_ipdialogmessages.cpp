@@ -9,6 +9,7 @@
 #include "ipmanage/IPText.h"
 #include "ipmanage/ModifyIPDialog.h"
 #include "tests/ipmanage/DialogTest.h"
+#include "tests/support/Chinese.h"
 
 #include <QApplication>
 #include <QFontMetrics>

@@ -42,6 +42,19 @@ QByteArray contents(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
 }
 
+/// Has that button of the dialog shown next pressed, and the dialog closed when all is done that
+/// further steps answer.
+DialogDriver& press(DialogTest& test, const char* button)
+{
+    return test.driver.then([&test, button](QWidget& shown) {
+        const ManageDriver drive(shown);
+        test.host().clearCalls();
+        drive.click(button);
+        QVERIFY(shown.isVisible());
+        drive.close();
+    });
+}
+
 } // namespace
 
 class IPFilesTest : public QObject
@@ -125,17 +138,10 @@ void IPFilesTest::shouldExport()
     test.host().ipList = QStringList({QStringLiteral("10.0.0.1(Hall)"),
                                       QStringLiteral("10.0.0.2()"), QStringLiteral("10.0.0.3")});
     CIPManageDialog dialog(&test.window);
-    test.driver
-        .then([&](QWidget& shown) {
-            const ManageDriver drive(shown);
-            test.host().clearCalls();
-            drive.click("Export");
-            drive.close();
-        })
-        .then([&](QWidget& file) {
-            QCOMPARE(file.windowTitle(), QStringLiteral("Export an IP address list"));
-            chooseFile(file, path);
-        });
+    press(test, "Export").then([&](QWidget& file) {
+        QCOMPARE(file.windowTitle(), QStringLiteral("Export an IP address list"));
+        chooseFile(file, path);
+    });
     QCOMPARE(dialog.exec(), 0);
     QCOMPARE(contents(path), QByteArray("10.0.0.1,Hall\n10.0.0.2,\n10.0.0.3,10.0.0.3\n"));
     QCOMPARE(test.asked(), QStringList({QStringLiteral("GetIPList"),
@@ -154,12 +160,7 @@ void IPFilesTest::shouldReplaceAnOldFile()
     }
     test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
     CIPManageDialog dialog(&test.window);
-    test.driver
-        .then([&](QWidget& shown) {
-            const ManageDriver drive(shown);
-            drive.click("Export");
-            drive.close();
-        })
+    press(test, "Export")
         .then([&](QWidget& file) { chooseFile(file, path); })
         .then([](QWidget& overwrite) { clickButton(overwrite, QStringLiteral("Yes")); });
     QCOMPARE(dialog.exec(), 0);
@@ -174,12 +175,7 @@ void IPFilesTest::shouldNotAnnounceAnExportThatFailed()
     test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
     CIPManageDialog dialog(&test.window);
     QString message;
-    test.driver
-        .then([&](QWidget& shown) {
-            const ManageDriver drive(shown);
-            drive.click("Export");
-            drive.close();
-        })
+    press(test, "Export")
         .then([&](QWidget& file) { chooseFile(file, path); })
         .then([](QWidget& overwrite) { clickButton(overwrite, QStringLiteral("Yes")); })
         .thenReadMessage(message);
@@ -194,17 +190,9 @@ void IPFilesTest::shouldDropAnExportThatCannotBegin()
     const QTemporaryDir folder;
     test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
     CIPManageDialog dialog(&test.window);
-    test.driver
-        .then([&](QWidget& shown) {
-            const ManageDriver drive(shown);
-            test.host().clearCalls();
-            drive.click("Export");
-            QVERIFY(shown.isVisible());
-            drive.close();
-        })
-        .then([&](QWidget& file) {
-            chooseFile(file, folder.filePath(QStringLiteral("no/such/folder.txt")));
-        });
+    press(test, "Export").then([&](QWidget& file) {
+        chooseFile(file, folder.filePath(QStringLiteral("no/such/folder.txt")));
+    });
     QCOMPARE(dialog.exec(), 0);
     QCOMPARE(test.asked(), QStringList());
 }
@@ -214,14 +202,7 @@ void IPFilesTest::shouldDropAnExportThatWasCancelled()
     DialogTest test;
     test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
     CIPManageDialog dialog(&test.window);
-    test.driver
-        .then([&](QWidget& shown) {
-            const ManageDriver drive(shown);
-            test.host().clearCalls();
-            drive.click("Export");
-            drive.close();
-        })
-        .thenEscape();
+    press(test, "Export").thenEscape();
     QCOMPARE(dialog.exec(), 0);
     QCOMPARE(test.asked(), QStringList());
 }
@@ -361,25 +342,17 @@ void IPFilesTest::shouldDropAnImport()
         QVERIFY(file.open(QIODevice::WriteOnly));
     }
     CIPManageDialog dialog(&test.window);
-    test.driver
-        .then([&](QWidget& shown) {
-            const ManageDriver drive(shown);
-            test.host().clearCalls();
-            drive.click("Import");
-            QVERIFY(shown.isVisible());
-            drive.close();
-        })
-        .then([&](QWidget& file) {
-            if (typed.isEmpty()) {
-                QTest::keyClick(&file, Qt::Key_Escape);
-                return;
-            }
-            // As a platform's own dialog may let the user do.
-            auto& files = dynamic_cast<QFileDialog&>(file);
-            files.setFileMode(QFileDialog::ExistingFiles);
-            files.setDirectory(folder.path());
-            chooseFile(file, typed);
-        });
+    press(test, "Import").then([&](QWidget& file) {
+        if (typed.isEmpty()) {
+            QTest::keyClick(&file, Qt::Key_Escape);
+            return;
+        }
+        // As a platform's own dialog may let the user do.
+        auto& files = dynamic_cast<QFileDialog&>(file);
+        files.setFileMode(QFileDialog::ExistingFiles);
+        files.setDirectory(folder.path());
+        chooseFile(file, typed);
+    });
     QCOMPARE(dialog.exec(), 0);
     QCOMPARE(test.asked(), QStringList());
 }

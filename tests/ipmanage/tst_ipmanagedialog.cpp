@@ -1,6 +1,7 @@
 #include "Interface/IPStatusCodes.h"
 #include "ipmanage/IPText.h"
 #include "tests/ipmanage/ManageTest.h"
+#include "tests/support/Chinese.h"
 
 #include <QFile>
 #include <QHeaderView>

@@ -2,6 +2,7 @@
 #include "ipmanage/IPText.h"
 #include "tests/ipmanage/RandomAddresses.h"
 #include "tests/ipmanage/ReferenceAddresses.h"
+#include "tests/support/Seed.h"
 
 #include <QTest>
 

@@ -2,6 +2,7 @@
 #include "ipmanage/IPText.h"
 #include "ipmanage/ModifyIPDialog.h"
 #include "tests/ipmanage/DialogTest.h"
+#include "tests/support/Chinese.h"
 
 namespace {
 
@@ -118,18 +119,9 @@ void ModifyIPDialogTest::shouldRefuseAnotherUsedAddress()
     DialogTest test;
     fillList(test.host());
     CModifyIPDialog dialog(0, QStringLiteral("Hall"), &test.window);
-    QString message;
-    test.driver
-        .then([&](QWidget& shown) {
-            retype(addressField(shown), kOther);
-            clickButton(shown, QStringLiteral("OK"));
-            QVERIFY(shown.isVisible());
-            QCOMPARE(addressField(shown)->text(), kOther);
-            QTest::keyClick(&shown, Qt::Key_Escape);
-        })
-        .thenReadMessage(message);
-    QCOMPARE(dialog.exec(), 0);
-    QCOMPARE(message, QStringLiteral("IP address has been used."));
+    const auto useAnother = [](QWidget& shown) { retype(addressField(shown), kOther); };
+    QCOMPARE(test.refusal(dialog, useAnother), QStringLiteral("IP address has been used."));
+    QCOMPARE(addressField(dialog)->text(), kOther);
     QCOMPARE(test.host().callCount(QStringLiteral("ModifyIPAddress")), 0);
 }
 
@@ -139,15 +131,8 @@ void ModifyIPDialogTest::shouldRefuseTheUnchangedAddressForOtherReasons()
     fillList(test.host());
     test.host().checkIp = [](quint32, bool) { return quint32{IPCHECK_GATEWAY}; };
     CModifyIPDialog dialog(0, QStringLiteral("Hall"), &test.window);
-    QString message;
-    test.driver
-        .then([&](QWidget& shown) {
-            clickButton(shown, QStringLiteral("OK"));
-            QTest::keyClick(&shown, Qt::Key_Escape);
-        })
-        .thenReadMessage(message);
-    QCOMPARE(dialog.exec(), 0);
-    QCOMPARE(message, QStringLiteral("The IP address is the same as the default gateway."));
+    QCOMPARE(test.refusal(dialog),
+             QStringLiteral("The IP address is the same as the default gateway."));
     QCOMPARE(test.host().callCount(QStringLiteral("ModifyIPAddress")), 0);
 }
 
@@ -156,17 +141,10 @@ void ModifyIPDialogTest::shouldRefuseAnEmptyAddress()
     DialogTest test;
     fillList(test.host());
     CModifyIPDialog dialog(0, QStringLiteral("Hall"), &test.window);
-    QString message;
-    test.driver
-        .then([&](QWidget& shown) {
-            retype(addressField(shown), QStringLiteral("10.0.0"));
-            test.host().clearCalls();
-            clickButton(shown, QStringLiteral("OK"));
-            QTest::keyClick(&shown, Qt::Key_Escape);
-        })
-        .thenReadMessage(message);
-    QCOMPARE(dialog.exec(), 0);
-    QCOMPARE(message, QStringLiteral("IP address is unreasonable."));
+    const auto cutShort = [](QWidget& shown) {
+        retype(addressField(shown), QStringLiteral("10.0.0"));
+    };
+    QCOMPARE(test.refusal(dialog, cutShort), QStringLiteral("IP address is unreasonable."));
     QCOMPARE(test.asked(), QStringList());
 }
 

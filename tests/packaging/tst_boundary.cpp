@@ -1,9 +1,9 @@
 #include "Interface/ObserverPattern"
 #include "Interface/TargetSelectAreaInterface.h"
-#include "host/common/AppendLog.h"
 #include "tests/packaging/Library.h"
 #include "tests/support/FakeHandler.h"
 #include "tests/support/HostThread.h"
+#include "tests/support/LogTrap.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QPointer>
@@ -11,9 +11,6 @@
 #include <QWidget>
 
 #include <memory>
-#include <mutex>
-#include <string>
-#include <vector>
 
 namespace {
 
@@ -48,34 +45,6 @@ QString names(const QList<ProcessorNode>& processors)
         texts.append(node.name);
     return texts.join(QLatin1Char(','));
 }
-
-/// Collects the messages of the host's log while it lives.
-class LogTrap final
-{
-public:
-    LogTrap()
-        : m_previous(SetLogSink([this](const LogRecord& record) {
-            const std::lock_guard guard(m_mutex);
-            m_messages.push_back(record.message);
-        }))
-    {
-    }
-
-    ~LogTrap() { SetLogSink(m_previous); }
-    LogTrap(const LogTrap&) = delete;
-    LogTrap& operator=(const LogTrap&) = delete;
-
-    std::vector<std::string> messages()
-    {
-        const std::lock_guard guard(m_mutex);
-        return m_messages;
-    }
-
-private:
-    std::mutex m_mutex;
-    std::vector<std::string> m_messages;
-    LogSink m_previous;
-};
 
 /// What a host's application does with the library: a window, a handler, a thread for its events.
 class Host final
@@ -185,7 +154,7 @@ void BoundaryTest::shouldReachTheHostsOwnHandler()
 void BoundaryTest::shouldUnderstandTheHostsTypedEvents()
 {
     const WarningTrap warnings;
-    LogTrap log;
+    const LogTrap log;
     Host host;
     QVERIFY(host.open());
 
@@ -207,16 +176,13 @@ void BoundaryTest::shouldUnderstandTheHostsTypedEvents()
 void BoundaryTest::shouldLogAnArgumentOfAnotherType()
 {
     const WarningTrap warnings;
-    LogTrap log;
+    const LogTrap log;
     Host host;
     QVERIFY(host.open());
     host.handler().setProject({}, {processor(1)});
 
     QVERIFY(host.notify<int>(21, 1));
-    const std::vector<std::string> messages = log.messages();
-    QCOMPARE(messages.size(), std::size_t(1));
-    QCOMPARE(QString::fromStdString(messages.front()),
-             QStringLiteral("CSubject::GetArgument:bad type cast!"));
+    QCOMPARE(log.messages(), QStringList{QStringLiteral("CSubject::GetArgument:bad type cast!")});
     QCOMPARE(host.tree(), QString());
 }
 

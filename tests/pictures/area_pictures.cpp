@@ -2,23 +2,18 @@
 
 #include "host/common/SoftwareName.h"
 #include "host/widgets/ComboBox.h"
-#include "host/widgets/HostTheme.h"
 #include "host/widgets/MenuToolButton.h"
 #include "plugin/NetUsbTipDlg.h"
 #include "plugin/TargetSelectArea.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/ProcessorTreeView.h"
+#include "tests/pictures/Album.h"
 #include "tests/support/TestPanel.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QDir>
 #include <QMenu>
-#include <QPainter>
 #include <QTimer>
-#include <QTranslator>
-
-#include <iostream>
 
 namespace {
 
@@ -52,10 +47,8 @@ public:
             processors());
         m_panel.model().reset();
         QList<SDeviceSetInfo> sets;
-        for (quint32 n = 1; n <= 3; ++n) {
-            sets.append(SDeviceSetInfo());
-            sets.last().id.Data1 = n;
-        }
+        for (quint32 n = 1; n <= 3; ++n)
+            sets.append(deviceSet(n));
         area().onDetectStrategyChanged(2);
         area().onCurrentDeviceSetChanged(sets.first().id, sets);
         area().onLANUSBGetProcessorIP();
@@ -76,37 +69,6 @@ public:
 
 private:
     TestPanel m_panel;
-};
-
-class Album final
-{
-public:
-    Album(QString folder, QString suffix)
-        : m_folder(std::move(folder))
-        , m_suffix(std::move(suffix))
-    {
-    }
-
-    /// The widget, and what is popped up over it.
-    void save(const char* name, QWidget& widget, QWidget* popup = nullptr)
-    {
-        QApplication::processEvents();
-        QPixmap picture = widget.grab();
-        if (popup) {
-            QPainter painter(&picture);
-            painter.drawPixmap(widget.mapFromGlobal(popup->mapToGlobal(QPoint())), popup->grab());
-        }
-        const QString file =
-            QStringLiteral("%1/%2%3.png").arg(m_folder, QLatin1String(name), m_suffix);
-        m_failed = !picture.save(file) || m_failed;
-    }
-
-    bool failed() const { return m_failed; }
-
-private:
-    QString m_folder;
-    QString m_suffix;
-    bool m_failed = false;
 };
 
 void takePanel(Album& album)
@@ -165,28 +127,10 @@ void takeWarnings(Album& album)
 
 int main(int argc, char** argv)
 {
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 4 || !QDir().mkpath(arguments.at(1))) {
-        std::cerr << "usage: area_pictures FOLDER LANGUAGE SUFFIX\n";
-        return 2;
-    }
-    set_custom_software_name(QStringLiteral("Stage Control"));
-    ApplyHostTheme(application);
-    QTranslator panel;
-    QTranslator widgets;
-    if (arguments.at(2) == QLatin1String("zh_CN")) {
-        // The resources are there as soon as there is a panel.
-        const TestPanel first;
-        panel.load(QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm"));
-        widgets.load(QStringLiteral(":/HostWidgets/translations/HostWidgets_zh_CN.qm"));
-        QCoreApplication::installTranslator(&panel);
-        QCoreApplication::installTranslator(&widgets);
-    }
-    Album album(arguments.at(1), arguments.at(3));
-    takePanel(album);
-    takePopups(album);
-    takeWarnings(album);
-    return album.failed() ? 1 : 0;
+    return takePictures(argc, argv, [](Album& album) {
+        set_custom_software_name(QStringLiteral("Stage Control"));
+        takePanel(album);
+        takePopups(album);
+        takeWarnings(album);
+    });
 }

@@ -8,20 +8,18 @@
 #include "processortree/ProcessorTree.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/ProcessorTreeView.h"
+#include "tests/pictures/Album.h"
 #include "tests/support/TestPanel.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QDir>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
 #include <QTimer>
-#include <QTranslator>
 #include <QVBoxLayout>
 
-#include <iostream>
 #include <memory>
 
 namespace {
@@ -88,45 +86,22 @@ private:
     CProcessorTree* m_tree = nullptr;
 };
 
-class Album final
+/// The window, with `popup` over it and beyond it.
+QPixmap withPopup(QWidget& window, QWidget& popup)
 {
-public:
-    Album(QString folder, QString suffix)
-        : m_folder(std::move(folder))
-        , m_suffix(std::move(suffix))
-    {
-    }
-
-    /// The window, and what is popped up over it.
-    void save(const char* name, QWidget& window, QWidget* popup = nullptr)
-    {
-        QApplication::processEvents();
-        QPixmap picture = window.grab();
-        if (popup) {
-            const QPoint place = popup->geometry().topLeft() - window.geometry().topLeft();
-            const QRect both = window.rect().united(QRect(place, popup->size()));
-            const qreal scale = picture.devicePixelRatio();
-            QPixmap larger(both.size() * scale);
-            larger.setDevicePixelRatio(scale);
-            larger.fill(hostColors().window);
-            QPainter painter(&larger);
-            painter.drawPixmap(-both.topLeft(), picture);
-            painter.drawPixmap(place - both.topLeft(), popup->grab());
-            painter.end();
-            picture = larger;
-        }
-        const QString file =
-            QStringLiteral("%1/%2%3.png").arg(m_folder, QLatin1String(name), m_suffix);
-        m_failed = !picture.save(file) || m_failed;
-    }
-
-    bool failed() const { return m_failed; }
-
-private:
-    QString m_folder;
-    QString m_suffix;
-    bool m_failed = false;
-};
+    QApplication::processEvents();
+    const QPixmap picture = window.grab();
+    const QPoint place = popup.geometry().topLeft() - window.geometry().topLeft();
+    const QRect both = window.rect().united(QRect(place, popup.size()));
+    const qreal scale = picture.devicePixelRatio();
+    QPixmap larger(both.size() * scale);
+    larger.setDevicePixelRatio(scale);
+    larger.fill(hostColors().window);
+    QPainter painter(&larger);
+    painter.drawPixmap(-both.topLeft(), picture);
+    painter.drawPixmap(place - both.topLeft(), popup.grab());
+    return larger;
+}
 
 void takeMenu(Album& album)
 {
@@ -136,7 +111,7 @@ void takeMenu(Album& album)
         QApplication::sendEvent(
             menu,
             std::make_unique<QKeyEvent>(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier).get());
-        album.save("add-menu", scene.window(), menu);
+        album.save("add-menu", withPopup(scene.window(), *menu));
         menu->close();
     });
     scene.button().showMenu();
@@ -178,7 +153,7 @@ void takeSearch(Album& album)
         scene.field().actions().first()->trigger();
         awaitClearButton(scene.field());
         const QString name = QStringLiteral("search-") + QLatin1String(text);
-        album.save(qPrintable(name), scene.window(), QApplication::activePopupWidget());
+        album.save(qPrintable(name), withPopup(scene.window(), *QApplication::activePopupWidget()));
         scene.field().clear();
         QApplication::activePopupWidget()->close();
     }
@@ -200,28 +175,10 @@ void takeLocked(Album& album)
 
 int main(int argc, char** argv)
 {
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 4 || !QDir().mkpath(arguments.at(1))) {
-        std::cerr << "usage: panel_pictures FOLDER LANGUAGE SUFFIX\n";
-        return 2;
-    }
-    ApplyHostTheme(application);
-    QTranslator panel;
-    QTranslator widgets;
-    if (arguments.at(2) == QLatin1String("zh_CN")) {
-        // The resources are there as soon as there is a panel.
-        const TestPanel first;
-        panel.load(QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm"));
-        widgets.load(QStringLiteral(":/HostWidgets/translations/HostWidgets_zh_CN.qm"));
-        QCoreApplication::installTranslator(&panel);
-        QCoreApplication::installTranslator(&widgets);
-    }
-    Album album(arguments.at(1), arguments.at(3));
-    takeMenu(album);
-    takeFocus(album);
-    takeSearch(album);
-    takeLocked(album);
-    return album.failed() ? 1 : 0;
+    return takePictures(argc, argv, [](Album& album) {
+        takeMenu(album);
+        takeFocus(album);
+        takeSearch(album);
+        takeLocked(album);
+    });
 }

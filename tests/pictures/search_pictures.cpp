@@ -1,20 +1,15 @@
 // Pictures of the list of search results for the documentation: search_pictures FOLDER LANGUAGE
 // SUFFIX
 
-#include "host/widgets/HostTheme.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "search/ProcessorCompleter.h"
+#include "tests/pictures/Album.h"
 #include "tests/support/TestPanel.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QHoverEvent>
 #include <QLineEdit>
 #include <QListView>
-#include <QPainter>
-#include <QTranslator>
-
-#include <iostream>
 
 namespace {
 
@@ -59,6 +54,8 @@ public:
         QApplication::processEvents();
     }
 
+    QWidget& window() { return m_window; }
+
     QListView& popup() const
     {
         return *qobject_cast<QListView*>(QApplication::activePopupWidget());
@@ -79,16 +76,6 @@ public:
                                          QItemSelectionModel::Select);
     }
 
-    /// The window with the popup over it.
-    QPixmap grab()
-    {
-        QApplication::processEvents();
-        QPixmap picture = m_window.grab();
-        QPainter painter(&picture);
-        painter.drawPixmap(m_window.mapFromGlobal(popup().pos()), popup().grab());
-        return picture;
-    }
-
 private:
     TestPanel m_panel;
     QWidget m_window;
@@ -96,73 +83,31 @@ private:
     CProcessorCompleter m_completer;
 };
 
-class Album final
-{
-public:
-    Album(QString folder, QString suffix)
-        : m_folder(std::move(folder))
-        , m_suffix(std::move(suffix))
-    {
-    }
-
-    void save(const char* name, Scene& scene)
-    {
-        const QString file =
-            QStringLiteral("%1/%2%3.png").arg(m_folder, QLatin1String(name), m_suffix);
-        m_failed = !scene.grab().save(file) || m_failed;
-    }
-
-    bool failed() const { return m_failed; }
-
-private:
-    QString m_folder;
-    QString m_suffix;
-    bool m_failed = false;
-};
-
 void takeAll(Album& album)
 {
     {
         Scene scene(QStringLiteral("Stage"));
-        album.save("results", scene);
+        album.save("results", scene.window(), &scene.popup());
         scene.hover(1);
-        album.save("hovered", scene);
+        album.save("hovered", scene.window(), &scene.popup());
         scene.select(3);
-        album.save("selected", scene);
+        album.save("selected", scene.window(), &scene.popup());
     }
     {
         Scene scene(QStringLiteral("192.168.100"));
-        album.save("few-results", scene);
+        album.save("few-results", scene.window(), &scene.popup());
     }
     {
         Scene scene(QStringLiteral("Roof"));
-        album.save("nothing-found", scene);
+        album.save("nothing-found", scene.window(), &scene.popup());
     }
     Scene scene(QStringLiteral("1"), true);
-    album.save("long-names", scene);
+    album.save("long-names", scene.window(), &scene.popup());
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 4 || !QDir().mkpath(arguments.at(1))) {
-        std::cerr << "usage: search_pictures FOLDER LANGUAGE SUFFIX\n";
-        return 2;
-    }
-    ApplyHostTheme(application);
-    QTranslator panel;
-    QTranslator widgets;
-    if (arguments.at(2) == QLatin1String("zh_CN")) {
-        panel.load(QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm"));
-        widgets.load(QStringLiteral(":/HostWidgets/translations/HostWidgets_zh_CN.qm"));
-        QCoreApplication::installTranslator(&panel);
-        QCoreApplication::installTranslator(&widgets);
-    }
-    Album album(arguments.at(1), arguments.at(3));
-    takeAll(album);
-    return album.failed() ? 1 : 0;
+    return takePictures(argc, argv, takeAll);
 }

@@ -1,21 +1,17 @@
 // Pictures of the processor tree for the documentation: tree_pictures FOLDER LANGUAGE SUFFIX
 
-#include "host/widgets/HostTheme.h"
 #include "plugin/TargetSelectArea.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/ProcessorTreeView.h"
+#include "tests/pictures/Album.h"
 #include "tests/support/TestPanel.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QDragMoveEvent>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
-#include <QStandardItem>
-#include <QTranslator>
 
-#include <iostream>
 #include <memory>
 
 namespace {
@@ -63,7 +59,7 @@ public:
     CTargetSelectArea& area() { return m_panel.area(); }
     CProcessorTreeView& view() { return *area().findChild<CProcessorTreeView*>(); }
 
-    QModelIndex row(quint32 id) { return m_panel.model().getItem(testId(id))->index(); }
+    QModelIndex row(quint32 id) { return m_panel.index(id); }
 
     void select(std::initializer_list<quint32> ids)
     {
@@ -98,64 +94,39 @@ private:
     TestPanel m_panel;
 };
 
-class Album final
-{
-public:
-    Album(QString folder, QString suffix)
-        : m_folder(std::move(folder))
-        , m_suffix(std::move(suffix))
-    {
-    }
-
-    void save(const char* name, Scene& scene)
-    {
-        QApplication::processEvents();
-        const QString file =
-            QStringLiteral("%1/%2%3.png").arg(m_folder, QLatin1String(name), m_suffix);
-        m_failed = !scene.area().grab().save(file) || m_failed;
-    }
-
-    bool failed() const { return m_failed; }
-
-private:
-    QString m_folder;
-    QString m_suffix;
-    bool m_failed = false;
-};
-
 void takeStates(Album& album)
 {
     {
         Scene scene(12);
-        album.save("normal", scene);
+        album.save("normal", scene.area());
         scene.hover(4);
-        album.save("hovered", scene);
+        album.save("hovered", scene.area());
     }
     {
         Scene scene(12);
         scene.select({4});
-        album.save("selected", scene);
+        album.save("selected", scene.area());
         scene.select({1, 4, 7});
-        album.save("several-selected", scene);
+        album.save("several-selected", scene.area());
         scene.dragOver(1001);
-        album.save("dragged", scene);
+        album.save("dragged", scene.area());
     }
     {
         Scene scene(12);
         scene.select({4});
         scene.view().RenameSelection();
-        album.save("renaming", scene);
+        album.save("renaming", scene.area());
     }
     {
         Scene scene(12);
         scene.select({4});
         scene.view().SetLocked(true);
-        album.save("locked", scene);
+        album.save("locked", scene.area());
     }
     {
         Scene scene(12);
         scene.area().SetReadOnly(true);
-        album.save("read-only", scene);
+        album.save("read-only", scene.area());
     }
 }
 
@@ -163,41 +134,25 @@ void takeSizes(Album& album)
 {
     {
         Scene scene(0);
-        album.save("empty", scene);
+        album.save("empty", scene.area());
     }
     {
         Scene scene(255);
         scene.select({253});
         scene.view().scrollTo(scene.row(253));
-        album.save("full", scene);
+        album.save("full", scene.area());
     }
     Scene scene(12, true);
     scene.select({4});
-    album.save("long-names", scene);
+    album.save("long-names", scene.area());
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 4 || !QDir().mkpath(arguments.at(1))) {
-        std::cerr << "usage: tree_pictures FOLDER LANGUAGE SUFFIX\n";
-        return 2;
-    }
-    ApplyHostTheme(application);
-    QTranslator panel;
-    QTranslator widgets;
-    if (arguments.at(2) == QLatin1String("zh_CN")) {
-        panel.load(QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm"));
-        widgets.load(QStringLiteral(":/HostWidgets/translations/HostWidgets_zh_CN.qm"));
-        QCoreApplication::installTranslator(&panel);
-        QCoreApplication::installTranslator(&widgets);
-    }
-    Album album(arguments.at(1), arguments.at(3));
-    takeStates(album);
-    takeSizes(album);
-    return album.failed() ? 1 : 0;
+    return takePictures(argc, argv, [](Album& album) {
+        takeStates(album);
+        takeSizes(album);
+    });
 }

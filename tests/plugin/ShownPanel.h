@@ -13,7 +13,6 @@
 #include <QLayout>
 #include <QPushButton>
 #include <QTest>
-#include <QTranslator>
 
 /// A panel in an active window, as a host docks it. Its widgets are found as a host's test would
 /// find them, by what they are and where they stand.
@@ -49,32 +48,6 @@ public:
     QWidget window;
     TestPanel panel;
 };
-
-/// Chinese while one lives.
-class ChineseTexts final
-{
-public:
-    ChineseTexts()
-    {
-        const bool loaded = m_translator.load(
-            QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm"));
-        QVERIFY2(loaded, "no Chinese texts");
-        QCoreApplication::installTranslator(&m_translator);
-    }
-    ~ChineseTexts() { QCoreApplication::removeTranslator(&m_translator); }
-    ChineseTexts(const ChineseTexts&) = delete;
-    ChineseTexts& operator=(const ChineseTexts&) = delete;
-
-private:
-    QTranslator m_translator;
-};
-
-inline SDeviceSetInfo deviceSet(quint32 n)
-{
-    SDeviceSetInfo set{};
-    set.id.Data1 = n;
-    return set;
-}
 
 /// Device sets 1 to `count`.
 inline QList<SDeviceSetInfo> deviceSets(int count)

@@ -1,9 +1,9 @@
-#include "host/common/AppendLog.h"
 #include "plugin/TargetSelectArea.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "tests/support/HostThread.h"
+#include "tests/support/LogTrap.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 
@@ -13,15 +13,6 @@
 
 #include <chrono>
 #include <future>
-
-namespace {
-
-bool comesBack(const std::future<void>& done)
-{
-    return done.wait_for(std::chrono::seconds(20)) == std::future_status::ready;
-}
-
-} // namespace
 
 /// What happens to events when the panel, the bridge or the application goes.
 class BridgeLifeTest : public QObject
@@ -263,15 +254,13 @@ void BridgeLifeTest::shouldRefuseArgumentsOnTheWorkThread()
 {
     const WarningTrap warnings;
     TestPanel panel;
-    std::vector<LogRecord> records;
-    const LogSink previous =
-        SetLogSink([&](const LogRecord& record) { records.push_back(record); });
+    const LogTrap log;
     CSubject subject;
     subject.Notify<QUuid>(17, testId(1));
     QUuid taken = testId(2);
     HostThread thread;
     thread.run([&] { taken = std::get<0>(subject.GetArgument<QUuid>()); });
-    SetLogSink(previous);
+    const std::vector<LogRecord> records = log.records();
     QVERIFY(taken.isNull());
     QCOMPARE(records.size(), std::size_t(1));
     QCOMPARE(records.front().line, 126);

@@ -3,6 +3,7 @@
 #include "processortree/ProcessorTreeModel.h"
 #include "tests/support/HostThread.h"
 #include "tests/support/ReferenceTree.h"
+#include "tests/support/Seed.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/TreeDump.h"
 #include "tests/support/WarningTrap.h"
@@ -19,13 +20,6 @@ namespace {
 constexpr int kSequences = 1000;
 constexpr int kEvents = 200;
 constexpr quint32 kFirstGroup = 1000;
-
-quint32 firstSeed()
-{
-    bool given = false;
-    const int value = qEnvironmentVariableIntValue("TSA_SEED", &given);
-    return given ? static_cast<quint32>(value) : QRandomGenerator::global()->generate();
-}
 
 struct Step
 {

@@ -2,6 +2,7 @@
 #include "plugin/TargetSelectData.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "tests/support/HostThread.h"
+#include "tests/support/Seed.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 
@@ -21,13 +22,6 @@ namespace {
 constexpr quint32 kGroups = 8;
 constexpr quint32 kProcessors = 120;
 constexpr quint32 kFirstGroup = 1000;
-
-quint32 seed()
-{
-    bool given = false;
-    const int value = qEnvironmentVariableIntValue("TSA_SEED", &given);
-    return given ? static_cast<quint32>(value) : QRandomGenerator::global()->generate();
-}
 
 ProcessorNode randomProcessor(quint32 n, QRandomGenerator& random)
 {
@@ -137,7 +131,7 @@ private slots:
 
 void BridgeStressTest::shouldKeepGoingUnderFullLoad()
 {
-    const quint32 seedOfRun = seed();
+    const quint32 seedOfRun = firstSeed();
     qInfo("TSA_SEED=%u", seedOfRun);
     const int events = qEnvironmentVariableIsSet("TSA_STRESS_EVENTS")
                            ? qEnvironmentVariableIntValue("TSA_STRESS_EVENTS")

@@ -12,18 +12,6 @@
 #include <optional>
 #include <thread>
 
-namespace {
-
-constexpr auto kSoon = std::chrono::seconds(20);
-
-/// Without processing events on this thread.
-bool comesBack(const std::future<void>& done)
-{
-    return done.wait_for(kSoon) == std::future_status::ready;
-}
-
-} // namespace
-
 class GuiCallsTest : public QObject
 {
     Q_OBJECT

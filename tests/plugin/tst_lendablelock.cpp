@@ -13,51 +13,12 @@ namespace {
 
 using Borrower = CLendableLock::Borrower;
 
-constexpr auto kSoon = std::chrono::seconds(20);
 constexpr auto kNotYet = std::chrono::milliseconds(50);
-
-bool comesBack(const std::future<void>& done)
-{
-    return done.wait_for(kSoon) == std::future_status::ready;
-}
 
 bool isStillWaiting(const std::future<void>& done)
 {
     return done.wait_for(kNotYet) == std::future_status::timeout;
 }
-
-} // namespace
-
-/// The GUI thread is the test's own. Each case would wait for ever with a plain recursive
-/// QReadWriteLock, or let in who must stay out.
-class LendableLockTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init() { m_trap.emplace(); }
-    void cleanup() { m_trap.reset(); }
-
-    void shouldReadWhileWriting_data();
-    void shouldReadWhileWriting();
-    void shouldWriteWhileReading_data();
-    void shouldWriteWhileReading();
-    void shouldKeepOthersOutUntilTheLastUnlock();
-    void shouldLetReadersShare();
-    void shouldLetTheGuiThreadInDuringALoan();
-    void shouldKeepOtherThreadsOutDuringALoan();
-    void shouldLetEverybodyInDuringALoanToEverybody();
-    void shouldLetTheLenderNestDuringALoan();
-    void shouldWaitForTheGuiThreadAfterALoan();
-    void shouldLendFromTheGuiThread();
-    void shouldNotMindALoanWithoutALock();
-    void shouldUpgradeAReaderAgainstAWaitingWriter();
-
-private:
-    std::optional<WarningTrap> m_trap;
-};
-
-namespace {
 
 void addThreads()
 {
@@ -79,36 +40,86 @@ bool runOnThread(const std::function<void()>& work)
     return comesBack(thread.post(work));
 }
 
+/// Takes the lock one way, then the other, then the first way again; false when that locks up.
+template <typename Outer, typename Inner>
+bool nests()
+{
+    CLendableLock lock;
+    return runOnThread([&] {
+        const Outer outer(lock);
+        const Inner inner(lock);
+        const Outer again(lock);
+    });
+}
+
+/// A thread that has the lock for writing and lends it until end().
+class Lender final
+{
+public:
+    Lender(CLendableLock& lock, Borrower borrower)
+        : m_done(m_thread.post([this, &lock, borrower] {
+            const CLendableLock::CWriter writer(lock);
+            {
+                const CLendableLock::CLoan loan(lock, borrower);
+                m_lent.set_value();
+                // What a blocking invocation does: somebody else has to get on before this thread.
+                m_end.get_future().wait_for(kSoon);
+            }
+            const CLendableLock::CReader again(lock);
+        }))
+    {
+    }
+
+    bool lends() { return comesBack(m_lent.get_future()); }
+    void end() { m_end.set_value(); }
+    const std::future<void>& done() const { return m_done; }
+
+private:
+    std::promise<void> m_lent;
+    std::promise<void> m_end;
+    HostThread m_thread;
+    std::future<void> m_done;
+};
+
 } // namespace
 
-void LendableLockTest::shouldReadWhileWriting_data()
+/// The GUI thread is the test's own. Each case would wait for ever with a plain recursive
+/// QReadWriteLock, or let in who must stay out.
+class LendableLockTest : public QObject
 {
-    addThreads();
-}
+    Q_OBJECT
+
+private slots:
+    void init() { m_trap.emplace(); }
+    void cleanup() { m_trap.reset(); }
+
+    void shouldReadWhileWriting_data() { addThreads(); }
+    void shouldReadWhileWriting();
+    void shouldWriteWhileReading_data() { addThreads(); }
+    void shouldWriteWhileReading();
+    void shouldKeepOthersOutUntilTheLastUnlock();
+    void shouldLetReadersShare();
+    void shouldLetTheGuiThreadInDuringALoan();
+    void shouldKeepOtherThreadsOutDuringALoan();
+    void shouldLetEverybodyInDuringALoanToEverybody();
+    void shouldLetTheLenderNestDuringALoan();
+    void shouldWaitForTheGuiThreadAfterALoan();
+    void shouldLendFromTheGuiThread();
+    void shouldNotMindALoanWithoutALock();
+    void shouldUpgradeAReaderAgainstAWaitingWriter();
+
+private:
+    std::optional<WarningTrap> m_trap;
+};
 
 void LendableLockTest::shouldReadWhileWriting()
 {
-    CLendableLock lock;
-    QVERIFY(runOnThread([&] {
-        const CLendableLock::CWriter writer(lock);
-        const CLendableLock::CReader reader(lock);
-        const CLendableLock::CWriter again(lock);
-    }));
-}
-
-void LendableLockTest::shouldWriteWhileReading_data()
-{
-    addThreads();
+    QVERIFY((nests<CLendableLock::CWriter, CLendableLock::CReader>()));
 }
 
 void LendableLockTest::shouldWriteWhileReading()
 {
-    CLendableLock lock;
-    QVERIFY(runOnThread([&] {
-        const CLendableLock::CReader reader(lock);
-        const CLendableLock::CWriter writer(lock);
-        const CLendableLock::CReader again(lock);
-    }));
+    QVERIFY((nests<CLendableLock::CReader, CLendableLock::CWriter>()));
 }
 
 void LendableLockTest::shouldKeepOthersOutUntilTheLastUnlock()
@@ -150,70 +161,42 @@ void LendableLockTest::shouldLetReadersShare()
 void LendableLockTest::shouldLetTheGuiThreadInDuringALoan()
 {
     CLendableLock lock;
-    HostThread thread;
-    std::promise<void> lent;
-    std::promise<void> read;
-    const auto done = thread.post([&] {
-        const CLendableLock::CWriter writer(lock);
-        const CLendableLock::CLoan loan(lock, Borrower::GuiThread);
-        lent.set_value();
-        // What a blocking invocation does: the GUI thread has to get on before this thread can.
-        read.get_future().wait_for(kSoon);
-    });
-    QVERIFY(comesBack(lent.get_future()));
+    Lender lender(lock, Borrower::GuiThread);
+    QVERIFY(lender.lends());
     {
         const CLendableLock::CReader reader(lock);
         const CLendableLock::CWriter writer(lock);
     }
-    read.set_value();
-    QVERIFY(comesBack(done));
+    lender.end();
+    QVERIFY(comesBack(lender.done()));
 }
 
 void LendableLockTest::shouldKeepOtherThreadsOutDuringALoan()
 {
     CLendableLock lock;
-    HostThread lender;
+    Lender lender(lock, Borrower::GuiThread);
     HostThread other;
-    std::promise<void> lent;
-    std::promise<void> end;
-    const auto done = lender.post([&] {
-        const CLendableLock::CWriter writer(lock);
-        const CLendableLock::CLoan loan(lock, Borrower::GuiThread);
-        lent.set_value();
-        end.get_future().wait_for(kSoon);
-    });
-    QVERIFY(comesBack(lent.get_future()));
+    QVERIFY(lender.lends());
     const auto read = other.post([&] { const CLendableLock::CReader reader(lock); });
     QVERIFY(isStillWaiting(read));
-    end.set_value();
-    QVERIFY(comesBack(done));
+    lender.end();
+    QVERIFY(comesBack(lender.done()));
     QVERIFY(comesBack(read));
 }
 
 void LendableLockTest::shouldLetEverybodyInDuringALoanToEverybody()
 {
     CLendableLock lock;
-    HostThread lender;
+    Lender lender(lock, Borrower::Everybody);
     HostThread other;
-    std::promise<void> lent;
-    std::promise<void> end;
-    const auto done = lender.post([&] {
-        const CLendableLock::CWriter writer(lock);
-        {
-            const CLendableLock::CLoan loan(lock, Borrower::Everybody);
-            lent.set_value();
-            end.get_future().wait_for(kSoon);
-        }
-        const CLendableLock::CReader again(lock);
-    });
-    QVERIFY(comesBack(lent.get_future()));
+    QVERIFY(lender.lends());
     QVERIFY(comesBack(other.post([&] { const CLendableLock::CWriter writer(lock); })));
     {
         const CLendableLock::CWriter writer(lock);
-        end.set_value();
-        QVERIFY(isStillWaiting(done));
+        lender.end();
+        QVERIFY(isStillWaiting(lender.done()));
     }
-    QVERIFY(comesBack(done));
+    QVERIFY(comesBack(lender.done()));
 }
 
 void LendableLockTest::shouldLetTheLenderNestDuringALoan()
@@ -237,24 +220,14 @@ void LendableLockTest::shouldLetTheLenderNestDuringALoan()
 void LendableLockTest::shouldWaitForTheGuiThreadAfterALoan()
 {
     CLendableLock lock;
-    HostThread thread;
-    std::promise<void> lent;
-    std::promise<void> end;
-    const auto done = thread.post([&] {
-        const CLendableLock::CWriter writer(lock);
-        {
-            const CLendableLock::CLoan loan(lock, Borrower::GuiThread);
-            lent.set_value();
-            end.get_future().wait_for(kSoon);
-        }
-    });
-    QVERIFY(comesBack(lent.get_future()));
+    Lender lender(lock, Borrower::GuiThread);
+    QVERIFY(lender.lends());
     {
         const CLendableLock::CReader reader(lock);
-        end.set_value();
-        QVERIFY(isStillWaiting(done));
+        lender.end();
+        QVERIFY(isStillWaiting(lender.done()));
     }
-    QVERIFY(comesBack(done));
+    QVERIFY(comesBack(lender.done()));
 }
 
 void LendableLockTest::shouldLendFromTheGuiThread()

@@ -2,6 +2,7 @@
 #include "host/widgets/HostTheme.h"
 #include "plugin/NetUsbTipDlg.h"
 #include "plugin/WrappedLabel.h"
+#include "tests/support/Chinese.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/WarningTrap.h"
 
@@ -10,9 +11,9 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
-#include <QTranslator>
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 
 namespace {
@@ -316,10 +317,8 @@ void NetUsbTipDlgTest::shouldBeReadOutWhole()
 
 void NetUsbTipDlgTest::shouldSpeakChineseToo()
 {
-    QTranslator translator;
-    QVERIFY(translator.load(
-        QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm")));
-    QCoreApplication::installTranslator(&translator);
+    const Chinese chinese;
+    QVERIFY(chinese.isLoaded());
     const ShownDialog shown(records(7));
     QCOMPARE(shown.texts().size(), 6);
     QVERIFY(shown.texts().constFirst().startsWith(
@@ -333,13 +332,11 @@ void NetUsbTipDlgTest::shouldFollowALanguageChangeWhileOpen()
 {
     const ShownDialog shown(records(1));
     const int english = shown.dialog.height();
-    QTranslator translator;
-    QVERIFY(translator.load(
-        QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm")));
-    QCoreApplication::installTranslator(&translator);
+    auto chinese = std::make_unique<Chinese>();
+    QVERIFY(chinese->isLoaded());
     QTRY_VERIFY(shown.texts().constFirst().startsWith(QString::fromUtf8("Device 1 不支持")));
     QCOMPARE(shown.texts().size(), 2);
-    QCoreApplication::removeTranslator(&translator);
+    chinese.reset();
     QTRY_COMPARE(shown.texts().constFirst(), header(QStringLiteral("Device 1")));
     QTRY_COMPARE(shown.dialog.height(), english);
 }

@@ -4,6 +4,7 @@
 #include "processortree/ProcessorTree.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "tests/plugin/ShownPanel.h"
+#include "tests/support/Chinese.h"
 #include "tests/support/DialogDriver.h"
 
 #include <QMenu>
@@ -328,7 +329,8 @@ void PanelTest::shouldShowTheFirstLanUsbAddress()
     shown.area().onLANUSBGetProcessorIP();
     QCOMPARE(shown.label()->text(), QStringLiteral("Processor1 IP: 0.0.0.0"));
     {
-        const ChineseTexts chinese;
+        const Chinese chinese;
+        QVERIFY(chinese.isLoaded());
         QTRY_COMPARE(shown.label()->text(), QStringLiteral("处理器1 IP: 0.0.0.0"));
     }
     QTRY_COMPARE(shown.label()->text(), QStringLiteral("Processor1 IP: 0.0.0.0"));
@@ -427,7 +429,8 @@ void PanelTest::shouldChangeItsLanguage()
     shown.panel.notify(16);
     const QList<QAction*> entries = shown.detection()->menu()->actions();
     {
-        const ChineseTexts chinese;
+        const Chinese chinese;
+        QVERIFY(chinese.isLoaded());
         QTRY_COMPARE(shown.detection()->text(), QString::fromUtf8("检测设备"));
         QCOMPARE(shown.ipManagement()->text(), QString::fromUtf8("IP 地址管理..."));
         QCOMPARE(entries.at(0)->text(), QString::fromUtf8("所有设备"));

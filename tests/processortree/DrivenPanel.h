@@ -57,20 +57,9 @@ struct DrivenPanel
     }
 
     /// Row `n`; 0 is the root.
-    QModelIndex index(quint32 n)
-    {
-        const QStandardItem* item = model().getItem(testId(n));
-        return item ? item->index() : QModelIndex();
-    }
+    QModelIndex index(quint32 n) { return panel.index(n); }
 
-    QString selected() const
-    {
-        QStringList texts;
-        const QModelIndexList rows = view().selectionModel()->selectedIndexes();
-        for (const QModelIndex& row : rows)
-            texts.append(row.data().toString());
-        return texts.join(QLatin1Char(','));
-    }
+    QString selected() const { return selectedTexts(view()); }
 
     void press() { QTest::mouseClick(&button(), Qt::LeftButton); }
 
@@ -102,13 +91,7 @@ struct DrivenPanel
     /// Has the host do `action`, once, inside the question of that name.
     void inside(const QString& name, std::function<void()> action)
     {
-        host().inside = [this, name, action = std::move(action)](const QString& asked) {
-            if (asked != name)
-                return;
-            const auto once = action;
-            host().inside = nullptr;
-            once();
-        };
+        host().doInside(name, std::move(action));
     }
 
     WarningTrap trap;

@@ -11,8 +11,17 @@
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMenu>
-#include <QStandardItem>
 #include <QTest>
+
+/// "1,2": the rows that are selected in `view`, in the order of their selection.
+inline QString selectedTexts(const QAbstractItemView& view)
+{
+    QStringList texts;
+    const QModelIndexList rows = view.selectionModel()->selectedIndexes();
+    for (const QModelIndex& row : rows)
+        texts.append(row.data().toString());
+    return texts.join(QLatin1Char(','));
+}
 
 /// The view of the processor tree, which the host may destroy, over the host's project, expanded,
 /// and somebody who answers its menus and boxes. The groups 10 and 11, of which 10 holds the
@@ -58,11 +67,7 @@ struct DrivenTree
     }
 
     /// Row `n`; 0 is the root.
-    QModelIndex index(quint32 n)
-    {
-        const QStandardItem* item = model().getItem(testId(n));
-        return item ? item->index() : QModelIndex();
-    }
+    QModelIndex index(quint32 n) { return panel.index(n); }
 
     /// A place on the name of row `n`.
     QPoint place(quint32 n)
@@ -96,14 +101,7 @@ struct DrivenTree
             QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, position);
     }
 
-    QString selected() const
-    {
-        QStringList texts;
-        const QModelIndexList rows = view->selectionModel()->selectedIndexes();
-        for (const QModelIndex& row : rows)
-            texts.append(row.data().toString());
-        return texts.join(QLatin1Char(','));
-    }
+    QString selected() const { return selectedTexts(*view); }
 
     QString current() const { return view->currentIndex().data().toString(); }
 
@@ -126,13 +124,7 @@ struct DrivenTree
     /// Has the host do `action`, once, inside the question of that name.
     void inside(const QString& name, std::function<void()> action)
     {
-        host().inside = [this, name, action = std::move(action)](const QString& asked) {
-            if (asked != name)
-                return;
-            const auto once = action;
-            host().inside = nullptr;
-            once();
-        };
+        host().doInside(name, std::move(action));
     }
 
     WarningTrap trap;

@@ -8,7 +8,6 @@
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 
-#include <QStandardItem>
 #include <QTest>
 
 /// The host's tree in a window, with the product's model, selection model and delegate: the groups
@@ -39,11 +38,7 @@ struct ShownTree
     FakeHandler& host() { return panel.host(); }
     CProcessorTreeModel& model() { return panel.model(); }
 
-    QModelIndex index(quint32 n)
-    {
-        const QStandardItem* item = model().getItem(testId(n));
-        return item ? item->index() : QModelIndex();
-    }
+    QModelIndex index(quint32 n) { return panel.index(n); }
 
     QRect row(quint32 n) { return view.visualRect(index(n)); }
 

@@ -6,7 +6,6 @@
 #include "tests/support/WarningTrap.h"
 
 #include <QLineEdit>
-#include <QStandardItem>
 #include <QTest>
 
 #include <algorithm>
@@ -46,11 +45,7 @@ struct WholeTree
 
     QModelIndex root() { return model().index(0, 0); }
 
-    QModelIndex index(quint32 n)
-    {
-        const QStandardItem* item = model().getItem(testId(n));
-        return item ? item->index() : QModelIndex();
-    }
+    QModelIndex index(quint32 n) { return panel.index(n); }
 
     /// A place on the name of row `n`; 0 is the root.
     QPoint place(quint32 n)

@@ -3,6 +3,7 @@
 #include "host/widgets/ComboBox.h"
 #include "host/widgets/SpinBox.h"
 #include "tests/ipmanage/DialogTest.h"
+#include "tests/support/Chinese.h"
 
 #include <QDialogButtonBox>
 #include <QFormLayout>

@@ -1,9 +1,11 @@
 #include "host/widgets/HostTheme.h"
 #include "tests/processortree/DrivenPanel.h"
+#include "tests/support/Chinese.h"
 
 #include <QAccessible>
 #include <QSignalSpy>
-#include <QTranslator>
+
+#include <memory>
 
 namespace {
 
@@ -486,17 +488,15 @@ void ProcessorTreeTest::shouldSetItsTextsOnEveryChange()
 void ProcessorTreeTest::shouldSpeakTheUsersLanguage()
 {
     DrivenPanel panel;
-    QTranslator chinese;
-    QVERIFY(
-        chinese.load(QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm")));
-    QVERIFY(QCoreApplication::installTranslator(&chinese));
+    auto chinese = std::make_unique<Chinese>();
+    QVERIFY(chinese->isLoaded());
     QTRY_COMPARE(panel.field().placeholderText(), QStringLiteral("搜索"));
     QCOMPARE(panel.field().actions().first()->toolTip(), QStringLiteral("搜索"));
     QCOMPARE(panel.offered(), QStringLiteral("添加处理器组|--|添加 1 台处理器|添加 2 台处理器|"
                                              "自定义添加..."));
     QCOMPARE(nameOf(panel.button()), QStringLiteral("添加"));
     QCOMPARE(nameOf(panel.view()), QStringLiteral("处理器"));
-    QVERIFY(QCoreApplication::removeTranslator(&chinese));
+    chinese.reset();
     QTRY_COMPARE(panel.field().placeholderText(), QStringLiteral("Search"));
     QCOMPARE(panel.offered(), kAll);
 }

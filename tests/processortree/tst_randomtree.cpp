@@ -2,6 +2,7 @@
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/RecordCell.h"
 #include "tests/support/ReferenceTree.h"
+#include "tests/support/Seed.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/TreeDump.h"
 #include "tests/support/WarningTrap.h"
@@ -12,7 +13,6 @@
 #include <QTest>
 #include <QTreeView>
 
-#include <numeric>
 #include <random>
 
 namespace {
@@ -324,18 +324,6 @@ private:
     ReferenceProject m_project;
     QString m_wrong;
 };
-
-/// The seeds to run: that of the environment alone, or `count` in a row.
-QVector<quint32> seeds(int count)
-{
-    bool given = false;
-    const quint32 one = qEnvironmentVariable("TSA_SEED").toUInt(&given);
-    if (given)
-        return {one};
-    QVector<quint32> all(count);
-    std::iota(all.begin(), all.end(), 1U);
-    return all;
-}
 
 QByteArray reproduce(quint32 seed, const QString& wrong)
 {

@@ -1,7 +1,7 @@
 #include "tests/processortree/DrivenTree.h"
+#include "tests/support/Chinese.h"
 
 #include <QScrollBar>
-#include <QTranslator>
 
 namespace {
 
@@ -530,11 +530,9 @@ void TreeViewMenusTest::shouldGroupByKeyOnlyWhatTheMenuWould()
 
 void TreeViewMenusTest::shouldSpeakTheUsersLanguage()
 {
-    QTranslator chinese;
-    QVERIFY(
-        chinese.load(QStringLiteral(":/TargetSelectArea/translations/TargetSelectArea_zh_CN.qm")));
     DrivenTree tree;
-    QVERIFY(QCoreApplication::installTranslator(&chinese));
+    const Chinese chinese;
+    QVERIFY(chinese.isLoaded());
     QTRY_COMPARE(tree.index(0).data().toString().contains(QLatin1String("All")), false);
     QString offered;
     tree.driver.then([&](QWidget& menu) {

@@ -1,5 +1,6 @@
 #include "tests/processortree/WholeTree.h"
 #include "tests/support/ReferenceTree.h"
+#include "tests/support/Seed.h"
 #include "tests/support/TreeDump.h"
 
 #include <QApplication>
@@ -14,13 +15,6 @@ constexpr int kSteps = 60;
 constexpr quint32 kProcessors = 9;
 constexpr quint32 kFirstGroup = 101;
 constexpr quint32 kGroups = 3;
-
-quint32 firstSeed()
-{
-    bool given = false;
-    const quint32 seed = qEnvironmentVariable("TSA_SEED").toUInt(&given);
-    return given ? seed : QRandomGenerator::global()->generate();
-}
 
 /// A host that changes its project, and a user who works on the tree meanwhile.
 class Sequence final

@@ -10,7 +10,6 @@
 #include <QListView>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QStandardItem>
 #include <QTest>
 
 #include <memory>
@@ -97,11 +96,7 @@ struct SearchField
 
     CProcessorTreeModel& model() { return panel.model(); }
 
-    QModelIndex index(quint32 n)
-    {
-        const QStandardItem* item = model().getItem(testId(n));
-        return item ? item->index() : QModelIndex();
-    }
+    QModelIndex index(quint32 n) { return panel.index(n); }
 
     QListView* popup() const { return list; }
 

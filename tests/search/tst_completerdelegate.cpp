@@ -1,13 +1,16 @@
 #include "host/widgets/HostTheme.h"
 #include "host/widgets/SvgIcons.h"
 #include "search/CompleterProcessorDelegate.h"
-#include "tests/ipmanage/DialogTest.h"
+#include "tests/support/Chinese.h"
+#include "tests/support/TestPanel.h"
+#include "tests/support/WarningTrap.h"
 
 #include <QApplication>
 #include <QHelpEvent>
 #include <QListView>
 #include <QPainter>
 #include <QStandardItemModel>
+#include <QTest>
 #include <QToolTip>
 
 #include <initializer_list>

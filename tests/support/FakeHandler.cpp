@@ -2,6 +2,8 @@
 
 #include <QtEndian>
 
+#include <utility>
+
 namespace {
 
 // Written out, since this is linked without the product too.
@@ -40,6 +42,17 @@ QString nameIn(const QString& entry)
 }
 
 } // namespace
+
+void FakeHandler::doInside(const QString& question, std::function<void()> action)
+{
+    inside = [this, question, action = std::move(action)](const QString& asked) {
+        if (asked != question)
+            return;
+        const auto once = action;
+        inside = nullptr;
+        once();
+    };
+}
 
 QVector<FakeHandler::Call> FakeHandler::calls() const
 {

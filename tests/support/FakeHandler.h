@@ -41,6 +41,9 @@ public:
     /// Run inside the question of that name, before it is answered, on the asking thread.
     std::function<void(const QString& name)> inside;
 
+    /// Runs `action` there, once.
+    void doInside(const QString& question, std::function<void()> action);
+
     // Answers.
     CObserver* observer = nullptr;
     QUuid currentProcessor;

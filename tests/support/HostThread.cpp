@@ -1,11 +1,11 @@
 #include "tests/support/HostThread.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QTest>
 #include <QThread>
 #include <QTimer>
 
-#include <chrono>
 #include <utility>
 
 HostThread::HostThread()
@@ -65,4 +65,14 @@ void HostThread::work()
         guard.unlock();
         task();
     }
+}
+
+bool comesBack(const std::future<void>& done)
+{
+    return done.wait_for(kSoon) == std::future_status::ready;
+}
+
+void onGuiThread(const std::function<void()>& work)
+{
+    QMetaObject::invokeMethod(QCoreApplication::instance(), work, Qt::BlockingQueuedConnection);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -8,6 +9,9 @@
 #include <thread>
 
 class QThread;
+
+/// What has not happened by then is not going to.
+constexpr auto kSoon = std::chrono::seconds(20);
 
 /// A thread of the host's that delivers events: runs what it is given, in order.
 ///
@@ -43,3 +47,10 @@ private:
     QThread* m_qtThread = nullptr; // Qt's
     std::thread m_thread;
 };
+
+/// Waits as a host may, without processing events on this thread. False when `done` is not ready
+/// soon.
+bool comesBack(const std::future<void>& done);
+
+/// Runs `work` on the GUI thread and waits for it, as a host may from any thread of its own.
+void onGuiThread(const std::function<void()>& work);

@@ -42,6 +42,12 @@ QString TestPanel::dump()
     return dumpTree(model());
 }
 
+QModelIndex TestPanel::index(quint32 n)
+{
+    const QStandardItem* item = model().getItem(testId(n));
+    return item ? item->index() : QModelIndex();
+}
+
 QUuid testId(quint32 n)
 {
     return n == 0 ? QUuid() : QUuid(n, 0x1, 0x2, 3, 4, 5, 6, 7, 8, 9, 10);
@@ -71,4 +77,11 @@ ProcessorNode testIpProcessor(quint32 n, quint32 address, quint32 group)
     processor.reachedByIp = true;
     processor.ipAddress = address;
     return processor;
+}
+
+SDeviceSetInfo deviceSet(quint32 n)
+{
+    SDeviceSetInfo set{};
+    set.id.Data1 = n;
+    return set;
 }

@@ -4,6 +4,7 @@
 #include "tests/support/FakeHandler.h"
 
 #include <QCoreApplication>
+#include <QModelIndex>
 #include <QPointer>
 #include <QUuid>
 #include <QWidget>
@@ -39,6 +40,9 @@ public:
 
     QString dump();
 
+    /// The row of testId(`n`), invalid when there is none; 0 is the root.
+    QModelIndex index(quint32 n);
+
 private:
     std::shared_ptr<FakeHandler> m_host = std::make_shared<FakeHandler>();
     QPointer<QWidget> m_widget;
@@ -53,3 +57,5 @@ QUuid testId(quint32 n);
 ProcessorGroupNode testGroup(quint32 n, const QString& name = QString());
 ProcessorNode testProcessor(quint32 n, quint32 group = 0);
 ProcessorNode testIpProcessor(quint32 n, quint32 address, quint32 group = 0);
+
+SDeviceSetInfo deviceSet(quint32 n);

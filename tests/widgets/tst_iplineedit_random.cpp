@@ -1,5 +1,6 @@
 #include "host/widgets/IPLineEdit.h"
 #include "host/widgets/IPText.h"
+#include "tests/support/Seed.h"
 #include "tests/support/WarningTrap.h"
 #include "tests/widgets/SlowAddressField.h"
 
@@ -215,8 +216,7 @@ private slots:
 void TestIPLineEditRandom::shouldAgreeWithASlowField()
 {
     const WarningTrap trap;
-    const QByteArray given = qgetenv("TSA_SEED");
-    const quint32 seed = given.isEmpty() ? std::random_device()() : given.toUInt();
+    const quint32 seed = firstSeed();
     qInfo("TSA_SEED=%u", seed);
 
     Pair pair(seed);

@@ -1,7 +1,7 @@
 #include "Interface/IPStatusCodes.h"
 #include "host/workbench/IpFile.h"
+#include "tests/support/LogTrap.h"
 #include "tests/workbench/HandlerUnderTest.h"
-#include "tests/workbench/LogTrap.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -104,8 +104,8 @@ void HandlerIpListTest::shouldRefuseWithALineInTheLog()
     for (quint32 n = 0; n < 300; ++n)
         test.handler.AddIPAddress(dottedAddress(0x0B000000 + n), QString());
     QCOMPARE(test.handler.GetIPCount(0), 255);
-    QCOMPARE(log.lines.size(), 300 - 253);
-    QCOMPARE(log.lines.last(),
+    QCOMPARE(log.messages().size(), 300 - 253);
+    QCOMPARE(log.messages().constLast(),
              QStringLiteral("11.0.1.43 is refused: the list is full with 255 entries"));
 }
 
@@ -117,7 +117,7 @@ void HandlerIpListTest::shouldSayWhatSavingMeans()
     QVERIFY(test.store.isModified());
     test.handler.SaveIPList();
     QVERIFY(test.store.isModified());
-    QCOMPARE(log.lines,
+    QCOMPARE(log.messages(),
              QStringList(QStringLiteral("1 entries are part of the project and saved with it")));
 }
 
@@ -285,8 +285,8 @@ void HandlerIpListTest::shouldSayWhatIsLeftOutOfAnImport()
     file.write(QByteArray("x\n").repeated(1000));
     file.flush();
     QCOMPARE(test.handler.ImportIPFile(file.fileName()), 0U);
-    QCOMPARE(log.lines.size(), ImportedIpList::kMaxRefusedKept + 1);
-    QVERIFY(log.lines.last().endsWith(QStringLiteral(": 0 lines added, 1004 left out")));
+    QCOMPARE(log.messages().size(), ImportedIpList::kMaxRefusedKept + 1);
+    QVERIFY(log.messages().constLast().endsWith(QStringLiteral(": 0 lines added, 1004 left out")));
 }
 
 void HandlerIpListTest::shouldRefuseWhatIsNoAddressFile()

@@ -9,6 +9,24 @@
 #include <future>
 #include <thread>
 
+namespace {
+
+/// A notifier with an observer that it tells.
+struct Watched
+{
+    explicit Watched(Notifier::Delivery delivery = Notifier::Delivery::NotifyingThread)
+    {
+        notifier.setObserver(&observer);
+        notifier.setDelivery(delivery);
+    }
+
+    TraceModel trace;
+    Notifier notifier{trace};
+    RecordingObserver observer;
+};
+
+} // namespace
+
 class NotifierTest : public QObject
 {
     Q_OBJECT
@@ -29,86 +47,68 @@ private slots:
 void NotifierTest::shouldDeliverInOrderOnItsOwnThread()
 {
     const WarningTrap warnings;
-    TraceModel trace;
-    Notifier notifier(trace);
-    RecordingObserver observer;
-    notifier.setObserver(&observer);
+    Watched host;
     for (const quint32 number : {16U, 30U, 37U})
-        notifier.raise(HostEvent(number));
-    QTRY_VERIFY(notifier.isIdle());
-    QCOMPARE(observer.numbers(), QStringLiteral("16 30 37"));
-    for (const QThread* thread : observer.threads())
+        host.notifier.raise(HostEvent(number));
+    QTRY_VERIFY(host.notifier.isIdle());
+    QCOMPARE(host.observer.numbers(), QStringLiteral("16 30 37"));
+    for (const QThread* thread : host.observer.threads())
         QVERIFY(thread != QThread::currentThread());
 }
 
 void NotifierTest::shouldDeliverAtOnceOnTheGuiThread()
 {
-    TraceModel trace;
-    Notifier notifier(trace);
-    RecordingObserver observer;
-    notifier.setObserver(&observer);
-    notifier.setDelivery(Notifier::Delivery::GuiThread);
-    notifier.raise(HostEvent(16));
-    QCOMPARE(observer.numbers(), QStringLiteral("16"));
-    QCOMPARE(observer.threads(), QList<QThread*>{QThread::currentThread()});
-    trace.flush();
-    QCOMPARE(trace.rowCount(), 2);
-    QCOMPARE(trace.entry(0).text, QStringLiteral("16 ProjectReset()"));
-    QVERIFY(trace.entry(1).text.startsWith(QStringLiteral("16 returned after ")));
-    QCOMPARE(trace.entry(0).thread, QStringLiteral("GUI"));
+    Watched host(Notifier::Delivery::GuiThread);
+    host.notifier.raise(HostEvent(16));
+    QCOMPARE(host.observer.numbers(), QStringLiteral("16"));
+    QCOMPARE(host.observer.threads(), QList<QThread*>{QThread::currentThread()});
+    host.trace.flush();
+    QCOMPARE(host.trace.rowCount(), 2);
+    QCOMPARE(host.trace.entry(0).text, QStringLiteral("16 ProjectReset()"));
+    QVERIFY(host.trace.entry(1).text.startsWith(QStringLiteral("16 returned after ")));
+    QCOMPARE(host.trace.entry(0).thread, QStringLiteral("GUI"));
 }
 
 void NotifierTest::shouldBringEventsOfOtherThreadsToTheGuiThread()
 {
-    TraceModel trace;
-    Notifier notifier(trace);
-    RecordingObserver observer;
-    notifier.setObserver(&observer);
-    notifier.setDelivery(Notifier::Delivery::GuiThread);
-    std::thread other([&] { notifier.raise(HostEvent(37)); });
+    Watched host(Notifier::Delivery::GuiThread);
+    std::thread other([&] { host.notifier.raise(HostEvent(37)); });
     other.join();
-    QVERIFY(!notifier.isIdle());
-    QTRY_VERIFY(notifier.isIdle());
-    QCOMPARE(observer.numbers(), QStringLiteral("37"));
-    QCOMPARE(observer.threads(), QList<QThread*>{QThread::currentThread()});
+    QVERIFY(!host.notifier.isIdle());
+    QTRY_VERIFY(host.notifier.isIdle());
+    QCOMPARE(host.observer.numbers(), QStringLiteral("37"));
+    QCOMPARE(host.observer.threads(), QList<QThread*>{QThread::currentThread()});
 }
 
 void NotifierTest::shouldNotLetTheGuiThreadOvertakeTheQueue()
 {
-    TraceModel trace;
-    Notifier notifier(trace);
-    RecordingObserver observer;
-    notifier.setObserver(&observer);
+    Watched host;
     std::promise<void> go;
     const auto gone = go.get_future().share();
-    observer.inside = [&](const CSubject& subject) {
+    host.observer.inside = [&](const CSubject& subject) {
         if (subject.GetEvent() == 16)
             gone.wait();
     };
-    notifier.raise(HostEvent(16));
-    notifier.setDelivery(Notifier::Delivery::GuiThread);
-    notifier.raise(HostEvent(30));
+    host.notifier.raise(HostEvent(16));
+    host.notifier.setDelivery(Notifier::Delivery::GuiThread);
+    host.notifier.raise(HostEvent(30));
     go.set_value();
-    QTRY_VERIFY(notifier.isIdle());
-    QCOMPARE(observer.numbers(), QStringLiteral("16 30"));
+    QTRY_VERIFY(host.notifier.isIdle());
+    QCOMPARE(host.observer.numbers(), QStringLiteral("16 30"));
 }
 
 void NotifierTest::shouldNestDeliveriesOnTheGuiThread()
 {
-    TraceModel trace;
-    Notifier notifier(trace);
-    RecordingObserver observer;
-    notifier.setObserver(&observer);
-    notifier.setDelivery(Notifier::Delivery::GuiThread);
+    Watched host(Notifier::Delivery::GuiThread);
     QUuid outerAfterwards;
-    observer.inside = [&](const CSubject& subject) {
+    host.observer.inside = [&](const CSubject& subject) {
         if (subject.GetEvent() != 20)
             return;
-        notifier.raise(HostEvent(30));
+        host.notifier.raise(HostEvent(30));
         outerAfterwards = std::get<0>(subject.GetArgument<QUuid>());
     };
-    notifier.raise(HostEvent(20, sampleId(5)));
-    QCOMPARE(observer.numbers(), QStringLiteral("20 30"));
+    host.notifier.raise(HostEvent(20, sampleId(5)));
+    QCOMPARE(host.observer.numbers(), QStringLiteral("20 30"));
     QCOMPARE(outerAfterwards, sampleId(5));
 }
 
@@ -133,13 +133,9 @@ void NotifierTest::shouldWaitForDeliveries()
 
 void NotifierTest::shouldCarryTypedArguments()
 {
-    TraceModel trace;
-    Notifier notifier(trace);
-    RecordingObserver observer;
-    notifier.setObserver(&observer);
-    notifier.setDelivery(Notifier::Delivery::GuiThread);
+    Watched host(Notifier::Delivery::GuiThread);
     QStringList taken;
-    observer.inside = [&](const CSubject& subject) {
+    host.observer.inside = [&](const CSubject& subject) {
         if (subject.GetEvent() == 0)
             taken.append(QString::number(std::get<0>(subject.GetArgument<int>())));
         if (subject.GetEvent() == 21)
@@ -152,7 +148,7 @@ void NotifierTest::shouldCarryTypedArguments()
     };
     SDeviceSetInfo set{};
     set.id.Data1 = 7;
-    notifier.raise(
+    host.notifier.raise(
         {HostEvent(0, 2), HostEvent(21, QList<QUuid>{sampleId(1), sampleId(2)}),
          HostEvent(26, HostEvent::ChangedProcessor(
                            sampleId(1), SPrjProcessor{sampleId(1), QStringLiteral("N")})),
@@ -164,35 +160,29 @@ void NotifierTest::shouldCarryTypedArguments()
 
 void NotifierTest::shouldEndWhileADeliveryWaitsForTheGuiThread()
 {
-    TraceModel trace;
-    Notifier notifier(trace);
-    RecordingObserver observer;
-    notifier.setObserver(&observer);
+    Watched host;
     bool ranOnGui = false;
-    observer.inside = [&](const CSubject&) {
+    host.observer.inside = [&](const CSubject&) {
         QMetaObject::invokeMethod(
             this, [&] { ranOnGui = true; }, Qt::BlockingQueuedConnection);
     };
-    notifier.raise(HostEvent(18, sampleId(1)));
+    host.notifier.raise(HostEvent(18, sampleId(1)));
     // Without events being processed the delivery is stuck; it is in hand when its line is there.
-    while (observer.numbers().isEmpty())
+    while (host.observer.numbers().isEmpty())
         QThread::yieldCurrentThread();
-    notifier.stop();
+    host.notifier.stop();
     QVERIFY(ranOnGui);
 }
 
 void NotifierTest::shouldDropWhatComesAfterTheEnd()
 {
-    TraceModel trace;
-    Notifier notifier(trace);
-    RecordingObserver observer;
-    notifier.setObserver(&observer);
-    notifier.stop();
-    notifier.raise(HostEvent(16));
-    notifier.setDelivery(Notifier::Delivery::GuiThread);
-    notifier.raise(HostEvent(16));
-    QVERIFY(notifier.isIdle());
-    QCOMPARE(observer.numbers(), QString());
+    Watched host;
+    host.notifier.stop();
+    host.notifier.raise(HostEvent(16));
+    host.notifier.setDelivery(Notifier::Delivery::GuiThread);
+    host.notifier.raise(HostEvent(16));
+    QVERIFY(host.notifier.isIdle());
+    QCOMPARE(host.observer.numbers(), QString());
 }
 
 void NotifierTest::shouldGetAlongWithoutAnObserver()

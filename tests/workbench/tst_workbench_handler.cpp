@@ -1,6 +1,6 @@
+#include "tests/support/LogTrap.h"
 #include "tests/support/WarningTrap.h"
 #include "tests/workbench/HandlerUnderTest.h"
-#include "tests/workbench/LogTrap.h"
 
 #include <QMenu>
 #include <QTest>

@@ -1,0 +1,168 @@
+#include "host/workbench/FieldJson.h"
+#include "host/workbench/RaiseEventDialog.h"
+#include "host/workbench/RecordFields.h"
+#include "host/workbench/RecordsPanel.h"
+#include "tests/workbench/WorkbenchUnderTest.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSpinBox>
+
+/// The dialogs that set what the host answers, holds and raises.
+class WorkbenchDialogsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldForceChecksOfAddresses();
+    void shouldSwitchEveryAnswer();
+    void shouldRaiseAnyEvent();
+    void shouldEditDeviceSets();
+
+private:
+    const TestSettings m_settings;
+};
+
+void WorkbenchDialogsTest::shouldForceChecksOfAddresses()
+{
+    WorkbenchUnderTest test;
+    test.action(Do::HandlerAnswers)->trigger();
+    auto* dialog = openDialog<QDialog>();
+    QVERIFY(dialog);
+    // A smaller screen than anybody has leaves the buttons in reach.
+    QVERIFY2(dialog->height() <= 720, qPrintable(QString::number(dialog->height())));
+    for (auto* field : dialog->findChildren<QLineEdit*>()) {
+        if (field->accessibleName() == QLatin1String("ipCheckCode"))
+            field->setText(QStringLiteral("0xE0832003"));
+    }
+    for (auto* field : dialog->findChildren<QSpinBox*>()) {
+        if (field->accessibleName() == QLatin1String("ipCheckCount"))
+            field->setValue(2);
+    }
+    dialog->accept();
+    QCOMPARE(test.store().snapshot().answers.ipCheckCount, 2);
+    QCOMPARE(test.store().takeForcedIpCheck(), 0xE0832003U);
+    QCOMPARE(test.store().takeForcedIpCheck(), 0xE0832003U);
+    QCOMPARE(test.store().takeForcedIpCheck(), 0U);
+}
+
+void WorkbenchDialogsTest::shouldSwitchEveryAnswer()
+{
+    WorkbenchUnderTest test;
+    test.action(Do::HandlerAnswers)->trigger();
+    auto* dialog = openDialog<QDialog>();
+    QVERIFY(dialog);
+    QHash<QString, QWidget*> fields;
+    for (auto* field : dialog->findChildren<QWidget*>())
+        fields.insert(field->accessibleName(), field);
+    const HandlerAnswers wanted = unusualProject().answers;
+    FieldWriter before;
+    visitAnswerFields(wanted, before);
+    for (auto it = before.object.constBegin(); it != before.object.constEnd(); ++it) {
+        QWidget* field = fields.value(it.key());
+        QVERIFY2(field, qPrintable(it.key()));
+        if (auto* box = qobject_cast<QCheckBox*>(field))
+            box->setChecked(it.value().toBool());
+        else if (auto* number = qobject_cast<QSpinBox*>(field))
+            number->setValue(it.value().toInt());
+        else if (auto* choice = qobject_cast<QComboBox*>(field))
+            choice->setCurrentText(it.value().toString());
+        else if (auto* line = qobject_cast<QLineEdit*>(field))
+            line->setText(it.value().isArray()
+                              ? it.value().toVariant().toStringList().join(QLatin1Char(','))
+                              : QString::number(it.value().toVariant().toLongLong()));
+    }
+    dialog->accept();
+    QTRY_VERIFY(!QApplication::activeModalWidget());
+    FieldWriter after;
+    const HandlerAnswers answers = test.store().snapshot().answers;
+    visitAnswerFields(answers, after);
+    QCOMPARE(after.object, before.object);
+    QVERIFY(test.handler()->IsRestrictedMode());
+    QVERIFY(test.window.isWindowModified());
+}
+
+void WorkbenchDialogsTest::shouldRaiseAnyEvent()
+{
+    WorkbenchUnderTest test(Notifier::Delivery::GuiThread);
+    test.window.records().select({sampleId(12)});
+    test.session.trace().clear();
+    const auto raise = [&](int number, int type, const QString& value) {
+        test.action(Do::RaiseEvent)->trigger();
+        auto* dialog = openDialog<RaiseEventDialog>();
+        dialog->numberField()->setValue(number);
+        if (type >= 0)
+            dialog->typeField()->setCurrentIndex(type);
+        if (!value.isNull())
+            dialog->valueField()->setText(value);
+        dialog->accept();
+        const bool accepted = !dialog->isVisible();
+        dialog->reject();
+        test.session.trace().flush();
+        return accepted;
+    };
+    QVERIFY(raise(25, -1, QString()));
+    // A panel that paints asks its questions, too.
+    int logged = 0;
+    for (int row = 0; row < test.session.trace().rowCount(); ++row) {
+        if (test.session.trace().entry(row).text.startsWith(
+                QStringLiteral("25 ProcessorChanged({")))
+            ++logged;
+    }
+    QCOMPARE(logged, 1);
+    QVERIFY(raise(39, -1, QString()));
+    QVERIFY(raise(26, -1, QString()));
+    QVERIFY(raise(1, -1, QString()));
+    QVERIFY(raise(16, -1, QString()));
+    QVERIFY(raise(0, -1, QStringLiteral("2")));
+    QVERIFY(!raise(0, -1, QStringLiteral("two")));
+    QVERIFY(!raise(18, -1, QStringLiteral("nonsense")));
+    QVERIFY(!raise(18, -1, QString::fromLatin1("")));
+    QVERIFY(raise(250, 0, QString()));
+    test.session.trace().clear();
+    // The event does not carry what the type says: the panel's complaint is in the log.
+    QVERIFY(raise(20, 1, QStringLiteral("7")));
+    bool complained = false;
+    for (int row = 0; row < test.session.trace().rowCount(); ++row)
+        complained =
+            complained
+            || test.session.trace().entry(row).text.contains(QStringLiteral("bad type cast"));
+    QVERIFY(complained);
+    test.waitForPanel();
+}
+
+void WorkbenchDialogsTest::shouldEditDeviceSets()
+{
+    WorkbenchUnderTest test(Notifier::Delivery::GuiThread);
+    const auto press = [](const QWidget* dialog, const QString& text) {
+        for (auto* button : dialog->findChildren<QPushButton*>()) {
+            if (button->text() == text)
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+    };
+    test.action(Do::DeviceSets)->trigger();
+    auto* dialog = openDialog<QDialog>();
+    QVERIFY(dialog);
+    press(dialog, QStringLiteral("&Add"));
+    press(dialog, QStringLiteral("&Add"));
+    press(dialog, QStringLiteral("&Add"));
+    dialog->findChild<QListWidget*>()->setCurrentRow(1);
+    press(dialog, QStringLiteral("&Remove"));
+    dialog->findChild<QListWidget*>()->item(0)->setText(QStringLiteral("Evening"));
+    dialog->findChild<QComboBox*>()->setCurrentIndex(2);
+    QTest::keyClick(dialog, Qt::Key_Return);
+    const Project project = test.store().snapshot();
+    QCOMPARE(project.deviceSets.size(), 2);
+    QCOMPARE(project.deviceSets.first().text, QStringLiteral("Evening"));
+    QVERIFY(project.currentDeviceSet == project.deviceSets.last().info.id);
+    auto* selector = test.session.layer()->GetWidget()->findChild<QComboBox*>();
+    QTRY_COMPARE(selector->count(), 2);
+    QCOMPARE(selector->currentText(), QStringLiteral("Set 3"));
+}
+
+QTEST_MAIN(WorkbenchDialogsTest)
+
+#include "tst_workbench_dialogs.moc"

@@ -1,0 +1,90 @@
+#include "host/workbench/ProjectFile.h"
+#include "tests/workbench/WorkbenchUnderTest.h"
+
+#include <QFile>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+/// Opening and saving projects by the window.
+class WorkbenchFilesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldKeepTheProjectWhenAFileIsDamaged();
+    void shouldSaveAndRemember();
+    void shouldAskBeforeChangesAreLost();
+
+private:
+    const TestSettings m_settings;
+};
+
+void WorkbenchFilesTest::shouldKeepTheProjectWhenAFileIsDamaged()
+{
+    WorkbenchUnderTest test;
+    const QString path = m_settings.filePath(QStringLiteral("damaged.json"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(file.write("{\"version\": 1,\n\"processors\": [") > 0);
+    file.close();
+    QString problem;
+    QVERIFY(!test.window.files().open(path, problem));
+    QVERIFY2(problem.contains(QStringLiteral("line 2, column ")), qPrintable(problem));
+    QCOMPARE(test.store().snapshot().processors.size(), 4);
+    QVERIFY(test.window.files().path().isEmpty());
+}
+
+void WorkbenchFilesTest::shouldSaveAndRemember()
+{
+    WorkbenchUnderTest test;
+    const QString path = m_settings.filePath(QStringLiteral("saved.json"));
+    test.store().addProcessors(QUuid(), 1);
+    QVERIFY(test.window.isWindowModified());
+    QString problem;
+    QVERIFY2(test.window.files().save(path, problem), qPrintable(problem));
+    QVERIFY(!test.window.isWindowModified());
+    QVERIFY(test.window.windowTitle().startsWith(QStringLiteral("saved.json")));
+    QCOMPARE(test.window.actions().recentMenu()->actions().first()->text(), path);
+
+    test.action(Do::NewProject)->trigger();
+    QVERIFY(test.store().snapshot().processors.isEmpty());
+    test.window.actions().recentMenu()->actions().first()->trigger();
+    QCOMPARE(test.store().snapshot().processors.size(), 5);
+    test.store().addProcessors(QUuid(), 1);
+    test.action(Do::SaveProject)->trigger();
+    QCOMPARE(loadProject(path, problem)->processors.size(), 6);
+    QVERIFY(!test.window.files().save(QStringLiteral("/nowhere/x.json"), problem));
+    QCOMPARE(test.window.files().path(), path);
+}
+
+void WorkbenchFilesTest::shouldAskBeforeChangesAreLost()
+{
+    WorkbenchUnderTest test;
+    test.window.files().setAskBeforeLoss(true);
+    test.store().addProcessors(QUuid(), 1);
+    int asked = 0;
+    const auto answer = [&](QMessageBox::StandardButton button) {
+        QTimer::singleShot(0, &test.window, [&asked, button] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            QVERIFY(box);
+            ++asked;
+            box->button(button)->click();
+        });
+    };
+    answer(QMessageBox::Cancel);
+    test.action(Do::NewProject)->trigger();
+    QCOMPARE(test.store().snapshot().processors.size(), 5);
+    answer(QMessageBox::Cancel);
+    QVERIFY(!test.window.close());
+    answer(QMessageBox::Discard);
+    test.action(Do::NewProject)->trigger();
+    QCOMPARE(asked, 3);
+    QVERIFY(test.store().snapshot().processors.isEmpty());
+    QVERIFY(test.window.close());
+}
+
+QTEST_MAIN(WorkbenchFilesTest)
+
+#include "tst_workbench_files.moc"
