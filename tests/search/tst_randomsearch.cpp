@@ -5,6 +5,7 @@
 #include "processortree/RecordCell.h"
 #include "search/ProcessorFilterModel.h"
 #include "search/ProcessorFilterProxyModel.h"
+#include "tests/support/Seed.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/TreeDump.h"
 #include "tests/support/WarningTrap.h"
@@ -17,7 +18,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <numeric>
 #include <random>
 #include <utility>
 #include <vector>
@@ -419,18 +419,6 @@ private:
     QString m_heard;
     int m_resets = 0;
 };
-
-/// The seeds to run: that of the environment alone, or `count` in a row.
-QVector<quint32> seeds(int count)
-{
-    bool given = false;
-    const quint32 one = qEnvironmentVariable("TSA_SEED").toUInt(&given);
-    if (given)
-        return {one};
-    QVector<quint32> all(count);
-    std::iota(all.begin(), all.end(), 1U);
-    return all;
-}
 
 } // namespace
 
