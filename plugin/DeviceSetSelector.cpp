@@ -1,5 +1,6 @@
 #include "plugin/DeviceSetSelector.h"
 
+#include "plugin/PanelStep.h"
 #include "plugin/TargetSelectHandler.h"
 
 #include <QMetaMethod>
@@ -70,8 +71,7 @@ void CDeviceSetSelector::leaveDyingPanel()
     if (m_questions == 0)
         return;
     forget();
-    setParent(nullptr);
-    deleteLater();
+    CPanelStep::keep(this);
 }
 
 void CDeviceSetSelector::updateTexts()

@@ -1,6 +1,7 @@
 #include "processortree/ProcessorTreeView.h"
 
 #include "host/widgets/HostTheme.h"
+#include "plugin/PanelStep.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/Addition.h"
@@ -147,8 +148,11 @@ void CProcessorTreeView::outlivePanel()
 {
     m_retired = true;
     m_arrivals->stop();
-    setParent(nullptr);
-    deleteLater();
+    m_groupToFill->stop();
+    SetLocked(true);
+    // Blocked it reports nothing, whatever becomes of its rows: the host may have another panel.
+    selectionModel()->blockSignals(true);
+    CPanelStep::keep(this);
 }
 
 /// What menus and dialogs go with: the panel, which this view may outlive.

@@ -34,8 +34,8 @@ public:
     /// Gives the view a selection model of its own over `model`, a CProcessorTreeModel.
     void setModel(QAbstractItemModel* model) override;
 
-    /// For a panel that ends while Qt may be in the middle of one of the view's events: leaves it,
-    /// does nothing any more, and is deleted when the event loop runs again.
+    /// For a panel that ends inside a step (see CPanelStep), when Qt may be in the middle of one of
+    /// the view's events: leaves it, and does nothing any more.
     void outlivePanel();
 
     /// A locked view shows, and lets pick, but neither its "More" button nor its keys nor its menus

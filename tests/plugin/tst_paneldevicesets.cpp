@@ -1,5 +1,6 @@
 #include "host/widgets/HostTheme.h"
 #include "tests/plugin/ShownPanel.h"
+#include "tests/support/NestedLoop.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>
@@ -296,22 +297,27 @@ void PanelDeviceSetsTest::shouldStandTheEndOfThePanel_data()
 {
     QTest::addColumn<QString>("question");
     QTest::addColumn<bool>("mouse");
-    QTest::newRow("texts") << QStringLiteral("GetDeviceSetText") << false;
-    QTest::newRow("choice by keys") << kConfirm << false;
-    QTest::newRow("choice by mouse") << kConfirm << true;
+    QTest::addColumn<bool>("nested");
+    for (const bool nested : {false, true}) {
+        const char* where = nested ? ", nested loop" : "";
+        QTest::addRow("texts%s", where) << QStringLiteral("GetDeviceSetText") << false << nested;
+        QTest::addRow("choice by keys%s", where) << kConfirm << false << nested;
+        QTest::addRow("choice by mouse%s", where) << kConfirm << true << nested;
+    }
 }
 
 void PanelDeviceSetsTest::shouldStandTheEndOfThePanel()
 {
     QFETCH(QString, question);
     QFETCH(bool, mouse);
+    QFETCH(bool, nested);
     ShownPanel shown;
     const QPointer<CComboBox> selector(shown.selector());
     shown.area().onCurrentDeviceSetChanged(deviceSet(1).id, deviceSets(2));
     shown.host().confirmDeviceSet = false;
     shown.host().inside = [&](const QString& name) {
         if (name == question)
-            delete CTargetSelectArea::Existing();
+            runWithin(nested, [] { delete CTargetSelectArea::Existing(); });
     };
     if (question != kConfirm) {
         shown.area().onCurrentDeviceSetChanged(deviceSet(2).id, deviceSets(3));

@@ -3,6 +3,7 @@
 #include "plugin/TargetSelectArea.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/ProcessorTreeView.h"
+#include "tests/support/NestedLoop.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 
@@ -145,40 +146,45 @@ class PanelEndTest final : public QObject
 private slots:
     void shouldStandItInEveryQuestion_data();
     void shouldStandItInEveryQuestion();
+    void shouldLeaveNothingBehindThatReports();
 };
 
 void PanelEndTest::shouldStandItInEveryQuestion_data()
 {
     QTest::addColumn<Gesture>("gesture");
-    QTest::newRow("click") << Gesture([](ShownTree& tree) {
+    QTest::addColumn<bool>("nested");
+    const auto add = [](const char* name, const Gesture& gesture) {
+        QTest::addRow("%s", name) << gesture << false;
+        QTest::addRow("%s, nested loop", name) << gesture << true;
+    };
+    add("click", [](ShownTree& tree) {
         QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(3));
     });
-    QTest::newRow("click on a group") << Gesture([](ShownTree& tree) {
+    add("click on a group", [](ShownTree& tree) {
         QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(11));
     });
-    QTest::newRow("double click") << Gesture([](ShownTree& tree) {
+    add("double click", [](ShownTree& tree) {
         QTest::mouseDClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(3));
     });
-    QTest::newRow("control click") << Gesture([](ShownTree& tree) {
+    add("control click", [](ShownTree& tree) {
         QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::ControlModifier, tree.place(3));
     });
-    QTest::newRow("menu") << Gesture([](ShownTree& tree) { openMenu(tree, 1); });
-    QTest::newRow("menu of another row") << Gesture([](ShownTree& tree) { openMenu(tree, 3); });
-    QTest::newRow("menu by key") << Gesture(
-        [](ShownTree& tree) { key(tree, Qt::Key_F10, Qt::ShiftModifier); });
-    QTest::newRow("down") << Gesture([](ShownTree& tree) { key(tree, Qt::Key_Down); });
-    QTest::newRow("home") << Gesture([](ShownTree& tree) { key(tree, Qt::Key_Home); });
-    QTest::newRow("all") << Gesture(
-        [](ShownTree& tree) { key(tree, Qt::Key_A, Qt::ControlModifier); });
-    QTest::newRow("delete") << Gesture([](ShownTree& tree) { key(tree, Qt::Key_Delete); });
-    QTest::newRow("rename") << Gesture(typeAName);
-    QTest::newRow("drop") << Gesture(drop);
-    QTest::newRow("more") << Gesture(clickMore);
+    add("menu", [](ShownTree& tree) { openMenu(tree, 1); });
+    add("menu of another row", [](ShownTree& tree) { openMenu(tree, 3); });
+    add("menu by key", [](ShownTree& tree) { key(tree, Qt::Key_F10, Qt::ShiftModifier); });
+    add("down", [](ShownTree& tree) { key(tree, Qt::Key_Down); });
+    add("home", [](ShownTree& tree) { key(tree, Qt::Key_Home); });
+    add("all", [](ShownTree& tree) { key(tree, Qt::Key_A, Qt::ControlModifier); });
+    add("delete", [](ShownTree& tree) { key(tree, Qt::Key_Delete); });
+    add("rename", typeAName);
+    add("drop", drop);
+    add("more", clickMore);
 }
 
 void PanelEndTest::shouldStandItInEveryQuestion()
 {
     QFETCH(Gesture, gesture);
+    QFETCH(bool, nested);
     const Closer closer;
     QStringList questions;
     {
@@ -199,7 +205,7 @@ void PanelEndTest::shouldStandItInEveryQuestion()
             if (asked != question || painting || std::exchange(ended, true))
                 return;
             ++ends;
-            delete CTargetSelectArea::Existing();
+            runWithin(nested, [] { delete CTargetSelectArea::Existing(); });
         };
         gesture(tree);
         QCOMPARE(CTargetSelectArea::Existing() == nullptr, ended);
@@ -207,6 +213,32 @@ void PanelEndTest::shouldStandItInEveryQuestion()
             QTRY_VERIFY2(!tree.view, qPrintable(question));
     }
     QVERIFY(ends > 0);
+}
+
+/// The host has another panel by the time it answers the question in which it ended the first.
+void PanelEndTest::shouldLeaveNothingBehindThatReports()
+{
+    ShownTree tree;
+    tree.view->selectionModel()->select(tree.index(10), QItemSelectionModel::ClearAndSelect);
+    tree.panel.host().clearCalls();
+    const auto handler = tree.panel.area().m_controlHandler;
+    std::unique_ptr<CTargetSelectArea> second;
+    bool ended = false;
+    tree.panel.host().inside = [&](const QString& asked) {
+        if (asked != QLatin1String("GetProcessorNode") || std::exchange(ended, true))
+            return;
+        runInNestedLoop([&] {
+            delete CTargetSelectArea::Existing();
+            second.reset(CTargetSelectArea::Instance());
+            second->m_controlHandler = handler;
+            tree.panel.model().removeNode(testId(10));
+        });
+        QVERIFY(tree.view);
+    };
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(3));
+    QVERIFY(second);
+    QTRY_VERIFY(!tree.view);
+    QCOMPARE(tree.panel.host().callCount(QStringLiteral("ReportSelection")), 0);
 }
 
 QTEST_MAIN(PanelEndTest)

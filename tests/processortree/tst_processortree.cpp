@@ -1,5 +1,6 @@
 #include "host/widgets/HostTheme.h"
 #include "tests/processortree/DrivenPanel.h"
+#include "tests/support/NestedLoop.h"
 
 #include <QAccessible>
 #include <QSignalSpy>
@@ -505,10 +506,14 @@ void ProcessorTreeTest::shouldOutliveAPanelDestroyedByTheMenu_data()
 {
     QTest::addColumn<QString>("question");
     QTest::addColumn<bool>("byKey");
+    QTest::addColumn<bool>("nested");
     for (const char* question :
          {"GetAllProcessorNodes", "CanAddProcessors", "IsAddProcessorsEnabled"}) {
-        QTest::addRow("%s, mouse", question) << question << false;
-        QTest::addRow("%s, key", question) << question << true;
+        for (const bool nested : {false, true}) {
+            const char* where = nested ? ", nested loop" : "";
+            QTest::addRow("%s, mouse%s", question, where) << question << false << nested;
+            QTest::addRow("%s, key%s", question, where) << question << true << nested;
+        }
     }
 }
 
@@ -516,10 +521,11 @@ void ProcessorTreeTest::shouldOutliveAPanelDestroyedByTheMenu()
 {
     QFETCH(QString, question);
     QFETCH(bool, byKey);
+    QFETCH(bool, nested);
     DrivenPanel panel;
     panel.button().setFocus();
     const QPointer<QMenu> menu(&panel.menu());
-    panel.inside(question, [&] { delete panel.tree; });
+    panel.inside(question, [&] { runWithin(nested, [&] { delete panel.tree; }); });
     if (byKey)
         QTest::keyClick(&panel.button(), Qt::Key_Down);
     else
@@ -542,29 +548,41 @@ void ProcessorTreeTest::shouldOutliveAPanelDestroyedByAnEntry_data()
 {
     QTest::addColumn<QString>("entry");
     QTest::addColumn<QString>("question");
-    QTest::newRow("group") << kGroup << "CreateGroup";
-    QTest::newRow("one, path") << "Add 1 processor"
-                               << "UsesIpAddressing";
-    QTest::newRow("one") << "Add 1 processor"
-                         << "AddProcessors";
-    QTest::newRow("custom, path") << "Custom adds..."
-                                  << "IsIpManagementAvailable";
-    QTest::newRow("custom, dialog") << "Custom adds..."
-                                    << "";
+    QTest::addColumn<bool>("nested");
+    const struct
+    {
+        const char* name;
+        QString entry;
+        const char* question;
+    } rows[] = {
+        {"group", kGroup, "CreateGroup"},
+        {"one, path", QStringLiteral("Add 1 processor"), "UsesIpAddressing"},
+        {"one", QStringLiteral("Add 1 processor"), "AddProcessors"},
+        {"custom, path", QStringLiteral("Custom adds..."), "IsIpManagementAvailable"},
+        {"custom, dialog", QStringLiteral("Custom adds..."), ""},
+    };
+    for (const auto& row : rows) {
+        QTest::addRow("%s", row.name) << row.entry << row.question << false;
+        QTest::addRow("%s, nested loop", row.name) << row.entry << row.question << true;
+    }
 }
 
 void ProcessorTreeTest::shouldOutliveAPanelDestroyedByAnEntry()
 {
     QFETCH(QString, entry);
     QFETCH(QString, question);
+    QFETCH(bool, nested);
     DrivenPanel panel;
-    panel.inside(question, [&] { delete panel.tree; });
-    panel.driver.then([&](QWidget& menu) { choose(menu, entry); });
+    const QPointer<QMenu> menu(&panel.menu());
+    const auto end = [&] { runWithin(nested, [&] { delete panel.tree; }); };
+    panel.inside(question, end);
+    panel.driver.then([&](QWidget& opened) { choose(opened, entry); });
     if (question.isEmpty())
-        panel.driver.then([&](QWidget&) { delete panel.tree; });
+        panel.driver.then([&](QWidget&) { end(); });
     QTest::mousePress(&panel.button(), Qt::LeftButton);
     QVERIFY(!panel.tree);
     QVERIFY(!QApplication::activePopupWidget());
+    QTRY_VERIFY(!menu);
 }
 
 void ProcessorTreeTest::shouldStandAModelThatChangesUnderTheMenu()
