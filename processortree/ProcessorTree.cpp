@@ -302,18 +302,22 @@ void CProcessorTree::run(Entry entry)
 {
     if (!mayAdd())
         return;
+    const auto addProcessors = [this](AddKind kind) {
+        // A tree that became writable can be added to, though its view be locked.
+        m_treeView->AddProcessors(kind, [this] { return mayAdd(); });
+    };
     switch (entry) {
     case Entry::Group:
         m_treeView->AddGroup();
         break;
     case Entry::One:
-        m_treeView->AddProcessors(AddKind::One);
+        addProcessors(AddKind::One);
         break;
     case Entry::Two:
-        m_treeView->AddProcessors(AddKind::Two);
+        addProcessors(AddKind::Two);
         break;
     case Entry::Custom:
-        m_treeView->AddProcessors(AddKind::Custom);
+        addProcessors(AddKind::Custom);
         break;
     }
 }

@@ -236,10 +236,14 @@ void CProcessorTreeView::onGroupArrived(const QUuid& id)
 
 void CProcessorTreeView::AddProcessors(AddKind kind)
 {
+    AddProcessors(kind, [this] { return mayChange(); });
+}
+
+void CProcessorTreeView::AddProcessors(AddKind kind, const std::function<bool()>& isAllowed)
+{
     const Life alive(this);
     const std::optional<Addition> addition = askForAddition(kind, dialogParent());
-    // The host may forbid changes while the dialog is open.
-    if (!alive || !addition || addition->size() == 0 || !mayChange())
+    if (!alive || !addition || addition->size() == 0 || !isAllowed())
         return;
     const QUuid group = targetGroup();
     m_arrivals->expectProcessors(addition->size());

@@ -43,13 +43,18 @@ public:
     void SetLocked(bool locked);
     bool isLocked() const { return m_locked; }
 
+    /// The slot of that name, where `isAllowed` says whether it may be. Asked behind the dialogs,
+    /// under which the host may have forbidden it.
+    void AddProcessors(AddKind kind, const std::function<bool()>& isAllowed);
+
 public slots:
     void selectAll() override;
 
     /// Creates a group, and has the user name it.
     void AddGroup();
 
-    /// Adds processors to the group that is selected, or that the selected processor is in.
+    /// Adds processors to the group that is selected, or that the selected processor is in; unless
+    /// the view is locked, or the tree is read-only.
     void AddProcessors(AddKind kind);
 
     /// Deletes the selected processors, or ungroups the selected group.

@@ -56,6 +56,8 @@ private slots:
     void shouldAddNothingWhenReadOnly();
     void shouldFollowLocks_data();
     void shouldFollowLocks();
+    void shouldFollowLocksUnderADialog_data();
+    void shouldFollowLocksUnderADialog();
     void shouldLockTheView();
     void shouldNotActOnAMenuForbiddenMeanwhile_data();
     void shouldNotActOnAMenuForbiddenMeanwhile();
@@ -357,6 +359,43 @@ void ProcessorTreeTest::shouldFollowLocks()
     follow(panel, steps);
     QCOMPARE(panel.view().isLocked(), locked);
     QCOMPARE(panel.button().isEnabled(), enabled);
+    if (enabled)
+        panel.driver.then([](QWidget& menu) { choose(menu, QStringLiteral("Add 1 processor")); });
+    panel.press();
+    QCOMPARE(panel.asked(), enabled ? QStringLiteral("AddProcessors") : QString());
+}
+
+void ProcessorTreeTest::shouldFollowLocksUnderADialog_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("meanwhile");
+    QTest::addColumn<bool>("adds");
+    const QString lockedAndWritable = QStringLiteral("1+ r+ r-");
+    QTest::newRow("nothing") << QString() << QString() << true;
+    QTest::newRow("a lock") << QString() << QStringLiteral("1+") << false;
+    QTest::newRow("a lock that is lifted") << QString() << QStringLiteral("1+ 1-") << true;
+    QTest::newRow("read-only") << QString() << QStringLiteral("r+") << false;
+    QTest::newRow("nothing but an old lock") << lockedAndWritable << QString() << true;
+    QTest::newRow("another lock") << lockedAndWritable << QStringLiteral("2+") << false;
+    QTest::newRow("another lock that is lifted")
+        << lockedAndWritable << QStringLiteral("2+ 2-") << true;
+    QTest::newRow("read-only again") << lockedAndWritable << QStringLiteral("r+") << false;
+}
+
+void ProcessorTreeTest::shouldFollowLocksUnderADialog()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, meanwhile);
+    QFETCH(bool, adds);
+    DrivenPanel panel;
+    follow(panel, before);
+    panel.driver.then([](QWidget& menu) { choose(menu, QStringLiteral("Custom adds...")); });
+    panel.driver.then([&](QWidget& dialog) {
+        follow(panel, meanwhile);
+        clickButton(dialog, QStringLiteral("OK"));
+    });
+    panel.press();
+    QCOMPARE(panel.asked(), adds ? QStringLiteral("AddProcessors") : QString());
 }
 
 void ProcessorTreeTest::shouldLockTheView()
