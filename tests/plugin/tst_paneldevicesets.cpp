@@ -43,6 +43,8 @@ private slots:
     void shouldAskTheHostAboutAnotherSet();
     void shouldRestoreTheSetThatTheHostKeeps();
     void shouldGoBackToTheLastAcceptedSet();
+    void shouldAskAboutOneSetAtATime_data();
+    void shouldAskAboutOneSetAtATime();
     void shouldPartFromWhoeverListened();
     void shouldKeepQtsOwnConnections();
     void shouldStillOpenAndCloseItsListAfterManyRebuilds();
@@ -182,6 +184,41 @@ void PanelDeviceSetsTest::shouldGoBackToTheLastAcceptedSet()
     shown.host().confirmDeviceSet = true;
     QTest::keyClick(shown.selector(), Qt::Key_Down);
     QCOMPARE(shown.selector()->currentText(), QStringLiteral("Set 3"));
+}
+
+void PanelDeviceSetsTest::shouldAskAboutOneSetAtATime_data()
+{
+    QTest::addColumn<bool>("answer");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("accepted") << true << 1;
+    QTest::newRow("refused") << false << 0;
+}
+
+void PanelDeviceSetsTest::shouldAskAboutOneSetAtATime()
+{
+    QFETCH(bool, answer);
+    QFETCH(int, expected);
+    ShownPanel shown;
+    shown.area().onCurrentDeviceSetChanged(deviceSet(1).id, deviceSets(4));
+    shown.host().confirmDeviceSet = answer;
+    int during = -1;
+    shown.host().inside = [&](const QString& name) {
+        if (name != kConfirm || during >= 0)
+            return;
+        during = 0;
+        runInNestedLoop([&] { QTest::keyClick(shown.selector(), Qt::Key_Down); });
+        during = shown.selector()->currentIndex();
+    };
+    QTest::keyClick(shown.selector(), Qt::Key_Down);
+    // Until the answer, what it is about.
+    QCOMPARE(during, 1);
+    QCOMPARE(shown.host().callCount(kConfirm), 1);
+    QCOMPARE(shown.selector()->currentIndex(), expected);
+    // The next choice is asked about, and goes back to the last accepted one.
+    shown.host().confirmDeviceSet = false;
+    QTest::keyClick(shown.selector(), Qt::Key_Down);
+    QCOMPARE(shown.host().callCount(kConfirm), 2);
+    QCOMPARE(shown.selector()->currentIndex(), expected);
 }
 
 void PanelDeviceSetsTest::shouldPartFromWhoeverListened()
