@@ -80,9 +80,10 @@ void CDeviceSetSelector::updateTexts()
     if (!handler)
         return;
     const QPointer<CDeviceSetSelector> alive(this);
+    const int generation = m_generation;
     QStringList texts;
     const int named = handler->GetDeviceSetTexts(texts);
-    if (!alive || named < 2)
+    if (!alive || generation != m_generation || named < 2)
         return;
     const int known = std::min({named, texts.size(), count()});
     for (int index = 0; index < known; ++index)

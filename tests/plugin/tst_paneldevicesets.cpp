@@ -56,6 +56,7 @@ private slots:
     void shouldStandTheEndOfThePanel();
     void shouldTakeTheHostsTextsWithALanguage_data();
     void shouldTakeTheHostsTextsWithALanguage();
+    void shouldNotMixTheTextsOfTwoLists();
     void shouldStandTheEndOfThePanelDuringALanguageChange();
     void shouldFollowTheHostsEvent();
 };
@@ -405,6 +406,21 @@ void PanelDeviceSetsTest::shouldTakeTheHostsTextsWithALanguage()
     QCOMPARE(shown.selector()->currentIndex(), 1);
     QCOMPARE(shown.host().callCount(kConfirm), 0);
     QCOMPARE(shown.host().callCount(QStringLiteral("GetDeviceSetTexts")), 1);
+}
+
+void PanelDeviceSetsTest::shouldNotMixTheTextsOfTwoLists()
+{
+    ShownPanel shown;
+    shown.area().onCurrentDeviceSetChanged(deviceSet(1).id, deviceSets(2));
+    shown.host().deviceSetTexts = QStringList({QStringLiteral("a"), QStringLiteral("b")});
+    shown.host().inside = [&](const QString& name) {
+        if (name == QLatin1String("GetDeviceSetTexts"))
+            shown.area().onCurrentDeviceSetChanged(deviceSet(4).id, {deviceSet(4), deviceSet(5)});
+    };
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(&shown.area(), &change);
+    QCOMPARE(shown.selector()->itemText(0), QStringLiteral("Set 4"));
+    QCOMPARE(shown.selector()->itemText(1), QStringLiteral("Set 5"));
 }
 
 void PanelDeviceSetsTest::shouldStandTheEndOfThePanelDuringALanguageChange()
