@@ -37,6 +37,7 @@ private slots:
     void shouldHaveItsShape();
     void shouldBeThereOnlyWhenThereIsAChoice_data();
     void shouldBeThereOnlyWhenThereIsAChoice();
+    void shouldNotBeThereWithoutACurrentSet();
     void shouldTakeTheFirstOfEqualSets();
     void shouldAskForTheTextOfEachSetInOrder();
     void shouldAskTheHostAboutAnotherSet_data();
@@ -112,6 +113,18 @@ void PanelDeviceSetsTest::shouldBeThereOnlyWhenThereIsAChoice()
     panel.selector()->addItems({QStringLiteral("one"), QStringLiteral("another")});
     panel.selector()->setCurrentIndex(1);
     QCOMPARE(panel.host().callCount(kConfirm), 0);
+}
+
+void PanelDeviceSetsTest::shouldNotBeThereWithoutACurrentSet()
+{
+    ShownPanel shown;
+    shown.area().onCurrentDeviceSetChanged(deviceSet(1).id, deviceSets(2));
+    shown.host().clearCalls();
+    // Not even where a set has that identity.
+    shown.area().onCurrentDeviceSetChanged(GUID(), {SDeviceSetInfo{}, deviceSet(1)});
+    QVERIFY(!shown.selector()->isVisible());
+    QCOMPARE(shown.selector()->count(), 0);
+    QCOMPARE(shown.host().callCount(QStringLiteral("GetDeviceSetText")), 0);
 }
 
 void PanelDeviceSetsTest::shouldTakeTheFirstOfEqualSets()
