@@ -103,6 +103,11 @@ CProcessorTreeView::CProcessorTreeView(QWidget* parent)
     addShortcut(QKeySequence(QStringLiteral("Ctrl+G")), &CProcessorTreeView::groupSelection);
 }
 
+CProcessorTreeView::~CProcessorTreeView()
+{
+    abandonDrag();
+}
+
 /// Belongs to the editor while one is open, which has the focus then.
 void CProcessorTreeView::addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)())
 {

@@ -12,6 +12,7 @@ class CArrivalWatch;
 class CProcessorTreeDelegate;
 class CProcessorTreeModel;
 class CTreeMenu;
+class QDrag;
 class QShortcut;
 
 /// The tree of the project's processors, with everything that a user does to it: menus, adding,
@@ -30,6 +31,7 @@ class CProcessorTreeView final : public CTreeView
 
 public:
     explicit CProcessorTreeView(QWidget* parent = nullptr);
+    ~CProcessorTreeView() override;
 
     /// Gives the view a selection model of its own over `model`, a CProcessorTreeModel.
     void setModel(QAbstractItemModel* model) override;
@@ -136,6 +138,7 @@ private:
     QModelIndex dropTarget(const QPoint& position, bool* nowhere) const;
     void setDropTarget(const QModelIndex& index);
     void runDrag();
+    void abandonDrag();
     void replaceRemoved(const QModelIndex& parent, int first, int last);
 
     CProcessorTreeDelegate* m_delegate; // Qt child
@@ -144,6 +147,7 @@ private:
     QList<QUuid> m_toGroup;             // processors that go into that group
     QList<QShortcut*> m_shortcuts;      // Qt children
     QPersistentModelIndex m_dropTarget; // while something is dragged over it
+    QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
     bool m_locked = false;
