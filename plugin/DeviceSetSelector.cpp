@@ -1,5 +1,6 @@
 #include "plugin/DeviceSetSelector.h"
 
+#include "plugin/PanelStep.h"
 #include "plugin/TargetSelectHandler.h"
 
 #include <QMetaMethod>
@@ -70,8 +71,7 @@ void CDeviceSetSelector::leaveDyingPanel()
     if (m_questions == 0)
         return;
     forget();
-    setParent(nullptr);
-    deleteLater();
+    CPanelStep::keep(this);
 }
 
 void CDeviceSetSelector::updateTexts()
@@ -80,9 +80,10 @@ void CDeviceSetSelector::updateTexts()
     if (!handler)
         return;
     const QPointer<CDeviceSetSelector> alive(this);
+    const int generation = m_generation;
     QStringList texts;
     const int named = handler->GetDeviceSetTexts(texts);
-    if (!alive || named < 2)
+    if (!alive || generation != m_generation || named < 2)
         return;
     const int known = std::min({named, texts.size(), count()});
     for (int index = 0; index < known; ++index)
@@ -97,6 +98,7 @@ void CDeviceSetSelector::forget()
     hidePopup();
     clear();
     m_accepted = -1;
+    m_asked = -1;
 }
 
 /// The user picked entry `index`; a host that refuses gets the last accepted one back.
@@ -105,19 +107,31 @@ void CDeviceSetSelector::confirm(const QList<SDeviceSetInfo>& sets, int index)
     const auto handler = GetTargetSelectHandler();
     if (index < 0 || index >= sets.size() || !handler)
         return;
+    // One at a time: the answers would come in the wrong order.
+    if (m_asked >= 0) {
+        showQuietly(m_asked);
+        return;
+    }
     // The host may ask the user, and meanwhile change the device sets or destroy the selector.
     const QPointer<CDeviceSetSelector> alive(this);
     const int generation = m_generation;
+    m_asked = index;
     ++m_questions;
     const bool accepted = handler->ConfirmDeviceSetChange(sets.at(index), index);
     if (alive)
         --m_questions;
     if (!alive || generation != m_generation)
         return;
-    if (accepted) {
+    m_asked = -1;
+    if (accepted)
         m_accepted = index;
-        return;
-    }
+    else
+        showQuietly(m_accepted);
+}
+
+/// Goes back to entry `index`, of which nobody has to hear.
+void CDeviceSetSelector::showQuietly(int index)
+{
     const QSignalBlocker blocker(this);
-    setCurrentIndex(m_accepted);
+    setCurrentIndex(index);
 }

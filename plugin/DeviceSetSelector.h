@@ -5,9 +5,9 @@
 
 #include <QList>
 
-/// Shows the host's device sets and has the user pick another one, which the host may refuse. There
-/// only while there is a choice. GUI thread; the host may destroy it, or name other sets, whenever
-/// it is asked.
+/// Shows the host's device sets and has the user pick another one, which the host may refuse; it is
+/// asked about one at a time. There only while there is a choice. GUI thread; the host may destroy
+/// it, or name other sets, whenever it is asked.
 class CDeviceSetSelector final : public CComboBox
 {
     Q_OBJECT
@@ -29,8 +29,10 @@ public:
 private:
     void forget();
     void confirm(const QList<SDeviceSetInfo>& sets, int index);
+    void showQuietly(int index);
 
     int m_accepted = -1;  // the entry that a refused choice goes back to
+    int m_asked = -1;     // the entry that the host is asked about; another choice goes back to it
     int m_generation = 0; // which list of device sets is shown
     int m_questions = 0;  // to the host, nested, about a choice
 };

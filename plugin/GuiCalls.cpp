@@ -190,12 +190,6 @@ void CGuiCalls::runNext()
         resume();
 }
 
-bool CGuiCalls::isAsking() const
-{
-    const std::lock_guard guard(m_room->mutex);
-    return m_room->questions > 0;
-}
-
 bool CGuiCalls::isHere() const
 {
     return thread() == QThread::currentThread();

@@ -55,9 +55,6 @@ public:
     std::chrono::milliseconds patience() const { return m_patience; }
     void setPatience(std::chrono::milliseconds patience) { m_patience = patience; }
 
-    /// Whether the GUI thread is inside a question to the host. GUI thread.
-    bool isAsking() const;
-
     /// While one lives, the GUI thread is inside a question to the host, which may raise events on
     /// another thread and wait for them there. Callers are released when one question takes longer
     /// than a question usually does. Any thread; only the GUI thread's counts.

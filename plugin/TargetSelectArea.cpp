@@ -7,6 +7,7 @@
 #include "plugin/IPManagement.h"
 #include "plugin/LanUsbWarnings.h"
 #include "plugin/MetaTypes.h"
+#include "plugin/PanelStep.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/ProcessorTree.h"
@@ -136,8 +137,7 @@ CTargetSelectArea::~CTargetSelectArea()
     m_deviceSetSelector->leaveDyingPanel();
     if (!m_detection->isEnabledTo(this)) {
         // The host destroys the panel during a detection: Qt is not done with the click yet.
-        m_detection->setParent(nullptr);
-        m_detection->deleteLater();
+        CPanelStep::keep(m_detection);
     }
     const std::lock_guard guard(existingPanel().mutex);
     if (existingPanel().panel == this) {

@@ -64,8 +64,8 @@ public slots:
     /// How the host detects devices: with 2, by the addresses that the user manages.
     void onDetectStrategyChanged(int strategy);
 
-    /// The host's device sets and the current one of them; all-zero for none.
-    void onCurrentDeviceSetChanged(GUID current, const QList<SDeviceSetInfo>& sets);
+    /// The current one of the host's device sets, all-zero for none; and all of them.
+    void onCurrentDeviceSetChanged(GUID, const QList<SDeviceSetInfo>&);
 
     /// The host made a processor current: selects its row without reporting that back, and asks
     /// again whether there are addresses to manage.

@@ -1,6 +1,7 @@
 #include "plugin/TargetSelectHandler.h"
 
 #include "plugin/GuiCalls.h"
+#include "plugin/PanelStep.h"
 #include "plugin/TargetSelectArea.h"
 #include "plugin/TargetSelectData.h"
 
@@ -11,12 +12,13 @@ struct Question
 {
     Question(std::shared_ptr<ITargetSelectInterfaceHandler> asked, CGuiCalls& calls)
         : handler(std::move(asked))
-        , scope(calls)
+        , question(calls)
     {
     }
 
     std::shared_ptr<ITargetSelectInterfaceHandler> handler;
-    CGuiCalls::CHostQuestion scope;
+    CGuiCalls::CHostQuestion question;
+    CPanelStep step;
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "host/widgets/ActionLineEdit.h"
 #include "host/widgets/PureImageBtn.h"
+#include "plugin/PanelStep.h"
 #include "plugin/TargetSelectData.h"
 #include "processortree/AddEntries.h"
 #include "processortree/ExpandBranches.h"
@@ -63,17 +64,11 @@ CProcessorTree::CProcessorTree(QWidget* parent)
 
 CProcessorTree::~CProcessorTree()
 {
-    if (CTargetSelectData::Instance()->guiCalls().isAsking()) {
-        // The host ends the panel in its answer: Qt may be in the middle of one of the view's
-        // events.
+    // Qt may be in the middle of the view's events, or of those of the button and its menu.
+    if (CPanelStep::isUnderWay())
         m_treeView->outlivePanel();
-    }
-    if (m_stepsFromMenu == 0)
-        return;
-    // Qt is still busy with the menu and its button further down the stack.
-    m_addButton->setParent(nullptr);
-    m_addButton->deleteLater();
-    QMetaObject::invokeMethod(m_addButton->menu(), &QWidget::hide, Qt::QueuedConnection);
+    if (m_stepsFromMenu > 0)
+        CPanelStep::keep(m_addButton);
 }
 
 void CProcessorTree::createSearch()
@@ -209,7 +204,7 @@ void CProcessorTree::leaveSearch()
 void CProcessorTree::SelectProcessor(const QUuid& id, bool report)
 {
     const QStandardItem* item = treeModel()->getItem(id);
-    const QPointer<QItemSelectionModel> selection = m_treeView->selectionModel();
+    QItemSelectionModel* const selection = m_treeView->selectionModel();
     // A host without a current processor names none; that is no reason to pick the root.
     if (!item || nodeType(*item) != NodeProcessor || selection->isSelected(item->index()))
         return;
@@ -218,10 +213,9 @@ void CProcessorTree::SelectProcessor(const QUuid& id, bool report)
     // No QSignalBlocker: the host may destroy the panel here.
     const bool wereBlocked = selection->blockSignals(!report);
     selection->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
-    if (selection)
-        selection->blockSignals(wereBlocked);
     if (!alive)
         return;
+    selection->blockSignals(wereBlocked);
     expandBranches(*m_treeView);
     m_treeView->scrollTo(index);
     m_treeView->viewport()->update();
@@ -277,11 +271,15 @@ void CProcessorTree::UpdateMonitorWarnings()
 /// Runs a step that the menu is the cause of, and in which the host may destroy the panel.
 void CProcessorTree::fromMenu(const std::function<void()>& step)
 {
+    const CPanelStep panelStep;
     const QPointer<CProcessorTree> alive(this);
+    const QPointer<QMenu> menu(m_addButton->menu());
     ++m_stepsFromMenu;
     step();
     if (alive)
         --m_stepsFromMenu;
+    else if (menu) // Qt goes on with showing it
+        QMetaObject::invokeMethod(menu, &QWidget::hide, Qt::QueuedConnection);
 }
 
 void CProcessorTree::refreshMenu()
@@ -304,18 +302,22 @@ void CProcessorTree::run(Entry entry)
 {
     if (!mayAdd())
         return;
+    const auto addProcessors = [this](AddKind kind) {
+        // A tree that became writable can be added to, though its view be locked.
+        m_treeView->AddProcessors(kind, [this] { return mayAdd(); });
+    };
     switch (entry) {
     case Entry::Group:
         m_treeView->AddGroup();
         break;
     case Entry::One:
-        m_treeView->AddProcessors(AddKind::One);
+        addProcessors(AddKind::One);
         break;
     case Entry::Two:
-        m_treeView->AddProcessors(AddKind::Two);
+        addProcessors(AddKind::Two);
         break;
     case Entry::Custom:
-        m_treeView->AddProcessors(AddKind::Custom);
+        addProcessors(AddKind::Custom);
         break;
     }
 }

@@ -1,6 +1,7 @@
 #include "processortree/ProcessorTreeView.h"
 
 #include "host/widgets/HostTheme.h"
+#include "plugin/PanelStep.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/Addition.h"
@@ -102,6 +103,11 @@ CProcessorTreeView::CProcessorTreeView(QWidget* parent)
     addShortcut(QKeySequence(QStringLiteral("Ctrl+G")), &CProcessorTreeView::groupSelection);
 }
 
+CProcessorTreeView::~CProcessorTreeView()
+{
+    abandonDrag();
+}
+
 /// Belongs to the editor while one is open, which has the focus then.
 void CProcessorTreeView::addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)())
 {
@@ -147,8 +153,11 @@ void CProcessorTreeView::outlivePanel()
 {
     m_retired = true;
     m_arrivals->stop();
-    setParent(nullptr);
-    deleteLater();
+    m_groupToFill->stop();
+    SetLocked(true);
+    // Blocked it reports nothing, whatever becomes of its rows: the host may have another panel.
+    selectionModel()->blockSignals(true);
+    CPanelStep::keep(this);
 }
 
 /// What menus and dialogs go with: the panel, which this view may outlive.
@@ -232,10 +241,14 @@ void CProcessorTreeView::onGroupArrived(const QUuid& id)
 
 void CProcessorTreeView::AddProcessors(AddKind kind)
 {
+    AddProcessors(kind, [this] { return mayChange(); });
+}
+
+void CProcessorTreeView::AddProcessors(AddKind kind, const std::function<bool()>& isAllowed)
+{
     const Life alive(this);
     const std::optional<Addition> addition = askForAddition(kind, dialogParent());
-    // The host may forbid changes while the dialog is open.
-    if (!alive || !addition || addition->size() == 0 || !mayChange())
+    if (!alive || !addition || addition->size() == 0 || !isAllowed())
         return;
     const QUuid group = targetGroup();
     m_arrivals->expectProcessors(addition->size());

@@ -12,6 +12,7 @@ class CArrivalWatch;
 class CProcessorTreeDelegate;
 class CProcessorTreeModel;
 class CTreeMenu;
+class QDrag;
 class QShortcut;
 
 /// The tree of the project's processors, with everything that a user does to it: menus, adding,
@@ -30,12 +31,13 @@ class CProcessorTreeView final : public CTreeView
 
 public:
     explicit CProcessorTreeView(QWidget* parent = nullptr);
+    ~CProcessorTreeView() override;
 
     /// Gives the view a selection model of its own over `model`, a CProcessorTreeModel.
     void setModel(QAbstractItemModel* model) override;
 
-    /// For a panel that ends while Qt may be in the middle of one of the view's events: leaves it,
-    /// does nothing any more, and is deleted when the event loop runs again.
+    /// For a panel that ends inside a step (see CPanelStep), when Qt may be in the middle of one of
+    /// the view's events: leaves it, and does nothing any more.
     void outlivePanel();
 
     /// A locked view shows, and lets pick, but neither its "More" button nor its keys nor its menus
@@ -43,13 +45,18 @@ public:
     void SetLocked(bool locked);
     bool isLocked() const { return m_locked; }
 
+    /// The slot of that name, where `isAllowed` says whether it may be. Asked behind the dialogs,
+    /// under which the host may have forbidden it.
+    void AddProcessors(AddKind kind, const std::function<bool()>& isAllowed);
+
 public slots:
     void selectAll() override;
 
     /// Creates a group, and has the user name it.
     void AddGroup();
 
-    /// Adds processors to the group that is selected, or that the selected processor is in.
+    /// Adds processors to the group that is selected, or that the selected processor is in; unless
+    /// the view is locked, or the tree is read-only.
     void AddProcessors(AddKind kind);
 
     /// Deletes the selected processors, or ungroups the selected group.
@@ -131,6 +138,7 @@ private:
     QModelIndex dropTarget(const QPoint& position, bool* nowhere) const;
     void setDropTarget(const QModelIndex& index);
     void runDrag();
+    void abandonDrag();
     void replaceRemoved(const QModelIndex& parent, int first, int last);
 
     CProcessorTreeDelegate* m_delegate; // Qt child
@@ -139,6 +147,7 @@ private:
     QList<QUuid> m_toGroup;             // processors that go into that group
     QList<QShortcut*> m_shortcuts;      // Qt children
     QPersistentModelIndex m_dropTarget; // while something is dragged over it
+    QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
     bool m_locked = false;

@@ -55,11 +55,23 @@ void CProcessorTreeView::runDrag()
     if (dragged.isEmpty() || !(QApplication::mouseButtons() & Qt::LeftButton))
         return;
     const QRect picture = rows.boundingRect() & viewport()->rect();
-    auto* const drag = new QDrag(this);
-    drag->setMimeData(model()->mimeData(dragged));
-    drag->setPixmap(viewport()->grab(picture));
-    drag->setHotSpot(viewport()->mapFromGlobal(QCursor::pos()) - picture.topLeft());
-    drag->exec(Qt::MoveAction);
+    m_drag = new QDrag(this);
+    m_drag->setMimeData(model()->mimeData(dragged));
+    m_drag->setPixmap(viewport()->grab(picture));
+    m_drag->setHotSpot(viewport()->mapFromGlobal(QCursor::pos()) - picture.topLeft());
+    const QPointer<CProcessorTreeView> alive(this);
+    m_drag->exec(Qt::MoveAction);
+    if (alive)
+        m_drag = nullptr;
+}
+
+/// Of a view that ends. Qt works with the drag until that is over, and deletes it then.
+void CProcessorTreeView::abandonDrag()
+{
+    if (!m_drag)
+        return;
+    m_drag->setParent(nullptr);
+    QDrag::cancel();
 }
 
 void CProcessorTreeView::dragMoveEvent(QDragMoveEvent* event)

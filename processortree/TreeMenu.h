@@ -1,15 +1,16 @@
 #pragma once
 
 #include <QHash>
-#include <QMenu>
 #include <QPointer>
 #include <QString>
+#include <QWidget>
 
 #include <functional>
+#include <memory>
 
 class QAction;
+class QMenu;
 class QPoint;
-class QWidget;
 
 /// A context menu whose entries act after it has closed: they may open dialogs, and whoever the
 /// menu belongs to may be gone by then. GUI thread.
@@ -25,12 +26,13 @@ public:
     void addSeparator();
 
     /// For the host's own entries; null when the parent is gone.
-    QMenu* menu() const { return m_menu; }
+    QMenu* menu() const;
 
     /// Shows the menu, unless it is empty, until the user chooses or leaves it.
     void run(const QPoint& globalPosition);
 
 private:
-    QPointer<QMenu> m_menu; // child of the parent
+    QPointer<QWidget> m_parent;
+    std::unique_ptr<QMenu> m_menu; // a child of the parent, which it leaves when that goes
     QHash<QAction*, std::function<void()>> m_actions;
 };

@@ -129,8 +129,12 @@ void InvokedNamesTest::shouldOfferTheSlotsOfThePanel()
     const auto parameters = [&](const char* slot) {
         return metaObject.method(metaObject.indexOfSlot(slot)).parameterNames();
     };
-    QCOMPARE(parameters("onDetectStrategyChanged(int)"), QList<QByteArray>({"strategy"}));
-    QCOMPARE(parameters("onCurrentProcessorChanged(QUuid)"), QList<QByteArray>({"current"}));
+    using Names = QList<QByteArray>;
+    QCOMPARE(parameters("onDetectStrategyChanged(int)"), Names({"strategy"}));
+    QCOMPARE(parameters("onCurrentDeviceSetChanged(GUID,QList<SDeviceSetInfo>)"), Names({"", ""}));
+    QCOMPARE(parameters("onCurrentProcessorChanged(QUuid)"), Names({"current"}));
+    QCOMPARE(parameters("onLANUSBGetProcessorIP()"), Names());
+    QCOMPARE(parameters("UpdateMonitorWarningState()"), Names());
 }
 
 QTEST_MAIN(InvokedNamesTest)

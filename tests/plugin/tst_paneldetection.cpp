@@ -1,5 +1,6 @@
 #include "tests/plugin/ShownPanel.h"
 #include "tests/support/DialogDriver.h"
+#include "tests/support/NestedLoop.h"
 
 #include <QMenu>
 
@@ -63,6 +64,7 @@ private slots:
     void shouldKeepTheFocusOfWhoWorksByKeyboard();
     void shouldStandTheEndOfThePanel_data();
     void shouldStandTheEndOfThePanel();
+    void shouldGoWithThePanelThoughDisabled();
     void shouldStandAHandlerThatIsTakenAway();
 };
 
@@ -182,11 +184,18 @@ void PanelDetectionTest::shouldStandTheEndOfThePanel_data()
 {
     QTest::addColumn<QString>("question");
     QTest::addColumn<QString>("way");
+    QTest::addColumn<bool>("nested");
+    const auto add = [](const QString& question, const char* way) {
+        QTest::addRow("%s, %s", qPrintable(question), way)
+            << question << QString::fromLatin1(way) << false;
+        QTest::addRow("%s, %s, nested loop", qPrintable(question), way)
+            << question << QString::fromLatin1(way) << true;
+    };
     for (const char* way : {"mouse", "key", "menu by keys", "menu by mouse"})
-        QTest::addRow("all, %s", way) << kAll << QString::fromLatin1(way);
+        add(kAll, way);
     for (const char* way : {"menu by keys", "menu by mouse"}) {
-        QTest::addRow("restricted, %s", way) << kMode << QString::fromLatin1(way);
-        QTest::addRow("processors, %s", way) << kProcessors << QString::fromLatin1(way);
+        add(kMode, way);
+        add(kProcessors, way);
     }
 }
 
@@ -194,11 +203,12 @@ void PanelDetectionTest::shouldStandTheEndOfThePanel()
 {
     QFETCH(QString, question);
     QFETCH(QString, way);
+    QFETCH(bool, nested);
     ShownPanel shown;
     const QPointer<CMenuToolButton> button(shown.detection());
     shown.host().inside = [&](const QString& name) {
         if (name == question)
-            delete CTargetSelectArea::Existing();
+            runWithin(nested, [] { delete CTargetSelectArea::Existing(); });
     };
     const int entry = question == kAll ? 0 : 1;
     if (way == QLatin1String("mouse"))
@@ -211,6 +221,16 @@ void PanelDetectionTest::shouldStandTheEndOfThePanel()
         pickByMouse(*button, entry);
     QVERIFY(!CTargetSelectArea::Existing());
     // Nothing of it is left behind.
+    QTRY_VERIFY(!button);
+}
+
+/// By somebody else: no detection is under way.
+void PanelDetectionTest::shouldGoWithThePanelThoughDisabled()
+{
+    ShownPanel shown;
+    const QPointer<CMenuToolButton> button(shown.detection());
+    button->setEnabled(false);
+    delete CTargetSelectArea::Existing();
     QTRY_VERIFY(!button);
 }
 

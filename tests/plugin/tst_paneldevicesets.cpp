@@ -1,5 +1,6 @@
 #include "host/widgets/HostTheme.h"
 #include "tests/plugin/ShownPanel.h"
+#include "tests/support/NestedLoop.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>
@@ -36,12 +37,15 @@ private slots:
     void shouldHaveItsShape();
     void shouldBeThereOnlyWhenThereIsAChoice_data();
     void shouldBeThereOnlyWhenThereIsAChoice();
+    void shouldNotBeThereWithoutACurrentSet();
     void shouldTakeTheFirstOfEqualSets();
     void shouldAskForTheTextOfEachSetInOrder();
     void shouldAskTheHostAboutAnotherSet_data();
     void shouldAskTheHostAboutAnotherSet();
     void shouldRestoreTheSetThatTheHostKeeps();
     void shouldGoBackToTheLastAcceptedSet();
+    void shouldAskAboutOneSetAtATime_data();
+    void shouldAskAboutOneSetAtATime();
     void shouldPartFromWhoeverListened();
     void shouldKeepQtsOwnConnections();
     void shouldStillOpenAndCloseItsListAfterManyRebuilds();
@@ -53,6 +57,7 @@ private slots:
     void shouldStandTheEndOfThePanel();
     void shouldTakeTheHostsTextsWithALanguage_data();
     void shouldTakeTheHostsTextsWithALanguage();
+    void shouldNotMixTheTextsOfTwoLists();
     void shouldStandTheEndOfThePanelDuringALanguageChange();
     void shouldFollowTheHostsEvent();
 };
@@ -108,6 +113,18 @@ void PanelDeviceSetsTest::shouldBeThereOnlyWhenThereIsAChoice()
     panel.selector()->addItems({QStringLiteral("one"), QStringLiteral("another")});
     panel.selector()->setCurrentIndex(1);
     QCOMPARE(panel.host().callCount(kConfirm), 0);
+}
+
+void PanelDeviceSetsTest::shouldNotBeThereWithoutACurrentSet()
+{
+    ShownPanel shown;
+    shown.area().onCurrentDeviceSetChanged(deviceSet(1).id, deviceSets(2));
+    shown.host().clearCalls();
+    // Not even where a set has that identity.
+    shown.area().onCurrentDeviceSetChanged(GUID(), {SDeviceSetInfo{}, deviceSet(1)});
+    QVERIFY(!shown.selector()->isVisible());
+    QCOMPARE(shown.selector()->count(), 0);
+    QCOMPARE(shown.host().callCount(QStringLiteral("GetDeviceSetText")), 0);
 }
 
 void PanelDeviceSetsTest::shouldTakeTheFirstOfEqualSets()
@@ -181,6 +198,41 @@ void PanelDeviceSetsTest::shouldGoBackToTheLastAcceptedSet()
     shown.host().confirmDeviceSet = true;
     QTest::keyClick(shown.selector(), Qt::Key_Down);
     QCOMPARE(shown.selector()->currentText(), QStringLiteral("Set 3"));
+}
+
+void PanelDeviceSetsTest::shouldAskAboutOneSetAtATime_data()
+{
+    QTest::addColumn<bool>("answer");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("accepted") << true << 1;
+    QTest::newRow("refused") << false << 0;
+}
+
+void PanelDeviceSetsTest::shouldAskAboutOneSetAtATime()
+{
+    QFETCH(bool, answer);
+    QFETCH(int, expected);
+    ShownPanel shown;
+    shown.area().onCurrentDeviceSetChanged(deviceSet(1).id, deviceSets(4));
+    shown.host().confirmDeviceSet = answer;
+    int during = -1;
+    shown.host().inside = [&](const QString& name) {
+        if (name != kConfirm || during >= 0)
+            return;
+        during = 0;
+        runInNestedLoop([&] { QTest::keyClick(shown.selector(), Qt::Key_Down); });
+        during = shown.selector()->currentIndex();
+    };
+    QTest::keyClick(shown.selector(), Qt::Key_Down);
+    // Until the answer, what it is about.
+    QCOMPARE(during, 1);
+    QCOMPARE(shown.host().callCount(kConfirm), 1);
+    QCOMPARE(shown.selector()->currentIndex(), expected);
+    // The next choice is asked about, and goes back to the last accepted one.
+    shown.host().confirmDeviceSet = false;
+    QTest::keyClick(shown.selector(), Qt::Key_Down);
+    QCOMPARE(shown.host().callCount(kConfirm), 2);
+    QCOMPARE(shown.selector()->currentIndex(), expected);
 }
 
 void PanelDeviceSetsTest::shouldPartFromWhoeverListened()
@@ -296,22 +348,27 @@ void PanelDeviceSetsTest::shouldStandTheEndOfThePanel_data()
 {
     QTest::addColumn<QString>("question");
     QTest::addColumn<bool>("mouse");
-    QTest::newRow("texts") << QStringLiteral("GetDeviceSetText") << false;
-    QTest::newRow("choice by keys") << kConfirm << false;
-    QTest::newRow("choice by mouse") << kConfirm << true;
+    QTest::addColumn<bool>("nested");
+    for (const bool nested : {false, true}) {
+        const char* where = nested ? ", nested loop" : "";
+        QTest::addRow("texts%s", where) << QStringLiteral("GetDeviceSetText") << false << nested;
+        QTest::addRow("choice by keys%s", where) << kConfirm << false << nested;
+        QTest::addRow("choice by mouse%s", where) << kConfirm << true << nested;
+    }
 }
 
 void PanelDeviceSetsTest::shouldStandTheEndOfThePanel()
 {
     QFETCH(QString, question);
     QFETCH(bool, mouse);
+    QFETCH(bool, nested);
     ShownPanel shown;
     const QPointer<CComboBox> selector(shown.selector());
     shown.area().onCurrentDeviceSetChanged(deviceSet(1).id, deviceSets(2));
     shown.host().confirmDeviceSet = false;
     shown.host().inside = [&](const QString& name) {
         if (name == question)
-            delete CTargetSelectArea::Existing();
+            runWithin(nested, [] { delete CTargetSelectArea::Existing(); });
     };
     if (question != kConfirm) {
         shown.area().onCurrentDeviceSetChanged(deviceSet(2).id, deviceSets(3));
@@ -362,6 +419,21 @@ void PanelDeviceSetsTest::shouldTakeTheHostsTextsWithALanguage()
     QCOMPARE(shown.selector()->currentIndex(), 1);
     QCOMPARE(shown.host().callCount(kConfirm), 0);
     QCOMPARE(shown.host().callCount(QStringLiteral("GetDeviceSetTexts")), 1);
+}
+
+void PanelDeviceSetsTest::shouldNotMixTheTextsOfTwoLists()
+{
+    ShownPanel shown;
+    shown.area().onCurrentDeviceSetChanged(deviceSet(1).id, deviceSets(2));
+    shown.host().deviceSetTexts = QStringList({QStringLiteral("a"), QStringLiteral("b")});
+    shown.host().inside = [&](const QString& name) {
+        if (name == QLatin1String("GetDeviceSetTexts"))
+            shown.area().onCurrentDeviceSetChanged(deviceSet(4).id, {deviceSet(4), deviceSet(5)});
+    };
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(&shown.area(), &change);
+    QCOMPARE(shown.selector()->itemText(0), QStringLiteral("Set 4"));
+    QCOMPARE(shown.selector()->itemText(1), QStringLiteral("Set 5"));
 }
 
 void PanelDeviceSetsTest::shouldStandTheEndOfThePanelDuringALanguageChange()

@@ -1,8 +1,12 @@
 // The host ends the panel in its answer to a question, whatever the user is doing in the tree.
 
+#include "host/widgets/MenuToolButton.h"
+#include "host/widgets/PureImageBtn.h"
 #include "plugin/TargetSelectArea.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/ProcessorTreeView.h"
+#include "tests/support/DialogDriver.h"
+#include "tests/support/NestedLoop.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 
@@ -13,6 +17,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QPushButton>
 #include <QStandardItem>
 #include <QTest>
 
@@ -37,6 +42,31 @@ public:
     }
 };
 
+/// Ends the panel as soon as a menu or dialog of its is there.
+class Ender final : public QObject
+{
+public:
+    explicit Ender(bool nested)
+        : m_nested(nested)
+    {
+        qApp->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show
+            && (qobject_cast<QMenu*>(watched) || qobject_cast<QDialog*>(watched))) {
+            const auto end = [] { delete CTargetSelectArea::Existing(); };
+            QMetaObject::invokeMethod(
+                qApp, [this, end] { runWithin(m_nested, end); }, Qt::QueuedConnection);
+        }
+        return false;
+    }
+
+private:
+    bool m_nested;
+};
+
 /// The shown panel of the process over two groups with two processors each, the first one current.
 struct ShownTree
 {
@@ -45,6 +75,7 @@ struct ShownTree
         panel.host().showProcessorMoreButton = true;
         panel.host().showNodeMoreButton = true;
         panel.host().canRename = true;
+        panel.host().canAdd = panel.host().addEnabled = true;
         panel.host().setProject({testGroup(10), testGroup(11)},
                                 {testProcessor(1, 10), testProcessor(2, 10), testProcessor(3, 11),
                                  testProcessor(4, 11)});
@@ -70,6 +101,12 @@ struct ShownTree
     }
 
     QWidget* viewport() const { return view ? view->viewport() : nullptr; }
+
+    template <typename Button>
+    Button* button()
+    {
+        return panel.area().findChild<Button*>();
+    }
 
     WarningTrap trap;
     TestPanel panel;
@@ -145,40 +182,49 @@ class PanelEndTest final : public QObject
 private slots:
     void shouldStandItInEveryQuestion_data();
     void shouldStandItInEveryQuestion();
+    void shouldStandItUnderWhatItOpened_data();
+    void shouldStandItUnderWhatItOpened();
+    void shouldStandItInAnEntryOfTheHosts_data();
+    void shouldStandItInAnEntryOfTheHosts();
+    void shouldLeaveNothingBehindThatReports();
 };
 
 void PanelEndTest::shouldStandItInEveryQuestion_data()
 {
     QTest::addColumn<Gesture>("gesture");
-    QTest::newRow("click") << Gesture([](ShownTree& tree) {
+    QTest::addColumn<bool>("nested");
+    const auto add = [](const char* name, const Gesture& gesture) {
+        QTest::addRow("%s", name) << gesture << false;
+        QTest::addRow("%s, nested loop", name) << gesture << true;
+    };
+    add("click", [](ShownTree& tree) {
         QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(3));
     });
-    QTest::newRow("click on a group") << Gesture([](ShownTree& tree) {
+    add("click on a group", [](ShownTree& tree) {
         QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(11));
     });
-    QTest::newRow("double click") << Gesture([](ShownTree& tree) {
+    add("double click", [](ShownTree& tree) {
         QTest::mouseDClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(3));
     });
-    QTest::newRow("control click") << Gesture([](ShownTree& tree) {
+    add("control click", [](ShownTree& tree) {
         QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::ControlModifier, tree.place(3));
     });
-    QTest::newRow("menu") << Gesture([](ShownTree& tree) { openMenu(tree, 1); });
-    QTest::newRow("menu of another row") << Gesture([](ShownTree& tree) { openMenu(tree, 3); });
-    QTest::newRow("menu by key") << Gesture(
-        [](ShownTree& tree) { key(tree, Qt::Key_F10, Qt::ShiftModifier); });
-    QTest::newRow("down") << Gesture([](ShownTree& tree) { key(tree, Qt::Key_Down); });
-    QTest::newRow("home") << Gesture([](ShownTree& tree) { key(tree, Qt::Key_Home); });
-    QTest::newRow("all") << Gesture(
-        [](ShownTree& tree) { key(tree, Qt::Key_A, Qt::ControlModifier); });
-    QTest::newRow("delete") << Gesture([](ShownTree& tree) { key(tree, Qt::Key_Delete); });
-    QTest::newRow("rename") << Gesture(typeAName);
-    QTest::newRow("drop") << Gesture(drop);
-    QTest::newRow("more") << Gesture(clickMore);
+    add("menu", [](ShownTree& tree) { openMenu(tree, 1); });
+    add("menu of another row", [](ShownTree& tree) { openMenu(tree, 3); });
+    add("menu by key", [](ShownTree& tree) { key(tree, Qt::Key_F10, Qt::ShiftModifier); });
+    add("down", [](ShownTree& tree) { key(tree, Qt::Key_Down); });
+    add("home", [](ShownTree& tree) { key(tree, Qt::Key_Home); });
+    add("all", [](ShownTree& tree) { key(tree, Qt::Key_A, Qt::ControlModifier); });
+    add("delete", [](ShownTree& tree) { key(tree, Qt::Key_Delete); });
+    add("rename", typeAName);
+    add("drop", drop);
+    add("more", clickMore);
 }
 
 void PanelEndTest::shouldStandItInEveryQuestion()
 {
     QFETCH(Gesture, gesture);
+    QFETCH(bool, nested);
     const Closer closer;
     QStringList questions;
     {
@@ -199,7 +245,7 @@ void PanelEndTest::shouldStandItInEveryQuestion()
             if (asked != question || painting || std::exchange(ended, true))
                 return;
             ++ends;
-            delete CTargetSelectArea::Existing();
+            runWithin(nested, [] { delete CTargetSelectArea::Existing(); });
         };
         gesture(tree);
         QCOMPARE(CTargetSelectArea::Existing() == nullptr, ended);
@@ -207,6 +253,112 @@ void PanelEndTest::shouldStandItInEveryQuestion()
             QTRY_VERIFY2(!tree.view, qPrintable(question));
     }
     QVERIFY(ends > 0);
+}
+
+void PanelEndTest::shouldStandItUnderWhatItOpened_data()
+{
+    QTest::addColumn<Gesture>("gesture");
+    QTest::addColumn<bool>("nested");
+    const auto add = [](const char* name, const Gesture& gesture) {
+        QTest::addRow("%s", name) << gesture << false;
+        QTest::addRow("%s, nested loop", name) << gesture << true;
+    };
+    const auto press = [](QWidget* button, const QPoint& place) {
+        QTest::mousePress(button, Qt::LeftButton, Qt::NoModifier, place);
+    };
+    add("menu", [](ShownTree& tree) { openMenu(tree, 1); });
+    add("menu by key", [](ShownTree& tree) { key(tree, Qt::Key_F10, Qt::ShiftModifier); });
+    add("more", clickMore);
+    add("deletion", [](ShownTree& tree) { key(tree, Qt::Key_Delete); });
+    add("add", [press](ShownTree& tree) { press(tree.button<CPureImageBtn>(), {8, 8}); });
+    add("add by key",
+        [](ShownTree& tree) { QTest::keyClick(tree.button<CPureImageBtn>(), Qt::Key_Down); });
+    add("detection", [press](ShownTree& tree) {
+        auto* const button = tree.button<CMenuToolButton>();
+        press(button, {button->width() - 5, button->height() / 2});
+    });
+    add("detection by key",
+        [](ShownTree& tree) { QTest::keyClick(tree.button<CMenuToolButton>(), Qt::Key_Down); });
+    add("addresses", [](ShownTree& tree) {
+        tree.panel.area().onDetectStrategyChanged(2);
+        QTest::keyClick(tree.button<QPushButton>(), Qt::Key_Space);
+    });
+}
+
+void PanelEndTest::shouldStandItUnderWhatItOpened()
+{
+    QFETCH(Gesture, gesture);
+    QFETCH(bool, nested);
+    ShownTree tree;
+    const Ender ender(nested);
+    gesture(tree);
+    QTRY_VERIFY(!CTargetSelectArea::Existing());
+    QTRY_VERIFY(!tree.view);
+    QVERIFY(!QApplication::activePopupWidget());
+    QVERIFY(!QApplication::activeModalWidget());
+}
+
+void PanelEndTest::shouldStandItInAnEntryOfTheHosts_data()
+{
+    QTest::addColumn<bool>("byKeys");
+    QTest::addColumn<bool>("nested");
+    for (const bool nested : {false, true}) {
+        QTest::addRow("keys%s", nested ? ", nested loop" : "") << true << nested;
+        QTest::addRow("mouse%s", nested ? ", nested loop" : "") << false << nested;
+    }
+}
+
+void PanelEndTest::shouldStandItInAnEntryOfTheHosts()
+{
+    QFETCH(bool, byKeys);
+    QFETCH(bool, nested);
+    ShownTree tree;
+    const auto end = [nested] { runWithin(nested, [] { delete CTargetSelectArea::Existing(); }); };
+    tree.panel.host().appendEntries = [end](QMenu& menu) {
+        const QAction* entry = menu.addAction(QStringLiteral("Close the project"));
+        QObject::connect(entry, &QAction::triggered, qApp, end);
+    };
+    DialogDriver driver;
+    driver.then([byKeys](QWidget& opened) {
+        auto* const menu = qobject_cast<QMenu*>(&opened);
+        QAction* const entry = menu->actions().constLast();
+        if (byKeys) {
+            menu->setActiveAction(entry);
+            QTest::keyClick(menu, Qt::Key_Return);
+        } else {
+            QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
+                              menu->actionGeometry(entry).center());
+        }
+    });
+    openMenu(tree, 1);
+    QVERIFY(!CTargetSelectArea::Existing());
+    QTRY_VERIFY(!tree.view);
+}
+
+/// The host has another panel by the time it answers the question in which it ended the first.
+void PanelEndTest::shouldLeaveNothingBehindThatReports()
+{
+    ShownTree tree;
+    tree.view->selectionModel()->select(tree.index(10), QItemSelectionModel::ClearAndSelect);
+    tree.panel.host().clearCalls();
+    const auto handler = tree.panel.area().m_controlHandler;
+    std::unique_ptr<CTargetSelectArea> second;
+    bool ended = false;
+    tree.panel.host().inside = [&](const QString& asked) {
+        if (asked != QLatin1String("GetProcessorNode") || std::exchange(ended, true))
+            return;
+        runInNestedLoop([&] {
+            delete CTargetSelectArea::Existing();
+            second.reset(CTargetSelectArea::Instance());
+            second->m_controlHandler = handler;
+            tree.panel.model().removeNode(testId(10));
+        });
+        QVERIFY(tree.view);
+    };
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.place(3));
+    QVERIFY(second);
+    QTRY_VERIFY(!tree.view);
+    QCOMPARE(tree.panel.host().callCount(QStringLiteral("ReportSelection")), 0);
 }
 
 QTEST_MAIN(PanelEndTest)

@@ -1,6 +1,7 @@
 #include "host/widgets/HostTheme.h"
 #include "tests/processortree/DrivenPanel.h"
 #include "tests/support/Chinese.h"
+#include "tests/support/NestedLoop.h"
 
 #include <QAccessible>
 #include <QSignalSpy>
@@ -57,6 +58,8 @@ private slots:
     void shouldAddNothingWhenReadOnly();
     void shouldFollowLocks_data();
     void shouldFollowLocks();
+    void shouldFollowLocksUnderADialog_data();
+    void shouldFollowLocksUnderADialog();
     void shouldLockTheView();
     void shouldNotActOnAMenuForbiddenMeanwhile_data();
     void shouldNotActOnAMenuForbiddenMeanwhile();
@@ -358,6 +361,43 @@ void ProcessorTreeTest::shouldFollowLocks()
     follow(panel, steps);
     QCOMPARE(panel.view().isLocked(), locked);
     QCOMPARE(panel.button().isEnabled(), enabled);
+    if (enabled)
+        panel.driver.then([](QWidget& menu) { choose(menu, QStringLiteral("Add 1 processor")); });
+    panel.press();
+    QCOMPARE(panel.asked(), enabled ? QStringLiteral("AddProcessors") : QString());
+}
+
+void ProcessorTreeTest::shouldFollowLocksUnderADialog_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("meanwhile");
+    QTest::addColumn<bool>("adds");
+    const QString lockedAndWritable = QStringLiteral("1+ r+ r-");
+    QTest::newRow("nothing") << QString() << QString() << true;
+    QTest::newRow("a lock") << QString() << QStringLiteral("1+") << false;
+    QTest::newRow("a lock that is lifted") << QString() << QStringLiteral("1+ 1-") << true;
+    QTest::newRow("read-only") << QString() << QStringLiteral("r+") << false;
+    QTest::newRow("nothing but an old lock") << lockedAndWritable << QString() << true;
+    QTest::newRow("another lock") << lockedAndWritable << QStringLiteral("2+") << false;
+    QTest::newRow("another lock that is lifted")
+        << lockedAndWritable << QStringLiteral("2+ 2-") << true;
+    QTest::newRow("read-only again") << lockedAndWritable << QStringLiteral("r+") << false;
+}
+
+void ProcessorTreeTest::shouldFollowLocksUnderADialog()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, meanwhile);
+    QFETCH(bool, adds);
+    DrivenPanel panel;
+    follow(panel, before);
+    panel.driver.then([](QWidget& menu) { choose(menu, QStringLiteral("Custom adds...")); });
+    panel.driver.then([&](QWidget& dialog) {
+        follow(panel, meanwhile);
+        clickButton(dialog, QStringLiteral("OK"));
+    });
+    panel.press();
+    QCOMPARE(panel.asked(), adds ? QStringLiteral("AddProcessors") : QString());
 }
 
 void ProcessorTreeTest::shouldLockTheView()
@@ -505,10 +545,14 @@ void ProcessorTreeTest::shouldOutliveAPanelDestroyedByTheMenu_data()
 {
     QTest::addColumn<QString>("question");
     QTest::addColumn<bool>("byKey");
+    QTest::addColumn<bool>("nested");
     for (const char* question :
          {"GetAllProcessorNodes", "CanAddProcessors", "IsAddProcessorsEnabled"}) {
-        QTest::addRow("%s, mouse", question) << question << false;
-        QTest::addRow("%s, key", question) << question << true;
+        for (const bool nested : {false, true}) {
+            const char* where = nested ? ", nested loop" : "";
+            QTest::addRow("%s, mouse%s", question, where) << question << false << nested;
+            QTest::addRow("%s, key%s", question, where) << question << true << nested;
+        }
     }
 }
 
@@ -516,10 +560,11 @@ void ProcessorTreeTest::shouldOutliveAPanelDestroyedByTheMenu()
 {
     QFETCH(QString, question);
     QFETCH(bool, byKey);
+    QFETCH(bool, nested);
     DrivenPanel panel;
     panel.button().setFocus();
     const QPointer<QMenu> menu(&panel.menu());
-    panel.inside(question, [&] { delete panel.tree; });
+    panel.inside(question, [&] { runWithin(nested, [&] { delete panel.tree; }); });
     if (byKey)
         QTest::keyClick(&panel.button(), Qt::Key_Down);
     else
@@ -542,29 +587,41 @@ void ProcessorTreeTest::shouldOutliveAPanelDestroyedByAnEntry_data()
 {
     QTest::addColumn<QString>("entry");
     QTest::addColumn<QString>("question");
-    QTest::newRow("group") << kGroup << "CreateGroup";
-    QTest::newRow("one, path") << "Add 1 processor"
-                               << "UsesIpAddressing";
-    QTest::newRow("one") << "Add 1 processor"
-                         << "AddProcessors";
-    QTest::newRow("custom, path") << "Custom adds..."
-                                  << "IsIpManagementAvailable";
-    QTest::newRow("custom, dialog") << "Custom adds..."
-                                    << "";
+    QTest::addColumn<bool>("nested");
+    const struct
+    {
+        const char* name;
+        QString entry;
+        const char* question;
+    } rows[] = {
+        {"group", kGroup, "CreateGroup"},
+        {"one, path", QStringLiteral("Add 1 processor"), "UsesIpAddressing"},
+        {"one", QStringLiteral("Add 1 processor"), "AddProcessors"},
+        {"custom, path", QStringLiteral("Custom adds..."), "IsIpManagementAvailable"},
+        {"custom, dialog", QStringLiteral("Custom adds..."), ""},
+    };
+    for (const auto& row : rows) {
+        QTest::addRow("%s", row.name) << row.entry << row.question << false;
+        QTest::addRow("%s, nested loop", row.name) << row.entry << row.question << true;
+    }
 }
 
 void ProcessorTreeTest::shouldOutliveAPanelDestroyedByAnEntry()
 {
     QFETCH(QString, entry);
     QFETCH(QString, question);
+    QFETCH(bool, nested);
     DrivenPanel panel;
-    panel.inside(question, [&] { delete panel.tree; });
-    panel.driver.then([&](QWidget& menu) { choose(menu, entry); });
+    const QPointer<QMenu> menu(&panel.menu());
+    const auto end = [&] { runWithin(nested, [&] { delete panel.tree; }); };
+    panel.inside(question, end);
+    panel.driver.then([&](QWidget& opened) { choose(opened, entry); });
     if (question.isEmpty())
-        panel.driver.then([&](QWidget&) { delete panel.tree; });
+        panel.driver.then([&](QWidget&) { end(); });
     QTest::mousePress(&panel.button(), Qt::LeftButton);
     QVERIFY(!panel.tree);
     QVERIFY(!QApplication::activePopupWidget());
+    QTRY_VERIFY(!menu);
 }
 
 void ProcessorTreeTest::shouldStandAModelThatChangesUnderTheMenu()

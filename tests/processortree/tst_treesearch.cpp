@@ -1,6 +1,7 @@
 #include "host/widgets/HostTheme.h"
 #include "tests/processortree/DrivenPanel.h"
 #include "tests/support/AnimationFrame.h"
+#include "tests/support/NestedLoop.h"
 
 #include <QAbstractItemView>
 #include <QAction>
@@ -322,9 +323,13 @@ void TreeSearchTest::shouldOutliveAPanelDestroyedByAChoice_data()
 {
     QTest::addColumn<QString>("question");
     QTest::addColumn<bool>("byKey");
+    QTest::addColumn<bool>("nested");
     for (const char* question : {"ReportSelection", "GetProcessorNode"}) {
-        QTest::addRow("%s, mouse", question) << question << false;
-        QTest::addRow("%s, key", question) << question << true;
+        for (const bool nested : {false, true}) {
+            const char* where = nested ? ", nested loop" : "";
+            QTest::addRow("%s, mouse%s", question, where) << question << false << nested;
+            QTest::addRow("%s, key%s", question, where) << question << true << nested;
+        }
     }
 }
 
@@ -332,16 +337,19 @@ void TreeSearchTest::shouldOutliveAPanelDestroyedByAChoice()
 {
     QFETCH(QString, question);
     QFETCH(bool, byKey);
+    QFETCH(bool, nested);
     SearchedPanel panel;
     panel.tree->SelectProcessor(testId(3), false);
     panel.search(QStringLiteral("alto"));
-    panel.inside(question, [&] { delete panel.tree; });
+    const QPointer<QWidget> results = SearchedPanel::results();
+    panel.inside(question, [&] { runWithin(nested, [&] { delete panel.tree; }); });
     if (byKey)
         panel.key(Qt::Key_Down);
     else
         QTest::mousePress(SearchedPanel::results()->viewport(), Qt::LeftButton, {}, QPoint(60, 20));
     QVERIFY(!panel.tree);
     QCOMPARE(SearchedPanel::found(), QStringLiteral("closed"));
+    QTRY_VERIFY(!results);
 }
 
 QTEST_MAIN(TreeSearchTest)

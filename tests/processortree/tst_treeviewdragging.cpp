@@ -236,6 +236,8 @@ private slots:
     void shouldNotDrag();
     void shouldStandAResetWhileDragging();
     void shouldStandAHostThatTakesTheViewAway();
+    void shouldStandTheEndOfTheViewMeanwhile_data();
+    void shouldStandTheEndOfTheViewMeanwhile();
     void shouldKeepRowsThatAnotherWidgetTakes();
 };
 
@@ -404,6 +406,46 @@ void TreeViewDraggingTest::shouldStandAHostThatTakesTheViewAway()
     QVERIFY(user.letGo().run());
     QCOMPARE(tree.moves(), QStringLiteral("1>11"));
     QVERIFY(!tree.view);
+    tree.host().inside = nullptr;
+}
+
+void TreeViewDraggingTest::shouldStandTheEndOfTheViewMeanwhile_data()
+{
+    QTest::addColumn<QString>("question");
+    QTest::newRow("in an event") << QString();
+    QTest::newRow("in a question") << QStringLiteral("IsRestrictedMode");
+}
+
+void TreeViewDraggingTest::shouldStandTheEndOfTheViewMeanwhile()
+{
+    QFETCH(QString, question);
+    QWidget window;
+    DraggedTree tree;
+    QVERIFY(tree.isReady());
+    window.setWindowFlags(Qt::FramelessWindowHint);
+    window.setGeometry(tree.view->geometry());
+    tree.view->setParent(&window);
+    tree.view->move(0, 0);
+    tree.view->show();
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window, 30000));
+    User user(tree);
+    tree.select({1});
+    user.pull(tree.place(1), tree.place(11));
+    if (question.isEmpty()) {
+        user.call([&] { delete tree.view; });
+    } else {
+        user.call([&] {
+            tree.host().inside = [&](const QString& name) {
+                if (name == question && tree.view->parent())
+                    tree.view->outlivePanel();
+            };
+        });
+        user.then(QStringLiteral("mousemove_relative 0 2"), [&] { return !tree.view; });
+    }
+    QVERIFY(user.letGo().run());
+    QVERIFY(!tree.view);
+    QCOMPARE(tree.moves(), QString());
     tree.host().inside = nullptr;
 }
 
