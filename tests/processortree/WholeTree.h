@@ -11,6 +11,9 @@
 #include <algorithm>
 #include <memory>
 
+/// A whole tree in which nothing was moved or renamed.
+inline const QString kUntouched = QStringLiteral("All processors(4)[G10[1,2],G11[],3,4]");
+
 /// The view of the panel over the host's tree, expanded: the groups 10 and 11, of which 10 holds
 /// the processors 1 and 2, and 3 and 4 outside. The host may destroy the view.
 struct WholeTree
@@ -94,6 +97,11 @@ struct WholeTree
                         + QString::number(move.groupId.data1));
         }
         return told.join(QLatin1Char(' '));
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
+    {
+        QTest::keyClick(view, key, modifiers);
     }
 
     /// The field that is open for a name; null when there is none.

@@ -218,8 +218,6 @@ private:
     }
 };
 
-const QString kUntouched = QStringLiteral("All processors(4)[G10[1,2],G11[],3,4]");
-
 } // namespace
 
 class TreeViewDraggingTest : public QObject
