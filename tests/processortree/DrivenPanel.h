@@ -7,6 +7,12 @@
 
 #include <QVBoxLayout>
 
+inline const QString kAddGroup = QStringLiteral("Add processor group");
+
+/// The menu of the button when the host allows all of it.
+inline const QString kAddAll =
+    kAddGroup + QStringLiteral("|--|Add 1 processor|Add 2 processor|Custom adds...");
+
 /// The tree panel, which the host may destroy, in a window of the host, over the host's project:
 /// the groups 10 and 11, of which 10 holds the processors 1 and 2, and 3 and 4 outside.
 struct DrivenPanel
