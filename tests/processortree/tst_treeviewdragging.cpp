@@ -200,6 +200,20 @@ struct DraggedTree : WholeTree
                && QTest::qWaitFor([this] { return isPlaced(); }, 30000);
     }
 
+    /// Moves the view into a window of the host's; whether that is ready then.
+    bool isReadyWithin(QWidget& window)
+    {
+        if (!isReady())
+            return false;
+        window.setWindowFlags(Qt::FramelessWindowHint);
+        window.setGeometry(view->geometry());
+        view->setParent(&window);
+        view->move(0, 0);
+        view->show();
+        window.show();
+        return QTest::qWaitForWindowActive(&window, 30000);
+    }
+
     QString dump() { return panel.dump(); }
 
 private:
@@ -386,14 +400,7 @@ void TreeViewDraggingTest::shouldStandAHostThatTakesTheViewAway()
 {
     QWidget window;
     DraggedTree tree;
-    QVERIFY(tree.isReady());
-    window.setWindowFlags(Qt::FramelessWindowHint);
-    window.setGeometry(tree.view->geometry());
-    tree.view->setParent(&window);
-    tree.view->move(0, 0);
-    tree.view->show();
-    window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window, 30000));
+    QVERIFY(tree.isReadyWithin(window));
     User user(tree);
     tree.select({1});
     tree.host().inside = [&](const QString& name) {
@@ -419,14 +426,7 @@ void TreeViewDraggingTest::shouldStandTheEndOfTheViewMeanwhile()
     QFETCH(QString, question);
     QWidget window;
     DraggedTree tree;
-    QVERIFY(tree.isReady());
-    window.setWindowFlags(Qt::FramelessWindowHint);
-    window.setGeometry(tree.view->geometry());
-    tree.view->setParent(&window);
-    tree.view->move(0, 0);
-    tree.view->show();
-    window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window, 30000));
+    QVERIFY(tree.isReadyWithin(window));
     User user(tree);
     tree.select({1});
     user.pull(tree.place(1), tree.place(11));
