@@ -13,6 +13,23 @@
 #include <future>
 #include <mutex>
 
+namespace {
+
+/// Has a thread of the host's tell that processor `n` was added; false when that gets stuck.
+bool addFrom(HostThread& thread, TestPanel& panel, quint32 n)
+{
+    return comesBack(thread.post([&panel, n] { panel.notify<QUuid>(18, testId(n)); }));
+}
+
+ProcessorTreeSnapshot snapshotOf(TestPanel& panel)
+{
+    ProcessorTreeSnapshot snapshot;
+    panel.area().GetProcessorTree(snapshot, true);
+    return snapshot;
+}
+
+} // namespace
+
 /// What may happen while the panel waits for an answer of the host's.
 class BridgeQuestionsTest : public QObject
 {
@@ -93,8 +110,7 @@ void BridgeQuestionsTest::shouldStandEventsInsideASnapshotQuestion()
         return true;
     };
 
-    ProcessorTreeSnapshot snapshot;
-    panel.area().GetProcessorTree(snapshot, true);
+    const ProcessorTreeSnapshot snapshot = snapshotOf(panel);
 
     QVERIFY(cameBack);
     QCOMPARE(questions, 2);
@@ -130,10 +146,7 @@ void BridgeQuestionsTest::shouldApplyInOrderWhatASnapshotQuestionLeftQueued()
         }));
     };
 
-    ProcessorTreeSnapshot snapshot;
-    panel.area().GetProcessorTree(snapshot, true);
-
-    QCOMPARE(snapshot.processors.size(), 1);
+    QCOMPARE(snapshotOf(panel).processors.size(), 1);
     QTRY_COMPARE(panel.dump(), QStringLiteral("All processors(1)[G100[2]]"));
 }
 
@@ -204,7 +217,7 @@ void BridgeQuestionsTest::shouldLetTheHostWaitInsideAQuestionOffTheGuiThread()
     bool cameBack = false;
     panel.host().inside = [&](const QString& name) {
         if (name == QLatin1String("GetProcessorNode") && isFirst.exchange(false))
-            cameBack = comesBack(two.post([&] { panel.notify<QUuid>(18, testId(2)); }));
+            cameBack = addFrom(two, panel, 2);
     };
     QVERIFY(one.run([&] { panel.notify<QUuid>(18, testId(1)); }));
     QVERIFY(cameBack);
@@ -252,20 +265,18 @@ void BridgeQuestionsTest::shouldKeepTheOrderOfEventsFromBothThreads()
     panel.notify<QUuid>(18, testId(1));
     // What the host's thread adds stays queued; what this thread then removes is that row.
     panel.host().acceptProcessor = [&](const ProcessorNode&) {
-        const bool cameBack = comesBack(host.post([&] { panel.notify<QUuid>(18, testId(2)); }));
+        const bool cameBack = addFrom(host, panel, 2);
         panel.notify<QUuid>(20, testId(2));
         return cameBack;
     };
-    ProcessorTreeSnapshot snapshot;
-    panel.area().GetProcessorTree(snapshot, true);
-    QCOMPARE(snapshot.processors.size(), 1);
+    QCOMPARE(snapshotOf(panel).processors.size(), 1);
     QVERIFY(panel.data().guiCalls().settle());
     QCOMPARE(panel.dump(), QStringLiteral("All processors(1)[1]"));
 
     // The same for a tree that starts over.
     panel.host().inside = [&](const QString& name) {
         if (name == QLatin1String("DetectAllDevices"))
-            QVERIFY(comesBack(host.post([&] { panel.notify<QUuid>(18, testId(2)); })));
+            QVERIFY(addFrom(host, panel, 2));
     };
     panel.area().DetectDevices();
     panel.area().Initialize();
