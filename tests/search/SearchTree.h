@@ -1,6 +1,7 @@
 #pragma once
 
 #include "processortree/ProcessorTreeModel.h"
+#include "processortree/RecordCell.h"
 #include "search/ProcessorFilterModel.h"
 #include "search/ProcessorFilterProxyModel.h"
 #include "tests/support/TestPanel.h"
@@ -44,6 +45,13 @@ public:
         processor.name = name;
         processor.number = number;
         m_tree.AppendProcessor(processor);
+    }
+
+    void renumber(quint32 id, int number)
+    {
+        ProcessorNode record = processorRecord(item(id)->data(NodeDataRole));
+        record.number = number;
+        m_tree.updateProcessor(item(id), record);
     }
 
     QStandardItem* item(quint32 id) { return m_tree.getItem(testId(id)); }

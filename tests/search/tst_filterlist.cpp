@@ -1,7 +1,6 @@
 // The list of results: its order, its odd ways as a model, its signals, and what a view holds.
 
 #include "processortree/ProcessorItem.h"
-#include "processortree/RecordCell.h"
 #include "tests/search/SearchTree.h"
 #include "tests/support/WarningTrap.h"
 
@@ -29,13 +28,6 @@ public:
         return parent.isValid() ? 0 : QIdentityProxyModel::rowCount(parent);
     }
 };
-
-void renumber(SearchTree& search, quint32 id, int number)
-{
-    ProcessorNode record = processorRecord(search.item(id)->data(NodeDataRole));
-    record.number = number;
-    search.tree().updateProcessor(search.item(id), record);
-}
 
 } // namespace
 
@@ -417,7 +409,7 @@ void FilterListTest::shouldChangeQuietlyOtherwise()
     QObject::connect(&search.list(), &QAbstractItemModel::dataChanged, this, count);
     QObject::connect(&search.list(), &CProcessorFilterModel::rowsAdded, this, count);
     QObject::connect(&search.list(), &CProcessorFilterModel::rowsRemed, this, count);
-    renumber(search, 1, 3);
+    search.renumber(1, 3);
     QCOMPARE(search.listed(), QStringLiteral("n2,n1"));
     search.item(1)->setData(QVariant::fromValue(NodeGroup), NodeTypeRole);
     QCOMPARE(search.listed(), QStringLiteral("n2"));
@@ -459,7 +451,7 @@ void FilterListTest::shouldLeadACurrentRowToItsProcessor()
         search.addByNumber(id, QStringLiteral("n%1").arg(id), int(id));
     search.found(QStringLiteral("n"));
     view.setCurrentIndex(search.list().index(0, 0));
-    renumber(search, 1, 9);
+    search.renumber(1, 9);
     QCOMPARE(search.listed(), QStringLiteral("n2,n3,n1"));
     QCOMPARE(view.currentIndex().row(), 2);
     QCOMPARE(view.currentIndex().data().toString(), QStringLiteral("n1"));

@@ -12,6 +12,13 @@ namespace {
 
 constexpr quint32 kAddress = 0xC0A80114; // 192.168.1.20
 
+/// Processor 1, a mixer that shows the number 7, in the group Left.
+void addMixer(SearchTree& search)
+{
+    search.addGroup(kGroup, QStringLiteral("Left"));
+    search.addByNumber(1, QStringLiteral("mixer"), 6, kGroup);
+}
+
 } // namespace
 
 class FilterProxyTest : public QObject
@@ -231,12 +238,9 @@ void FilterProxyTest::shouldFollowARecordThatStopsToMatch()
 {
     const WarningTrap warnings;
     SearchTree search;
-    search.addGroup(kGroup, QStringLiteral("Left"));
-    search.addByNumber(1, QStringLiteral("mixer"), 6, kGroup);
+    addMixer(search);
     QCOMPARE(search.found(QStringLiteral("7")), QStringLiteral("mixer"));
-    ProcessorNode changed = processorRecord(search.item(1)->data(NodeDataRole));
-    changed.number = 7;
-    search.tree().updateProcessor(search.item(1), changed);
+    search.renumber(1, 7);
     QCOMPARE(search.listed(), QString());
     QCOMPARE(dumpTree(search.filter()), QString());
 }
@@ -245,12 +249,9 @@ void FilterProxyTest::shouldFollowARecordThatBeginsToMatch()
 {
     const WarningTrap warnings;
     SearchTree search;
-    search.addGroup(kGroup, QStringLiteral("Left"));
-    search.addByNumber(1, QStringLiteral("mixer"), 6, kGroup);
+    addMixer(search);
     QCOMPARE(search.found(QStringLiteral("8")), QString());
-    ProcessorNode changed = processorRecord(search.item(1)->data(NodeDataRole));
-    changed.number = 7;
-    search.tree().updateProcessor(search.item(1), changed);
+    search.renumber(1, 7);
     QCOMPARE(search.listed(), QStringLiteral("mixer"));
     QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(1)[Left[mixer]]"));
 }
@@ -259,8 +260,7 @@ void FilterProxyTest::shouldFollowANameThatOnlyTheRowHas()
 {
     const WarningTrap warnings;
     SearchTree search;
-    search.addGroup(kGroup, QStringLiteral("Left"));
-    search.addByNumber(1, QStringLiteral("mixer"), 6, kGroup);
+    addMixer(search);
     QCOMPARE(search.found(QStringLiteral("stage")), QString());
     search.item(1)->setText(QStringLiteral("stage"));
     QCOMPARE(search.listed(), QStringLiteral("stage"));
@@ -273,8 +273,7 @@ void FilterProxyTest::shouldFollowARecordWrittenElsewhere()
 {
     const WarningTrap warnings;
     SearchTree search;
-    search.addGroup(kGroup, QStringLiteral("Left"));
-    search.addByNumber(1, QStringLiteral("mixer"), 6, kGroup);
+    addMixer(search);
     QCOMPARE(search.found(QStringLiteral("8")), QString());
     ProcessorNode changed = processorRecord(search.item(1)->data(NodeDataRole));
     changed.number = 7;
