@@ -55,7 +55,7 @@ QString detailOf(const ProcessorNode& record)
 {
     if (!record.reachedByIp) {
         return QStringLiteral("%1: %2").arg(CCompleterProcessorDelegate::tr("Number"),
-                                            QString::number(record.number + 1));
+                                            QString::number(qint64(record.number) + 1));
     }
     return QStringLiteral("IP:%1").arg(record.ipAddress == kNoProcessorAddress
                                            ? CCompleterProcessorDelegate::tr("Invalid")

@@ -49,7 +49,6 @@ CFoundProcessors::CFoundProcessors(CProcessorTreeModel& tree,
     : m_tree(&tree)
     , m_filter(filter)
 {
-    look();
 }
 
 CFoundProcessors::~CFoundProcessors() = default;
@@ -61,25 +60,27 @@ const CProcessorTreeModel* CFoundProcessors::tree() const
 
 void CFoundProcessors::follow()
 {
-    const CProcessorTreeModel* tree = m_tree;
-    connect(tree, &QAbstractItemModel::rowsInserted, this, &CFoundProcessors::onRowsInserted);
-    connect(tree, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+    if (!std::exchange(m_isFollowing, true))
+        connectTree(*m_tree);
+    m_isResetting = false;
+    refresh();
+}
+
+void CFoundProcessors::connectTree(const CProcessorTreeModel& tree)
+{
+    connect(&tree, &QAbstractItemModel::rowsInserted, this, &CFoundProcessors::onRowsInserted);
+    connect(&tree, &QAbstractItemModel::rowsAboutToBeRemoved, this,
             &CFoundProcessors::onRowsAboutToBeRemoved);
-    connect(tree, &QAbstractItemModel::rowsRemoved, this, &CFoundProcessors::lookAgain);
-    connect(tree, &QAbstractItemModel::dataChanged, this, &CFoundProcessors::onDataChanged);
-    connect(tree, &QAbstractItemModel::rowsMoved, this, &CFoundProcessors::refresh);
-    connect(tree, &QAbstractItemModel::layoutChanged, this, &CFoundProcessors::refresh);
-    connect(tree, &QAbstractItemModel::columnsInserted, this, &CFoundProcessors::refresh);
-    connect(tree, &QAbstractItemModel::columnsAboutToBeRemoved, this,
+    connect(&tree, &QAbstractItemModel::rowsRemoved, this, &CFoundProcessors::onRowsRemoved);
+    connect(&tree, &QAbstractItemModel::dataChanged, this, &CFoundProcessors::onDataChanged);
+    connect(&tree, &QAbstractItemModel::rowsMoved, this, &CFoundProcessors::refresh);
+    connect(&tree, &QAbstractItemModel::layoutChanged, this, &CFoundProcessors::refresh);
+    connect(&tree, &QAbstractItemModel::columnsInserted, this, &CFoundProcessors::refresh);
+    connect(&tree, &QAbstractItemModel::columnsAboutToBeRemoved, this,
             &CFoundProcessors::forgetTree);
-    connect(tree, &QAbstractItemModel::modelAboutToBeReset, this, &CFoundProcessors::forgetTree);
-    connect(tree, &QObject::destroyed, this, &CFoundProcessors::forgetTree);
-    const auto readAgain = [this] {
-        m_isResetting = false;
-        refresh();
-    };
-    connect(tree, &QAbstractItemModel::columnsRemoved, this, readAgain);
-    connect(tree, &QAbstractItemModel::modelReset, this, readAgain);
+    connect(&tree, &QAbstractItemModel::columnsRemoved, this, &CFoundProcessors::follow);
+    connect(&tree, &QAbstractItemModel::modelAboutToBeReset, this, &CFoundProcessors::forgetTree);
+    connect(&tree, &QObject::destroyed, this, &CFoundProcessors::forgetTree);
 }
 
 const CSearchText& CFoundProcessors::text() const
@@ -114,7 +115,7 @@ void CFoundProcessors::collect(const QStandardItem& parent, bool areBelowOne)
 {
     for (int row = 0; row < parent.rowCount(); ++row) {
         QStandardItem* item = parent.child(row);
-        if (!item)
+        if (!item || isLeaving(parent, row))
             continue;
         const int place = static_cast<int>(m_rows.size());
         const bool isProcessor = nodeType(*item) == NodeProcessor;
@@ -141,7 +142,8 @@ bool CFoundProcessors::isAnyFoundBelow(const QStandardItem& item) const
 {
     for (int row = 0; row < item.rowCount(); ++row) {
         const QStandardItem* child = item.child(row);
-        if (child && (text().isIn(searched(*child)) || isAnyFoundBelow(*child)))
+        if (child && !isLeaving(item, row)
+            && (text().isIn(searched(*child)) || isAnyFoundBelow(*child)))
             return true;
     }
     return false;
@@ -182,10 +184,16 @@ void CFoundProcessors::refresh()
     emit refreshed();
 }
 
-void CFoundProcessors::lookAgain()
+bool CFoundProcessors::isLeaving(const QStandardItem& parent, int row) const
+{
+    return &parent == m_leavingFrom && row >= m_firstLeaving && row <= m_lastLeaving;
+}
+
+void CFoundProcessors::lookAgain(bool haveGone)
 {
     const std::vector<QStandardItem*> before = m_items;
-    const Change change = look();
+    Change change = look();
+    change.haveGone |= haveGone;
     if (!change.haveGone && !change.haveCome && m_items != before)
         emit refreshed();
     tell(change);
@@ -195,6 +203,8 @@ void CFoundProcessors::forgetTree()
 {
     m_isResetting = true;
     m_isRead = false;
+    m_haveGone = false;
+    m_leavingFrom = nullptr;
     m_rows.clear();
     look();
     emit refreshed();
@@ -203,28 +213,33 @@ void CFoundProcessors::forgetTree()
 void CFoundProcessors::onRowsInserted()
 {
     m_isRead = false;
-    lookAgain();
+    lookAgain(false);
 }
 
-/// They are gone for a search now, as they are for a filter: later their items are no more.
+/// They are no longer found from now on: when the tree says that they have gone, their items are no
+/// more. That is told then, when the tree is itself again.
 void CFoundProcessors::onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last)
 {
+    m_leavingFrom = parent.isValid() ? m_tree->itemFromIndex(parent) : m_tree->invisibleRootItem();
+    m_firstLeaving = first;
+    m_lastLeaving = last;
     if (!m_isLooking) {
         m_isRead = false;
         return;
     }
-    const QStandardItem* above =
-        parent.isValid() ? m_tree->itemFromIndex(parent) : m_tree->invisibleRootItem();
-    const Items leaving = branches(*above, first, last);
+    const Items leaving = branches(*m_leavingFrom, first, last);
     const auto leaves = [&](const Row& row) { return isAmong(leaving, row.item); };
-    const bool haveGone = std::any_of(m_rows.begin(), m_rows.end(), [&](const Row& row) {
+    m_haveGone |= std::any_of(m_rows.begin(), m_rows.end(), [&](const Row& row) {
         return row.isFound && (row.isProcessor || row.isBelowOne) && leaves(row);
     });
     m_rows.erase(std::remove_if(m_rows.begin(), m_rows.end(), leaves), m_rows.end());
-    m_items.erase(std::remove_if(m_items.begin(), m_items.end(),
-                                 [&](const QStandardItem* item) { return isAmong(leaving, item); }),
-                  m_items.end());
-    tell({haveGone, false});
+    lookAgain(false);
+}
+
+void CFoundProcessors::onRowsRemoved()
+{
+    m_leavingFrom = nullptr;
+    lookAgain(std::exchange(m_haveGone, false));
 }
 
 void CFoundProcessors::onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
@@ -240,7 +255,7 @@ void CFoundProcessors::onDataChanged(const QModelIndex& topLeft, const QModelInd
         readRows(topLeft, bottomRight);
     else
         return;
-    lookAgain();
+    lookAgain(false);
 }
 
 void CFoundProcessors::readRows(const QModelIndex& topLeft, const QModelIndex& bottomRight)

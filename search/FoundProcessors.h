@@ -41,7 +41,7 @@ public:
     /// Their rows. Each of them is in the tree, also while the tree changes.
     const std::vector<QStandardItem*>& items() const { return m_items; }
 
-    /// Follows the tree from now on.
+    /// Follows the tree from now on, or again when it was reset. Nothing is found before.
     void follow();
 
     /// Looks for the filter's text. Tells nobody: tell() does.
@@ -49,7 +49,7 @@ public:
 
     void tell(const Change& change);
 
-    /// Reads the tree anew.
+    /// Reads the tree anew, if it has changed without a word.
     void refresh();
 
 signals:
@@ -74,24 +74,32 @@ private:
     };
 
     const CSearchText& text() const;
+    void connectTree(const CProcessorTreeModel& tree);
     void readTree(bool areOthersNew);
     void collect(const QStandardItem& parent, bool areBelowOne);
     static void read(Row& row);
     void readRows(const QModelIndex& topLeft, const QModelIndex& bottomRight);
     void sort();
     bool isAnyFoundBelow(const QStandardItem& item) const;
-    void lookAgain();
+    bool isLeaving(const QStandardItem& parent, int row) const;
+    void lookAgain(bool haveGone);
     void forgetTree();
     void onRowsInserted();
     void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
+    void onRowsRemoved();
     void onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                        const QVector<int>& roles);
 
     QPointer<CProcessorTreeModel> m_tree;
     const CProcessorFilterProxyModel& m_filter;
-    std::vector<Row> m_rows;    // by number, then by place
-    bool m_isRead = false;      // m_rows are those of the tree
-    bool m_isLooking = false;   // otherwise none of them is found
-    bool m_isResetting = false; // nothing of the tree is to be kept
+    std::vector<Row> m_rows; // by number, then by place
+    bool m_isFollowing = false;
+    bool m_isRead = false;                        // m_rows are those of the tree
+    bool m_isLooking = false;                     // otherwise none of them is found
+    bool m_isResetting = true;                    // nothing of the tree is to be kept
+    const QStandardItem* m_leavingFrom = nullptr; // the row above those about to go
+    int m_firstLeaving = 0;
+    int m_lastLeaving = 0;
+    bool m_haveGone = false; // some of them were found
     std::vector<QStandardItem*> m_items;
 };

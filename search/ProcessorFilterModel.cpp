@@ -69,6 +69,9 @@ int CProcessorFilterModel::rowCount(const QModelIndex& parent) const
 int CProcessorFilterModel::columnCount(const QModelIndex& parent) const
 {
     Q_UNUSED(parent)
+    // The filter would have to look through the tree for an answer.
+    if (found() && found()->tree())
+        return found()->tree()->columnCount();
     return sourceModel() ? sourceModel()->columnCount() : 0;
 }
 
@@ -86,6 +89,10 @@ void CProcessorFilterModel::setSourceModel(QAbstractItemModel* model)
 {
     if (!model)
         return;
+    if (model == sourceModel()) {
+        invalidate();
+        return;
+    }
     if (found())
         disconnect(found(), nullptr, this, nullptr);
     if (sourceModel())
@@ -93,7 +100,7 @@ void CProcessorFilterModel::setSourceModel(QAbstractItemModel* model)
     QAbstractProxyModel::setSourceModel(model);
     m_filter = qobject_cast<CProcessorFilterProxyModel*>(model);
     connectSource(*model);
-    connectFound();
+    connectRows();
     invalidate();
 }
 
@@ -102,7 +109,9 @@ QModelIndex CProcessorFilterModel::mapToSource(const QModelIndex& proxyIndex) co
     const Row* row = rowAt(proxyIndex);
     if (!row)
         return {};
-    return row->item ? m_filter->mapFromSource(row->item->index()) : QModelIndex(row->index);
+    if (!row->item)
+        return row->index;
+    return m_filter ? m_filter->mapFromSource(row->item->index()) : QModelIndex();
 }
 
 QModelIndex CProcessorFilterModel::mapFromSource(const QModelIndex& sourceIndex) const
@@ -128,10 +137,9 @@ void CProcessorFilterModel::invalidate()
 void CProcessorFilterModel::connectSource(const QAbstractItemModel& source)
 {
     connect(&source, &QAbstractItemModel::modelReset, this, [this] {
-        connectFound(); // a filter may have turned to another tree
+        connectRows(); // a filter may have turned to another tree
         refresh();
     });
-    // Of all else a filter's processors tell by themselves.
     const auto refreshOwn = [this] {
         if (!found())
             refresh();
@@ -140,28 +148,24 @@ void CProcessorFilterModel::connectSource(const QAbstractItemModel& source)
     connect(&source, &QAbstractItemModel::columnsInserted, this, refreshOwn);
     connect(&source, &QAbstractItemModel::columnsRemoved, this, refreshOwn);
     connect(&source, &QAbstractItemModel::dataChanged, this, refreshOwn);
-    connect(&source, &QAbstractItemModel::rowsInserted, this, [this] {
-        if (!found())
-            reset(false, true);
-    });
-    connect(&source, &QAbstractItemModel::rowsRemoved, this, [this] {
-        if (!found())
-            reset(true, false);
-    });
-    connect(&source, &QObject::destroyed, this, [this] {
-        m_filter = nullptr;
-        refresh();
-    });
+    connect(&source, &QObject::destroyed, this, &CProcessorFilterModel::refresh);
 }
 
-void CProcessorFilterModel::connectFound()
+/// Of the processors that a filter of the tree has found, these tell by themselves.
+void CProcessorFilterModel::connectRows()
 {
-    if (!found())
-        return;
-    connect(found(), &CFoundProcessors::changed, this, &CProcessorFilterModel::reset,
-            Qt::UniqueConnection);
-    connect(found(), &CFoundProcessors::refreshed, this, &CProcessorFilterModel::refresh,
-            Qt::UniqueConnection);
+    for (const QMetaObject::Connection& connection : m_rowConnections)
+        disconnect(connection);
+    if (found()) {
+        m_rowConnections = {
+            connect(found(), &CFoundProcessors::changed, this, &CProcessorFilterModel::reset),
+            connect(found(), &CFoundProcessors::refreshed, this, &CProcessorFilterModel::refresh)};
+    } else if (sourceModel()) {
+        m_rowConnections = {connect(sourceModel(), &QAbstractItemModel::rowsInserted, this,
+                                    [this] { reset(false, true); }),
+                            connect(sourceModel(), &QAbstractItemModel::rowsRemoved, this,
+                                    [this] { reset(true, false); })};
+    }
 }
 
 /// No signal tells those who hold an index, so it follows its processor, or becomes invalid.
@@ -184,12 +188,13 @@ void CProcessorFilterModel::refresh()
 
 void CProcessorFilterModel::reset(bool haveGone, bool haveCome)
 {
+    const QPointer<CProcessorFilterModel> alive(this);
     beginResetModel();
     takeRows();
     endResetModel();
-    if (haveGone)
+    if (haveGone && alive)
         emit rowsRemed();
-    if (haveCome)
+    if (haveCome && alive)
         emit rowsAdded();
 }
 

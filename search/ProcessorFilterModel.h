@@ -2,6 +2,7 @@
 
 #include <QAbstractProxyModel>
 #include <QPersistentModelIndex>
+#include <QPointer>
 
 #include <vector>
 
@@ -13,9 +14,11 @@ class QStandardItem;
 /// ones in the order of the tree. Rows with children and rows of any other kind are left out.
 ///
 /// The list follows the tree. Views hear of it as a model reset when rows of the tree come or go,
-/// and not at all when it changes otherwise: after those changes they look again by themselves.
+/// and not at all when it changes otherwise: after those changes they look again by themselves. It
+/// follows a filter of the processor tree behind that filter's own signals of changes.
 ///
-/// Not supported: a proxy model on top, which would not hear enough. GUI thread.
+/// Not supported: a proxy model on top, which would not hear enough; rows that leave the tree
+/// without a signal, as QStandardItem::takeChild() takes them. GUI thread.
 class CProcessorFilterModel final : public QAbstractProxyModel
 {
     Q_OBJECT
@@ -62,7 +65,7 @@ private:
     };
 
     void connectSource(const QAbstractItemModel& source);
-    void connectFound();
+    void connectRows();
     void refresh();
     void reset(bool haveGone, bool haveCome);
     const CFoundProcessors* found() const;
@@ -72,5 +75,6 @@ private:
     QModelIndex readableIndex(const QModelIndex& index) const;
 
     std::vector<Row> m_rows;
-    CProcessorFilterProxyModel* m_filter = nullptr; // the source, if it is one
+    QPointer<CProcessorFilterProxyModel> m_filter; // the source, if it is one
+    std::vector<QMetaObject::Connection> m_rowConnections;
 };

@@ -4,12 +4,19 @@
 #include "processortree/RecordCell.h"
 #include "search/FoundProcessors.h"
 
+#include <QMetaMethod>
+
 CProcessorFilterProxyModel::CProcessorFilterProxyModel(QObject* parent)
     : QSortFilterProxyModel(parent)
 {
     setRecursiveFilteringEnabled(true);
     setFilterCaseSensitivity(Qt::CaseInsensitive);
     setDynamicSortFilter(true);
+    // Connected before anyone can be, so that all find the processors again that a reset lost.
+    connect(this, &QAbstractItemModel::modelReset, this, [this] {
+        if (m_found)
+            m_found->follow();
+    });
 }
 
 CProcessorFilterProxyModel::~CProcessorFilterProxyModel() = default;
@@ -17,19 +24,21 @@ CProcessorFilterProxyModel::~CProcessorFilterProxyModel() = default;
 void CProcessorFilterProxyModel::setSourceModel(QAbstractItemModel* model)
 {
     disconnect(m_review);
-    auto* tree = qobject_cast<CProcessorTreeModel*>(model);
-    m_found = tree ? std::make_unique<CFoundProcessors>(*tree, *this) : nullptr;
-    QSortFilterProxyModel::setSourceModel(model);
-    // Behind the base: who is told of what is found maps it through the base.
-    if (m_found)
-        m_found->follow();
     if (model)
         m_review = connect(model, &QAbstractItemModel::dataChanged, this,
                            &CProcessorFilterProxyModel::reviewBranch);
+    auto* tree = qobject_cast<CProcessorTreeModel*>(model);
+    m_found = tree ? std::make_unique<CFoundProcessors>(*tree, *this) : nullptr;
+    QSortFilterProxyModel::setSourceModel(model);
 }
 
 void CProcessorFilterProxyModel::setFilterText(const QString& text)
 {
+    // Whoever is told of rows is told of all: the base says nothing of those it was not asked for.
+    const bool isFollowed =
+        isSignalConnected(QMetaMethod::fromSignal(&QAbstractItemModel::rowsInserted));
+    if (isFollowed)
+        rowCount();
     m_text = CSearchText(text);
     if (!m_found) {
         setFilterFixedString(text);
@@ -41,7 +50,7 @@ void CProcessorFilterProxyModel::setFilterText(const QString& text)
     m_isSettingText = false;
     // The base looks at all rows for each text once it knows of any. It may forget them when nobody
     // has one.
-    if (text.isEmpty())
+    if (text.isEmpty() && !isFollowed)
         m_isAsked = false;
     if (!m_isAsked)
         invalidate();

@@ -14,7 +14,7 @@ constexpr quint32 kGroup = 101;
 constexpr quint32 kOtherGroup = 102;
 
 /// The tree with both proxies on top. Processors are added under the root unless a group is given.
-class SearchTree final
+class SearchTree
 {
 public:
     SearchTree()
