@@ -79,9 +79,11 @@ void CNameEditor::fitIfDue()
 
     const NameGuard::Fit fit =
         NameGuard::fit(m_field->text(), m_field->cursorPosition(), limit, NameGuard::codec(utf8));
-    // Both setters move the cursor and forget what could be undone, so neither is called in vain.
+    // Both setters move the cursor and forget what could be undone and that the user has typed, so
+    // neither is called in vain.
     const bool isCut = m_field->text() != fit.text;
     const bool isOtherLength = m_field->maxLength() != fit.maxLength;
+    const bool isTyped = m_field->isModified();
     m_fitting = true;
     if (isCut)
         m_field->setText(fit.text);
@@ -89,5 +91,6 @@ void CNameEditor::fitIfDue()
         m_field->setMaxLength(fit.maxLength);
     if (isCut || isOtherLength)
         m_field->setCursorPosition(fit.cursor);
+    m_field->setModified(isTyped);
     m_fitting = false;
 }

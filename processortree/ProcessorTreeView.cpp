@@ -382,6 +382,16 @@ void CProcessorTreeView::changeEvent(QEvent* event)
     CTreeView::changeEvent(event);
 }
 
+void CProcessorTreeView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                                     const QVector<int>& roles)
+{
+    CTreeView::dataChanged(topLeft, bottomRight, roles);
+    // Qt tells the field that edits the row, but not while the view has rows to lay out.
+    QWidget* field = topLeft == bottomRight ? indexWidget(topLeft) : nullptr;
+    if (field)
+        itemDelegate()->setEditorData(field, topLeft);
+}
+
 void CProcessorTreeView::rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last)
 {
     // The root goes with a reset only, and that says so itself.

@@ -82,6 +82,8 @@ protected:
     void dropEvent(QDropEvent* event) override;
     void startDrag(Qt::DropActions actions) override;
     void changeEvent(QEvent* event) override;
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                     const QVector<int>& roles = QVector<int>()) override;
     void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                  const QModelIndex& index) const override;

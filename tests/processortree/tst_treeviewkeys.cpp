@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QInputMethodEvent>
 #include <QPaintEvent>
 #include <QRegion>
 
@@ -46,6 +47,8 @@ private slots:
     void shouldDoNothingWhenLocked();
     void shouldRename_data();
     void shouldRename();
+    void shouldKeepTheHostsNameInAFieldLeftAlone();
+    void shouldKeepATypedNameThatWasCut();
     void shouldStandEventsWhileRenaming_data();
     void shouldStandEventsWhileRenaming();
 };
@@ -290,6 +293,45 @@ void TreeViewKeysTest::shouldRename()
     QTRY_VERIFY(!tree.editor());
     QCOMPARE(tree.host().callCount(QStringLiteral("RenameProcessor")), 1);
     QTEST(tree.index(1).data().toString(), "name");
+}
+
+void TreeViewKeysTest::shouldKeepTheHostsNameInAFieldLeftAlone()
+{
+    WholeTree tree;
+    tree.select({1});
+    tree.press(Qt::Key_F2);
+    QVERIFY(tree.editor());
+    ProcessorNode renamed = testProcessor(1, 10);
+    renamed.name = QStringLiteral("Host");
+    tree.host().setProcessor(renamed);
+    tree.panel.notify<QUuid>(20, testId(4)); // leaves the view with rows to lay out
+    tree.panel.notify<QUuid>(25, testId(1));
+    QCOMPARE(tree.editor()->text(), QStringLiteral("Host"));
+    QTest::keyClick(tree.editor(), Qt::Key_Return);
+    QTRY_VERIFY(!tree.editor());
+    QCOMPARE(tree.panel.dump(), QStringLiteral("All processors(3)[G10[Host,2],G11[],3]"));
+}
+
+void TreeViewKeysTest::shouldKeepATypedNameThatWasCut()
+{
+    WholeTree tree;
+    tree.host().nameMaxBytes = 10;
+    tree.select({1});
+    tree.press(Qt::Key_F2);
+    QVERIFY(tree.editor());
+    QInputMethodEvent typed;
+    typed.setCommitString(QStringLiteral("\u4E3B\u63A7\u4E3B\u63A7"));
+    QCoreApplication::sendEvent(tree.editor(), &typed);
+    const QString cut = QStringLiteral("\u4E3B\u63A7\u4E3B");
+    QCOMPARE(tree.editor()->text(), cut);
+    ProcessorNode online = testProcessor(1, 10);
+    online.online = true;
+    tree.host().setProcessor(online);
+    tree.panel.notify<QUuid>(25, testId(1));
+    QCOMPARE(tree.editor()->text(), cut);
+    QTest::keyClick(tree.editor(), Qt::Key_Return);
+    QTRY_COMPARE(tree.panel.dump(),
+                 QStringLiteral("All processors(4)[G10[%1,2],G11[],3,4]").arg(cut));
 }
 
 void TreeViewKeysTest::shouldStandEventsWhileRenaming_data()
