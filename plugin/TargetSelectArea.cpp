@@ -21,7 +21,6 @@
 #include <QMenu>
 #include <QPointer>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QStyleOption>
 #include <QStylePainter>
 #include <QThread>

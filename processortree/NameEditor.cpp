@@ -89,8 +89,9 @@ void CNameEditor::fitIfDue()
         m_field->setText(fit.text);
     if (isOtherLength)
         m_field->setMaxLength(fit.maxLength);
-    if (isCut || isOtherLength)
+    if (isCut || isOtherLength) {
         m_field->setCursorPosition(fit.cursor);
-    m_field->setModified(isTyped);
+        m_field->setModified(isTyped);
+    }
     m_fitting = false;
 }

@@ -13,7 +13,6 @@
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/TreeDeletion.h"
 
-#include <QDropEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QShortcut>

@@ -31,13 +31,6 @@ void appendHostEntries(CTreeMenu& menu, EPrcTreeNodeType type, const QUuid& id)
         askHost(&Host::AppendContextMenu, type, id, isReadOnly(), menu.menu());
 }
 
-/// The point of `room` next to `point`.
-QPoint pointWithin(const QRect& room, const QPoint& point)
-{
-    return {qBound(room.left(), point.x(), room.right()),
-            qBound(room.top(), point.y(), room.bottom())};
-}
-
 /// Whether the host protects one of its selected processors.
 bool isDeletionBlocked()
 {
@@ -185,11 +178,11 @@ void CProcessorTreeView::contextMenuEvent(QContextMenuEvent* event)
         return;
     }
     event->accept();
-    const QModelIndex index = indexAt(event->pos());
-    // The keys ask for it at the current row, which may be out of view.
+    // By keyboard it is the current row's, which may be out of view, or in a closed group.
     const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QModelIndex index = byKey ? currentIndex() : indexAt(event->pos());
     runSelectionMenu(index.isValid() ? index : currentIndex(),
-                     byKey ? pointWithin(viewport()->rect(), event->pos()) : event->pos());
+                     byKey ? pointInView(event->pos()) : event->pos());
 }
 
 bool CProcessorTreeView::offersSelectionMenu() const

@@ -9,7 +9,6 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPointer>
-#include <QScrollBar>
 
 #include <algorithm>
 
@@ -51,6 +50,12 @@ void drawFocus(QPainter* painter, const QStyleOptionViewItem& option, const QRec
     painter->setBrush(Qt::NoBrush);
     painter->drawRoundedRect(panel(row).adjusted(0.5, 0.5, -0.5, -0.5), kCorner, kCorner);
     painter->restore();
+}
+
+bool isStep(int key)
+{
+    return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Home || key == Qt::Key_End
+           || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
 }
 
 } // namespace
@@ -107,7 +112,9 @@ void CTreeView::mousePressEvent(QMouseEvent* event)
 {
     m_arrowPressed = isOnArrow(event->pos());
     if (!m_arrowPressed) {
-        if (!(event->modifiers() & Qt::ShiftModifier))
+        if (event->modifiers() & Qt::ShiftModifier)
+            anchorRange();
+        else
             m_anchor = QModelIndex();
         QTreeView::mousePressEvent(event);
     } else if (event->button() == Qt::LeftButton) {
@@ -147,9 +154,14 @@ void CTreeView::keyPressEvent(QKeyEvent* event)
     if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
         requestMenu();
     } else if ((event->modifiers() & ~Qt::KeypadModifier) || !handleKey(event)) {
-        if (event->modifiers() & Qt::ControlModifier)
-            m_anchor = QModelIndex();
+        const bool isShifted = event->modifiers() & Qt::ShiftModifier;
+        const bool isLed = event->modifiers() & Qt::ControlModifier && isStep(event->key());
+        const QPointer<CTreeView> alive(this);
+        if (isShifted)
+            anchorRange();
         QTreeView::keyPressEvent(event);
+        if (alive && isLed && !isShifted)
+            m_anchor = currentIndex();
     }
 }
 
@@ -162,10 +174,7 @@ void CTreeView::contextMenuEvent(QContextMenuEvent* event)
         if (!index.isValid() || !selectionModel()->isSelected(index))
             return;
         scrollTo(index);
-        const QRect room = viewport()->rect();
-        const QPoint corner = visualRect(index).bottomLeft();
-        emit RightMenuEvent(index, {qBound(room.left(), corner.x(), room.right()),
-                                    qBound(room.top(), corner.y(), room.bottom())});
+        emit RightMenuEvent(index, pointInView(visualRect(index).bottomLeft()));
         return;
     }
     const QPersistentModelIndex index = indexAt(event->pos());
@@ -185,7 +194,24 @@ void CTreeView::currentChanged(const QModelIndex& current, const QModelIndex& pr
     updateRow(current);
 }
 
-/// A range goes out from where the keys led last; Qt knows where the mouse was pressed.
+QPoint CTreeView::pointInView(const QPoint& point) const
+{
+    const QRect room = viewport()->rect();
+    return {qBound(room.left(), point.x(), room.right()),
+            qBound(room.top(), point.y(), room.bottom())};
+}
+
+/// Makes sure of a row from which a range goes out: the one where the last began, or to which keys
+/// led, unless another was chosen since. Qt knows only where the mouse was pressed.
+void CTreeView::anchorRange()
+{
+    const QItemSelectionModel* selection = selectionModel();
+    const bool isGood = selection && m_anchor.isValid()
+                        && (selection->isSelected(m_anchor) || m_anchor == currentIndex());
+    if (!isGood)
+        m_anchor = keyboardRow();
+}
+
 void CTreeView::setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command)
 {
     const QRect anchor = visualRect(m_anchor);

@@ -12,7 +12,7 @@
 /// of the row's rectangle; a click there toggles the row and leaves the selection alone.
 ///
 /// Where the selection model does not let a row become current, the keys that move, expand and
-/// edit go by the selected row instead.
+/// edit go by the selected row instead; with Shift or Ctrl they go by the current one.
 ///
 /// The view filters the events of its viewport, so that a derived class meets them in eventFilter()
 /// first and may consume them. GUI thread. Not supported: more than one column, right-to-left.
@@ -49,6 +49,9 @@ protected:
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                  const QModelIndex& index) const override;
 
+    /// `point`, or the nearest one that is in the viewport.
+    QPoint pointInView(const QPoint& point) const;
+
     /// Paint the background of a row inside `row`: of one that is selected, of one under the mouse,
     /// and of any other. State_HasFocus in the option is a row that the keyboard stands on.
     virtual void DrawSelectRow(QPainter* painter, const QStyleOptionViewItem& option,
@@ -65,6 +68,7 @@ private:
     QModelIndex keyboardRow() const;
     QModelIndex pageFrom(const QModelIndex& row, Step next) const;
     void requestMenu();
+    void anchorRange();
     bool handleKey(QKeyEvent* event);
     void goTo(const QModelIndex& index);
     void setHovered(const QModelIndex& index);
@@ -72,7 +76,7 @@ private:
     void updateRow(const QModelIndex& index);
 
     QPersistentModelIndex m_hovered;
-    QPersistentModelIndex m_anchor; // of ranges, where keys chose it
+    QPersistentModelIndex m_anchor; // of ranges that Shift makes; Qt's own where invalid
     QModelIndex m_focusRow;         // while painting
     bool m_focusShown = false;
     bool m_arrowPressed = false;

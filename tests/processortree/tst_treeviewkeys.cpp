@@ -40,6 +40,9 @@ private slots:
     void shouldSelectAllByKey();
     void shouldExtendTheSelectionPastGroups();
     void shouldExtendTheSelectionFromWhereTheKeysLed();
+    void shouldExtendTheSelectionFromTheHostsChoice_data();
+    void shouldExtendTheSelectionFromTheHostsChoice();
+    void shouldKeepTheStartOfARangeThroughOtherKeys();
     void shouldPaintTheWholeRowThatKeysLeave();
     void shouldExtendTheSelectionToEitherEnd();
     void shouldMoveTheCurrentRowPastGroups();
@@ -175,6 +178,60 @@ void TreeViewKeysTest::shouldExtendTheSelectionFromWhereTheKeysLed()
     QCOMPARE(tree.selected(), QStringLiteral("3,4"));
 }
 
+void TreeViewKeysTest::shouldExtendTheSelectionFromTheHostsChoice_data()
+{
+    QTest::addColumn<bool>("byKeys"); // what led to the former choice
+    QTest::addColumn<int>("choice");  // 0 by the host, 1 by typing the name
+    QTest::addColumn<bool>("byClick");
+    for (const bool byKeys : {true, false}) {
+        for (const bool byClick : {true, false}) {
+            for (const int choice : {0, 1})
+                QTest::addRow("%s, %s, %s", byKeys ? "keys" : "mouse", choice ? "typed" : "host",
+                              byClick ? "click" : "key")
+                    << byKeys << choice << byClick;
+        }
+    }
+}
+
+void TreeViewKeysTest::shouldExtendTheSelectionFromTheHostsChoice()
+{
+    QFETCH(bool, byKeys);
+    QFETCH(int, choice);
+    QFETCH(bool, byClick);
+    WholeTree tree;
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.place(1));
+    if (byKeys)
+        tree.press(Qt::Key_Down);
+    if (choice == 0)
+        tree.select({4});
+    else
+        QTest::keyClick(tree.view, '4');
+    QCOMPARE(tree.selected(), QStringLiteral("4"));
+    if (byClick)
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::ShiftModifier, tree.place(3));
+    else
+        tree.press(Qt::Key_Up, Qt::ShiftModifier);
+    QCOMPARE(tree.selected(), QStringLiteral("3,4"));
+}
+
+void TreeViewKeysTest::shouldKeepTheStartOfARangeThroughOtherKeys()
+{
+    WholeTree tree;
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.place(4));
+    for (int step = 0; step < 3; ++step)
+        tree.press(Qt::Key_Up);
+    QCOMPARE(tree.selected(), QStringLiteral("2"));
+    tree.press(Qt::Key_Control, Qt::ControlModifier);
+    tree.press(Qt::Key_C, Qt::ControlModifier);
+    tree.press(Qt::Key_Up, Qt::ShiftModifier);
+    QCOMPARE(tree.selected(), QStringLiteral("1,2"));
+    // A range that Ctrl leads away from begins where it leads to.
+    tree.press(Qt::Key_Down, Qt::ControlModifier);
+    tree.press(Qt::Key_Down, Qt::ControlModifier);
+    tree.press(Qt::Key_Down, Qt::ShiftModifier);
+    QCOMPARE(tree.selected(), QStringLiteral("3,4"));
+}
+
 void TreeViewKeysTest::shouldPaintTheWholeRowThatKeysLeave()
 {
     WholeTree tree;
@@ -301,6 +358,9 @@ void TreeViewKeysTest::shouldKeepTheHostsNameInAFieldLeftAlone()
     tree.select({1});
     tree.press(Qt::Key_F2);
     QVERIFY(tree.editor());
+    QTest::keyClick(tree.editor(), Qt::Key_X);
+    QTest::keyClick(tree.editor(), Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(tree.editor()->text(), QStringLiteral("1"));
     ProcessorNode renamed = testProcessor(1, 10);
     renamed.name = QStringLiteral("Host");
     tree.host().setProcessor(renamed);

@@ -74,6 +74,7 @@ private slots:
     void shouldOpenTheMenuOfSeveralOnlyThen();
     void shouldOpenTheMenuOfSeveralWithinTheView_data();
     void shouldOpenTheMenuOfSeveralWithinTheView();
+    void shouldOpenTheMenuOfSeveralInAClosedGroup();
     void shouldGroupTheSelected_data();
     void shouldGroupTheSelected();
     void shouldGroupByKeyOnlyWhatTheMenuWould();
@@ -455,6 +456,19 @@ void TreeViewMenusTest::shouldOpenTheMenuOfSeveralWithinTheView()
     QCOMPARE(bar->value(), scrolled);
     QCOMPARE(tree.asked({QStringLiteral("AppendContextMenu")}),
              QStringLiteral("AppendContextMenu(2,30,false)"));
+}
+
+void TreeViewMenusTest::shouldOpenTheMenuOfSeveralInAClosedGroup()
+{
+    DrivenTree tree;
+    tree.host().selectionMode = 2;
+    tree.host().selectedProcessors = QList<QUuid>{testId(1), testId(2)};
+    tree.select({1, 2});
+    tree.view->collapse(tree.index(10));
+    tree.driver.then([](QWidget& menu) { menu.close(); });
+    QTest::keyClick(tree.view.data(), Qt::Key_F10, Qt::ShiftModifier);
+    QCOMPARE(tree.asked({QStringLiteral("AppendContextMenu")}),
+             QStringLiteral("AppendContextMenu(2,1,false)"));
 }
 
 void TreeViewMenusTest::shouldGroupTheSelected_data()
