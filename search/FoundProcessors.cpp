@@ -60,27 +60,29 @@ const CProcessorTreeModel* CFoundProcessors::tree() const
 
 void CFoundProcessors::follow()
 {
-    if (!std::exchange(m_isFollowing, true))
-        connectTree(*m_tree);
+    if (!m_isFollowing)
+        connectTree();
     m_isResetting = false;
     refresh();
 }
 
-void CFoundProcessors::connectTree(const CProcessorTreeModel& tree)
+void CFoundProcessors::connectTree()
 {
-    connect(&tree, &QAbstractItemModel::rowsInserted, this, &CFoundProcessors::onRowsInserted);
-    connect(&tree, &QAbstractItemModel::rowsAboutToBeRemoved, this,
+    m_isFollowing = true;
+    const CProcessorTreeModel* tree = m_tree;
+    connect(tree, &QAbstractItemModel::rowsInserted, this, &CFoundProcessors::onRowsInserted);
+    connect(tree, &QAbstractItemModel::rowsAboutToBeRemoved, this,
             &CFoundProcessors::onRowsAboutToBeRemoved);
-    connect(&tree, &QAbstractItemModel::rowsRemoved, this, &CFoundProcessors::onRowsRemoved);
-    connect(&tree, &QAbstractItemModel::dataChanged, this, &CFoundProcessors::onDataChanged);
-    connect(&tree, &QAbstractItemModel::rowsMoved, this, &CFoundProcessors::refresh);
-    connect(&tree, &QAbstractItemModel::layoutChanged, this, &CFoundProcessors::refresh);
-    connect(&tree, &QAbstractItemModel::columnsInserted, this, &CFoundProcessors::refresh);
-    connect(&tree, &QAbstractItemModel::columnsAboutToBeRemoved, this,
+    connect(tree, &QAbstractItemModel::rowsRemoved, this, &CFoundProcessors::onRowsRemoved);
+    connect(tree, &QAbstractItemModel::dataChanged, this, &CFoundProcessors::onDataChanged);
+    connect(tree, &QAbstractItemModel::rowsMoved, this, &CFoundProcessors::refresh);
+    connect(tree, &QAbstractItemModel::layoutChanged, this, &CFoundProcessors::refresh);
+    connect(tree, &QAbstractItemModel::columnsInserted, this, &CFoundProcessors::refresh);
+    connect(tree, &QAbstractItemModel::columnsAboutToBeRemoved, this,
             &CFoundProcessors::forgetTree);
-    connect(&tree, &QAbstractItemModel::columnsRemoved, this, &CFoundProcessors::follow);
-    connect(&tree, &QAbstractItemModel::modelAboutToBeReset, this, &CFoundProcessors::forgetTree);
-    connect(&tree, &QObject::destroyed, this, &CFoundProcessors::forgetTree);
+    connect(tree, &QAbstractItemModel::columnsRemoved, this, &CFoundProcessors::follow);
+    connect(tree, &QAbstractItemModel::modelAboutToBeReset, this, &CFoundProcessors::forgetTree);
+    connect(tree, &QObject::destroyed, this, &CFoundProcessors::forgetTree);
 }
 
 const CSearchText& CFoundProcessors::text() const

@@ -74,7 +74,7 @@ private:
     };
 
     const CSearchText& text() const;
-    void connectTree(const CProcessorTreeModel& tree);
+    void connectTree();
     void readTree(bool areOthersNew);
     void collect(const QStandardItem& parent, bool areBelowOne);
     static void read(Row& row);

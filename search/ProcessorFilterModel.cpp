@@ -109,9 +109,8 @@ QModelIndex CProcessorFilterModel::mapToSource(const QModelIndex& proxyIndex) co
     const Row* row = rowAt(proxyIndex);
     if (!row)
         return {};
-    if (!row->item)
-        return row->index;
-    return m_filter ? m_filter->mapFromSource(row->item->index()) : QModelIndex();
+    return row->item && m_filter ? m_filter->mapFromSource(row->item->index())
+                                 : QModelIndex(row->index);
 }
 
 QModelIndex CProcessorFilterModel::mapFromSource(const QModelIndex& sourceIndex) const
