@@ -53,7 +53,7 @@ public:
     void refresh();
 
 signals:
-    /// Some were lost and others found, because rows of the tree came, went or were changed, or
+    /// Some were lost, or others found, because rows of the tree came, went or were changed, or
     /// another text is looked for.
     void changed(bool haveGone, bool haveCome);
 

@@ -41,7 +41,13 @@ struct DrivenTree
         host().clearCalls();
     }
 
-    ~DrivenTree() { delete view; }
+    /// The bridge outlives the tree, and would keep it read-only for the next one.
+    ~DrivenTree()
+    {
+        delete view;
+        panel.data().SetReadOnly(false);
+    }
+
     DrivenTree(const DrivenTree&) = delete;
     DrivenTree& operator=(const DrivenTree&) = delete;
 

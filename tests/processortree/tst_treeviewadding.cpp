@@ -257,7 +257,6 @@ void TreeViewAddingTest::shouldAddNothingOnceReadOnly()
         clickButton(dialog, QStringLiteral("OK"));
     });
     tree.view->AddProcessors(AddKind::Custom);
-    tree.panel.data().SetReadOnly(false);
     QCOMPARE(tree.asked(kRequests), QString());
 }
 

@@ -189,7 +189,6 @@ void TreeViewDeletingTest::shouldDeleteNothingWhenReadOnly()
         press(tree, Qt::Key_Delete);
         QCOMPARE(tree.asked(kChanges), QString());
     }
-    tree.panel.data().SetReadOnly(false);
 }
 
 void TreeViewDeletingTest::shouldDeleteNothingOnceReadOnly()
@@ -203,7 +202,6 @@ void TreeViewDeletingTest::shouldDeleteNothingOnceReadOnly()
         });
         press(tree, Qt::Key_Delete);
         QCOMPARE(tree.asked(kChanges), QString());
-        tree.panel.data().SetReadOnly(false);
     }
 }
 
