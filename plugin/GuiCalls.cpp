@@ -5,13 +5,11 @@
 #include <QPointer>
 #include <QThread>
 
+#include <algorithm>
 #include <deque>
 #include <utility>
 
 namespace {
-
-/// Hosts answer at once, unless they wait for something.
-constexpr std::chrono::milliseconds kUsualQuestion{20};
 
 QEvent::Type pokeType()
 {
@@ -19,33 +17,72 @@ QEvent::Type pokeType()
     return static_cast<QEvent::Type>(type);
 }
 
+/// The mutex of everything here is the one that questions to the host are watched with: a wait
+/// depends on both.
+std::mutex& mutex()
+{
+    return CHostQuestion::watch().mutex;
+}
+
 } // namespace
 
-/// A call on its way, shared by the queue and by a caller that waits. The flags belong to the
-/// room's mutex.
+/// A call on its way, shared by the queue and by the caller. The flags belong to the mutex.
 struct CGuiCalls::Ticket
 {
     Call call;
-    bool started = false;
+    bool awaited = false;
     bool ended = false;
     bool ran = false;
 };
 
-/// What callers wait in. Outlives the object: a caller may still be on its way out.
-struct CGuiCalls::Room
+/// The queue. Outlives the object: a caller may still be on its way out.
+struct CGuiCalls::Line
 {
-    std::mutex mutex;
-    std::condition_variable changed;
     std::deque<std::shared_ptr<Ticket>> queue;
-    int running = 0;        // from the queue
-    int questions = 0;      // nested ones of the GUI thread
-    int questionNumber = 0; // of the outermost one
+    std::shared_ptr<Ticket> running;
     bool closed = false;
+    bool shutDown = false;
+};
+
+/// The time in which a call runs. Ends well too when the call throws, or destroys the queue.
+class CGuiCalls::Turn final
+{
+public:
+    /// Takes the turn; the mutex is held.
+    Turn(CGuiCalls& calls, std::shared_ptr<Ticket> ticket)
+        : m_calls(&calls)
+        , m_line(calls.m_line)
+        , m_ticket(std::move(ticket))
+    {
+        m_line->running = m_ticket;
+    }
+
+    ~Turn()
+    {
+        m_ticket->call = nullptr;
+        {
+            const std::lock_guard guard(mutex());
+            m_line->running = nullptr;
+            m_ticket->ran = true;
+            m_ticket->ended = true;
+        }
+        CHostQuestion::watch().changed.notify_all();
+        if (m_calls)
+            m_calls->resume();
+    }
+
+    Turn(const Turn&) = delete;
+    Turn& operator=(const Turn&) = delete;
+
+private:
+    const QPointer<CGuiCalls> m_calls;
+    const std::shared_ptr<Line> m_line;
+    const std::shared_ptr<Ticket> m_ticket;
 };
 
 CGuiCalls::CGuiCalls(QObject* parent)
     : QObject(parent)
-    , m_room(std::make_shared<Room>())
+    , m_line(std::make_shared<Line>())
 {
     if (!parent && QCoreApplication::instance())
         moveToThread(QCoreApplication::instance()->thread());
@@ -53,101 +90,111 @@ CGuiCalls::CGuiCalls(QObject* parent)
 
 CGuiCalls::~CGuiCalls()
 {
-    close();
-    std::deque<std::shared_ptr<Ticket>> dropped;
-    {
-        const std::lock_guard guard(m_room->mutex);
-        dropped.swap(m_room->queue);
-    }
-    for (const auto& ticket : dropped)
-        ticket->call = nullptr;
+    shutDown();
 }
 
 void CGuiCalls::resume()
 {
-    // Those that found it busy; the others are on their way still.
+    // Those that were due meanwhile; the events of the others are still on their way.
     for (; m_missed > 0; --m_missed)
         poke();
 }
 
-void CGuiCalls::post(Call call)
-{
-    if (isHere())
-        run(std::move(call));
-    else
-        enqueue(std::move(call));
-}
-
-bool CGuiCalls::run(Call call)
+void CGuiCalls::post(Call call, const Call& onQueued)
 {
     if (isHere()) {
         settle();
-        if (isBusy() || isQueued()) {
-            enqueue(std::move(call));
+        if (isFree()) {
+            runNow(call, onQueued);
+            return;
+        }
+    }
+    enqueue(std::move(call), false, onQueued);
+}
+
+bool CGuiCalls::run(Call call, Deadline deadline)
+{
+    if (isHere()) {
+        settle();
+        if (!isFree()) {
+            enqueue(std::move(call), false, {});
             return false;
         }
-        // The call may destroy this object.
-        const QPointer<CGuiCalls> alive(this);
-        ++m_direct;
-        call();
-        if (alive && --m_direct == 0)
-            resume();
+        runNow(call, {});
         return true;
     }
-    const auto room = m_room;
-    const auto deadline = std::chrono::steady_clock::now() + m_patience;
-    const auto ticket = enqueue(std::move(call));
-    std::unique_lock guard(room->mutex);
-    const auto isOver = [&] { return ticket->ended || room->closed; };
-    const auto isAsking = [&] { return !ticket->started && room->questions > 0; };
-    while (room->changed.wait_until(guard, deadline, [&] { return isOver() || isAsking(); })
-           && !isOver()) {
-        const int question = room->questionNumber;
-        const auto isNext = [&] { return !isAsking() || room->questionNumber != question; };
-        if (!room->changed.wait_for(guard, kUsualQuestion, [&] { return isOver() || isNext(); }))
+    // This object may be gone when the wait is over.
+    const auto line = m_line;
+    const auto ticket = enqueue(std::move(call), true, {});
+    auto& watch = CHostQuestion::watch();
+    std::unique_lock guard(watch.mutex);
+    while (!ticket->ended && !line->closed) {
+        const auto until = std::min(deadline, watch.releaseTime().value_or(deadline));
+        if (CHostQuestion::Clock::now() >= until)
             break;
+        watch.changed.wait_until(guard, until);
     }
+    ticket->awaited = false;
     return ticket->ran;
 }
 
-bool CGuiCalls::settle()
+bool CGuiCalls::settle(Deadline deadline)
 {
     std::size_t queued = 0;
     {
-        const std::lock_guard guard(m_room->mutex);
-        queued = m_room->queue.size();
-        if (queued == 0 && m_room->running == 0)
+        const std::lock_guard guard(mutex());
+        queued = m_line->queue.size();
+        if (queued == 0 && !m_line->running && !isHere())
             return true;
-        if (isHere() && m_room->running > 0)
-            return false;
     }
     if (!isHere())
-        return run([] {});
-    // None of them while another one is in the middle of its work.
-    for (; queued > 0 && m_direct == 0 && !isBusy(); --queued)
+        return run([] {}, deadline);
+    for (; queued > 0 && !isBusy(); --queued)
         runNext();
-    return !isQueued();
+    return isFree();
 }
 
-bool CGuiCalls::isQueued() const
+bool CGuiCalls::isAwaited() const
 {
-    const std::lock_guard guard(m_room->mutex);
-    return !m_room->queue.empty();
+    const std::lock_guard guard(mutex());
+    return m_line->running && m_line->running->awaited;
+}
+
+/// Returns whether a call made now on the GUI thread may run at once.
+bool CGuiCalls::isFree() const
+{
+    if (isBusy())
+        return false;
+    const std::lock_guard guard(mutex());
+    return !m_line->running && m_line->queue.empty() && !m_line->shutDown;
 }
 
 void CGuiCalls::close()
 {
     {
-        const std::lock_guard guard(m_room->mutex);
-        m_room->closed = true;
+        const std::lock_guard guard(mutex());
+        m_line->closed = true;
     }
-    m_room->changed.notify_all();
+    CHostQuestion::watch().changed.notify_all();
 }
 
 void CGuiCalls::open()
 {
-    const std::lock_guard guard(m_room->mutex);
-    m_room->closed = false;
+    const std::lock_guard guard(mutex());
+    m_line->closed = m_line->shutDown;
+}
+
+void CGuiCalls::shutDown()
+{
+    std::deque<std::shared_ptr<Ticket>> dropped;
+    {
+        const std::lock_guard guard(mutex());
+        m_line->shutDown = true;
+        dropped.swap(m_line->queue);
+    }
+    for (const auto& ticket : dropped)
+        ticket->call = nullptr;
+    close();
 }
 
 void CGuiCalls::customEvent(QEvent* event)
@@ -156,38 +203,40 @@ void CGuiCalls::customEvent(QEvent* event)
         runNext();
 }
 
+void CGuiCalls::runNow(const Call& call, const Call& onQueued)
+{
+    const QPointer<CGuiCalls> alive(this);
+    {
+        auto ticket = std::make_shared<Ticket>();
+        ticket->awaited = true;
+        std::unique_lock guard(mutex());
+        if (onQueued)
+            onQueued();
+        const Turn turn(*this, std::move(ticket));
+        guard.unlock();
+        call();
+    }
+    // The caller is entitled to find done what was raised by the call itself.
+    if (alive)
+        settle();
+}
+
 /// Runs the first call of the queue, unless another one is in the middle of its work.
 void CGuiCalls::runNext()
 {
-    const auto room = m_room;
-    std::shared_ptr<Ticket> ticket;
-    {
-        const bool busy = isBusy();
-        const std::lock_guard guard(room->mutex);
-        if (room->queue.empty())
-            return;
-        if (busy || m_direct > 0 || room->running > 0) {
-            ++m_missed;
-            return;
-        }
-        ticket = std::move(room->queue.front());
-        room->queue.pop_front();
-        ticket->started = true;
-        ++room->running;
+    const bool busy = isBusy();
+    std::unique_lock guard(mutex());
+    if (m_line->queue.empty())
+        return;
+    if (busy || m_line->running) {
+        ++m_missed;
+        return;
     }
-    // The call may destroy this object.
-    const QPointer<CGuiCalls> alive(this);
+    const auto ticket = std::move(m_line->queue.front());
+    m_line->queue.pop_front();
+    const Turn turn(*this, ticket);
+    guard.unlock();
     ticket->call();
-    ticket->call = nullptr;
-    {
-        const std::lock_guard guard(room->mutex);
-        --room->running;
-        ticket->ran = true;
-        ticket->ended = true;
-    }
-    room->changed.notify_all();
-    if (alive)
-        resume();
 }
 
 bool CGuiCalls::isHere() const
@@ -195,44 +244,27 @@ bool CGuiCalls::isHere() const
     return thread() == QThread::currentThread();
 }
 
-std::shared_ptr<CGuiCalls::Ticket> CGuiCalls::enqueue(Call call)
+std::shared_ptr<CGuiCalls::Ticket> CGuiCalls::enqueue(Call call, bool awaited, const Call& onQueued)
 {
     auto ticket = std::make_shared<Ticket>();
     ticket->call = std::move(call);
+    ticket->awaited = awaited;
     {
-        const std::lock_guard guard(m_room->mutex);
-        m_room->queue.push_back(ticket);
+        const std::lock_guard guard(mutex());
+        if (m_line->shutDown) {
+            ticket->ended = true;
+            return ticket;
+        }
+        if (onQueued)
+            onQueued();
+        m_line->queue.push_back(ticket);
     }
     poke();
     return ticket;
 }
 
-/// Has Qt's event queue run the next call.
+/// Makes Qt's event queue run the next call.
 void CGuiCalls::poke()
 {
     QCoreApplication::postEvent(this, new QEvent(pokeType()));
-}
-
-CGuiCalls::CHostQuestion::CHostQuestion(CGuiCalls& calls)
-    : m_calls(calls.isHere() ? &calls : nullptr)
-{
-    if (!m_calls)
-        return;
-    {
-        const std::lock_guard guard(m_calls->m_room->mutex);
-        if (m_calls->m_room->questions++ == 0)
-            ++m_calls->m_room->questionNumber;
-    }
-    m_calls->m_room->changed.notify_all();
-}
-
-CGuiCalls::CHostQuestion::~CHostQuestion()
-{
-    if (!m_calls)
-        return;
-    {
-        const std::lock_guard guard(m_calls->m_room->mutex);
-        --m_calls->m_room->questions;
-    }
-    m_calls->m_room->changed.notify_all();
 }

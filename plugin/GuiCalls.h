@@ -1,20 +1,22 @@
 #pragma once
 
+#include "plugin/HostQuestion.h"
+
 #include <QObject>
 
+#include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <functional>
 #include <memory>
-#include <mutex>
 
-/// Calls from other threads that run on the GUI thread, one after the other in the order in which
-/// they were made, and of which a caller may wait for the end.
+/// Calls that run on the GUI thread, one after the other in the order in which they were made. A
+/// call never runs inside another one, nor while the GUI thread is busy.
 ///
-/// A wait always ends: when the call has run; when it was dropped, because this object was
-/// destroyed; when the GUI thread stays inside a question to the host, which may be waiting for the
-/// caller; when close() was called; and after patience(). In the last three cases the call stays
-/// queued and runs later, in its turn.
+/// This class keeps the third law of the bridge: *nobody stands*. The GUI thread never waits for
+/// another thread. Another thread may wait for the end of its call, but leaves at its deadline,
+/// when close() is called, and as soon as the GUI thread has been inside one question to the host
+/// for longer than a question usually takes: the host may be waiting for that very thread. The call
+/// stays queued and runs in its turn; isAwaited() tells it that nobody waits any more.
 ///
 /// Lives on the GUI thread, wherever it is created.
 class CGuiCalls final : public QObject
@@ -23,70 +25,66 @@ class CGuiCalls final : public QObject
 
 public:
     using Call = std::function<void()>;
+    using Deadline = CHostQuestion::Clock::time_point;
 
     explicit CGuiCalls(QObject* parent = nullptr);
     ~CGuiCalls() override;
 
-    /// Has calls wait, on the GUI thread too, while `isBusy` says so, until resume(). It is asked
-    /// on the GUI thread. To be set before the first call.
+    /// Keeps calls queued while `isBusy` returns true, which is asked on the GUI thread. Whoever
+    /// makes it return false again calls resume(). To be set before the first call.
     void waitWhile(std::function<bool()> isBusy) { m_isBusy = std::move(isBusy); }
 
-    /// Has the calls run that had to wait, soon. GUI thread.
+    /// Schedules the calls that were due while the GUI thread was busy. GUI thread.
     void resume();
 
-    /// Runs `call` at once on the GUI thread, behind what is queued. Else, and where what is queued
-    /// has to wait, queues it. Any thread.
-    void post(Call call);
+    /// Runs `call` at once on the GUI thread, behind what is queued; queues it on any other thread,
+    /// and where what is queued has to wait. `onQueued`, if given, runs while no other call can be
+    /// queued or begin: just before `call` takes its place. Any thread.
+    void post(Call call, const Call& onQueued = {});
 
-    /// The same, but another thread waits for the end of `call`. Hold no lock that the GUI thread
-    /// may want. Returns whether it has run. Any thread.
-    bool run(Call call);
+    /// Does the same, but on another thread waits for the end of `call`. The caller holds no lock
+    /// that the GUI thread may want. Returns whether the call has run. Any thread.
+    bool run(Call call, Deadline deadline);
+    bool run(Call call) { return run(std::move(call), deadline()); }
 
-    /// Has what was queued so far run: waits for it, or on the GUI thread runs it now, unless a
-    /// call is what is running. Costs next to nothing when nothing is queued. Returns whether
-    /// nothing is left. Any thread.
-    bool settle();
+    /// Waits until what was queued so far has run; on the GUI thread, runs it now. Returns whether
+    /// nothing is queued or running. Any thread.
+    bool settle(Deadline deadline);
+    bool settle() { return settle(deadline()); }
+
+    /// Returns whether the caller of the running call waits for its end; true for a call made on
+    /// the GUI thread that runs at once. GUI thread.
+    bool isAwaited() const;
 
     /// Ends all waits, now and to come, until open(). Any thread.
     void close();
     void open();
 
-    /// How long a caller waits at most.
-    std::chrono::milliseconds patience() const { return m_patience; }
+    /// Closes for good and drops what is queued. GUI thread.
+    void shutDown();
+
+    /// When a wait that begins now ends at the latest.
+    Deadline deadline() const { return CHostQuestion::Clock::now() + m_patience.load(); }
     void setPatience(std::chrono::milliseconds patience) { m_patience = patience; }
-
-    /// While one lives, the GUI thread is inside a question to the host, which may raise events on
-    /// another thread and wait for them there. Callers are released when one question takes longer
-    /// than a question usually does. Any thread; only the GUI thread's counts.
-    class CHostQuestion final
-    {
-    public:
-        explicit CHostQuestion(CGuiCalls& calls);
-        ~CHostQuestion();
-        CHostQuestion(const CHostQuestion&) = delete;
-        CHostQuestion& operator=(const CHostQuestion&) = delete;
-
-    private:
-        CGuiCalls* m_calls;
-    };
 
 protected:
     void customEvent(QEvent* event) override;
 
 private:
-    struct Room;
+    struct Line;
     struct Ticket;
+    class Turn;
 
     bool isHere() const;
     bool isBusy() const { return m_isBusy && m_isBusy(); }
-    bool isQueued() const;
-    std::shared_ptr<Ticket> enqueue(Call call);
+    bool isFree() const;
+    std::shared_ptr<Ticket> enqueue(Call call, bool awaited, const Call& onQueued);
+    void runNow(const Call& call, const Call& onQueued);
     void runNext();
     void poke();
 
-    std::shared_ptr<Room> m_room;
+    std::shared_ptr<Line> m_line;
     std::function<bool()> m_isBusy;
-    int m_direct = 0; // nested calls that were not queued; GUI thread
     int m_missed = 0; // pokes that came while no call could run; GUI thread
-    std::chrono::milliseconds m_patience{5000};
+    std::atomic<std::chrono::milliseconds> m_patience{std::chrono::milliseconds(5000)};
 };

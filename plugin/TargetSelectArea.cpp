@@ -4,6 +4,7 @@
 #include "host/widgets/Separator.h"
 #include "plugin/DeviceDetection.h"
 #include "plugin/DeviceSetSelector.h"
+#include "plugin/GuiThread.h"
 #include "plugin/IPManagement.h"
 #include "plugin/LanUsbWarnings.h"
 #include "plugin/MetaTypes.h"
@@ -13,8 +14,8 @@
 #include "processortree/ProcessorTree.h"
 #include "processortree/ProcessorTreeModel.h"
 
+#include <QAbstractEventDispatcher>
 #include <QAction>
-#include <QCoreApplication>
 #include <QEvent>
 #include <QHostAddress>
 #include <QLabel>
@@ -23,10 +24,9 @@
 #include <QPushButton>
 #include <QStyleOption>
 #include <QStylePainter>
-#include <QThread>
 #include <QVBoxLayout>
 
-#include <mutex>
+#include <atomic>
 
 namespace {
 
@@ -36,57 +36,26 @@ constexpr int kControlWidth = 200;
 // The detection strategy that goes by the addresses of the IP list.
 constexpr int kStrategyByAddress = 2;
 
-/// The panel of the process, and its handler as other threads may see it. Cleared before anything
-/// of the panel is torn down. The handler is not owned here: one that the host replaces must go.
-struct ExistingPanel
-{
-    std::mutex mutex;
-    CTargetSelectArea* panel = nullptr;
-    std::weak_ptr<IAbstractControlInterface> handler;
-};
-
-// Never destroyed: other threads may ask while the process ends.
-ExistingPanel& existingPanel()
-{
-    static auto* const instance = new ExistingPanel;
-    return *instance;
-}
-
-bool onGuiThread()
-{
-    const auto* application = QCoreApplication::instance();
-    return application && application->thread() == QThread::currentThread();
-}
+/// The panel of the process. Cleared before anything of the panel is torn down.
+std::atomic<CTargetSelectArea*> existingPanel{nullptr};
 
 } // namespace
 
 CTargetSelectArea* CTargetSelectArea::Instance()
 {
-    // Only the GUI thread builds a panel, so none is ever built twice; and it builds it outside the
-    // mutex, so that what the constructor runs may ask for the handler.
-    if (onGuiThread() && !Existing()) {
+    // Only the GUI thread builds a panel, so none is ever built twice.
+    if (isGuiThread() && !Existing()) {
         auto* panel = new CTargetSelectArea;
-        const std::lock_guard guard(existingPanel().mutex);
-        existingPanel().panel = panel;
+        existingPanel = panel;
+        HandlerPlace::set(&panel->m_controlHandler);
+        CTargetSelectData::Instance()->setPanel(panel);
     }
     return Existing();
 }
 
 CTargetSelectArea* CTargetSelectArea::Existing()
 {
-    const std::lock_guard guard(existingPanel().mutex);
-    return existingPanel().panel;
-}
-
-std::shared_ptr<IAbstractControlInterface> CTargetSelectArea::ControlHandler()
-{
-    const std::lock_guard guard(existingPanel().mutex);
-    if (!existingPanel().panel)
-        return {};
-    if (!onGuiThread())
-        return existingPanel().handler.lock();
-    existingPanel().handler = existingPanel().panel->m_controlHandler;
-    return existingPanel().panel->m_controlHandler;
+    return existingPanel;
 }
 
 CTargetSelectArea::CTargetSelectArea(QWidget* parent)
@@ -129,6 +98,10 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
     layout->addWidget(new CSeparator(this, 0, 4));
     layout->addWidget(m_tree, 1);
     retranslate();
+
+    // A host assigns its handler without a word; other threads are to have it soon all the same.
+    if (const auto* dispatcher = QAbstractEventDispatcher::instance())
+        connect(dispatcher, &QAbstractEventDispatcher::awake, this, &HandlerPlace::refresh);
 }
 
 CTargetSelectArea::~CTargetSelectArea()
@@ -138,10 +111,10 @@ CTargetSelectArea::~CTargetSelectArea()
         // The host destroys the panel during a detection: Qt is not done with the click yet.
         CPanelStep::keep(m_detection);
     }
-    const std::lock_guard guard(existingPanel().mutex);
-    if (existingPanel().panel == this) {
-        existingPanel().panel = nullptr;
-        existingPanel().handler.reset();
+    if (existingPanel == this) {
+        existingPanel = nullptr;
+        HandlerPlace::set(nullptr);
+        CTargetSelectData::Instance()->setPanel(nullptr);
     }
 }
 

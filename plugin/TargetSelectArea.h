@@ -20,7 +20,7 @@ class QPushButton;
 /// The panel that the host docks: the device detection, the button of the IP address management,
 /// the device set selector, the line with a LAN-USB processor's address, and the processor tree.
 ///
-/// GUI thread, but for ControlHandler(). Lives until its Qt parent, or the host through the layer
+/// GUI thread, but for Existing(). Lives until its Qt parent, or the host through the layer
 /// interface, destroys it; Instance() then builds a new one.
 class CTargetSelectArea final : public QWidget,
                                 public ITargetSelectAreaInterface,
@@ -33,12 +33,8 @@ public:
     /// thread; any other gets the existing one or null.
     static CTargetSelectArea* Instance();
 
-    /// The panel if there is one. GUI thread.
+    /// The panel if there is one. Any thread may ask, the GUI thread may use it.
     static CTargetSelectArea* Existing();
-
-    /// The handler that the host gave its layer; null without a panel. Any thread: the host assigns
-    /// the handler on the GUI thread, so other threads get what the GUI thread saw last.
-    static std::shared_ptr<IAbstractControlInterface> ControlHandler();
 
     /// Builds a panel. Does not reach the host, which has given no handler yet.
     explicit CTargetSelectArea(QWidget* parent = nullptr);

@@ -1,36 +1,40 @@
 #pragma once
 
-#include "Interface/DeviceSetInfo.h"
 #include "Interface/ObserverPattern"
 #include "Interface/TargetSelectAreaInterface.h"
-#include "plugin/GuiCalls.h"
-#include "plugin/LendableLock.h"
 #include "plugin/Singleton.h"
 
-#include <QList>
 #include <QObject>
-#include <QUuid>
 
 #include <atomic>
-#include <condition_variable>
 #include <functional>
 #include <memory>
-#include <mutex>
 
+class CGuiCalls;
+class CPanelEvents;
 class CProcessorTreeModel;
+class CTreeEvents;
 class CWorkThread;
-class ITargetSelectInterfaceHandler;
 
 /// The bridge from the host: the panel's one observer, owner of the processor tree model and of the
-/// work thread. Turns numbered host events into changes of the model and calls of the panel's
-/// slots.
+/// work thread. Decodes numbered host events and hands each to whoever acts on it: CTreeEvents
+/// changes the model, CPanelEvents calls the panel.
+///
+/// Three laws hold for every event, whatever the host does:
+/// 1. The host's last word wins (CEventOrder): after the last event has been told and the GUI
+///    thread has run its queue, the tree equals the host's project.
+/// 2. An answer is checked (CHostAnswer): a record that is not the one that was asked for changes
+///    nothing.
+/// 3. Nobody stands (CGuiCalls): the GUI thread waits for no other thread, and another thread waits
+///    for the GUI thread within one bound for each event.
 ///
 /// Events come on any thread of the host's, the GUI thread included. Those that change the model
 /// have changed it when Update() returns, but for "reset" and "remove", which off the GUI thread
-/// are queued; a later event waits for them. One that a host raises on the GUI thread while it is
-/// told of a selection may find rows coming or going, and then follows as soon as they have. The
-/// rest goes to the work thread and from there to the panel. Without a panel or a handler, and
-/// after the application began to quit, events do nothing.
+/// are queued and waited for by a later event; for an event whose thread did not wait any longer;
+/// and for one that a host raises on the GUI thread while rows change or are painted, or inside a
+/// question that another event asks. Those follow as soon as they can. Without a panel, and after
+/// the application began to quit, events do nothing; without a handler those do nothing that need
+/// one.
 class CTargetSelectData final : public QObject,
                                 public CObserver,
                                 public CSingleton<CTargetSelectData>
@@ -44,7 +48,8 @@ public:
 
     explicit CTargetSelectData(QObject* parent = nullptr);
 
-    /// Ends the work thread after the job in hand and releases every thread that waits here.
+    /// Ends the work thread after the job in hand, without waiting for a job that is inside a
+    /// question to the host, and releases every thread that waits here.
     ~CTargetSelectData() override;
 
     /// Called by the host's subject for each event, on its notifying thread.
@@ -53,7 +58,7 @@ public:
     /// The model; valid as long as the bridge. Any thread may ask, the GUI thread may use it.
     CProcessorTreeModel* GetModel();
 
-    /// The model back to its root alone. GUI thread.
+    /// The model back to its root alone, behind what is queued. GUI thread.
     void ResetModel();
 
     /// Removes every group with its processors. GUI thread.
@@ -72,49 +77,31 @@ public:
     /// the host is asked about each processor afterwards, with no lock held. GUI thread.
     void GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAccepted);
 
+    /// Names the panel whose slots events call; null when it goes. GUI thread.
+    void setPanel(QObject* panel);
+
     /// Takes events, again after Stop(). GUI thread.
     void Start();
 
-    /// Takes no more events: lets those in progress end, then ends the work thread. Happens by
-    /// itself when the application quits. GUI thread.
+    /// Takes no more events, releases all threads that wait, and ends the work thread; a job that
+    /// is inside a question to the host is left behind after a moment. Happens by itself when the
+    /// application quits. GUI thread.
     void Stop();
 
     /// The calls on their way to the GUI thread.
-    CGuiCalls& guiCalls() { return m_calls; }
+    CGuiCalls& guiCalls() { return *m_calls; }
 
 private:
-    using Handler = ITargetSelectInterfaceHandler;
-    class CUpdateInProgress;
-
-    void dispatch(CSubject* subject);
-    void addGroup(const QUuid& id);
-    void addProcessor(const QUuid& id);
-    void addProcessors(const QList<QUuid>& ids);
-    void removeNode(const QUuid& id);
-    void removeNodes(const QList<QUuid>& ids);
-    void refreshProcessor(const QUuid& id, bool onlyProcessors);
-    void updateMonitorState(const QList<QUuid>& ids);
-    void rewriteRecord(const QUuid& id);
-
-    void showCurrentProcessor(QUuid current, quint32 reports);
+    void dispatch(const CSubject& subject);
     void postJob(quint32 event, std::function<void()> job);
-    void postToPanel(std::function<void(QObject*)> call);
-    bool askHost(const std::function<void(Handler&)>& question);
-    void changeModel(const std::function<void()>& change);
-    void postChange(const std::function<void()>& change);
-    bool settle();
-    bool isKnown(const QUuid& id);
 
     std::unique_ptr<CWorkThread> m_workThread;
-    CLendableLock m_lock;
     std::unique_ptr<CProcessorTreeModel> m_model;
+    // Shared with the threads and jobs that are inside an event.
+    const std::shared_ptr<CGuiCalls> m_calls;
+    const std::shared_ptr<CTreeEvents> m_treeEvents;
+    const std::shared_ptr<CPanelEvents> m_panelEvents;
     std::atomic<bool> m_readOnly{false};
     std::atomic<bool> m_selectionEchoGuard{false};
-    std::atomic<quint32> m_reports{0}; // of the user's own choices
-    CGuiCalls m_calls;
-
-    std::mutex m_updatesMutex;
-    std::condition_variable m_updatesChanged;
-    int m_updatesInProgress = 0;
-    bool m_stopped = false;
+    std::atomic<bool> m_stopped{false};
 };

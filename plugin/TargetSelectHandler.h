@@ -11,7 +11,8 @@
 /// Ask for it anew for each call and hold it only that long: a host may replace it at any time, and
 /// the one in hand lives until the call ends. While the GUI thread holds it, it counts as being
 /// inside a question to the host, and threads that wait for the GUI thread do not do so for ever.
-/// Any thread.
+/// Any thread; other threads than the GUI thread get the handler that the GUI thread saw last, and
+/// none when the host has released that one.
 std::shared_ptr<ITargetSelectInterfaceHandler> GetTargetSelectHandler();
 
 /// Asks the handler of the moment one question, as in `askHost(&Host::IsRestrictedMode)`. Without
@@ -25,3 +26,22 @@ Result askHost(Result (ITargetSelectInterfaceHandler::*question)(Parameters...),
 }
 
 using Host = ITargetSelectInterfaceHandler;
+
+/// Where the host keeps its handler. The panel tells; everybody else asks the functions above.
+namespace HandlerPlace {
+
+/// Names the pointer to which the host assigns its handler; null when the panel goes. The pointer
+/// is read on the GUI thread only. GUI thread.
+void set(const std::shared_ptr<IAbstractControlInterface>* place);
+
+/// Returns whether there is a panel. Any thread.
+bool isSet();
+
+/// Lets other threads have the handler that is there now, which the host assigns without a word.
+/// GUI thread.
+void refresh();
+
+/// The handler that GetTargetSelectHandler() would ask, of whatever kind. Any thread.
+std::shared_ptr<IAbstractControlInterface> current();
+
+} // namespace HandlerPlace

@@ -1,5 +1,7 @@
 #include "processortree/ProcessorTreeModel.h"
 
+#include "Interface/HostEvents.h"
+#include "plugin/HostAnswer.h"
 #include "plugin/MetaTypes.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/NodeType.h"
@@ -200,29 +202,34 @@ void CProcessorTreeModel::announceRecords(const QList<QUuid>& processors)
     }
 }
 
+void CProcessorTreeModel::updateGroup(QStandardItem* item, const ProcessorGroupNode& group)
+{
+    if (!item || nodeType(*item) != NodeGroup)
+        return;
+    const QPersistentModelIndex index = item->index();
+    item->setData(QVariant::fromValue(group), NodeDataRole);
+    if (index.isValid())
+        itemFromIndex(index)->setText(group.name);
+}
+
 void CProcessorTreeModel::reset()
 {
-    if (!m_root || !GetTargetSelectHandler())
+    // Without a handler an empty tree is all that can be said to be right.
+    if (!m_root || (m_root->hasChildren() && !GetTargetSelectHandler()))
         return;
     // The host answers before the reset begins, so that it may look at the tree or raise events.
-    QList<ProcessorNode> processors;
-    QList<ProcessorGroupNode> groups;
-    if (const auto handler = GetTargetSelectHandler())
-        processors = handler->GetAllProcessorNodes();
-    if (const auto handler = GetTargetSelectHandler())
-        groups = handler->GetAllGroupNodes();
+    QList<ProcessorNode> processors = askHost(&Host::GetAllProcessorNodes);
+    QList<ProcessorGroupNode> groups = askHost(&Host::GetAllGroupNodes);
     if (!m_root)
         return;
 
     const Batch batch(this);
-    // Before the rows go, so that their records go with them.
-    m_index.rebuild(nullptr);
-    m_root->removeRows(0, m_root->rowCount());
-    m_root->removeColumns(0, m_root->columnCount());
-    m_index.rebuild(m_root);
-    setRootCount(processors.size());
-    if (!m_index.add(fillTree(*m_root, groups, processors)))
-        m_rebuildDue = true;
+    const int count = processors.size();
+    if (!fill(groups, processors)) {
+        dropRepeats(groups, processors);
+        fill(groups, processors);
+    }
+    setRootCount(count);
 }
 
 CProcessorItem* CProcessorTreeModel::AppendGroup(const ProcessorGroupNode& group)
@@ -242,8 +249,9 @@ void CProcessorTreeModel::AppendProcessors(const QList<QUuid>& processors)
 {
     QList<ProcessorNode> records;
     for (const QUuid& uuid : processors) {
-        if (const auto handler = GetTargetSelectHandler())
-            records.append(handler->GetProcessorNode(uuid));
+        const auto answer = askForProcessor(uuid, HostEvents::ProcessorsAdded::number);
+        if (answer.record())
+            records.append(*answer.record());
     }
 
     const Batch batch(this);
@@ -253,6 +261,8 @@ void CProcessorTreeModel::AppendProcessors(const QList<QUuid>& processors)
             QStandardItem* item = insertProcessor(processor, parent);
             indexRow(item);
             added = true;
+        } else {
+            m_leftOut.append({processor.id, processor.groupId});
         }
     }
     if (added)
@@ -282,6 +292,20 @@ void CProcessorTreeModel::removeNodes(const QList<QUuid>& uuids)
 {
     for (const QUuid& uuid : uuids)
         removeNode(uuid);
+}
+
+/// Replaces all rows below the root. Returns false, and leaves rows that have to go again, when an
+/// identity is null or stands twice. Within a batch.
+bool CProcessorTreeModel::fill(const QList<ProcessorGroupNode>& groups,
+                               const QList<ProcessorNode>& processors)
+{
+    // Before the rows go, so that their records go with them.
+    m_index.rebuild(nullptr);
+    m_root->removeRows(0, m_root->rowCount());
+    m_root->removeColumns(0, m_root->columnCount());
+    m_index.rebuild(m_root);
+    m_leftOut.clear();
+    return m_index.add(fillTree(*m_root, groups, processors, m_leftOut));
 }
 
 /// The row that takes the processors of `groupId`; null when there is none.

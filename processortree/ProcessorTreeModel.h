@@ -2,6 +2,7 @@
 
 #include "Interface/ProcessorNode.h"
 #include "processortree/IdentityIndex.h"
+#include "processortree/TreeFill.h"
 
 #include <QList>
 #include <QPersistentModelIndex>
@@ -9,6 +10,7 @@
 #include <QUuid>
 
 #include <functional>
+#include <utility>
 
 class CProcessorItem;
 
@@ -69,6 +71,13 @@ public:
     /// which a null identity leads to, stays as it is.
     void updateProcessor(QStandardItem* item, const ProcessorNode& processor);
 
+    /// Gives the row of a group the changed record `group`; its processors stay.
+    void updateGroup(QStandardItem* item, const ProcessorGroupNode& group);
+
+    /// Takes out the processors that reset() and AppendProcessors() left out since the last call,
+    /// because the tree does not hold their group: each with its group.
+    QList<LeftOut> takeLeftOut() { return std::exchange(m_leftOut, {}); }
+
     /// Moves processors under group `targetId`, or under the root for a null one, each to its place
     /// there, brings the records of the processors and groups up to date and reports the new
     /// membership to the host. Returns the moved ones at their new places; those that stood there
@@ -90,8 +99,10 @@ public:
     void announceRecords(const QList<QUuid>& processors);
 
 public slots:
-    /// Fills the tree anew with the host's groups and processors. Afterwards the root's text counts
-    /// the host's processors, with those whose group the host did not list and which are left out.
+    /// Fills the tree anew with the host's groups and processors; without a handler rows stay.
+    /// Of those that share an identity the first one gets a row, groups before processors, and one
+    /// with a null identity gets none. Afterwards the root's text counts the host's processors,
+    /// with those that got no row and those whose group the host did not list.
     void reset();
 
     /// Adds a group behind the other groups and returns its row; null without a root.
@@ -100,7 +111,8 @@ public slots:
     /// Adds a processor at its place; nowhere when its group is unknown.
     void AppendProcessor(const ProcessorNode& processor);
 
-    /// Adds the host's processors of these identities, in one model reset.
+    /// Adds the host's processors of these identities, in one model reset; one for which the host
+    /// answers with another identity is left out.
     void AppendProcessors(const QList<QUuid>& processors);
 
     /// Removes a processor; or a group, whose processors move to the root first.
@@ -113,6 +125,7 @@ private:
     class Batch;
     class Change;
 
+    bool fill(const QList<ProcessorGroupNode>& groups, const QList<ProcessorNode>& processors);
     QStandardItem* groupItem(const QUuid& groupId) const;
     CProcessorItem* insertGroup(const ProcessorGroupNode& group, int row);
     CProcessorItem* insertProcessor(const ProcessorNode& processor, QStandardItem* parent);
@@ -136,6 +149,7 @@ private:
 
     QStandardItem* m_root = nullptr; // owned by the model, below its invisible root
     CIdentityIndex m_index;
+    QList<LeftOut> m_leftOut;
     bool m_rebuildDue = false;
     int m_changes = 0; // nested ones
     std::function<void()> m_onChanged;

@@ -1,6 +1,7 @@
 #include "processortree/ProcessorTreeView.h"
 
 #include "host/widgets/HostTheme.h"
+#include "plugin/GuiCalls.h"
 #include "plugin/PanelStep.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"

@@ -4,6 +4,7 @@
 #include "processortree/ProcessorOrder.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 #include <utility>
@@ -28,7 +29,6 @@ struct Branch
 
     QStandardItem* parent = nullptr; // owned by the model
     int above = 0;                   // groups among the parent's rows
-    int rounds = 1;                  // how often it takes the processors that name it
     std::vector<CRecordCell::Key> keys;
     QList<QStandardItem*> rows;
 };
@@ -40,7 +40,7 @@ void plantGroups(QStandardItem& root, const QList<ProcessorGroupNode>& groups, i
                  Branches& branches, CIdentityIndex::Rows& known)
 {
     const auto branchOff = [room](QStandardItem* parent, int above) {
-        Branch branch{parent, above, 1, {}, {}};
+        Branch branch{parent, above, {}, {}};
         branch.keys.reserve(static_cast<std::size_t>(room));
         branch.rows.reserve(room);
         return branch;
@@ -54,12 +54,8 @@ void plantGroups(QStandardItem& root, const QList<ProcessorGroupNode>& groups, i
         QStandardItem* item = makeGroupItem(group);
         rows.append(item);
         known.push_back({group.id, item, {NodeGroup, {}}});
-        // Of groups that share an identity the first one takes the processors, once for each.
-        const auto first = branches.find(group.id);
-        if (first == branches.end())
+        if (!branches.contains(group.id))
             branches.insert(group.id, branchOff(item, 0));
-        else
-            ++first->rounds;
     }
     root.insertRows(0, rows);
 }
@@ -67,7 +63,7 @@ void plantGroups(QStandardItem& root, const QList<ProcessorGroupNode>& groups, i
 } // namespace
 
 CIdentityIndex::Rows fillTree(QStandardItem& root, const QList<ProcessorGroupNode>& groups,
-                              const QList<ProcessorNode>& processors)
+                              const QList<ProcessorNode>& processors, QList<LeftOut>& leftOut)
 {
     CIdentityIndex::Rows known;
     known.reserve(static_cast<std::size_t>(groups.size())
@@ -76,20 +72,39 @@ CIdentityIndex::Rows fillTree(QStandardItem& root, const QList<ProcessorGroupNod
     // Room for as many as stand in each parent where all have the same number.
     plantGroups(root, groups, processors.size() / (groups.size() + 1) + 1, branches, known);
 
-    int rounds = 1;
-    for (const Branch& branch : qAsConst(branches))
-        rounds = std::max(rounds, branch.rounds);
-    for (int round = 0; round < rounds; ++round) {
-        auto branch = branches.end();
-        for (const ProcessorNode& processor : processors) {
-            // Most often a processor stands in the group of the one before.
-            if (branch == branches.end() || branch.key() != processor.groupId)
-                branch = branches.find(processor.groupId);
-            if (branch != branches.end() && round < branch->rounds)
-                branch->grow(processor, known);
-        }
+    auto taker = branches.end();
+    for (const ProcessorNode& processor : processors) {
+        // Most often a processor stands in the group of the one before.
+        if (taker == branches.end() || taker.key() != processor.groupId)
+            taker = branches.find(processor.groupId);
+        if (taker != branches.end())
+            taker->grow(processor, known);
+        else
+            leftOut.append({processor.id, processor.groupId});
     }
     for (const Branch& branch : qAsConst(branches))
         branch.parent->insertRows(branch.above, branch.rows);
     return known;
+}
+
+void dropRepeats(QList<ProcessorGroupNode>& groups, QList<ProcessorNode>& processors)
+{
+    QSet<QUuid> seen{QUuid()};
+    QSet<QUuid> parents{QUuid()};
+    const auto isRepeatedGroup = [&](const ProcessorGroupNode& group) {
+        const bool isKnown = seen.contains(group.id);
+        seen.insert(group.id);
+        parents.insert(group.id);
+        return isKnown;
+    };
+    const auto isRepeatedProcessor = [&](const ProcessorNode& processor) {
+        const bool isKnown = seen.contains(processor.id);
+        // One whose group is not listed gets no row, and leaves its identity to others.
+        if (parents.contains(processor.groupId))
+            seen.insert(processor.id);
+        return isKnown;
+    };
+    groups.erase(std::remove_if(groups.begin(), groups.end(), isRepeatedGroup), groups.end());
+    processors.erase(std::remove_if(processors.begin(), processors.end(), isRepeatedProcessor),
+                     processors.end());
 }

@@ -1,3 +1,4 @@
+#include "plugin/GuiCalls.h"
 #include "plugin/TargetSelectArea.h"
 #include "plugin/TargetSelectData.h"
 #include "processortree/ProcessorTreeModel.h"

@@ -10,6 +10,7 @@
 #include <future>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <thread>
 
 class GuiCallsTest : public QObject
@@ -24,10 +25,16 @@ private slots:
     void shouldRunAtOnceOnTheGuiThread();
     void shouldKeepTheOrder();
     void shouldLiveOnTheGuiThreadWhereverCreated();
-    void shouldReleaseTheCallerWhenDestroyed();
+    void shouldReleaseTheCallerWhenShutDown();
     void shouldReleaseTheCallerWhenClosed();
     void shouldReleaseTheCallerWhenTheGuiThreadAsksTheHost();
-    void shouldWaitForACallThatBeganBeforeTheQuestion();
+    void shouldWaitForACallWithAShortQuestion();
+    void shouldReleaseTheCallerOfACallThatStaysInAQuestion();
+    void shouldNotWaitAtAllOnceAQuestionIsLong();
+    void shouldWaitOnceForAllOfAnEvent();
+    void shouldTellACallWhetherItIsAwaited();
+    void shouldRunWhatWasRaisedInsideACallBehindIt();
+    void shouldGoOnAfterAnException();
     void shouldNotWaitLongerThanItsPatience();
     void shouldSettleFromAnotherThread();
     void shouldSettleOnTheGuiThread();
@@ -88,9 +95,9 @@ void GuiCallsTest::shouldLiveOnTheGuiThreadWhereverCreated()
     QCOMPARE(calls->thread(), QThread::currentThread());
 }
 
-void GuiCallsTest::shouldReleaseTheCallerWhenDestroyed()
+void GuiCallsTest::shouldReleaseTheCallerWhenShutDown()
 {
-    auto calls = std::make_unique<CGuiCalls>();
+    const auto calls = std::make_unique<CGuiCalls>();
     HostThread thread;
     bool ran = false;
     bool answer = true;
@@ -103,7 +110,7 @@ void GuiCallsTest::shouldReleaseTheCallerWhenDestroyed()
     QVERIFY(comesBack(begun.get_future()));
     while (held.use_count() < 2)
         std::this_thread::yield();
-    QCoreApplication::removePostedEvents(calls.get());
+    calls->shutDown();
     QVERIFY(comesBack(done));
     QVERIFY(!answer);
     QVERIFY(!ran);
@@ -132,7 +139,7 @@ void GuiCallsTest::shouldReleaseTheCallerWhenTheGuiThreadAsksTheHost()
     HostThread thread;
     bool ran = false;
     {
-        const CGuiCalls::CHostQuestion question(calls);
+        const CHostQuestion question;
         // The host, inside the question, waits for its own thread.
         QVERIFY(comesBack(thread.post([&] { calls.run([&] { ran = true; }); })));
         QVERIFY(!ran);
@@ -140,20 +147,110 @@ void GuiCallsTest::shouldReleaseTheCallerWhenTheGuiThreadAsksTheHost()
     QTRY_VERIFY(ran);
 }
 
-void GuiCallsTest::shouldWaitForACallThatBeganBeforeTheQuestion()
+void GuiCallsTest::shouldWaitForACallWithAShortQuestion()
 {
     CGuiCalls calls;
     HostThread thread;
-    bool answer = false;
     bool ended = false;
     thread.run([&] {
-        answer = calls.run([&] {
-            const CGuiCalls::CHostQuestion question(calls);
+        calls.run([&] {
+            const CHostQuestion question;
             ended = true;
         });
     });
-    QVERIFY(answer);
     QVERIFY(ended);
+}
+
+void GuiCallsTest::shouldReleaseTheCallerOfACallThatStaysInAQuestion()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    bool cameBack = false;
+    std::promise<void> left;
+    auto hasLeft = left.get_future();
+    thread.run([&] {
+        calls.run([&] {
+            const CHostQuestion question;
+            // The host, inside the question, waits for the thread that waits for this call.
+            cameBack = hasLeft.wait_for(kSoon) == std::future_status::ready;
+        });
+        left.set_value();
+    });
+    QTRY_VERIFY(cameBack);
+}
+
+void GuiCallsTest::shouldNotWaitAtAllOnceAQuestionIsLong()
+{
+    CGuiCalls calls;
+    calls.setPatience(std::chrono::hours(1));
+    HostThread thread;
+    const CHostQuestion question;
+    QTRY_VERIFY(CHostQuestion::holdsUpGuiThread());
+    // One question however often it is nested: no caller waits for it again.
+    for (int n = 0; n < 5000; ++n) {
+        const CHostQuestion nested;
+        QVERIFY(comesBack(thread.post([&] { calls.run([] {}); })));
+    }
+}
+
+void GuiCallsTest::shouldWaitOnceForAllOfAnEvent()
+{
+    CGuiCalls calls;
+    calls.setPatience(std::chrono::hours(1));
+    HostThread thread;
+    QVERIFY(comesBack(thread.post([&] {
+        calls.post([] {});
+        const auto past = CHostQuestion::Clock::now();
+        calls.settle(past);
+        calls.run([] {}, past);
+    })));
+}
+
+void GuiCallsTest::shouldTellACallWhetherItIsAwaited()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    QStringList awaited;
+    const auto note = [&] {
+        awaited.append(calls.isAwaited() ? QStringLiteral("yes") : QStringLiteral("no"));
+    };
+    calls.run(note);
+    calls.post(note);
+    thread.run([&] { calls.run(note); });
+    thread.run([&] { calls.post(note); });
+    calls.settle();
+    // A caller that has given up.
+    QVERIFY(comesBack(thread.post([&] { calls.run(note, CHostQuestion::Clock::now()); })));
+    calls.settle();
+    QCOMPARE(awaited.join(QLatin1Char(' ')), QStringLiteral("yes yes yes no no"));
+    QVERIFY(!calls.isAwaited());
+}
+
+void GuiCallsTest::shouldRunWhatWasRaisedInsideACallBehindIt()
+{
+    CGuiCalls calls;
+    QStringList order;
+    calls.run([&] {
+        QVERIFY(!calls.run([&] { order.append(QStringLiteral("raised")); }));
+        order.append(QStringLiteral("raising"));
+    });
+    QCOMPARE(order.join(QLatin1Char(' ')), QStringLiteral("raising raised"));
+}
+
+void GuiCallsTest::shouldGoOnAfterAnException()
+{
+    CGuiCalls calls;
+    int runs = 0;
+    const auto fail = [&] {
+        calls.post([&] { ++runs; });
+        const CHostQuestion question;
+        throw std::runtime_error("the host's");
+    };
+    QVERIFY_EXCEPTION_THROWN(calls.run(fail), std::runtime_error);
+    QTRY_COMPARE(runs, 1);
+    QVERIFY(!CHostQuestion::holdsUpGuiThread());
+    QVERIFY(calls.run([&] { ++runs; }));
+    QCOMPARE(runs, 2);
 }
 
 void GuiCallsTest::shouldNotWaitLongerThanItsPatience()

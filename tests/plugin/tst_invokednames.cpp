@@ -22,7 +22,7 @@ struct Invocation
 QList<Invocation> invocations()
 {
     static const QRegularExpression call(
-        QStringLiteral("invokeMethod\\(\\s*[\\w.:>()\\s-]*?,\\s*\"(\\w+)\"([^;]*);"));
+        QStringLiteral("invokeMethod\\(\\s*[\\w.&:>()\\s-]*?,\\s*\"(\\w+)\"([^;]*);"));
     static const QRegularExpression argument(QStringLiteral("Q_ARG\\(\\s*([\\w<>:]+)\\s*,"));
     QList<Invocation> found;
     for (const char* folder : {"plugin", "processortree", "search", "ipmanage"}) {

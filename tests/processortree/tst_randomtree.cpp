@@ -234,8 +234,10 @@ private:
     {
         const QList<QUuid> ids = m_dice.ids(4);
         QList<ProcessorNode> records;
-        for (const QUuid& id : ids)
-            records.append(m_project.processor(id));
+        for (const QUuid& id : ids) {
+            if (m_project.processor(id).id == id)
+                records.append(m_project.processor(id));
+        }
         m_model.AppendProcessors(ids);
         m_reference.appendProcessors(records);
         return QStringLiteral("AppendProcessors");

@@ -507,7 +507,7 @@ void TreeModelTest::shouldStandAHostsNonsense()
     Tree tree;
     tree->reset();
     QCOMPARE(tree.root()->text(), text("All processors(305)"));
-    QCOMPARE(tree->groupCount(), 4);
+    QCOMPARE(tree->groupCount(), 2);
     QCOMPARE(tree.root()->child(0)->text(), longName);
     QCOMPARE(tree->getItem(testId(100)), tree.root()->child(0));
     QCOMPARE(tree->getItem(QUuid()), tree.root());

@@ -5,6 +5,7 @@
 #include "tests/support/WarningTrap.h"
 
 #include <QAbstractItemModelTester>
+#include <QSignalSpy>
 #include <QSortFilterProxyModel>
 #include <QStandardItem>
 #include <QTest>
@@ -79,8 +80,8 @@ private slots:
     void shouldKeepTheRootItem();
     void shouldReplaceEverything();
     void shouldShowProcessorsWhoseGroupComesLater();
-    void shouldShowRepeatedProcessors();
-    void shouldFillTheFirstOfRepeatedGroups();
+    void shouldShowARepeatedProcessorOnce();
+    void shouldShowARepeatedGroupOnce();
     void shouldPlaceByAddressInAReset();
     void shouldAskTheHostForProcessorsAndGroups();
     void shouldDoNothingWithoutAHandler();
@@ -88,7 +89,7 @@ private slots:
     void shouldAppendNothingInAResetOfItsOwn();
     void shouldLeaveTheCountWhenNothingWasAdded();
     void shouldAskTheHostForEachAppendedProcessor();
-    void shouldAppendTheRecordsOfUnknownProcessors();
+    void shouldAppendNoRecordOfAnotherIdentity();
     void shouldLetNoRowSignalOutOfAReset();
     void shouldLetNoRowSignalThroughAProxyAndAView();
     void shouldShowTheFilteredTreeAfterAReset();
@@ -189,20 +190,24 @@ void TreeResetTest::shouldShowProcessorsWhoseGroupComesLater()
     QCOMPARE(dump(), text("All processors(2)[G100[2],G101[1]]"));
 }
 
-void TreeResetTest::shouldShowRepeatedProcessors()
+void TreeResetTest::shouldShowARepeatedProcessorOnce()
 {
     host().setProject({testGroup(100)},
                       {testProcessor(1), testProcessor(1, 100), testProcessor(1, 100)});
     m_model->reset();
-    QCOMPARE(dump(), text("All processors(3)[G100[1,1],1]"));
-    QCOMPARE(m_model->getItem(testId(1)), m_model->getItem(testId(100))->child(0));
+    QCOMPARE(dump(), text("All processors(3)[G100[],1]"));
+    // Among those that can have a row at all.
+    host().setProject({}, {testProcessor(1, 100), testProcessor(2), testProcessor(1),
+                           testProcessor(2), testProcessor(0)});
+    m_model->reset();
+    QCOMPARE(dump(), text("All processors(5)[2,1]"));
 }
 
-void TreeResetTest::shouldFillTheFirstOfRepeatedGroups()
+void TreeResetTest::shouldShowARepeatedGroupOnce()
 {
     host().setProject({testGroup(100), testGroup(100)}, {testProcessor(1, 100)});
     m_model->reset();
-    QCOMPARE(dump(), text("All processors(1)[G100[1,1],G100[]]"));
+    QCOMPARE(dump(), text("All processors(1)[G100[1]]"));
 }
 
 void TreeResetTest::shouldPlaceByAddressInAReset()
@@ -230,6 +235,13 @@ void TreeResetTest::shouldDoNothingWithoutAHandler()
     m_model->reset();
     m_model->AppendProcessors({testId(9)});
     QCOMPARE(dump(), before);
+
+    // An empty tree can be filled with nothing, for those who wait to hear of it.
+    m_model->clearToRoot();
+    QSignalSpy resets(m_model.get(), &QAbstractItemModel::modelReset);
+    m_model->reset();
+    QCOMPARE(resets.count(), 1);
+    QCOMPARE(dump(), text("All processors(0)[]"));
 }
 
 void TreeResetTest::shouldAppendSeveralInTheirOrder()
@@ -269,12 +281,11 @@ void TreeResetTest::shouldAskTheHostForEachAppendedProcessor()
                                  text("GetProcessorNode") + testId(2).toString()}));
 }
 
-void TreeResetTest::shouldAppendTheRecordsOfUnknownProcessors()
+void TreeResetTest::shouldAppendNoRecordOfAnotherIdentity()
 {
     m_model->AppendProcessors({testId(99)});
-    QCOMPARE(dump(), text("All processors(1)[]"));
-    QCOMPARE(m_model->item(0)->rowCount(), 1);
-    QCOMPARE(m_model->getItem(QUuid()), m_model->item(0));
+    QCOMPARE(dump(), text("All processors(0)[]"));
+    QCOMPARE(m_model->item(0)->rowCount(), 0);
 }
 
 void TreeResetTest::shouldLetNoRowSignalOutOfAReset()

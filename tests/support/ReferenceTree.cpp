@@ -191,18 +191,20 @@ void ReferenceTree::apply(quint32 event, const QList<QUuid>& ids, const Referenc
         reset(project);
         break;
     case 17:
-        if (!row(id))
+        if (!row(id) && project.group(id).id == id)
             appendGroup(project.group(id));
         break;
     case 18:
-        if (!row(id))
+        if (!row(id) && project.processor(id).id == id)
             appendProcessor(project.processor(id));
         break;
     case 19: {
         QList<ProcessorNode> missing;
+        QList<QUuid> seen;
         for (const QUuid& each : ids) {
-            if (!row(each))
+            if (!row(each) && !seen.contains(each) && project.processor(each).id == each)
                 missing.append(project.processor(each));
+            seen.append(each);
         }
         appendProcessors(missing);
         break;
@@ -215,11 +217,11 @@ void ReferenceTree::apply(quint32 event, const QList<QUuid>& ids, const Referenc
             removeNode(each);
         break;
     case 25:
-        if (row(id) && row(id)->type == NodeProcessor)
+        if (row(id) && row(id)->type == NodeProcessor && project.processor(id).id == id)
             updateProcessor(id, project.processor(id));
         break;
     case 26:
-        if (row(id))
+        if (row(id) && project.processor(id).id == id)
             updateProcessor(id, project.processor(id));
         break;
     default:
@@ -230,17 +232,22 @@ void ReferenceTree::apply(quint32 event, const QList<QUuid>& ids, const Referenc
 void ReferenceTree::reset(const ReferenceProject& project)
 {
     m_root.children.clear();
-    const auto appendAllOf = [&](const QUuid& groupId) {
-        for (const ProcessorNode& processor : project.processors) {
-            if (processor.groupId == groupId)
-                place(processor);
-        }
-    };
+    // One row at most for each identity, and none for the root's.
+    QList<QUuid> taken{QUuid()};
+    QList<QUuid> parents{QUuid()};
     for (const ProcessorGroupNode& group : project.groups) {
+        if (taken.contains(group.id))
+            continue;
         appendGroup(group);
-        appendAllOf(group.id);
+        taken.append(group.id);
+        parents.append(group.id);
     }
-    appendAllOf(QUuid());
+    for (const ProcessorNode& processor : project.processors) {
+        if (taken.contains(processor.id) || !parents.contains(processor.groupId))
+            continue;
+        place(processor);
+        taken.append(processor.id);
+    }
     setRootCount(project.processors.size());
 }
 

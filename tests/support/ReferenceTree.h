@@ -11,7 +11,8 @@
 
 class QAbstractItemModel;
 
-/// The project as the host answers for it. An identity that it does not know has a default record.
+/// The project as the host answers for it. An identity that it does not know has a default record,
+/// which is no answer.
 struct ReferenceProject
 {
     QList<ProcessorGroupNode> groups;

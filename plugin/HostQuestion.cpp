@@ -1,0 +1,54 @@
+#include "plugin/HostQuestion.h"
+
+#include "plugin/GuiThread.h"
+
+namespace {
+
+/// Hosts answer at once, unless they wait for something.
+constexpr std::chrono::milliseconds kUsualQuestion{20};
+
+} // namespace
+
+std::optional<CHostQuestion::Clock::time_point> CHostQuestion::Watch::releaseTime() const
+{
+    return nested > 0 ? std::optional(since + kUsualQuestion) : std::nullopt;
+}
+
+CHostQuestion::Watch& CHostQuestion::watch()
+{
+    static auto* const instance = new Watch;
+    return *instance;
+}
+
+CHostQuestion::CHostQuestion()
+    : m_counts(isGuiThread())
+{
+    if (!m_counts)
+        return;
+    {
+        const std::lock_guard guard(watch().mutex);
+        if (watch().nested++ > 0)
+            return;
+        watch().since = Clock::now();
+    }
+    watch().changed.notify_all();
+}
+
+CHostQuestion::~CHostQuestion()
+{
+    if (!m_counts)
+        return;
+    {
+        const std::lock_guard guard(watch().mutex);
+        if (--watch().nested > 0)
+            return;
+    }
+    watch().changed.notify_all();
+}
+
+bool CHostQuestion::holdsUpGuiThread()
+{
+    const std::lock_guard guard(watch().mutex);
+    const auto release = watch().releaseTime();
+    return release && Clock::now() >= *release;
+}

@@ -1,0 +1,88 @@
+#include "plugin/PanelEvents.h"
+
+#include "plugin/GuiCalls.h"
+#include "plugin/TargetSelectHandler.h"
+
+#include <QMetaObject>
+
+#include <utility>
+
+CPanelEvents::CPanelEvents(std::shared_ptr<CGuiCalls> calls)
+    : m_calls(std::move(calls))
+{
+}
+
+void CPanelEvents::changeDetectStrategy(int strategy)
+{
+    post([strategy](QObject& panel) {
+        QMetaObject::invokeMethod(&panel, "onDetectStrategyChanged", Qt::DirectConnection,
+                                  Q_ARG(int, strategy));
+    });
+}
+
+void CPanelEvents::changeDeviceSets(GUID current, const QList<SDeviceSetInfo>& sets)
+{
+    post([current, sets](QObject& panel) {
+        QMetaObject::invokeMethod(&panel, "onCurrentDeviceSetChanged", Qt::DirectConnection,
+                                  Q_ARG(GUID, current), Q_ARG(QList<SDeviceSetInfo>, sets));
+    });
+}
+
+void CPanelEvents::changeLanUsbAddresses()
+{
+    post([](QObject& panel) {
+        QMetaObject::invokeMethod(&panel, "onLANUSBGetProcessorIP", Qt::DirectConnection);
+    });
+}
+
+void CPanelEvents::repaintMonitorWarnings()
+{
+    post([](QObject& panel) {
+        QMetaObject::invokeMethod(&panel, "UpdateMonitorWarningState", Qt::DirectConnection);
+    });
+}
+
+CPanelEvents::Current CPanelEvents::askForCurrent()
+{
+    Current current;
+    current.place = m_currents.take({}, CEventOrder::Reach::WholeTree);
+    current.reports = m_reports;
+    current.source = HandlerPlace::current();
+    if (const auto handler = GetTargetSelectHandler()) {
+        current.processor = handler->GetCurrentProcessorId();
+        current.isKnown = true;
+    }
+    return current;
+}
+
+void CPanelEvents::showCurrent(const Current& current)
+{
+    m_calls->run([this, current] {
+        if (!HandlerPlace::current())
+            return;
+        const auto shown =
+            holds(current) ? current.processor : askHost(&Host::GetCurrentProcessorId);
+        if (m_panel) {
+            QMetaObject::invokeMethod(m_panel, "onCurrentProcessorChanged", Qt::DirectConnection,
+                                      Q_ARG(QUuid, shown));
+        }
+    });
+}
+
+/// Returns whether the host's answer may still be shown. It may not when the user has picked
+/// something since: of that the host told in vain, while it was being reported.
+bool CPanelEvents::holds(const Current& current) const
+{
+    const std::shared_ptr<void> source = HandlerPlace::current();
+    return current.isKnown && current.reports == m_reports
+           && !m_currents.isOvertakenAtAll(*current.place) && !current.source.owner_before(source)
+           && !source.owner_before(current.source);
+}
+
+void CPanelEvents::post(std::function<void(QObject&)> call)
+{
+    m_calls->post([this, call = std::move(call)] {
+        if (m_panel)
+            call(*m_panel);
+    });
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Interface/DeviceSetInfo.h"
+#include "plugin/EventOrder.h"
+
+#include <QList>
+#include <QObject>
+#include <QUuid>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+class CGuiCalls;
+
+/// The host's events about the panel itself, as jobs of the work thread: each calls a slot of the
+/// panel that exists when its turn on the GUI thread comes, by name.
+///
+/// Thread-safe, but for setPanel(). Shared with the jobs.
+class CPanelEvents final
+{
+public:
+    explicit CPanelEvents(std::shared_ptr<CGuiCalls> calls);
+    CPanelEvents(const CPanelEvents&) = delete;
+    CPanelEvents& operator=(const CPanelEvents&) = delete;
+
+    /// Names the panel whose slots are called; null when it goes. GUI thread.
+    void setPanel(QObject* panel) { m_panel = panel; }
+
+    /// Counts the user's own choices, which make the host's older answers void.
+    void noteReport() { ++m_reports; }
+
+    void changeDetectStrategy(int strategy);
+    void changeDeviceSets(GUID current, const QList<SDeviceSetInfo>& sets);
+    void changeLanUsbAddresses();
+    void repaintMonitorWarnings();
+
+    /// What was known when the host told that its current processor changed.
+    struct Current
+    {
+        CEventOrder::Place place;
+        quint32 reports = 0;
+        bool isKnown = false;
+        QUuid processor;
+        std::weak_ptr<void> source; // the handler that answered
+    };
+
+    /// Asks the host for its current processor. On the thread that tells the event.
+    Current askForCurrent();
+    void showCurrent(const Current& current);
+
+private:
+    void post(std::function<void(QObject&)> call);
+    bool holds(const Current& current) const;
+
+    const std::shared_ptr<CGuiCalls> m_calls;
+    QObject* m_panel = nullptr; // the host's; GUI thread
+    CEventOrder m_currents;     // of the events about the current processor
+    std::atomic<quint32> m_reports{0};
+};

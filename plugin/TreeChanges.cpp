@@ -1,0 +1,237 @@
+#include "plugin/TreeChanges.h"
+
+#include "Interface/HostEvents.h"
+#include "plugin/GuiCalls.h"
+#include "plugin/LogCategories.h"
+#include "plugin/TargetSelectHandler.h"
+#include "processortree/NodeType.h"
+#include "processortree/ProcessorTreeModel.h"
+
+#include <QMetaObject>
+#include <QSet>
+
+using Weather = CLeftOutProcessors::Weather;
+
+CTreeChanges::CTreeChanges(CProcessorTreeModel& model, CGuiCalls& calls)
+    : m_model(model)
+    , m_calls(calls)
+{
+}
+
+/// Returns whether `answer` may be used as it is.
+template <typename Record>
+bool CTreeChanges::holds(const Place& place, const QUuid& id,
+                         const CHostAnswer<Record>& answer) const
+{
+    const char* reason = nullptr;
+    if (!answer.isGiven())
+        reason = "was not asked before";
+    else if (!m_calls.isAwaited())
+        reason = "comes late";
+    else if (m_order.isOvertaken(*place, id))
+        reason = "was overtaken";
+    else if (!answer.isCurrent())
+        reason = "was answered by a handler that is replaced";
+    if (reason)
+        qCDebug(lcBridge) << "the change of" << id << reason << "and asks the host now";
+    return !reason;
+}
+
+void CTreeChanges::clear()
+{
+    m_leftOut.clear();
+    m_model.clearToRoot();
+}
+
+void CTreeChanges::reset(const Place& place)
+{
+    if (!HandlerPlace::isSet())
+        return;
+    QMetaObject::invokeMethod(&m_model, "reset", Qt::DirectConnection);
+    m_leftOut.clear();
+    noteLeftOut(place, m_order.isOvertakenAtAll(*place) ? Weather::Rough : Weather::Calm);
+}
+
+void CTreeChanges::addGroup(const Place& place, const QUuid& id,
+                            const CHostAnswer<ProcessorGroupNode>& answer)
+{
+    constexpr quint32 event = HostEvents::GroupAdded::number;
+    if (!HandlerPlace::isSet() || m_model.getItem(id))
+        return;
+    const auto group = holds(place, id, answer) ? answer.record() : askForGroup(id, event).record();
+    if (!group || m_model.getItem(id))
+        return;
+    QMetaObject::invokeMethod(&m_model, "AppendGroup", Qt::DirectConnection,
+                              Q_ARG(ProcessorGroupNode, *group));
+    addLeftOut(place, id, event);
+}
+
+void CTreeChanges::addProcessor(const Place& place, const QUuid& id,
+                                const CHostAnswer<ProcessorNode>& answer, quint32 event)
+{
+    if (!HandlerPlace::isSet() || m_model.getItem(id))
+        return;
+    const bool isFresh = holds(place, id, answer);
+    const auto processor = isFresh ? answer.record() : askForProcessor(id, event).record();
+    if (processor && !m_model.getItem(id))
+        append(place, *processor, isFresh ? Weather::Calm : Weather::Rough);
+}
+
+void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
+{
+    if (!HandlerPlace::isSet())
+        return;
+    QList<QUuid> missing;
+    QSet<QUuid> seen;
+    for (const QUuid& id : ids) {
+        if (!m_model.getItem(id) && !seen.contains(id)) {
+            seen.insert(id);
+            missing.append(id);
+        }
+    }
+    QMetaObject::invokeMethod(&m_model, "AppendProcessors", Qt::DirectConnection,
+                              Q_ARG(QList<QUuid>, missing));
+    noteLeftOut(place, m_order.isOvertakenAtAll(*place) ? Weather::Rough : Weather::Calm);
+}
+
+void CTreeChanges::removeNode(const Place& place, const QUuid& id, bool doubtful)
+{
+    if (!HandlerPlace::isSet() || (isStale(place, id, doubtful) && !dissolve(id)))
+        return;
+    QMetaObject::invokeMethod(&m_model, "removeNode", Qt::DirectConnection, Q_ARG(QUuid, id));
+    m_leftOut.remove(id);
+    addLeftOut(place, id, HostEvents::NodeRemoved::number);
+}
+
+void CTreeChanges::removeNodes(const Place& place, const QList<QUuid>& ids, bool doubtful)
+{
+    if (!HandlerPlace::isSet())
+        return;
+    QList<QUuid> gone;
+    for (const QUuid& id : ids) {
+        if (!isStale(place, id, doubtful) || dissolve(id))
+            gone.append(id);
+    }
+    QMetaObject::invokeMethod(&m_model, "removeNodes", Qt::DirectConnection,
+                              Q_ARG(QList<QUuid>, gone));
+    for (const QUuid& id : qAsConst(gone)) {
+        m_leftOut.remove(id);
+        addLeftOut(place, id, HostEvents::NodesRemoved::number);
+    }
+}
+
+void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool onlyProcessors,
+                                    const CHostAnswer<ProcessorNode>& answer, quint32 event)
+{
+    if (!HandlerPlace::isSet())
+        return;
+    const auto wantedRow = [&]() -> QStandardItem* {
+        QStandardItem* item = m_model.getItem(id);
+        return item && (!onlyProcessors || nodeType(*item) == NodeProcessor) ? item : nullptr;
+    };
+    if (!m_model.getItem(id) && m_leftOut.isDue(id, *place)) {
+        addProcessor(place, id, {}, event);
+        return;
+    }
+    if (!wantedRow())
+        return;
+    const bool isFresh = holds(place, id, answer);
+    const auto processor = isFresh ? answer.record() : askForProcessor(id, event).record();
+    QStandardItem* item = wantedRow();
+    if (!processor || !item)
+        return;
+    m_model.updateProcessor(item, *processor);
+    noteIfLeftOut(place, {processor->id, processor->groupId},
+                  isFresh ? Weather::Calm : Weather::Rough);
+}
+
+void CTreeChanges::announceRecords(const QList<QUuid>& ids)
+{
+    m_model.announceRecords(ids);
+}
+
+void CTreeChanges::refreshRecords(const Place& place, const QList<QUuid>& ids)
+{
+    constexpr quint32 event = HostEvents::MonitorStateChanged::number;
+    for (const QUuid& id : ids) {
+        if (!HandlerPlace::isSet())
+            return;
+        const QStandardItem* item = m_model.getItem(id);
+        if (!item && m_leftOut.isDue(id, *place))
+            addProcessor(place, id, {}, event);
+        if (!item || nodeType(*item) != NodeProcessor)
+            continue;
+        const auto processor = askForProcessor(id, event).record();
+        item = m_model.getItem(id);
+        if (processor && item && nodeType(*item) == NodeProcessor)
+            m_model.setData(item->index(), QVariant::fromValue(*processor), NodeDataRole);
+    }
+}
+
+void CTreeChanges::append(const Place& place, const ProcessorNode& processor, Weather weather)
+{
+    QMetaObject::invokeMethod(&m_model, "AppendProcessor", Qt::DirectConnection,
+                              Q_ARG(ProcessorNode, processor));
+    noteIfLeftOut(place, {processor.id, processor.groupId}, weather);
+}
+
+void CTreeChanges::noteIfLeftOut(const Place& place, const LeftOut& leftOut, Weather weather)
+{
+    if (m_model.getItem(leftOut.processor) || leftOut.group.isNull()) {
+        m_leftOut.remove(leftOut.processor);
+        return;
+    }
+    qCDebug(lcBridge) << "processor" << leftOut.processor << "is left out: group" << leftOut.group
+                      << "is unknown";
+    m_leftOut.add(leftOut, *place, weather);
+}
+
+/// Notes those that the model left out of a list.
+void CTreeChanges::noteLeftOut(const Place& place, Weather weather)
+{
+    const QList<LeftOut> all = m_model.takeLeftOut();
+    for (const LeftOut& leftOut : all)
+        noteIfLeftOut(place, leftOut, weather);
+}
+
+/// Adds the processors that were left out for want of `group`, or of what became of it.
+void CTreeChanges::addLeftOut(const Place& place, const QUuid& group, quint32 event)
+{
+    const QList<QUuid> due = m_leftOut.takeDue(group, *place);
+    for (const QUuid& id : due)
+        addProcessor(place, id, {}, event);
+}
+
+bool CTreeChanges::isGroup(const QUuid& id) const
+{
+    const QStandardItem* item = m_model.getItem(id);
+    return item && nodeType(*item) == NodeGroup;
+}
+
+/// Returns whether the removal of `id` would dissolve a group that the host may have again by now.
+/// Dissolving tells the host where the group's processors stand.
+bool CTreeChanges::isStale(const Place& place, const QUuid& id, bool doubtful) const
+{
+    return isGroup(id) && ((doubtful && !m_calls.isAwaited()) || m_order.isContested(*place, id));
+}
+
+/// Brings the processors of `group` to where the host has them now. Returns whether the host has
+/// the group no more, so that its row can go.
+bool CTreeChanges::dissolve(const QUuid& group)
+{
+    constexpr quint32 event = HostEvents::NodeRemoved::number;
+    const QStandardItem* item = m_model.getItem(group);
+    const QList<QUuid> members = m_model.getChildProcessor(item ? item->index() : QModelIndex());
+    const auto record = askForGroup(group, event).record();
+    for (const QUuid& member : members) {
+        const auto processor = askForProcessor(member, event).record();
+        item = m_model.getItem(member);
+        if (!processor || !item || processor->groupId == group)
+            continue;
+        if (record || !processor->groupId.isNull())
+            m_model.moveProcessors({item->index()}, processor->groupId);
+    }
+    if (record && isGroup(group))
+        m_model.updateGroup(m_model.getItem(group), *record);
+    return !record;
+}

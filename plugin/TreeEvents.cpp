@@ -1,0 +1,189 @@
+#include "plugin/TreeEvents.h"
+
+#include "Interface/HostEvents.h"
+#include "plugin/GuiCalls.h"
+#include "plugin/TargetSelectHandler.h"
+#include "plugin/TreeChanges.h"
+
+#include <utility>
+
+namespace {
+
+using Reach = CEventOrder::Reach;
+
+/// How often the work thread asks for a record that keeps changing meanwhile.
+constexpr int kMostAttempts = 3;
+
+} // namespace
+
+CTreeEvents::CTreeEvents(CProcessorTreeModel& model, std::shared_ptr<CGuiCalls> calls)
+    : m_model(model)
+    , m_calls(std::move(calls))
+    , m_changes(std::make_shared<CTreeChanges>(model, *m_calls))
+{
+}
+
+CTreeEvents::~CTreeEvents() = default;
+
+void CTreeEvents::end()
+{
+    m_calls->shutDown();
+    m_model.end();
+}
+
+void CTreeEvents::clear()
+{
+    m_calls->post([changes = m_changes] { changes->clear(); });
+}
+
+// What asks nobody beforehand takes its place together with that in the queue: an event that comes
+// later finds it there.
+
+void CTreeEvents::reset()
+{
+    const auto place = std::make_shared<CEventOrder::Place>();
+    m_calls->post([changes = m_changes, place] { changes->reset(*place); },
+                  [&] { *place = m_changes->order().take({}, Reach::WholeTree); });
+}
+
+void CTreeEvents::addProcessors(const QList<QUuid>& ids)
+{
+    const auto place = m_changes->order().take(ids, Reach::OwnRows);
+    m_calls->run([changes = m_changes, place, ids] { changes->addProcessors(place, ids); });
+}
+
+void CTreeEvents::removeNode(const QUuid& id)
+{
+    const bool doubtful = CHostQuestion::holdsUpGuiThread();
+    const Reach reach = reachOfRemoval({id});
+    const auto place = std::make_shared<CEventOrder::Place>();
+    m_calls->post(
+        [changes = m_changes, place, id, doubtful] { changes->removeNode(*place, id, doubtful); },
+        [&] { *place = m_changes->order().take({id}, reach); });
+}
+
+void CTreeEvents::removeNodes(const QList<QUuid>& ids)
+{
+    const bool doubtful = CHostQuestion::holdsUpGuiThread();
+    const Reach reach = reachOfRemoval(ids);
+    const auto place = std::make_shared<CEventOrder::Place>();
+    m_calls->post([changes = m_changes, place, ids,
+                   doubtful] { changes->removeNodes(*place, ids, doubtful); },
+                  [&] { *place = m_changes->order().take(ids, reach); });
+}
+
+/// The removal of a group moves the processors that stand in it.
+CEventOrder::Reach CTreeEvents::reachOfRemoval(const QList<QUuid>& ids) const
+{
+    for (const QUuid& id : ids) {
+        const auto row = m_model.find(id);
+        if (!row || row->type != NodeProcessor)
+            return Reach::WholeTree;
+    }
+    return Reach::OwnRows;
+}
+
+void CTreeEvents::addGroup(const QUuid& id)
+{
+    const auto place = m_changes->order().take({id}, Reach::WholeTree);
+    const auto deadline = m_calls->deadline();
+    CHostAnswer<ProcessorGroupNode> answer;
+    if (m_calls->settle(deadline)) {
+        if (m_model.find(id))
+            return;
+        answer = askForGroup(id, HostEvents::GroupAdded::number);
+    }
+    m_calls->run([changes = m_changes, place, id,
+                  answer = std::move(answer)] { changes->addGroup(place, id, answer); },
+                 deadline);
+}
+
+void CTreeEvents::addProcessor(const QUuid& id)
+{
+    constexpr quint32 event = HostEvents::ProcessorAdded::number;
+    const auto place = m_changes->order().take({id}, Reach::OwnRows);
+    const auto deadline = m_calls->deadline();
+    CHostAnswer<ProcessorNode> answer;
+    if (m_calls->settle(deadline)) {
+        if (m_model.find(id))
+            return;
+        answer = askForProcessor(id, event);
+    }
+    m_calls->run([changes = m_changes, place, id,
+                  answer = std::move(answer)] { changes->addProcessor(place, id, answer, event); },
+                 deadline);
+}
+
+void CTreeEvents::refreshProcessor(const QUuid& id)
+{
+    refresh(id, true, HostEvents::ProcessorChanged::number);
+}
+
+void CTreeEvents::refreshNode(const QUuid& id)
+{
+    refresh(id, false, HostEvents::ProjectProcessorChanged::number);
+}
+
+void CTreeEvents::refresh(const QUuid& id, bool onlyProcessors, quint32 event)
+{
+    const auto place = m_changes->order().take({id}, Reach::OwnRows);
+    const auto deadline = m_calls->deadline();
+    CHostAnswer<ProcessorNode> answer;
+    if (m_calls->settle(deadline)) {
+        const auto row = m_model.find(id);
+        if (row && onlyProcessors && row->type != NodeProcessor)
+            return;
+        if (row)
+            answer = askForProcessor(id, event);
+    }
+    m_calls->run([changes = m_changes, place, id, onlyProcessors, answer = std::move(answer),
+                  event] { changes->refreshProcessor(place, id, onlyProcessors, answer, event); },
+                 deadline);
+}
+
+CEventOrder::Place CTreeEvents::monitorStatesPlace(const QList<QUuid>& ids)
+{
+    return m_changes->order().take(ids, Reach::OwnRows);
+}
+
+void CTreeEvents::updateMonitorStates(const CEventOrder::Place& place, const QList<QUuid>& ids)
+{
+    const std::weak_ptr<IAbstractControlInterface> source = HandlerPlace::current();
+    QList<QUuid> rewritten;
+    QList<QUuid> left;
+    const bool settled = m_calls->settle();
+    for (const QUuid& id : ids) {
+        if (settled && rewriteRecord(id) == Rewriting::Done)
+            rewritten.append(id);
+        else
+            left.append(id);
+    }
+    // The rows' content changed without a signal; filters on it learn of it here.
+    m_calls->post([changes = m_changes, place, source, rewritten, left] {
+        const bool isCurrent = CHostAnswer<ProcessorNode>(source, {}).isCurrent();
+        changes->refreshRecords(place, isCurrent ? left : rewritten + left);
+        changes->announceRecords(rewritten);
+    });
+}
+
+/// Replaces the record of a processor's row by the host's, here on the work thread. A row or record
+/// that changed while the host answered may hold a later answer already, so the host is asked
+/// again; not for ever, as it may be the very question that makes it change the record.
+CTreeEvents::Rewriting CTreeEvents::rewriteRecord(const QUuid& id)
+{
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+        const auto row = m_model.find(id);
+        const CRecordCell* cell = row ? row->record.cell() : nullptr;
+        if (!cell)
+            return Rewriting::NotHere;
+        if (row->type != NodeProcessor)
+            return Rewriting::Done;
+        const quint32 version = cell->version();
+        const auto answer = askForProcessor(id, HostEvents::MonitorStateChanged::number);
+        if (!answer.isGiven())
+            return Rewriting::NotHere;
+        if (!answer.record() || m_model.replaceRecord(id, cell, version, *answer.record()))
+            return Rewriting::Done;
+    }
+    return Rewriting::NotHere;
+}
