@@ -4,6 +4,7 @@
 #include "processortree/ProcessorTreeModel.h"
 #include "tests/support/HostThread.h"
 #include "tests/support/Latch.h"
+#include "tests/support/MessageTrap.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/TrueHost.h"
 #include "tests/support/WarningTrap.h"
@@ -105,6 +106,8 @@ public:
     }
 
     const WarningTrap warnings;
+    /// The bridge may say that the host knew nothing of what it had told of.
+    const MessageTrap messages;
     TestPanel panel;
     const QAbstractItemModelTester tester;
     TrueHost host;

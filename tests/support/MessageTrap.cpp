@@ -14,7 +14,8 @@ QtMessageHandler g_previous = nullptr;
 void collect(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     const QString category = QString::fromLatin1(context.category);
-    if (category.isEmpty() || category == QLatin1String("default")) {
+    if (category.isEmpty() || category == QLatin1String("default")
+        || category.startsWith(QLatin1String("qt."))) {
         if (g_previous)
             g_previous(type, context, message);
         return;
@@ -31,7 +32,8 @@ MessageTrap::MessageTrap()
     g_previous = m_previous;
     take();
     // Categories of the product's may be quiet by default.
-    QLoggingCategory::setFilterRules(QStringLiteral("*=true\nqt.*=false"));
+    QLoggingCategory::setFilterRules(
+        QStringLiteral("*.debug=true\n*.info=true\nqt.*.debug=false\nqt.*.info=false"));
 }
 
 MessageTrap::~MessageTrap()

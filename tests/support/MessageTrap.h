@@ -3,8 +3,8 @@
 #include <QStringList>
 #include <QtGlobal>
 
-/// While one lives, what goes to Qt's log in a category of its own, whatever the level, is
-/// collected instead of printed.
+/// While one lives, what the product logs in categories of its own, whatever the level, is
+/// collected instead of printed. What Qt itself says goes on as before.
 class MessageTrap final
 {
 public:
