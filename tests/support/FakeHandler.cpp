@@ -2,6 +2,7 @@
 
 #include <QtEndian>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -39,6 +40,17 @@ QString nameIn(const QString& entry)
 {
     const QString name = entry.section(QLatin1Char('('), 1);
     return name.endsWith(QLatin1Char(')')) ? name.chopped(1) : name;
+}
+
+/// The record of `id`, a default one when there is none.
+template <typename Record>
+Record recordOf(const QUuid& id, const QList<Record>& records)
+{
+    for (const Record& record : records) {
+        if (record.id == id)
+            return record;
+    }
+    return {};
 }
 
 } // namespace
@@ -111,6 +123,25 @@ void FakeHandler::setGroup(const ProcessorGroupNode& group)
     m_groups.append(group);
 }
 
+void FakeHandler::removeProcessor(const QUuid& id)
+{
+    const std::lock_guard guard(m_mutex);
+    const auto isIt = [&](const ProcessorNode& known) { return known.id == id; };
+    m_processors.erase(std::remove_if(m_processors.begin(), m_processors.end(), isIt),
+                       m_processors.end());
+}
+
+void FakeHandler::removeGroup(const QUuid& id)
+{
+    const std::lock_guard guard(m_mutex);
+    const auto isIt = [&](const ProcessorGroupNode& known) { return known.id == id; };
+    m_groups.erase(std::remove_if(m_groups.begin(), m_groups.end(), isIt), m_groups.end());
+    for (ProcessorNode& processor : m_processors) {
+        if (processor.groupId == id)
+            processor.groupId = QUuid();
+    }
+}
+
 QList<ProcessorNode> FakeHandler::processors() const
 {
     const std::lock_guard guard(m_mutex);
@@ -132,6 +163,15 @@ void FakeHandler::note(const char* name, const QString& argument)
     }
     if (inside)
         inside(text);
+}
+
+/// `answer`, after the test had its say.
+template <typename Answer>
+Answer FakeHandler::fixed(const char* name, const QUuid& id, Answer answer)
+{
+    if (answered)
+        answered(QString::fromLatin1(name), id);
+    return answer;
 }
 
 void FakeHandler::SetObserver(CObserver* newObserver)
@@ -240,24 +280,19 @@ bool FakeHandler::ShowNodeMoreButton()
 QList<ProcessorNode> FakeHandler::GetAllProcessorNodes()
 {
     note("GetAllProcessorNodes");
-    return processors();
+    return fixed("GetAllProcessorNodes", QUuid(), processors());
 }
 
 QList<ProcessorGroupNode> FakeHandler::GetAllGroupNodes()
 {
     note("GetAllGroupNodes");
-    return groups();
+    return fixed("GetAllGroupNodes", QUuid(), groups());
 }
 
 ProcessorGroupNode FakeHandler::GetGroupNode(const QUuid& id)
 {
     note("GetGroupNode", id.toString());
-    const std::lock_guard guard(m_mutex);
-    for (const ProcessorGroupNode& group : qAsConst(m_groups)) {
-        if (group.id == id)
-            return group;
-    }
-    return {};
+    return fixed("GetGroupNode", id, answerGroup.value_or(recordOf(id, groups())));
 }
 
 void FakeHandler::AddProcessors(const QUuid& group, int count)
@@ -288,12 +323,7 @@ void FakeHandler::SetProcessorGroup(const ProcessorGroupNode& group, const QUuid
 ProcessorNode FakeHandler::GetProcessorNode(const QUuid& id)
 {
     note("GetProcessorNode", id.toString());
-    const std::lock_guard guard(m_mutex);
-    for (const ProcessorNode& processor : qAsConst(m_processors)) {
-        if (processor.id == id)
-            return processor;
-    }
-    return {};
+    return fixed("GetProcessorNode", id, answerProcessor.value_or(recordOf(id, processors())));
 }
 
 bool FakeHandler::CanRenameProcessor(const QUuid& id)

@@ -35,6 +35,8 @@ public:
                     const QList<ProcessorNode>& processors);
     void setProcessor(const ProcessorNode& processor);
     void setGroup(const ProcessorGroupNode& group);
+    void removeProcessor(const QUuid& id);
+    void removeGroup(const QUuid& id); ///< Its processors belong to no group then.
     QList<ProcessorNode> processors() const;
     QList<ProcessorGroupNode> groups() const;
 
@@ -43,6 +45,14 @@ public:
 
     /// Runs `action` there, once.
     void doInside(const QString& question, std::function<void()> action);
+
+    /// Run when the answer to a question for records is fixed, before it is returned, on the asking
+    /// thread: what the project becomes meanwhile is newer than the answer. `id` is null for lists.
+    std::function<void(const QString& name, const QUuid& id)> answered;
+
+    /// What GetProcessorNode and GetGroupNode answer, whatever they are asked.
+    std::optional<ProcessorNode> answerProcessor;
+    std::optional<ProcessorGroupNode> answerGroup;
 
     // Answers.
     CObserver* observer = nullptr;
@@ -173,6 +183,8 @@ public:
 
 private:
     void note(const char* name, const QString& argument = QString());
+    template <typename Answer>
+    Answer fixed(const char* name, const QUuid& id, Answer answer);
 
     mutable std::mutex m_mutex;
     QVector<Call> m_calls;
