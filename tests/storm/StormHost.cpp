@@ -7,6 +7,7 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <iterator>
 #include <optional>
 
 namespace {
@@ -44,7 +45,7 @@ SDeviceSetInfo deviceSet(quint32 number)
 
 StormHost::StormHost(const StormPlan& plan)
     : m_plan(plan)
-    , m_budget(2500)
+    , m_budget(3000)
 {
     m_helper.post([] { t_isTeller = t_isHelper = true; }).wait();
     m_clerk.post([] { t_isTeller = true; }).wait();
@@ -78,7 +79,8 @@ void StormHost::perform(const StormStep& step)
         }
     }
     // Nobody has to be asked for leave to say what is so.
-    lookAgain(step.family, step.dice | 1);
+    if (m_plan.looksAgain)
+        lookAgain(step.family, step.dice | 1);
 }
 
 void StormHost::performFor(const StormStep& step, int family)
@@ -146,14 +148,36 @@ void StormHost::performFor(const StormStep& step, int family)
         tell(29);
         tell(37);
         break;
+    case StormStep::Burst:
+        burst(family, dice);
+        break;
     case StormStep::LookAgain:
         lookAgain(family, dice);
+        break;
+    case StormStep::Nonsense:
+        tellNonsense(dice);
         break;
     case StormStep::ChangedGroup:
         tellOf(26, project.anyGroup(family, dice));
         break;
     default:
         break;
+    }
+}
+
+/// Steps with the same dice meet the same processor, unless one of them adds or removes some.
+void StormHost::burst(int family, quint32 dice)
+{
+    static constexpr StormStep::Kind kinds[] = {
+        StormStep::ChangeState,   StormStep::ChangeRecord, StormStep::ChangeAddress,
+        StormStep::ChangeProject, StormStep::AddOneByOne,  StormStep::AddList,
+        StormStep::RemoveOne,     StormStep::Refill,
+    };
+    StormStep step;
+    step.dice = dice;
+    for (quint32 rest = dice, left = 3 + dice % 3; left > 0; --left, rest /= 8) {
+        step.kind = kinds[rest % std::size(kinds)];
+        performFor(step, family);
     }
 }
 
@@ -176,6 +200,8 @@ void StormHost::lookAgain(int family, quint32 dice)
 {
     const QUuid processor = project.anyProcessor(family, dice / 16);
     const QUuid group = project.anyGroup(family, dice / 16);
+    if (processor.isNull())
+        return;
     switch (dice % 12) {
     case 0:
     case 6:
@@ -204,6 +230,14 @@ void StormHost::lookAgain(int family, quint32 dice)
         tell(39, {processor, project.anyProcessor(family, dice / 256)});
         break;
     }
+}
+
+/// Answers about it are default records, as the host knows nothing of it.
+void StormHost::tellNonsense(quint32 dice)
+{
+    static constexpr quint32 events[] = {17, 18, 19, 25, 26, 39};
+    const QUuid unknown(dice, 0xFFFF, 2, 1, 2, 3, 4, 5, 6, 7, 8);
+    tell(events[dice % std::size(events)], {dice % 3 == 0 ? QUuid() : unknown});
 }
 
 void StormHost::tell(quint32 event, const QList<QUuid>& ids)
@@ -287,7 +321,8 @@ StormStep StormHost::drawStep()
 {
     StormStep step;
     step.dice = roll();
-    step.kind = static_cast<StormStep::Kind>(roll() % StormStep::FirstGuiStep);
+    // What changes something; the rest is rare enough.
+    step.kind = static_cast<StormStep::Kind>(roll() % (StormStep::Refill + 1));
     step.family = static_cast<int>(roll() % StormProject::kFamilies);
     return step;
 }

@@ -74,7 +74,9 @@ public:
 private:
     void performFor(const StormStep& step, int family);
     void lookAgain(int family, quint32 dice);
+    void tellNonsense(quint32 dice);
     void addGroup(int family, quint32 dice);
+    void burst(int family, quint32 dice);
     StormStep drawStep();
 
     const StormPlan m_plan;

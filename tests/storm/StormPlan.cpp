@@ -12,40 +12,45 @@ struct KindInfo
 {
     StormStep::Kind kind;
     const char* name;
+    const char* does;
     int weight;
 };
 
 constexpr KindInfo kKinds[] = {
-    {StormStep::AddOneByOne, "adds processors and tells 18 for each", 10},
-    {StormStep::AddList, "adds processors and tells 19", 8},
-    {StormStep::RemoveOne, "removes a processor and tells 20", 8},
-    {StormStep::RemoveList, "removes processors and tells 21", 5},
-    {StormStep::AddGroup, "creates a group and tells 17", 5},
-    {StormStep::AddFilledGroup, "creates a group with processors and tells 17 and 19", 4},
-    {StormStep::Dissolve, "dissolves a group and tells 20", 5},
-    {StormStep::ChangeRecord, "changes a record and tells 25", 12},
-    {StormStep::ChangeProject, "changes a record and tells 26", 6},
-    {StormStep::ChangeAddress, "changes an address and tells 25", 12},
-    {StormStep::ChangeState, "changes a state and tells 39", 12},
-    {StormStep::Refill, "tells 16", 5},
-    {StormStep::ChooseCurrent, "chooses a current processor and tells 30", 4},
-    {StormStep::DeviceSets, "tells 1", 2},
-    {StormStep::Strategy, "tells 0", 2},
-    {StormStep::LanUsb, "tells 29 and 37", 2},
-    {StormStep::LookAgain, "tells again what has not changed", 8},
-    {StormStep::ChangedGroup, "tells 26 of a group", 2},
-    {StormStep::ReadOnly, "calls SetReadOnly", 2},
-    {StormStep::SetCurrent, "calls SetCurrentProcessor", 6},
-    {StormStep::Snapshot, "calls GetProcessorTree", 6},
-    {StormStep::RemoveAllGroups, "removes all groups and calls RemoveAllGroups", 2},
-    {StormStep::SwapHandler, "replaces the handler", 6},
-    {StormStep::OpenDialog, "opens the IP management", 3},
-    {StormStep::PanelDeath, "destroys the panel, or builds it again", 4},
-    {StormStep::Select, "clicks on a row", 10},
-    {StormStep::RenameByModel, "renames a row through the model", 6},
-    {StormStep::RenameByEditor, "renames a row in its editor", 4},
-    {StormStep::DeleteByKey, "presses Delete", 4},
-    {StormStep::Busy, "keeps the GUI thread busy", 3},
+    {StormStep::AddOneByOne, "AddOneByOne", "adds processors and tells 18 for each", 10},
+    {StormStep::AddList, "AddList", "adds processors and tells 19", 8},
+    {StormStep::RemoveOne, "RemoveOne", "removes a processor and tells 20", 8},
+    {StormStep::RemoveList, "RemoveList", "removes processors and tells 21", 5},
+    {StormStep::AddGroup, "AddGroup", "creates a group and tells 17", 5},
+    {StormStep::AddFilledGroup, "AddFilledGroup",
+     "creates a group with processors and tells 17 and 19", 4},
+    {StormStep::Dissolve, "Dissolve", "dissolves a group and tells 20", 5},
+    {StormStep::ChangeRecord, "ChangeRecord", "changes a record and tells 25", 12},
+    {StormStep::ChangeProject, "ChangeProject", "changes a record and tells 26", 6},
+    {StormStep::ChangeAddress, "ChangeAddress", "changes an address and tells 25", 12},
+    {StormStep::ChangeState, "ChangeState", "changes a state and tells 39", 12},
+    {StormStep::Refill, "Refill", "tells 16", 5},
+    {StormStep::ChooseCurrent, "ChooseCurrent", "chooses a current processor and tells 30", 4},
+    {StormStep::DeviceSets, "DeviceSets", "tells 1", 2},
+    {StormStep::Strategy, "Strategy", "tells 0", 2},
+    {StormStep::LanUsb, "LanUsb", "tells 29 and 37", 2},
+    {StormStep::Burst, "Burst", "changes a processor several times", 25},
+    {StormStep::LookAgain, "LookAgain", "tells again what has not changed", 8},
+    {StormStep::Nonsense, "Nonsense", "tells of an identity that the host does not know", 3},
+    {StormStep::ChangedGroup, "ChangedGroup", "tells 26 of a group", 2},
+    {StormStep::ReadOnly, "ReadOnly", "calls SetReadOnly", 2},
+    {StormStep::SetCurrent, "SetCurrent", "calls SetCurrentProcessor", 6},
+    {StormStep::Snapshot, "Snapshot", "calls GetProcessorTree", 6},
+    {StormStep::RemoveAllGroups, "RemoveAllGroups", "removes all groups and calls RemoveAllGroups",
+     2},
+    {StormStep::SwapHandler, "SwapHandler", "replaces the handler", 6},
+    {StormStep::OpenDialog, "OpenDialog", "opens the IP management", 3},
+    {StormStep::PanelDeath, "PanelDeath", "destroys the panel, or builds it again", 4},
+    {StormStep::Select, "Select", "clicks on a row", 10},
+    {StormStep::RenameByModel, "RenameByModel", "renames a row through the model", 6},
+    {StormStep::RenameByEditor, "RenameByEditor", "renames a row in its editor", 4},
+    {StormStep::DeleteByKey, "DeleteByKey", "presses Delete", 4},
+    {StormStep::Busy, "Busy", "keeps the GUI thread busy", 3},
 };
 static_assert(std::size(kKinds) == StormStep::KindCount);
 
@@ -79,7 +84,7 @@ QString StormStep::describe() const
     const QString who = actor == kGuiThread ? QStringLiteral("the GUI thread")
                                             : QStringLiteral("thread %1").arg(actor);
     return QStringLiteral("%1 %2 (family %3, dice %4)")
-        .arg(who, QString::fromLatin1(infoOf(kind).name))
+        .arg(who, QString::fromLatin1(infoOf(kind).does))
         .arg(family)
         .arg(dice);
 }
@@ -95,7 +100,9 @@ StormPlan StormPlan::draw(quint32 seed, const QStringList& without)
         const int strength = 1 + random.bounded(most);
         return has && !without.contains(QLatin1String(name)) ? strength : 0;
     };
-    plan.slow = habit("slow", 80, 300);
+    plan.slow = habit("slow", 85, 300);
+    plan.slow += plan.slow > 0 ? 200 : 0;
+    plan.looksAgain = !without.contains(QLatin1String("LookAgain"));
     plan.raise = habit("raise", 50, 100);
     plan.delegate = habit("delegate", 35, 60);
     plan.spin = habit("spin", 35, 60);
@@ -103,7 +110,7 @@ StormPlan StormPlan::draw(quint32 seed, const QStringList& without)
     plan.ownFamilies = random.bounded(2) == 0;
     plan.groupsInTurn = random.bounded(3) != 0;
 
-    const int count = 30 + random.bounded(50);
+    const int count = 40 + random.bounded(60);
     bool longBusy = random.bounded(30) == 0;
     for (int i = 0; i < count; ++i) {
         StormStep step;
@@ -116,10 +123,10 @@ StormPlan StormPlan::draw(quint32 seed, const QStringList& without)
         step.dice = random.generate();
         if (step.kind == StormStep::Busy) {
             // The longest of all: the GUI thread is busy for longer than anybody waits for it.
-            step.dice = longBusy ? 5600 : random.bounded(300U);
+            step.dice = longBusy ? 7500 : random.bounded(300U);
             longBusy = false;
         }
-        if (!without.contains(QString::number(step.kind)))
+        if (!without.contains(QLatin1String(infoOf(step.kind).name)))
             plan.steps.push_back(step);
     }
     return plan;

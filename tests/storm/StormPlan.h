@@ -26,7 +26,9 @@ struct StormStep
         DeviceSets,     ///< 1.
         Strategy,       ///< 0.
         LanUsb,         ///< 29 and 37.
-        LookAgain,      ///< An event about what has not changed, without a lock.
+        Burst,          ///< Several changes in a row, most of them of one processor.
+        LookAgain,      ///< An event about what is so and has not changed.
+        Nonsense,       ///< 17, 18, 19, 25, 26 or 39 of an identity that the host does not know.
         ChangedGroup,   ///< 26 of a group, which has no processor's record.
 
         // On the GUI thread only.
@@ -71,6 +73,7 @@ struct StormPlan
 
     bool ownFamilies = false;  ///< Each family belongs to one thread, else to whoever has its lock.
     bool groupsInTurn = false; ///< One group is told before the next one is created.
+    bool looksAgain = true;    ///< Tells what has not changed, rather than nothing.
     bool tellsLocked = false;  ///< Tells with a lock held that its answers take too.
 
     std::vector<StormStep> steps;

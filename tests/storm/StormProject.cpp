@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr uint kProcessorNumbers = 12;
+constexpr uint kProcessorNumbers = 8;
 constexpr int kMostGroups = 4;
 constexpr ushort kGroupKind = 1;
 constexpr ushort kProcessorKind = 2;
@@ -86,7 +86,8 @@ QUuid StormProject::anyGroup(int family, quint32 dice) const
 
 QUuid StormProject::anyProcessor(int family, quint32 dice) const
 {
-    return identity(1 + dice % kProcessorNumbers, family, kProcessorKind);
+    const std::lock_guard guard(m_mutex);
+    return pick(processorsOf(family), dice);
 }
 
 QUuid StormProject::addGroup(int family, quint32 dice)

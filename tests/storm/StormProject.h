@@ -40,7 +40,7 @@ public:
     ProcessorNode processor(const QUuid& id) const;
     QUuid current() const;
 
-    /// An identity of the family that exists, or for processors existed; null when there is none.
+    /// An identity of the family; null when there is none.
     QUuid anyGroup(int family, quint32 dice) const;
     QUuid anyProcessor(int family, quint32 dice) const;
 

@@ -100,7 +100,7 @@ private:
 };
 
 /// How long a thread that delivers an event may stay in it, its own answers aside.
-constexpr std::chrono::milliseconds kLongestTelling{5500};
+constexpr std::chrono::milliseconds kLongestTelling{6000};
 
 /// How long the GUI thread may stay in the panel without an answer or a look at its event loop.
 constexpr std::chrono::milliseconds kLongestGuiStand{2000};
