@@ -19,11 +19,19 @@ source "$(dirname "$0")/scripts/common.sh"
 
 fuzzers=(fuzz_ipimport fuzz_iplineedit)
 
+# Seconds that the storm (tests/storm) lasts, unless the environment says so.
+given_storm=${TSA_STORM_SECONDS:-}
+declare -A storm=([suite]=60 [release]=20 [asan]=60 [tsan]=60)
+
 stages=()
 for argument in "$@"; do
     case $argument in
     -h | --help) usage && exit ;;
-    --all) stages=(suite release asan tsan fuzz lint) ;;
+    --all)
+        stages=(suite release asan tsan fuzz lint)
+        storm[asan]=300
+        storm[tsan]=300
+        ;;
     --suite | --release | --asan | --tsan | --fuzz | --lint) stages+=("${argument#--}") ;;
     *) usage >&2 && exit 2 ;;
     esac
@@ -32,6 +40,7 @@ done
 
 set_up build test
 for name in "${stages[@]}"; do
+    export TSA_STORM_SECONDS=${given_storm:-${storm[$name]:-60}}
     case $name in
     suite)
         stage "suite: development build, every test"
