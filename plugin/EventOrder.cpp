@@ -70,3 +70,9 @@ bool CEventOrder::isOvertakenAtAll(const CPlace& place) const
     const std::lock_guard guard(m_state->mutex);
     return m_state->last > place.m_number;
 }
+
+bool CEventOrder::hasNoOther() const
+{
+    const std::lock_guard guard(m_state->mutex);
+    return m_state->places <= 1;
+}

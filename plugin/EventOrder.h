@@ -59,6 +59,9 @@ public:
     /// Returns whether any newer event has arrived.
     bool isOvertakenAtAll(const CPlace& place) const;
 
+    /// Returns whether at most one event has a place.
+    bool hasNoOther() const;
+
 private:
     const std::shared_ptr<State> m_state; // shared with the places, which may live longer
 };

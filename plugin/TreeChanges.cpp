@@ -49,7 +49,7 @@ void CTreeChanges::reset(const Place& place)
         return;
     QMetaObject::invokeMethod(&m_model, "reset", Qt::DirectConnection);
     m_leftOut.clear();
-    noteLeftOut(place, m_order.isOvertakenAtAll(*place) ? Weather::Rough : Weather::Calm);
+    noteLeftOut(place);
 }
 
 void CTreeChanges::addGroup(const Place& place, const QUuid& id,
@@ -73,8 +73,11 @@ void CTreeChanges::addProcessor(const Place& place, const QUuid& id,
         return;
     const bool isFresh = holds(place, id, answer);
     const auto processor = isFresh ? answer.record() : askForProcessor(id, event).record();
-    if (processor && !m_model.getItem(id))
-        append(place, *processor, isFresh ? Weather::Calm : Weather::Rough);
+    if (!processor || m_model.getItem(id))
+        return;
+    QMetaObject::invokeMethod(&m_model, "AppendProcessor", Qt::DirectConnection,
+                              Q_ARG(ProcessorNode, *processor));
+    noteIfLeftOut(place, {processor->id, processor->groupId}, isFresh);
 }
 
 void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
@@ -91,7 +94,7 @@ void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
     }
     QMetaObject::invokeMethod(&m_model, "AppendProcessors", Qt::DirectConnection,
                               Q_ARG(QList<QUuid>, missing));
-    noteLeftOut(place, m_order.isOvertakenAtAll(*place) ? Weather::Rough : Weather::Calm);
+    noteLeftOut(place);
 }
 
 void CTreeChanges::removeNode(const Place& place, const QUuid& id, bool doubtful)
@@ -99,8 +102,7 @@ void CTreeChanges::removeNode(const Place& place, const QUuid& id, bool doubtful
     if (!HandlerPlace::isSet() || (isStale(place, id, doubtful) && !dissolve(id)))
         return;
     QMetaObject::invokeMethod(&m_model, "removeNode", Qt::DirectConnection, Q_ARG(QUuid, id));
-    m_leftOut.remove(id);
-    addLeftOut(place, id, HostEvents::NodeRemoved::number);
+    forget(place, id);
 }
 
 void CTreeChanges::removeNodes(const Place& place, const QList<QUuid>& ids, bool doubtful)
@@ -114,10 +116,8 @@ void CTreeChanges::removeNodes(const Place& place, const QList<QUuid>& ids, bool
     }
     QMetaObject::invokeMethod(&m_model, "removeNodes", Qt::DirectConnection,
                               Q_ARG(QList<QUuid>, gone));
-    for (const QUuid& id : qAsConst(gone)) {
-        m_leftOut.remove(id);
-        addLeftOut(place, id, HostEvents::NodesRemoved::number);
-    }
+    for (const QUuid& id : qAsConst(gone))
+        forget(place, id);
 }
 
 void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool onlyProcessors,
@@ -141,8 +141,7 @@ void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool on
     if (!processor || !item)
         return;
     m_model.updateProcessor(item, *processor);
-    noteIfLeftOut(place, {processor->id, processor->groupId},
-                  isFresh ? Weather::Calm : Weather::Rough);
+    noteIfLeftOut(place, {processor->id, processor->groupId}, isFresh);
 }
 
 void CTreeChanges::announceRecords(const QList<QUuid>& ids)
@@ -168,14 +167,9 @@ void CTreeChanges::refreshRecords(const Place& place, const QList<QUuid>& ids)
     }
 }
 
-void CTreeChanges::append(const Place& place, const ProcessorNode& processor, Weather weather)
-{
-    QMetaObject::invokeMethod(&m_model, "AppendProcessor", Qt::DirectConnection,
-                              Q_ARG(ProcessorNode, processor));
-    noteIfLeftOut(place, {processor.id, processor.groupId}, weather);
-}
-
-void CTreeChanges::noteIfLeftOut(const Place& place, const LeftOut& leftOut, Weather weather)
+/// Keeps an eye on the processor of `leftOut` if it has no row. `isFresh` is whether what the host
+/// said of it was applied at once.
+void CTreeChanges::noteIfLeftOut(const Place& place, const LeftOut& leftOut, bool isFresh)
 {
     if (m_model.getItem(leftOut.processor) || leftOut.group.isNull()) {
         m_leftOut.remove(leftOut.processor);
@@ -183,15 +177,16 @@ void CTreeChanges::noteIfLeftOut(const Place& place, const LeftOut& leftOut, Wea
     }
     qCDebug(lcBridge) << "processor" << leftOut.processor << "is left out: group" << leftOut.group
                       << "is unknown";
-    m_leftOut.add(leftOut, *place, weather);
+    m_leftOut.add(leftOut, *place,
+                  isFresh && m_order.hasNoOther() ? Weather::Calm : Weather::Rough);
 }
 
-/// Notes those that the model left out of a list.
-void CTreeChanges::noteLeftOut(const Place& place, Weather weather)
+/// Does the same for those that the model left out of a list.
+void CTreeChanges::noteLeftOut(const Place& place)
 {
     const QList<LeftOut> all = m_model.takeLeftOut();
     for (const LeftOut& leftOut : all)
-        noteIfLeftOut(place, leftOut, weather);
+        noteIfLeftOut(place, leftOut, !m_order.isOvertakenAtAll(*place));
 }
 
 /// Adds the processors that were left out for want of `group`, or of what became of it.
@@ -200,6 +195,19 @@ void CTreeChanges::addLeftOut(const Place& place, const QUuid& group, quint32 ev
     const QList<QUuid> due = m_leftOut.takeDue(group, *place);
     for (const QUuid& id : due)
         addProcessor(place, id, {}, event);
+    // A fill counts those that it left out.
+    if (!due.isEmpty())
+        m_model.updateRootText();
+}
+
+/// Notes that the host has told of the end of `id`.
+void CTreeChanges::forget(const Place& place, const QUuid& id)
+{
+    const bool wasCounted = m_leftOut.isDue(id, *place);
+    m_leftOut.remove(id);
+    if (wasCounted)
+        m_model.updateRootText();
+    addLeftOut(place, id, HostEvents::NodeRemoved::number);
 }
 
 bool CTreeChanges::isGroup(const QUuid& id) const

@@ -51,12 +51,10 @@ private:
     template <typename Record>
     bool holds(const Place& place, const QUuid& id, const CHostAnswer<Record>& answer) const;
 
-    void append(const Place& place, const ProcessorNode& processor,
-                CLeftOutProcessors::Weather weather);
-    void noteIfLeftOut(const Place& place, const LeftOut& leftOut,
-                       CLeftOutProcessors::Weather weather);
-    void noteLeftOut(const Place& place, CLeftOutProcessors::Weather weather);
+    void noteIfLeftOut(const Place& place, const LeftOut& leftOut, bool isFresh);
+    void noteLeftOut(const Place& place);
     void addLeftOut(const Place& place, const QUuid& group, quint32 event);
+    void forget(const Place& place, const QUuid& id);
     bool isGroup(const QUuid& id) const;
     bool isStale(const Place& place, const QUuid& id, bool doubtful) const;
     bool dissolve(const QUuid& group);
