@@ -4,7 +4,6 @@
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorItem.h"
-#include "processortree/ProcessorOrder.h"
 #include "processortree/ProcessorTreeModelChange.h"
 #include "processortree/TreeFill.h"
 #include "processortree/TreeWalk.h"
@@ -22,6 +21,7 @@ public:
     {
         m_model->beginResetModel();
         m_signalsWereBlocked = m_model->blockSignals(true);
+        m_model->m_order.clear();
     }
 
     Batch(const Batch&) = delete;
@@ -51,11 +51,7 @@ CProcessorTreeModel::CProcessorTreeModel(QObject* parent)
     connect(this, &QAbstractItemModel::rowsAboutToBeRemoved, this,
             &CProcessorTreeModel::onRowsAboutToBeRemoved);
     connect(this, &QAbstractItemModel::dataChanged, this, &CProcessorTreeModel::onDataChanged);
-    const auto rebuildIfDue = [this] {
-        if (m_rebuildDue)
-            onRestructured();
-    };
-    connect(this, &QAbstractItemModel::rowsRemoved, this, rebuildIfDue);
+    connect(this, &QAbstractItemModel::rowsRemoved, this, &CProcessorTreeModel::onRowsRemoved);
     connect(this, &QAbstractItemModel::columnsRemoved, this, &CProcessorTreeModel::onRestructured);
     connect(this, &QAbstractItemModel::layoutChanged, this, &CProcessorTreeModel::onRestructured);
     connect(this, &QAbstractItemModel::modelReset, this, &CProcessorTreeModel::onModelReset);
@@ -136,22 +132,6 @@ QStandardItem* CProcessorTreeModel::getItem(const QUuid& uuid) const
 std::optional<CIdentityIndex::Row> CProcessorTreeModel::findRow(const QUuid& uuid) const
 {
     return m_index.row(uuid);
-}
-
-int CProcessorTreeModel::getAllProcessorCount() const
-{
-    return m_root ? processorCount(*m_root) : 0;
-}
-
-int CProcessorTreeModel::groupCount() const
-{
-    int count = 0;
-    for (int row = 0; m_root && row < m_root->rowCount(); ++row) {
-        const QStandardItem* child = m_root->child(row);
-        if (child && nodeType(*child) == NodeGroup)
-            ++count;
-    }
-    return count;
 }
 
 QList<QUuid> CProcessorTreeModel::getChildProcessor(const QModelIndex& index) const
@@ -314,13 +294,14 @@ CProcessorItem* CProcessorTreeModel::insertProcessor(const ProcessorNode& proces
 {
     const Change change(this);
     CProcessorItem* item = makeProcessorItem(processor, CRecordHandle(processor));
-    parent->insertRow(insertionRow(*parent, recordKey(processor)), item);
+    parent->insertRow(m_order.insertionRow(*parent, recordKey(processor)), item);
     return item;
 }
 
 /// Takes up a row inserted while the model's signals are blocked.
 void CProcessorTreeModel::indexRow(QStandardItem* item)
 {
+    m_order.onInserted(*item->parent(), item->row(), item->row());
     if (!m_index.add(item))
         m_rebuildDue = true;
 }
@@ -365,11 +346,15 @@ void CProcessorTreeModel::onRowsInserted(const QModelIndex& parent, int first, i
     }
     if (m_rebuildDue)
         onRestructured();
+    // They may stand below a row that is about to be removed.
+    m_rebuildDue = m_removals > 0;
 }
 
 void CProcessorTreeModel::onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last)
 {
+    ++m_removals;
     const QStandardItem* item = parent.isValid() ? itemFromIndex(parent) : invisibleRootItem();
+    m_order.onAboutToBeRemoved(*item, first, last);
     for (int row = first; row <= last; ++row) {
         const QStandardItem* child = item->child(row);
         if (!child)
@@ -381,11 +366,20 @@ void CProcessorTreeModel::onRowsAboutToBeRemoved(const QModelIndex& parent, int 
     }
 }
 
+void CProcessorTreeModel::onRowsRemoved()
+{
+    --m_removals;
+    if (m_rebuildDue)
+        onRestructured();
+}
+
 void CProcessorTreeModel::onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                                         const QVector<int>& roles)
 {
     const auto concerns = [&](int role) { return roles.isEmpty() || roles.contains(role); };
     if (concerns(NodeDataRole)) {
+        if (const QStandardItem* parent = itemFromIndex(topLeft.parent()))
+            m_order.onChanged(*parent, topLeft.row(), bottomRight.row());
         for (int row = topLeft.row(); row <= bottomRight.row(); ++row) {
             QStandardItem* item = itemFromIndex(topLeft.sibling(row, 0));
             if (!item)
@@ -419,8 +413,10 @@ void CProcessorTreeModel::adoptRecords(QStandardItem* item)
 
 void CProcessorTreeModel::onRestructured()
 {
-    m_rebuildDue = false;
+    // Rows that are about to be removed stand in the tree still.
+    m_rebuildDue = m_removals > 0;
     m_index.rebuild(m_root);
+    m_order.clear();
 }
 
 /// QStandardItemModel::clear() takes the root row away without another word.

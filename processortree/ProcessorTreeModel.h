@@ -2,6 +2,7 @@
 
 #include "Interface/ProcessorNode.h"
 #include "processortree/IdentityIndex.h"
+#include "processortree/RisingOrder.h"
 
 #include <QList>
 #include <QPersistentModelIndex>
@@ -55,11 +56,12 @@ public:
     /// Type and record of the same row, for any thread; nothing for an unknown identity.
     std::optional<CIdentityIndex::Row> findRow(const QUuid& uuid) const;
 
-    /// Number of processor rows, in groups and outside.
-    int getAllProcessorCount() const;
+    /// Number of processor rows, in groups and outside. Takes constant time, as groupCount() does;
+    /// both leave out rows that are about to be removed.
+    int getAllProcessorCount() const { return m_index.processorCount(); }
 
     /// Number of group rows.
-    int groupCount() const;
+    int groupCount() const { return m_index.groupCount(); }
 
     /// Identities of the processors below `index`, depth first.
     QList<QUuid> getChildProcessor(const QModelIndex& index) const;
@@ -127,6 +129,7 @@ private:
     bool isSearched(const QStandardItem* parent) const;
     void onRowsInserted(const QModelIndex& parent, int first, int last);
     void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
+    void onRowsRemoved();
     void onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                        const QVector<int>& roles);
     void adoptRecord(QStandardItem* item);
@@ -136,7 +139,9 @@ private:
 
     QStandardItem* m_root = nullptr; // owned by the model, below its invisible root
     CIdentityIndex m_index;
+    CRisingOrder m_order;
     bool m_rebuildDue = false;
-    int m_changes = 0; // nested ones
+    int m_removals = 0; // that are announced, nested ones
+    int m_changes = 0;  // nested ones
     std::function<void()> m_onChanged;
 };

@@ -2,7 +2,6 @@
 
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/NodeType.h"
-#include "processortree/ProcessorOrder.h"
 #include "processortree/ProcessorTreeModelChange.h"
 #include "processortree/RecordCell.h"
 #include "processortree/TreeWalk.h"
@@ -119,7 +118,8 @@ QPersistentModelIndex CProcessorTreeModel::moveProcessor(const QModelIndex& inde
     const QStandardItem* item = itemFromIndex(index);
     const QPersistentModelIndex source = index.parent();
     const auto key = recordKey(item->data(NodeDataRole));
-    if (!moveRows(source, index.row(), 1, target, insertionRow(*itemFromIndex(target), key)))
+    if (!moveRows(source, index.row(), 1, target,
+                  m_order.insertionRow(*itemFromIndex(target), key)))
         return {};
     const QStandardItem* parent = itemFromIndex(target);
     for (int row = 0; parent && row < parent->rowCount(); ++row) {

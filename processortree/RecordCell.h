@@ -40,10 +40,16 @@ public:
     /// Counts the replacements. Any thread.
     quint32 version() const;
 
+    /// Counts the replacements, in all cells, that may have changed the place of a processor among
+    /// those addressed by IP. Any thread.
+    static quint32 placeChanges();
+
     /// Replaces the record unless it was replaced since `version`; returns whether it did.
     bool replace(const ProcessorNode& record, quint32 version);
 
 private:
+    void assign(const ProcessorNode& record);
+
     mutable std::mutex m_mutex;
     ProcessorNode m_record;
     quint32 m_version = 0;
