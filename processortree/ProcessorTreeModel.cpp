@@ -76,8 +76,10 @@ bool CProcessorTreeModel::setData(const QModelIndex& index, const QVariant& valu
 {
     if (!index.isValid() || !value.isValid())
         return false;
+    // Whoever hears of a change may take the row away.
+    const QPersistentModelIndex row(index);
     if (role != Qt::DisplayRole)
-        return QStandardItemModel::setData(index, value, role);
+        return QStandardItemModel::setData(index, value, role) && row.isValid();
 
     QStandardItem* item = itemFromIndex(index);
     const QString name = value.toString();
@@ -95,7 +97,8 @@ bool CProcessorTreeModel::setData(const QModelIndex& index, const QVariant& valu
             item->setData(QVariant::fromValue(group), NodeDataRole);
         }
     }
-    return QStandardItemModel::setData(index, value, Qt::DisplayRole);
+    return row.isValid() && QStandardItemModel::setData(row, value, Qt::DisplayRole)
+           && row.isValid();
 }
 
 void CProcessorTreeModel::initRoot()
@@ -115,7 +118,9 @@ void CProcessorTreeModel::clearToRoot()
     m_root = nullptr;
     m_index.rebuild(nullptr);
     clear();
-    initRoot();
+    // Whoever hears of it may have made one.
+    if (!m_root)
+        initRoot();
 }
 
 void CProcessorTreeModel::updateRootText()
@@ -146,9 +151,9 @@ void CProcessorTreeModel::updateProcessor(QStandardItem* item, const ProcessorNo
 {
     if (!item || item == m_root)
         return;
-    const ProcessorNode known = processorRecord(item->data(NodeDataRole));
-    if (processor.reachedByIp && processor.ipAddress != known.ipAddress) {
-        removeNode(known.id);
+    const QVariant known = item->data(NodeDataRole);
+    if (processor.reachedByIp && processor.ipAddress != recordKey(known).ipAddress) {
+        removeNode(processorRecord(known).id);
         AppendProcessor(processor);
         return;
     }
@@ -286,7 +291,12 @@ CProcessorItem* CProcessorTreeModel::insertGroup(const ProcessorGroupNode& group
     const Change change(this);
     CProcessorItem* item = makeGroupItem(group);
     m_root->insertRow(row, item);
-    return item;
+    // Whoever hears of the row may take it away.
+    for (int last = m_root ? m_root->rowCount() - 1 : -1; last >= 0; --last) {
+        if (m_root->child(last) == item)
+            return item;
+    }
+    return nullptr;
 }
 
 CProcessorItem* CProcessorTreeModel::insertProcessor(const ProcessorNode& processor,
@@ -335,14 +345,15 @@ bool CProcessorTreeModel::isSearched(const QStandardItem* parent) const
 
 void CProcessorTreeModel::onRowsInserted(const QModelIndex& parent, int first, int last)
 {
-    const QStandardItem* item = itemFromIndex(parent);
-    if (!isSearched(item))
-        return;
+    const QStandardItem* item = parent.isValid() ? itemFromIndex(parent) : invisibleRootItem();
+    const bool areSearched = isSearched(item);
     for (int row = first; row <= last; ++row) {
-        if (QStandardItem* child = item->child(row)) {
-            adoptRecords(child);
+        QStandardItem* child = item->child(row);
+        if (!child)
+            continue;
+        adoptRecords(child);
+        if (areSearched)
             indexRow(child);
-        }
     }
     if (m_rebuildDue)
         onRestructured();
@@ -377,26 +388,34 @@ void CProcessorTreeModel::onDataChanged(const QModelIndex& topLeft, const QModel
                                         const QVector<int>& roles)
 {
     const auto concerns = [&](int role) { return roles.isEmpty() || roles.contains(role); };
-    if (concerns(NodeDataRole)) {
+    const bool concernsType = concerns(NodeTypeRole);
+    if (concernsType || concerns(NodeDataRole)) {
         if (const QStandardItem* parent = itemFromIndex(topLeft.parent()))
             m_order.onChanged(*parent, topLeft.row(), bottomRight.row());
         for (int row = topLeft.row(); row <= bottomRight.row(); ++row) {
             QStandardItem* item = itemFromIndex(topLeft.sibling(row, 0));
             if (!item)
                 continue;
-            adoptRecord(item);
+            if (concernsType)
+                adoptRecords(item);
+            else
+                adoptRecord(item);
             m_index.setRecord(item, recordHandle(item->data(NodeDataRole)));
         }
     }
-    if (concerns(UuidRole) || concerns(NodeTypeRole))
+    if (concernsType || concerns(UuidRole))
         onRestructured();
 }
 
-/// A record that somebody stored plainly moves into a cell, where the work thread can reach it.
+/// A record that somebody stored plainly moves into a cell, where the work thread can reach it; one
+/// in the cell of another item is copied, for that item's goes on changing.
 void CProcessorTreeModel::adoptRecord(QStandardItem* item)
 {
     const QVariant stored = item->data(NodeDataRole);
-    if (stored.userType() != qMetaTypeId<ProcessorNode>() || nodeType(*item) != NodeProcessor)
+    CRecordCell* const cell = recordHandle(stored).cell();
+    if (cell
+            ? cell->isOf(item)
+            : stored.userType() != qMetaTypeId<ProcessorNode>() || nodeType(*item) != NodeProcessor)
         return;
     const QSignalBlocker blocker(this);
     item->setData(QVariant::fromValue(CRecordHandle(processorRecord(stored))), NodeDataRole);

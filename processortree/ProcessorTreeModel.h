@@ -96,7 +96,8 @@ public slots:
     /// the host's processors, with those whose group the host did not list and which are left out.
     void reset();
 
-    /// Adds a group behind the other groups and returns its row; null without a root.
+    /// Adds a group behind the other groups and returns its row; null without a root, or when
+    /// somebody who heard of the row removed it.
     CProcessorItem* AppendGroup(const ProcessorGroupNode& group);
 
     /// Adds a processor at its place; nowhere when its group is unknown.

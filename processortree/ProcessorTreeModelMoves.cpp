@@ -70,7 +70,9 @@ bool CProcessorTreeModel::moveRows(const QModelIndex& sourceParent, int sourceRo
     m_index.setMoving(true);
     for (int moved = 0; moved < movable && from.isValid(); ++moved) {
         const QList<QStandardItem*> row = itemFromIndex(from)->takeRow(sourceRow);
-        // Whoever hears of the row's leaving may take its destination away.
+        // Whoever hears of the row's leaving may take its destination away, or rows behind it.
+        if (row.isEmpty())
+            break;
         if (QStandardItem* parent = itemFromIndex(to))
             parent->insertRow(qMin(destinationChild, parent->rowCount()), row);
         else

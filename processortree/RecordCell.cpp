@@ -52,6 +52,13 @@ quint32 CRecordCell::placeChanges()
     return placeChangeCount;
 }
 
+bool CRecordCell::isOf(const QStandardItem* item)
+{
+    if (!m_item)
+        m_item = item;
+    return m_item == item;
+}
+
 void CRecordCell::assign(const ProcessorNode& record)
 {
     const bool mayMove =
