@@ -27,7 +27,8 @@ public:
     Batch(const Batch&) = delete;
     Batch& operator=(const Batch&) = delete;
 
-    ~Batch()
+    /// Those who hear of the reset may throw.
+    ~Batch() noexcept(false)
     {
         if (m_model->m_rebuildDue)
             m_model->m_index.rebuild(m_model->m_root);

@@ -8,6 +8,7 @@
 
 #include <QDataStream>
 #include <QMimeData>
+#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -68,6 +69,7 @@ bool CProcessorTreeModel::moveRows(const QModelIndex& sourceParent, int sourceRo
     const QPersistentModelIndex from = sourceParent;
     const QPersistentModelIndex to = destinationParent;
     m_index.setMoving(true);
+    const auto end = qScopeGuard([this] { m_index.setMoving(false); });
     for (int moved = 0; moved < movable && from.isValid(); ++moved) {
         const QList<QStandardItem*> row = itemFromIndex(from)->takeRow(sourceRow);
         // Whoever hears of the row's leaving may take its destination away, or rows behind it.
@@ -78,7 +80,6 @@ bool CProcessorTreeModel::moveRows(const QModelIndex& sourceParent, int sourceRo
         else
             qDeleteAll(row);
     }
-    m_index.setMoving(false);
     return true;
 }
 

@@ -8,6 +8,7 @@
 #include "processortree/ArrivalWatch.h"
 #include "processortree/ExpandBranches.h"
 #include "processortree/NodeType.h"
+#include "processortree/PaintScope.h"
 #include "processortree/ProcessorSelectionModel.h"
 #include "processortree/ProcessorTreeDelegate.h"
 #include "processortree/ProcessorTreeModel.h"
@@ -15,6 +16,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopeGuard>
 #include <QShortcut>
 #include <QStandardItem>
 
@@ -251,12 +253,18 @@ void CProcessorTreeView::AddProcessors(AddKind kind, const std::function<bool()>
         return;
     const QUuid group = targetGroup();
     m_arrivals->expectProcessors(addition->size());
-    // No QSignalBlocker: the host may destroy the view here.
-    const bool wereBlocked = blockSignals(true);
-    requestAddition(group, *addition);
+    {
+        // No QSignalBlocker: the host may destroy the view here.
+        const bool wereBlocked = blockSignals(true);
+        const auto unblock =
+            qScopeGuard([this, view = QPointer<CProcessorTreeView>(this), wereBlocked] {
+                if (view)
+                    blockSignals(wereBlocked);
+            });
+        requestAddition(group, *addition);
+    }
     if (!alive)
         return;
-    blockSignals(wereBlocked);
     if (const QStandardItem* item = treeModel() ? treeModel()->getItem(group) : nullptr)
         expand(item->index());
 }
@@ -439,6 +447,12 @@ void CProcessorTreeView::replaceRemoved(const QModelIndex& parent, int first, in
     if (m_removedSoFar == m_pendingDeletions
         && !chooseAmong(parent, last + 1, model()->rowCount(parent), 1))
         chooseAmong(parent, first - 1, -1, -1);
+}
+
+void CProcessorTreeView::paintEvent(QPaintEvent* event)
+{
+    const CPaintScope painting;
+    CTreeView::paintEvent(event);
 }
 
 void CProcessorTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
