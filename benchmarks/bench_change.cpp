@@ -133,7 +133,15 @@ public:
         }
     }
 
-    ~Trees() { require(sameTree(m_model, m_bare.model()), "both trees hold the same rows still"); }
+    ~Trees()
+    {
+        m_isChanged = m_isBareChanged = false;
+        for (int n = 0; n < kChanges; ++n) {
+            change(n);
+            changeBare(n);
+        }
+        require(sameTree(m_model, m_bare.model()), "both trees hold the same rows still");
+    }
 
     void append(int n) { m_model.AppendProcessor(at(m_size + n)); }
     void unappend(int n) { m_model.removeNode(at(m_size + n).id); }

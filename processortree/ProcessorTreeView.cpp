@@ -63,6 +63,21 @@ bool isSelecting(const QMouseEvent& event)
            && (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier));
 }
 
+/// The first one of selectedIndexes(), without a list of all for each row that is removed.
+QModelIndex firstSelected(const QItemSelectionModel* selection)
+{
+    const Qt::ItemFlags selectable = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    const QItemSelection ranges = selection ? selection->selection() : QItemSelection();
+    for (const QItemSelectionRange& range : ranges) {
+        for (int row = range.top(); range.isValid() && row <= range.bottom(); ++row) {
+            const QModelIndex index = range.model()->index(row, range.left(), range.parent());
+            if ((index.flags() & selectable) == selectable)
+                return index;
+        }
+    }
+    return {};
+}
+
 QRect withoutEdge(const QRect& row)
 {
     return row.adjusted(0, 0, -kEdge, 0);
@@ -412,9 +427,8 @@ void CProcessorTreeView::rowsAboutToBeRemoved(const QModelIndex& parent, int fir
 /// Finds another row to stand on when the one that the user stands on is removed.
 void CProcessorTreeView::replaceRemoved(const QModelIndex& parent, int first, int last)
 {
-    const QList<QPersistentModelIndex> selected = selectedRows();
-    const QModelIndex standing =
-        selected.isEmpty() ? currentIndex() : QModelIndex(selected.first());
+    const QModelIndex selected = firstSelected(selectionModel());
+    const QModelIndex standing = selected.isValid() ? selected : currentIndex();
     if (standing.parent() != parent || standing.row() < first || standing.row() > last)
         return;
     if (nodeType(standing) == NodeGroup) {
