@@ -10,6 +10,7 @@
 #include "plugin/TargetSelectHandler.h"
 #include "plugin/TreeEvents.h"
 #include "plugin/TreeSnapshot.h"
+#include "processortree/PaintScope.h"
 #include "processortree/ProcessorTreeModel.h"
 
 #include <QCoreApplication>
@@ -64,8 +65,11 @@ CTargetSelectData::CTargetSelectData(QObject* parent)
 {
     RegisterMetaTypes();
     // Asked while the model lives only: the bridge ends the calls before it.
-    m_calls->waitWhile([model = m_model.get()] { return model->isChanging(); });
-    m_model->setOnChanged([calls = m_calls.get()] { calls->resume(); });
+    m_calls->waitWhile(
+        [model = m_model.get()] { return model->isChanging() || CPaintScope::isPainting(); });
+    const auto resume = [calls = m_calls.get()] { calls->resume(); };
+    m_model->setOnChanged(resume);
+    CPaintScope::setOnEnded(resume);
     if (const auto* application = QCoreApplication::instance()) {
         for (QObject* object : {static_cast<QObject*>(this), static_cast<QObject*>(m_model.get()),
                                 static_cast<QObject*>(m_workThread.get())}) {
@@ -88,6 +92,7 @@ CTargetSelectData::~CTargetSelectData()
         m_workThread.release();
     }
     m_model->setOnChanged({});
+    CPaintScope::setOnEnded({});
     m_calls->waitWhile({});
 }
 

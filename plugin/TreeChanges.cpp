@@ -162,8 +162,12 @@ void CTreeChanges::refreshRecords(const Place& place, const QList<QUuid>& ids)
             continue;
         const auto processor = askForProcessor(id, event).record();
         item = m_model.getItem(id);
-        if (processor && item && nodeType(*item) == NodeProcessor)
-            m_model.setData(item->index(), QVariant::fromValue(*processor), NodeDataRole);
+        const CRecordHandle handle =
+            item ? recordHandle(item->data(NodeDataRole)) : CRecordHandle();
+        if (processor && handle.cell()) {
+            handle.cell()->replace(*processor, handle.cell()->version());
+            m_model.announceRecords({id});
+        }
     }
 }
 

@@ -20,6 +20,9 @@ void CIdentityIndex::rebuild(QStandardItem* root)
 {
     const std::lock_guard guard(m_mutex);
     m_table.clear();
+    m_root = root;
+    m_processors = 0;
+    m_groups = 0;
     m_hasRepeats = false;
     if (!root)
         return;
@@ -40,6 +43,7 @@ bool CIdentityIndex::add(Rows&& rows)
     const std::lock_guard guard(m_mutex);
     m_table.reserve(rows.size());
     for (CIdentityTable::Entry& row : rows) {
+        count(row, 1);
         if (!m_table.insert(std::move(row)))
             m_hasRepeats = true;
     }
@@ -73,7 +77,21 @@ void CIdentityIndex::setMoving(bool moving)
 bool CIdentityIndex::insert(QStandardItem* item, std::optional<EPrcTreeNodeType> type)
 {
     const QUuid uuid = item->data(UuidRole).toUuid();
-    return m_table.insert({uuid, item, {type, recordHandle(item->data(NodeDataRole))}});
+    CIdentityTable::Entry entry{uuid, item, {type, recordHandle(item->data(NodeDataRole))}};
+    count(entry, 1);
+    return m_table.insert(std::move(entry));
+}
+
+/// Rows that share an identity count each. They are not all in the table, but as long as there are
+/// any, every removal leads to a rebuild.
+void CIdentityIndex::count(const CIdentityTable::Entry& entry, int step)
+{
+    if (entry.item == m_root)
+        return;
+    if (entry.row.type == NodeProcessor)
+        m_processors += step;
+    else if (entry.row.type == NodeGroup && entry.item->parent() == m_root)
+        m_groups += step;
 }
 
 /// Rows without a type are passed over, and only groups are entered.
@@ -103,6 +121,7 @@ void CIdentityIndex::erase(const QStandardItem* item)
     if (found && found->item == item) {
         if (m_moving)
             m_inTransit.insert(uuid, found->row);
+        count(*found, -1);
         m_table.remove(uuid);
     }
     for (int row = 0; row < item->rowCount(); ++row) {

@@ -32,6 +32,12 @@ public:
     /// The same for any thread.
     std::optional<Row> row(const QUuid& uuid) const;
 
+    /// Number of processor rows that a search from the root reaches. GUI thread.
+    int processorCount() const { return m_processors; }
+
+    /// Number of group rows directly below the root. GUI thread.
+    int groupCount() const { return m_groups; }
+
     /// Starts anew from `root`, which may be null. GUI thread.
     void rebuild(QStandardItem* root);
 
@@ -56,6 +62,7 @@ public:
 
 private:
     bool insert(QStandardItem* item, std::optional<EPrcTreeNodeType> type);
+    void count(const CIdentityTable::Entry& entry, int step);
     bool insertReachable(QStandardItem* item);
     bool insertChildren(QStandardItem* item);
     void erase(const QStandardItem* item);
@@ -63,6 +70,9 @@ private:
     mutable std::mutex m_mutex;
     CIdentityTable m_table;
     QHash<QUuid, Row> m_inTransit;
+    const QStandardItem* m_root = nullptr; // owned by the model
+    int m_processors = 0;
+    int m_groups = 0;
     bool m_hasRepeats = false;
     bool m_moving = false;
 };

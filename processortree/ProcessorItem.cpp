@@ -27,6 +27,15 @@ CProcessorItem::CProcessorItem(EPrcTreeNodeType type, const QUuid& uuid)
 
 CProcessorItem::~CProcessorItem() = default;
 
+QStandardItem* CProcessorItem::clone() const
+{
+    QStandardItem* copy = QStandardItem::clone();
+    const CRecordHandle record = recordHandle(data(NodeDataRole));
+    if (record.cell())
+        copy->setData(QVariant::fromValue(record.cell()->load()), NodeDataRole);
+    return copy;
+}
+
 void CProcessorItem::setUuid(const QUuid& uuid)
 {
     m_uuid = uuid;
@@ -46,5 +55,6 @@ CProcessorItem* makeProcessorItem(const ProcessorNode& processor, const CRecordH
     auto* item = new CProcessorItem(NodeProcessor, processor.id);
     item->setText(processor.name);
     item->setData(QVariant::fromValue(record), NodeDataRole);
+    record.cell()->isOf(item);
     return item;
 }

@@ -16,6 +16,10 @@ public:
     CProcessorItem(EPrcTreeNodeType type, const QUuid& uuid);
     ~CProcessorItem() override;
 
+    /// A plain item with the same data. What a processor's holds of the record is a copy, which
+    /// does not follow this row's.
+    QStandardItem* clone() const override;
+
     /// Gives the row its identity, under UuidRole too.
     void setUuid(const QUuid& uuid);
 
@@ -26,5 +30,5 @@ private:
 /// The row of a group, with its record; without processors.
 CProcessorItem* makeGroupItem(const ProcessorGroupNode& group);
 
-/// The row of a processor, which leads to its record by `record`.
+/// The row of a processor, which leads to its record by `record`: a handle to a cell of its own.
 CProcessorItem* makeProcessorItem(const ProcessorNode& processor, const CRecordHandle& record);

@@ -1,5 +1,6 @@
 #include "processortree/ProcessorSelectionModel.h"
 
+#include "host/common/AppendLog.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/NodeType.h"
@@ -7,6 +8,7 @@
 
 #include <QAbstractItemView>
 #include <QPointer>
+#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -38,16 +40,17 @@ void CProcessorSelectionModel::setCurrentIndex(const QModelIndex& index,
     const QPersistentModelIndex row(index);
     if (nodeType(currentIndex()) == NodeProcessor) {
         const QUuid previous = currentIndex().data(UuidRole).toUuid();
-        askHost(&Host::GetProcessorNode, previous);
+        tellHost([&] { askHost(&Host::GetProcessorNode, previous); });
         if (!self)
             return;
         if (!previous.isNull())
             m_previous = previous;
     }
-    if (command != NoUpdate && row.isValid())
-        select(row, command);
-    if (self && row.isValid())
+    // The report comes last: the host may choose another processor in it.
+    if (row.isValid())
         CProcessorItemSelectionModel::setCurrentIndex(row, NoUpdate);
+    if (self && row.isValid() && command != NoUpdate)
+        select(row, command);
 }
 
 void CProcessorSelectionModel::select(const QItemSelection& selection,
@@ -88,6 +91,22 @@ void CProcessorSelectionModel::report(QModelIndexList selected) const
         return;
     const QUuid previous = m_previous;
     bridge.SetSelectionEchoGuard(true);
-    askHost(&Host::ReportSelection, focus, processors, groups, previous);
-    bridge.SetSelectionEchoGuard(false);
+    const auto unguard = qScopeGuard([&bridge] { bridge.SetSelectionEchoGuard(false); });
+    tellHost([&] { askHost(&Host::ReportSelection, focus, processors, groups, previous); });
+}
+
+/// While rows come or go, an exception of the host's ends here: it would keep the model and its
+/// views from hearing the rest of it.
+void CProcessorSelectionModel::tellHost(const std::function<void()>& tell) const
+{
+    const auto* tree = qobject_cast<const CProcessorTreeModel*>(model());
+    if (!tree || !tree->isChanging()) {
+        tell();
+        return;
+    }
+    try {
+        tell();
+    } catch (...) {
+        AppendLog(__func__, __FILE__, __LINE__, "The host threw when it was told of a selection.");
+    }
 }

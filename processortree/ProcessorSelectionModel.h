@@ -4,12 +4,15 @@
 
 #include <QUuid>
 
+#include <functional>
+
 class QAbstractItemView;
 
 /// The selection in the processor tree: only processors become current, and every real change is
 /// reported to the host, except one that the host makes itself: in reply (see
 /// CTargetSelectData::IsSelectionEchoGuarded()), or while the signals are blocked. The host may
-/// change the tree while it is told. GUI thread.
+/// change the tree, or the selection, while it is told: what it does then is the last word. GUI
+/// thread.
 class CProcessorSelectionModel final : public CProcessorItemSelectionModel
 {
     Q_OBJECT
@@ -29,6 +32,7 @@ public slots:
 
 private:
     void report(QModelIndexList selected) const;
+    void tellHost(const std::function<void()>& tell) const;
 
     QUuid m_previous; // the processor that was current before the current one
 };

@@ -16,6 +16,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QShortcut>
 #include <QStandardItem>
 #include <QVBoxLayout>
@@ -210,12 +211,17 @@ void CProcessorTree::SelectProcessor(const QUuid& id, bool report)
         return;
     const QPersistentModelIndex index(item->index());
     const QPointer<CProcessorTree> alive(this);
-    // No QSignalBlocker: the host may destroy the panel here.
-    const bool wereBlocked = selection->blockSignals(!report);
-    selection->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    {
+        // No QSignalBlocker: the host may destroy the panel here.
+        const bool wereBlocked = selection->blockSignals(!report);
+        const auto unblock = qScopeGuard([alive, selection, wereBlocked] {
+            if (alive)
+                selection->blockSignals(wereBlocked);
+        });
+        selection->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    }
     if (!alive)
         return;
-    selection->blockSignals(wereBlocked);
     expandBranches(*m_treeView);
     m_treeView->scrollTo(index);
     m_treeView->viewport()->update();
@@ -275,11 +281,13 @@ void CProcessorTree::fromMenu(const std::function<void()>& step)
     const QPointer<CProcessorTree> alive(this);
     const QPointer<QMenu> menu(m_addButton->menu());
     ++m_stepsFromMenu;
+    const auto end = qScopeGuard([this, alive, menu] {
+        if (alive)
+            --m_stepsFromMenu;
+        else if (menu) // Qt goes on with showing it
+            QMetaObject::invokeMethod(menu, &QWidget::hide, Qt::QueuedConnection);
+    });
     step();
-    if (alive)
-        --m_stepsFromMenu;
-    else if (menu) // Qt goes on with showing it
-        QMetaObject::invokeMethod(menu, &QWidget::hide, Qt::QueuedConnection);
 }
 
 void CProcessorTree::refreshMenu()

@@ -1,9 +1,11 @@
 #include "processortree/ProcessorTreeDelegate.h"
 
+#include "host/common/AppendLog.h"
 #include "host/widgets/ToolTip.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/NameEditor.h"
 #include "processortree/NodeType.h"
+#include "processortree/PaintScope.h"
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
@@ -66,6 +68,18 @@ bool isButtonWanted(std::optional<EPrcTreeNodeType> type)
                                          : &Host::ShowNodeMoreButton);
 }
 
+/// For painting, where an exception of the host's ends: Qt's widgets are built without exceptions,
+/// and would leave their painter active.
+bool isButtonPainted(std::optional<EPrcTreeNodeType> type)
+{
+    try {
+        return !isMultiSelection() && isButtonWanted(type);
+    } catch (...) {
+        AppendLog(__func__, __FILE__, __LINE__, "The host threw while a row was painted.");
+        return false;
+    }
+}
+
 /// Groups and processors have one that can be edited.
 bool hasName(EPrcTreeNodeType type)
 {
@@ -107,8 +121,9 @@ CProcessorTreeDelegate::CProcessorTreeDelegate(QAbstractItemView* view)
 void CProcessorTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                    const QModelIndex& index) const
 {
+    const CPaintScope painting;
     CProcessorDelegate::paint(painter, option, index);
-    if (isMultiSelection() || !isButtonWanted(nodeType(index)))
+    if (!isButtonPainted(nodeType(index)))
         return;
     if (!(option.state & (QStyle::State_Selected | QStyle::State_MouseOver)))
         return;

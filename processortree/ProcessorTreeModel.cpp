@@ -6,7 +6,6 @@
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorItem.h"
-#include "processortree/ProcessorOrder.h"
 #include "processortree/ProcessorTreeModelChange.h"
 #include "processortree/TreeFill.h"
 #include "processortree/TreeWalk.h"
@@ -24,12 +23,14 @@ public:
     {
         m_model->beginResetModel();
         m_signalsWereBlocked = m_model->blockSignals(true);
+        m_model->m_order.clear();
     }
 
     Batch(const Batch&) = delete;
     Batch& operator=(const Batch&) = delete;
 
-    ~Batch()
+    /// Those who hear of the reset may throw.
+    ~Batch() noexcept(false)
     {
         if (m_model->m_rebuildDue)
             m_model->m_index.rebuild(m_model->m_root);
@@ -53,11 +54,7 @@ CProcessorTreeModel::CProcessorTreeModel(QObject* parent)
     connect(this, &QAbstractItemModel::rowsAboutToBeRemoved, this,
             &CProcessorTreeModel::onRowsAboutToBeRemoved);
     connect(this, &QAbstractItemModel::dataChanged, this, &CProcessorTreeModel::onDataChanged);
-    const auto rebuildIfDue = [this] {
-        if (m_rebuildDue)
-            onRestructured();
-    };
-    connect(this, &QAbstractItemModel::rowsRemoved, this, rebuildIfDue);
+    connect(this, &QAbstractItemModel::rowsRemoved, this, &CProcessorTreeModel::onRowsRemoved);
     connect(this, &QAbstractItemModel::columnsRemoved, this, &CProcessorTreeModel::onRestructured);
     connect(this, &QAbstractItemModel::layoutChanged, this, &CProcessorTreeModel::onRestructured);
     connect(this, &QAbstractItemModel::modelReset, this, &CProcessorTreeModel::onModelReset);
@@ -82,8 +79,10 @@ bool CProcessorTreeModel::setData(const QModelIndex& index, const QVariant& valu
 {
     if (!index.isValid() || !value.isValid())
         return false;
+    // Whoever hears of a change may take the row away.
+    const QPersistentModelIndex row(index);
     if (role != Qt::DisplayRole)
-        return QStandardItemModel::setData(index, value, role);
+        return QStandardItemModel::setData(index, value, role) && row.isValid();
 
     QStandardItem* item = itemFromIndex(index);
     const QString name = value.toString();
@@ -101,7 +100,8 @@ bool CProcessorTreeModel::setData(const QModelIndex& index, const QVariant& valu
             item->setData(QVariant::fromValue(group), NodeDataRole);
         }
     }
-    return QStandardItemModel::setData(index, value, Qt::DisplayRole);
+    return row.isValid() && QStandardItemModel::setData(row, value, Qt::DisplayRole)
+           && row.isValid();
 }
 
 void CProcessorTreeModel::initRoot()
@@ -121,7 +121,9 @@ void CProcessorTreeModel::clearToRoot()
     m_root = nullptr;
     m_index.rebuild(nullptr);
     clear();
-    initRoot();
+    // Whoever hears of it may have made one.
+    if (!m_root)
+        initRoot();
 }
 
 void CProcessorTreeModel::updateRootText()
@@ -140,22 +142,6 @@ std::optional<CIdentityIndex::Row> CProcessorTreeModel::findRow(const QUuid& uui
     return m_index.row(uuid);
 }
 
-int CProcessorTreeModel::getAllProcessorCount() const
-{
-    return m_root ? processorCount(*m_root) : 0;
-}
-
-int CProcessorTreeModel::groupCount() const
-{
-    int count = 0;
-    for (int row = 0; m_root && row < m_root->rowCount(); ++row) {
-        const QStandardItem* child = m_root->child(row);
-        if (child && nodeType(*child) == NodeGroup)
-            ++count;
-    }
-    return count;
-}
-
 QList<QUuid> CProcessorTreeModel::getChildProcessor(const QModelIndex& index) const
 {
     QList<QUuid> found;
@@ -168,9 +154,14 @@ void CProcessorTreeModel::updateProcessor(QStandardItem* item, const ProcessorNo
 {
     if (!item || item == m_root)
         return;
-    const ProcessorNode known = processorRecord(item->data(NodeDataRole));
-    if (processor.reachedByIp && processor.ipAddress != known.ipAddress) {
-        removeNode(known.id);
+    const QVariant known = item->data(NodeDataRole);
+    const CRecordHandle handle = recordHandle(known);
+    // A monitor state may have brought the new address before, and left the row where it stood.
+    const bool isElsewhere =
+        processor.ipAddress != recordKey(known).ipAddress
+        || (handle.cell() && processor.ipAddress != handle.cell()->placedAddress());
+    if (processor.reachedByIp && isElsewhere) {
+        removeNode(processorRecord(known).id);
         AppendProcessor(processor);
         return;
     }
@@ -330,7 +321,12 @@ CProcessorItem* CProcessorTreeModel::insertGroup(const ProcessorGroupNode& group
     const Change change(this);
     CProcessorItem* item = makeGroupItem(group);
     m_root->insertRow(row, item);
-    return item;
+    // Whoever hears of the row may take it away.
+    for (int last = m_root ? m_root->rowCount() - 1 : -1; last >= 0; --last) {
+        if (m_root->child(last) == item)
+            return item;
+    }
+    return nullptr;
 }
 
 CProcessorItem* CProcessorTreeModel::insertProcessor(const ProcessorNode& processor,
@@ -338,13 +334,14 @@ CProcessorItem* CProcessorTreeModel::insertProcessor(const ProcessorNode& proces
 {
     const Change change(this);
     CProcessorItem* item = makeProcessorItem(processor, CRecordHandle(processor));
-    parent->insertRow(insertionRow(*parent, recordKey(processor)), item);
+    parent->insertRow(m_order.insertionRow(*parent, recordKey(processor)), item);
     return item;
 }
 
 /// Takes up a row inserted while the model's signals are blocked.
 void CProcessorTreeModel::indexRow(QStandardItem* item)
 {
+    m_order.onInserted(*item->parent(), item->row(), item->row());
     if (!m_index.add(item))
         m_rebuildDue = true;
 }
@@ -378,22 +375,27 @@ bool CProcessorTreeModel::isSearched(const QStandardItem* parent) const
 
 void CProcessorTreeModel::onRowsInserted(const QModelIndex& parent, int first, int last)
 {
-    const QStandardItem* item = itemFromIndex(parent);
-    if (!isSearched(item))
-        return;
+    const QStandardItem* item = parent.isValid() ? itemFromIndex(parent) : invisibleRootItem();
+    const bool areSearched = isSearched(item);
     for (int row = first; row <= last; ++row) {
-        if (QStandardItem* child = item->child(row)) {
-            adoptRecords(child);
+        QStandardItem* child = item->child(row);
+        if (!child)
+            continue;
+        adoptRecords(child);
+        if (areSearched)
             indexRow(child);
-        }
     }
     if (m_rebuildDue)
         onRestructured();
+    // They may stand below a row that is about to be removed.
+    m_rebuildDue = m_removals > 0;
 }
 
 void CProcessorTreeModel::onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last)
 {
+    ++m_removals;
     const QStandardItem* item = parent.isValid() ? itemFromIndex(parent) : invisibleRootItem();
+    m_order.onAboutToBeRemoved(*item, first, last);
     for (int row = first; row <= last; ++row) {
         const QStandardItem* child = item->child(row);
         if (!child)
@@ -405,28 +407,45 @@ void CProcessorTreeModel::onRowsAboutToBeRemoved(const QModelIndex& parent, int 
     }
 }
 
+void CProcessorTreeModel::onRowsRemoved()
+{
+    --m_removals;
+    if (m_rebuildDue)
+        onRestructured();
+}
+
 void CProcessorTreeModel::onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                                         const QVector<int>& roles)
 {
     const auto concerns = [&](int role) { return roles.isEmpty() || roles.contains(role); };
-    if (concerns(NodeDataRole)) {
+    const bool concernsType = concerns(NodeTypeRole);
+    if (concernsType || concerns(NodeDataRole)) {
+        if (const QStandardItem* parent = itemFromIndex(topLeft.parent()))
+            m_order.onChanged(*parent, topLeft.row(), bottomRight.row());
         for (int row = topLeft.row(); row <= bottomRight.row(); ++row) {
             QStandardItem* item = itemFromIndex(topLeft.sibling(row, 0));
             if (!item)
                 continue;
-            adoptRecord(item);
+            if (concernsType)
+                adoptRecords(item);
+            else
+                adoptRecord(item);
             m_index.setRecord(item, recordHandle(item->data(NodeDataRole)));
         }
     }
-    if (concerns(UuidRole) || concerns(NodeTypeRole))
+    if (concernsType || concerns(UuidRole))
         onRestructured();
 }
 
-/// A record that somebody stored plainly moves into a cell, where the work thread can reach it.
+/// A record that somebody stored plainly moves into a cell, where the work thread can reach it; one
+/// in the cell of another item is copied, for that item's goes on changing.
 void CProcessorTreeModel::adoptRecord(QStandardItem* item)
 {
     const QVariant stored = item->data(NodeDataRole);
-    if (stored.userType() != qMetaTypeId<ProcessorNode>() || nodeType(*item) != NodeProcessor)
+    CRecordCell* const cell = recordHandle(stored).cell();
+    if (cell
+            ? cell->isOf(item)
+            : stored.userType() != qMetaTypeId<ProcessorNode>() || nodeType(*item) != NodeProcessor)
         return;
     const QSignalBlocker blocker(this);
     item->setData(QVariant::fromValue(CRecordHandle(processorRecord(stored))), NodeDataRole);
@@ -443,8 +462,10 @@ void CProcessorTreeModel::adoptRecords(QStandardItem* item)
 
 void CProcessorTreeModel::onRestructured()
 {
-    m_rebuildDue = false;
+    // Rows that are about to be removed stand in the tree still.
+    m_rebuildDue = m_removals > 0;
     m_index.rebuild(m_root);
+    m_order.clear();
 }
 
 /// QStandardItemModel::clear() takes the root row away without another word.

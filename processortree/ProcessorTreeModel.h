@@ -2,6 +2,7 @@
 
 #include "Interface/ProcessorNode.h"
 #include "processortree/IdentityIndex.h"
+#include "processortree/RisingOrder.h"
 #include "processortree/TreeFill.h"
 
 #include <QList>
@@ -57,11 +58,12 @@ public:
     /// Type and record of the same row, for any thread; nothing for an unknown identity.
     std::optional<CIdentityIndex::Row> findRow(const QUuid& uuid) const;
 
-    /// Number of processor rows, in groups and outside.
-    int getAllProcessorCount() const;
+    /// Number of processor rows, in groups and outside. Takes constant time, as groupCount() does;
+    /// both leave out rows that are about to be removed.
+    int getAllProcessorCount() const { return m_index.processorCount(); }
 
     /// Number of group rows.
-    int groupCount() const;
+    int groupCount() const { return m_index.groupCount(); }
 
     /// Identities of the processors below `index`, depth first.
     QList<QUuid> getChildProcessor(const QModelIndex& index) const;
@@ -105,7 +107,8 @@ public slots:
     /// with those that got no row and those whose group the host did not list.
     void reset();
 
-    /// Adds a group behind the other groups and returns its row; null without a root.
+    /// Adds a group behind the other groups and returns its row; null without a root, or when
+    /// somebody who heard of the row removed it.
     CProcessorItem* AppendGroup(const ProcessorGroupNode& group);
 
     /// Adds a processor at its place; nowhere when its group is unknown.
@@ -140,6 +143,7 @@ private:
     bool isSearched(const QStandardItem* parent) const;
     void onRowsInserted(const QModelIndex& parent, int first, int last);
     void onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last);
+    void onRowsRemoved();
     void onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                        const QVector<int>& roles);
     void adoptRecord(QStandardItem* item);
@@ -149,8 +153,10 @@ private:
 
     QStandardItem* m_root = nullptr; // owned by the model, below its invisible root
     CIdentityIndex m_index;
+    CRisingOrder m_order;
     QList<LeftOut> m_leftOut;
     bool m_rebuildDue = false;
-    int m_changes = 0; // nested ones
+    int m_removals = 0; // that are announced, nested ones
+    int m_changes = 0;  // nested ones
     std::function<void()> m_onChanged;
 };

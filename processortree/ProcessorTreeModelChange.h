@@ -2,6 +2,8 @@
 
 #include "processortree/ProcessorTreeModel.h"
 
+#include <exception>
+
 /// A stretch in which rows come or go, and who hears of it has not heard of all.
 class CProcessorTreeModel::Change final
 {
@@ -17,10 +19,16 @@ public:
 
     ~Change()
     {
+        // Rows whose removal was announced may stand in the tree still.
+        if (std::uncaught_exceptions() > m_exceptions) {
+            m_model->m_removals = 0;
+            m_model->onRestructured();
+        }
         if (--m_model->m_changes == 0 && m_model->m_onChanged)
             m_model->m_onChanged();
     }
 
 private:
     CProcessorTreeModel* m_model;
+    const int m_exceptions = std::uncaught_exceptions();
 };

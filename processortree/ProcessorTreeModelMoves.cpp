@@ -2,13 +2,13 @@
 
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/NodeType.h"
-#include "processortree/ProcessorOrder.h"
 #include "processortree/ProcessorTreeModelChange.h"
 #include "processortree/RecordCell.h"
 #include "processortree/TreeWalk.h"
 
 #include <QDataStream>
 #include <QMimeData>
+#include <QScopeGuard>
 
 #include <algorithm>
 
@@ -69,15 +69,17 @@ bool CProcessorTreeModel::moveRows(const QModelIndex& sourceParent, int sourceRo
     const QPersistentModelIndex from = sourceParent;
     const QPersistentModelIndex to = destinationParent;
     m_index.setMoving(true);
+    const auto end = qScopeGuard([this] { m_index.setMoving(false); });
     for (int moved = 0; moved < movable && from.isValid(); ++moved) {
         const QList<QStandardItem*> row = itemFromIndex(from)->takeRow(sourceRow);
-        // Whoever hears of the row's leaving may take its destination away.
+        // Whoever hears of the row's leaving may take its destination away, or rows behind it.
+        if (row.isEmpty())
+            break;
         if (QStandardItem* parent = itemFromIndex(to))
             parent->insertRow(qMin(destinationChild, parent->rowCount()), row);
         else
             qDeleteAll(row);
     }
-    m_index.setMoving(false);
     return true;
 }
 
@@ -119,7 +121,8 @@ QPersistentModelIndex CProcessorTreeModel::moveProcessor(const QModelIndex& inde
     const QStandardItem* item = itemFromIndex(index);
     const QPersistentModelIndex source = index.parent();
     const auto key = recordKey(item->data(NodeDataRole));
-    if (!moveRows(source, index.row(), 1, target, insertionRow(*itemFromIndex(target), key)))
+    if (!moveRows(source, index.row(), 1, target,
+                  m_order.insertionRow(*itemFromIndex(target), key)))
         return {};
     const QStandardItem* parent = itemFromIndex(target);
     for (int row = 0; parent && row < parent->rowCount(); ++row) {

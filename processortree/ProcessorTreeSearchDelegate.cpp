@@ -1,8 +1,11 @@
 #include "processortree/ProcessorTreeSearchDelegate.h"
 
+#include "processortree/PaintScope.h"
+
 void CProcessorTreeSearchDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                          const QModelIndex& index) const
 {
+    const CPaintScope painting;
     CProcessorDelegate::paint(painter, option, index);
 }
 

@@ -9,6 +9,7 @@
 #include "processortree/ArrivalWatch.h"
 #include "processortree/ExpandBranches.h"
 #include "processortree/NodeType.h"
+#include "processortree/PaintScope.h"
 #include "processortree/ProcessorSelectionModel.h"
 #include "processortree/ProcessorTreeDelegate.h"
 #include "processortree/ProcessorTreeModel.h"
@@ -16,6 +17,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopeGuard>
 #include <QShortcut>
 #include <QStandardItem>
 
@@ -60,6 +62,21 @@ bool isSelecting(const QMouseEvent& event)
 {
     return event.buttons() != Qt::NoButton
            && (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier));
+}
+
+/// The first one of selectedIndexes(), without a list of all for each row that is removed.
+QModelIndex firstSelected(const QItemSelectionModel* selection)
+{
+    const Qt::ItemFlags selectable = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    const QItemSelection ranges = selection ? selection->selection() : QItemSelection();
+    for (const QItemSelectionRange& range : ranges) {
+        for (int row = range.top(); range.isValid() && row <= range.bottom(); ++row) {
+            const QModelIndex index = range.model()->index(row, range.left(), range.parent());
+            if ((index.flags() & selectable) == selectable)
+                return index;
+        }
+    }
+    return {};
 }
 
 QRect withoutEdge(const QRect& row)
@@ -252,12 +269,18 @@ void CProcessorTreeView::AddProcessors(AddKind kind, const std::function<bool()>
         return;
     const QUuid group = targetGroup();
     m_arrivals->expectProcessors(addition->size());
-    // No QSignalBlocker: the host may destroy the view here.
-    const bool wereBlocked = blockSignals(true);
-    requestAddition(group, *addition);
+    {
+        // No QSignalBlocker: the host may destroy the view here.
+        const bool wereBlocked = blockSignals(true);
+        const auto unblock =
+            qScopeGuard([this, view = QPointer<CProcessorTreeView>(this), wereBlocked] {
+                if (view)
+                    blockSignals(wereBlocked);
+            });
+        requestAddition(group, *addition);
+    }
     if (!alive)
         return;
-    blockSignals(wereBlocked);
     if (const QStandardItem* item = treeModel() ? treeModel()->getItem(group) : nullptr)
         expand(item->index());
 }
@@ -405,9 +428,8 @@ void CProcessorTreeView::rowsAboutToBeRemoved(const QModelIndex& parent, int fir
 /// Finds another row to stand on when the one that the user stands on is removed.
 void CProcessorTreeView::replaceRemoved(const QModelIndex& parent, int first, int last)
 {
-    const QList<QPersistentModelIndex> selected = selectedRows();
-    const QModelIndex standing =
-        selected.isEmpty() ? currentIndex() : QModelIndex(selected.first());
+    const QModelIndex selected = firstSelected(selectionModel());
+    const QModelIndex standing = selected.isValid() ? selected : currentIndex();
     if (standing.parent() != parent || standing.row() < first || standing.row() > last)
         return;
     if (nodeType(standing) == NodeGroup) {
@@ -440,6 +462,12 @@ void CProcessorTreeView::replaceRemoved(const QModelIndex& parent, int first, in
     if (m_removedSoFar == m_pendingDeletions
         && !chooseAmong(parent, last + 1, model()->rowCount(parent), 1))
         chooseAmong(parent, first - 1, -1, -1);
+}
+
+void CProcessorTreeView::paintEvent(QPaintEvent* event)
+{
+    const CPaintScope painting;
+    CTreeView::paintEvent(event);
 }
 
 void CProcessorTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,

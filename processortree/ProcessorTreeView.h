@@ -85,6 +85,7 @@ protected:
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                      const QVector<int>& roles = QVector<int>()) override;
     void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
+    void paintEvent(QPaintEvent* event) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                  const QModelIndex& index) const override;
     void DrawSelectRow(QPainter* painter, const QStyleOptionViewItem& option,

@@ -1,9 +1,17 @@
 #include "processortree/RecordCell.h"
 
+#include <atomic>
 #include <utility>
+
+namespace {
+
+std::atomic<quint32> placeChangeCount{0};
+
+} // namespace
 
 CRecordCell::CRecordCell(ProcessorNode record)
     : m_record(std::move(record))
+    , m_placedAddress(m_record.ipAddress)
 {
 }
 
@@ -22,8 +30,14 @@ CRecordCell::Key CRecordCell::key() const
 void CRecordCell::store(const ProcessorNode& record)
 {
     const std::lock_guard guard(m_mutex);
-    m_record = record;
-    ++m_version;
+    assign(record);
+    m_placedAddress = record.ipAddress;
+}
+
+quint32 CRecordCell::placedAddress() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_placedAddress;
 }
 
 quint32 CRecordCell::version() const
@@ -37,9 +51,30 @@ bool CRecordCell::replace(const ProcessorNode& record, quint32 version)
     const std::lock_guard guard(m_mutex);
     if (m_version != version)
         return false;
+    assign(record);
+    return true;
+}
+
+quint32 CRecordCell::placeChanges()
+{
+    return placeChangeCount;
+}
+
+bool CRecordCell::isOf(const QStandardItem* item)
+{
+    if (!m_item)
+        m_item = item;
+    return m_item == item;
+}
+
+void CRecordCell::assign(const ProcessorNode& record)
+{
+    const bool mayMove =
+        m_record.ipAddress != record.ipAddress || m_record.reachedByIp != record.reachedByIp;
     m_record = record;
     ++m_version;
-    return true;
+    if (mayMove)
+        ++placeChangeCount;
 }
 
 CRecordHandle::CRecordHandle(const ProcessorNode& record)

@@ -9,7 +9,9 @@
 
 #include <mutex>
 
-/// A processor's record, shared by the tree item that shows it and by whoever rewrites it.
+class QStandardItem;
+
+/// A processor's record, shared by the one tree item that shows it and by whoever rewrites it.
 ///
 /// The host's monitor states arrive on the work thread and are written there.
 /// QStandardItem::setData off the GUI thread would emit model signals on that thread, so the item
@@ -34,19 +36,36 @@ public:
     /// Any thread.
     Key key() const;
 
-    /// Replaces the record. Any thread; tells nobody.
+    /// Replaces the record of a row that stands at the place that `record` gives it. Any thread;
+    /// tells nobody.
     void store(const ProcessorNode& record);
+
+    /// The address by which the row stands where it is. Any thread.
+    quint32 placedAddress() const;
 
     /// Counts the replacements. Any thread.
     quint32 version() const;
 
-    /// Replaces the record unless it was replaced since `version`; returns whether it did.
+    /// Counts the replacements, in all cells, that may have changed the place of a processor among
+    /// those addressed by IP. Any thread.
+    static quint32 placeChanges();
+
+    /// Whether `item` is the one that the cell belongs to; a cell without an item is its from now
+    /// on. GUI thread.
+    bool isOf(const QStandardItem* item);
+
+    /// Replaces the record, and not the place, unless the record was replaced since `version`;
+    /// returns whether it did.
     bool replace(const ProcessorNode& record, quint32 version);
 
 private:
+    void assign(const ProcessorNode& record);
+
     mutable std::mutex m_mutex;
     ProcessorNode m_record;
+    quint32 m_placedAddress;
     quint32 m_version = 0;
+    const QStandardItem* m_item = nullptr; // told apart by its place in memory, never read
 };
 
 /// What an item holds under NodeDataRole; QVariant::value<ProcessorNode>() reads through it.

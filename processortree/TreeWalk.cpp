@@ -5,20 +5,6 @@
 #include <QAbstractItemModel>
 #include <QStandardItem>
 
-int processorCount(const QStandardItem& parent)
-{
-    int count = 0;
-    for (int row = 0; row < parent.rowCount(); ++row) {
-        const QStandardItem* child = parent.child(row);
-        const auto type = child ? nodeType(*child) : std::nullopt;
-        if (type == NodeProcessor)
-            ++count;
-        else if (type == NodeGroup)
-            count += processorCount(*child);
-    }
-    return count;
-}
-
 void collectProcessors(const QModelIndex& parent, QList<QUuid>& found)
 {
     const QAbstractItemModel* model = parent.model();

@@ -6,9 +6,6 @@
 class QModelIndex;
 class QStandardItem;
 
-/// Number of processors below `parent`, in groups and outside.
-int processorCount(const QStandardItem& parent);
-
 /// Appends the identities of the processors below `parent`, which is valid, depth first.
 void collectProcessors(const QModelIndex& parent, QList<QUuid>& found);
 

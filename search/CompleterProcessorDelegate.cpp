@@ -4,6 +4,7 @@
 #include "host/widgets/SvgIcons.h"
 #include "host/widgets/ToolTip.h"
 #include "ipmanage/IPText.h"
+#include "processortree/PaintScope.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -107,6 +108,7 @@ CCompleterProcessorDelegate::~CCompleterProcessorDelegate() = default;
 void CCompleterProcessorDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                         const QModelIndex& index) const
 {
+    const CPaintScope painting;
     const QRect& row = option.rect;
     painter->save();
     QStyleOptionViewItem background = option;

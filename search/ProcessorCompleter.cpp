@@ -2,6 +2,7 @@
 
 #include "host/widgets/ToolTip.h"
 #include "plugin/TargetSelectData.h"
+#include "processortree/PaintScope.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "search/CompleterProcessorDelegate.h"
 #include "search/PopupPlace.h"
@@ -14,6 +15,7 @@
 #include <QListView>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScopeGuard>
 #include <QScreen>
 
 #include <utility>
@@ -430,9 +432,11 @@ void CProcessorCompleter::forward(QEvent& event)
         return;
     const QPointer<CProcessorCompleter> alive(this);
     const bool wasActive = std::exchange(m_filterActive, false);
+    const auto restore = qScopeGuard([this, alive, wasActive] {
+        if (alive)
+            m_filterActive = wasActive;
+    });
     static_cast<QObject*>(m_field)->event(&event);
-    if (alive)
-        m_filterActive = wasActive;
 }
 
 void CProcessorCompleter::onFocusChanged(const QWidget* focus)
@@ -453,6 +457,7 @@ void CProcessorCompleter::onClose()
 
 void CProcessorCompleter::paintBackground() const
 {
+    const CPaintScope painting;
     QPainter painter(m_popup.get());
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);

@@ -5,6 +5,7 @@
 #include "search/FoundProcessors.h"
 
 #include <QMetaMethod>
+#include <QScopedValueRollback>
 
 CProcessorFilterProxyModel::CProcessorFilterProxyModel(QObject* parent)
     : QSortFilterProxyModel(parent)
@@ -45,9 +46,10 @@ void CProcessorFilterProxyModel::setFilterText(const QString& text)
         return;
     }
     const CFoundProcessors::Change change = m_found->look();
-    m_isSettingText = true;
-    setFilterFixedString(text);
-    m_isSettingText = false;
+    {
+        const QScopedValueRollback<bool> setting(m_isSettingText, true);
+        setFilterFixedString(text);
+    }
     // The base looks at all rows for each text once it knows of any. It may forget them when nobody
     // has one.
     if (text.isEmpty() && !isFollowed)

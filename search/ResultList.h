@@ -1,5 +1,7 @@
 #pragma once
 
+#include "processortree/PaintScope.h"
+
 #include <QListView>
 
 /// The list of search results, which keeps its rows off its round corners.
@@ -11,4 +13,11 @@ public:
     static constexpr int kCornerRadius = 8;
 
     CResultList() { setViewportMargins(0, kCornerRadius, 0, kCornerRadius); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override
+    {
+        const CPaintScope painting;
+        QListView::paintEvent(event);
+    }
 };

@@ -40,7 +40,7 @@ bool StockSearch::Filter::filterAcceptsRow(int sourceRow, const QModelIndex& sou
                                                       .arg(address >> 16 & 0xFF)
                                                       .arg(address >> 8 & 0xFF)
                                                       .arg(address & 0xFF)
-                                                : QString::number(processor.number + 1);
+                                                : QString::number(qint64{processor.number} + 1);
     return shown.contains(m_text)
            || QSortFilterProxyModel::filterAcceptsRow(sourceRow, sourceParent);
 }

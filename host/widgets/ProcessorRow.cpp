@@ -19,7 +19,7 @@ QString addressLine(const ProcessorNode& record)
 {
     if (!record.reachedByIp)
         return QCoreApplication::translate("CProcessorDelegate", "Number: %1")
-            .arg(record.number + 1);
+            .arg(qint64{record.number} + 1);
     const QString address = record.ipAddress == kNoProcessorAddress
                                 ? QCoreApplication::translate("CProcessorDelegate", "Invalid")
                                 : dotted(record.ipAddress);

@@ -22,7 +22,7 @@ constexpr int kProcessorsToWarnOf = 3;
 QString line(const ProcessorNode& node)
 {
     return QStringLiteral("%1 %2 %3 %4")
-        .arg(node.number + 1)
+        .arg(qint64{node.number} + 1)
         .arg(node.name, dottedAddress(node.ipAddress),
              node.online ? QStringLiteral("online") : QStringLiteral("offline"));
 }

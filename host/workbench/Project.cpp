@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 
 namespace {
+
+constexpr qint32 kLastNumber = std::numeric_limits<qint32>::max();
 
 template <typename List>
 auto findById(List& list, const QUuid& id)
@@ -149,11 +152,11 @@ ProcessorNode& Project::appendProcessor(const QUuid& groupId)
 {
     qint32 number = 0;
     for (const ProcessorNode& known : qAsConst(processors))
-        number = std::max(number, known.number + 1);
+        number = std::max(number, std::min(known.number, kLastNumber - 1) + 1);
     ProcessorNode node;
     node.id = QUuid::createUuid();
     node.number = number;
-    node.name = QStringLiteral("Processor %1").arg(number + 1);
+    node.name = QStringLiteral("Processor %1").arg(qint64{number} + 1);
     node.groupId = hasGroup(groupId) ? groupId : QUuid();
     node.hostAttribute11 =
         answers.fixedOutputCount > 0 ? answers.fixedOutputCount : answers.newProcessorOutputs;

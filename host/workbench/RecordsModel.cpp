@@ -76,7 +76,7 @@ QList<QStandardItem*> RecordsModel::processorRow(const ProcessorNode& node, bool
     else if (node.redundancyMode != 0)
         redundancy = tr("backup");
     QList<QStandardItem*> row{nameCell(node.name, node.id, false),
-                              cell(QString::number(node.number + 1)),
+                              cell(QString::number(qint64{node.number} + 1)),
                               cell(address),
                               cell(node.online ? tr("online") : tr("offline")),
                               cell(node.reachedByIp ? tr("address") : tr("number")),

@@ -74,7 +74,7 @@ private:
                                                           .arg((address >> 16) & 0xFF)
                                                           .arg((address >> 8) & 0xFF)
                                                           .arg(address & 0xFF)
-                                                    : QString::number(processor.number + 1);
+                                                    : QString::number(qint64{processor.number} + 1);
         return shown.indexOf(m_text) >= 0 || index.data().toString().contains(m_name);
     }
 

@@ -12,6 +12,8 @@
 #include <QTest>
 #include <QToolTip>
 
+#include <limits>
+
 namespace {
 
 constexpr int kWidth = 240;
@@ -383,6 +385,10 @@ void TestProcessorDelegate::shouldShowElidedTextsWhole()
     };
     hover(0);
     QCOMPARE(QToolTip::text(), longName + QStringLiteral("\nNumber: 5"));
+    record.number = std::numeric_limits<qint32>::max();
+    model.item(0)->setData(QVariant::fromValue(record), NodeDataRole);
+    hover(0);
+    QCOMPARE(QToolTip::text(), longName + QStringLiteral("\nNumber: 2147483648"));
     QToolTip::hideText();
     QTRY_VERIFY(!QToolTip::isVisible());
     hover(1);

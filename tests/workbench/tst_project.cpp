@@ -3,12 +3,15 @@
 
 #include <QTest>
 
+#include <limits>
+
 class ProjectTest : public QObject
 {
     Q_OBJECT
 
 private slots:
     void shouldNumberAddedProcessorsOn();
+    void shouldNumberProcessorsUpToTheLastNumber();
     void shouldAddNoMoreThan255Processors();
     void shouldAddUnderTheRootWhenTheGroupIsUnknown();
     void shouldGiveAGroupWithATakenIdentityAnother();
@@ -35,6 +38,16 @@ void ProjectTest::shouldNumberAddedProcessorsOn()
     const QList<QUuid> withAddress = project.addProcessors(QUuid(), QList<quint32>{0x0A00000F});
     QCOMPARE(project.processor(withAddress.first())->ipAddress, 0x0A00000FU);
     QVERIFY(project.processor(withAddress.first())->reachedByIp);
+}
+
+void ProjectTest::shouldNumberProcessorsUpToTheLastNumber()
+{
+    const qint32 last = std::numeric_limits<qint32>::max();
+    Project project = smallProject();
+    project.processors.first().number = last;
+    const QList<QUuid> added = project.addProcessors(QUuid(), 1);
+    QCOMPARE(project.processor(added.first())->number, last);
+    QCOMPARE(project.processor(added.first())->name, QStringLiteral("Processor 2147483648"));
 }
 
 void ProjectTest::shouldAddNoMoreThan255Processors()

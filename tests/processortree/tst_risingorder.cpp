@@ -1,0 +1,299 @@
+#include "tests/processortree/TestTree.h"
+
+#include "processortree/NodeType.h"
+#include "processortree/ProcessorItem.h"
+#include "tests/support/Seed.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QTest>
+
+#include <optional>
+#include <random>
+
+namespace {
+
+constexpr quint32 kGroup = 5000;
+constexpr int kSteps = 120;
+
+std::optional<ProcessorNode> processorAt(const QStandardItem& parent, int row)
+{
+    const QStandardItem* item = parent.child(row);
+    if (!item || nodeType(*item) != NodeProcessor)
+        return std::nullopt;
+    return item->data(NodeDataRole).value<ProcessorNode>();
+}
+
+bool precedes(const ProcessorNode& sibling, const ProcessorNode& added)
+{
+    if (sibling.ipAddress == kNoProcessorAddress)
+        return false;
+    if (added.ipAddress == kNoProcessorAddress)
+        return true;
+    if (sibling.reachedByIp && sibling.ipAddress != 0 && added.ipAddress != 0)
+        return sibling.ipAddress <= added.ipAddress;
+    return sibling.number < added.number;
+}
+
+/// The row at which `added` belongs, found by looking at every sibling from the last one on.
+int scannedRow(const QStandardItem& parent, const ProcessorNode& added)
+{
+    const int rows = parent.rowCount();
+    if (!added.reachedByIp || rows == 0)
+        return rows;
+    if (rows == 1) {
+        const auto only = processorAt(parent, 0);
+        return only && only->ipAddress > added.ipAddress ? 0 : 1;
+    }
+    for (int row = rows - 1; row >= 0; --row) {
+        const auto sibling = processorAt(parent, row);
+        if (!sibling || precedes(*sibling, added))
+            return row + 1;
+    }
+    return 0;
+}
+
+/// A tree that changes at random, mostly by what keeps addresses rising.
+class ChangingTree final
+{
+public:
+    explicit ChangingTree(quint32 seed)
+        : m_generator(seed)
+    {
+        m_tree->AppendGroup(testGroup(kGroup));
+        // Of some trees all addresses are used, of others hardly any.
+        m_oddities = below(3) == 0 ? 12 : 2;
+    }
+
+    /// What was done; `wrong` says where a row went instead of its place.
+    QString step(QString& wrong)
+    {
+        switch (below(24)) {
+        case 0:
+            return removeOne();
+        case 1:
+            return removeByOutsiders();
+        case 2:
+            return rewriteCell();
+        case 3:
+            return rewriteRecord();
+        case 4:
+            return rewriteType();
+        case 5:
+            return insertByOutsiders();
+        case 6:
+            return update();
+        case 7:
+            return move();
+        case 8:
+            return below(4) == 0 ? startAnew() : sortRows();
+        default:
+            return append(wrong);
+        }
+    }
+
+private:
+    int below(int end) { return std::uniform_int_distribution<int>(0, end - 1)(m_generator); }
+    bool isOdd() { return below(100) < m_oddities; }
+
+    ProcessorNode processor(quint32 group)
+    {
+        ProcessorNode made = testIpProcessor(++m_last, static_cast<quint32>(below(40)) + 1, group);
+        made.number = below(10);
+        if (isOdd())
+            made.ipAddress = 0;
+        else if (below(5) == 0)
+            made.ipAddress = kNoProcessorAddress;
+        else if (below(8) == 0)
+            made.ipAddress = 0xFFFFFFF0 + static_cast<quint32>(below(16));
+        made.reachedByIp = !isOdd();
+        return made;
+    }
+
+    quint32 anyGroup() { return below(2) == 0 ? 0 : kGroup; }
+    QStandardItem* parent(quint32 group)
+    {
+        return group == 0 ? m_tree.root() : m_tree->getItem(testId(kGroup));
+    }
+    QStandardItem* anyRow()
+    {
+        QStandardItem* above = parent(anyGroup());
+        if (!above || above->rowCount() == 0)
+            return nullptr;
+        QStandardItem* row = above->child(below(above->rowCount()));
+        return row && nodeType(*row) == NodeProcessor ? row : nullptr;
+    }
+
+    QString append(QString& wrong)
+    {
+        const quint32 group = anyGroup();
+        const ProcessorNode added = processor(group);
+        const QStandardItem* above = parent(group);
+        if (!above)
+            return QStringLiteral("nothing");
+        const QString before = m_tree.dump();
+        const int expected = scannedRow(*above, added);
+        m_tree->AppendProcessor(added);
+        const int row = m_tree->getItem(added.id)->row();
+        if (row != expected)
+            wrong = QStringLiteral("%1 goes to row %2 instead of %3 of\n%4")
+                        .arg(added.ipAddress)
+                        .arg(row)
+                        .arg(expected)
+                        .arg(before);
+        return QStringLiteral("append");
+    }
+
+    QString removeOne()
+    {
+        if (const QStandardItem* row = anyRow())
+            m_tree->removeNode(row->data(UuidRole).toUuid());
+        return QStringLiteral("remove");
+    }
+
+    QString removeByOutsiders()
+    {
+        QStandardItem* above = parent(anyGroup());
+        if (above && above->rowCount() > 4)
+            above->removeRows(1 + below(above->rowCount() - 3), 2);
+        return QStringLiteral("remove from outside");
+    }
+
+    /// As the work thread does, without a signal.
+    QString rewriteCell()
+    {
+        if (const QStandardItem* row = anyRow())
+            recordHandle(row->data(NodeDataRole)).cell()->store(processor(0));
+        return QStringLiteral("rewrite a cell");
+    }
+
+    QString rewriteRecord()
+    {
+        if (QStandardItem* row = anyRow())
+            row->setData(QVariant::fromValue(processor(0)), NodeDataRole);
+        return QStringLiteral("rewrite a record");
+    }
+
+    QString rewriteType()
+    {
+        if (QStandardItem* row = isOdd() ? anyRow() : nullptr)
+            row->setData(QVariant(QStringLiteral("none")), NodeTypeRole);
+        return QStringLiteral("rewrite a type");
+    }
+
+    QString insertByOutsiders()
+    {
+        QStandardItem* above = isOdd() ? parent(anyGroup()) : nullptr;
+        if (above) {
+            const ProcessorNode added = processor(0);
+            above->insertRow(below(above->rowCount() + 1),
+                             makeProcessorItem(added, CRecordHandle(added)));
+        }
+        return QStringLiteral("insert from outside");
+    }
+
+    QString update()
+    {
+        if (QStandardItem* row = anyRow()) {
+            ProcessorNode changed = processor(anyGroup());
+            changed.id = row->data(UuidRole).toUuid();
+            m_tree->updateProcessor(row, changed);
+        }
+        return QStringLiteral("update");
+    }
+
+    QString move()
+    {
+        if (const QStandardItem* row = anyRow())
+            m_tree->moveProcessors({row->index()}, below(2) == 0 ? QUuid() : testId(kGroup));
+        return QStringLiteral("move");
+    }
+
+    QString startAnew()
+    {
+        m_tree->removeNode(testId(kGroup));
+        m_tree->AppendGroup(testGroup(kGroup));
+        return QStringLiteral("group anew");
+    }
+
+    QString sortRows()
+    {
+        if (isOdd() && m_tree.root()->rowCount() > 0)
+            m_tree.root()->sortChildren(0, Qt::DescendingOrder);
+        return QStringLiteral("sort");
+    }
+
+    Tree m_tree;
+    std::mt19937 m_generator;
+    quint32 m_last = 0;
+    int m_oddities = 0; // per cent
+};
+
+} // namespace
+
+class RisingOrderTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldFindThePlaceThatAScanFinds();
+    void shouldSeeWhatChangesWithoutASignal();
+    void shouldForgetRemovedParents();
+};
+
+void RisingOrderTest::shouldFindThePlaceThatAScanFinds()
+{
+    const WarningTrap warnings;
+    const TestPanel panel;
+    for (const quint32 seed : seeds(60)) {
+        ChangingTree tree(seed);
+        QStringList done;
+        for (int n = 0; n < kSteps; ++n) {
+            QString wrong;
+            done.append(tree.step(wrong));
+            QVERIFY2(wrong.isEmpty(), QStringLiteral("TSA_SEED=%1, step %2: %3\n%4")
+                                          .arg(seed)
+                                          .arg(n)
+                                          .arg(wrong, done.mid(n - 5).join(QLatin1String(", ")))
+                                          .toUtf8()
+                                          .constData());
+        }
+    }
+}
+
+void RisingOrderTest::shouldSeeWhatChangesWithoutASignal()
+{
+    Tree tree;
+    for (const quint32 n : {1U, 3U, 5U, 7U, 9U})
+        tree->AppendProcessor(testIpProcessor(n, n));
+    recordHandle(tree->getItem(testId(5))->data(259)).cell()->store(testIpProcessor(5, 100));
+    tree->AppendProcessor(testIpProcessor(20, 8));
+    QCOMPARE(tree.dump(), text("All processors(6)[1,3,5,7,20,9]"));
+    recordHandle(tree->getItem(testId(7))->data(259)).cell()->store(testIpProcessor(7, 1));
+    recordHandle(tree->getItem(testId(9))->data(259)).cell()->store(testIpProcessor(9, 1));
+    tree->AppendProcessor(testIpProcessor(21, 2));
+    QCOMPARE(tree.dump(), text("All processors(7)[1,3,5,7,20,9,21]"));
+}
+
+void RisingOrderTest::shouldForgetRemovedParents()
+{
+    CRisingOrder order;
+    auto parent = std::make_unique<QStandardItem>();
+    auto* group = new QStandardItem;
+    parent->appendRow(group);
+    const auto add = [](QStandardItem& above, quint32 n, quint32 address) {
+        const ProcessorNode added = testIpProcessor(n, address);
+        above.appendRow(makeProcessorItem(added, CRecordHandle(added)));
+    };
+    for (const quint32 n : {1U, 2U, 3U})
+        add(*group, n, n);
+    QCOMPARE(order.insertionRow(*group, recordKey(testIpProcessor(9, 2))), 2);
+    order.onAboutToBeRemoved(*parent, 0, 0);
+    // Another parent at the same place in memory, whose rows do not rise.
+    group->removeRows(0, 3);
+    for (const quint32 address : {9U, 1U, 8U})
+        add(*group, address, address);
+    QCOMPARE(order.insertionRow(*group, recordKey(testIpProcessor(9, 5))), 2);
+}
+
+QTEST_MAIN(RisingOrderTest)
+#include "tst_risingorder.moc"
