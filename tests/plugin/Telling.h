@@ -22,9 +22,15 @@
 /// by a GUI thread that is busy with something else.
 constexpr auto kReleased = std::chrono::seconds(3);
 
+/// Waits as a host may inside a question. Returns false when `done` is not ready soon enough.
+inline bool isReleased(const std::future<void>& done)
+{
+    return done.wait_for(kReleased) == std::future_status::ready;
+}
+
 /// How long a test gives the work thread to do a job while the GUI thread is inside a question. The
 /// job may as well wait for the end of the question.
-constexpr auto kJob = std::chrono::milliseconds(500);
+constexpr auto kJob = std::chrono::milliseconds(100);
 
 /// A panel with a true host that has two telling threads, and that holds its questions open.
 class Telling final
@@ -79,7 +85,7 @@ public:
         bool cameBack = true;
         const int before = jobs.count();
         during(questionOf(slow), true, [&] {
-            cameBack = comesBack(two.post([&] { host.tell(newer); }));
+            cameBack = isReleased(two.post([this, newer] { host.tell(newer); }));
             jobs.wait(before + newer.count(TrueHost::Warned), kJob);
         });
         host.change(slow);

@@ -73,6 +73,8 @@ class LastWordOrdersTest final : public QObject
     Q_OBJECT
 
 private slots:
+    void shouldKeepAllOrdersOfACalmHost_data();
+    void shouldKeepAllOrdersOfACalmHost();
     void shouldKeepAllOrdersInsideOneQuestion();
     void shouldKeepAllOrdersOfTwoThreads_data();
     void shouldKeepAllOrdersOfTwoThreads();
@@ -82,6 +84,36 @@ private slots:
 private:
     static void tellBatch(Telling& telling, const QVector<Sequence>& batch, Failures& failures);
 };
+
+void LastWordOrdersTest::shouldKeepAllOrdersOfACalmHost_data()
+{
+    QTest::addColumn<bool>("foreign");
+    QTest::newRow("another thread") << true;
+    QTest::newRow("GUI thread") << false;
+}
+
+void LastWordOrdersTest::shouldKeepAllOrdersOfACalmHost()
+{
+    QFETCH(bool, foreign);
+    Telling telling;
+    Failures failures;
+    for (const Sequence& sequence : sequences()) {
+        telling.host.start({sequence.start});
+        for (const Event event : sequence.events) {
+            if (foreign)
+                QVERIFY(telling.one.run([&] { telling.host.tell({event}); }));
+            else
+                telling.host.tell({event});
+            QVERIFY(telling.host.settle());
+        }
+        const QString difference = telling.host.difference();
+        if (!difference.isEmpty())
+            failures.add(sequence, difference);
+        if (failures.areEnough())
+            break;
+    }
+    QVERIFY2(failures.isEmpty(), failures.text().constData());
+}
 
 void LastWordOrdersTest::tellBatch(Telling& telling, const QVector<Sequence>& batch,
                                    Failures& failures)

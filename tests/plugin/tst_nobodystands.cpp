@@ -20,11 +20,6 @@ bool takeAndRelease(std::timed_mutex& mutex)
     return true;
 }
 
-bool isReleased(const std::future<void>& done)
-{
-    return done.wait_for(kReleased) == std::future_status::ready;
-}
-
 } // namespace
 
 /// The GUI thread waits for nobody, and nobody waits long for the GUI thread: not at all when that
