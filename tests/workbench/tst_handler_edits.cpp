@@ -450,4 +450,5 @@ void HandlerEditsTest::shouldExtendContextMenus()
 }
 
 QTEST_MAIN(HandlerEditsTest)
+#include "host/workbench/trace/ShortIds.h"
 #include "tst_handler_edits.moc"

@@ -1,7 +1,7 @@
 #include "Interface/IPStatusCodes.h"
-#include "host/workbench/IpCheck.h"
-#include "host/workbench/PcNetworkReader.h"
-#include "host/workbench/Project.h"
+#include "host/workbench/addresses/IpCheck.h"
+#include "host/workbench/addresses/PcNetworkReader.h"
+#include "host/workbench/project/Project.h"
 
 #include <QTest>
 #include <QtEndian>
@@ -186,4 +186,5 @@ void IpCheckTest::shouldReadTheNetworkOnceASecond()
 }
 
 QTEST_GUILESS_MAIN(IpCheckTest)
+#include "host/workbench/addresses/AddressTexts.h"
 #include "tst_ip_check.moc"

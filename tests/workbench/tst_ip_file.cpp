@@ -1,5 +1,5 @@
-#include "host/workbench/IpFile.h"
-#include "host/workbench/Project.h"
+#include "host/workbench/addresses/IpFile.h"
+#include "host/workbench/project/Project.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QTest>
@@ -232,4 +232,5 @@ void IpFileTest::shouldReadWhatAnExportWrites()
 }
 
 QTEST_GUILESS_MAIN(IpFileTest)
+#include "host/workbench/addresses/AddressTexts.h"
 #include "tst_ip_file.moc"

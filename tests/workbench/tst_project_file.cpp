@@ -1,5 +1,5 @@
-#include "host/workbench/FieldTexts.h"
-#include "host/workbench/ProjectFile.h"
+#include "host/workbench/project/FieldTexts.h"
+#include "host/workbench/project/ProjectJson.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QDir>
@@ -413,4 +413,6 @@ void ProjectFileTest::shouldSayWhyItCannotSave()
 }
 
 QTEST_GUILESS_MAIN(ProjectFileTest)
+#include "host/workbench/addresses/AddressTexts.h"
+#include "host/workbench/project/Guid.h"
 #include "tst_project_file.moc"

@@ -1,6 +1,6 @@
-#include "host/workbench/Notifier.h"
-#include "host/workbench/ProjectStore.h"
-#include "host/workbench/TraceModel.h"
+#include "host/workbench/events/Notifier.h"
+#include "host/workbench/store/ProjectStore.h"
+#include "host/workbench/trace/TraceModel.h"
 #include "tests/support/WarningTrap.h"
 #include "tests/workbench/RecordingObserver.h"
 #include "tests/workbench/SampleRecords.h"
@@ -290,4 +290,5 @@ void ProjectStoreTest::shouldReplaceAnswers()
 }
 
 QTEST_GUILESS_MAIN(ProjectStoreTest)
+#include "host/workbench/project/Guid.h"
 #include "tst_project_store.moc"

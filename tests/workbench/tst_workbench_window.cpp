@@ -1,5 +1,5 @@
-#include "host/workbench/LogPanel.h"
-#include "host/workbench/RecordsPanel.h"
+#include "host/workbench/window/LogPanel.h"
+#include "host/workbench/window/RecordsPanel.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
 
 #include <QAbstractButton>
@@ -346,4 +346,5 @@ void WorkbenchWindowTest::shouldLeaveTheTreesKeysToThePanel()
 
 QTEST_MAIN(WorkbenchWindowTest)
 
+#include "host/workbench/trace/ShortIds.h"
 #include "tst_workbench_window.moc"
