@@ -1,3 +1,4 @@
+#include "host/workbench/trace/ShortIds.h"
 #include "tests/support/LogTrap.h"
 #include "tests/support/WarningTrap.h"
 #include "tests/workbench/HandlerUnderTest.h"
@@ -450,5 +451,4 @@ void HandlerEditsTest::shouldExtendContextMenus()
 }
 
 QTEST_MAIN(HandlerEditsTest)
-#include "host/workbench/trace/ShortIds.h"
 #include "tst_handler_edits.moc"

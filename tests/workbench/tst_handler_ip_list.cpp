@@ -1,4 +1,5 @@
 #include "Interface/IPStatusCodes.h"
+#include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/addresses/IpFile.h"
 #include "tests/support/LogTrap.h"
 #include "tests/workbench/HandlerUnderTest.h"
@@ -320,5 +321,4 @@ void HandlerIpListTest::shouldAddProcessorsForEntries()
 }
 
 QTEST_GUILESS_MAIN(HandlerIpListTest)
-#include "host/workbench/addresses/AddressTexts.h"
 #include "tst_handler_ip_list.moc"

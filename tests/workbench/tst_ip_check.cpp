@@ -1,4 +1,5 @@
 #include "Interface/IPStatusCodes.h"
+#include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/addresses/IpCheck.h"
 #include "host/workbench/addresses/PcNetworkReader.h"
 #include "host/workbench/project/Project.h"
@@ -186,5 +187,4 @@ void IpCheckTest::shouldReadTheNetworkOnceASecond()
 }
 
 QTEST_GUILESS_MAIN(IpCheckTest)
-#include "host/workbench/addresses/AddressTexts.h"
 #include "tst_ip_check.moc"

@@ -1,3 +1,4 @@
+#include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/addresses/IpFile.h"
 #include "host/workbench/project/Project.h"
 #include "tests/workbench/SampleRecords.h"
@@ -232,5 +233,4 @@ void IpFileTest::shouldReadWhatAnExportWrites()
 }
 
 QTEST_GUILESS_MAIN(IpFileTest)
-#include "host/workbench/addresses/AddressTexts.h"
 #include "tst_ip_file.moc"

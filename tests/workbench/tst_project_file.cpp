@@ -1,4 +1,6 @@
+#include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/project/FieldTexts.h"
+#include "host/workbench/project/Guid.h"
 #include "host/workbench/project/ProjectJson.h"
 #include "tests/workbench/SampleRecords.h"
 
@@ -413,6 +415,4 @@ void ProjectFileTest::shouldSayWhyItCannotSave()
 }
 
 QTEST_GUILESS_MAIN(ProjectFileTest)
-#include "host/workbench/addresses/AddressTexts.h"
-#include "host/workbench/project/Guid.h"
 #include "tst_project_file.moc"

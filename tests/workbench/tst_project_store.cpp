@@ -1,4 +1,5 @@
 #include "host/workbench/events/Notifier.h"
+#include "host/workbench/project/Guid.h"
 #include "host/workbench/store/ProjectStore.h"
 #include "host/workbench/trace/TraceModel.h"
 #include "tests/support/WarningTrap.h"
@@ -290,5 +291,4 @@ void ProjectStoreTest::shouldReplaceAnswers()
 }
 
 QTEST_GUILESS_MAIN(ProjectStoreTest)
-#include "host/workbench/project/Guid.h"
 #include "tst_project_store.moc"

@@ -1,3 +1,4 @@
+#include "host/workbench/trace/ShortIds.h"
 #include "host/workbench/window/LogPanel.h"
 #include "host/workbench/window/RecordsPanel.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
@@ -346,5 +347,4 @@ void WorkbenchWindowTest::shouldLeaveTheTreesKeysToThePanel()
 
 QTEST_MAIN(WorkbenchWindowTest)
 
-#include "host/workbench/trace/ShortIds.h"
 #include "tst_workbench_window.moc"
