@@ -1,7 +1,12 @@
 # Precompiled headers, which take about half off the time of a build: Qt's headers and the standard
 # library's, never ours. A source still includes what it uses; the lints compile without them.
 
-option(TSA_PRECOMPILE "Precompile the headers of Qt and the standard library" ON)
+# Clang would need one set of them for each visibility.
+set(precompile OFF)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    set(precompile ON)
+endif()
+option(TSA_PRECOMPILE "Precompile the headers of Qt and the standard library" ${precompile})
 
 set(TSA_PRECOMPILED_HEADERS
     <QAbstractItemModel>
