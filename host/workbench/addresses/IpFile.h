@@ -4,22 +4,22 @@
 
 #include <QByteArray>
 
-/// A line of an address file that holds an entry.
+/// A line of an address file that contains an entry.
 struct ImportedIpLine
 {
     int number = 0; ///< From 1.
     IpEntry entry;
 };
 
-/// A line that does not.
+/// A line that was left out.
 struct RefusedIpLine
 {
     int number = 0;
     IpRefusal reason = IpRefusal::None;
-    QString text; ///< Its beginning.
+    QString text; ///< The first characters of the line.
 };
 
-/// What an address file holds.
+/// The contents of an address file.
 struct ImportedIpList
 {
     static constexpr int kMaxRefusedKept = 20;
@@ -28,15 +28,15 @@ struct ImportedIpList
     QList<RefusedIpLine> refused; ///< The first kMaxRefusedKept.
     int refusedCount = 0;
 
-    /// Counts the line, and keeps it if there is room.
+    /// Counts the line, and keeps it while there are fewer than kMaxRefusedKept.
     void refuse(const RefusedIpLine& line);
 };
 
 constexpr qint64 kMaxIpFileSize = 1024LL * 1024;
 
-/// Reads an address file: one "address,name" a line, ended by CR LF, LF or CR. The name is what
-/// follows the first comma, unchanged; without a comma there is none. Blank lines are passed over.
+/// Reads an address file: one "address,name" per line. Lines end with CR LF, LF or CR. The name is
+/// the text after the first comma, unchanged; without a comma it is empty. Blank lines are skipped.
 ///
-/// The text is UTF-8, with or without byte order mark. Without one, a file that is not valid UTF-8
-/// is taken to be in the encoding of the locale, or, where that is UTF-8, in GB 18030.
+/// The text is UTF-8, with or without byte order mark. A file without the mark that is not valid
+/// UTF-8 is decoded with the encoding of the locale, or with GB 18030 if that is UTF-8.
 ImportedIpList parseIpFile(const QByteArray& bytes);

@@ -18,27 +18,27 @@ inline bool operator==(const IpEntry& left, const IpEntry& right)
     return left.address == right.address && left.name == right.name;
 }
 
-/// The text that goes to and comes from the panel: the dotted address directly followed by the name
-/// in parentheses.
+/// Returns the text that the host and the panel exchange: the dotted address directly followed by
+/// the name in parentheses.
 QString ipEntryText(const IpEntry& entry);
 
-/// What such a text says: the address stands before the first "(", the name between that and a ")"
-/// at the end. A text without "(" is an address without a name. Nothing for a text without address.
+/// Reads such a text. The address ends at the first "(", the name at a ")" at the end of the text.
+/// A text without "(" is an address without a name. Returns nothing if there is no address.
 std::optional<IpEntry> ipEntryOfText(const QString& text);
 
-/// Why something does not get into the IP list.
+/// Why an entry is not added to the IP list.
 enum class IpRefusal {
     None,
     NoAddress,
     Unsuitable, ///< An address, but none that a processor can have.
-    Unreadable, ///< Bytes that are no text.
+    Unreadable, ///< Bytes that cannot be decoded.
     NameTooLong,
     Duplicate,
     Full,
     NoSuchRow
 };
 
-/// The reason in English, for the log.
+/// Returns the reason in English, for the log.
 QString refusalText(IpRefusal refusal);
 
 /// The host's IP list: at most kMaxEntries entries, no address twice, in the order in which they
@@ -59,7 +59,7 @@ public:
     /// Replaces the entry at `row`, which may keep its own address.
     IpRefusal replace(int row, const IpEntry& entry);
 
-    /// Removes the entry with this address; whether there was one.
+    /// Removes the entry with this address. Returns whether there was one.
     bool remove(quint32 address);
 
     void clear();

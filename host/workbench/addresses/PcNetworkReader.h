@@ -7,14 +7,14 @@
 #include <functional>
 #include <optional>
 
-/// The adapters of this PC that are up, and its default gateways as far as the system tells.
+/// Returns the active adapters of this PC and, on Linux, its default gateways.
 PcNetwork readPcNetwork();
 
-/// The gateways of the default routes in the text of /proc/net/route.
+/// Returns the gateways of the default routes in the text of /proc/net/route.
 QList<quint32> gatewaysOfRouteTable(const QByteArray& text);
 
-/// Remembers what the PC is connected to: a run of checks asks for thousands of addresses. One
-/// thread at a time.
+/// Caches the network of the PC, because the panel may check thousands of addresses in a row. Not
+/// thread-safe.
 class PcNetworkCache final
 {
 public:
@@ -25,10 +25,10 @@ public:
 
     explicit PcNetworkCache(Reader read, Clock clock = {});
 
-    /// Reads anew what is older than kMaxAgeMs.
+    /// Returns the network; reads it again if the cached one is older than kMaxAgeMs.
     const PcNetwork& current();
 
-    /// The next one who asks gets what is read then.
+    /// Drops the cached network.
     void forget() { m_network.reset(); }
 
 private:

@@ -7,7 +7,7 @@ class QFormLayout;
 class QHBoxLayout;
 class QLabel;
 
-/// A dialog of labelled fields with OK and Cancel. Destroys itself when it is closed.
+/// A dialog of labelled fields with OK and Cancel. Deletes itself when it is closed.
 class FormDialog : public QDialog
 {
     Q_OBJECT
@@ -15,21 +15,21 @@ class FormDialog : public QDialog
 public:
     FormDialog(const QString& title, QWidget* parent);
 
-    /// Accepts when complete() has nothing to object to; else shows the objection.
+    /// Closes the dialog if complete() returns no error, else shows the error.
     void accept() override;
 
 protected:
-    /// The column that fields are added to.
+    /// Returns the layout of the current column.
     QFormLayout* form() const { return m_form; }
     QDialogButtonBox* buttons() const { return m_buttons; }
 
-    /// What is added from here on stands beside what is there.
+    /// Starts a new column; later fields are added to it.
     void startColumn();
 
-    /// Adds a row; the label names `field` for screen readers too.
+    /// Adds a row. The label also becomes the accessible name of `field`.
     void addField(const QString& label, QWidget* field);
 
-    /// Takes over what was entered; a text says what is wrong with it.
+    /// Applies the input, or returns a text that says what is wrong with it.
     virtual QString complete() = 0;
 
 private:

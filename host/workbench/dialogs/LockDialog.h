@@ -5,7 +5,7 @@
 class QComboBox;
 class QSpinBox;
 
-/// Asks for a key, and what to do with the lock under it.
+/// Asks for the key of a lock and for what to do with that lock.
 class LockDialog final : public FormDialog
 {
     Q_OBJECT

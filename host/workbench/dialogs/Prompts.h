@@ -7,8 +7,8 @@
 
 class QWidget;
 
-/// Small questions to the user, asked by window-modal dialogs that do not block the caller. `done`
-/// is called with the answer; when the user cancels, it is not.
+/// Ask the user with a window-modal dialog and return at once. `done` is called with the answer,
+/// and not called if the user cancels.
 
 void askText(QWidget* parent, const QString& title, const QString& label, const QString& preset,
              const std::function<void(const QString&)>& done);
@@ -16,9 +16,9 @@ void askText(QWidget* parent, const QString& title, const QString& label, const 
 void askNumber(QWidget* parent, const QString& title, const QString& label, int preset, int least,
                int most, const std::function<void(int)>& done);
 
-/// `done` gets the number of the chosen entry.
+/// Calls `done` with the index of the chosen entry.
 void askChoice(QWidget* parent, const QString& title, const QString& label,
                const QStringList& entries, const std::function<void(int)>& done);
 
-/// Tells the user that something went wrong.
+/// Shows an error message. Does not block.
 void showProblem(QWidget* parent, const QString& problem);

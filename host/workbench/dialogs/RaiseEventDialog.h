@@ -9,13 +9,13 @@ class QLabel;
 class QLineEdit;
 class QSpinBox;
 
-/// Any event with any argument, also with one of a type that the event does not carry.
+/// Raises any event with any argument, including arguments of a wrong type.
 class RaiseEventDialog final : public FormDialog
 {
     Q_OBJECT
 
 public:
-    /// `project` supplies device sets and records; `selected` the identities that are proposed.
+    /// `project` supplies device sets and records, `selected` the proposed identities.
     RaiseEventDialog(Project project, const QList<QUuid>& selected, QWidget* parent);
 
     QSpinBox* numberField() const { return m_number; }

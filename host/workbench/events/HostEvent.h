@@ -22,7 +22,7 @@ public:
 
     explicit HostEvent(quint32 number, Argument argument = {});
 
-    /// The event of `one` when there is one identity, else that of `several`.
+    /// Returns an event with the number `one` if there is one identity, else with `several`.
     static HostEvent forIds(quint32 one, quint32 several, const QList<QUuid>& ids);
 
     quint32 number() const { return m_number; }
@@ -31,7 +31,7 @@ public:
     /// Delivers the event to the subject's observers, on the calling thread.
     void deliver(CSubject& subject) const;
 
-    /// "18 processor added ({…})": number, name, argument.
+    /// Returns number, name and argument: "18 ProcessorAdded({5b2d…0001})".
     QString text() const;
 
 private:

@@ -13,8 +13,9 @@
 
 class TraceModel;
 
-/// Raises host events in the order in which they are given: on a notifying thread of its own, or on
-/// the GUI thread. Only waitForDeliveries() makes the GUI thread wait for the notifying thread.
+/// Raises host events in the order of the calls to raise(), on its own notifying thread or on the
+/// GUI thread. The GUI thread waits for the notifying thread only in waitForDeliveries() and
+/// stop().
 class Notifier final : public QObject
 {
     Q_OBJECT
@@ -22,35 +23,36 @@ class Notifier final : public QObject
 public:
     enum class Delivery { NotifyingThread, GuiThread };
 
-    /// `trace` gets a line when a delivery begins and one when it ends; it has to outlive this.
+    /// Adds a line to `trace` when a delivery begins and when it ends. `trace` must outlive this
+    /// object.
     explicit Notifier(TraceModel& trace, QObject* parent = nullptr);
 
-    /// stop()
+    /// Calls stop().
     ~Notifier() override;
 
-    /// The observer of the deliveries that begin from here on; not owned, may be null. Any thread.
+    /// Sets the observer of all later deliveries; not owned, may be null. Thread-safe.
     void setObserver(CObserver* observer) { m_observer = observer; }
 
-    /// Where events given from here on are raised. GUI thread.
+    /// Sets where later events are raised. GUI thread.
     void setDelivery(Delivery delivery) { m_delivery = delivery; }
     Delivery delivery() const { return m_delivery; }
 
-    /// Raises `event`. On the notifying thread: when the earlier ones are through; returns at once.
-    /// On the GUI thread: before it returns, when called there and nothing waits for the notifying
-    /// thread; else later, in its turn. Any thread.
+    /// Raises `event`. With Delivery::NotifyingThread, queues it and returns. With
+    /// Delivery::GuiThread, delivers it before returning if this is the GUI thread and no event is
+    /// queued for the notifying thread; otherwise queues it. Thread-safe.
     void raise(const HostEvent& event);
     void raise(const HostEventList& events);
 
-    /// Whether everything given so far has been delivered. Any thread.
+    /// Returns whether all events so far have been delivered. Thread-safe.
     bool isIdle();
 
-    /// Waits until everything given to the notifying thread so far has been delivered; false when
-    /// `milliseconds` were not enough. Processes the GUI thread's events meanwhile, but no input,
-    /// because a delivery may need them. GUI thread.
+    /// Waits until the notifying thread has delivered all events so far. Returns false on timeout.
+    /// Processes the events of the GUI thread except for user input meanwhile, because a delivery
+    /// may need them. GUI thread.
     bool waitForDeliveries(int milliseconds);
 
-    /// Ends the notifying thread after the delivery in hand; what waits is dropped, and so is what
-    /// comes later. Processes the GUI thread's events meanwhile, because a delivery may need them.
+    /// Ends the notifying thread after the current delivery. Queued and later events are dropped.
+    /// Processes the events of the GUI thread meanwhile, because the delivery may need them.
     void stop();
 
 private:

@@ -5,7 +5,7 @@
 
 #include "Interface/ProcessorNode.h"
 
-/// Short texts of arguments and answers for the log.
+/// Return short texts of arguments and return values for the log.
 QString shortText(bool value);
 QString shortText(int value);
 QString shortText(quint32 code);
@@ -19,8 +19,8 @@ QString shortText(const ProcessorGroupNode& group);
 QString shortText(const QList<ProcessorNode>& processors);
 QString shortText(const QList<ProcessorGroupNode>& groups);
 
-/// Writes the panel's calls to the log: "RenameGroup({5b2d…0001}, "Left")" when a call comes in
-/// that changes something, "GetIPCount(0) = 4" when a question is answered.
+/// Adds the calls of the panel to the log: called() for a request, before it is carried out, such
+/// as "RenameGroup({5b2d…0001}, "Left")"; answered() for a question, such as "GetIPCount(0) = 4".
 class CallTrace final
 {
 public:

@@ -13,26 +13,26 @@
 class Notifier;
 class ProjectStore;
 
-/// The host's side of the contract: answers the panel from the project and carries out what the
-/// panel asks for. Every call is written to the log.
+/// The handler of the host: answers the questions of the panel from the project and carries out its
+/// requests. Adds every call to the log.
 ///
-/// Any thread, as the contract has it; nothing is locked while events are raised. Outlived by what
-/// it is given.
+/// Thread-safe. Holds no lock while events are raised. The arguments of the constructor must
+/// outlive it.
 class WorkbenchHandler final : public ITargetSelectInterfaceHandler
 {
 public:
-    /// `network` tells what the PC is connected to.
+    /// `network` reads the network of the PC.
     WorkbenchHandler(ProjectStore& store, Notifier& notifier, TraceModel& trace,
                      PcNetworkCache::Reader network = readPcNetwork);
 
-    /// Receives the notices that the panel wants shown. Set before the panel is initialised; called
-    /// on the GUI thread.
+    /// Shows a notice of the panel. Set before the panel is initialised; called on the GUI thread.
     std::function<void(const QString&)> showTip;
 
-    /// Receives the words by which the log is to be filtered. Set and called as above.
+    /// Filters the log by these words. Set and called like showTip.
     std::function<void(const QString&)> showInLog;
 
-    /// Receives how far a detection is; it is over when both are equal. Set and called as above.
+    /// Shows the progress of a detection, which is finished when both numbers are equal. Set and
+    /// called like showTip.
     std::function<void(int done, int total)> showProgress;
 
     void SetObserver(CObserver* observer) override;
@@ -100,13 +100,13 @@ public:
     void SetFrontPanelHighlight(bool on) override;
 
 private:
-    /// What the panel has said and comes back to.
+    /// What earlier calls of the panel have set for later ones.
     struct Session
     {
         QList<QUuid> selected;
-        QUuid frontPanel; ///< The row that the front-panel question was last about.
+        QUuid frontPanel; ///< The row of the last IsFrontPanelHighlighted().
         QList<QUuid> announcedDeletion;
-        QList<QUuid> addedByCount; ///< Those to whom the number of outputs that is told next goes.
+        QList<QUuid> addedByCount; ///< Processors that SetNewProcessorOutputs() applies to.
     };
 
     template <typename Ask>
@@ -125,5 +125,5 @@ private:
     std::mutex m_mutex;
     Session m_session;        // guarded by m_mutex
     bool m_detecting = false; // GUI thread
-    QObject m_later;          // context of what is carried out later
+    QObject m_later;          // the context of delayed calls
 };

@@ -15,6 +15,6 @@ struct Options
     QString inspectName; ///< Empty for no inspector.
 };
 
-/// Reads the command line; `arguments` begins with the program's name. Prints the help and ends the
-/// process when that is asked for; ends it with a message when there is something unknown.
+/// Parses the command line; the first one of `arguments` is the name of the program. Exits after
+/// printing the help if it is asked for, and with a message if an argument is unknown.
 Options parseOptions(const QStringList& arguments);

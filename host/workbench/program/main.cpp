@@ -21,7 +21,7 @@
 
 namespace {
 
-/// Loads what the command line names; the first failure is told in `problem`.
+/// Loads the library and the project of the command line; sets `problem` to the first error.
 void load(const Options& options, MainWindow& window, QString& problem)
 {
     QString loadProblem;
@@ -33,7 +33,7 @@ void load(const Options& options, MainWindow& window, QString& problem)
         window.files().open(options.project, problem);
 }
 
-/// Starts what the command line wants of the log and the windows to be told.
+/// Starts the trace file and the inspector if the command line asks for them.
 void observe(const Options& options, TraceFile& trace, Inspector& inspector, QString& problem)
 {
     if (!options.traceFile.isEmpty() && !trace.open(problem))
@@ -65,7 +65,7 @@ int main(int argc, char** argv)
 
     const Options options = parseOptions(QApplication::arguments());
     const bool unattended = options.selfTest || !options.tourFolder.isEmpty();
-    // Nobody's recent files are touched by a run that nobody watches.
+    // A run without a user does not change the user's recent files.
     const QTemporaryDir ownSettings;
     if (unattended)
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, ownSettings.path());
@@ -81,7 +81,7 @@ int main(int argc, char** argv)
     load(options, window, problem);
     window.show();
     if (unattended) {
-        // Inside the event loop, so that the end is an ordinary one for the panel.
+        // In the event loop, so that the panel ends as it does in a host.
         QTimer::singleShot(0, &window,
                            [&] { QApplication::exit(runUnattended(options, window, problem)); });
     } else if (!problem.isEmpty()) {

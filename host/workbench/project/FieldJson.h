@@ -14,15 +14,15 @@
 #include <array>
 #include <optional>
 
-/// Something wrong with a value, and the way to it as locateJsonValue() takes it.
+/// An error in a value, and the path to that value for locateJsonValue().
 struct JsonProblem
 {
     QStringList path;
     QString reason;
 };
 
-/// Visitor that writes fields into a JSON object. 64-bit numbers are written as texts, because many
-/// readers of JSON keep 53 bits only; identities and addresses are texts too.
+/// Visitor that writes fields into a JSON object. Identities and addresses are written as texts,
+/// and so are 64-bit numbers, because many JSON readers keep only 53 bits.
 class FieldWriter final
 {
 public:
@@ -50,14 +50,14 @@ private:
     }
 };
 
-/// Visitor that reads fields from a JSON object. A field that is missing keeps the value it has.
-/// The first problem is kept; after it fields are left as they are.
+/// Visitor that reads fields from a JSON object. A missing field keeps its value. After the first
+/// error, which is kept, all fields keep their values.
 class FieldReader final
 {
     Q_DECLARE_TR_FUNCTIONS(FieldReader)
 
 public:
-    /// Reads `value`, which stands at `path` and has to be an object.
+    /// Reads from `value`, which is at `path` in the file and must be an object.
     FieldReader(const QJsonValue& value, QStringList path, std::optional<JsonProblem>& problem);
 
     void operator()(const char* name, QUuid& value);
@@ -75,10 +75,10 @@ public:
     void address(const char* name, quint32& value);
     void address(const char* name, QList<quint32>& value);
 
-    /// The value of a member, of any kind; it counts as known from here on.
+    /// Returns the value of a member, of any type, and marks the member as known.
     std::optional<QJsonValue> take(const char* name);
 
-    /// To be called when all fields are read: reports a member that nobody asked for.
+    /// Reports members that are not known. Call it after all fields are read.
     void refuseUnknown();
 
     QStringList pathTo(const char* name) const { return m_path + QStringList(QLatin1String(name)); }

@@ -9,6 +9,6 @@
 /// A field's name and its value as text.
 using FieldText = QPair<QString, QString>;
 
-/// Every field of a record, in its order.
+/// Returns all fields of a record, in the order of the record.
 QList<FieldText> fieldTexts(const ProcessorNode& node);
 QList<FieldText> fieldTexts(const ProcessorGroupNode& group);

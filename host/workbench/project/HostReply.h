@@ -4,15 +4,15 @@
 #include <QString>
 #include <QtGlobal>
 
-/// When the host carries out what the panel asks for and raises the events that belong to it.
+/// When the host carries out a request of the panel and raises its events.
 enum class HostReply : qint32 {
-    WhenRaised,   ///< Carried out inside the call; the events take the notifier's way.
-    BeforeReturn, ///< As above, and the call does not return before the events are through.
-    AfterReturn,  ///< Carried out once the GUI thread is back in its event loop.
-    SecondLater,  ///< Carried out one second later.
+    WhenRaised,   ///< Inside the call; the notifier decides when its events are delivered.
+    BeforeReturn, ///< Inside the call, which returns after its events were delivered.
+    AfterReturn,  ///< When the GUI thread is back in its event loop.
+    SecondLater,  ///< One second later.
 };
 
 QList<HostReply> allHostReplies();
 
-/// The name in project files: "beforeReturn".
+/// Returns the name in project files, such as "beforeReturn".
 QString hostReplyName(HostReply reply);

@@ -3,17 +3,18 @@
 #include <QByteArray>
 #include <QStringList>
 
-/// Where something stands in a text; both counted from 1, columns in characters.
+/// A position in a text. Lines and columns count from 1, columns in UTF-16 units.
 struct TextPosition
 {
     int line = 1;
     int column = 1;
 };
 
-/// The position of byte `offset` of a UTF-8 text.
+/// Returns the position of the byte at `offset` in a UTF-8 text.
 TextPosition textPosition(const QByteArray& text, int offset);
 
-/// The byte offset of the value that `path` leads to in `json`, which must be well-formed. A step
-/// is the key of an object's member or the number of an array's element. Leads nowhere: the offset
-/// of the last value that was found on the way. Of members with the same key the last one counts.
+/// Returns the byte offset of the value at `path` in `json`, which must be well-formed. A step is
+/// the key of a member of an object or the index of an element of an array. If the path does not
+/// exist, returns the offset of the last value found along it. The last one of several equal keys
+/// counts.
 int locateJsonValue(const QByteArray& json, const QStringList& path);

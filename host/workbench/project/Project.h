@@ -17,12 +17,12 @@ struct DeviceSet
     QString text;
 };
 
-/// What the host answers to the questions that are not about records.
+/// The host's answers to the questions of the panel that are not about records.
 struct HandlerAnswers
 {
     qint32 detectStrategy = 0;
     quint32 detectResult = 0;
-    qint32 detectPauseMs = 0; ///< What a detection takes for each processor.
+    qint32 detectPauseMs = 0; ///< How long a detection takes for each processor.
     qint32 selectionMode = 0;
     bool restrictedMode = false;
     bool usesIpAddressing = false;
@@ -39,22 +39,22 @@ struct HandlerAnswers
     bool addProcessorsEnabled = true;
     bool canRenameProcessors = true;
     bool acceptNewNames = true;
-    bool uniqueNames = true; ///< No two processors of one name by the panel's renaming.
+    bool uniqueNames = true; ///< The panel cannot give a processor the name of another.
     bool blockDelete = false;
-    qint32 deleteSpares = 0; ///< How many of the processors asked for a deletion leaves.
+    qint32 deleteSpares = 0; ///< How many of the requested processors a deletion keeps.
     HostReply hostReply = HostReply::WhenRaised;
-    bool eventsOneByOne = false; ///< 18 and 20 each instead of 19 and 21.
+    bool eventsOneByOne = false; ///< Raises 18 and 20 for each instead of 19 and 21.
     bool contextMenuEntries = true;
     bool confirmDeviceSetChange = true;
     bool snapshotAcceptsOffline = true;
     bool frontPanelHighlightAvailable = true;
-    quint32 ipCheckCode = 0;    ///< CheckIPAddress rejects everything with this; 0 lets it judge.
-    qint32 ipCheckCount = 0;    ///< How many more times; 0 is always.
-    quint32 readOnlineCode = 0; ///< What is answered instead of reading; 0 reads.
-    quint32 importCode = 0;     ///< What is answered instead of importing; 0 imports.
+    quint32 ipCheckCode = 0;    ///< CheckIPAddress rejects all with this code; 0 checks.
+    qint32 ipCheckCount = 0;    ///< For how many more checks; 0 for all.
+    quint32 readOnlineCode = 0; ///< Returned instead of reading; 0 reads.
+    quint32 importCode = 0;     ///< Returned instead of importing; 0 imports.
 };
 
-/// The project as the host holds it. A plain value; nobody is told of changes.
+/// The project of the host. A plain value that does not announce changes.
 ///
 /// Identities are unique over groups and processors, the group of a processor exists or is null,
 /// and there are at most kMaxProcessors processors: the operations keep that. ProcessorGroupNode's
@@ -93,8 +93,8 @@ public:
     /// Adds a group; a null or taken identity is replaced by a fresh one.
     QUuid addGroup(const ProcessorGroupNode& group);
 
-    /// Removes what is known of `ids` and returns it. A removed current processor is succeeded by
-    /// the first one that is left.
+    /// Removes the processors among `ids` and returns those removed. If the current processor is
+    /// one of them, the first remaining one becomes current.
     QList<QUuid> removeProcessors(const QList<QUuid>& ids);
 
     /// Removes a group and puts its processors under the root.
@@ -103,7 +103,7 @@ public:
     bool renameProcessor(const QUuid& id, const QString& name);
     bool renameGroup(const QUuid& id, const QString& name);
 
-    /// Moves processors to a group, or with a null identity to the root. Returns those that moved.
+    /// Moves processors to a group, or to the root if `groupId` is null. Returns those that moved.
     QList<QUuid> regroup(const QList<QUuid>& ids, const QUuid& groupId);
 
 private:

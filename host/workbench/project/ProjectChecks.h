@@ -5,7 +5,7 @@
 
 #include <optional>
 
-/// The first thing in `project` that a project must not have: identities that are missing or occur
-/// twice, groups and processors that are referred to but do not exist, too many of something. The
-/// path names the culprit as the project file does.
+/// Returns the first inconsistency in `project`: a missing or duplicate identity, a reference to a
+/// group, processor or device set that does not exist, or too many processors. The path of the
+/// problem leads to the value in the project file.
 std::optional<JsonProblem> checkProject(const Project& project);

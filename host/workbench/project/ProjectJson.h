@@ -7,21 +7,21 @@
 
 #include <optional>
 
-/// Project files: JSON in UTF-8 with a version number. Written by this program or by hand; a field
-/// that is missing has its default, one that is not known is refused.
+/// Reads and writes project files: JSON in UTF-8 with a version number. A missing field has its
+/// default; an unknown field is an error.
 
 constexpr int kProjectFileVersion = 1;
 constexpr qint64 kMaxProjectFileSize = 16LL * 1024 * 1024;
 
-/// Reads a project. Without one in the answer, `problem` says what is wrong, starting with the line
-/// and column where that is known.
+/// Reads a project. On failure returns nothing and sets `problem` to a message that begins with
+/// line and column if they are known.
 std::optional<Project> parseProject(const QByteArray& json, QString& problem);
 
-/// The same from a file; `problem` then starts with the file's name.
+/// Reads a project from a file. The message in `problem` begins with the name of the file.
 std::optional<Project> loadProject(const QString& path, QString& problem);
 
 QByteArray projectToJson(const Project& project);
 
-/// Replaces the file in one go: whatever goes wrong, the old file stays as it was, `problem` says
-/// what happened, and the answer is false.
+/// Replaces the file atomically. On failure the old file is unchanged; returns false and sets
+/// `problem`.
 bool saveProject(const Project& project, const QString& path, QString& problem);

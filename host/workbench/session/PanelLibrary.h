@@ -9,23 +9,24 @@
 class ITargetSelectAreaInterface;
 class QWidget;
 
-/// The panel's shared library, loaded from disk as a host does: by path, with its one entry
-/// resolved by its linker name. Never unloaded.
+/// Loads the shared library of the panel from disk and resolves its one exported function by the
+/// mangled name. The library is never unloaded.
 class PanelLibrary final
 {
     Q_DECLARE_TR_FUNCTIONS(PanelLibrary)
 
 public:
-    /// The library beside this program: in ../lib, where a build and an installation have it.
+    /// Returns the path of the library in ../lib, where builds and installations put it.
     static QString defaultPath();
 
-    /// Loads the library. On failure `problem` says which file and why.
+    /// Loads the library. Returns false on failure, with file and reason in `problem`.
     bool load(const QString& path, QString& problem);
 
     bool isLoaded() const { return m_init != nullptr; }
     QString path() const { return m_library.fileName(); }
 
-    /// Calls the entry: the panel as a child of `parent`. Null when it has none to give.
+    /// Calls the exported function, which creates the panel as a child of `parent`. Returns null on
+    /// failure.
     ITargetSelectAreaInterface* init(QWidget* parent) const;
 
 private:

@@ -14,8 +14,8 @@
 class ITargetSelectAreaInterface;
 class WorkbenchHandler;
 
-/// Everything of a host but its window: the project, the handler, the notifying thread, the log,
-/// and the panel's life from loading to destruction. GUI thread.
+/// A host without its window: the project, the handler, the notifying thread and the log. Loads,
+/// creates and destroys the panel. GUI thread.
 class Session final : public QObject
 {
     Q_OBJECT
@@ -23,7 +23,7 @@ class Session final : public QObject
 public:
     explicit Session(QObject* parent = nullptr);
 
-    /// Destroys the panel and waits until nobody is inside the handler any more.
+    /// Destroys the panel and waits until no thread is inside the handler.
     ~Session() override;
 
     TraceModel& trace() { return m_trace; }
@@ -31,28 +31,28 @@ public:
     ProjectStore& store() { return m_store; }
     PanelLibrary& library() { return m_library; }
 
-    /// The panel's layer interface; null while there is no panel.
+    /// Returns the layer interface of the panel, or null if there is no panel.
     ITargetSelectAreaInterface* layer() const;
 
-    /// Has the library build the panel below `parent`, gives it the handler, initialises it and
-    /// announces the project. Returns its widget; null when the library has none to give.
+    /// Creates the panel as a child of `parent`, assigns the handler, initialises the panel and
+    /// announces the project. Returns the widget, or null if the library returns no panel.
     QWidget* openPanel(QWidget* parent);
 
-    /// Destroys the panel, as a host does that closes the layer.
+    /// Destroys the panel, as a host does when it closes the layer.
     void closePanel();
 
-    /// Whether the panel holds what the project holds: the same groups in the same order, each with
+    /// Returns whether the panel shows the project: the same groups in the same order, each with
     /// the same processors.
     bool panelShowsProject() const;
 
 signals:
-    /// The panel wants a notice shown.
+    /// Emitted when the panel asks for a notice to be shown.
     void tip(const QString& text);
 
-    /// How far a detection is; it is over when both are equal.
+    /// Reports the progress of a detection, which is finished when both numbers are equal.
     void detectionProceeded(int done, int total);
 
-    /// The user wants the lines of the log that hold these words.
+    /// Emitted when the user asks for the lines of the log that contain these words.
     void logWanted(const QString& words);
 
 private:

@@ -19,11 +19,11 @@ void logImport(const QString& message)
     AppendLog("importIpFile", "ProjectStore.cpp", __LINE__, message.toUtf8().constData());
 }
 
-/// The bytes of an address file; without them `problem` says why.
+/// Returns the bytes of an address file. On failure returns nothing and sets `problem`.
 std::optional<QByteArray> readIpFile(const QString& path, QString& problem)
 {
     QFile file(path);
-    // What is no file, such as a pipe, may keep whoever opens it waiting.
+    // Opening a pipe could block.
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) {
         problem = QStringLiteral("%1 cannot be opened").arg(path);
         return std::nullopt;
@@ -40,7 +40,7 @@ std::optional<QByteArray> readIpFile(const QString& path, QString& problem)
     return bytes;
 }
 
-/// One event for all of `ids`, or one for each if the project's answers want that.
+/// Returns one event for all of `ids`, or one for each if the answers of the project say so.
 HostEventList eventsFor(const Project& project, quint32 one, quint32 several,
                         const QList<QUuid>& ids)
 {
@@ -100,7 +100,7 @@ void ProjectStore::markSaved()
     emit changed();
 }
 
-/// Runs `change` on the project; it returns the events to raise, or nothing when nothing changed.
+/// Calls `change` with the project. `change` returns the events to raise, none if nothing changed.
 template <typename Change>
 void ProjectStore::apply(const Change& change)
 {
@@ -474,8 +474,8 @@ quint32 ProjectStore::takeForcedIpCheck()
     return code;
 }
 
-/// Runs `change`, which says whether it changed anything, on each record and announces those that
-/// it changed: with one event for all if that is MonitorStateChanged, else with one each.
+/// Calls `change` for each record and announces those for which it returns true: with one event for
+/// all if that is MonitorStateChanged, else with one event each.
 void ProjectStore::changeProcessors(const QList<QUuid>& ids, quint32 event,
                                     const std::function<bool(ProcessorNode&)>& change)
 {

@@ -12,11 +12,11 @@
 
 class Notifier;
 
-/// The host's project: keeps it, changes it, and raises the events that belong to each change once
-/// the change is made and nothing is locked any more.
+/// Holds the project of the host and changes it. Raises the events of a change after the change is
+/// made and the lock is released.
 ///
-/// Any thread may ask and change; the order of events is that of the changes when those are made on
-/// one thread, the GUI thread.
+/// Thread-safe. Events are raised in the order of the changes if all changes are made on one
+/// thread, the GUI thread.
 class ProjectStore final : public QObject
 {
     Q_OBJECT
@@ -24,11 +24,11 @@ class ProjectStore final : public QObject
 public:
     explicit ProjectStore(Notifier& notifier, QObject* parent = nullptr);
 
-    /// A copy of everything.
+    /// Returns a copy of the project.
     Project snapshot() const;
 
-    /// What `ask` answers, called with the project while nobody changes it. Keep it short; it must
-    /// not come back here.
+    /// Calls `ask` with the project under the lock and returns its result. `ask` must be short and
+    /// must not call this object.
     template <typename Ask>
     auto read(const Ask& ask) const
     {
@@ -36,17 +36,18 @@ public:
         return ask(m_project);
     }
 
-    /// Whether there are changes since the last replace() or markSaved().
+    /// Returns whether the project has changed since the last replace() or markSaved().
     bool isModified() const;
     void markSaved();
 
-    /// Another project: tree, device sets, strategy, LAN-USB and current processor are announced.
+    /// Replaces the project and announces tree, device sets, strategy, LAN-USB and current
+    /// processor.
     void replace(const Project& project);
 
-    /// Changes with every replace().
+    /// Returns a number that changes with every replace().
     int projectNumber() const { return m_projectNumber; }
 
-    /// Announces the tree as it is, for a panel that shows something else.
+    /// Announces the tree again, for a panel that shows something else.
     void announceTree();
 
     /// Announces everything again, for a panel that has just been initialised.
@@ -59,81 +60,80 @@ public:
     void ungroup(const QUuid& id);
     bool renameProcessor(const QUuid& id, const QString& name);
 
-    /// No event says that a group was renamed; with `announce` the whole tree is announced anew.
+    /// Renames a group. There is no event for that; with `announce` the whole tree is announced.
     void renameGroup(const QUuid& id, const QString& name, bool announce);
 
-    /// Moves on the host's initiative: announced as removal and addition.
+    /// Moves processors for the host. Announces a removal and an addition.
     void regroup(const QList<QUuid>& ids, const QUuid& group);
 
-    /// Moves that the panel has made already: announced as changes of the records.
+    /// Stores a move that the panel has already made. Announces changes of the records.
     void storeMembership(const QList<QUuid>& ids, const QUuid& group);
 
     void setOnline(const QList<QUuid>& ids, bool online);
 
-    /// With kNoProcessorAddress the processor is addressed by number from here on, else by address.
+    /// Sets the address; with kNoProcessorAddress the processor is then addressed by number.
     void setAddress(const QUuid& id, quint32 address);
 
     /// 1 for processors that have a backup, 2 for backups, 0 for others.
     void setRedundancyMode(const QList<QUuid>& ids, qint32 mode);
 
-    /// Protection is kept in the record as hostFlag13.
+    /// Sets hostFlag13 of the records, which means protection here.
     void setProtected(const QList<QUuid>& ids, bool isProtected);
 
-    /// The number of outputs is kept in the record as hostAttribute11.
+    /// Sets hostAttribute11 of the records, which means the number of outputs here.
     void setOutputs(const QList<QUuid>& ids, qint32 outputs);
 
-    /// Lights or darkens the front panel of a processor or a group. No event tells of it.
+    /// Lights or darkens the front panel of a processor or a group. Raises no event.
     void setFrontPanel(const QUuid& id, bool lit);
 
-    /// The monitor warning is kept in the record as hostFlag17.
+    /// Sets hostFlag17 of the records, which means a monitor warning here.
     void setMonitorWarning(const QList<QUuid>& ids, bool warning);
 
     void setCurrentProcessor(const QUuid& id);
     void setDeviceSets(const QList<DeviceSet>& sets, const GUID& current);
 
-    /// The panel's user chose a device set. The panel shows it already; nothing is announced.
+    /// Stores the device set that the user chose in the panel. Raises no event.
     void chooseDeviceSet(const GUID& id);
 
     void setDetectStrategy(int strategy);
     void setLanUsb(bool on, const QList<quint32>& addresses);
 
-    /// A detection found these processors: they are online from here on.
+    /// Sets the processors that a detection found online.
     void markFound(const QList<QUuid>& ids);
 
-    /// Announces the device sets as they are.
+    /// Announces the device sets again.
     void announceDeviceSets();
 
-    /// Other answers; detection strategy and LAN-USB are announced when they changed.
+    /// Replaces the answers; announces the detection strategy and LAN-USB if they changed.
     void setAnswers(const HandlerAnswers& answers);
 
-    /// Changes of what no event tells of.
+    /// Changes answers for which there is no event.
     void changeAnswers(const std::function<void(HandlerAnswers&)>& change);
 
-    /// `change` returns whether it changed anything.
+    /// Changes the IP list; `change` returns whether it changed anything.
     void changeIpList(const std::function<bool(IpList&)>& change);
 
-    /// Adds the addresses of the processors that are online to the IP list, each under its
-    /// processor's name, as many as there is room for; those that it holds already are passed over.
+    /// Adds the addresses of the online processors to the IP list under the names of the
+    /// processors, as many as there is room for. Skips addresses that are already in the list.
     /// Returns a host code.
     quint32 mergeOnlineAddresses();
 
-    /// Adds the entries of an address file, as many as there is room for. What is not added is told
-    /// in the log. A file whose entries are all there already, or find no room, is a success that
-    /// adds nothing. Returns a host code.
+    /// Adds the entries of an address file to the IP list, as many as there is room for. Logs the
+    /// entries that are not added; that none is added is no error. Returns a host code.
     quint32 importIpFile(const QString& path);
 
-    /// The addresses that a new processor cannot have because another one has them.
+    /// Returns the addresses of all processors.
     QSet<quint32> processorAddresses() const;
 
-    /// The code with which the next check of an address is to be rejected whatever it is, 0 for
-    /// none. Counts.
+    /// Returns the code that the next check of an address has to return, or 0 for none. Counts the
+    /// check.
     quint32 takeForcedIpCheck();
 
 signals:
-    /// Something changed. Emitted on the thread of the change, before its events are raised.
+    /// Emitted after a change, on the thread of the change, before its events are raised.
     void changed();
 
-    /// The IP list changed, and nothing else did. Emitted instead of changed().
+    /// Emitted instead of changed() if only the IP list changed.
     void ipListChanged();
 
 private:

@@ -2,6 +2,6 @@
 
 class MainWindow;
 
-/// Waits until the panel shows the project. Returns the exit code, after a message on the standard
-/// error stream unless that is 0.
+/// Waits until the panel shows the project. Returns the exit code. Prints a message to the standard
+/// error stream if it is not 0.
 int runSelfTest(MainWindow& window);

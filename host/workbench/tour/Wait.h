@@ -2,5 +2,5 @@
 
 #include <functional>
 
-/// Processes events until `condition` holds; false when it does not within `limitMs`. GUI thread.
+/// Processes events until `condition` returns true. Returns false after `limitMs`. GUI thread.
 bool waitUntil(const std::function<bool()>& condition, int limitMs);

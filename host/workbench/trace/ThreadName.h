@@ -2,9 +2,9 @@
 
 #include <QString>
 
-/// How the log names the calling thread: "GUI"; "notify" on a thread that was given that name
-/// below; "work" on a CWorkThread, which is what the panel runs its jobs on; "other" on any other.
+/// Returns the name of the calling thread in the log: "GUI", the name that nameCurrentThread() set,
+/// "work" on a CWorkThread (the work thread of the panel is one), or "other".
 QString currentThreadName();
 
-/// Names the calling thread for as long as it runs.
+/// Sets the name of the calling thread. `name` is not copied.
 void nameCurrentThread(const char* name);

@@ -5,16 +5,16 @@
 
 class TraceModel;
 
-/// Writes the live log down line by line, as it comes in.
+/// Writes each new line of the live log to a file.
 class TraceFile final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The file is `path`; nothing happens to it before open().
+    /// Does not touch the file `path` before open() is called.
     TraceFile(TraceModel& trace, const QString& path);
 
-    /// Empties the file and writes from here on. False with `problem` when it cannot be written.
+    /// Truncates the file and starts writing. Returns false and sets `problem` on failure.
     bool open(QString& problem);
 
 private:

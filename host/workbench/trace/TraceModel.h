@@ -22,10 +22,10 @@ struct TraceEntry
 
 Q_DECLARE_METATYPE(TraceEntry)
 
-/// The entry as plain text in English, the columns parted by tabs.
+/// Returns the entry as English text; tabs separate the columns.
 QString traceLine(const TraceEntry& entry);
 
-/// The live log: calls of the panel, events raised, records of the host's log. Keeps the last
+/// The live log: calls of the panel, raised events, and records of the host's log. Keeps the last
 /// kMaxRows lines.
 class TraceModel final : public QAbstractTableModel
 {
@@ -43,22 +43,22 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
 
-    /// Adds a line with the present time and the calling thread's name. The row appears when the
-    /// GUI thread's events are next processed. Any thread.
+    /// Adds a line with the current time and the name of the calling thread. The row is inserted
+    /// by a queued call on the GUI thread. Thread-safe.
     void add(TraceEntry::Kind kind, const QString& text);
 
-    /// Takes in at once what was added so far. GUI thread.
+    /// Inserts the rows of all lines added so far. GUI thread.
     void flush();
 
     void clear();
 
-    /// The language changed.
+    /// Updates the texts after a change of the language.
     void retranslate();
 
     const TraceEntry& entry(int row) const { return m_rows.at(static_cast<std::size_t>(row)); }
 
 signals:
-    /// Entries that came in, also those that the model has no room for any more.
+    /// Emitted for all new lines, including those that exceed kMaxRows.
     void added(const QVector<TraceEntry>& entries);
 
 private:

@@ -7,7 +7,7 @@
 class QMainWindow;
 class QMenu;
 
-/// Everything that can be done from the menus, one name each.
+/// The actions of the menus.
 enum class Do {
     NewProject,
     OpenProject,
@@ -59,19 +59,19 @@ enum class Do {
     Chinese,
 };
 
-/// The actions of the main window, its menus and its tool bar; follows language changes.
+/// Creates the actions, the menus and the tool bar of the main window.
 class Actions final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Builds everything into `window`, which becomes the owner.
+    /// Adds everything to `window`, which takes ownership.
     explicit Actions(QMainWindow* window);
 
     QAction* operator[](Do what) const { return m_actions.value(what); }
     QMenu* recentMenu() const { return m_recent; }
 
-    /// Sets all texts in the present language.
+    /// Sets all texts in the current language.
     void retranslate();
 
 private:

@@ -9,14 +9,14 @@ class QWidget;
 class RecordsPanel;
 class Session;
 
-/// What the user of the host does to the project: the actions of the Change and Events menus, which
-/// act on the rows selected on the host's side. GUI thread.
+/// Carries out the actions of the Change and Events menus. They act on the records that are
+/// selected in the host's own view. GUI thread.
 class ChangeCommands final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `window` owns this; the others outlive it.
+    /// `window` is the parent; the other arguments must outlive this object.
     ChangeCommands(QWidget* window, Actions& actions, RecordsPanel& records, Session& session);
 
 private:

@@ -9,31 +9,33 @@ class Actions;
 class ProjectStore;
 class QMainWindow;
 
-/// Opening and saving of projects, the recent ones, and the window's title. GUI thread.
+/// Carries out the actions of the File menu: opens and saves projects and lists the recent ones.
+/// Keeps the title of the window up to date. GUI thread.
 class FileCommands final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `actions` and `store` outlive this; `window` owns it.
+    /// `window` is the parent; `actions` and `store` must outlive this object.
     FileCommands(QMainWindow* window, Actions& actions, ProjectStore& store);
 
-    /// Opens a file; when it cannot be read, `problem` says why and the project stays. A file of
-    /// this program's own resources is opened without a name.
+    /// Opens a file. Returns false and sets `problem` if it cannot be read; the project is then
+    /// unchanged. A file from the resources of the program is opened as a project without a name.
     bool open(const QString& path, QString& problem);
 
-    /// Saves to a file, which the project then is of; false with `problem` when that fails.
+    /// Saves to a file, which becomes the file of the project. Returns false and sets `problem` if
+    /// that fails.
     bool save(const QString& path, QString& problem);
 
     QString path() const { return m_path; }
 
-    /// Lets go of changes without asking, when the window closes too.
+    /// Sets whether the user is asked before unsaved changes are discarded.
     void setAskBeforeLoss(bool ask) { m_askBeforeLoss = ask; }
 
-    /// Whether what is unsaved may go; asks the user, who may save first.
+    /// Returns whether unsaved changes may be discarded. Asks the user, who can save them first.
     bool confirmLoss();
 
-    /// Sets the texts in the present language.
+    /// Sets the texts in the current language.
     void retranslate();
 
 private:

@@ -6,9 +6,8 @@
 #include <memory>
 #include <vector>
 
-/// The application's language, changed while it runs: the translations of Qt's own texts, of the
-/// host's widgets, of the panel's library, which brings its own along, and of the workbench. GUI
-/// thread.
+/// Changes the language of the running application. Installs the translations of Qt, of the host's
+/// widgets, of the panel (which its library contains) and of the workbench. GUI thread.
 class Language final : public QObject
 {
     Q_OBJECT
@@ -21,8 +20,8 @@ public:
 
     Choice choice() const { return m_choice; }
 
-    /// Changes the language; every widget gets a language change event. Choosing the language in
-    /// use again takes up translations that a library loaded since then has brought.
+    /// Changes the language; every widget gets a language change event. Choosing the current
+    /// language again installs the translations of libraries that were loaded in the meantime.
     void choose(Choice choice);
 
 private:

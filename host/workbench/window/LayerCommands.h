@@ -9,22 +9,23 @@ class QMainWindow;
 class RecordsPanel;
 class Session;
 
-/// What the host does to the panel as a whole: the actions of the Layer menu, and the dock that the
-/// panel stands in. GUI thread.
+/// Carries out the actions of the Layer menu, and owns the dock that contains the panel. GUI
+/// thread.
 class LayerCommands final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// `window` owns this; the others outlive it.
+    /// `window` is the parent; the other arguments must outlive this object.
     LayerCommands(QMainWindow* window, Actions& actions, RecordsPanel& records, Session& session);
 
     QDockWidget* dock() const { return m_dock; }
 
-    /// Puts the panel into its dock, initialised; without a library the dock says so.
+    /// Creates and initialises the panel and puts it into the dock. Without a library the dock
+    /// shows a notice instead.
     void openPanel();
 
-    /// Sets the texts in the present language.
+    /// Sets the texts in the current language.
     void retranslate();
 
 private:

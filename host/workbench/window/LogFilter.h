@@ -3,8 +3,8 @@
 #include <QSortFilterProxyModel>
 #include <QStringList>
 
-/// The lines of the live log that are of one kind and match some words. Every word has to occur in
-/// the line's text or thread, whatever the case; a word that begins with "-" must not.
+/// Filters the live log by kind and by words. A line is accepted if its text or thread contains
+/// every word, and no word that is written with a "-" in front. Case is ignored.
 class LogFilter final : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ public:
 
     void setWords(const QString& words);
 
-    /// The number of a TraceEntry::Kind, or -1 for all kinds.
+    /// Accepts lines of one TraceEntry::Kind, or of all kinds if `kind` is -1.
     void setKind(int kind);
 
 protected:

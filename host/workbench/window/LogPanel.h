@@ -11,16 +11,16 @@ class QPushButton;
 class QTableView;
 class TraceModel;
 
-/// The live log: calls, events and log records as they happen, with a filter.
+/// Shows the live log (calls, events and log records) with a filter.
 class LogPanel final : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// `trace` outlives the panel.
+    /// `trace` must outlive the panel.
     explicit LogPanel(TraceModel& trace, QWidget* parent = nullptr);
 
-    /// Shows the lines of every kind that hold these words.
+    /// Sets the filter to these words and to all kinds.
     void showWords(const QString& words);
 
     QLineEdit* filterField() const { return m_filterField; }

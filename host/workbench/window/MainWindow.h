@@ -11,14 +11,14 @@ class QProgressBar;
 class RecordsPanel;
 class Session;
 
-/// The workbench's window: the panel docked as in a host, the host's own view of the project, and
-/// the live log.
+/// The window of the workbench: the docked panel, the host's own view of the project, and the live
+/// log.
 class MainWindow final : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// `session` and `language` outlive the window.
+    /// `session` and `language` must outlive the window.
     MainWindow(Session& session, Language& language, QWidget* parent = nullptr);
     ~MainWindow() override;
 

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Makes the resources of this library known; again and again if need be. GUI thread.
+/// Registers the resources of this library. May be called more than once. GUI thread.
 void initWorkbenchResources();

@@ -2,7 +2,7 @@
 
 #include <QSettings>
 
-/// What the workbench keeps from one run to the next, in the user's own settings folder.
+/// The settings that the workbench keeps between runs, in the user's settings folder.
 class WorkbenchSettings final : public QSettings
 {
 public:
