@@ -17,5 +17,6 @@ done
 
 set_up build bench
 build bench benchmarks/all
-QT_QPA_PLATFORM=offscreen python3 benchmarks/report.py --build build/bench "$@" \
+QT_QPA_PLATFORM=offscreen scripts/with-own-home.sh build/bench/home \
+    python3 benchmarks/report.py --build build/bench "$@" \
     || fail "the benchmarks failed" "mend what they say, or run one of build/bench/bin/bench_* alone"

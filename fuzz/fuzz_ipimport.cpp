@@ -1,9 +1,10 @@
 // Address files of any content: what is read from them is a list that the host can keep, and comes
 // back the same when it is written to a file.
 
-#include "host/workbench/IpCheck.h"
-#include "host/workbench/IpFile.h"
-#include "host/workbench/Project.h"
+#include "host/workbench/addresses/AddressTexts.h"
+#include "host/workbench/addresses/IpCheck.h"
+#include "host/workbench/addresses/IpFile.h"
+#include "host/workbench/project/Project.h"
 
 #include <cstddef>
 #include <cstdint>

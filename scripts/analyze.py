@@ -37,11 +37,11 @@ def clazy_checks(source):
     return ",".join(everywhere.split())
 
 
-def tool_command(tool, build, source):
+def tool_command(tool, commands, source):
     if tool == "clang-tidy":
         ours = f"--header-filter=^{ROOT}/({'|'.join(FOLDERS)})/"
-        return ["clang-tidy", "-p", str(build), "--quiet", ours, str(source)]
-    return ["clazy-standalone", "-p", str(build), f"--checks={clazy_checks(source)}",
+        return ["clang-tidy", "-p", str(commands), "--quiet", ours, str(source)]
+    return ["clazy-standalone", "-p", str(commands), f"--checks={clazy_checks(source)}",
             f"--extra-arg={CLANG_FLAG}", str(source)]
 
 
@@ -56,8 +56,19 @@ def configuration(tool):
     return b"".join([version, *texts, pathlib.Path(__file__).read_bytes()])
 
 
+def plain_command(command):
+    """Returns a compile command without the compiler cache and without precompiled headers: a tool
+    cannot read those of another compiler, and a source has to include what it uses."""
+    parts = shlex.split(command)
+    del parts[:next(at for at, part in enumerate(parts) if re.search(r"(\+\+|clang|gcc)[^/=]*$", part))]
+    while "-include" in parts:
+        at = parts.index("-include")
+        del parts[at:at + 2]
+    return shlex.join(part for part in parts if part != "-Winvalid-pch")
+
+
 def fingerprint(entry, config):
-    command = [part for part in shlex.split(entry["command"]) if part != "ccache"]
+    command = shlex.split(entry["command"])
     if "-o" in command:
         at = command.index("-o")
         del command[at:at + 2]
@@ -66,13 +77,13 @@ def fingerprint(entry, config):
     return hashlib.sha256(config + entry["command"].encode() + text).hexdigest()
 
 
-def analyze(tool, build, entry, config, clean):
+def analyze(tool, commands, entry, config, clean):
     """The findings in one source, and what the tool said when it failed without any."""
     source = pathlib.Path(entry["file"])
     mark = clean / fingerprint(entry, config)
     if mark.exists():
         return {}, ""
-    run = subprocess.run(tool_command(tool, build, source), cwd=ROOT, text=True,
+    run = subprocess.run(tool_command(tool, commands, source), cwd=ROOT, text=True,
                          capture_output=True, check=False)
     findings = {}
     current = None
@@ -100,7 +111,9 @@ def main():
     build = options.build.resolve()
     below = [path.resolve() for path in options.paths] or [ROOT]
     entries = {}
-    for entry in json.loads((build / "compile_commands.json").read_text()):
+    every = json.loads((build / "compile_commands.json").read_text())
+    for entry in every:
+        entry["command"] = plain_command(entry["command"])
         source = pathlib.Path(entry["file"])
         if build not in source.parents and any(p == source or p in source.parents for p in below):
             entries.setdefault(source, entry)
@@ -109,9 +122,12 @@ def main():
 
     clean = build / "lint" / options.tool
     clean.mkdir(parents=True, exist_ok=True)
+    commands = build / "lint" / f"{options.tool}-commands"
+    commands.mkdir(exist_ok=True)
+    (commands / "compile_commands.json").write_text(json.dumps(every))
     config = configuration(options.tool)
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        results = list(pool.map(lambda entry: analyze(options.tool, build, entry, config, clean),
+        results = list(pool.map(lambda entry: analyze(options.tool, commands, entry, config, clean),
                                 entries.values()))
     findings = {}
     for found, failure in results:

@@ -15,7 +15,7 @@ work=$(mktemp -d)
 declare -A pids
 trap '[ ${#pids[@]} -eq 0 ] || kill "${pids[@]}" 2> /dev/null || true; rm -rf "$work"' EXIT
 
-export LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen XDG_RUNTIME_DIR=$work
+export LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen
 export UBSAN_OPTIONS=print_stacktrace=1
 export LSAN_OPTIONS=suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0
 
@@ -25,7 +25,8 @@ fuzz() {
     local found=$build/found/$target corpus=$work/$target
     mkdir -p "$found"
     cp -r "fuzz/corpus/${target#fuzz_}" "$corpus"
-    exec "$build/bin/$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
+    exec scripts/with-own-home.sh "$work/home-$target" \
+        "$build/bin/$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
         -print_final_stats=1 -artifact_prefix="$found/" "$corpus" \
         < /dev/null > "$build/$target.log" 2>&1
 }

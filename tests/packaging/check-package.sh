@@ -22,6 +22,7 @@ mkdir -p "$work/source/tests"
 cp -r "$root/tests/packaging/consumer/." "$work/source"
 cp -r "$root/tests/packaging" "$root/tests/support" "$work/source/tests"
 
+export CCACHE_DIR=${CCACHE_DIR:-$build/ccache}
 quietly cmake -S "$work/source" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
     -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror" -DCMAKE_CXX_COMPILER_LAUNCHER=ccache \
     -DCMAKE_PREFIX_PATH="$work/prefix"

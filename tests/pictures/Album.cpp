@@ -1,23 +1,30 @@
 #include "tests/pictures/Album.h"
 
 #include "host/widgets/HostTheme.h"
+#include "tests/pictures/Subjects.h"
 #include "tests/support/Chinese.h"
 #include "tests/support/TestPanel.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QPainter>
 #include <QPixmap>
 #include <QWidget>
 
-#include <iostream>
+#include <algorithm>
 #include <optional>
 #include <utility>
 
-Album::Album(QString folder, QString suffix)
-    : m_folder(std::move(folder))
-    , m_suffix(std::move(suffix))
+Album::Album(QSet<QString> wanted)
+    : m_wanted(std::move(wanted))
 {
+}
+
+bool Album::begin(const QString& subject)
+{
+    m_subject = subject + QLatin1Char('/');
+    return m_wanted.isEmpty()
+           || std::any_of(m_wanted.begin(), m_wanted.end(),
+                          [this](const QString& name) { return name.startsWith(m_subject); });
 }
 
 void Album::save(const char* name, QWidget& widget, QWidget* popup)
@@ -33,28 +40,39 @@ void Album::save(const char* name, QWidget& widget, QWidget* popup)
 
 void Album::save(const char* name, const QPixmap& picture)
 {
-    const QString file = QStringLiteral("%1/%2%3.png").arg(m_folder, QLatin1String(name), m_suffix);
-    m_failed = !picture.save(file) || m_failed;
+    const QString whole = m_subject + QLatin1String(name);
+    if (m_wanted.isEmpty() || m_wanted.contains(whole))
+        m_pictures.insert(whole, picture.toImage());
 }
 
-int takePictures(int argc, char** argv, const std::function<void(Album&)>& take)
+void preparePictures(int scale)
 {
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    const QApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() != 4 || !QDir().mkpath(arguments.at(1))) {
-        std::cerr << "usage: " << qPrintable(QCoreApplication::applicationName())
-                  << " FOLDER LANGUAGE SUFFIX\n";
-        return 2;
+    qputenv("FONTCONFIG_FILE", PICTURE_FONTS);
+    if (scale > 0) {
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
+        qputenv("QT_SCALE_FACTOR_ROUNDING_POLICY", "PassThrough");
     }
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+}
+
+Album takePictures(const QString& language, const QSet<QString>& wanted)
+{
+    // A text cursor does not blink while its picture is taken.
+    QApplication::setCursorFlashTime(0);
     ApplyHostTheme(*qApp);
     std::optional<Chinese> chinese;
-    if (arguments.at(2) == QLatin1String("zh_CN")) {
+    if (language == QLatin1String("zh_CN")) {
         // The resources are there as soon as there is a panel.
         const TestPanel first;
         chinese.emplace();
     }
-    Album album(arguments.at(1), arguments.at(3));
-    take(album);
-    return album.failed() ? 1 : 0;
+    Album album(wanted);
+    for (const auto& [subject, take] :
+         {std::pair("area", takeArea), std::pair("dialogs", takeDialogs),
+          std::pair("search", takeSearch), std::pair("tree", takeTree),
+          std::pair("tree-panel", takeTreePanel)}) {
+        if (album.begin(QLatin1String(subject)))
+            take(album);
+    }
+    return album;
 }

@@ -1,32 +1,40 @@
 #pragma once
 
+#include <QImage>
+#include <QMap>
+#include <QSet>
 #include <QString>
-
-#include <functional>
 
 class QPixmap;
 class QWidget;
 
-/// A folder of pictures for the documentation, whose files all end in the same suffix.
+/// Pictures of the panel, by names such as "tree/selected".
 class Album final
 {
 public:
-    Album(QString folder, QString suffix);
+    /// Keeps only the pictures that are named; all if none is.
+    explicit Album(QSet<QString> wanted = {});
 
-    /// `widget` once no event waits, and over it as much of `popup` as it leaves room for.
+    /// Makes `subject` the first part of the names that follow. Returns false if none of its
+    /// pictures is wanted.
+    bool begin(const QString& subject);
+
+    /// Saves `widget` once no event waits, and over it as much of `popup` as it leaves room for.
     void save(const char* name, QWidget& widget, QWidget* popup = nullptr);
 
     void save(const char* name, const QPixmap& picture);
 
-    /// Whether a picture could not be written.
-    bool failed() const { return m_failed; }
+    const QMap<QString, QImage>& pictures() const { return m_pictures; }
 
 private:
-    QString m_folder;
-    QString m_suffix;
-    bool m_failed = false;
+    QSet<QString> m_wanted;
+    QString m_subject;
+    QMap<QString, QImage> m_pictures;
 };
 
-/// The whole of a program's main(): has `take` fill the album that the command line FOLDER LANGUAGE
-/// SUFFIX names, in the host's look and in that language, "en" or "zh_CN". Returns the exit code.
-int takePictures(int argc, char** argv, const std::function<void(Album&)>& take);
+/// Pins the fonts and the scale that pictures are taken with. Call it before there is an
+/// application; a scale of 0 leaves the scale as it is.
+void preparePictures(int scale);
+
+/// Takes pictures of the panel in the host's look, in the language "en" or "zh_CN". GUI thread.
+Album takePictures(const QString& language, const QSet<QString>& wanted);

@@ -2,6 +2,8 @@
 #include "tests/plugin/Telling.h"
 #include "tests/support/LogTrap.h"
 
+#include <QSignalSpy>
+
 #include <algorithm>
 
 using Event = TrueHost::Event;
@@ -218,8 +220,15 @@ void HandlerSwapTest::shouldDoWhatNeedsNoHandler()
     QTRY_COMPARE(telling.panel.dump(), QStringLiteral("All processors(2)[G100[1],3]"));
     tell([&] { telling.panel.notify<QList<QUuid>>(21, {testId(1), testId(100)}); });
     QTRY_COMPARE(telling.panel.dump(), QStringLiteral("All processors(1)[3]"));
-    tell([&] { telling.panel.notify(16); });
+    // A tree with rows cannot be filled anew without asking; an empty one can.
+    tell([&] {
+        telling.panel.notify(16);
+        telling.panel.notify<QUuid>(20, testId(3));
+    });
     QTRY_COMPARE(telling.panel.dump(), QStringLiteral("All processors(0)[]"));
+    QSignalSpy resets(&telling.panel.model(), &QAbstractItemModel::modelReset);
+    tell([&] { telling.panel.notify(16); });
+    QTRY_COMPARE(resets.count(), 1);
 }
 
 QTEST_MAIN(HandlerSwapTest)

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "host/workbench/Notifier.h"
-#include "host/workbench/ProjectStore.h"
-#include "host/workbench/TraceModel.h"
-#include "host/workbench/WorkbenchHandler.h"
+#include "host/workbench/events/Notifier.h"
+#include "host/workbench/handler/WorkbenchHandler.h"
+#include "host/workbench/store/ProjectStore.h"
+#include "host/workbench/trace/TraceModel.h"
 #include "tests/workbench/RecordingObserver.h"
 #include "tests/workbench/SampleRecords.h"
 

@@ -1,5 +1,7 @@
 #include "tests/workbench/SampleRecords.h"
 
+#include "host/workbench/project/Guid.h"
+
 #include <limits>
 
 QUuid sampleId(quint32 n)

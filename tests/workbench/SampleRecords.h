@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/workbench/Project.h"
+#include "host/workbench/project/Project.h"
 
 /// Identity number `n`: the same for the same number, null for 0.
 QUuid sampleId(quint32 n);

@@ -2,11 +2,11 @@
 
 #include "Interface/TargetSelectAreaInterface.h"
 #include "Interface/TargetSelectInterfaceHandler.h"
-#include "host/workbench/Actions.h"
-#include "host/workbench/Language.h"
-#include "host/workbench/MainWindow.h"
-#include "host/workbench/ProjectFiles.h"
-#include "host/workbench/Session.h"
+#include "host/workbench/session/Session.h"
+#include "host/workbench/window/Actions.h"
+#include "host/workbench/window/FileCommands.h"
+#include "host/workbench/window/Language.h"
+#include "host/workbench/window/MainWindow.h"
 #include "tests/support/WarningTrap.h"
 #include "tests/workbench/SampleRecords.h"
 

@@ -1,3 +1,4 @@
+#include "host/workbench/trace/ShortIds.h"
 #include "tests/support/LogTrap.h"
 #include "tests/support/WarningTrap.h"
 #include "tests/workbench/HandlerUnderTest.h"

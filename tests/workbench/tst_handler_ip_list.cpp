@@ -1,5 +1,6 @@
 #include "Interface/IPStatusCodes.h"
-#include "host/workbench/IpFile.h"
+#include "host/workbench/addresses/AddressTexts.h"
+#include "host/workbench/addresses/IpFile.h"
 #include "tests/support/LogTrap.h"
 #include "tests/workbench/HandlerUnderTest.h"
 

@@ -1,4 +1,4 @@
-#include "host/workbench/Inspector.h"
+#include "host/workbench/program/Inspector.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QComboBox>

@@ -1,7 +1,8 @@
 #include "Interface/IPStatusCodes.h"
-#include "host/workbench/IpCheck.h"
-#include "host/workbench/PcNetworkReader.h"
-#include "host/workbench/Project.h"
+#include "host/workbench/addresses/AddressTexts.h"
+#include "host/workbench/addresses/IpCheck.h"
+#include "host/workbench/addresses/PcNetworkReader.h"
+#include "host/workbench/project/Project.h"
 
 #include <QTest>
 #include <QtEndian>

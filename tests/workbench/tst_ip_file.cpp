@@ -1,5 +1,6 @@
-#include "host/workbench/IpFile.h"
-#include "host/workbench/Project.h"
+#include "host/workbench/addresses/AddressTexts.h"
+#include "host/workbench/addresses/IpFile.h"
+#include "host/workbench/project/Project.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QTest>

@@ -1,4 +1,4 @@
-#include "host/workbench/IpList.h"
+#include "host/workbench/addresses/IpList.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QTest>

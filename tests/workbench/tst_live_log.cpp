@@ -1,8 +1,8 @@
 #include "host/common/WorkThread.h"
-#include "host/workbench/CallTrace.h"
-#include "host/workbench/LogFilter.h"
-#include "host/workbench/TraceFile.h"
-#include "host/workbench/TraceModel.h"
+#include "host/workbench/handler/CallTrace.h"
+#include "host/workbench/trace/TraceFile.h"
+#include "host/workbench/trace/TraceModel.h"
+#include "host/workbench/window/LogFilter.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QAbstractItemModelTester>

@@ -1,5 +1,5 @@
-#include "host/workbench/Notifier.h"
-#include "host/workbench/TraceModel.h"
+#include "host/workbench/events/Notifier.h"
+#include "host/workbench/trace/TraceModel.h"
 #include "tests/support/WarningTrap.h"
 #include "tests/workbench/RecordingObserver.h"
 #include "tests/workbench/SampleRecords.h"

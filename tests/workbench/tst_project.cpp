@@ -1,4 +1,4 @@
-#include "host/workbench/AddressTexts.h"
+#include "host/workbench/addresses/AddressTexts.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QTest>

@@ -1,5 +1,7 @@
-#include "host/workbench/FieldTexts.h"
-#include "host/workbench/ProjectFile.h"
+#include "host/workbench/addresses/AddressTexts.h"
+#include "host/workbench/project/FieldTexts.h"
+#include "host/workbench/project/Guid.h"
+#include "host/workbench/project/ProjectJson.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QDir>

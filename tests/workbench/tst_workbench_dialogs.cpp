@@ -1,7 +1,7 @@
-#include "host/workbench/FieldJson.h"
-#include "host/workbench/RaiseEventDialog.h"
-#include "host/workbench/RecordFields.h"
-#include "host/workbench/RecordsPanel.h"
+#include "host/workbench/dialogs/RaiseEventDialog.h"
+#include "host/workbench/project/FieldJson.h"
+#include "host/workbench/project/RecordFields.h"
+#include "host/workbench/window/RecordsPanel.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
 
 #include <QCheckBox>

@@ -1,4 +1,4 @@
-#include "host/workbench/ProjectFile.h"
+#include "host/workbench/project/ProjectJson.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
 
 #include <QFile>

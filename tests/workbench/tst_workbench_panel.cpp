@@ -1,4 +1,4 @@
-#include "host/workbench/RecordsPanel.h"
+#include "host/workbench/window/RecordsPanel.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
 

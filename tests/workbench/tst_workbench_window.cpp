@@ -1,5 +1,6 @@
-#include "host/workbench/LogPanel.h"
-#include "host/workbench/RecordsPanel.h"
+#include "host/workbench/trace/ShortIds.h"
+#include "host/workbench/window/LogPanel.h"
+#include "host/workbench/window/RecordsPanel.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
 
 #include <QAbstractButton>

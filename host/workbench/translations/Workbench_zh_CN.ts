@@ -592,7 +592,7 @@
     </message>
 </context>
 <context>
-    <name>ProjectFile</name>
+    <name>ProjectJson</name>
     <message>
         <source>the IP list holds at most %1 entries</source>
         <translation>IP 列表最多容纳 %1 项</translation>
@@ -655,7 +655,7 @@
     </message>
 </context>
 <context>
-    <name>ProjectFiles</name>
+    <name>FileCommands</name>
     <message>
         <source>The project has unsaved changes. Save them?</source>
         <translation>工程有未保存的更改。要保存吗？</translation>

@@ -1,0 +1,29 @@
+# The layers: which folder may include which. scripts/check-layers.py holds the sources to it.
+#
+# A row names a folder, without those below it, and the folders or single headers that it may include
+# besides itself. It may also include whatever those may. A row names only folders of rows above it.
+# A row that ends with "later" is not yet checked.
+set(TSA_LAYERS
+    "host/common                 |"
+    "Interface                   | host/common/AppendLog.h"
+    "host/widgets                | Interface host/common"
+
+    "base                        | Interface host/common host/widgets           | later"
+    "ipmanage                    | base                                         | later"
+    "search                      | base                                         | later"
+    "processortree/model         | base                                         | later"
+    "processortree/view          | processortree/model search ipmanage          | later"
+    "plugin                      | processortree/view                           | later"
+
+    "host/workbench/addresses    | Interface"
+    "host/workbench/trace        | host/common"
+    "host/workbench/project      | host/workbench/addresses"
+    "host/workbench/events       | host/workbench/trace host/workbench/project"
+    "host/workbench/store        | host/workbench/events"
+    "host/workbench/handler      | host/workbench/store"
+    "host/workbench/session      | host/workbench/handler"
+    "host/workbench/dialogs      | host/workbench/store"
+    "host/workbench/window       | host/workbench/session host/workbench/dialogs host/widgets"
+    "host/workbench/tour         | host/workbench/window"
+    "host/workbench/program      | host/workbench/tour"
+)

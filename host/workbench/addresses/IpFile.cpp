@@ -1,0 +1,144 @@
+#include "host/workbench/addresses/IpFile.h"
+
+#include "host/workbench/addresses/AddressTexts.h"
+#include "host/workbench/addresses/IpCheck.h"
+
+#include <QTextCodec>
+
+#include <iterator>
+
+namespace {
+
+constexpr int kTextShown = 60;
+constexpr char kByteOrderMark[] = "\xEF\xBB\xBF";
+constexpr int kUtf8Mib = 106; // in IANA's list of character sets
+
+using State = QTextCodec::ConverterState;
+
+QTextCodec* utf8()
+{
+    return QTextCodec::codecForMib(kUtf8Mib);
+}
+
+bool isUtf8(const QByteArray& bytes)
+{
+    State state(QTextCodec::IgnoreHeader);
+    utf8()->toUnicode(bytes.constData(), bytes.size(), &state);
+    return state.invalidChars == 0 && state.remainingChars == 0;
+}
+
+QTextCodec* codecFor(const QByteArray& bytes)
+{
+    if (bytes.startsWith(kByteOrderMark) || isUtf8(bytes))
+        return utf8();
+    QTextCodec* locale = QTextCodec::codecForLocale();
+    if (locale->mibEnum() != kUtf8Mib)
+        return locale;
+    QTextCodec* chinese = QTextCodec::codecForName("GB18030");
+    return chinese ? chinese : locale;
+}
+
+/// Goes through the lines of a file. They are parted before they are decoded: no byte of a longer
+/// character looks like a line end, in any encoding that is in question.
+class Lines final
+{
+public:
+    explicit Lines(const QByteArray& bytes)
+        : m_bytes(bytes)
+    {
+        if (m_bytes.startsWith(kByteOrderMark))
+            m_next = static_cast<int>(std::size(kByteOrderMark)) - 1;
+    }
+
+    bool atEnd() const { return m_next >= m_bytes.size(); }
+    int number() const { return m_number; }
+
+    QByteArray next()
+    {
+        const int start = m_next;
+        while (!atEnd() && m_bytes.at(m_next) != '\r' && m_bytes.at(m_next) != '\n')
+            ++m_next;
+        QByteArray line = m_bytes.mid(start, m_next - start);
+        const bool hasTwo = m_next + 1 < m_bytes.size() && m_bytes.at(m_next) == '\r'
+                            && m_bytes.at(m_next + 1) == '\n';
+        m_next += hasTwo ? 2 : 1;
+        ++m_number;
+        return line;
+    }
+
+private:
+    const QByteArray& m_bytes;
+    int m_next = 0;
+    int m_number = 0;
+};
+
+class Parser final
+{
+public:
+    explicit Parser(QTextCodec& codec)
+        : m_codec(codec)
+    {
+    }
+
+    void add(const QByteArray& line, int number)
+    {
+        State state(QTextCodec::IgnoreHeader);
+        const QString text = m_codec.toUnicode(line.constData(), line.size(), &state);
+        if (text.trimmed().isEmpty())
+            return;
+        IpEntry entry;
+        const IpRefusal reason = isDecoded(text, state) ? read(text, entry) : IpRefusal::Unreadable;
+        if (reason == IpRefusal::None) {
+            m_result.lines.append({number, entry});
+            return;
+        }
+        m_result.refuse({number, reason, text.left(kTextShown)});
+    }
+
+    const ImportedIpList& result() const { return m_result; }
+
+private:
+    /// Not every codec counts what it replaces. In UTF-8, where they are counted, the replacement
+    /// character is one like any other.
+    bool isDecoded(const QString& text, const State& state) const
+    {
+        return state.invalidChars == 0 && state.remainingChars == 0
+               && (m_codec.mibEnum() == kUtf8Mib || !text.contains(QChar::ReplacementCharacter));
+    }
+
+    IpRefusal read(const QString& text, IpEntry& entry)
+    {
+        const int comma = text.indexOf(QLatin1Char(','));
+        if (!parseDottedAddress(text.left(comma).trimmed(), entry.address))
+            return IpRefusal::NoAddress;
+        if (!isHostAddress(entry.address))
+            return IpRefusal::Unsuitable;
+        if (comma >= 0)
+            entry.name = text.mid(comma + 1);
+        return m_list.append(entry);
+    }
+
+    QTextCodec& m_codec;
+    IpList m_list;
+    ImportedIpList m_result;
+};
+
+} // namespace
+
+void ImportedIpList::refuse(const RefusedIpLine& line)
+{
+    ++refusedCount;
+    if (refused.size() < kMaxRefusedKept)
+        refused.append(line);
+}
+
+ImportedIpList parseIpFile(const QByteArray& bytes)
+{
+    Lines lines(bytes);
+    Parser parser(*codecFor(bytes));
+    while (!lines.atEnd()) {
+        const QByteArray line = lines.next();
+        parser.add(line, lines.number());
+    }
+    return parser.result();
+}

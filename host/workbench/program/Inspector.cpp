@@ -1,0 +1,175 @@
+#include "host/workbench/program/Inspector.h"
+
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QWidget>
+
+#include <algorithm>
+
+namespace {
+
+// How far to look on where a view shows nothing.
+constexpr int kStep = 8;
+
+QJsonObject element(QAccessibleInterface& found, const QRect& frame);
+
+QJsonArray stateNames(const QAccessible::State& state)
+{
+    const std::pair<bool, const char*> all[] = {
+        {state.disabled, "disabled"}, {state.selected, "selected"}, {state.focused, "focused"},
+        {state.checked, "checked"},   {state.expanded, "expanded"}, {state.collapsed, "collapsed"},
+        {state.modal, "modal"},       {state.active, "active"},     {state.readOnly, "readOnly"}};
+    QJsonArray names;
+    for (const auto& [is, name] : all) {
+        if (is)
+            names.append(QLatin1String(name));
+    }
+    return names;
+}
+
+/// Has `view` make its cells anew: it keeps them, and hears of changes of its model only while
+/// there is a screen reader.
+void forgetCells(QAccessibleInterface& view)
+{
+    QAccessibleTableModelChangeEvent changed(view.object(),
+                                             QAccessibleTableModelChangeEvent::ModelReset);
+    view.tableInterface()->modelChange(&changed);
+}
+
+/// The cells in view. All cells of a view may be a million: they are looked for where they show.
+QJsonArray cells(QAccessibleInterface& view, const QWidget& viewport)
+{
+    const QRect frame(viewport.mapToGlobal(QPoint(0, 0)), viewport.size());
+    forgetCells(view);
+    QJsonArray found;
+    for (int y = frame.top(); y <= frame.bottom();) {
+        int next = y + kStep;
+        for (int x = frame.left(); x <= frame.right();) {
+            QAccessibleInterface* cell = view.childAt(x, y);
+            const QRect place = cell ? cell->rect().intersected(frame) : QRect();
+            // A view that has yet to lay itself out may find a cell elsewhere than it shows it.
+            if (!place.contains(x, y)) {
+                x += kStep;
+                continue;
+            }
+            found.append(element(*cell, place));
+            next = place.bottom() + 1;
+            x = place.right() + 1;
+        }
+        y = std::max(next, y + 1);
+    }
+    return found;
+}
+
+/// A window, which is told of at its own place, or something that lies in a hidden one.
+bool isElsewhere(const QAccessibleInterface& child)
+{
+    const auto* widget = qobject_cast<const QWidget*>(child.object());
+    return widget && (widget->isWindow() || !widget->isVisible());
+}
+
+QJsonArray children(QAccessibleInterface& parent)
+{
+    const auto* view = qobject_cast<const QAbstractItemView*>(parent.object());
+    if (view && parent.tableInterface())
+        return cells(parent, *view->viewport());
+    QJsonArray found;
+    for (int at = 0; at < parent.childCount(); ++at) {
+        QAccessibleInterface* child = parent.child(at);
+        if (child && child->isValid() && !child->state().invisible && !isElsewhere(*child))
+            found.append(element(*child, child->rect()));
+    }
+    return found;
+}
+
+QJsonObject element(QAccessibleInterface& found, const QRect& frame)
+{
+    QJsonObject told{
+        {QStringLiteral("role"), QLatin1String(qAccessibleRoleString(found.role()))},
+        {QStringLiteral("states"), stateNames(found.state())},
+        {QStringLiteral("rect"), QJsonArray{frame.x(), frame.y(), frame.width(), frame.height()}}};
+    const std::pair<QAccessible::Text, QString> texts[] = {
+        {QAccessible::Name, QStringLiteral("name")},
+        {QAccessible::Value, QStringLiteral("value")},
+        {QAccessible::Description, QStringLiteral("description")}};
+    for (const auto& [kind, key] : texts) {
+        const QString text = found.text(kind);
+        if (!text.isEmpty())
+            told.insert(key, text);
+    }
+    const QJsonArray inside = children(found);
+    if (!inside.isEmpty())
+        told.insert(QStringLiteral("children"), inside);
+    return told;
+}
+
+/// The visible windows, the one in front first.
+QWidgetList windows()
+{
+    QWidgetList shown;
+    const auto add = [&shown](QWidget* window) {
+        if (window && window->isVisible() && !shown.contains(window))
+            shown.append(window);
+    };
+    add(QApplication::activePopupWidget());
+    const QWidgetList all = QApplication::topLevelWidgets();
+    for (QWidget* window : all) {
+        if (window->windowType() == Qt::Popup)
+            add(window);
+    }
+    add(QApplication::activeModalWidget());
+    for (QWidget* window : all)
+        add(window);
+    return shown;
+}
+
+} // namespace
+
+Inspector::Inspector(QObject* parent)
+    : QObject(parent)
+    , m_server(new QLocalServer(this))
+{
+    m_server->setSocketOptions(QLocalServer::UserAccessOption);
+    connect(m_server, &QLocalServer::newConnection, this, &Inspector::answer);
+}
+
+bool Inspector::listen(const QString& name, QString& problem)
+{
+    QLocalServer::removeServer(name);
+    if (m_server->listen(name))
+        return true;
+    problem = tr("Nobody can connect to %1: %2").arg(name, m_server->errorString());
+    return false;
+}
+
+QJsonObject Inspector::tree()
+{
+    QJsonArray told;
+    const QWidgetList shown = windows();
+    for (QWidget* window : shown) {
+        if (QAccessibleInterface* found = QAccessible::queryAccessibleInterface(window))
+            told.append(element(*found, found->rect()));
+    }
+    QJsonValue focus = QJsonValue::Null;
+    QWidget* focused = QApplication::focusWidget();
+    if (QAccessibleInterface* found = QAccessible::queryAccessibleInterface(focused)) {
+        QJsonObject self = element(*found, found->rect());
+        self.remove(QStringLiteral("children"));
+        focus = self;
+    }
+    return {{QStringLiteral("focus"), focus}, {QStringLiteral("windows"), told}};
+}
+
+void Inspector::answer()
+{
+    while (QLocalSocket* socket = m_server->nextPendingConnection()) {
+        connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+        socket->write(QJsonDocument(tree()).toJson(QJsonDocument::Compact));
+        socket->disconnectFromServer();
+    }
+}

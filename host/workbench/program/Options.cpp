@@ -1,0 +1,49 @@
+#include "host/workbench/program/Options.h"
+
+#include "host/workbench/session/PanelLibrary.h"
+
+#include <QCommandLineParser>
+
+Options parseOptions(const QStringList& arguments)
+{
+    const QCommandLineOption project(QStringLiteral("project"), QStringLiteral("Open <file>."),
+                                     QStringLiteral("file"));
+    const QCommandLineOption library(QStringLiteral("library"),
+                                     QStringLiteral("Load the panel from <file> instead of %1.")
+                                         .arg(PanelLibrary::defaultPath()),
+                                     QStringLiteral("file"), PanelLibrary::defaultPath());
+    const QCommandLineOption guiThread(QStringLiteral("gui-thread-events"),
+                                       QStringLiteral("Raise events on the GUI thread."));
+    const QCommandLineOption tour(
+        QStringLiteral("tour"),
+        QStringLiteral("Show what the program does, leave pictures and the call trace in <folder>, "
+                       "and quit."),
+        QStringLiteral("folder"));
+    const QCommandLineOption selfTest(
+        QStringLiteral("self-test"),
+        QStringLiteral("Check that the panel loads and shows the project, and quit."));
+    const QCommandLineOption trace(QStringLiteral("trace"),
+                                   QStringLiteral("Write the live log to <file>, too."),
+                                   QStringLiteral("file"));
+    const QCommandLineOption inspect(
+        QStringLiteral("inspect"),
+        QStringLiteral("Tell programs that connect to local socket <name> what is to be seen."),
+        QStringLiteral("name"));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("A host application to develop against: docks the panel, holds a project, "
+                       "raises events and shows what the panel asks."));
+    parser.addHelpOption();
+    parser.addOptions({project, library, guiThread, tour, selfTest, trace, inspect});
+    parser.process(arguments);
+
+    Options options;
+    options.project = parser.value(project);
+    options.library = parser.value(library);
+    options.guiThreadEvents = parser.isSet(guiThread);
+    options.tourFolder = parser.value(tour);
+    options.selfTest = parser.isSet(selfTest);
+    options.traceFile = parser.value(trace);
+    options.inspectName = parser.value(inspect);
+    return options;
+}

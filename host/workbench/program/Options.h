@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/// The command line.
+struct Options
+{
+    QString project; ///< Empty for none.
+    QString library;
+    bool guiThreadEvents = false;
+    QString tourFolder; ///< Empty for no tour.
+    bool selfTest = false;
+    QString traceFile;   ///< Empty for none.
+    QString inspectName; ///< Empty for no inspector.
+};
+
+/// Parses the command line; the first one of `arguments` is the name of the program. Exits after
+/// printing the help if it is asked for, and with a message if an argument is unknown.
+Options parseOptions(const QStringList& arguments);

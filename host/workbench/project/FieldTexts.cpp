@@ -1,0 +1,61 @@
+#include "host/workbench/project/FieldTexts.h"
+
+#include "host/workbench/addresses/AddressTexts.h"
+#include "host/workbench/project/RecordFields.h"
+
+#include <QStringList>
+
+namespace {
+
+class FieldCollector final
+{
+public:
+    void operator()(const char* name, const QUuid& value)
+    {
+        put(name, value.isNull() ? QString() : value.toString(QUuid::WithoutBraces));
+    }
+    void operator()(const char* name, const QString& value) { put(name, value); }
+    void operator()(const char* name, bool value)
+    {
+        put(name, value ? QStringLiteral("true") : QStringLiteral("false"));
+    }
+    void operator()(const char* name, const std::array<quint32, 4>& value)
+    {
+        QStringList numbers;
+        for (const quint32 number : value)
+            numbers.append(QString::number(number));
+        put(name, numbers.join(QStringLiteral(", ")));
+    }
+    void operator()(const char* name, float value)
+    {
+        put(name, QString::number(static_cast<double>(value)));
+    }
+    template <typename Number>
+    void operator()(const char* name, Number value)
+    {
+        put(name, QString::number(value));
+    }
+    void address(const char* name, quint32 value) { put(name, dottedAddress(value)); }
+
+    QList<FieldText> texts;
+
+private:
+    void put(const char* name, const QString& value) { texts.append({QLatin1String(name), value}); }
+};
+
+} // namespace
+
+QList<FieldText> fieldTexts(const ProcessorNode& node)
+{
+    FieldCollector collector;
+    visitProcessorFields(node, collector);
+    return collector.texts;
+}
+
+QList<FieldText> fieldTexts(const ProcessorGroupNode& group)
+{
+    FieldCollector collector;
+    visitGroupFields(group, collector);
+    collector("processors", group.processors.size());
+    return collector.texts;
+}

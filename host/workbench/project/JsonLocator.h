@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QByteArray>
+#include <QStringList>
+
+/// A position in a text. Lines and columns count from 1, columns in UTF-16 units.
+struct TextPosition
+{
+    int line = 1;
+    int column = 1;
+};
+
+/// Returns the position of the byte at `offset` in a UTF-8 text.
+TextPosition textPosition(const QByteArray& text, int offset);
+
+/// Returns the byte offset of the value at `path` in `json`, which must be well-formed. A step is
+/// the key of a member of an object or the index of an element of an array. If the path does not
+/// exist, returns the offset of the last value found along it. The last one of several equal keys
+/// counts.
+int locateJsonValue(const QByteArray& json, const QStringList& path);

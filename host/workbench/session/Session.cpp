@@ -1,0 +1,93 @@
+#include "host/workbench/session/Session.h"
+
+#include "host/common/AppendLog.h"
+#include "host/workbench/handler/WorkbenchHandler.h"
+
+#include "Interface/TargetSelectAreaInterface.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QSet>
+
+namespace {
+
+constexpr int kHandlerWaitMs = 10000;
+
+QSet<QUuid> identities(const QList<ProcessorNode>& processors)
+{
+    QSet<QUuid> ids;
+    for (const ProcessorNode& node : processors)
+        ids.insert(node.id);
+    return ids;
+}
+
+} // namespace
+
+Session::Session(QObject* parent)
+    : QObject(parent)
+    , m_handler(std::make_shared<WorkbenchHandler>(m_store, m_notifier, m_trace))
+{
+    m_handler->showTip = [this](const QString& text) { emit tip(text); };
+    m_handler->showProgress = [this](int done, int total) { emit detectionProceeded(done, total); };
+    m_handler->showInLog = [this](const QString& words) { emit logWanted(words); };
+    SetLogSink([this](const LogRecord& record) {
+        m_trace.add(TraceEntry::Kind::Log, QStringLiteral("%1:%2 %3: %4")
+                                               .arg(QString::fromStdString(record.file))
+                                               .arg(record.line)
+                                               .arg(QString::fromStdString(record.function),
+                                                    QString::fromStdString(record.message)));
+    });
+}
+
+Session::~Session()
+{
+    closePanel();
+    m_notifier.stop();
+    const QDeadlineTimer deadline(kHandlerWaitMs);
+    while (m_handler.use_count() > 1 && !deadline.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    SetLogSink({});
+}
+
+ITargetSelectAreaInterface* Session::layer() const
+{
+    return m_panel ? m_layer : nullptr;
+}
+
+QWidget* Session::openPanel(QWidget* parent)
+{
+    m_layer = m_library.init(parent);
+    m_panel = m_layer ? m_layer->GetWidget() : nullptr;
+    if (!m_panel)
+        return nullptr;
+    m_layer->m_controlHandler = m_handler;
+    m_layer->Initialize();
+    m_store.announceAll();
+    return m_panel;
+}
+
+void Session::closePanel()
+{
+    delete m_panel;
+    m_layer = nullptr;
+}
+
+bool Session::panelShowsProject() const
+{
+    if (!layer())
+        return false;
+    ProcessorTreeSnapshot tree;
+    layer()->GetProcessorTree(tree, false);
+    const Project project = m_store.snapshot();
+    const QList<ProcessorGroupNode> groups = project.allGroups();
+    if (groups.size() != tree.groups.size())
+        return false;
+    int shown = tree.processors.size();
+    for (int at = 0; at < groups.size(); ++at) {
+        if (groups.at(at).id != tree.groups.at(at).id
+            || identities(groups.at(at).processors) != identities(tree.groups.at(at).processors))
+            return false;
+        shown += groups.at(at).processors.size();
+    }
+    return shown == project.processors.size();
+}

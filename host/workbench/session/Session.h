@@ -1,0 +1,66 @@
+#pragma once
+
+#include "host/workbench/events/Notifier.h"
+#include "host/workbench/session/PanelLibrary.h"
+#include "host/workbench/store/ProjectStore.h"
+#include "host/workbench/trace/TraceModel.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+
+class ITargetSelectAreaInterface;
+class WorkbenchHandler;
+
+/// A host without its window: the project, the handler, the notifying thread and the log. Loads,
+/// creates and destroys the panel. GUI thread.
+class Session final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Session(QObject* parent = nullptr);
+
+    /// Destroys the panel and waits until no thread is inside the handler.
+    ~Session() override;
+
+    TraceModel& trace() { return m_trace; }
+    Notifier& notifier() { return m_notifier; }
+    ProjectStore& store() { return m_store; }
+    PanelLibrary& library() { return m_library; }
+
+    /// Returns the layer interface of the panel, or null if there is no panel.
+    ITargetSelectAreaInterface* layer() const;
+
+    /// Creates the panel as a child of `parent`, assigns the handler, initialises the panel and
+    /// announces the project. Returns the widget, or null if the library returns no panel.
+    QWidget* openPanel(QWidget* parent);
+
+    /// Destroys the panel, as a host does when it closes the layer.
+    void closePanel();
+
+    /// Returns whether the panel shows the project: the same groups in the same order, each with
+    /// the same processors.
+    bool panelShowsProject() const;
+
+signals:
+    /// Emitted when the panel asks for a notice to be shown.
+    void tip(const QString& text);
+
+    /// Reports the progress of a detection, which is finished when both numbers are equal.
+    void detectionProceeded(int done, int total);
+
+    /// Emitted when the user asks for the lines of the log that contain these words.
+    void logWanted(const QString& words);
+
+private:
+    TraceModel m_trace;
+    Notifier m_notifier{m_trace};
+    ProjectStore m_store{m_notifier};
+    std::shared_ptr<WorkbenchHandler> m_handler;
+    PanelLibrary m_library;
+    ITargetSelectAreaInterface* m_layer = nullptr; // the panel's, valid while m_panel is
+    QPointer<QWidget> m_panel;
+};

@@ -1,0 +1,29 @@
+#include "host/workbench/tour/SelfTest.h"
+
+#include "host/workbench/session/Session.h"
+#include "host/workbench/tour/Wait.h"
+#include "host/workbench/window/MainWindow.h"
+
+#include <iostream>
+
+namespace {
+
+constexpr int kLimitMs = 30000;
+
+} // namespace
+
+int runSelfTest(MainWindow& window)
+{
+    Session& session = window.session();
+    const bool shown = waitUntil(
+        [&] { return session.notifier().isIdle() && session.panelShowsProject(); }, kLimitMs);
+    const Project project = session.store().snapshot();
+    if (!shown) {
+        std::cerr << "workbench: the panel does not show the project's " << project.groups.size()
+                  << " groups and " << project.processors.size() << " processors\n";
+        return 1;
+    }
+    std::cout << "workbench: the panel shows " << project.groups.size() << " groups and "
+              << project.processors.size() << " processors\n";
+    return 0;
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <QAction>
+#include <QHash>
+#include <QObject>
+
+class QMainWindow;
+class QMenu;
+
+/// The actions of the menus.
+enum class Do {
+    NewProject,
+    OpenProject,
+    OpenSample,
+    SaveProject,
+    SaveProjectAs,
+    Quit,
+    AddProcessor,
+    AddProcessors,
+    AddGroup,
+    Remove,
+    Rename,
+    MoveToGroup,
+    GoOnline,
+    GoOffline,
+    ChangeAddress,
+    ToggleBackup,
+    ToggleHasBackup,
+    ToggleProtected,
+    ToggleMonitorWarning,
+    MakeCurrent,
+    DeviceSets,
+    DetectStrategy,
+    LanUsb,
+    HandlerAnswers,
+    RaiseEvent,
+    AnnounceProject,
+    GuiThreadEvents,
+    SetReadOnly,
+    SelectInPanel,
+    RemoveAllGroups,
+    LogTree,
+    LogAcceptedTree,
+    LogProcessors,
+    DetectDevices,
+    LockOperations,
+    ApplyLock,
+    LockByKey,
+    RepaintWarnings,
+    LanUsbWarning,
+    Reconnect,
+    ClosePanel,
+    OpenPanel,
+    FocusPanel,
+    FocusRecords,
+    FocusLog,
+    ClearLog,
+    English,
+    Chinese,
+};
+
+/// Creates the actions, the menus and the tool bar of the main window.
+class Actions final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Adds everything to `window`, which takes ownership.
+    explicit Actions(QMainWindow* window);
+
+    QAction* operator[](Do what) const { return m_actions.value(what); }
+    QMenu* recentMenu() const { return m_recent; }
+
+    /// Sets all texts in the current language.
+    void retranslate();
+
+private:
+    QAction* build(QMainWindow* window, QMenu* menu, Do what);
+
+    QHash<Do, QAction*> m_actions; // owned by the window
+    QHash<QMenu*, const char*> m_menus;
+    QMenu* m_recent = nullptr; // owned by the window
+};
+
+inline uint qHash(Do what, uint seed = 0)
+{
+    return ::qHash(static_cast<int>(what), seed);
+}

@@ -1,0 +1,43 @@
+#include "host/workbench/window/LogFilter.h"
+
+#include "host/workbench/trace/TraceModel.h"
+
+#include <algorithm>
+
+LogFilter::LogFilter(QObject* parent)
+    : QSortFilterProxyModel(parent)
+{
+}
+
+void LogFilter::setWords(const QString& words)
+{
+    m_wanted.clear();
+    m_unwanted.clear();
+    for (const QString& word : words.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        if (word.startsWith(QLatin1Char('-')) && word.size() > 1)
+            m_unwanted.append(word.mid(1));
+        else
+            m_wanted.append(word);
+    }
+    invalidateFilter();
+}
+
+void LogFilter::setKind(int kind)
+{
+    m_kind = kind;
+    invalidateFilter();
+}
+
+bool LogFilter::filterAcceptsRow(int row, const QModelIndex& parent) const
+{
+    const QModelIndex textIndex = sourceModel()->index(row, TraceModel::TextColumn, parent);
+    if (m_kind >= 0 && textIndex.data(Qt::UserRole).toInt() != m_kind)
+        return false;
+    const QString line = textIndex.data().toString() + QLatin1Char(' ')
+                         + textIndex.siblingAtColumn(TraceModel::ThreadColumn).data().toString();
+    const auto occurs = [&](const QString& word) {
+        return line.contains(word, Qt::CaseInsensitive);
+    };
+    return std::all_of(m_wanted.begin(), m_wanted.end(), occurs)
+           && std::none_of(m_unwanted.begin(), m_unwanted.end(), occurs);
+}

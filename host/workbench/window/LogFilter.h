@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QSortFilterProxyModel>
+#include <QStringList>
+
+/// Filters the live log by kind and by words. A line is accepted if its text or thread contains
+/// every word, and no word that is written with a "-" in front. Case is ignored.
+class LogFilter final : public QSortFilterProxyModel
+{
+    Q_OBJECT
+
+public:
+    explicit LogFilter(QObject* parent = nullptr);
+
+    void setWords(const QString& words);
+
+    /// Accepts lines of one TraceEntry::Kind, or of all kinds if `kind` is -1.
+    void setKind(int kind);
+
+protected:
+    bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
+
+private:
+    QStringList m_wanted;
+    QStringList m_unwanted;
+    int m_kind = -1;
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QWidget>
+
+class LogFilter;
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTableView;
+class TraceModel;
+
+/// Shows the live log (calls, events and log records) with a filter.
+class LogPanel final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `trace` must outlive the panel.
+    explicit LogPanel(TraceModel& trace, QWidget* parent = nullptr);
+
+    /// Sets the filter to these words and to all kinds.
+    void showWords(const QString& words);
+
+    QLineEdit* filterField() const { return m_filterField; }
+    QComboBox* kindSelector() const { return m_kindSelector; }
+    QPushButton* clearButton() const { return m_clearButton; }
+    QTableView* view() const { return m_view; }
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void retranslate();
+    void follow();
+    void showCount();
+
+    TraceModel& m_trace;
+    LogFilter* m_filter;        // Qt child
+    QLineEdit* m_filterField;   // Qt child
+    QComboBox* m_kindSelector;  // Qt child
+    QCheckBox* m_follow;        // Qt child
+    QLabel* m_count;            // Qt child
+    QPushButton* m_clearButton; // Qt child
+    QTableView* m_view;         // Qt child
+};

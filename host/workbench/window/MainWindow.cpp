@@ -1,0 +1,157 @@
+#include "host/workbench/window/MainWindow.h"
+
+#include "host/workbench/session/Session.h"
+#include "host/workbench/window/Actions.h"
+#include "host/workbench/window/ChangeCommands.h"
+#include "host/workbench/window/FileCommands.h"
+#include "host/workbench/window/Language.h"
+#include "host/workbench/window/LayerCommands.h"
+#include "host/workbench/window/LogPanel.h"
+#include "host/workbench/window/RecordsPanel.h"
+
+#include <QAbstractItemView>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QTreeView>
+
+namespace {
+
+constexpr int kTipMs = 5000;
+constexpr QSize kFirstSize(1280, 800);
+constexpr int kLogHeight = 232;
+constexpr int kProgressWidth = 200;
+
+} // namespace
+
+MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
+    : QMainWindow(parent)
+    , m_session(session)
+    , m_records(new RecordsPanel(this))
+    , m_log(new LogPanel(session.trace(), this))
+    , m_logDock(new QDockWidget(this))
+    , m_progress(new QProgressBar(this))
+    , m_actions(new Actions(this))
+    , m_files(new FileCommands(this, *m_actions, session.store()))
+    , m_layer(new LayerCommands(this, *m_actions, *m_records, session))
+{
+    resize(kFirstSize);
+    setCentralWidget(m_records);
+    buildLogDock();
+    statusBar()->setSizeGripEnabled(false);
+    connect(&session, &Session::tip, this,
+            [this](const QString& text) { statusBar()->showMessage(text, kTipMs); });
+    m_progress->setFixedWidth(kProgressWidth);
+    m_progress->hide();
+    statusBar()->addPermanentWidget(m_progress);
+    connect(&session, &Session::detectionProceeded, this, &MainWindow::showDetection);
+    connect(&session, &Session::logWanted, m_log, &LogPanel::showWords);
+    connect(&session.store(), &ProjectStore::changed, this,
+            [this] { m_records->show(m_session.store().snapshot()); });
+    connect(&session.store(), &ProjectStore::ipListChanged, this,
+            [this] { m_records->showIpList(m_session.store().snapshot().ipList); });
+    m_records->show(session.store().snapshot());
+    new ChangeCommands(this, *m_actions, *m_records, session);
+    connectViewActions();
+    connectLanguage(language);
+    retranslate();
+}
+
+MainWindow::~MainWindow()
+{
+    // While the rest of the window is still there: the panel may have something left to ask.
+    m_session.closePanel();
+}
+
+void MainWindow::openPanel()
+{
+    m_layer->openPanel();
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QMainWindow::changeEvent(event);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    event->setAccepted(m_files->confirmLoss());
+}
+
+void MainWindow::buildLogDock()
+{
+    m_logDock->setObjectName(QStringLiteral("logDock"));
+    m_logDock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    m_logDock->setWidget(m_log);
+    addDockWidget(Qt::BottomDockWidgetArea, m_logDock);
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    resizeDocks({m_logDock}, {kLogHeight}, Qt::Vertical);
+}
+
+void MainWindow::connectViewActions()
+{
+    Actions& actions = *m_actions;
+    connect(actions[Do::Quit], &QAction::triggered, this, &MainWindow::close);
+    connect(actions[Do::FocusPanel], &QAction::triggered, this, &MainWindow::focusPanel);
+    connect(actions[Do::FocusRecords], &QAction::triggered, this,
+            [this] { m_records->view()->setFocus(Qt::ShortcutFocusReason); });
+    connect(actions[Do::FocusLog], &QAction::triggered, this,
+            [this] { m_log->filterField()->setFocus(Qt::ShortcutFocusReason); });
+    connect(actions[Do::ClearLog], &QAction::triggered, &m_session.trace(), &TraceModel::clear);
+    // In the records' own view the usual keys work as well.
+    const std::pair<QKeySequence, Do> keys[] = {{QKeySequence(QKeySequence::Delete), Do::Remove},
+                                                {QKeySequence(Qt::Key_F2), Do::Rename}};
+    for (const auto& [key, what] : keys) {
+        auto* shortcut = new QShortcut(key, m_records->view());
+        shortcut->setContext(Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, actions[what], &QAction::trigger);
+    }
+}
+
+void MainWindow::connectLanguage(Language& language)
+{
+    connect((*m_actions)[Do::English], &QAction::triggered, this,
+            [&language] { language.choose(Language::Choice::English); });
+    connect((*m_actions)[Do::Chinese], &QAction::triggered, this,
+            [&language] { language.choose(Language::Choice::Chinese); });
+}
+
+void MainWindow::focusPanel()
+{
+    // Not the lists that pop up.
+    const auto views = m_layer->dock()->widget()->findChildren<QAbstractItemView*>();
+    for (QAbstractItemView* view : views) {
+        if (view->window() == m_layer->dock()->window() && view->isVisible()) {
+            view->setFocus(Qt::ShortcutFocusReason);
+            return;
+        }
+    }
+}
+
+/// The host is busy, so what is shown has to be painted at once.
+void MainWindow::showDetection(int done, int total)
+{
+    const bool isOver = done >= total;
+    m_progress->setRange(0, total);
+    m_progress->setValue(done);
+    m_progress->setVisible(!isOver);
+    if (isOver)
+        statusBar()->showMessage(tr("Processors found: %1").arg(total), kTipMs);
+    else
+        statusBar()->showMessage(tr("Detecting devices..."));
+    statusBar()->repaint();
+}
+
+void MainWindow::retranslate()
+{
+    m_progress->setAccessibleName(tr("Detection"));
+    m_logDock->setWindowTitle(tr("Live log"));
+    m_actions->retranslate();
+    m_files->retranslate();
+    m_layer->retranslate();
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QMainWindow>
+
+class Actions;
+class Language;
+class LayerCommands;
+class LogPanel;
+class FileCommands;
+class QProgressBar;
+class RecordsPanel;
+class Session;
+
+/// The window of the workbench: the docked panel, the host's own view of the project, and the live
+/// log.
+class MainWindow final : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// `session` and `language` must outlive the window.
+    MainWindow(Session& session, Language& language, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    Actions& actions() { return *m_actions; }
+    FileCommands& files() { return *m_files; }
+    RecordsPanel& records() { return *m_records; }
+    LogPanel& log() { return *m_log; }
+    Session& session() { return m_session; }
+
+    /// Puts the panel of the loaded library into its dock.
+    void openPanel();
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildLogDock();
+    void connectViewActions();
+    void connectLanguage(Language& language);
+    void focusPanel();
+    void showDetection(int done, int total);
+    void retranslate();
+
+    Session& m_session;
+    RecordsPanel* m_records;  // Qt child
+    LogPanel* m_log;          // Qt child
+    QDockWidget* m_logDock;   // Qt child
+    QProgressBar* m_progress; // the status bar's
+    Actions* m_actions;       // Qt child
+    FileCommands* m_files;    // Qt child
+    LayerCommands* m_layer;   // Qt child
+};
