@@ -86,7 +86,8 @@ private:
     HostLock m_telling;
     std::atomic<quint32> m_rolls{0};
     std::atomic<quint32> m_lastDeviceSet{0};
-    std::atomic<int> m_budget; // ms that answers may still take
+    std::atomic<int> m_guiBudget; // ms that answers on the GUI thread may still take
+    std::atomic<int> m_budget;    // the others
     std::atomic<bool> m_calm{false};
     std::mutex m_pauseMutex;
     std::condition_variable m_over;

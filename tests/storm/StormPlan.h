@@ -71,6 +71,7 @@ struct StormPlan
     int delegate = 0; ///< Waits for another thread to change something and tell it.
     int spin = 0;     ///< Runs an event loop; on the GUI thread.
 
+    bool duringPaint = false;  ///< Does so in the answers that painting asks for, too.
     bool ownFamilies = false;  ///< Each family belongs to one thread, else to whoever has its lock.
     bool groupsInTurn = false; ///< One group is told before the next one is created.
     bool looksAgain = true;    ///< Tells what has not changed, rather than nothing.
