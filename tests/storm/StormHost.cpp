@@ -133,7 +133,8 @@ void StormHost::performFor(const StormStep& step, int family)
         tellOf(39, project.changeRecord(family, false, dice));
         break;
     case StormStep::Refill:
-        tell(16);
+        if (m_plan.refills)
+            tell(16);
         break;
     case StormStep::ChooseCurrent:
         project.chooseCurrent(family, dice);
@@ -210,7 +211,8 @@ void StormHost::lookAgain(int family, quint32 dice)
             tell(17, {group});
         break;
     case 1:
-        tell(16);
+        if (m_plan.refills)
+            tell(16);
         break;
     case 2:
     case 3:

@@ -49,6 +49,8 @@ public:
     /// Makes the calling thread one that steps run on.
     static void becomeTeller();
 
+    bool refills() const { return m_plan.refills; }
+
     /// The right to change and tell what concerns a family; waits only on threads that tell.
     HostLock& family(int number) { return m_families[static_cast<std::size_t>(number)]; }
     std::chrono::milliseconds patience() const;

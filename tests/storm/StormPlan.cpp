@@ -107,6 +107,8 @@ StormPlan StormPlan::draw(quint32 seed, const QStringList& without)
     plan.delegate = habit("delegate", 35, 60);
     plan.spin = habit("spin", 35, 60);
     plan.tellsLocked = habit("locked", 25, 1) > 0;
+    plan.refills = habit("refills", 40, 1) > 0;
+    plan.deaths = habit("deaths", 40, 1) > 0;
     plan.duringPaint = habit("paint", 40, 1) > 0;
     plan.ownFamilies = random.bounded(2) == 0;
     plan.groupsInTurn = random.bounded(3) != 0;
@@ -127,7 +129,9 @@ StormPlan StormPlan::draw(quint32 seed, const QStringList& without)
             step.dice = longBusy ? 7500 : random.bounded(300U);
             longBusy = false;
         }
-        if (!without.contains(QLatin1String(infoOf(step.kind).name)))
+        const bool mends = (step.kind == StormStep::Refill && !plan.refills)
+                           || (step.kind == StormStep::PanelDeath && !plan.deaths);
+        if (!mends && !without.contains(QLatin1String(infoOf(step.kind).name)))
             plan.steps.push_back(step);
     }
     return plan;
