@@ -69,14 +69,14 @@ bool StormHandler::ShowNodeMoreButton()
 QList<ProcessorNode> StormHandler::GetAllProcessorNodes()
 {
     return answer("GetAllProcessorNodes", [](const StormProject::State& project) {
-        return QList<ProcessorNode>(project.processors);
+        return QList<ProcessorNode>(project.processors.begin(), project.processors.end());
     });
 }
 
 QList<ProcessorGroupNode> StormHandler::GetAllGroupNodes()
 {
     return answer("GetAllGroupNodes", [](const StormProject::State& project) {
-        return QList<ProcessorGroupNode>(project.groups);
+        return QList<ProcessorGroupNode>(project.groups.begin(), project.groups.end());
     });
 }
 

@@ -45,7 +45,8 @@ SDeviceSetInfo deviceSet(quint32 number)
 
 StormHost::StormHost(const StormPlan& plan)
     : m_plan(plan)
-    , m_budget(3000)
+    , m_guiBudget(2500)
+    , m_budget(1500)
 {
     m_helper.post([] { t_isTeller = t_isHelper = true; }).wait();
     m_clerk.post([] { t_isTeller = true; }).wait();
@@ -132,7 +133,8 @@ void StormHost::performFor(const StormStep& step, int family)
         tellOf(39, project.changeRecord(family, false, dice));
         break;
     case StormStep::Refill:
-        tell(16);
+        if (m_plan.refills)
+            tell(16);
         break;
     case StormStep::ChooseCurrent:
         project.chooseCurrent(family, dice);
@@ -209,7 +211,8 @@ void StormHost::lookAgain(int family, quint32 dice)
             tell(17, {group});
         break;
     case 1:
-        tell(16);
+        if (m_plan.refills)
+            tell(16);
         break;
     case 2:
     case 3:
@@ -330,7 +333,7 @@ StormStep StormHost::drawStep()
 void StormHost::dwell(const char* question)
 {
     const bool painted = isPainted(question);
-    if (m_calm || t_answers > 1 || (painted && roll() % 16 != 0))
+    if (m_calm || t_answers > 1 || (painted && (!m_plan.duringPaint || roll() % 16 != 0)))
         return;
     struct Nesting
     {
@@ -340,15 +343,18 @@ void StormHost::dwell(const char* question)
 
     const bool gui = watch.isGuiThread();
     const bool mayTell = gui || t_isTeller;
-    int left = static_cast<int>(roll() % 1000);
+    int left = static_cast<int>(roll() % (gui ? 1200 : 1000));
     const auto hits = [&left](int chance) {
         left -= chance;
         return left < 0 && left >= -chance;
     };
-    if (hits(m_plan.slow)) {
-        const int most = painted ? 40 : m_plan.slowest;
+    // What is told while the GUI thread is inside an answer has to wait, and meets more of its
+    // kind.
+    if (hits(gui && !painted ? 2 * m_plan.slow : m_plan.slow)) {
+        const int most = painted ? 10 : m_plan.slowest;
         const Ms duration(roll() % static_cast<quint32>(most));
-        if (m_budget.fetch_sub(static_cast<int>(duration.count())) > 0) {
+        std::atomic<int>& budget = gui ? m_guiBudget : m_budget;
+        if (budget.fetch_sub(static_cast<int>(duration.count())) > 0) {
             watch.note(QStringLiteral("takes %1 ms for %2")
                            .arg(duration.count())
                            .arg(QLatin1String(question)));

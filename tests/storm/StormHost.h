@@ -49,6 +49,8 @@ public:
     /// Makes the calling thread one that steps run on.
     static void becomeTeller();
 
+    bool refills() const { return m_plan.refills; }
+
     /// The right to change and tell what concerns a family; waits only on threads that tell.
     HostLock& family(int number) { return m_families[static_cast<std::size_t>(number)]; }
     std::chrono::milliseconds patience() const;
@@ -86,7 +88,8 @@ private:
     HostLock m_telling;
     std::atomic<quint32> m_rolls{0};
     std::atomic<quint32> m_lastDeviceSet{0};
-    std::atomic<int> m_budget; // ms that answers may still take
+    std::atomic<int> m_guiBudget; // ms that answers on the GUI thread may still take
+    std::atomic<int> m_budget;    // the others
     std::atomic<bool> m_calm{false};
     std::mutex m_pauseMutex;
     std::condition_variable m_over;

@@ -248,7 +248,7 @@ void StormPanel::renameByModel(quint32 dice)
     if (turn && m_host.project.renameProcessor(id, name)) {
         rows->setData(row, name, Qt::DisplayRole);
         m_host.tell(25, {id});
-    } else if (turn && m_host.project.renameGroup(id, name)) {
+    } else if (turn && m_host.refills() && m_host.project.renameGroup(id, name)) {
         rows->setData(row, name, Qt::DisplayRole);
         m_host.tell(16);
     }
@@ -260,7 +260,8 @@ void StormPanel::renameByEditor(quint32 dice)
         return;
     QTreeView* view = tree();
     const QPersistentModelIndex row = anyRow(*view->model(), dice);
-    if (!row.isValid())
+    // Nothing but 16 tells of the name of a group.
+    if (!row.isValid() || (row.data(NodeTypeRole).toInt() == NodeGroup && !m_host.refills()))
         return;
     view->scrollTo(row);
     view->edit(row);

@@ -46,7 +46,7 @@ constexpr KindInfo kKinds[] = {
     {StormStep::SwapHandler, "SwapHandler", "replaces the handler", 6},
     {StormStep::OpenDialog, "OpenDialog", "opens the IP management", 3},
     {StormStep::PanelDeath, "PanelDeath", "destroys the panel, or builds it again", 4},
-    {StormStep::Select, "Select", "clicks on a row", 10},
+    {StormStep::Select, "Select", "clicks on a row", 14},
     {StormStep::RenameByModel, "RenameByModel", "renames a row through the model", 6},
     {StormStep::RenameByEditor, "RenameByEditor", "renames a row in its editor", 4},
     {StormStep::DeleteByKey, "DeleteByKey", "presses Delete", 4},
@@ -107,6 +107,9 @@ StormPlan StormPlan::draw(quint32 seed, const QStringList& without)
     plan.delegate = habit("delegate", 35, 60);
     plan.spin = habit("spin", 35, 60);
     plan.tellsLocked = habit("locked", 25, 1) > 0;
+    plan.refills = habit("refills", 40, 1) > 0;
+    plan.deaths = habit("deaths", 40, 1) > 0;
+    plan.duringPaint = habit("paint", 40, 1) > 0;
     plan.ownFamilies = random.bounded(2) == 0;
     plan.groupsInTurn = random.bounded(3) != 0;
 
@@ -126,7 +129,9 @@ StormPlan StormPlan::draw(quint32 seed, const QStringList& without)
             step.dice = longBusy ? 7500 : random.bounded(300U);
             longBusy = false;
         }
-        if (!without.contains(QLatin1String(infoOf(step.kind).name)))
+        const bool mends = (step.kind == StormStep::Refill && !plan.refills)
+                           || (step.kind == StormStep::PanelDeath && !plan.deaths);
+        if (!mends && !without.contains(QLatin1String(infoOf(step.kind).name)))
             plan.steps.push_back(step);
     }
     return plan;
@@ -141,14 +146,15 @@ QString StormPlan::describe(int stepCount) const
             .arg(tellers)
             .arg(ownFamilies ? QStringLiteral("of one thread each") : QStringLiteral("in common")));
     lines.append(QStringLiteral("of 1000 answers %1 are slow (up to %2 ms), %3 raise an event, %4 "
-                                "wait for another thread's, %5 run an event loop%6%7")
+                                "wait for another thread's, %5 run an event loop%6%7%8")
                      .arg(slow)
                      .arg(slowest)
                      .arg(raise)
                      .arg(delegate)
                      .arg(spin)
                      .arg(tellsLocked ? QStringLiteral("; tells with a lock held") : QString(),
-                          groupsInTurn ? QStringLiteral("; groups in turn") : QString()));
+                          groupsInTurn ? QStringLiteral("; groups in turn") : QString(),
+                          duringPaint ? QStringLiteral("; during painting too") : QString()));
     for (int i = 0; i < stepCount; ++i) {
         lines.append(QStringLiteral("%1: %2").arg(i + 1, 3).arg(
             steps[static_cast<std::size_t>(i)].describe()));

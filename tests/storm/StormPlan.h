@@ -71,6 +71,9 @@ struct StormPlan
     int delegate = 0; ///< Waits for another thread to change something and tell it.
     int spin = 0;     ///< Runs an event loop; on the GUI thread.
 
+    bool duringPaint = false;  ///< Does so in the answers that painting asks for, too.
+    bool refills = false;      ///< Tells 16 now and then, which mends what was wrong before.
+    bool deaths = false;       ///< Destroys the panel; what comes after it is filled anew.
     bool ownFamilies = false;  ///< Each family belongs to one thread, else to whoever has its lock.
     bool groupsInTurn = false; ///< One group is told before the next one is created.
     bool looksAgain = true;    ///< Tells what has not changed, rather than nothing.

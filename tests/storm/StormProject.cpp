@@ -18,7 +18,7 @@ QUuid identity(uint number, int family, ushort kind)
 }
 
 template <typename Record>
-Record recordIn(const QList<Record>& records, const QUuid& id)
+Record recordIn(const std::vector<Record>& records, const QUuid& id)
 {
     for (const Record& record : records) {
         if (record.id == id)
@@ -28,7 +28,7 @@ Record recordIn(const QList<Record>& records, const QUuid& id)
 }
 
 template <typename Record>
-bool removeFrom(QList<Record>& records, const QUuid& id)
+bool removeFrom(std::vector<Record>& records, const QUuid& id)
 {
     const auto end = std::remove_if(records.begin(), records.end(),
                                     [&](const Record& record) { return record.id == id; });
@@ -99,7 +99,7 @@ QUuid StormProject::addGroup(int family, quint32 dice)
     group.id = identity(++m_lastGroup, family, kGroupKind);
     group.name = QStringLiteral("G%1.%2 n%3").arg(family).arg(m_lastGroup).arg(++m_lastName);
     group.hostAttribute3 = static_cast<qint32>(dice % 1000);
-    m_state.groups.append(group);
+    m_state.groups.push_back(group);
     return group.id;
 }
 
@@ -128,7 +128,7 @@ QList<QUuid> StormProject::addProcessors(int family, int count, quint32 dice)
             else
                 processor.ipAddress = freshAddress();
         }
-        m_state.processors.append(processor);
+        m_state.processors.push_back(processor);
         added.append(processor.id);
     }
     return added;
@@ -190,7 +190,7 @@ QUuid StormProject::changeAddress(int family, quint32 dice)
     const std::lock_guard guard(m_mutex);
     QRandomGenerator random(dice);
     QList<QUuid> reached;
-    for (const ProcessorNode& processor : qAsConst(m_state.processors)) {
+    for (const ProcessorNode& processor : m_state.processors) {
         if (processor.reachedByIp && stormFamily(processor.id) == family)
             reached.append(processor.id);
     }
@@ -217,7 +217,7 @@ QUuid StormProject::chooseCurrent(int family, quint32 dice)
 void StormProject::removeAllGroups()
 {
     const std::lock_guard guard(m_mutex);
-    for (const ProcessorGroupNode& group : qAsConst(m_state.groups)) {
+    for (const ProcessorGroupNode& group : m_state.groups) {
         auto& processors = m_state.processors;
         const auto isMember = [&](const auto& one) { return one.groupId == group.id; };
         processors.erase(std::remove_if(processors.begin(), processors.end(), isMember),

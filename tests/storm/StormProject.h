@@ -8,6 +8,7 @@
 #include <QUuid>
 
 #include <mutex>
+#include <vector>
 
 class QRandomGenerator;
 
@@ -25,10 +26,12 @@ class StormProject final
 public:
     static constexpr int kFamilies = 3;
 
+    /// The project as it is at one moment. Shares no list with any other state: a list of Qt's that
+    /// was shared once is written in place without a word to ThreadSanitizer.
     struct State
     {
-        QList<ProcessorGroupNode> groups; ///< In the order of their creation.
-        QList<ProcessorNode> processors;  ///< In the order of their addition.
+        std::vector<ProcessorGroupNode> groups; ///< In the order of their creation.
+        std::vector<ProcessorNode> processors;  ///< In the order of their addition.
         QUuid current;
 
         ProcessorGroupNode group(const QUuid& id) const;
