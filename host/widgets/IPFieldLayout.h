@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/widgets/IPText.h"
+#include "host/widgets/IPOctets.h"
 
 #include <QFont>
 #include <QFontMetricsF>

@@ -5,7 +5,7 @@
 #include <QString>
 
 /// The rules of a dotted IPv4 address as text. Digits are those of ASCII; other scripts' are not.
-namespace IPText {
+namespace IPOctets {
 
 constexpr int kOctets = 4;
 constexpr int kOctetDigits = 3;
@@ -20,4 +20,4 @@ HOSTWIDGETS_EXPORT QString normalizedOctet(const QString& octet);
 /// it is none.
 HOSTWIDGETS_EXPORT QString normalizedAddress(const QString& text);
 
-} // namespace IPText
+} // namespace IPOctets
