@@ -21,7 +21,7 @@ bool write(QIODevice& device, const QStringList& entries)
     stream.flush();
     if (!lossless || stream.status() != QTextStream::Ok)
         return false;
-    // A file keeps what it was given for a while, and a full disk shows only when it lets go.
+    // A file buffers its data, so a full disk is noticed only when it is flushed.
     auto* file = qobject_cast<QFileDevice*>(&device);
     return !file || file->flush();
 }

@@ -4,8 +4,8 @@ class QIODevice;
 class QString;
 class QStringList;
 
-/// The IP list as a text file: one entry a line, the dotted address, a comma, the name as it is; in
-/// the text encoding of the user's locale, lines ended as the platform ends them.
+/// The IP list as a text file. Each line holds a dotted address, a comma and a name. The file has
+/// the text encoding of the user's locale and the line ends of the platform.
 namespace IPListFile {
 
 /// Writes `entries`, the host's entry texts, to `device`, which is open for text. False when not

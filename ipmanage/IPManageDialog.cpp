@@ -229,7 +229,7 @@ void CIPManageDialog::addMultiple()
         reload();
 }
 
-/// Tells the user when the list has none.
+/// Returns whether the list has room for an entry; otherwise informs the user.
 bool CIPManageDialog::hasRoom()
 {
     if (HostIPList::entries().size() < HostIPList::kMaxEntries)
@@ -253,7 +253,8 @@ void CIPManageDialog::editCurrent()
 
 void CIPManageDialog::deleteSelected()
 {
-    // The host changes its list, and may have the dialog closed, while it deletes.
+    // Collected first, because the host may change the list, and close the dialog, during a
+    // deletion.
     QList<quint32> addresses;
     const QModelIndexList rows = m_view->selectionModel()->selectedRows(0);
     for (const QModelIndex& row : rows)
@@ -311,7 +312,7 @@ void CIPManageDialog::exportFile()
         this, tr("Export an IP address list"), desktopFolder() + QStringLiteral("/ipList.txt"),
         tr("IP Address File(*.txt);;*.txt"));
     QFile file(path);
-    // A file that exists loses what it holds when it is opened.
+    // Opening the file truncates it, so it must not happen without a handler.
     if (path.isEmpty() || !HostIPList::isThere()
         || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
         return;

@@ -76,8 +76,8 @@ QRect nameRect(const QRect& row)
             row.height() / 2};
 }
 
-/// Below the name; an address that needs more room than that takes it, for half of one is of no
-/// use.
+/// Below the name. An address that needs more room extends beyond it, because a part of an address
+/// is useless.
 QRect detailRect(const QRect& row, int needed)
 {
     const QRect name = nameRect(row);

@@ -2,7 +2,7 @@
 
 #include <QListView>
 
-/// The list of search results, which keeps its rows off its round corners.
+/// The list of search results. Its viewport leaves the rounded corners free.
 class CResultList final : public QListView
 {
     Q_OBJECT

@@ -6,7 +6,7 @@
 
 namespace {
 
-// The name that QLineEdit gives its own action.
+// The object name that QLineEdit gives its clear action.
 constexpr char kClearAction[] = "_q_qlineeditclearaction";
 
 } // namespace

@@ -13,14 +13,14 @@
 namespace {
 
 constexpr int kIconSpace = 4;
-constexpr int kTextMargin = 1; // as styles leave beside the text of a field
+constexpr int kTextMargin = 1; // the margin of styles beside a field's text
 
 } // namespace
 
 CComboBox::CComboBox(QWidget* parent)
     : QComboBox(parent)
 {
-    setFocusPolicy(Qt::StrongFocus); // the wheel gives no focus
+    setFocusPolicy(Qt::StrongFocus); // excludes the wheel
     setItemDelegate(new ComboListDelegate(this));
 }
 
@@ -44,7 +44,7 @@ bool CComboBox::event(QEvent* event)
 
 void CComboBox::childEvent(QChildEvent* event)
 {
-    // The editor of an editable box comes late, and may be exchanged.
+    // The editor of an editable box is created late and may be replaced.
     if (event->polished() && lineEdit())
         lineEdit()->setAlignment(m_alignment | Qt::AlignVCenter);
     QComboBox::childEvent(event);
@@ -94,8 +94,8 @@ QRect CComboBox::fieldRect(const QStyleOptionComboBox& option) const
         .adjusted(kTextMargin, 0, -kTextMargin, 0);
 }
 
-/// A centred text stands in the middle of the whole widget, as in the list, unless that would have
-/// it run into the arrow.
+/// Returns the rectangle of the text. A centred text is centred in the whole widget, as in the
+/// list, unless it would overlap the arrow.
 QRect CComboBox::textRect(const QStyleOptionComboBox& option) const
 {
     QRect room = fieldRect(option);

@@ -3,7 +3,7 @@
 #include "host/widgets/ComboBox.h"
 #include "host/widgets/WholeTextDelegate.h"
 
-/// Aligns the texts of a selector's list as the one in its field.
+/// Aligns the texts of a combo box's list like the text in its field.
 class ComboListDelegate final : public WholeTextDelegate
 {
     Q_OBJECT
@@ -24,5 +24,5 @@ protected:
     }
 
 private:
-    CComboBox* m_box; // owns this
+    CComboBox* m_box; // owner
 };

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kTextPixels = 12;
 
-// Every word in capitals between at-signs is replaced by the colour of that name.
+// Each name in capitals between at-signs is replaced by a colour.
 constexpr char kStyleSheet[] = R"(
 QMainWindow, QMainWindow::separator { background: @WINDOW@; }
 QMainWindow::separator { width: 8px; height: 8px; }
@@ -230,7 +230,7 @@ void ApplyHostTheme(QApplication& application)
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QFont font = QApplication::font();
     font.setPixelSize(kTextPixels);
-    // Named, so that Chinese comes in the regular weight of a sans-serif face.
+    // Explicit families, so that Chinese texts get the regular weight of a sans-serif font.
     font.setFamilies(
         {font.family(), QStringLiteral("Noto Sans CJK SC"), QStringLiteral("Microsoft YaHei")});
     QApplication::setFont(font);

@@ -6,7 +6,7 @@
 
 class QApplication;
 
-/// The colours that the whole look is made of.
+/// The colours of the theme.
 struct HostColors
 {
     QColor window{30, 30, 33};
@@ -22,6 +22,6 @@ struct HostColors
 
 HOSTWIDGETS_EXPORT const HostColors& hostColors();
 
-/// Dresses the whole application in the host's dark theme: style, palette, fonts, style sheet, and
-/// where tool tips appear. The host calls it once, after it created the application.
+/// Applies the host's dark theme to the whole application: style, palette, fonts, style sheet and
+/// the position of tool tips. The host calls it once, after it has created the application.
 HOSTWIDGETS_EXPORT void ApplyHostTheme(QApplication& application);

@@ -15,7 +15,7 @@ QString octetOf(const QString& text, int octet)
     return text.section(kDot, octet, octet);
 }
 
-/// Digits in place of those between `start` and `end`; the dots there stay.
+/// Returns `text` with the digits between `start` and `end` replaced by `digits`. Dots are kept.
 QString replaced(const QString& text, int start, int end, const QString& digits)
 {
     const int dots = text.midRef(start, end - start).count(kDot);

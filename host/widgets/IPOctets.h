@@ -4,20 +4,20 @@
 
 #include <QString>
 
-/// The rules of a dotted IPv4 address as text. Digits are those of ASCII; other scripts' are not.
+/// The syntax of a dotted IPv4 address. Only ASCII digits count as digits.
 namespace IPOctets {
 
 constexpr int kOctets = 4;
 constexpr int kOctetDigits = 3;
 
-/// Whether `text` is one to three digits, 255 at most. Leading zeros are allowed.
+/// Returns whether `text` has one to three digits and is at most 255. Leading zeros are allowed.
 HOSTWIDGETS_EXPORT bool isOctet(const QString& text);
 
-/// An octet without leading zeros; an empty text stays empty.
+/// Returns `octet` without leading zeros. An empty text stays empty.
 HOSTWIDGETS_EXPORT QString normalizedOctet(const QString& octet);
 
-/// The address in `text`, without leading zeros and without the white space around it; empty when
-/// it is none.
+/// Returns the address in `text` without leading zeros and surrounding white space; empty if `text`
+/// is not an address.
 HOSTWIDGETS_EXPORT QString normalizedAddress(const QString& text);
 
 } // namespace IPOctets

@@ -67,7 +67,7 @@ bool CMessageBox::ask(QWidget* parent, Kind kind, const QString& text, const QSt
 {
     CMessageBox box(parent, kind, text, caption, width);
     box.SetDialogBtnRole(buttons, defaultButton);
-    // The answer comes first, even where the text can be scrolled.
+    // The button gets the focus, also if the text can be scrolled.
     if (QPushButton* button = box.findChild<QDialogButtonBox*>()->button(defaultButton))
         button->setFocus(Qt::TabFocusReason);
     return box.exec() == Accepted;
@@ -97,7 +97,7 @@ void CMessageBox::InitWidgets()
     m_area->setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
     m_area->setFixedSize(width, std::min(text->height(), most));
     m_area->setWidget(text);
-    // The dialog's own colour shows through.
+    // Transparent, to show the background of the dialog.
     text->setAutoFillBackground(false);
     m_area->viewport()->setAutoFillBackground(false);
 }
