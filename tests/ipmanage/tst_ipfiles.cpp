@@ -10,7 +10,7 @@
 
 namespace {
 
-/// A device that takes `room` bytes and then none.
+/// A device that accepts `room` bytes.
 class SmallDevice final : public QIODevice
 {
 public:
@@ -42,8 +42,7 @@ QByteArray contents(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
 }
 
-/// Has that button of the dialog shown next pressed, and the dialog closed when all is done that
-/// further steps answer.
+/// Presses a button of the next dialog, and closes the dialog after the further steps.
 DialogDriver& press(DialogTest& test, const char* button)
 {
     return test.driver.then([&test, button](QWidget& shown) {
@@ -64,20 +63,20 @@ class IPFilesTest : public QObject
 private slots:
     void shouldWriteALinePerEntry_data();
     void shouldWriteALinePerEntry();
-    void shouldNoticeADeviceThatIsFull_data();
-    void shouldNoticeADeviceThatIsFull();
+    void shouldReportAFullDevice_data();
+    void shouldReportAFullDevice();
     void shouldExport();
     void shouldReplaceAnOldFile();
     void shouldNotAnnounceAnExportThatFailed();
-    void shouldDropAnExportThatCannotBegin();
-    void shouldDropAnExportThatWasCancelled();
+    void shouldIgnoreAnExportToAnUnwritableFile();
+    void shouldIgnoreACancelledExport();
     void shouldProposeTheDesktop();
     void shouldNoticeANameThatTheEncodingLacks();
-    void shouldTellOfAnEmptyName();
+    void shouldReportAnEmptyName();
     void shouldImport_data();
     void shouldImport();
-    void shouldDropAnImport_data();
-    void shouldDropAnImport();
+    void shouldIgnoreAnImport_data();
+    void shouldIgnoreAnImport();
 };
 
 void IPFilesTest::shouldWriteALinePerEntry_data()
@@ -109,7 +108,7 @@ void IPFilesTest::shouldWriteALinePerEntry()
     QCOMPARE(buffer.data(), text);
 }
 
-void IPFilesTest::shouldNoticeADeviceThatIsFull_data()
+void IPFilesTest::shouldReportAFullDevice_data()
 {
     QTest::addColumn<int>("room");
     QTest::addColumn<bool>("fits");
@@ -118,7 +117,7 @@ void IPFilesTest::shouldNoticeADeviceThatIsFull_data()
     QTest::newRow("just enough") << 255 * 11 << true;
 }
 
-void IPFilesTest::shouldNoticeADeviceThatIsFull()
+void IPFilesTest::shouldReportAFullDevice()
 {
     QFETCH(int, room);
     QFETCH(bool, fits);
@@ -184,7 +183,7 @@ void IPFilesTest::shouldNotAnnounceAnExportThatFailed()
     QCOMPARE(test.host().callCount(QStringLiteral("ShowTipMessage")), 0);
 }
 
-void IPFilesTest::shouldDropAnExportThatCannotBegin()
+void IPFilesTest::shouldIgnoreAnExportToAnUnwritableFile()
 {
     DialogTest test;
     const QTemporaryDir folder;
@@ -197,7 +196,7 @@ void IPFilesTest::shouldDropAnExportThatCannotBegin()
     QCOMPARE(test.asked(), QStringList());
 }
 
-void IPFilesTest::shouldDropAnExportThatWasCancelled()
+void IPFilesTest::shouldIgnoreACancelledExport()
 {
     DialogTest test;
     test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
@@ -264,13 +263,13 @@ void IPFilesTest::shouldNoticeANameThatTheEncodingLacks()
     QVERIFY(!lacks);
 }
 
-void IPFilesTest::shouldTellOfAnEmptyName()
+void IPFilesTest::shouldReportAnEmptyName()
 {
     DialogTest test;
     CIPManageDialog dialog(&test.window);
     QString message;
     test.driver.thenReadMessage(message);
-    // Qt's own dialog always names something; one of another platform need not.
+    // Qt's file dialog always returns a name, but a native one may not.
     QVERIFY(QMetaObject::invokeMethod(&dialog, "importFiles",
                                       Q_ARG(QStringList, QStringList(QString()))));
     QCOMPARE(message, QStringLiteral("Import failed, file name is empty."));
@@ -325,14 +324,14 @@ void IPFilesTest::shouldImport()
                            : QStringList(QStringLiteral("ShowTipMessage(%1)").arg(tip)));
 }
 
-void IPFilesTest::shouldDropAnImport_data()
+void IPFilesTest::shouldIgnoreAnImport_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::newRow("cancelled") << QString();
     QTest::newRow("two files") << QStringLiteral("\"a.txt\" \"b.txt\"");
 }
 
-void IPFilesTest::shouldDropAnImport()
+void IPFilesTest::shouldIgnoreAnImport()
 {
     QFETCH(QString, typed);
     DialogTest test;
@@ -347,7 +346,7 @@ void IPFilesTest::shouldDropAnImport()
             QTest::keyClick(&file, Qt::Key_Escape);
             return;
         }
-        // As a platform's own dialog may let the user do.
+        // A native dialog may let the user choose several files.
         auto& files = dynamic_cast<QFileDialog&>(file);
         files.setFileMode(QFileDialog::ExistingFiles);
         files.setDirectory(folder.path());

@@ -31,9 +31,9 @@ class IPManageDialogTest : public QObject
 
 private slots:
     void shouldHaveItsSizesAndTexts();
-    void shouldWearItsIcons();
+    void shouldHaveItsIcons();
     void shouldNameItsButtonsAndMenu();
-    void shouldOfferLittleForAnEmptyList();
+    void shouldEnableAddAndImportForAnEmptyList();
     void shouldFollowTheSelection();
     void shouldReadOnline_data();
     void shouldReadOnline();
@@ -44,7 +44,7 @@ private slots:
     void shouldStillReadOnlineIntoAFullList();
     void shouldEditTheCurrentEntry();
     void shouldDeleteTheSelectedEntries();
-    void shouldDeleteEveryEntryInOneGo();
+    void shouldDeleteAllSelectedEntriesAtOnce();
     void shouldDeleteEntriesOfAnyForm();
     void shouldClearAfterAQuestion_data();
     void shouldClearAfterAQuestion();
@@ -52,7 +52,7 @@ private slots:
     void shouldBeUsableByKeyboard();
 };
 
-void IPManageDialogTest::shouldWearItsIcons()
+void IPManageDialogTest::shouldHaveItsIcons()
 {
     DialogTest test;
     const CIPManageDialog dialog(&test.window);
@@ -147,7 +147,7 @@ void IPManageDialogTest::shouldNameItsButtonsAndMenu()
     QCOMPARE(dialog.exec(), 0);
 }
 
-void IPManageDialogTest::shouldOfferLittleForAnEmptyList()
+void IPManageDialogTest::shouldEnableAddAndImportForAnEmptyList()
 {
     DialogTest test;
     CIPManageDialog dialog(&test.window);
@@ -362,7 +362,7 @@ void IPManageDialogTest::shouldDeleteTheSelectedEntries()
     QCOMPARE(dialog.exec(), 0);
 }
 
-void IPManageDialogTest::shouldDeleteEveryEntryInOneGo()
+void IPManageDialogTest::shouldDeleteAllSelectedEntriesAtOnce()
 {
     DialogTest test;
     test.host().ipList = entries(255);

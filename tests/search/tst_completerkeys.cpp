@@ -6,7 +6,7 @@
 
 #include <tuple>
 
-/// What the keyboard, or an input method, does while the list is open.
+/// The keyboard and input methods while the list is open.
 class TestCompleterKeys final : public QObject
 {
     Q_OBJECT
@@ -19,17 +19,17 @@ private slots:
     void shouldCloseWithoutAChoice_data();
     void shouldCloseWithoutAChoice();
     void shouldChooseWithArrowKeys();
-    void shouldGoRoundTheEnds();
+    void shouldWrapAtTheEnds();
     void shouldLeaveKeysToTheList_data();
     void shouldLeaveKeysToTheList();
     void shouldForwardHomeAndEnd();
-    void shouldTypeOnWhileOpen();
+    void shouldForwardTypingWhileOpen();
     void shouldForwardTheReleaseOfBack();
     void shouldConsumeEveryKey();
     void shouldNotCloseADialogWithEscape();
     void shouldKeepItsKeysFromShortcuts();
 
-    void shouldTakeInputMethodsToTheField();
+    void shouldForwardInputMethodsToTheField();
 };
 
 void TestCompleterKeys::shouldChooseTheCurrentRow_data()
@@ -97,7 +97,7 @@ void TestCompleterKeys::shouldCloseWithoutAChoice()
     QVERIFY(search.field->keys.contains(QStringLiteral("press %1").arg(key)));
     QVERIFY(search.window->isVisible());
 
-    // F4 alone is nothing special.
+    // F4 without Alt is an ordinary key.
     search.field->setFocus();
     search.type(QStringLiteral("1"));
     search.press(Qt::Key_F4);
@@ -127,7 +127,7 @@ void TestCompleterKeys::shouldChooseWithArrowKeys()
     QCOMPARE(search.told(), QString());
 }
 
-void TestCompleterKeys::shouldGoRoundTheEnds()
+void TestCompleterKeys::shouldWrapAtTheEnds()
 {
     const SearchField search;
     for (const auto& [from, key, to] :
@@ -182,7 +182,7 @@ void TestCompleterKeys::shouldForwardHomeAndEnd()
     QCOMPARE(search.told(), QString());
 }
 
-void TestCompleterKeys::shouldTypeOnWhileOpen()
+void TestCompleterKeys::shouldForwardTypingWhileOpen()
 {
     const SearchField search;
     search.type(QStringLiteral("stage 1"));
@@ -215,7 +215,7 @@ void TestCompleterKeys::shouldConsumeEveryKey()
 {
     const SearchField search;
     search.press(Qt::Key_F7);
-    QCOMPARE(search.window->keys, 1); // which a closed list leaves alone
+    QCOMPARE(search.window->keys, 1); // not handled by a closed list
     for (const Qt::Key key : {Qt::Key_F7, Qt::Key_Down, Qt::Key_Return, Qt::Key_Escape, Qt::Key_Tab,
                               Qt::Key_Home, Qt::Key_Menu}) {
         search.field->setFocus();
@@ -266,7 +266,7 @@ void TestCompleterKeys::shouldKeepItsKeysFromShortcuts()
     QCOMPARE(search.told(), QStringLiteral("- Stage 11"));
 }
 
-void TestCompleterKeys::shouldTakeInputMethodsToTheField()
+void TestCompleterKeys::shouldForwardInputMethodsToTheField()
 {
     const SearchField search;
     search.type(QStringLiteral("S"));

@@ -11,15 +11,15 @@ const QColor kHint(115, 115, 128);
 
 } // namespace
 
-/// The list as it stands below the field: its place, its looks and its current row.
+/// The popup below the field: its position, its look and its current row.
 class TestProcessorCompleter final : public QObject
 {
     Q_OBJECT
 
 private slots:
     void shouldOpenBelowTheField();
-    void shouldSayThatNothingIsFound();
-    void shouldListWhatIsFound();
+    void shouldShowAnEmptyResult();
+    void shouldListTheMatchingProcessors();
     void shouldPaintTheBackgroundBehindRows();
     void shouldCloseWhenTheFieldIsCleared();
 
@@ -29,9 +29,9 @@ private slots:
 
     void shouldMoveTheCurrentRowOnly();
     void shouldClearTheSelection();
-    void shouldForgetTheCurrentRowWhenClosed();
+    void shouldResetTheCurrentRowOnClosing();
 
-    void shouldSpeakChineseAtOnce();
+    void shouldRetranslateAtOnce();
 };
 
 void TestProcessorCompleter::shouldOpenBelowTheField()
@@ -63,7 +63,7 @@ void TestProcessorCompleter::shouldOpenBelowTheField()
     QCOMPARE(search.told(), QString());
 }
 
-void TestProcessorCompleter::shouldSayThatNothingIsFound()
+void TestProcessorCompleter::shouldShowAnEmptyResult()
 {
     const SearchField search;
     search.type(QStringLiteral("z"));
@@ -88,7 +88,7 @@ void TestProcessorCompleter::shouldSayThatNothingIsFound()
     QVERIFY(nearest < 30);
 }
 
-void TestProcessorCompleter::shouldListWhatIsFound()
+void TestProcessorCompleter::shouldListTheMatchingProcessors()
 {
     const SearchField search;
     search.type(QStringLiteral("1"));
@@ -106,7 +106,8 @@ void TestProcessorCompleter::shouldPaintTheBackgroundBehindRows()
     const QImage image = search.popup()->grab().toImage();
     QCOMPARE(image.pixelColor(0, 0).alpha(), 0);
     QCOMPARE(image.pixelColor(3, search.place(0).y()), kPopupBackground);
-    QCOMPARE(image.pixelColor(88, 135), kPopupBackground); // where the hint would be
+    QCOMPARE(image.pixelColor(88, 135),
+             kPopupBackground); // position of the text for an empty result
     QVERIFY(!covered(image, QRect(QPoint(10, 8), QSize(150, 42))).isEmpty());
 }
 
@@ -155,7 +156,7 @@ void TestProcessorCompleter::shouldStayOnTheScreen()
     QFETCH(QRect, field);
     QFETCH(QRect, place);
     QCOMPARE(popupPlace(field, 270, QRect(0, 0, 800, 800)), place);
-    // Where neither side has room, the list covers the field.
+    // If neither side has room, the list covers the field.
     QCOMPARE(popupPlace(QRect(0, 200, 176, 24), 270, QRect(0, 0, 800, 400)),
              QRect(0, 130, 176, 270));
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
@@ -193,7 +194,7 @@ void TestProcessorCompleter::shouldClearTheSelection()
     QCOMPARE(search.popup()->verticalScrollBar()->value(), 0);
     QVERIFY(search.isOpen());
     QCOMPARE(search.told(), QString());
-    // There is no row to choose, or to be current.
+    // The row does not exist.
     search.completer->select(search.row(500), true);
     QCOMPARE(search.told(), QString());
     QVERIFY(!search.popup()->selectionModel()->hasSelection());
@@ -201,7 +202,7 @@ void TestProcessorCompleter::shouldClearTheSelection()
     QVERIFY(!search.popup()->currentIndex().isValid());
 }
 
-void TestProcessorCompleter::shouldForgetTheCurrentRowWhenClosed()
+void TestProcessorCompleter::shouldResetTheCurrentRowOnClosing()
 {
     const SearchField search;
     search.type(QStringLiteral("1"));
@@ -213,7 +214,7 @@ void TestProcessorCompleter::shouldForgetTheCurrentRowWhenClosed()
     QCOMPARE(search.told(), QStringLiteral("- -"));
 }
 
-void TestProcessorCompleter::shouldSpeakChineseAtOnce()
+void TestProcessorCompleter::shouldRetranslateAtOnce()
 {
     const SearchField search;
     search.type(QStringLiteral("z"));

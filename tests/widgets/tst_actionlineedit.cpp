@@ -45,8 +45,8 @@ private slots:
     void cleanupTestCase();
     void shouldShowAnActionInFrontOfTheText();
     void shouldClearByItsButton();
-    void shouldHaveNoClearButtonUnlessAsked();
-    void shouldSpeakTheUsersLanguage();
+    void shouldHaveNoClearButtonByDefault();
+    void shouldShowTheUsersLanguage();
     void shouldShowItsClearButtonInTheThemesColour();
 };
 
@@ -57,7 +57,7 @@ void TestActionLineEdit::initTestCase()
 
 void TestActionLineEdit::cleanupTestCase()
 {
-    // The fields' clear buttons were fading.
+    // The fading of the clear buttons has ended.
     QVERIFY(awaitAnimationFrame());
 }
 
@@ -86,7 +86,7 @@ void TestActionLineEdit::shouldClearByItsButton()
     QCOMPARE(edits, (QList<QList<QVariant>>{{QString()}}));
 }
 
-void TestActionLineEdit::shouldHaveNoClearButtonUnlessAsked()
+void TestActionLineEdit::shouldHaveNoClearButtonByDefault()
 {
     Form form;
     form.field.setClearButtonEnabled(false);
@@ -95,7 +95,7 @@ void TestActionLineEdit::shouldHaveNoClearButtonUnlessAsked()
     QVERIFY(!form.buttonAt(162));
 }
 
-void TestActionLineEdit::shouldSpeakTheUsersLanguage()
+void TestActionLineEdit::shouldShowTheUsersLanguage()
 {
     Form form;
     form.field.setText(QStringLiteral("12"));
@@ -121,7 +121,7 @@ void TestActionLineEdit::shouldShowItsClearButtonInTheThemesColour()
         return bright;
     };
     QVERIFY(form.buttonAt(162));
-    // It fades in.
+    // The clear button fades in.
     QTRY_VERIFY(brightest() > 150);
 }
 

@@ -47,7 +47,7 @@ struct Form
     CComboBox box{&window};
 };
 
-/// The middle of what is drawn as brightly as a text.
+/// Returns the horizontal centre of the pixels that are as bright as text.
 int inkCenter(QWidget& widget, const QRect& area)
 {
     const QImage image = widget.grab(area).toImage();
@@ -75,7 +75,7 @@ private slots:
     void shouldAlignItsText();
     void shouldAlignTheList();
     void shouldAlignAnEditor();
-    void shouldTurnByWheelOnlyWhenFocused();
+    void shouldReactToTheWheelOnlyWithTheFocus();
     void shouldShowElidedTextsWhole();
 };
 
@@ -124,7 +124,7 @@ void TestComboBox::shouldAlignAnEditor()
     QVERIFY(form.box.lineEdit()->alignment() & Qt::AlignRight);
 }
 
-void TestComboBox::shouldTurnByWheelOnlyWhenFocused()
+void TestComboBox::shouldReactToTheWheelOnlyWithTheFocus()
 {
     Form form;
     QVERIFY(form.isActive());

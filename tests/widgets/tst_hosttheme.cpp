@@ -29,13 +29,13 @@ class HostThemeTest : public QObject
 
 private slots:
     void initTestCase();
-    void shouldNameOnlyColoursAndIconsThatExist();
+    void shouldUseOnlyExistingColoursAndIcons();
     void shouldWriteInTwelvePixels();
     void shouldKeepFieldsOf24Pixels();
     void shouldKeepToolsOf20Pixels();
     void shouldKeepTheWidthOfButtons();
     void shouldShowTheFocus();
-    void shouldTellButtonsApart();
+    void shouldDistinguishButtons();
     void shouldPaintWithItsColours();
 };
 
@@ -45,7 +45,7 @@ void HostThemeTest::initTestCase()
     ApplyHostTheme(*qApp);
 }
 
-void HostThemeTest::shouldNameOnlyColoursAndIconsThatExist()
+void HostThemeTest::shouldUseOnlyExistingColoursAndIcons()
 {
     const QString sheet = qApp->styleSheet();
     QVERIFY(!sheet.isEmpty());
@@ -102,7 +102,7 @@ void HostThemeTest::shouldKeepToolsOf20Pixels()
     QPixmap solid(20, 20);
     solid.fill(Qt::red);
     tool.setIcon(solid);
-    // The icon takes the whole button, no indicator over it.
+    // The icon fills the button, and no menu indicator covers it.
     const QImage image = shown(tool).copy(0, 0, 20, 20);
     for (const QPoint at : {QPoint(0, 0), QPoint(19, 0), QPoint(0, 19), QPoint(19, 19)})
         QCOMPARE(image.pixelColor(at), QColor(Qt::red));
@@ -144,7 +144,7 @@ void HostThemeTest::shouldShowTheFocus()
     }
 }
 
-void HostThemeTest::shouldTellButtonsApart()
+void HostThemeTest::shouldDistinguishButtons()
 {
     QWidget window;
     QPushButton plain(&window);

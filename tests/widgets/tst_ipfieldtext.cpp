@@ -7,14 +7,14 @@ class TestIPFieldText final : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldKnowEveryOctet();
-    void shouldDropLeadingZeros();
+    void shouldAcceptEveryOctet();
+    void shouldRemoveLeadingZeros();
     void shouldReadAddresses_data();
     void shouldReadAddresses();
     void shouldReadEveryAddressOfABytePattern();
 };
 
-void TestIPFieldText::shouldKnowEveryOctet()
+void TestIPFieldText::shouldAcceptEveryOctet()
 {
     for (int number = 0; number <= 99999; ++number) {
         const QString text = QString::number(number);
@@ -22,7 +22,7 @@ void TestIPFieldText::shouldKnowEveryOctet()
         const QString padded = text.rightJustified(3, QLatin1Char('0'));
         QCOMPARE(IPOctets::isOctet(padded), number <= 255);
     }
-    // Of all characters only ten are an octet by themselves.
+    // Only ten characters are an octet on their own.
     int known = 0;
     for (int code = 0; code <= 0xFFFF; ++code)
         known += IPOctets::isOctet(QChar(code)) ? 1 : 0;
@@ -33,7 +33,7 @@ void TestIPFieldText::shouldKnowEveryOctet()
         QVERIFY2(!IPOctets::isOctet(text), qPrintable(text));
 }
 
-void TestIPFieldText::shouldDropLeadingZeros()
+void TestIPFieldText::shouldRemoveLeadingZeros()
 {
     QCOMPARE(IPOctets::normalizedOctet(QString()), QString());
     for (int number = 0; number <= 255; ++number) {

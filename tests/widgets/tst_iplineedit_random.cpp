@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kSteps = 150000;
 
-/// Does the same to a field, by events, and to the slow one.
+/// Applies the same operations to a field, by events, and to the reference implementation.
 class Pair final
 {
 public:
@@ -30,7 +30,7 @@ public:
     CIPLineEdit& field() { return m_field; }
     const SlowAddressField& slow() const { return m_slow; }
 
-    /// One random operation; its name.
+    /// Runs a random operation and returns its name.
     QString step()
     {
         switch (below(12)) {
@@ -210,10 +210,10 @@ class TestIPLineEditRandom final : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldAgreeWithASlowField();
+    void shouldMatchTheReferenceField();
 };
 
-void TestIPLineEditRandom::shouldAgreeWithASlowField()
+void TestIPLineEditRandom::shouldMatchTheReferenceField()
 {
     const WarningTrap trap;
     const quint32 seed = firstSeed();

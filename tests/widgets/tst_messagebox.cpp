@@ -128,7 +128,7 @@ void MessageBoxTest::shouldShowPlainText()
     driver.then(grab(plain)).then(grab(bold));
     CMessageBox::information(nullptr, QStringLiteral("a word"), kCaption);
     CMessageBox::information(nullptr, QStringLiteral("<b>a</b> word"), kCaption);
-    // The tags take room: more is drawn to the right than without them.
+    // Tags are shown as plain text, so more is painted to the right than without them.
     const auto rightmost = [](const QImage& image) {
         const QRgb below = image.pixel(image.width() - 1, image.height() - 1);
         for (int x = image.width() - 1; x >= 0; --x) {
