@@ -22,6 +22,8 @@ private slots:
     void shouldWrapAtTheEnds();
     void shouldLeaveKeysToTheList_data();
     void shouldLeaveKeysToTheList();
+    void shouldEnterTheListAtItsEnds_data();
+    void shouldEnterTheListAtItsEnds();
     void shouldForwardHomeAndEnd();
     void shouldForwardTypingWhileOpen();
     void shouldForwardTheReleaseOfBack();
@@ -166,6 +168,33 @@ void TestCompleterKeys::shouldLeaveKeysToTheList()
     QCOMPARE(search.told(), chosen);
     QVERIFY(!search.isOpen());
     QVERIFY(!search.field->keys.contains(QStringLiteral("press %1").arg(key)));
+}
+
+void TestCompleterKeys::shouldEnterTheListAtItsEnds_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<QString>("chosen");
+    QTest::newRow("PageDown") << int(Qt::Key_PageDown) << 0 << "Stage 1";
+    QTest::newRow("PageUp") << int(Qt::Key_PageUp) << 0 << "Foyer";
+    QTest::newRow("Ctrl+Home") << int(Qt::Key_Home) << int(Qt::ControlModifier) << "Stage 1";
+    QTest::newRow("Ctrl+End") << int(Qt::Key_End) << int(Qt::ControlModifier) << "Foyer";
+}
+
+void TestCompleterKeys::shouldEnterTheListAtItsEnds()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(QString, chosen);
+    const SearchField search;
+    search.type(QStringLiteral("1"));
+    search.press(key, Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(search.told(), chosen);
+
+    search.field->setFocus();
+    search.type(QStringLiteral("z"));
+    search.press(key, Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(search.told(), QString());
 }
 
 void TestCompleterKeys::shouldForwardHomeAndEnd()
