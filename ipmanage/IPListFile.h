@@ -8,8 +8,13 @@ class QStringList;
 /// the text encoding of the user's locale and the line ends of the platform.
 namespace IPListFile {
 
-/// Writes `entries`, the host's entry texts, to `device`, which is open for text. False when not
-/// all of it got through, or a name has characters that the encoding lacks and that are replaced.
-bool write(QIODevice& device, const QStringList& entries);
+enum class Result {
+    Written,
+    Replaced, ///< Written, but characters that the encoding lacks were replaced.
+    Failed    ///< Not or only partly written.
+};
+
+/// Writes `entries`, the host's entry texts, to `device`, which must be open as text.
+Result write(QIODevice& device, const QStringList& entries);
 
 } // namespace IPListFile

@@ -316,10 +316,18 @@ void CIPManageDialog::exportFile()
     if (path.isEmpty() || !HostIPList::isThere()
         || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
         return;
-    if (!IPListFile::write(file, HostIPList::entries())) {
-        tellUser(this, tr("Export failed, the file could not be written completely."));
-        return;
-    }
+    const IPListFile::Result result = IPListFile::write(file, HostIPList::entries());
     file.close();
-    HostIPList::showTip(tr("Export successfully."));
+    switch (result) {
+    case IPListFile::Result::Written:
+        HostIPList::showTip(tr("Export successfully."));
+        break;
+    case IPListFile::Result::Replaced:
+        HostIPList::showTip(
+            tr("Export successfully. Characters that the file's encoding lacks were replaced."));
+        break;
+    case IPListFile::Result::Failed:
+        tellUser(this, tr("Export failed, the file could not be written completely."));
+        break;
+    }
 }

@@ -281,6 +281,10 @@
         <source>Export successfully.</source>
         <translation>导出成功。</translation>
     </message>
+    <message>
+        <source>Export successfully. Characters that the file&apos;s encoding lacks were replaced.</source>
+        <translation>导出成功。文件编码不支持的字符已被替换。</translation>
+    </message>
 </context>
 <context>
     <name>CModifyIPDialog</name>

@@ -71,7 +71,8 @@ private slots:
     void shouldIgnoreAnExportToAnUnwritableFile();
     void shouldIgnoreACancelledExport();
     void shouldProposeTheDesktop();
-    void shouldNoticeANameThatTheEncodingLacks();
+    void shouldReportReplacedCharacters_data();
+    void shouldReportReplacedCharacters();
     void shouldReportAnEmptyName();
     void shouldImport_data();
     void shouldImport();
@@ -101,7 +102,7 @@ void IPFilesTest::shouldWriteALinePerEntry()
     QFETCH(QByteArray, text);
     QBuffer buffer;
     QVERIFY(buffer.open(QIODevice::WriteOnly | QIODevice::Text));
-    QVERIFY(IPListFile::write(buffer, entries));
+    QCOMPARE(IPListFile::write(buffer, entries), IPListFile::Result::Written);
 #ifdef Q_OS_WIN
     text.replace("\n", "\r\n");
 #endif
@@ -126,7 +127,8 @@ void IPFilesTest::shouldReportAFullDevice()
         entries.append(QStringLiteral("10.0.0.9(x)"));
     SmallDevice device(room);
     QVERIFY(device.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-    QCOMPARE(IPListFile::write(device, entries), fits);
+    const IPListFile::Result result = IPListFile::write(device, entries);
+    QCOMPARE(result, fits ? IPListFile::Result::Written : IPListFile::Result::Failed);
 }
 
 void IPFilesTest::shouldExport()
@@ -250,17 +252,41 @@ void IPFilesTest::shouldProposeTheDesktop()
                      QStringLiteral("IP Address File(*.txt)"), QStringLiteral("AllFile(*.*)")}));
 }
 
-void IPFilesTest::shouldNoticeANameThatTheEncodingLacks()
+void IPFilesTest::shouldReportReplacedCharacters_data()
 {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("tip");
+    QTest::newRow("none") << QStringLiteral("Café") << QByteArray("10.0.0.1,Caf\xe9\n")
+                          << QStringLiteral("Export successfully.");
+    QTest::newRow("some") << QStringLiteral("大厅") << QByteArray("10.0.0.1,??\n")
+                          << QStringLiteral("Export successfully. Characters that the file's "
+                                            "encoding lacks were replaced.");
+}
+
+void IPFilesTest::shouldReportReplacedCharacters()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, text);
+    QFETCH(QString, tip);
+    DialogTest test;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("list.txt"));
+    test.host().ipList = QStringList(QStringLiteral("10.0.0.1(%1)").arg(name));
+    CIPManageDialog dialog(&test.window);
+    press(test, "Export").then([&](QWidget& file) { chooseFile(file, path); });
+    QByteArray onTip;
+    test.host().inside = [&](const QString& call) {
+        if (call == QLatin1String("ShowTipMessage"))
+            onTip = contents(path);
+    };
     QTextCodec* const usual = QTextCodec::codecForLocale();
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
-    QBuffer buffer;
-    QVERIFY(buffer.open(QIODevice::WriteOnly | QIODevice::Text));
-    const bool fits = IPListFile::write(buffer, {QStringLiteral("10.0.0.1(Café)")});
-    const bool lacks = IPListFile::write(buffer, {QStringLiteral("10.0.0.1(大厅)")});
+    const int result = dialog.exec();
     QTextCodec::setCodecForLocale(usual);
-    QVERIFY(fits);
-    QVERIFY(!lacks);
+    QCOMPARE(result, 0);
+    QCOMPARE(onTip, text);
+    QCOMPARE(test.asked().last(), QStringLiteral("ShowTipMessage(%1)").arg(tip));
 }
 
 void IPFilesTest::shouldReportAnEmptyName()
