@@ -40,6 +40,7 @@ protected:
 private:
     void createButtons();
     void createAddMenu();
+    void connectList();
     void retranslate();
 
     void reload();

@@ -45,10 +45,10 @@ QToolBar QToolButton:pressed { background: @LINE@; }
 QToolBar QToolButton:focus { border-color: @ACCENT@; }
 QToolBar QToolButton:disabled { color: @HINT@; }
 
-QToolButton#IPManageToolButton { min-width: 20px; max-width: 20px; min-height: 20px;
-    max-height: 20px; margin: 0; padding: 0; border: none; border-radius: 4px; }
+QToolButton#IPManageToolButton { min-width: 22px; max-width: 22px; min-height: 22px;
+    max-height: 22px; margin: 0; padding: 0; border: 1px solid transparent; border-radius: 4px; }
 QToolButton#IPManageToolButton:hover { background: @FIELD@; }
-QToolButton#IPManageToolButton:focus { background: @ROW@; }
+QToolButton#IPManageToolButton:focus { border-color: @ACCENT@; }
 QToolButton#IPManageToolButton:pressed, QToolButton#IPManageToolButton:open { background: @LINE@; }
 QToolButton#IPManageToolButton::menu-indicator { image: none; width: 0; }
 
@@ -121,6 +121,7 @@ QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: @ACCENT@;
 QTreeView, QTableView { background: @WINDOW@; border: 1px solid @LINE@; border-radius: 4px;
     alternate-background-color: @ALTERNATE@; outline: none; gridline-color: @LINE@; }
 QTreeView:focus, QTableView:focus { border-color: @ACCENT@; }
+QTableView#IPManage { margin: 0 1px 1px 1px; }
 QTreeView::item { min-height: 24px; }
 QTreeView::item:hover, QTreeView::branch:hover { background: @POPUP@; }
 QTreeView::item:selected, QTreeView::branch:selected, QTableView::item:selected {
