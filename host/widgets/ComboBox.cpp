@@ -1,6 +1,7 @@
 #include "host/widgets/ComboBox.h"
 
 #include "host/widgets/ComboListDelegate.h"
+#include "host/widgets/HostTheme.h"
 #include "host/widgets/ToolTip.h"
 
 #include <QAbstractItemView>
@@ -57,7 +58,8 @@ void CComboBox::paintEvent(QPaintEvent*)
     QStyleOptionComboBox option;
     initStyleOption(&option);
     if (currentIndex() < 0 && !placeholderText().isEmpty()) {
-        painter.setPen(palette().color(QPalette::PlaceholderText));
+        // The style sheet's colour of the text overwrites the palette's colour of placeholders.
+        painter.setPen(hostColors().hintText);
         option.currentText = placeholderText();
     }
     painter.drawComplexControl(QStyle::CC_ComboBox, option);

@@ -90,7 +90,7 @@ void DialogTitleBar::paintEvent(QPaintEvent*)
         place.setLeft(place.left() + kGap);
     }
     if (place.width() > kGap)
-        draw(m_subtitle, hostColors().weakText);
+        draw(m_subtitle, hostColors().hintText);
 }
 
 void DialogTitleBar::mousePressEvent(QMouseEvent* event)

@@ -12,11 +12,13 @@ struct HostColors
     QColor window{30, 30, 33};
     QColor popup{41, 41, 45}; ///< Menus and dialogs.
     QColor field{52, 52, 57};
-    QColor line{62, 62, 68};
+    QColor line{62, 62, 68};     ///< Decoration: separators, outlines of popups and buttons.
+    QColor frame{126, 126, 138}; ///< Outlines of fields, check boxes and scroll bar handles.
     QColor strongText{240, 240, 246};
     QColor text{200, 200, 205};
     QColor weakText{136, 136, 146};
-    QColor hintText{115, 115, 128};
+    QColor hintText{160, 160, 170}; ///< Hints and placeholders.
+    QColor disabledText{115, 115, 128};
     QColor accent{76, 141, 255}; ///< Focus, selection, default buttons.
 };
 

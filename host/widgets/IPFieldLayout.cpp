@@ -66,11 +66,11 @@ int IPFieldLayout::placeAt(qreal x) const
     return nearest;
 }
 
-void IPFieldLayout::paintSelection(QPainter& painter, const QColor& color) const
+QRectF IPFieldLayout::selectionRect() const
 {
     const qreal start = x(m_editor.selectionStart());
     const qreal end = x(m_editor.selectionEnd());
-    painter.fillRect(QRectF(start, top(), end - start, lineHeight()), color);
+    return {start, top(), end - start, lineHeight()};
 }
 
 void IPFieldLayout::paintText(QPainter& painter) const

@@ -7,7 +7,6 @@
 #include <QRectF>
 
 class IPEditor;
-class QColor;
 class QPainter;
 class QSize;
 
@@ -31,7 +30,7 @@ public:
     qreal x(int place) const;
     int placeAt(qreal x) const;
 
-    void paintSelection(QPainter& painter, const QColor& color) const;
+    QRectF selectionRect() const;
     void paintText(QPainter& painter) const;
 
 private:

@@ -298,19 +298,23 @@ void CIPLineEdit::paintEvent(QPaintEvent*)
     const HostColors& colors = hostColors();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(hasFocus() ? colors.accent : colors.line);
+    const QColor& frame = isEnabled() ? colors.frame : colors.line;
+    painter.setPen(hasFocus() ? colors.accent : frame);
     painter.setBrush(colors.field);
     constexpr qreal halfLine = 0.5;
     painter.drawRoundedRect(QRectF(rect()).adjusted(halfLine, halfLine, -halfLine, -halfLine),
                             kCornerRadius - halfLine, kCornerRadius - halfLine);
 
     const IPFieldLayout layout(*m_editor, rect(), font());
-    if (m_editor->hasSelection())
-        layout.paintSelection(painter, palette().color(QPalette::Highlight));
     painter.setFont(font());
-    painter.setPen(
-        palette().color(m_editor->hasSelection() ? QPalette::HighlightedText : QPalette::Text));
+    painter.setPen(palette().color(QPalette::Text));
     layout.paintText(painter);
+    if (m_editor->hasSelection()) {
+        painter.setClipRect(layout.selectionRect());
+        painter.fillRect(rect(), colors.accent);
+        painter.setPen(colors.window);
+        layout.paintText(painter);
+    }
     if (m_cursorShown && !m_editor->hasSelection())
         painter.fillRect(cursorRect(m_editor->cursor()), colors.strongText);
 }
