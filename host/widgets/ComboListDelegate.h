@@ -15,6 +15,11 @@ public:
     {
     }
 
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return WholeTextDelegate::sizeHint(option, index).expandedTo({0, kRowHeight});
+    }
+
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
@@ -24,5 +29,7 @@ protected:
     }
 
 private:
+    static constexpr int kRowHeight = 24;
+
     CComboBox* m_box; // owner
 };

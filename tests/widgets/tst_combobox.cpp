@@ -74,6 +74,7 @@ private slots:
     void initTestCase();
     void shouldAlignItsText();
     void shouldAlignTheList();
+    void shouldHaveRowsOf24Pixels();
     void shouldAlignAnEditor();
     void shouldReactToTheWheelOnlyWithTheFocus();
     void shouldShowElidedTextsWhole();
@@ -111,6 +112,16 @@ void TestComboBox::shouldAlignTheList()
     const QRect inside = second.adjusted(4, 4, -4, -4);
     const int center = inkCenter(*list.viewport(), inside) + inside.left();
     QVERIFY2(qAbs(center - second.center().x()) <= 2, qPrintable(QString::number(center)));
+    form.box.hidePopup();
+}
+
+void TestComboBox::shouldHaveRowsOf24Pixels()
+{
+    Form form;
+    form.box.showPopup();
+    const QAbstractItemView& list = *form.box.view();
+    for (int row = 0; row < form.box.count(); ++row)
+        QCOMPARE(list.visualRect(list.model()->index(row, 0)).height(), 24);
     form.box.hidePopup();
 }
 
