@@ -23,27 +23,28 @@ struct ButtonText
 {
     QDialogButtonBox::StandardButton button;
     const char* text;
+    char letter; ///< Presses the button together with Alt, in every language.
 };
 
 constexpr ButtonText kButtonTexts[] = {
-    {QDialogButtonBox::Ok, QT_TRANSLATE_NOOP("CDialog", "OK")},
-    {QDialogButtonBox::Cancel, QT_TRANSLATE_NOOP("CDialog", "Cancel")},
-    {QDialogButtonBox::Yes, QT_TRANSLATE_NOOP("CDialog", "Yes")},
-    {QDialogButtonBox::No, QT_TRANSLATE_NOOP("CDialog", "No")},
-    {QDialogButtonBox::YesToAll, QT_TRANSLATE_NOOP("CDialog", "Yes to all")},
-    {QDialogButtonBox::NoToAll, QT_TRANSLATE_NOOP("CDialog", "No to all")},
-    {QDialogButtonBox::Close, QT_TRANSLATE_NOOP("CDialog", "Close")},
-    {QDialogButtonBox::Open, QT_TRANSLATE_NOOP("CDialog", "Open")},
-    {QDialogButtonBox::Save, QT_TRANSLATE_NOOP("CDialog", "Save")},
-    {QDialogButtonBox::SaveAll, QT_TRANSLATE_NOOP("CDialog", "Save all")},
-    {QDialogButtonBox::Discard, QT_TRANSLATE_NOOP("CDialog", "Discard")},
-    {QDialogButtonBox::Apply, QT_TRANSLATE_NOOP("CDialog", "Apply")},
-    {QDialogButtonBox::Reset, QT_TRANSLATE_NOOP("CDialog", "Reset")},
-    {QDialogButtonBox::RestoreDefaults, QT_TRANSLATE_NOOP("CDialog", "Restore defaults")},
-    {QDialogButtonBox::Abort, QT_TRANSLATE_NOOP("CDialog", "Abort")},
-    {QDialogButtonBox::Retry, QT_TRANSLATE_NOOP("CDialog", "Retry")},
-    {QDialogButtonBox::Ignore, QT_TRANSLATE_NOOP("CDialog", "Ignore")},
-    {QDialogButtonBox::Help, QT_TRANSLATE_NOOP("CDialog", "Help")},
+    {QDialogButtonBox::Ok, QT_TRANSLATE_NOOP("CDialog", "OK"), 'O'},
+    {QDialogButtonBox::Cancel, QT_TRANSLATE_NOOP("CDialog", "Cancel"), 'C'},
+    {QDialogButtonBox::Yes, QT_TRANSLATE_NOOP("CDialog", "Yes"), 'Y'},
+    {QDialogButtonBox::No, QT_TRANSLATE_NOOP("CDialog", "No"), 'N'},
+    {QDialogButtonBox::YesToAll, QT_TRANSLATE_NOOP("CDialog", "Yes to all"), 'A'},
+    {QDialogButtonBox::NoToAll, QT_TRANSLATE_NOOP("CDialog", "No to all"), 'L'},
+    {QDialogButtonBox::Close, QT_TRANSLATE_NOOP("CDialog", "Close"), 'C'},
+    {QDialogButtonBox::Open, QT_TRANSLATE_NOOP("CDialog", "Open"), 'O'},
+    {QDialogButtonBox::Save, QT_TRANSLATE_NOOP("CDialog", "Save"), 'S'},
+    {QDialogButtonBox::SaveAll, QT_TRANSLATE_NOOP("CDialog", "Save all"), 'A'},
+    {QDialogButtonBox::Discard, QT_TRANSLATE_NOOP("CDialog", "Discard"), 'D'},
+    {QDialogButtonBox::Apply, QT_TRANSLATE_NOOP("CDialog", "Apply"), 'A'},
+    {QDialogButtonBox::Reset, QT_TRANSLATE_NOOP("CDialog", "Reset"), 'R'},
+    {QDialogButtonBox::RestoreDefaults, QT_TRANSLATE_NOOP("CDialog", "Restore defaults"), 'F'},
+    {QDialogButtonBox::Abort, QT_TRANSLATE_NOOP("CDialog", "Abort"), 'B'},
+    {QDialogButtonBox::Retry, QT_TRANSLATE_NOOP("CDialog", "Retry"), 'R'},
+    {QDialogButtonBox::Ignore, QT_TRANSLATE_NOOP("CDialog", "Ignore"), 'I'},
+    {QDialogButtonBox::Help, QT_TRANSLATE_NOOP("CDialog", "Help"), 'H'},
 };
 
 QDialogButtonBox* createButtonBox(QWidget* dialog)
@@ -345,8 +346,11 @@ void CDialog::focusFirst()
 
 void CDialog::retranslateButtons()
 {
-    for (const auto& [button, text] : kButtonTexts) {
-        if (QPushButton* found = m_buttonBox->button(button))
+    for (const auto& [button, text, letter] : kButtonTexts) {
+        if (QPushButton* found = m_buttonBox->button(button)) {
             found->setText(tr(text));
+            // After the text, which resets the shortcut.
+            found->setShortcut(QLatin1String("Alt+") + QLatin1Char(letter));
+        }
     }
 }

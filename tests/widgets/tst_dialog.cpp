@@ -169,6 +169,7 @@ private slots:
     void shouldStayOpenWhenRejectingIsRefused();
     void shouldTabThroughTheBodyThenTheButtons();
     void shouldReplaceItsButtons();
+    void shouldPressButtonsByAltKeys();
     void shouldFollowTheLanguage();
     void shouldMoveWithItsTitleBar();
     void shouldMaximizeOnlyWithItsButton();
@@ -320,6 +321,18 @@ void DialogTest::shouldReplaceItsButtons()
     dialog.SetDialogBtnRole(QDialogButtonBox::NoButton, QDialogButtonBox::NoButton);
     showActive(dialog);
     QVERIFY(!dialog.findChild<QDialogButtonBox*>()->isVisible());
+}
+
+void DialogTest::shouldPressButtonsByAltKeys()
+{
+    EntryDialog dialog;
+    showActive(dialog);
+    QTest::keyClick(dialog.name, Qt::Key_C, Qt::AltModifier);
+    QTRY_COMPARE(dialog.calls.last(), QStringLiteral("reject"));
+    dialog.SetDialogBtnRole(QDialogButtonBox::Yes | QDialogButtonBox::No, QDialogButtonBox::No);
+    showActive(dialog);
+    QTest::keyClick(dialog.name, Qt::Key_Y, Qt::AltModifier);
+    QTRY_COMPARE(dialog.calls.last(), QStringLiteral("accept"));
 }
 
 void DialogTest::shouldFollowTheLanguage()
