@@ -39,6 +39,7 @@ public:
 protected:
     void InitWidgets() override;
     void InitLayout(QBoxLayout* body) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     enum class Kind { Information, Question };

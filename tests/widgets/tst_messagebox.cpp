@@ -4,6 +4,7 @@
 #include "tests/support/WarningTrap.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QScreen>
@@ -36,6 +37,7 @@ private slots:
     void shouldShowPlainText();
     void shouldWrapWithinItsWidth();
     void shouldScrollALongText();
+    void shouldBeAnAlert();
 };
 
 void MessageBoxTest::shouldAnswerByKeyboard_data()
@@ -187,6 +189,19 @@ void MessageBoxTest::shouldScrollALongText()
     });
     const QString text = QStringLiteral("A line of many.\n").repeated(300);
     QCOMPARE(CMessageBox::information(nullptr, text, kCaption), static_cast<int>(CMessageBox::Ok));
+}
+
+void MessageBoxTest::shouldBeAnAlert()
+{
+    DialogDriver driver;
+    driver.then([](QWidget& box) {
+        QAccessibleInterface* alert = QAccessible::queryAccessibleInterface(&box);
+        QCOMPARE(alert->role(), QAccessible::AlertMessage);
+        QCOMPARE(alert->text(QAccessible::Name), kCaption);
+        QCOMPARE(alert->text(QAccessible::Description), QStringLiteral("Done."));
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    CMessageBox::information(nullptr, QStringLiteral("Done."), kCaption);
 }
 
 QTEST_MAIN(MessageBoxTest)
