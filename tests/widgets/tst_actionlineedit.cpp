@@ -3,6 +3,7 @@
 #include "tests/support/AnimationFrame.h"
 #include "tests/support/WarningTrap.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QSignalSpy>
@@ -33,6 +34,12 @@ struct Form
     CActionLineEdit field{&window};
     QAction* search = nullptr;
 };
+
+/// Returns the name that assistive technology reads.
+QString nameOf(QWidget* widget)
+{
+    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+}
 
 } // namespace
 
@@ -100,10 +107,13 @@ void TestActionLineEdit::shouldShowTheUsersLanguage()
     Form form;
     form.field.setText(QStringLiteral("12"));
     QCOMPARE(form.buttonAt(162)->toolTip(), QStringLiteral("Clear"));
+    QCOMPARE(nameOf(form.buttonAt(162)), QStringLiteral("Clear"));
     QTranslator chinese;
     QVERIFY(chinese.load(QStringLiteral(":/HostWidgets/translations/HostWidgets_zh_CN.qm")));
     QVERIFY(QCoreApplication::installTranslator(&chinese));
     QTRY_COMPARE(form.buttonAt(162)->toolTip(), QStringLiteral("清除"));
+    QCOMPARE(nameOf(form.buttonAt(162)), QStringLiteral("清除"));
+    QCOMPARE(nameOf(form.buttonAt(14)), QStringLiteral("Find"));
 }
 
 void TestActionLineEdit::shouldShowItsClearButtonInTheThemesColour()
