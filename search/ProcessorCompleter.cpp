@@ -23,7 +23,6 @@ namespace {
 constexpr int kPopupHeight = 270;
 constexpr int kCornerRadius = CResultList::kCornerRadius;
 constexpr int kTextPixels = 12;
-constexpr QRgb kBackground = qRgb(41, 41, 45);
 constexpr QRgb kHint = qRgb(115, 115, 128);
 
 bool isCancel(const QKeyEvent& event)
@@ -456,10 +455,7 @@ void CProcessorCompleter::onClose()
 void CProcessorCompleter::paintBackground() const
 {
     QPainter painter(m_popup.get());
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(kBackground));
-    painter.drawRoundedRect(m_popup->rect(), kCornerRadius, kCornerRadius);
+    CResultList::paintBackground(painter, m_popup->rect());
     if (m_list->rowCount() > 0)
         return;
     QFont font = m_popup->font();

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QBitmap>
 #include <QListView>
+#include <QPainter>
 
 /// The list of search results. Its viewport leaves the rounded corners free.
 class CResultList final : public QListView
@@ -10,9 +12,29 @@ class CResultList final : public QListView
 public:
     static constexpr int kCornerRadius = 8;
 
+    static void paintBackground(QPainter& painter, const QRect& rect)
+    {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(41, 41, 45));
+        painter.drawRoundedRect(rect, kCornerRadius, kCornerRadius);
+    }
+
     CResultList() { setViewportMargins(0, kCornerRadius, 0, kCornerRadius); }
 
 protected:
+    /// Without a compositor, the corners of a translucent window are black unless it is masked.
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QListView::resizeEvent(event);
+        QPixmap shape(size());
+        shape.fill(Qt::transparent);
+        QPainter painter(&shape);
+        paintBackground(painter, rect());
+        painter.end();
+        setMask(shape.mask());
+    }
+
     /// Without a current row, QListView moves to the first row for every key.
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override
     {

@@ -21,6 +21,7 @@ private slots:
     void shouldShowAnEmptyResult();
     void shouldListTheMatchingProcessors();
     void shouldPaintTheBackgroundBehindRows();
+    void shouldMaskItsCorners();
     void shouldCloseWhenTheFieldIsCleared();
 
     void shouldFollowTheField();
@@ -109,6 +110,23 @@ void TestProcessorCompleter::shouldPaintTheBackgroundBehindRows()
     QCOMPARE(image.pixelColor(88, 135),
              kPopupBackground); // position of the text for an empty result
     QVERIFY(!covered(image, QRect(QPoint(10, 8), QSize(150, 42))).isEmpty());
+}
+
+void TestProcessorCompleter::shouldMaskItsCorners()
+{
+    const SearchField search;
+    search.type(QStringLiteral("1"));
+    const QRegion mask = search.popup()->mask();
+    const QImage image = search.popup()->grab().toImage();
+    QCOMPARE(mask.boundingRect(), search.popup()->rect());
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const bool isInside = mask.contains(QPoint(x, y));
+            const int alpha = image.pixelColor(x, y).alpha();
+            QVERIFY2(isInside ? alpha > 0 : alpha == 0,
+                     qPrintable(QStringLiteral("%1,%2: %3").arg(x).arg(y).arg(alpha)));
+        }
+    }
 }
 
 void TestProcessorCompleter::shouldCloseWhenTheFieldIsCleared()
