@@ -3,7 +3,7 @@
 #include "Interface/ProcessorNode.h"
 #include "host/widgets/SvgIcons.h"
 #include "host/widgets/ToolTip.h"
-#include "ipmanage/IPText.h"
+#include "search/ProcessorTexts.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -49,17 +49,6 @@ const QString& iconOf(const ProcessorNode& record)
 ProcessorNode recordOf(const QModelIndex& index)
 {
     return index.data(NodeDataRole).value<ProcessorNode>();
-}
-
-QString detailOf(const ProcessorNode& record)
-{
-    if (!record.reachedByIp) {
-        return QStringLiteral("%1: %2").arg(CCompleterProcessorDelegate::tr("Number"),
-                                            QString::number(qint64(record.number) + 1));
-    }
-    return QStringLiteral("IP:%1").arg(record.ipAddress == kNoProcessorAddress
-                                           ? CCompleterProcessorDelegate::tr("Invalid")
-                                           : addressText(record.ipAddress));
 }
 
 QFont textFont(const QStyleOptionViewItem& option)
@@ -127,7 +116,7 @@ void CCompleterProcessorDelegate::paint(QPainter* painter, const QStyleOptionVie
     painter->drawText(nameRect(row), Qt::AlignLeft | Qt::AlignBottom | Qt::TextSingleLine,
                       fitted(metrics, record.name, nameRect(row)));
     painter->setPen(QColor(isStrong ? kNormal : kWeak));
-    const QString detail = detailOf(record);
+    const QString detail = processorDetail(record);
     const QRect room = detailRect(row, metrics.horizontalAdvance(detail) + 1);
     painter->drawText(room, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
                       fitted(metrics, detail, room));

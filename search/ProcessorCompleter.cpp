@@ -207,6 +207,17 @@ void CProcessorCompleter::showPopup()
     m_popup->scrollToTop();
     placePopup();
     m_popup->show();
+    announceCount();
+}
+
+/// The field keeps the focus, so assistive technology reads a change of its description.
+void CProcessorCompleter::announceCount() const
+{
+    if (!m_field)
+        return;
+    const int found = m_list->rowCount();
+    m_field->setAccessibleDescription(found > 0 ? tr("Processors found: %1").arg(found)
+                                                : tr("No content found in the search."));
 }
 
 void CProcessorCompleter::placePopup()
@@ -224,8 +235,10 @@ void CProcessorCompleter::placePopup()
 void CProcessorCompleter::onRowsChanged()
 {
     onOrderChanged();
-    if (isOpen())
+    if (isOpen()) {
         placePopup();
+        announceCount();
+    }
 }
 
 /// The popup identifies rows by number, so the current row must be set to that of its processor.
@@ -242,6 +255,8 @@ void CProcessorCompleter::onOrderChanged()
 void CProcessorCompleter::retranslate()
 {
     m_popup->setAccessibleName(tr("Search results"));
+    if (isOpen())
+        announceCount();
     m_popup->update();
     m_popup->viewport()->update();
 }
@@ -281,6 +296,8 @@ void CProcessorCompleter::hidePopup()
     if (isOpen())
         CToolTip::HideText();
     m_popup->hide();
+    if (m_field)
+        m_field->setAccessibleDescription(QString());
     clearChoice();
     if (std::exchange(m_focusOutHeld, false) && m_field && !m_field->hasFocus()) {
         QFocusEvent focusOut(QEvent::FocusOut, Qt::OtherFocusReason);

@@ -26,6 +26,8 @@ class QWidget;
 ///
 /// A key that is passed on is delivered to the field's event() only. Event filters on the field and
 /// the field's parents do not receive it.
+///
+/// While the list is open, the accessible description of the field is the number of results.
 class CProcessorCompleter final : public QObject
 {
     Q_OBJECT
@@ -60,6 +62,7 @@ private:
     void connectPopup();
     void showPopup();
     void placePopup();
+    void announceCount() const;
     void onRowsChanged();
     void onOrderChanged();
     void retranslate();

@@ -5,6 +5,7 @@
 #include "processortree/RecordCell.h"
 #include "search/FoundProcessors.h"
 #include "search/ProcessorFilterProxyModel.h"
+#include "search/ProcessorTexts.h"
 
 #include <algorithm>
 
@@ -77,7 +78,13 @@ int CProcessorFilterModel::columnCount(const QModelIndex& parent) const
 
 QVariant CProcessorFilterModel::data(const QModelIndex& index, int role) const
 {
-    return sourceModel() ? readableIndex(index).data(role) : QVariant();
+    if (!sourceModel())
+        return {};
+    const QModelIndex row = readableIndex(index);
+    const QVariant value = row.data(role);
+    if (role == Qt::AccessibleDescriptionRole && row.isValid() && !value.isValid())
+        return processorDescription(row.data(NodeDataRole).value<ProcessorNode>());
+    return value;
 }
 
 Qt::ItemFlags CProcessorFilterModel::flags(const QModelIndex& index) const

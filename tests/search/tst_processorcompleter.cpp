@@ -3,6 +3,7 @@
 #include "tests/search/SearchField.h"
 #include "tests/support/Chinese.h"
 
+#include <QAccessible>
 #include <QScreen>
 
 namespace {
@@ -20,6 +21,9 @@ private slots:
     void shouldOpenBelowTheField();
     void shouldShowAnEmptyResult();
     void shouldListTheMatchingProcessors();
+    void shouldAnnounceTheNumberOfResults();
+    void shouldDescribeItsRows_data();
+    void shouldDescribeItsRows();
     void shouldPaintTheBackgroundBehindRows();
     void shouldMaskItsCorners();
     void shouldCloseWhenTheFieldIsCleared();
@@ -110,6 +114,65 @@ void TestProcessorCompleter::shouldPaintTheBackgroundBehindRows()
     QCOMPARE(image.pixelColor(88, 135),
              kPopupBackground); // position of the text for an empty result
     QVERIFY(!covered(image, QRect(QPoint(10, 8), QSize(150, 42))).isEmpty());
+}
+
+void TestProcessorCompleter::shouldAnnounceTheNumberOfResults()
+{
+    SearchField search;
+    const auto announced = [&] {
+        return QAccessible::queryAccessibleInterface(search.field)->text(QAccessible::Description);
+    };
+    QCOMPARE(announced(), QString());
+    search.type(QStringLiteral("1"));
+    QCOMPARE(announced(), QStringLiteral("Processors found: 5"));
+    search.type(QStringLiteral("2"));
+    QCOMPARE(announced(), QStringLiteral("Processors found: 1"));
+    search.panel.model().removeNode(testId(12));
+    QCOMPARE(announced(), QStringLiteral("No content found in the search."));
+    {
+        const Chinese chinese;
+        QTRY_COMPARE(announced(), QStringLiteral("未搜索到相关内容。"));
+    }
+    search.press(Qt::Key_Escape);
+    QCOMPARE(announced(), QString());
+}
+
+void TestProcessorCompleter::shouldDescribeItsRows_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("online");
+    QTest::addColumn<bool>("warns");
+    QTest::addColumn<bool>("byIp");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("number") << 0 << true << false << false << "Processor, Online, Number: 1";
+    QTest::newRow("address") << 0 << false << false << true << "Processor, Offline, IP:10.0.0.7";
+    QTest::newRow("backup") << 2 << true << false << false << "Backup processor, Online, Number: 1";
+    QTest::newRow("with backup") << 1 << false << true << false
+                                 << "Processor, Offline, Has a backup, Warning, Number: 1";
+}
+
+void TestProcessorCompleter::shouldDescribeItsRows()
+{
+    QFETCH(int, mode);
+    QFETCH(bool, online);
+    QFETCH(bool, warns);
+    QFETCH(bool, byIp);
+    QFETCH(QString, text);
+    SearchField search;
+    ProcessorNode record = testProcessor(1);
+    record.name = QStringLiteral("Hall");
+    record.redundancyMode = mode;
+    record.online = online;
+    record.hostFlag17 = warns;
+    record.reachedByIp = byIp;
+    record.ipAddress = 0x0A000007;
+    search.panel.host().setProject({}, {record});
+    search.model().reset();
+    search.type(QStringLiteral("Hall"));
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(search.popup());
+    QCOMPARE(list->childCount(), 1);
+    QCOMPARE(list->child(0)->text(QAccessible::Name), QStringLiteral("Hall"));
+    QCOMPARE(list->child(0)->text(QAccessible::Description), text);
 }
 
 void TestProcessorCompleter::shouldMaskItsCorners()
