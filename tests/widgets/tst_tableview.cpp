@@ -85,7 +85,7 @@ private slots:
     void initTestCase();
     void shouldAlternateThroughTheEmptyArea_data();
     void shouldAlternateThroughTheEmptyArea();
-    void shouldNotPaintTheEmptyAreaByDefault();
+    void shouldNotPaintTheEmptyAreaWhenOff();
     void shouldNumberRows();
     void shouldNotScrollColumns();
     void shouldElideAtTheEdgeOfTheTable();
@@ -125,7 +125,7 @@ void TestTableView::shouldAlternateThroughTheEmptyArea()
     QVERIFY(!form.table.showGrid());
 }
 
-void TestTableView::shouldNotPaintTheEmptyAreaByDefault()
+void TestTableView::shouldNotPaintTheEmptyAreaWhenOff()
 {
     Form form(1);
     const int second = form.table.verticalHeader()->defaultSectionSize() + 4;
