@@ -6,23 +6,25 @@
 
 class QWidget;
 
-/// What a host sees of a layer, whatever the layer shows. All operations: GUI thread.
+/// The part of a layer's interface that does not depend on what the layer shows. All operations:
+/// GUI thread.
 class IAbstractLayerInterface
 {
 public:
     virtual ~IAbstractLayerInterface() = default;
 
-    /// The layer's widget, owned by its Qt parent; null for a layer without one.
+    /// Returns the layer's widget, which its Qt parent owns; null for a layer without a widget.
     virtual QWidget* GetWidget() { return nullptr; }
 
-    /// The host's second call, made once m_controlHandler is set. Answers true.
+    /// Starts the layer. The host calls it after it has set m_controlHandler. Returns true.
     virtual bool Initialize() { return true; }
 
-    /// For a host that replaced its handler or its subject. Answers true.
+    /// Registers the layer again. The host calls it after it has replaced its handler or subject.
+    /// Returns true.
     virtual bool Reconnect() { return true; }
 
-    /// The host's control handler, assigned by the host on the GUI thread before Initialize() and
-    /// kept set. The layer only reads it, and copies it for each call, so that a handler replaced
-    /// in the middle of a call lives until the call ends. Call Reconnect() after replacing it.
+    /// The host's handler. The host assigns it on the GUI thread before Initialize() and never
+    /// resets it. The layer copies the pointer for each call, so that a handler that is replaced
+    /// during a call lives until the call ends. The host calls Reconnect() after replacing it.
     std::shared_ptr<IAbstractControlInterface> m_controlHandler;
 };

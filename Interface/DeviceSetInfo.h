@@ -12,7 +12,7 @@
 #ifdef Q_OS_WIN
 #include <guiddef.h>
 #else
-/// 128-bit identifier with the layout of the Windows type of the same name.
+/// A 128-bit identifier with the layout of the Windows type of the same name.
 struct GUID
 {
     quint32 Data1;
@@ -32,25 +32,25 @@ inline bool operator!=(const GUID& left, const GUID& right)
 }
 #endif
 
-/// True for the all-zero identifier, which stands for "none".
+/// Returns whether all bytes are zero, which stands for "none".
 inline bool IsNullGuid(const GUID& guid)
 {
     constexpr GUID none{};
     return std::memcmp(&guid, &none, sizeof(GUID)) == 0;
 }
 
-/// One device set. The panel reads nothing but `id`; it shows the text that the handler returns for
-/// the record and hands the whole record back. Copied bytewise, so it must stay trivially copyable.
+/// A device set. The panel reads only `id`. It shows the handler's text for the record and passes
+/// the whole record back. Trivially copyable, because it is copied bytewise.
 struct SDeviceSetInfo
 {
     GUID id;
-    quint32 hostAttribute2; ///< The host's own; carried unchanged.
-    quint32 hostAttribute3; ///< The host's own; carried unchanged.
+    quint32 hostAttribute2; ///< Host data, passed on unchanged.
+    quint32 hostAttribute3; ///< Host data, passed on unchanged.
 };
 static_assert(std::is_trivially_copyable_v<SDeviceSetInfo>);
 
-/// The host's project processor record, second value of the "processor changed" event's argument.
-/// The panel takes it and leaves it alone.
+/// A processor of the host's project, second value of the argument of the "processor changed"
+/// event. The panel does not use it.
 struct SPrjProcessor
 {
     QUuid id;

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-/// A processor on a LAN-USB link, as the LAN-USB warning lists it. All texts are UTF-8.
+/// A processor with a LAN-USB connection that the LAN-USB warning lists. All texts are UTF-8.
 struct LanUsbProcessorInfo
 {
     std::string ip;            ///< The processor's IP address as text.
@@ -17,59 +17,57 @@ struct LanUsbProcessorInfo
     std::string deviceName;    ///< The device that does not support LAN-USB.
 };
 
-/// The tree as it stands, records as the rows hold them.
+/// A copy of the tree with the records of its rows.
 struct ProcessorTreeSnapshot
 {
     QList<ProcessorGroupNode> groups; ///< In tree order, each with its processors in tree order.
-    QList<ProcessorNode> processors;  ///< Those directly under the root, in tree order.
+    QList<ProcessorNode> processors;  ///< The processors directly under the root, in tree order.
 };
 
-/// How a host drives the target selection area. All operations: GUI thread. The order of the
-/// operations is binary contract. The defaults do nothing.
+/// The interface through which a host controls the target selection area. The order of the
+/// operations is part of the binary contract. All operations: GUI thread. The defaults do nothing.
 class ITargetSelectAreaInterface : public IAbstractLayerInterface
 {
 public:
-    /// Starts a detection of all devices; returns the handler's status code unchanged, 0 for
-    /// success.
+    /// Starts a detection of all devices. Returns the handler's status code, 0 for success.
     virtual quint32 DetectDevices() { return 0; }
 
-    /// Fills `out` from the tree. With `onlyAccepted` each processor is offered to the handler's
-    /// AcceptProcessorForSnapshot and left out when that answers false; groups stay even when
-    /// empty.
+    /// Copies the tree to `out`. With `onlyAccepted`, leaves out the processors for which the
+    /// handler's AcceptProcessorForSnapshot returns false; empty groups are kept.
     virtual void GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAccepted)
     {
         Q_UNUSED(out)
         Q_UNUSED(onlyAccepted)
     }
 
-    /// While `readOnly` is set the panel offers no changes.
+    /// Sets whether the panel is read-only, in which case it offers no changes.
     virtual void SetReadOnly(bool readOnly) { Q_UNUSED(readOnly) }
 
-    /// Selects the row of `id`; an unknown or already selected one changes nothing.
+    /// Selects the row of `id`. Has no effect if the row is unknown or already selected.
     virtual void SetCurrentProcessor(const QUuid& id) { Q_UNUSED(id) }
 
-    /// Records `locked` under `key`, an opaque number of the host's, and follows it at once.
+    /// Stores `locked` under `key`, a number chosen by the host, and applies it at once.
     virtual void SetOperationLock(int key, bool locked)
     {
         Q_UNUSED(key)
         Q_UNUSED(locked)
     }
 
-    /// Removes every group with the processors in it; processors directly under the root stay.
+    /// Removes all groups with their processors. Processors directly under the root are kept.
     virtual void RemoveAllGroups() {}
 
-    /// Repaints the tree, after the host changed what the rows' marks show.
+    /// Repaints the tree. The host calls it when the warning marks of rows have changed.
     virtual void UpdateMonitorWarningState() {}
 
-    /// Follows the lock recorded under `key`; a key never set counts as not locked.
+    /// Applies the lock stored under `key`; not locked if there is none.
     virtual void ApplyOperationLock(int key) { Q_UNUSED(key) }
 
-    /// Queues a warning that lists `processors` (copied) and returns at once.
+    /// Queues a warning that lists `processors`, which are copied, and returns at once.
     virtual void ShowLanUsbWarning(const std::vector<LanUsbProcessorInfo>& processors)
     {
         Q_UNUSED(processors)
     }
 
-    /// The project's processors in host order, straight from the handler.
+    /// Returns the handler's processors of the project, in the host's order.
     virtual QList<ProcessorNode> GetAllProcessorNodes() { return {}; }
 };

@@ -2,104 +2,84 @@
 
 #include "host/widgets/IPLineEdit.h"
 #include "host/widgets/SpinBox.h"
-#include "ipmanage/DefaultAddresses.h"
-#include "ipmanage/EntryForm.h"
 #include "ipmanage/HostIPList.h"
-#include "ipmanage/IPCheckMessages.h"
 #include "ipmanage/IPRun.h"
 #include "ipmanage/IPText.h"
-#include "plugin/UserMessages.h"
-
-#include <QEvent>
-#include <QFormLayout>
-#include <QLabel>
 
 CAddBatchIPDialog::CAddBatchIPDialog(bool ipManagementMode, QWidget* parent)
-    : CDialog(parent, QString(), QString(), CloseTitleButton)
-    , m_ipManagementMode(ipManagementMode)
+    : IPEntryDialog(ipManagementMode, 12, parent)
 {
     Init();
-    const QStringList proposed = defaultAddresses(1, ipManagementMode);
-    if (!proposed.isEmpty())
-        m_start->setText(proposed.first());
+    propose({m_start});
 }
 
 void CAddBatchIPDialog::OnAccept()
 {
     m_addedTexts.clear();
-    if (m_start->text().isEmpty()) {
-        tellUser(this, ipEmptyMessage(IPField::Batch));
-        return;
-    }
-    const quint32 start = addressOfText(m_start->text());
-    int code = 0;
-    if (HostIPList::rejects(start, &code, !m_ipManagementMode)) {
-        tellUser(this, ipCheckMessage(static_cast<quint32>(code), IPField::Batch));
-        return;
-    }
-    m_addresses.clear();
-    if (!generate(start))
-        return;
-    if (m_ipManagementMode)
-        HostIPList::save();
-    done(Accepted);
-}
-
-void CAddBatchIPDialog::OnReject()
-{
-    done(Rejected);
+    IPEntryDialog::OnAccept();
 }
 
 void CAddBatchIPDialog::InitWidgets()
 {
-    SetDialogBtnRole(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, QDialogButtonBox::Ok);
-    m_countLabel = new QLabel(this);
-    m_count = new CSpinBox(this);
-    EntryForm::sizeField(m_count);
-    m_addressLabel = new QLabel(this);
-    m_start = new CIPLineEdit(this);
-    EntryForm::sizeField(m_start);
-    m_addedTexts.clear();
-    setFixedSize(EntryForm::kDialogWidth, EntryForm::kTwoRowsHeight);
-    retranslate();
-    // Last: the host may change the language in its answer.
+    IPEntryDialog::InitWidgets();
+    // Asks the host, which may change the language in its answer, so the labels must exist by now.
     limitCount();
 }
 
-void CAddBatchIPDialog::InitLayout(QBoxLayout* body)
+void CAddBatchIPDialog::createFields()
 {
-    QFormLayout* form = EntryForm::addTo(body, {12, 0, 16, 14});
-    EntryForm::addRow(form, m_countLabel, 50, m_count);
-    EntryForm::addRow(form, m_addressLabel, 54, m_start);
+    m_count = new CSpinBox(this);
+    addField(m_count, 50);
+    m_start = addAddressField(54);
 }
 
-void CAddBatchIPDialog::changeEvent(QEvent* event)
+QString CAddBatchIPDialog::title() const
 {
-    if (event->type() == QEvent::LanguageChange)
-        retranslate();
-    CDialog::changeEvent(event);
+    // The IP list uses this title too.
+    return tr("Custom add processor");
 }
 
-/// To what there is room for; one at least, so that the field holds a number.
+QStringList CAddBatchIPDialog::labels() const
+{
+    return {tr("Number"), tr("IP address")};
+}
+
+QString CAddBatchIPDialog::refusal() const
+{
+    if (m_start->text().isEmpty())
+        return ipEmptyMessage(IPField::Batch);
+    return hostRefusal(m_start, IPField::Batch);
+}
+
+bool CAddBatchIPDialog::save()
+{
+    if (!generate())
+        return false;
+    if (isForIPList())
+        HostIPList::save();
+    return true;
+}
+
+/// Limits the number to the free places. It is at least 1, because a spin box needs a valid range.
 void CAddBatchIPDialog::limitCount()
 {
     constexpr int most = HostIPList::kMaxEntries;
-    const int taken = m_ipManagementMode ? HostIPList::count() : HostIPList::processorCount();
+    const int taken = isForIPList() ? HostIPList::count() : HostIPList::processorCount();
     m_count->setRange(1, most - qBound(0, taken, most - 1));
 }
 
-/// False when the host was lost on the way.
-bool CAddBatchIPDialog::generate(quint32 start)
+/// Returns false when the host handler disappeared during the run.
+bool CAddBatchIPDialog::generate()
 {
     bool complete = true;
     const auto isRejected = [this](quint32 address) {
-        return HostIPList::isThere() && HostIPList::rejects(address, nullptr, !m_ipManagementMode);
+        return HostIPList::isThere() && HostIPList::rejects(address, nullptr, !isForIPList());
     };
     const auto take = [this, &complete](quint32 address) {
         complete = HostIPList::isThere();
         if (!complete)
             return false;
-        if (!m_ipManagementMode) {
+        if (!isForIPList()) {
             m_addresses.append(address);
             return true;
         }
@@ -108,14 +88,7 @@ bool CAddBatchIPDialog::generate(quint32 start)
         m_addedTexts.append(text);
         return true;
     };
-    generateIPRun(start, m_count->value(), isRejected, take);
+    m_addresses.clear();
+    generateIPRun(addressOfText(m_start->text()), m_count->value(), isRejected, take);
     return complete;
-}
-
-void CAddBatchIPDialog::retranslate()
-{
-    // The title is the same for addresses of the IP list.
-    setWindowTitle(tr("Custom add processor"));
-    EntryForm::name(m_countLabel, m_count, tr("Number"));
-    EntryForm::name(m_addressLabel, m_start, tr("IP address"));
 }

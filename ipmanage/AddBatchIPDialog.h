@@ -1,51 +1,44 @@
 #pragma once
 
-#include "host/widgets/Dialog.h"
+#include "ipmanage/IPEntryDialog.h"
 
 #include <QList>
-#include <QStringList>
 
-class CIPLineEdit;
 class CSpinBox;
-class QLabel;
 
-/// Enters a run of addresses: how many, and the first of them. Opens with a free first address
-/// proposed; the number is limited to what the IP list, or the project, still has room for.
-///
-/// For the IP list ("IP management mode") accepting it appends each address of the run as it is
-/// found and commits the list; for processors it changes nothing, and addresses() is the answer
-/// once exec() returned 1. GUI thread.
-class CAddBatchIPDialog final : public CDialog
+/// Enters a run of addresses: their number and the first address. Opens with a free first address;
+/// the number is limited to the room in the IP list, or in the project in processor mode. OK
+/// appends each address of the run to the IP list as it is found and then saves the list, in IP
+/// management mode.
+class CAddBatchIPDialog final : public IPEntryDialog
 {
     Q_OBJECT
 
 public:
     CAddBatchIPDialog(bool ipManagementMode, QWidget* parent);
 
-    /// The run for new processors, in host byte order. Shorter than the number asked for when the
-    /// address space ends before.
+    /// Returns the run in processor mode, in host byte order. It is shorter than the number entered
+    /// when the address space ends first.
     QList<quint32> addresses() const { return m_addresses; }
 
-    /// What went into the IP list, as dotted addresses.
+    /// Returns the dotted addresses that were added to the IP list.
     QStringList addedTexts() const { return m_addedTexts; }
 
 protected:
     void OnAccept() override;
-    void OnReject() override;
     void InitWidgets() override;
-    void InitLayout(QBoxLayout* body) override;
-    void changeEvent(QEvent* event) override;
+    void createFields() override;
+    QString title() const override;
+    QStringList labels() const override;
+    QString refusal() const override;
+    bool save() override;
 
 private:
     void limitCount();
-    bool generate(quint32 start);
-    void retranslate();
+    bool generate();
 
-    QStringList m_addedTexts;   // what went into the IP list
-    QList<quint32> m_addresses; // what new processors are to get
-    bool m_ipManagementMode;
-    CSpinBox* m_count = nullptr;      // Qt child
-    CIPLineEdit* m_start = nullptr;   // Qt child
-    QLabel* m_countLabel = nullptr;   // Qt child
-    QLabel* m_addressLabel = nullptr; // Qt child
+    QStringList m_addedTexts;
+    QList<quint32> m_addresses;
+    CSpinBox* m_count = nullptr;    // Qt child
+    CIPLineEdit* m_start = nullptr; // Qt child
 };

@@ -1,42 +1,31 @@
 #pragma once
 
-#include "host/widgets/Dialog.h"
+#include "ipmanage/IPEntryDialog.h"
 
 #include <QList>
 
-class CIPLineEdit;
-class QLabel;
-
-/// Enters two addresses, for a processor and its backup. Opens with two free addresses proposed; a
-/// field stays empty when there are fewer.
-///
-/// For the IP list ("IP management mode") accepting it appends both and commits the list; for
-/// processors it changes nothing, and addresses() is the answer once exec() returned 1. GUI thread.
-class CAddBothIpDialog final : public CDialog
+/// Enters two addresses, for a processor and its backup. Opens with two free addresses; a field
+/// stays empty when the search finds fewer. OK appends both to the IP list and saves the list, in
+/// IP management mode.
+class CAddBothIpDialog final : public IPEntryDialog
 {
     Q_OBJECT
 
 public:
     CAddBothIpDialog(bool ipManagementMode, QWidget* parent);
 
-    /// Both addresses in the order of their fields, in host byte order; 0 for one that is
-    /// incomplete.
+    /// Returns both addresses in the order of their fields, in host byte order; 0 for an incomplete
+    /// one.
     QList<quint32> addresses() const;
 
 protected:
-    void OnAccept() override;
-    void OnReject() override;
-    void InitWidgets() override;
-    void InitLayout(QBoxLayout* body) override;
-    void changeEvent(QEvent* event) override;
+    void createFields() override;
+    QString title() const override;
+    QStringList labels() const override;
+    QString refusal() const override;
+    bool save() override;
 
 private:
-    QString refusal() const;
-    void retranslate();
-
-    bool m_ipManagementMode;
     CIPLineEdit* m_first = nullptr;  // Qt child
     CIPLineEdit* m_second = nullptr; // Qt child
-    QLabel* m_firstLabel = nullptr;  // Qt child
-    QLabel* m_secondLabel = nullptr; // Qt child
 };

@@ -1,26 +1,16 @@
 #include "ipmanage/AddSingleIPDialog.h"
 
 #include "host/widgets/IPLineEdit.h"
-#include "ipmanage/DefaultAddresses.h"
-#include "ipmanage/EntryForm.h"
 #include "ipmanage/HostIPList.h"
-#include "ipmanage/IPCheckMessages.h"
 #include "ipmanage/IPText.h"
-#include "plugin/UserMessages.h"
 
-#include <QEvent>
-#include <QFormLayout>
-#include <QLabel>
 #include <QLineEdit>
 
 CAddSingleIPDialog::CAddSingleIPDialog(bool ipManagementMode, QWidget* parent)
-    : CDialog(parent, QString(), QString(), CloseTitleButton)
-    , m_ipManagementMode(ipManagementMode)
+    : IPEntryDialog(ipManagementMode, 10, parent)
 {
     Init();
-    const QStringList proposed = defaultAddresses(1, ipManagementMode);
-    if (!proposed.isEmpty())
-        m_address->setText(proposed.first());
+    propose({m_address});
 }
 
 quint32 CAddSingleIPDialog::address() const
@@ -28,64 +18,35 @@ quint32 CAddSingleIPDialog::address() const
     return addressOfText(m_address->text());
 }
 
-void CAddSingleIPDialog::OnAccept()
+void CAddSingleIPDialog::createFields()
 {
-    int code = 0;
-    if (HostIPList::rejects(address(), &code, !m_ipManagementMode)) {
-        tellUser(this, ipCheckMessage(static_cast<quint32>(code), IPField::Single));
-        return;
-    }
-    if (m_ipManagementMode) {
-        if (HostIPList::count() > HostIPList::kMaxEntries)
-            return;
-        HostIPList::add(m_address->text(), m_name->text());
-        HostIPList::save();
-    }
-    done(Accepted);
+    m_address = addAddressField(54);
+    if (isForIPList())
+        m_name = addNameField(48);
 }
 
-void CAddSingleIPDialog::OnReject()
+QString CAddSingleIPDialog::title() const
 {
-    done(Rejected);
+    return tr("Add IP");
 }
 
-void CAddSingleIPDialog::InitWidgets()
+QStringList CAddSingleIPDialog::labels() const
 {
-    SetDialogBtnRole(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, QDialogButtonBox::Ok);
-    EnableDialogBtn(QDialogButtonBox::Ok, true);
-    m_addressLabel = new QLabel(this);
-    m_address = new CIPLineEdit(this);
-    EntryForm::sizeField(m_address);
-    if (m_ipManagementMode) {
-        m_nameLabel = new QLabel(this);
-        m_name = new QLineEdit(this);
-        m_name->setMaxLength(EntryForm::kMaxNameLength);
-        EntryForm::sizeField(m_name);
-    }
-    setFixedSize(EntryForm::kDialogWidth,
-                 m_ipManagementMode ? EntryForm::kTwoRowsHeight : EntryForm::kOneRowHeight);
-    retranslate();
+    return {tr("IP address"), tr("Name")};
 }
 
-void CAddSingleIPDialog::InitLayout(QBoxLayout* body)
+QString CAddSingleIPDialog::refusal() const
 {
-    QFormLayout* form = EntryForm::addTo(body, {10, 0, 16, 14});
-    EntryForm::addRow(form, m_addressLabel, 54, m_address);
-    if (m_name)
-        EntryForm::addRow(form, m_nameLabel, 48, m_name);
+    return hostRefusal(m_address, IPField::Single);
 }
 
-void CAddSingleIPDialog::changeEvent(QEvent* event)
+bool CAddSingleIPDialog::save()
 {
-    if (event->type() == QEvent::LanguageChange)
-        retranslate();
-    CDialog::changeEvent(event);
-}
-
-void CAddSingleIPDialog::retranslate()
-{
-    setWindowTitle(tr("Add IP"));
-    EntryForm::name(m_addressLabel, m_address, tr("IP address"));
-    if (m_name)
-        EntryForm::name(m_nameLabel, m_name, tr("Name"));
+    if (!isForIPList())
+        return true;
+    if (HostIPList::count() > HostIPList::kMaxEntries)
+        return false;
+    HostIPList::add(m_address->text(), m_name->text());
+    HostIPList::save();
+    return true;
 }

@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-/// Free addresses that a dialog proposes when it opens: the next ones after the PC's own that the
-/// host takes. Up to `wanted`, which is 1 or 2; fewer when the search gives up. Brings the host's
-/// IP list up to date first when that is what they are for. GUI thread.
+/// Returns free addresses that a dialog proposes when it opens: the first ones after the PC's own
+/// address that the host accepts. Returns up to `wanted` (1 or 2) addresses, fewer when the search
+/// gives up. In IP management mode the host refreshes its IP list first. GUI thread.
 QStringList defaultAddresses(int wanted, bool ipManagementMode);

@@ -6,7 +6,7 @@ namespace HostIPList {
 
 namespace {
 
-// No code of the host: callers pass over what they do not know.
+// Not a code of the host, so callers ignore it as an unknown code.
 constexpr quint32 kNoHost = 0xFFFFFFFF;
 
 } // namespace

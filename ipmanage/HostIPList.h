@@ -3,27 +3,27 @@
 #include <QString>
 #include <QStringList>
 
-/// The host's IP list, as the dialogs ask for it and change it. Each function is one question to
-/// the host, which is fetched for it and may be another one next time; without a host it has no
-/// effect and the answer that leaves everything as it is. GUI thread.
+/// Access to the host's IP list. Each function calls the host once and fetches the handler for that
+/// call, because the host may replace it. Without a handler, functions do nothing and return an
+/// empty value, 0, or the value stated below. GUI thread.
 namespace HostIPList {
 
-/// The list holds at most this many entries, and the project as many processors.
+/// Maximum number of entries in the list, and of processors in the project.
 constexpr int kMaxEntries = 255;
 
-/// Whether there is a host to ask.
+/// Returns whether the host has set a handler.
 bool isThere();
 
-/// "192.168.0.10(Left wing)", in the host's order.
+/// Returns the entries in the host's order, each as "192.168.0.10(Left wing)".
 QStringList entries();
 
-/// Entry `row`.
+/// Returns entry `row`.
 QString entry(int row);
 
-/// Number of entries, as the host counts them.
+/// Returns the number of entries that the host reports.
 int count();
 
-/// How many processors the project has.
+/// Returns the number of processors in the project.
 int processorCount();
 
 void refresh();
@@ -33,15 +33,16 @@ void remove(quint32 networkAddress);
 void clear();
 void save();
 
-/// The host's codes for reading the online processors and an address file; see IPListResult.
+/// Read the addresses of the online processors, or an address file, into the list. Return 0 or an
+/// IPListResult.
 quint32 readOnline();
 quint32 importFile(const QString& path);
 
-/// Whether the host rejects `address`, for a new processor or for the list; `code`, which may be
-/// null, then says why. Without a host every address is rejected.
+/// Returns whether the host rejects `address` for a new processor or for the list. The reason is
+/// stored in `code` unless it is null. Without a handler every address is rejected.
 bool rejects(quint32 address, int* code, bool processorMode);
 
-/// The host shows a passing notice.
+/// Shows a passing notice in the host.
 void showTip(const QString& text);
 
 } // namespace HostIPList

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The context of a field's dialog, and its texts in the order of the codes.
+/// The translation context of a field's dialog, and the texts in the order of the codes.
 struct FieldTexts
 {
     const char* context;
@@ -78,7 +78,7 @@ constexpr std::array<FieldTexts, 5> kFields{{
 QString ipCheckMessage(quint32 code, IPField field)
 {
     const FieldTexts& texts = kFields.at(static_cast<std::size_t>(field));
-    // Codes below the first wrap to large numbers.
+    // Smaller codes wrap around to large numbers.
     const quint32 known = code - IPCHECK_SAME_AS_PC;
     const char* const text =
         known < texts.texts.size() ? texts.texts.at(known) : texts.texts.back();

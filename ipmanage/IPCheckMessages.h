@@ -3,7 +3,7 @@
 #include <QString>
 #include <QtGlobal>
 
-/// A field that addresses are typed into, as far as the messages tell them apart.
+/// The address field that a message is about.
 enum class IPField {
     Single, ///< The field of CAddSingleIPDialog.
     Change, ///< The field of CModifyIPDialog.
@@ -12,14 +12,14 @@ enum class IPField {
     Second  ///< Field 2 of CAddBothIpDialog.
 };
 
-// All texts are in the user's language, translated in the context of the field's dialog.
+// All texts are translated in the context of the field's dialog.
 
-/// What to tell the user when the host rejects the address in `field` with `code`, one of
-/// IPCheckResult. Any other code reads as IPCHECK_UNREASONABLE.
+/// Returns the message for an address in `field` that the host rejects with `code`, an
+/// IPCheckResult. Any other code counts as IPCHECK_UNREASONABLE.
 QString ipCheckMessage(quint32 code, IPField field);
 
-/// What to tell the user when nothing was typed into `field`.
+/// Returns the message for an empty `field`.
 QString ipEmptyMessage(IPField field);
 
-/// What to tell the user when both fields of CAddBothIpDialog have the same text.
+/// Returns the message for two equal texts in CAddBothIpDialog.
 QString ipSameMessage();

@@ -9,7 +9,7 @@
 
 namespace IPListFile {
 
-bool write(QIODevice& device, const QStringList& entries)
+Result write(QIODevice& device, const QStringList& entries)
 {
     QTextStream stream(&device);
     bool lossless = true;
@@ -19,11 +19,13 @@ bool write(QIODevice& device, const QStringList& entries)
         stream << line << '\n';
     }
     stream.flush();
-    if (!lossless || stream.status() != QTextStream::Ok)
-        return false;
-    // A file keeps what it was given for a while, and a full disk shows only when it lets go.
+    if (stream.status() != QTextStream::Ok)
+        return Result::Failed;
+    // A file buffers its data, so a full disk is noticed only when it is flushed.
     auto* file = qobject_cast<QFileDevice*>(&device);
-    return !file || file->flush();
+    if (file && !file->flush())
+        return Result::Failed;
+    return lossless ? Result::Written : Result::Replaced;
 }
 
 } // namespace IPListFile

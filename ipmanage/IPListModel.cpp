@@ -67,7 +67,7 @@ int CIPListModel::columnCount(const QModelIndex& parent) const
 
 QVariant CIPListModel::data(const QModelIndex& index, int role) const
 {
-    // An index may be kept over a reload that leaves fewer rows.
+    // A view may keep an index over a reload that returns fewer rows.
     if (index.row() < 0 || index.row() >= m_items.size())
         return {};
     if (index.column() != AddressColumn && index.column() != NameColumn)

@@ -14,11 +14,10 @@ struct SIPListItem
     QString strIPName; ///< Both, as the host combines them: "192.168.0.10(Left wing)".
 };
 
-/// The host's IP list as it was at the last reload: a flat table, one row an entry, of at most 255
-/// rows. Empty until the first reload. GUI thread.
-///
-/// No operation looks at a parent: any row claims the rows of the whole table below itself. Views
-/// of tables never ask.
+/// A flat table of the host's IP list at the last reload, with one row for each of the first 255
+/// entries. It is empty until the first reload. GUI thread. All operations ignore the parent, so
+/// every row reports the rows of the whole table as its children. Table views do not ask for
+/// children.
 class CIPListModel final : public QAbstractItemModel
 {
     Q_OBJECT
@@ -26,9 +25,9 @@ class CIPListModel final : public QAbstractItemModel
 public:
     enum Column { AddressColumn, NameColumn, ColumnCount };
 
-    /// Beside Qt::DisplayRole, the text of the column.
+    /// Qt::DisplayRole is the text of the column.
     enum Role {
-        EntryRole = Qt::UserRole + 1 ///< In both columns the combined text.
+        EntryRole = Qt::UserRole + 1 ///< The combined text, in both columns.
     };
 
     explicit CIPListModel(QObject* parent = nullptr);
@@ -39,22 +38,22 @@ public:
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
-    /// Horizontal display texts that setHeaderData() stored; nothing else.
+    /// Returns the horizontal display texts that setHeaderData() stored.
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
 
-    /// Stores a horizontal display text and refuses any other. Emits nothing: set before a view
-    /// looks, or have the view look again.
+    /// Stores a horizontal display text and returns true; returns false for any other. It emits no
+    /// signal, so an attached header view must be updated by the caller.
     bool setHeaderData(int section, Qt::Orientation orientation, const QVariant& value,
                        int role) override;
 
-    /// Takes the list anew from the host; without a handler the table is empty afterwards.
+    /// Reads the list from the host. Without a handler the table becomes empty.
     ///
-    /// The host is asked before the reset begins: it may open dialogs or raise events in its
-    /// answer, and views then still have whole rows to show. When the host answers with lists of
-    /// differing lengths there is a row for each address, a missing name is empty, and a missing
-    /// combined text is made of the two. When a reload is called for while the host is being asked,
-    /// that one counts.
+    /// The model calls the host before it begins the reset, because the host may open dialogs or
+    /// raise events in that call, and views must not use a half reset model. If another reload
+    /// starts inside the call, that one provides the rows. If the host returns lists of different
+    /// lengths, each address gets a row, a missing name is empty, and a missing combined text is
+    /// built from the address and the name.
     void reload();
 
 private:

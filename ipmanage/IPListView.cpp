@@ -21,8 +21,8 @@ CIPListView::CIPListView(QWidget* parent)
     horizontalHeader()->setSectionsClickable(false);
     setColumnWidth(0, 238);
     setColumnWidth(1, 406);
-    // The columns are as wide as the dialog; what a scroll bar or the row numbers take is not worth
-    // a second scroll bar.
+    // The columns fill the dialog. A vertical scroll bar and the row numbers cover a few pixels,
+    // which do not justify a horizontal scroll bar.
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 }
 

@@ -4,8 +4,8 @@
 
 class CIPListModel;
 
-/// The table of the host's IP list: address and name. Rows are selected whole, several at a time;
-/// nothing is edited in place. GUI thread.
+/// A table of the host's IP list with the columns address and name. Selects whole rows, several at
+/// a time. Not supported: editing in the table. GUI thread.
 class CIPListView final : public CTableView
 {
     Q_OBJECT
@@ -14,7 +14,7 @@ public:
     explicit CIPListView(QWidget* parent = nullptr);
     ~CIPListView() override;
 
-    /// Reads the list from the host again.
+    /// Reads the list from the host.
     void reload();
 
 protected:

@@ -18,6 +18,7 @@
 #include <QFileDialog>
 #include <QItemSelectionModel>
 #include <QMenu>
+#include <QShortcut>
 #include <QStandardPaths>
 #include <QToolButton>
 
@@ -31,15 +32,16 @@ struct ButtonLook
     const char* toolTip;
     IPManageButtonId id;
     bool hasDisabledIcon;
+    char letter; ///< Presses the button together with Alt, in every language.
 };
 
 constexpr ButtonLook kButtons[] = {
-    {"Add", QT_TRANSLATE_NOOP("CIPManageDialog", "Add"), IPManageAdd, false},
-    {"Edit", QT_TRANSLATE_NOOP("CIPManageDialog", "Edit"), IPManageEdit, true},
-    {"Delete", QT_TRANSLATE_NOOP("CIPManageDialog", "Delete"), IPManageDelete, true},
-    {"Clear", QT_TRANSLATE_NOOP("CIPManageDialog", "Clear"), IPManageClear, true},
-    {"Import", QT_TRANSLATE_NOOP("CIPManageDialog", "Import"), IPManageImport, false},
-    {"Export", QT_TRANSLATE_NOOP("CIPManageDialog", "Export"), IPManageExport, true},
+    {"Add", QT_TRANSLATE_NOOP("CIPManageDialog", "Add"), IPManageAdd, false, 'A'},
+    {"Edit", QT_TRANSLATE_NOOP("CIPManageDialog", "Edit"), IPManageEdit, true, 'E'},
+    {"Delete", QT_TRANSLATE_NOOP("CIPManageDialog", "Delete"), IPManageDelete, true, 'D'},
+    {"Clear", QT_TRANSLATE_NOOP("CIPManageDialog", "Clear"), IPManageClear, true, 'C'},
+    {"Import", QT_TRANSLATE_NOOP("CIPManageDialog", "Import"), IPManageImport, false, 'I'},
+    {"Export", QT_TRANSLATE_NOOP("CIPManageDialog", "Export"), IPManageExport, true, 'X'},
 };
 
 constexpr const char* kMenuTexts[] = {
@@ -49,6 +51,7 @@ constexpr const char* kMenuTexts[] = {
 };
 
 constexpr QSize kIconSize(20, 20);
+constexpr QSize kButtonSize(24, 24);
 constexpr int kToolBarHeight = 37;
 constexpr int kAddMenuHeight = 104;
 
@@ -94,7 +97,9 @@ void CIPManageDialog::createButtons()
         button->setIcon(buttonIcon(look));
         button->setObjectName(QStringLiteral("IPManageToolButton"));
         button->setIconSize(kIconSize);
+        button->setFixedSize(kButtonSize);
         button->setProperty("ToolLocation", CToolTip::Below);
+        button->setShortcut(QLatin1String("Alt+") + QLatin1Char(look.letter));
         m_buttons.insert(look.id, button);
     }
     for (const IPManageButtonId id : {IPManageEdit, IPManageDelete, IPManageClear})
@@ -149,6 +154,20 @@ void CIPManageDialog::InitConnections()
 
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &CIPManageDialog::updateSelectionButtons);
+    connectList();
+}
+
+/// A disabled button ignores click(), so keys and double clicks follow the rules of the buttons.
+void CIPManageDialog::connectList()
+{
+    const auto onKey = [this](const QKeySequence& key, IPManageButtonId id) {
+        auto* shortcut = new QShortcut(key, m_view);
+        shortcut->setContext(Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, m_buttons[id], &QToolButton::click);
+    };
+    onKey(Qt::Key_Delete, IPManageDelete);
+    onKey(Qt::Key_F2, IPManageEdit);
+    connect(m_view, &CIPListView::doubleClicked, m_buttons[IPManageEdit], &QToolButton::click);
 }
 
 void CIPManageDialog::changeEvent(QEvent* event)
@@ -229,7 +248,7 @@ void CIPManageDialog::addMultiple()
         reload();
 }
 
-/// Tells the user when the list has none.
+/// Returns whether the list has room for an entry; otherwise informs the user.
 bool CIPManageDialog::hasRoom()
 {
     if (HostIPList::entries().size() < HostIPList::kMaxEntries)
@@ -253,7 +272,8 @@ void CIPManageDialog::editCurrent()
 
 void CIPManageDialog::deleteSelected()
 {
-    // The host changes its list, and may have the dialog closed, while it deletes.
+    // Collected first, because the host may change the list, and close the dialog, during a
+    // deletion.
     QList<quint32> addresses;
     const QModelIndexList rows = m_view->selectionModel()->selectedRows(0);
     for (const QModelIndex& row : rows)
@@ -311,14 +331,22 @@ void CIPManageDialog::exportFile()
         this, tr("Export an IP address list"), desktopFolder() + QStringLiteral("/ipList.txt"),
         tr("IP Address File(*.txt);;*.txt"));
     QFile file(path);
-    // A file that exists loses what it holds when it is opened.
+    // Opening the file truncates it, so it must not happen without a handler.
     if (path.isEmpty() || !HostIPList::isThere()
         || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
         return;
-    if (!IPListFile::write(file, HostIPList::entries())) {
-        tellUser(this, tr("Export failed, the file could not be written completely."));
-        return;
-    }
+    const IPListFile::Result result = IPListFile::write(file, HostIPList::entries());
     file.close();
-    HostIPList::showTip(tr("Export successfully."));
+    switch (result) {
+    case IPListFile::Result::Written:
+        HostIPList::showTip(tr("Export successfully."));
+        break;
+    case IPListFile::Result::Replaced:
+        HostIPList::showTip(
+            tr("Export successfully. Characters that the file's encoding lacks were replaced."));
+        break;
+    case IPListFile::Result::Failed:
+        tellUser(this, tr("Export failed, the file could not be written completely."));
+        break;
+    }
 }

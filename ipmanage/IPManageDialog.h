@@ -8,7 +8,7 @@ class CIPListView;
 class QAction;
 class QToolButton;
 
-/// The buttons of the management dialog, in their order.
+/// The buttons of the management dialog, from left to right.
 enum IPManageButtonId {
     IPManageAdd,
     IPManageEdit,
@@ -18,12 +18,12 @@ enum IPManageButtonId {
     IPManageExport
 };
 
-/// The entries of its add menu, in their order.
+/// The entries of the add menu, from top to bottom.
 enum IPManageMenuId { IPManageReadOnline, IPManageAddOne, IPManageAddMultiple };
 
-/// Manages the host's list of IP addresses: shows it, and adds, changes, deletes, imports and
-/// exports entries. Every change goes to the host at once; the dialog keeps no list of its own and
-/// reads the host's again after each. GUI thread.
+/// Shows the host's IP list, and adds, changes, deletes, imports and exports entries. Each change
+/// is sent to the host at once. The dialog stores no list of its own and reads the host's list
+/// after each change. GUI thread.
 class CIPManageDialog final : public CDialog
 {
     Q_OBJECT
@@ -40,6 +40,7 @@ protected:
 private:
     void createButtons();
     void createAddMenu();
+    void connectList();
     void retranslate();
 
     void reload();

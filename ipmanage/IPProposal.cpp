@@ -4,7 +4,6 @@ namespace {
 
 constexpr int kMostRefusals = 256;
 
-/// Walks through the candidates.
 class Candidates final
 {
 public:
@@ -25,11 +24,11 @@ public:
             setOctet(2, 1);
         if (octet(3) == 0 || octet(3) == 255)
             setOctet(3, 192);
-        return m_base + m_step; // stays within the last octet
+        return m_base + m_step; // does not exceed the last octet
     }
 
 private:
-    // Octets count from the last.
+    // Octet 0 is the last one.
     quint32 octet(int place) const { return (m_base >> (8 * place)) & 0xFF; }
     void setOctet(int place, quint32 value)
     {

@@ -5,13 +5,13 @@
 
 #include <functional>
 
-/// Proposes up to `wanted` addresses that `isRejected` does not refuse, beginning behind `base`.
+/// Returns up to `wanted` addresses after `base` that `isRejected` does not reject.
 ///
-/// Behind .255 the search goes on at .2 of the next third octet, after 255 at 1. A second octet 255
-/// becomes 1, a first octet 0 or 255 becomes 192.
+/// After .255 the search continues at .2 of the next third octet; third octet 255 is followed by 1.
+/// A second octet 255 becomes 1, and a first octet 0 or 255 becomes 192.
 ///
-/// All searches share one count of refusals. With the 257th, the search for an address is given up,
-/// and a further one ends with its first refusal. So for one address at most 257 questions are
-/// asked, for two at most 258, and the list may be shorter than wanted.
+/// The searches for all addresses share one count of rejections. The search for an address ends at
+/// the 257th rejection, and each later search ends at its first rejection. So at most 257 addresses
+/// are checked for one wanted address and 258 for two, and the result may be shorter than `wanted`.
 QList<quint32> proposeIPAddresses(quint32 base, int wanted,
                                   const std::function<bool(quint32)>& isRejected);

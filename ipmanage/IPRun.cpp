@@ -3,7 +3,7 @@
 void generateIPRun(quint32 start, int count, const std::function<bool(quint32)>& isRejected,
                    const std::function<bool(quint32)>& emitAddress)
 {
-    // All unsigned: the third octet grows with the count, and shifted it may pass 32 bits.
+    // Unsigned, because the third octet grows with the count and may exceed 32 bits when shifted.
     quint32 candidate = start;
     quint32 third = (start >> 8) & 0xFF;
     quint32 last = start & 0xFF;

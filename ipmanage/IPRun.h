@@ -4,20 +4,18 @@
 
 #include <functional>
 
-/// Emits `count` consecutive addresses from `start` on, which has been judged already. A count
-/// below 1 emits nothing.
+/// Passes `count` consecutive addresses from `start` on to `emitAddress`. `start` itself is not
+/// checked. A `count` below 1 emits nothing.
 ///
-/// Addresses that `isRejected` refuses are skipped and do not count. Behind .255 the run goes on at
-/// .1 of the next third octet; that .1 is not judged. Where the third octet is 255 already, its
-/// carry is put into the second octet with an or: a second octet that is odd stays as it is, and
-/// the run comes back to third octets that it had. Each such carry counts as one of the addresses,
-/// emits nothing, and the run goes on at .2.
+/// Addresses that `isRejected` rejects are skipped and do not count. After .255 the run continues
+/// at .1 of the next third octet, and this .1 is not checked. When the third octet is 255, the
+/// carry is combined with the second octet by a bitwise or: an odd second octet stays unchanged, so
+/// the run repeats earlier third octets. Each such carry counts as one address although it emits
+/// nothing, and the run continues at .2.
 ///
-/// `emitAddress` answers whether to go on. `isRejected` cannot end the run: one that has lost its
-/// host answers false, and `emitAddress` then ends it.
+/// The run stops when `emitAddress` returns false; `isRejected` cannot stop it.
 ///
-/// Ends whatever the answers are. An address that counts and the next are at most 255 questions
-/// apart, since each question moves the last octet on, and passing 255 counts, either by the .1 or
-/// by the carry. So at most 255 * (count - 1) questions are asked.
+/// The run always ends: each check advances the last octet, and passing 255 counts as one address.
+/// So at most 255 * (count - 1) addresses are checked.
 void generateIPRun(quint32 start, int count, const std::function<bool(quint32)>& isRejected,
                    const std::function<bool(quint32)>& emitAddress);

@@ -25,8 +25,8 @@ quint32 networkAddressOfEntry(const QString& entry)
 
 QString exportLine(const QString& entry)
 {
-    // Both stand for a mark that is missing, too: left() and mid() take a negative length for the
-    // whole rest.
+    // indexOf() returns -1 for a missing parenthesis. left() and mid() then take the rest of the
+    // text.
     const int open = entry.indexOf(QLatin1Char('('));
     const int close = entry.indexOf(QLatin1Char(')'));
     return entry.left(open) + QLatin1Char(',') + entry.mid(open + 1, close - open - 1);

@@ -3,24 +3,24 @@
 #include <QString>
 #include <QtGlobal>
 
-// An entry of the IP list is the dotted address directly followed by the entry's name in
-// parentheses: "192.168.0.10(Left wing)".
+// An entry of the IP list is a dotted address directly followed by a name in parentheses:
+// "192.168.0.10(Left wing)".
 
-/// The IPv4 value of a dotted address; 0 when `text` is none.
+/// Returns the IPv4 value of a dotted address; 0 for any other text.
 quint32 addressOfText(const QString& text);
 
-/// The dotted text of an address.
+/// Returns the dotted text of an address.
 QString addressText(quint32 address);
 
-/// The address in front of the first parenthesis; all of `entry` when there is none.
+/// Returns the address before the first parenthesis; the whole entry if it has no parenthesis.
 QString addressOfEntry(const QString& entry);
 
-/// The address of an entry in network byte order, as the host takes it for a deletion; 0 when the
-/// entry has none.
+/// Returns the address of an entry in network byte order, which the host expects for a deletion; 0
+/// if the entry has no valid address.
 quint32 networkAddressOfEntry(const QString& entry);
 
-/// An entry's line in the exported file, without its end: the address, a comma, the name. The name
-/// is what stands between the first "(" and the first ")". It runs to the end of the entry when no
-/// ")" follows the "(". Without a "(" the address is the whole entry, and the name begins with the
-/// entry too.
+/// Returns the line of an entry in the exported file, without the line end: the address, a comma
+/// and the name. The name is the text between the first "(" and the first ")", or up to the end of
+/// the entry if no ")" follows. Without a "(" the address is the whole entry, and the name starts
+/// at the entry's beginning.
 QString exportLine(const QString& entry);

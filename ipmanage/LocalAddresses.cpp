@@ -24,7 +24,7 @@ QList<QHostAddress> joined(const QMap<QString, QList<QHostAddress>>& addresses)
 
 QList<QHostAddress> usableAddresses(const QVector<SLocalAdapter>& adapters)
 {
-    // Lists, since adapters may share a hardware address: bridges and virtual networks do.
+    // Adapters such as bridges and virtual networks may share a hardware address.
     QMap<QString, QList<QHostAddress>> wired;
     QMap<QString, QList<QHostAddress>> wifi;
     for (const SLocalAdapter& adapter : adapters) {

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QVector>
 
-/// One network adapter of this PC, as far as its addresses are chosen by it.
+/// The properties of a network adapter that decide whether its addresses are used.
 struct SLocalAdapter
 {
     QString hardwareAddress;
@@ -16,13 +16,13 @@ struct SLocalAdapter
     QList<QHostAddress> addresses;
 };
 
-/// The IPv4 addresses of the adapters that are up and running, are no loop-back and do not have
-/// "Adapter" in their name, in the order of the adapters' hardware addresses, Wi-Fi last.
+/// Returns the IPv4 addresses of the adapters that are up and running, are not loop-back and have
+/// no "Adapter" in their names. They are sorted by hardware address, Wi-Fi adapters last.
 QList<QHostAddress> usableAddresses(const QVector<SLocalAdapter>& adapters);
 
-/// The usable addresses of this PC.
+/// Returns the usable addresses of this PC.
 QList<QHostAddress> localAddresses();
 
-/// The address behind which free ones are looked for: the first that is neither 127.0.0.1 nor 0, or
-/// 127.0.0.1 when there is none.
+/// Returns the address after which free addresses are searched: the first of `addresses` that is
+/// neither 127.0.0.1 nor 0, or 127.0.0.1 if there is none.
 quint32 proposalBase(const QList<QHostAddress>& addresses);

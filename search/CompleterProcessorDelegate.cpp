@@ -3,8 +3,8 @@
 #include "Interface/ProcessorNode.h"
 #include "host/widgets/SvgIcons.h"
 #include "host/widgets/ToolTip.h"
-#include "ipmanage/IPText.h"
 #include "processortree/PaintScope.h"
+#include "search/ProcessorTexts.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -52,17 +52,6 @@ ProcessorNode recordOf(const QModelIndex& index)
     return index.data(NodeDataRole).value<ProcessorNode>();
 }
 
-QString detailOf(const ProcessorNode& record)
-{
-    if (!record.reachedByIp) {
-        return QStringLiteral("%1: %2").arg(CCompleterProcessorDelegate::tr("Number"),
-                                            QString::number(qint64(record.number) + 1));
-    }
-    return QStringLiteral("IP:%1").arg(record.ipAddress == kNoProcessorAddress
-                                           ? CCompleterProcessorDelegate::tr("Invalid")
-                                           : addressText(record.ipAddress));
-}
-
 QFont textFont(const QStyleOptionViewItem& option)
 {
     QFont font = option.font;
@@ -77,8 +66,8 @@ QRect nameRect(const QRect& row)
             row.height() / 2};
 }
 
-/// Below the name; an address that needs more room than that takes it, for half of one is of no
-/// use.
+/// Below the name. An address that needs more room extends beyond it, because a part of an address
+/// is useless.
 QRect detailRect(const QRect& row, int needed)
 {
     const QRect name = nameRect(row);
@@ -129,7 +118,7 @@ void CCompleterProcessorDelegate::paint(QPainter* painter, const QStyleOptionVie
     painter->drawText(nameRect(row), Qt::AlignLeft | Qt::AlignBottom | Qt::TextSingleLine,
                       fitted(metrics, record.name, nameRect(row)));
     painter->setPen(QColor(isStrong ? kNormal : kWeak));
-    const QString detail = detailOf(record);
+    const QString detail = processorDetail(record);
     const QRect room = detailRect(row, metrics.horizontalAdvance(detail) + 1);
     painter->drawText(room, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
                       fitted(metrics, detail, room));

@@ -6,9 +6,8 @@
 
 class SvgIcons;
 
-/// Draws the rows of search results: on the style's background an icon of the processor's state,
-/// its name, and below it how it is addressed. A name whose end has no room shows whole in a tool
-/// tip. GUI thread.
+/// Paints the rows of the search results: an icon for the state of the processor, its name, and
+/// below it the address or number. Shows an elided name whole in a tool tip. GUI thread.
 class CCompleterProcessorDelegate final : public QStyledItemDelegate
 {
     Q_OBJECT

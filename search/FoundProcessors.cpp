@@ -32,7 +32,7 @@ SSearchedRow searched(const QStandardItem& item)
     return searchedRow(item.text(), recordKey(item.data(NodeDataRole)));
 }
 
-/// The rows of `parent` from `first` to `last` and all below them, sorted.
+/// Returns the rows `first` to `last` of `parent` and all their descendants, sorted by pointer.
 Items branches(const QStandardItem& parent, int first, int last)
 {
     Items found;
@@ -90,8 +90,8 @@ const CSearchText& CFoundProcessors::text() const
     return m_filter.searchText();
 }
 
-/// Rows that were there before keep what is known of them. Others count as not found yet when they
-/// are new.
+/// Rows that were known keep their result. `areOthersNew` decides whether other rows count as not
+/// found so far, or are searched now.
 void CFoundProcessors::readTree(bool areOthersNew)
 {
     Items known;
@@ -218,8 +218,8 @@ void CFoundProcessors::onRowsInserted()
     lookAgain(false);
 }
 
-/// They are no longer found from now on: when the tree says that they have gone, their items are no
-/// more. That is told then, when the tree is itself again.
+/// The rows are dropped now, because their items are destroyed by the time of rowsRemoved. The loss
+/// is announced then, when the tree is consistent again.
 void CFoundProcessors::onRowsAboutToBeRemoved(const QModelIndex& parent, int first, int last)
 {
     m_leavingFrom = parent.isValid() ? m_tree->itemFromIndex(parent) : m_tree->invisibleRootItem();

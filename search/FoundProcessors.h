@@ -13,12 +13,12 @@ class CProcessorTreeModel;
 class QModelIndex;
 class QStandardItem;
 
-/// The processors of the tree that a filter lets through, in ascending order of their numbers,
-/// equal ones in the order of the tree. Those with such rows below them are left out.
+/// The processors of the tree that match a filter's text, sorted by number and then by their order
+/// in the tree. A processor with matching rows below it is left out.
 ///
-/// They are found in the tree itself, and what a search looks at there is kept from one text to the
-/// next: a filter that is asked for all its rows takes many times as long over them as over the
-/// looking for a text.
+/// They are searched in the tree itself, in a table of the searched texts that is kept from one
+/// text to the next. A QSortFilterProxyModel that is asked for all its rows needs many times as
+/// long to map the rows as to match them.
 ///
 /// GUI thread.
 class CFoundProcessors final : public QObject
@@ -32,45 +32,47 @@ public:
         bool haveCome = false;
     };
 
-    /// `filter`, which owns the object, knows what is looked for.
+    /// `filter` owns the object and provides the text.
     CFoundProcessors(CProcessorTreeModel& tree, const CProcessorFilterProxyModel& filter);
     ~CFoundProcessors() override;
 
     const CProcessorTreeModel* tree() const;
 
-    /// Their rows. Each of them is in the tree, also while the tree changes.
+    /// Returns their rows. All of them are in the tree, also while the tree changes.
     const std::vector<QStandardItem*>& items() const { return m_items; }
 
-    /// Follows the tree from now on, or again when it was reset. Nothing is found before.
+    /// Follows the tree from now on, or again after a reset. Nothing is found before the first
+    /// call.
     void follow();
 
-    /// Looks for the filter's text. Tells nobody: tell() does.
+    /// Searches for the filter's text. Emits no signal; pass the result to tell().
     Change look();
 
     void tell(const Change& change);
 
-    /// Reads the tree anew, if it has changed without a word.
+    /// Reads the tree again, after a change that it did not announce.
     void refresh();
 
 signals:
-    /// Some were lost, or others found, because rows of the tree came, went or were changed, or
-    /// another text is looked for.
+    /// Emitted when processors were lost or found, because rows of the tree were inserted, removed
+    /// or changed, or the text is another one.
     void changed(bool haveGone, bool haveCome);
 
-    /// They are others, or in another order, because the tree is another, or in another order.
+    /// Emitted when the processors or their order changed together with the tree or the order of
+    /// its rows.
     void refreshed();
 
 private:
-    /// A row of the tree, found or not.
+    /// A row of the tree, whether it matches or not.
     struct Row
     {
         QStandardItem* item;
-        int place; // in the tree
+        int place; // position in the tree, depth first
         bool isProcessor;
         bool isBelowOne;
         qint32 number;
         SSearchedRow searched;
-        bool isFound; // was so when it was last looked at
+        bool isFound; // result of the last search
     };
 
     const CSearchText& text() const;
@@ -92,14 +94,14 @@ private:
 
     QPointer<CProcessorTreeModel> m_tree;
     const CProcessorFilterProxyModel& m_filter;
-    std::vector<Row> m_rows; // by number, then by place
+    std::vector<Row> m_rows; // sorted by number, then by place
     bool m_isFollowing = false;
-    bool m_isRead = false;                        // m_rows are those of the tree
-    bool m_isLooking = false;                     // otherwise none of them is found
-    bool m_isResetting = true;                    // nothing of the tree is to be kept
-    const QStandardItem* m_leavingFrom = nullptr; // the row above those about to go
+    bool m_isRead = false;                        // m_rows is up to date
+    bool m_isLooking = false;                     // a text is searched for
+    bool m_isResetting = true;                    // the items of the tree must not be used
+    const QStandardItem* m_leavingFrom = nullptr; // parent of the rows that are being removed
     int m_firstLeaving = 0;
     int m_lastLeaving = 0;
-    bool m_haveGone = false; // some of them were found
+    bool m_haveGone = false; // some of the rows being removed were found
     std::vector<QStandardItem*> m_items;
 };

@@ -30,7 +30,7 @@ void CPlaceWatch::start(QWidget* widget)
                 if (state != Qt::ApplicationActive)
                     emit lost();
             });
-    // Widgets do not hear of another active window while a popup is open.
+    // Qt does not tell widgets about another active window while a popup is open.
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this,
             [this](const QWindow* window) { onFocusWindowChanged(window); });
 }

@@ -7,8 +7,8 @@
 class QWidget;
 class QWindow;
 
-/// Says when a widget changes its place on the screen, whichever of its parents it is that moves,
-/// and when the user can no longer use it. GUI thread.
+/// Reports when a widget moves on the screen, alone or with one of its parents, and when the user
+/// can no longer use it. GUI thread.
 class CPlaceWatch final : public QObject
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
     explicit CPlaceWatch(QObject* parent = nullptr);
     ~CPlaceWatch() override;
 
-    /// Watches `widget`, which may be destroyed meanwhile, until stop().
+    /// Watches `widget` until stop(). The widget may be destroyed before that.
     void start(QWidget* widget);
     void stop();
 
@@ -26,13 +26,13 @@ public:
 signals:
     void moved();
 
-    /// It was hidden, disabled or destroyed, its window minimised, or another window, of this or
-    /// another application, has the keyboard.
+    /// Emitted when the widget was hidden, disabled or destroyed, its window was minimised, or
+    /// another window, of this or another application, received the keyboard focus.
     void lost();
 
 private:
     void onFocusWindowChanged(const QWindow* window);
 
     QPointer<QWidget> m_widget;
-    QVector<QPointer<QWidget>> m_watched; // it and its parents
+    QVector<QPointer<QWidget>> m_watched; // the widget and its parents
 };

@@ -2,7 +2,7 @@
 
 #include <QRect>
 
-/// Where a popup of height `height` belongs that is as wide as `field`: its top left corner on the
-/// field's bottom left one; above the field where it fits there and not below, and pushed
-/// back into `screen` where it would stand out. All global.
+/// Returns the geometry of a popup that is as wide as `field` and `height` pixels high. The popup
+/// is below the field, or above it if it fits only there, and is moved into `screen` if it would
+/// extend beyond it. All coordinates are global.
 QRect popupPlace(const QRect& field, int height, const QRect& screen);

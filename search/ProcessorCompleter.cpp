@@ -25,7 +25,6 @@ namespace {
 constexpr int kPopupHeight = 270;
 constexpr int kCornerRadius = CResultList::kCornerRadius;
 constexpr int kTextPixels = 12;
-constexpr QRgb kBackground = qRgb(41, 41, 45);
 constexpr QRgb kHint = qRgb(115, 115, 128);
 
 bool isCancel(const QKeyEvent& event)
@@ -38,7 +37,7 @@ bool isClosingChord(const QKeyEvent& event)
     return event.key() == Qt::Key_F4 && event.modifiers().testFlag(Qt::AltModifier);
 }
 
-/// Whether the key does something in the open list, so that it may not be a shortcut meanwhile.
+/// Returns whether the open list uses the key, so that it must not trigger a shortcut.
 bool isListKey(const QKeyEvent& event)
 {
     switch (event.key()) {
@@ -83,7 +82,7 @@ CProcessorCompleter::~CProcessorCompleter()
     m_popup->disconnect(this);
     m_popup->selectionModel()->disconnect(this);
     m_popup->hide();
-    // The popup may be in the middle of an event, and still use them then.
+    // The popup may be handling an event and still need the models.
     m_list->setParent(m_popup.get());
     m_filter->setParent(m_popup.get());
 }
@@ -118,7 +117,8 @@ void CProcessorCompleter::createModels()
     m_popup->setModel(m_list);
     connect(m_list, &CProcessorFilterModel::rowsAdded, this, &CProcessorCompleter::onRowsChanged);
     connect(m_list, &CProcessorFilterModel::rowsRemed, this, &CProcessorCompleter::onRowsChanged);
-    // Of these the list tells nobody. It has followed them by the time they come here.
+    // The list does not announce these changes. It has applied them by now, because it was
+    // connected earlier.
     connect(tree, &QAbstractItemModel::modelReset, this, [this] {
         m_popup->reset();
         onRowsChanged();
@@ -129,8 +129,8 @@ void CProcessorCompleter::createModels()
 
 void CProcessorCompleter::connectPopup()
 {
-    // The list view goes on after a row was chosen in the middle of its event: it selects the row
-    // once more, or calls it clicked when the mouse is released. That is none of ours then.
+    // After a choice inside its event handler, the list view continues: it selects the row again,
+    // or emits clicked() when the mouse button is released. A closed list ignores both.
     connect(m_popup.get(), &QListView::clicked, this, [this](const QModelIndex& row) {
         const auto popup = m_popup;
         if (isOpen())
@@ -179,7 +179,7 @@ void CProcessorCompleter::select(const QModelIndex& index, bool select)
     if (select && !treeIndex(index).isValid()) {
         selection->clear();
     } else {
-        // Made current first: the list may change, and close, when its row is chosen.
+        // Before the selection, because choosing a row may change and close the list.
         selection->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
         if (select)
             selection->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
@@ -209,6 +209,17 @@ void CProcessorCompleter::showPopup()
     m_popup->scrollToTop();
     placePopup();
     m_popup->show();
+    announceCount();
+}
+
+/// The field keeps the focus, so assistive technology reads a change of its description.
+void CProcessorCompleter::announceCount() const
+{
+    if (!m_field)
+        return;
+    const int found = m_list->rowCount();
+    m_field->setAccessibleDescription(found > 0 ? tr("Processors found: %1").arg(found)
+                                                : tr("No content found in the search."));
 }
 
 void CProcessorCompleter::placePopup()
@@ -222,18 +233,20 @@ void CProcessorCompleter::placePopup()
     m_popup->setGeometry(popupPlace(field, kPopupHeight, screen->availableGeometry()));
 }
 
-/// Rows came or went, and the popup has forgotten the current one.
+/// Called after a model reset, in which the popup lost its current row.
 void CProcessorCompleter::onRowsChanged()
 {
     onOrderChanged();
-    if (isOpen())
+    if (isOpen()) {
         placePopup();
+        announceCount();
+    }
 }
 
-/// The popup knows its rows by their numbers; the current one follows its processor.
+/// The popup identifies rows by number, so the current row must be set to that of its processor.
 void CProcessorCompleter::onOrderChanged()
 {
-    if (m_current.isValid()) { // otherwise nobody needs the list made already
+    if (m_current.isValid()) { // mapping is expensive without a current row
         const QModelIndex row = m_list->mapFromSource(m_filter->mapFromSource(m_current));
         m_popup->selectionModel()->setCurrentIndex(row, QItemSelectionModel::NoUpdate);
     }
@@ -244,11 +257,13 @@ void CProcessorCompleter::onOrderChanged()
 void CProcessorCompleter::retranslate()
 {
     m_popup->setAccessibleName(tr("Search results"));
+    if (isOpen())
+        announceCount();
     m_popup->update();
     m_popup->viewport()->update();
 }
 
-/// Tells of the row once the popup is out of the way: whoever hears it may ask the user something.
+/// Emits after the popup is closed, because the receiver may open a dialog.
 void CProcessorCompleter::choose(const QModelIndex& row)
 {
     const QPersistentModelIndex index = treeIndex(row);
@@ -267,7 +282,7 @@ void CProcessorCompleter::dismiss()
     emit activated(QModelIndex());
 }
 
-/// Closes the list at once and tells of it when the event is over: it may be the end of the panel.
+/// Closes the list at once and emits queued, because the receiver may destroy the panel.
 void CProcessorCompleter::dismissLater()
 {
     if (!isOpen())
@@ -283,6 +298,8 @@ void CProcessorCompleter::hidePopup()
     if (isOpen())
         CToolTip::HideText();
     m_popup->hide();
+    if (m_field)
+        m_field->setAccessibleDescription(QString());
     clearChoice();
     if (std::exchange(m_focusOutHeld, false) && m_field && !m_field->hasFocus()) {
         QFocusEvent focusOut(QEvent::FocusOut, Qt::OtherFocusReason);
@@ -339,7 +356,7 @@ bool CProcessorCompleter::filterPopup(QEvent* event)
             forward(*event);
         return true;
     case QEvent::InputMethod:
-    case QEvent::InputMethodQuery: // on platforms where an open popup is asked for its focus
+    case QEvent::InputMethodQuery: // some platforms ask the open popup for its focus
         forward(*event);
         return true;
     case QEvent::MouseButtonPress:
@@ -361,7 +378,7 @@ bool CProcessorCompleter::filterPopup(QEvent* event)
     }
 }
 
-/// Whether the key is dealt with; otherwise the list view takes it.
+/// Returns whether the key is handled; otherwise the list view handles it.
 bool CProcessorCompleter::pressKey(QKeyEvent& event)
 {
     switch (event.key()) {
@@ -414,7 +431,7 @@ void CProcessorCompleter::pressForwardedKey(QKeyEvent& event)
     }
 }
 
-/// One row on, round the ends of the list; from no row at all into it.
+/// Moves by `step` and wraps at both ends. Without a current row, starts at the first or last one.
 void CProcessorCompleter::moveCurrent(int step)
 {
     const int rows = m_list->rowCount();
@@ -425,7 +442,8 @@ void CProcessorCompleter::moveCurrent(int step)
     select(m_list->index((from + step + rows) % rows, 0), true);
 }
 
-/// To the field alone: its parents would take what it leaves, such as the Escape of a dialog.
+/// Delivers to the field only. Its parents would handle events that it ignores, such as Escape in a
+/// dialog.
 void CProcessorCompleter::forward(QEvent& event)
 {
     if (!m_field)
@@ -459,10 +477,7 @@ void CProcessorCompleter::paintBackground() const
 {
     const CPaintScope painting;
     QPainter painter(m_popup.get());
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(kBackground));
-    painter.drawRoundedRect(m_popup->rect(), kCornerRadius, kCornerRadius);
+    CResultList::paintBackground(painter, m_popup->rect());
     if (m_list->rowCount() > 0)
         return;
     QFont font = m_popup->font();

@@ -15,43 +15,45 @@ class QListView;
 class QModelIndex;
 class QWidget;
 
-/// A list of the processors that match what the user types, below a search field. The field keeps
-/// the focus while the list is open: keys reach the list first and, unless they move in it, the
-/// field. GUI thread.
+/// A popup below a search field that lists the processors matching the typed text. The field keeps
+/// the focus while the list is open. Keys go to the list first; those that do not move in the list
+/// are passed on to the field. GUI thread.
 ///
-/// A row is chosen as soon as it is selected, by the mouse or by a key that moves in the list; or
-/// by Return, Enter, Tab or Select when it is current. That closes the list. Without a choice it
-/// closes on Escape, Shift+Tab, Alt+F4, a press of the mouse elsewhere, when the focus goes
-/// elsewhere, and when the field can no longer be used (see CPlaceWatch).
+/// Selecting a row, by the mouse or by a key that moves in the list, chooses it; Return, Enter, Tab
+/// and Select choose the current row. A choice closes the list. The list closes without a choice on
+/// Escape, Shift+Tab, Alt+F4, a mouse press outside of it, a change of focus, and when the field
+/// can no longer be used (see CPlaceWatch).
 ///
-/// A key that the open list passes on is an event of the field alone: event filters on the field do
-/// not see it, nor do its parents.
+/// A key that is passed on is delivered to the field's event() only. Event filters on the field and
+/// the field's parents do not receive it.
+///
+/// While the list is open, the accessible description of the field is the number of results.
 class CProcessorCompleter final : public QObject
 {
     Q_OBJECT
 
 public:
-    /// For `field`, which is not owned and may go first. The processors are those of the bridge's
+    /// `field` is not owned and may be destroyed first. The processors are those of the bridge's
     /// model.
     explicit CProcessorCompleter(QWidget* field, QObject* parent = nullptr);
     ~CProcessorCompleter() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
-    /// Lists the processors that match `text`, and opens the list. An empty text closes it, and
-    /// nothing is emitted then.
+    /// Opens the list with the processors that match `text`. An empty text closes the list without
+    /// a signal.
     void setFilterText(const QString& text);
 
-    /// Makes row `index` of the list current; with `select` chooses it while the list is open, or
-    /// takes back the selection when it is invalid.
+    /// Makes row `index` of the list current. With `select` the row is also selected, which chooses
+    /// it if the list is open; an invalid `index` clears the selection.
     void select(const QModelIndex& index, bool select);
 
-    /// Whether the list is open.
+    /// Returns whether the list is open.
     bool isOpen() const;
 
 signals:
-    /// The user chose `index` of the tree model; or the list closed without a choice, then it is
-    /// invalid. Once each time the list closes. The receiver may destroy the completer.
+    /// Emitted once each time the list closes: `index` is the chosen index of the tree model, or
+    /// invalid without a choice. The receiver may destroy the completer.
     void activated(const QModelIndex& index);
 
 private:
@@ -60,6 +62,7 @@ private:
     void connectPopup();
     void showPopup();
     void placePopup();
+    void announceCount() const;
     void onRowsChanged();
     void onOrderChanged();
     void retranslate();
@@ -83,12 +86,12 @@ private:
     void paintBackground() const;
 
     QPointer<QWidget> m_field; // not owned
-    // Also held by whoever is in the middle of one of its events.
+    // Shared: code that handles one of its events holds it until the event ends.
     std::shared_ptr<QListView> m_popup;
     CProcessorFilterProxyModel* m_filter = nullptr; // Qt child
     CProcessorFilterModel* m_list = nullptr;        // Qt child
     CPlaceWatch m_placeWatch;
-    QPersistentModelIndex m_current; // row of the tree model
-    bool m_filterActive = true;      // not while an event is on its way to the field
-    bool m_focusOutHeld = false;     // kept from the field, which has lost the focus
+    QPersistentModelIndex m_current; // index of the tree model
+    bool m_filterActive = true;      // false while an event is delivered to the field
+    bool m_focusOutHeld = false;     // a FocusOut event of the field was swallowed
 };

@@ -5,6 +5,7 @@
 #include "processortree/RecordCell.h"
 #include "search/FoundProcessors.h"
 #include "search/ProcessorFilterProxyModel.h"
+#include "search/ProcessorTexts.h"
 
 #include <algorithm>
 
@@ -16,7 +17,7 @@ struct Found
     QModelIndex index;
 };
 
-/// The processors below `parent` that have no rows below themselves, in the tree's order.
+/// Appends the processors below `parent` that have no children, in the order of the tree.
 void collect(const QAbstractItemModel& source, const QModelIndex& parent, std::vector<Found>& found)
 {
     for (int row = 0; row < source.rowCount(parent); ++row) {
@@ -69,7 +70,7 @@ int CProcessorFilterModel::rowCount(const QModelIndex& parent) const
 int CProcessorFilterModel::columnCount(const QModelIndex& parent) const
 {
     Q_UNUSED(parent)
-    // The filter would have to look through the tree for an answer.
+    // Asking the filter would make it map the tree.
     if (found() && found()->tree())
         return found()->tree()->columnCount();
     return sourceModel() ? sourceModel()->columnCount() : 0;
@@ -77,7 +78,13 @@ int CProcessorFilterModel::columnCount(const QModelIndex& parent) const
 
 QVariant CProcessorFilterModel::data(const QModelIndex& index, int role) const
 {
-    return sourceModel() ? readableIndex(index).data(role) : QVariant();
+    if (!sourceModel())
+        return {};
+    const QModelIndex row = readableIndex(index);
+    const QVariant value = row.data(role);
+    if (role == Qt::AccessibleDescriptionRole && row.isValid() && !value.isValid())
+        return processorDescription(row.data(NodeDataRole).value<ProcessorNode>());
+    return value;
 }
 
 Qt::ItemFlags CProcessorFilterModel::flags(const QModelIndex& index) const
@@ -136,7 +143,7 @@ void CProcessorFilterModel::invalidate()
 void CProcessorFilterModel::connectSource(const QAbstractItemModel& source)
 {
     connect(&source, &QAbstractItemModel::modelReset, this, [this] {
-        connectRows(); // a filter may have turned to another tree
+        connectRows(); // the filter may have another source now
         refresh();
     });
     const auto refreshOwn = [this] {
@@ -150,7 +157,7 @@ void CProcessorFilterModel::connectSource(const QAbstractItemModel& source)
     connect(&source, &QObject::destroyed, this, &CProcessorFilterModel::refresh);
 }
 
-/// Of the processors that a filter of the tree has found, these tell by themselves.
+/// CFoundProcessors announces its own changes, so the signals of the source are not used for it.
 void CProcessorFilterModel::connectRows()
 {
     for (const QMetaObject::Connection& connection : m_rowConnections)
@@ -167,7 +174,8 @@ void CProcessorFilterModel::connectRows()
     }
 }
 
-/// No signal tells those who hold an index, so it follows its processor, or becomes invalid.
+/// No signal is emitted, so persistent indexes are moved to the new rows of their processors, or
+/// become invalid.
 void CProcessorFilterModel::refresh()
 {
     const QModelIndexList held = persistentIndexList();
@@ -227,7 +235,8 @@ QModelIndex CProcessorFilterModel::indexOf(const Row& row) const
                                  : createIndex(static_cast<int>(found - m_rows.begin()), 0);
 }
 
-/// Where to read a row: the filter would have to take up its branch first, to answer the same.
+/// Returns the index to read a row from. The item's own index returns the same data as the filter's
+/// without making the filter map its branch.
 QModelIndex CProcessorFilterModel::readableIndex(const QModelIndex& index) const
 {
     const Row* row = rowAt(index);

@@ -10,15 +10,15 @@ class CFoundProcessors;
 class CProcessorFilterProxyModel;
 class QStandardItem;
 
-/// The processors of a tree of processors as a list, in ascending order of their numbers, equal
-/// ones in the order of the tree. Rows with children and rows of any other kind are left out.
+/// A flat list of the processors of a processor tree, sorted by number and then by their order in
+/// the tree. Rows with children and rows of other types are left out.
 ///
-/// The list follows the tree. Views hear of it as a model reset when rows of the tree come or go,
-/// and not at all when it changes otherwise: after those changes they look again by themselves. It
-/// follows a filter of the processor tree behind that filter's own signals of changes.
+/// The list follows its source. Inserted and removed rows cause a model reset. Other changes update
+/// the list without a signal, so views must update themselves after them. Above a
+/// CProcessorFilterProxyModel, the list changes after that model has emitted its own signals.
 ///
-/// Not supported: a proxy model on top, which would not hear enough; rows that leave the tree
-/// without a signal, as QStandardItem::takeChild() takes them. GUI thread.
+/// Not supported: a proxy model on top, because the list does not announce all changes; rows that
+/// leave the tree without a signal, such as by QStandardItem::takeChild(). GUI thread.
 class CProcessorFilterModel final : public QAbstractProxyModel
 {
     Q_OBJECT
@@ -31,28 +31,33 @@ public:
                       const QModelIndex& parent = QModelIndex()) const override;
     QModelIndex parent(const QModelIndex& index) const override;
 
-    /// The length of the list, whatever `parent` is.
+    /// Returns the length of the list for every `parent`.
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+
+    /// Returns the data of the source. If it has none for Qt::AccessibleDescriptionRole, returns a
+    /// description of the processor.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
-    /// Does nothing for null.
+    /// Ignores a null `model`.
     void setSourceModel(QAbstractItemModel* model) override;
     QModelIndex mapToSource(const QModelIndex& proxyIndex) const override;
     QModelIndex mapFromSource(const QModelIndex& sourceIndex) const override;
 
 signals:
-    /// Rows of the tree came, or went; the list is up to date and views were reset.
+    /// Emitted after rows of the tree were inserted or removed, when the list is up to date and
+    /// views were reset.
     void rowsAdded();
     void rowsRemed();
 
 public slots:
-    /// Takes the list anew from the tree. Emits no signal.
+    /// Reads the list from the source again. Emits no signal.
     void invalidate();
 
 private:
-    /// A row of the source, known by its item where the source filters the processor tree.
+    /// A row of the source: its item if the source is a filter of the processor tree, else its
+    /// index.
     struct Row
     {
         QStandardItem* item = nullptr;
@@ -75,6 +80,6 @@ private:
     QModelIndex readableIndex(const QModelIndex& index) const;
 
     std::vector<Row> m_rows;
-    QPointer<CProcessorFilterProxyModel> m_filter; // the source, if it is one
+    QPointer<CProcessorFilterProxyModel> m_filter; // the source; null if it is another class
     std::vector<QMetaObject::Connection> m_rowConnections;
 };

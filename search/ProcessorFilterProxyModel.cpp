@@ -13,7 +13,7 @@ CProcessorFilterProxyModel::CProcessorFilterProxyModel(QObject* parent)
     setRecursiveFilteringEnabled(true);
     setFilterCaseSensitivity(Qt::CaseInsensitive);
     setDynamicSortFilter(true);
-    // Connected before anyone can be, so that all find the processors again that a reset lost.
+    // Connected first, so that other receivers of modelReset() find the processors up to date.
     connect(this, &QAbstractItemModel::modelReset, this, [this] {
         if (m_found)
             m_found->follow();
@@ -35,7 +35,8 @@ void CProcessorFilterProxyModel::setSourceModel(QAbstractItemModel* model)
 
 void CProcessorFilterProxyModel::setFilterText(const QString& text)
 {
-    // Whoever is told of rows is told of all: the base says nothing of those it was not asked for.
+    // The base announces changes only for rows that were requested, so they are requested if anyone
+    // listens.
     const bool isFollowed =
         isSignalConnected(QMetaMethod::fromSignal(&QAbstractItemModel::rowsInserted));
     if (isFollowed)
@@ -50,8 +51,8 @@ void CProcessorFilterProxyModel::setFilterText(const QString& text)
         const QScopedValueRollback<bool> setting(m_isSettingText, true);
         setFilterFixedString(text);
     }
-    // The base looks at all rows for each text once it knows of any. It may forget them when nobody
-    // has one.
+    // Once rows are mapped, the base filters all of them for each text. It may forget the mapping
+    // when nobody holds an index.
     if (text.isEmpty() && !isFollowed)
         m_isAsked = false;
     if (!m_isAsked)
@@ -63,7 +64,7 @@ bool CProcessorFilterProxyModel::filterAcceptsRow(int sourceRow,
                                                   const QModelIndex& sourceParent) const
 {
     if (m_isSettingText && !m_isAsked)
-        return true; // quickly: the answer is forgotten at once
+        return true; // the result is discarded at once
     m_isAsked = true;
     if (m_text.isEmpty())
         return false;
@@ -75,7 +76,7 @@ bool CProcessorFilterProxyModel::filterAcceptsRow(int sourceRow,
     return QSortFilterProxyModel::filterAcceptsRow(sourceRow, sourceParent);
 }
 
-/// The base looks at the rows above a changed one only when the display text has changed.
+/// The base reviews the parents of a changed row only if its display text changed.
 void CProcessorFilterProxyModel::reviewBranch(const QModelIndex& topLeft,
                                               const QModelIndex& bottomRight,
                                               const QVector<int>& roles)

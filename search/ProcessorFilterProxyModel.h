@@ -8,12 +8,12 @@
 
 class CFoundProcessors;
 
-/// The part of the processor tree that holds a search text: processors whose name, dotted address
-/// or displayed number contains it, other rows whose name does, and the rows above all of these.
+/// Filters the processor tree by a search text. Accepts processors whose name, dotted address or
+/// displayed number contains the text, other rows whose name contains it, and the parents of all
+/// these rows. Names are compared case-insensitively.
 ///
-/// A processor addressed by IP is not found by its number, one addressed by number not by its
-/// address. Case counts for neither of them, as they have none, and does not for names. Nothing is
-/// found with an empty text.
+/// A processor addressed by IP is not found by its number, and one addressed by number is not found
+/// by its address. An empty text matches nothing.
 ///
 /// GUI thread.
 class CProcessorFilterProxyModel final : public QSortFilterProxyModel
@@ -26,13 +26,13 @@ public:
 
     void setSourceModel(QAbstractItemModel* model) override;
 
-    /// Searches for `text` from now on.
+    /// Sets the search text.
     void setFilterText(const QString& text);
 
     const CSearchText& searchText() const { return m_text; }
 
-    /// The processors that come through; null when the source is no processor tree. Another one
-    /// for another source, from modelReset() on.
+    /// Returns the accepted processors; null if the source is not a processor tree.
+    /// setSourceModel() replaces the object; the new one is valid from modelReset() on.
     CFoundProcessors* found() const { return m_found.get(); }
 
 protected:
@@ -46,5 +46,5 @@ private:
     QMetaObject::Connection m_review;
     std::unique_ptr<CFoundProcessors> m_found;
     bool m_isSettingText = false;
-    mutable bool m_isAsked = false; // for a row, so that somebody may have it
+    mutable bool m_isAsked = false; // a row was requested, so that callers may hold its index
 };

@@ -13,8 +13,8 @@ QString folded(QString text)
     return text;
 }
 
-/// Whether looking for the folded letter in folded names finds what Qt's filter finds, which sees
-/// the case of some letters beyond ASCII in another way.
+/// Returns whether a case-folded comparison of the letter equals the comparison of Qt's filter,
+/// which folds some letters beyond ASCII differently.
 bool isPlain(QChar letter)
 {
     const QChar::Category category = letter.category();

@@ -5,20 +5,20 @@
 #include <QRegExp>
 #include <QString>
 
-/// What a search looks at in a row of the tree.
+/// The searched texts of a row of the tree.
 struct SSearchedRow
 {
     QString name;
-    QString foldedName; ///< In lower case as far as case counts for nothing, letter by letter.
-    QString shown;      ///< The address or the number that a processor is shown with.
+    QString foldedName; ///< The name with the case of each letter folded.
+    QString shown;      ///< The address or number that the processor is shown with.
 };
 
 SSearchedRow searchedRow(const QString& name, const CRecordCell::Key& processor);
 
-/// The address or the number that a processor is shown with.
+/// Returns the address or number that a processor is shown with.
 QString shownText(const CRecordCell::Key& processor);
 
-/// A text to look for in many rows, prepared once.
+/// A search text, prepared for matching many rows.
 class CSearchText final
 {
 public:
@@ -28,11 +28,11 @@ public:
     const QString& text() const { return m_text; }
     bool isEmpty() const { return m_text.isEmpty(); }
 
-    /// Whether an address or a number can hold it.
+    /// Returns whether an address or a number can contain the text.
     bool isOfNumbers() const { return m_isOfNumbers; }
 
-    /// Whether the address or number shown holds it, or the name does, in whatever case. Not with
-    /// an empty text.
+    /// Returns whether the shown address or number, or the name in any case, contains the text.
+    /// False for an empty text.
     bool isIn(const SSearchedRow& row) const;
 
 private:
@@ -40,5 +40,5 @@ private:
     QString m_folded;
     bool m_isOfNumbers = false;
     bool m_isPlain = true;
-    QRegExp m_pattern; // for what is not plain
+    QRegExp m_pattern; // used if the text is not plain
 };

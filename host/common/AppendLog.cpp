@@ -12,7 +12,7 @@ struct Log
     LogSink sink;
 };
 
-// Never destroyed: threads may log while the process ends.
+// Never destroyed, because threads may log while the process exits.
 Log& log()
 {
     static auto* const instance = new Log;

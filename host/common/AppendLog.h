@@ -16,12 +16,12 @@ struct LogRecord
 
 using LogSink = std::function<void(const LogRecord&)>;
 
-/// Adds a record to the host's log: which function of which source file and line says `message`.
-/// The texts are copied; null counts as empty. Any thread.
+/// Appends a record to the host's log. `function`, `file` and `line` name the place in the source;
+/// the texts are UTF-8 and are copied, and null counts as empty. Thread-safe.
 HOSTCOMMON_EXPORT void AppendLog(const char* function, const char* file, int line,
                                  const char* message);
 
-/// Sends the records that follow to `sink`, which is called on the threads that log, one at a time;
-/// it must not log itself. An empty sink goes back to the standard error stream. Returns the sink
-/// that was in force. Any thread.
+/// Sends later records to `sink`, which is called on the logging threads, one call at a time, and
+/// must not log. An empty sink restores the standard error stream. Returns the previous sink.
+/// Thread-safe.
 HOSTCOMMON_EXPORT LogSink SetLogSink(LogSink sink);

@@ -10,7 +10,7 @@ struct Name
     QString text;
 };
 
-// Never destroyed: a dialog may ask while the process ends.
+// Never destroyed, because a dialog may read it while the process exits.
 Name& name()
 {
     static auto* const instance = new Name;

@@ -4,8 +4,8 @@
 
 #include <QString>
 
-/// The host software's display name, caption of every message box and dialog. Any thread.
+/// Returns the host software's display name, the caption of message boxes and dialogs. Thread-safe.
 HOSTCOMMON_EXPORT QString custom_software_name();
 
-/// Sets that name; the host does so once, before it loads its layers. Any thread.
+/// Sets the name. The host calls it once, before it loads its layers. Thread-safe.
 HOSTCOMMON_EXPORT void set_custom_software_name(const QString& name);

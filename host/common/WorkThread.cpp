@@ -24,7 +24,7 @@ void CWorkThread::AppendEvent(Event event, bool replacePending)
             return waiting.first == event.first;
         });
         if (replacePending && same != m_events.end())
-            std::swap(*same, event); // the old one goes when the lock is free
+            std::swap(*same, event); // destroyed after the lock is released
         else
             m_events.push_back(std::move(event));
     }
@@ -33,7 +33,7 @@ void CWorkThread::AppendEvent(Event event, bool replacePending)
 
 void CWorkThread::ActivateThread()
 {
-    // Starting a thread that is on its way out would do nothing.
+    // start() has no effect on a thread that is about to finish.
     bool leaving = false;
     {
         const std::lock_guard guard(m_mutex);

@@ -10,31 +10,31 @@
 #include <mutex>
 #include <utility>
 
-/// A thread that runs posted jobs one after the other, in the order in which they were posted.
+/// A thread that runs posted jobs in the order in which they were posted.
 ///
-/// Start it with QThread::start(); jobs posted before that wait. Jobs must not throw. Destroying a
-/// thread that still runs asks it to exit and waits for the job in hand.
+/// Start it with QThread::start(); jobs that are posted earlier wait. Jobs must not throw. The
+/// destructor stops a running thread and waits for its current job.
 class HOSTCOMMON_EXPORT CWorkThread : public QThread
 {
     Q_OBJECT
 
 public:
-    /// A number that says what the job is about, for whoever reads a trace, and the job itself.
+    /// A number that identifies the purpose of the job in traces, and the job.
     using Event = std::pair<int, std::function<void()>>;
 
     explicit CWorkThread(QObject* parent = nullptr);
     ~CWorkThread() override;
 
-    /// Posts a job. With `replacePending` a waiting job of the same number is replaced in its place
-    /// in the line instead. Any thread. After ThreadExit() jobs are dropped until ActivateThread().
+    /// Posts a job. With `replacePending`, a waiting job of the same number is replaced and keeps
+    /// its position. After ThreadExit(), jobs are dropped until ActivateThread(). Thread-safe.
     void AppendEvent(Event event, bool replacePending);
 
-    /// Takes jobs again after ThreadExit(), and starts the thread when it does not run. Any thread
-    /// but its own.
+    /// Accepts jobs again after ThreadExit() and starts the thread if it does not run. Any thread
+    /// except this one.
     void ActivateThread();
 
-    /// Asks the thread to end after the job in hand; waiting jobs are dropped, with what they hold.
-    /// Does not wait: QThread::wait() does. Any thread.
+    /// Drops the waiting jobs and makes the thread finish after its current job. Does not block;
+    /// use QThread::wait() for that. Thread-safe.
     void ThreadExit();
 
 protected:

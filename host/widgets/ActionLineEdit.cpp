@@ -6,7 +6,7 @@
 
 namespace {
 
-// The name that QLineEdit gives its own action.
+// The object name that QLineEdit gives its clear action.
 constexpr char kClearAction[] = "_q_qlineeditclearaction";
 
 } // namespace
@@ -19,6 +19,8 @@ CActionLineEdit::CActionLineEdit(QWidget* parent)
 QAction* CActionLineEdit::AddLeadingAction(const QIcon& icon, const QString& toolTip)
 {
     QAction* action = addAction(icon, LeadingPosition);
+    // Assistive technology reads the text as the name of the button.
+    action->setText(toolTip);
     action->setToolTip(toolTip);
     return action;
 }
@@ -42,5 +44,6 @@ void CActionLineEdit::dressClearAction()
     if (!action)
         return;
     action->setIcon(QIcon(QStringLiteral(":/HostWidgets/icons/clear.svg")));
+    action->setText(tr("Clear"));
     action->setToolTip(tr("Clear"));
 }

@@ -4,9 +4,9 @@
 
 #include <QLineEdit>
 
-/// A text field with actions inside it: those that its user adds, and one that clears the text,
-/// shown while there is a text and setClearButtonEnabled() is on. Clearing is an edit: it emits
-/// textEdited(). GUI thread.
+/// A text field with actions inside it: those added by the caller, and a clear action, which is
+/// visible while there is text and setClearButtonEnabled() is on. Clearing emits textEdited(). GUI
+/// thread.
 class HOSTWIDGETS_EXPORT CActionLineEdit : public QLineEdit
 {
     Q_OBJECT
@@ -14,10 +14,10 @@ class HOSTWIDGETS_EXPORT CActionLineEdit : public QLineEdit
 public:
     explicit CActionLineEdit(QWidget* parent = nullptr);
 
-    /// Adds an action in front of the text. The field owns it.
+    /// Adds an action in front of the text. The field owns the action.
     QAction* AddLeadingAction(const QIcon& icon, const QString& toolTip);
 
-    /// As QLineEdit's, in the host's look. Hides the base's, which is not virtual.
+    /// Like QLineEdit's function, which is not virtual, with the host's icon.
     void setClearButtonEnabled(bool enable);
 
 protected:

@@ -1,6 +1,7 @@
 #include "host/widgets/ComboBox.h"
 
 #include "host/widgets/ComboListDelegate.h"
+#include "host/widgets/HostTheme.h"
 #include "host/widgets/ToolTip.h"
 
 #include <QAbstractItemView>
@@ -13,14 +14,14 @@
 namespace {
 
 constexpr int kIconSpace = 4;
-constexpr int kTextMargin = 1; // as styles leave beside the text of a field
+constexpr int kTextMargin = 1; // the margin of styles beside a field's text
 
 } // namespace
 
 CComboBox::CComboBox(QWidget* parent)
     : QComboBox(parent)
 {
-    setFocusPolicy(Qt::StrongFocus); // the wheel gives no focus
+    setFocusPolicy(Qt::StrongFocus); // excludes the wheel
     setItemDelegate(new ComboListDelegate(this));
 }
 
@@ -44,7 +45,7 @@ bool CComboBox::event(QEvent* event)
 
 void CComboBox::childEvent(QChildEvent* event)
 {
-    // The editor of an editable box comes late, and may be exchanged.
+    // The editor of an editable box is created late and may be replaced.
     if (event->polished() && lineEdit())
         lineEdit()->setAlignment(m_alignment | Qt::AlignVCenter);
     QComboBox::childEvent(event);
@@ -57,7 +58,8 @@ void CComboBox::paintEvent(QPaintEvent*)
     QStyleOptionComboBox option;
     initStyleOption(&option);
     if (currentIndex() < 0 && !placeholderText().isEmpty()) {
-        painter.setPen(palette().color(QPalette::PlaceholderText));
+        // The style sheet's colour of the text overwrites the palette's colour of placeholders.
+        painter.setPen(hostColors().hintText);
         option.currentText = placeholderText();
     }
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
@@ -94,8 +96,8 @@ QRect CComboBox::fieldRect(const QStyleOptionComboBox& option) const
         .adjusted(kTextMargin, 0, -kTextMargin, 0);
 }
 
-/// A centred text stands in the middle of the whole widget, as in the list, unless that would have
-/// it run into the arrow.
+/// Returns the rectangle of the text. A centred text is centred in the whole widget, as in the
+/// list, unless it would overlap the arrow.
 QRect CComboBox::textRect(const QStyleOptionComboBox& option) const
 {
     QRect room = fieldRect(option);

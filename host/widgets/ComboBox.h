@@ -6,9 +6,9 @@
 
 class QStyleOptionComboBox;
 
-/// A selector in the host's look. The wheel changes only a focused one; texts that do not fit are
-/// elided, in the field and in the list, and shown whole in a tool tip unless there is another one.
-/// GUI thread.
+/// A combo box in the host's look. The wheel changes it only while it has the focus. Texts that do
+/// not fit are elided in the field and in the list, and shown whole in a tool tip unless there is
+/// another tool tip. GUI thread.
 class HOSTWIDGETS_EXPORT CComboBox : public QComboBox
 {
     Q_OBJECT
@@ -16,7 +16,7 @@ class HOSTWIDGETS_EXPORT CComboBox : public QComboBox
 public:
     explicit CComboBox(QWidget* parent = nullptr);
 
-    /// Where the text stands in the field and in the list: Qt::AlignLeft (the default),
+    /// Sets the alignment of the text in the field and in the list: Qt::AlignLeft (the default),
     /// Qt::AlignHCenter or Qt::AlignRight.
     void setTextHorizontalAlignment(Qt::Alignment alignment);
     Qt::Alignment textHorizontalAlignment() const { return m_alignment; }

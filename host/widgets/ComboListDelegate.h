@@ -3,7 +3,7 @@
 #include "host/widgets/ComboBox.h"
 #include "host/widgets/WholeTextDelegate.h"
 
-/// Aligns the texts of a selector's list as the one in its field.
+/// Aligns the texts of a combo box's list like the text in its field.
 class ComboListDelegate final : public WholeTextDelegate
 {
     Q_OBJECT
@@ -15,6 +15,11 @@ public:
     {
     }
 
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return WholeTextDelegate::sizeHint(option, index).expandedTo({0, kRowHeight});
+    }
+
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
     {
@@ -24,5 +29,7 @@ protected:
     }
 
 private:
-    CComboBox* m_box; // owns this
+    static constexpr int kRowHeight = 24;
+
+    CComboBox* m_box; // owner
 };

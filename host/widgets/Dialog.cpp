@@ -23,33 +23,34 @@ struct ButtonText
 {
     QDialogButtonBox::StandardButton button;
     const char* text;
+    char letter; ///< Presses the button together with Alt, in every language.
 };
 
 constexpr ButtonText kButtonTexts[] = {
-    {QDialogButtonBox::Ok, QT_TRANSLATE_NOOP("CDialog", "OK")},
-    {QDialogButtonBox::Cancel, QT_TRANSLATE_NOOP("CDialog", "Cancel")},
-    {QDialogButtonBox::Yes, QT_TRANSLATE_NOOP("CDialog", "Yes")},
-    {QDialogButtonBox::No, QT_TRANSLATE_NOOP("CDialog", "No")},
-    {QDialogButtonBox::YesToAll, QT_TRANSLATE_NOOP("CDialog", "Yes to all")},
-    {QDialogButtonBox::NoToAll, QT_TRANSLATE_NOOP("CDialog", "No to all")},
-    {QDialogButtonBox::Close, QT_TRANSLATE_NOOP("CDialog", "Close")},
-    {QDialogButtonBox::Open, QT_TRANSLATE_NOOP("CDialog", "Open")},
-    {QDialogButtonBox::Save, QT_TRANSLATE_NOOP("CDialog", "Save")},
-    {QDialogButtonBox::SaveAll, QT_TRANSLATE_NOOP("CDialog", "Save all")},
-    {QDialogButtonBox::Discard, QT_TRANSLATE_NOOP("CDialog", "Discard")},
-    {QDialogButtonBox::Apply, QT_TRANSLATE_NOOP("CDialog", "Apply")},
-    {QDialogButtonBox::Reset, QT_TRANSLATE_NOOP("CDialog", "Reset")},
-    {QDialogButtonBox::RestoreDefaults, QT_TRANSLATE_NOOP("CDialog", "Restore defaults")},
-    {QDialogButtonBox::Abort, QT_TRANSLATE_NOOP("CDialog", "Abort")},
-    {QDialogButtonBox::Retry, QT_TRANSLATE_NOOP("CDialog", "Retry")},
-    {QDialogButtonBox::Ignore, QT_TRANSLATE_NOOP("CDialog", "Ignore")},
-    {QDialogButtonBox::Help, QT_TRANSLATE_NOOP("CDialog", "Help")},
+    {QDialogButtonBox::Ok, QT_TRANSLATE_NOOP("CDialog", "OK"), 'O'},
+    {QDialogButtonBox::Cancel, QT_TRANSLATE_NOOP("CDialog", "Cancel"), 'C'},
+    {QDialogButtonBox::Yes, QT_TRANSLATE_NOOP("CDialog", "Yes"), 'Y'},
+    {QDialogButtonBox::No, QT_TRANSLATE_NOOP("CDialog", "No"), 'N'},
+    {QDialogButtonBox::YesToAll, QT_TRANSLATE_NOOP("CDialog", "Yes to all"), 'A'},
+    {QDialogButtonBox::NoToAll, QT_TRANSLATE_NOOP("CDialog", "No to all"), 'L'},
+    {QDialogButtonBox::Close, QT_TRANSLATE_NOOP("CDialog", "Close"), 'C'},
+    {QDialogButtonBox::Open, QT_TRANSLATE_NOOP("CDialog", "Open"), 'O'},
+    {QDialogButtonBox::Save, QT_TRANSLATE_NOOP("CDialog", "Save"), 'S'},
+    {QDialogButtonBox::SaveAll, QT_TRANSLATE_NOOP("CDialog", "Save all"), 'A'},
+    {QDialogButtonBox::Discard, QT_TRANSLATE_NOOP("CDialog", "Discard"), 'D'},
+    {QDialogButtonBox::Apply, QT_TRANSLATE_NOOP("CDialog", "Apply"), 'A'},
+    {QDialogButtonBox::Reset, QT_TRANSLATE_NOOP("CDialog", "Reset"), 'R'},
+    {QDialogButtonBox::RestoreDefaults, QT_TRANSLATE_NOOP("CDialog", "Restore defaults"), 'F'},
+    {QDialogButtonBox::Abort, QT_TRANSLATE_NOOP("CDialog", "Abort"), 'B'},
+    {QDialogButtonBox::Retry, QT_TRANSLATE_NOOP("CDialog", "Retry"), 'R'},
+    {QDialogButtonBox::Ignore, QT_TRANSLATE_NOOP("CDialog", "Ignore"), 'I'},
+    {QDialogButtonBox::Help, QT_TRANSLATE_NOOP("CDialog", "Help"), 'H'},
 };
 
 QDialogButtonBox* createButtonBox(QWidget* dialog)
 {
     auto* box = new QDialogButtonBox(dialog);
-    // One order of buttons on every desktop, the accepting one first.
+    // The same order on every desktop, with the accepting button first.
     box->setStyleSheet(QStringLiteral("button-layout: 0; dialogbuttonbox-buttons-have-icons: 0;"));
     box->layout()->setSpacing(kButtonSpacing);
     box->setContentsMargins(kButtonMargin, 0, kButtonMargin,
@@ -59,7 +60,7 @@ QDialogButtonBox* createButtonBox(QWidget* dialog)
     return box;
 }
 
-/// Closes `dialog` as if it was rejected, but quietly: whoever listens may be half gone.
+/// Closes `dialog` as rejected without a signal, because its receivers may be partly destroyed.
 void dismiss(QDialog& dialog)
 {
     dialog.setResult(QDialog::Rejected);
@@ -81,7 +82,7 @@ CDialog::CDialog(QWidget* parent, const QString& title, const QString& subtitle,
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    // Aligned, so that both keep to their edges where the body does not fill the room between them.
+    // Aligned, so that both stay at their edges if the body does not fill the room between them.
     layout->addWidget(m_titleBar, 0, Qt::AlignTop);
     layout->addLayout(m_body, 1);
     layout->addWidget(m_buttonBox, 0, Qt::AlignBottom);
@@ -137,7 +138,7 @@ int CDialog::exec()
 
 void CDialog::done(int result)
 {
-    // Somebody's code goes on to its end; whoever listened may be half gone.
+    // The caller's code still runs, but receivers of signals may be partly destroyed.
     if (m_abandoned)
         dismiss(*this);
     else
@@ -149,7 +150,7 @@ void CDialog::reject()
     OnReject();
 }
 
-/// OnAccept() may ask the host, which may let the user press the button meanwhile.
+/// OnAccept() may run an event loop of the host, in which the user can press the button again.
 void CDialog::takeAccept()
 {
     if (m_accepting)
@@ -192,7 +193,7 @@ bool CDialog::event(QEvent* event)
         m_outline->raise();
         break;
     case QEvent::LanguageChange:
-        // After the button box, which knows the language of Qt's own texts only.
+        // After the button box has set the texts of Qt's translation.
         retranslateButtons();
         break;
     case QEvent::ParentChange:
@@ -224,7 +225,7 @@ void CDialog::showEvent(QShowEvent* event)
         focusFirst();
         m_outline->raise();
         QDialog::showEvent(event);
-        // A place of our choice is chosen anew the next time.
+        // A position that was chosen here is chosen again the next time.
         setAttribute(Qt::WA_Moved, placed);
     } else {
         QDialog::showEvent(event);
@@ -241,9 +242,9 @@ void CDialog::watchParent()
     }
 }
 
-/// A widget tells of its end before it deletes its children, so there is time to be none of them;
-/// that holds for the parent's parents too, which delete the parent as their child. Hiding a dialog
-/// ends its exec(), and these return from the innermost outwards.
+/// A widget emits destroyed() before it deletes its children, so this dialog can still leave it. A
+/// parent of the parent deletes the parent as its child, so this covers it too. Hiding a dialog
+/// ends its exec(); nested calls return from the innermost outwards.
 void CDialog::leaveDyingParent()
 {
     if (m_shown && !m_executed)
@@ -256,7 +257,7 @@ void CDialog::leaveDyingParent()
     const QList<QDialog*> found = findChildren<QDialog*>();
     for (QDialog* dialog : found)
         inner.emplace_back(dialog);
-    // Found from the outside in.
+    // findChildren() lists the outer dialogs first.
     std::for_each(inner.rbegin(), inner.rend(), [](const QPointer<QDialog>& dialog) {
         if (dialog)
             dismiss(*dialog);
@@ -266,7 +267,7 @@ void CDialog::leaveDyingParent()
     m_abandoned = true;
 }
 
-/// Also when the dialog below it, which is about to close, has lost its parent.
+/// Returns whether the parent of this dialog, or of a dialog below it, was destroyed.
 bool CDialog::isAbandoned() const
 {
     for (const QWidget* widget = this; widget; widget = widget->parentWidget()) {
@@ -287,7 +288,7 @@ void CDialog::placeOnScreen()
         place.moveCenter(screen()->availableGeometry().center());
     const QScreen* at = QGuiApplication::screenAt(place.center());
     const QRect room = (at ? at : over ? over->screen() : screen())->availableGeometry();
-    // The title bar's end counts when the dialog is larger than the screen.
+    // Right and bottom first, so that the title bar is visible if the dialog exceeds the screen.
     place.moveRight(std::min(place.right(), room.right()));
     place.moveBottom(std::min(place.bottom(), room.bottom()));
     place.moveLeft(std::max(place.left(), room.left()));
@@ -297,8 +298,8 @@ void CDialog::placeOnScreen()
     move(m_place);
 }
 
-/// A window manager may put a window without a frame where it should be, and leave Qt with another
-/// idea of where that is; asking for the place again clears that up.
+/// A window manager may place a frameless window correctly and report another position to Qt.
+/// Moving it once more corrects the position that Qt stores.
 void CDialog::settle()
 {
     if (m_placed && pos() != m_place && !isMaximized())
@@ -345,8 +346,11 @@ void CDialog::focusFirst()
 
 void CDialog::retranslateButtons()
 {
-    for (const auto& [button, text] : kButtonTexts) {
-        if (QPushButton* found = m_buttonBox->button(button))
+    for (const auto& [button, text, letter] : kButtonTexts) {
+        if (QPushButton* found = m_buttonBox->button(button)) {
             found->setText(tr(text));
+            // After the text, which resets the shortcut.
+            found->setShortcut(QLatin1String("Alt+") + QLatin1Char(letter));
+        }
     }
 }

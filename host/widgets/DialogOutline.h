@@ -2,8 +2,8 @@
 
 #include <QWidget>
 
-/// The line around a dialog. Lies above all that the dialog holds, but is no more than that line,
-/// so that it needs no room in the layout and costs the widgets below it nothing.
+/// The outline of a dialog. It lies above the other widgets and is masked to the line, so that it
+/// needs no room in the layout and does not affect the widgets below it.
 class DialogOutline final : public QWidget
 {
     Q_OBJECT

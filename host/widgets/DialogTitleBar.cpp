@@ -22,7 +22,7 @@ constexpr int kButtonSize = 24;
 constexpr int kIconSize = 12;
 constexpr int kGap = 8;
 
-/// A Wayland window cannot move itself.
+/// Returns whether the compositor places windows: a Wayland window cannot move itself.
 bool isPlacedByCompositor()
 {
     return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
@@ -90,7 +90,7 @@ void DialogTitleBar::paintEvent(QPaintEvent*)
         place.setLeft(place.left() + kGap);
     }
     if (place.width() > kGap)
-        draw(m_subtitle, hostColors().weakText);
+        draw(m_subtitle, hostColors().hintText);
 }
 
 void DialogTitleBar::mousePressEvent(QMouseEvent* event)
@@ -111,7 +111,8 @@ void DialogTitleBar::mouseMoveEvent(QMouseEvent* event)
         if (distance < QApplication::startDragDistance())
             return;
         m_moving = true;
-        // Elsewhere a window manager may be late in taking over, or fail to, and does not say so.
+        // Not on other platforms, where the window manager may start late, or fail without a
+        // report.
         if (isPlacedByCompositor() && window()->windowHandle()->startSystemMove()) {
             m_pressed.reset();
             return;
@@ -132,7 +133,8 @@ void DialogTitleBar::mouseDoubleClickEvent(QMouseEvent* event)
         toggleMaximized();
 }
 
-/// The bar's buttons are for the mouse; the keyboard has Escape and the window manager's keys.
+/// The buttons do not take the focus, because the keyboard has Escape and the window manager's
+/// keys.
 QToolButton* DialogTitleBar::addButton(const QString& objectName)
 {
     auto* button = new QToolButton(this);

@@ -6,13 +6,13 @@
 
 class QToolButton;
 
-/// The title bar of a CDialog: shows the window's title and moves the window.
+/// The title bar of a CDialog. Shows the window title and moves the window.
 class DialogTitleBar final : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// `titleButtons` is a sum of CDialog::TitleButton.
+    /// `titleButtons` is a combination of CDialog::TitleButton.
     DialogTitleBar(QString subtitle, int titleButtons, QWidget* dialog);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -35,7 +35,7 @@ private:
     QString m_subtitle;
     QToolButton* m_maximize = nullptr; // Qt child
     QToolButton* m_close = nullptr;    // Qt child
-    std::optional<QPoint> m_pressed;   ///< Where on the screen the button went down.
-    QPoint m_grip;                     ///< That place, from the window's corner.
+    std::optional<QPoint> m_pressed;   ///< Global position of the mouse press.
+    QPoint m_grip;                     ///< The same position relative to the window.
     bool m_moving = false;
 };

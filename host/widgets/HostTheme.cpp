@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kTextPixels = 12;
 
-// Every word in capitals between at-signs is replaced by the colour of that name.
+// Each name in capitals between at-signs is replaced by a colour.
 constexpr char kStyleSheet[] = R"(
 QMainWindow, QMainWindow::separator { background: @WINDOW@; }
 QMainWindow::separator { width: 8px; height: 8px; }
@@ -31,7 +31,7 @@ QMenu { background: @POPUP@; border: 1px solid @LINE@; border-radius: 8px; paddi
 QMenu::item { padding: 5px 24px 5px 28px; border-radius: 4px; }
 QMenu::item:selected { background: @ROW@; color: @STRONG@; }
 #IPManageMenu::item { height: 22px; }
-QMenu::item:disabled { color: @HINT@; }
+QMenu::item:disabled { color: @DISABLED@; }
 QMenu::separator { height: 1px; background: @LINE@; margin: 4px 8px; }
 QMenu::indicator { width: 12px; height: 12px; left: 8px; }
 QMenu::indicator:checked { image: url(:/HostWidgets/icons/check.svg); }
@@ -43,12 +43,12 @@ QToolBar QToolButton { padding: 4px 8px; border: 1px solid transparent; border-r
 QToolBar QToolButton:hover, QToolBar QToolButton:checked { background: @FIELD@; color: @STRONG@; }
 QToolBar QToolButton:pressed { background: @LINE@; }
 QToolBar QToolButton:focus { border-color: @ACCENT@; }
-QToolBar QToolButton:disabled { color: @HINT@; }
+QToolBar QToolButton:disabled { color: @DISABLED@; }
 
-QToolButton#IPManageToolButton { min-width: 20px; max-width: 20px; min-height: 20px;
-    max-height: 20px; margin: 0; padding: 0; border: none; border-radius: 4px; }
+QToolButton#IPManageToolButton { min-width: 22px; max-width: 22px; min-height: 22px;
+    max-height: 22px; margin: 0; padding: 0; border: 1px solid transparent; border-radius: 4px; }
 QToolButton#IPManageToolButton:hover { background: @FIELD@; }
-QToolButton#IPManageToolButton:focus { background: @ROW@; }
+QToolButton#IPManageToolButton:focus { border-color: @ACCENT@; }
 QToolButton#IPManageToolButton:pressed, QToolButton#IPManageToolButton:open { background: @LINE@; }
 QToolButton#IPManageToolButton::menu-indicator { image: none; width: 0; }
 
@@ -57,8 +57,8 @@ CMenuToolButton { background: @FIELD@; border: 1px solid @LINE@; border-radius: 
 CMenuToolButton:hover { background: @LINE@; }
 CMenuToolButton:pressed { background: @WINDOW@; }
 CMenuToolButton:focus { border-color: @ACCENT@; }
-CMenuToolButton:disabled { background: @POPUP@; color: @HINT@; }
-CMenuToolButton::menu-button { width: 24px; border: none; border-left: 1px solid @HINT@;
+CMenuToolButton:disabled { background: @POPUP@; color: @DISABLED@; }
+CMenuToolButton::menu-button { width: 24px; border: none; border-left: 1px solid @FRAME@;
     margin: 5px 0; }
 CMenuToolButton::menu-arrow { image: url(:/HostWidgets/icons/chevron-down.svg);
     width: 12px; height: 12px; }
@@ -80,15 +80,18 @@ QStatusBar { background: @WINDOW@; color: @WEAK@; border-top: 1px solid @LINE@; 
 QStatusBar::item { border: none; }
 
 QLineEdit, QComboBox, QAbstractSpinBox, QPlainTextEdit, QListWidget {
-    background: @FIELD@; border: 1px solid @LINE@; border-radius: 4px; }
+    background: @FIELD@; border: 1px solid @FRAME@; border-radius: 4px; }
 QLineEdit, QComboBox, QAbstractSpinBox { min-height: 22px; padding: 0 6px; }
+QLineEdit, QAbstractSpinBox, QPlainTextEdit {
+    selection-background-color: @ACCENT@; selection-color: @WINDOW@; }
 CActionLineEdit { padding: 0; }
 CIPLineEdit, QComboBox, QAbstractSpinBox { color: @STRONG@; }
-CIPLineEdit:disabled { color: @HINT@; }
+CIPLineEdit:disabled { color: @DISABLED@; }
 QTreeView QLineEdit, QTableView QLineEdit, QListView QLineEdit { min-height: 0; padding: 0 2px; }
 QLineEdit:focus, QComboBox:focus, QAbstractSpinBox:focus, QPlainTextEdit:focus, QListWidget:focus {
     border-color: @ACCENT@; }
-QLineEdit:disabled, QComboBox:disabled, QAbstractSpinBox:disabled { color: @HINT@; }
+QLineEdit:disabled, QComboBox:disabled, QAbstractSpinBox:disabled {
+    border-color: @LINE@; color: @DISABLED@; }
 QComboBox::drop-down, QAbstractSpinBox::up-button, QAbstractSpinBox::down-button {
     border: none; width: 20px; }
 QComboBox::down-arrow, QAbstractSpinBox::down-arrow {
@@ -109,10 +112,10 @@ QPushButton:default { background: @ACCENTDEEP@; border-color: @ACCENTDEEP@; colo
 QPushButton:default:hover { border-color: @ACCENT@; }
 QPushButton:focus { border-color: @ACCENT@; }
 QPushButton:default:focus { border-color: @STRONG@; }
-QPushButton:disabled { background: @POPUP@; border-color: @LINE@; color: @HINT@; }
+QPushButton:disabled { background: @POPUP@; border-color: @LINE@; color: @DISABLED@; }
 
 QCheckBox { spacing: 8px; }
-QCheckBox::indicator { width: 14px; height: 14px; border: 1px solid @HINT@; border-radius: 4px;
+QCheckBox::indicator { width: 14px; height: 14px; border: 1px solid @FRAME@; border-radius: 4px;
                        background: @FIELD@; }
 QCheckBox::indicator:checked { background: @ACCENTDEEP@; border-color: @ACCENTDEEP@;
                                image: url(:/HostWidgets/icons/check.svg); }
@@ -121,6 +124,7 @@ QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: @ACCENT@;
 QTreeView, QTableView { background: @WINDOW@; border: 1px solid @LINE@; border-radius: 4px;
     alternate-background-color: @ALTERNATE@; outline: none; gridline-color: @LINE@; }
 QTreeView:focus, QTableView:focus { border-color: @ACCENT@; }
+QTableView#IPManage { margin: 0 1px 1px 1px; }
 QTreeView::item { min-height: 24px; }
 QTreeView::item:hover, QTreeView::branch:hover { background: @POPUP@; }
 QTreeView::item:selected, QTreeView::branch:selected, QTableView::item:selected {
@@ -149,7 +153,7 @@ QProgressBar::chunk { background: @ACCENTDEEP@; border-radius: 3px; }
 QScrollBar { background: transparent; border: none; margin: 0; }
 QScrollBar:vertical { width: 10px; }
 QScrollBar:horizontal { height: 10px; }
-QScrollBar::handle { background: @LINE@; border-radius: 3px; margin: 2px; }
+QScrollBar::handle { background: @FRAME@; border-radius: 3px; margin: 2px; }
 QScrollBar::handle:vertical { min-height: 24px; }
 QScrollBar::handle:horizontal { min-width: 24px; }
 QScrollBar::handle:hover { background: @HINT@; }
@@ -157,7 +161,7 @@ QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
 QScrollArea:focus { border: 1px solid @ACCENT@; border-radius: 4px; }
 QSplitter::handle { background: @WINDOW@; }
-QLabel[hint="true"] { color: @WEAK@; }
+QLabel[hint="true"] { color: @HINT@; }
 )";
 
 QColor mixed(const QColor& below, const QColor& above, double share)
@@ -178,10 +182,12 @@ QString styleSheet(const HostColors& colors)
         {"@POPUP@", colors.popup},
         {"@FIELD@", colors.field},
         {"@LINE@", colors.line},
+        {"@FRAME@", colors.frame},
         {"@STRONG@", colors.strongText},
         {"@TEXT@", colors.text},
         {"@WEAK@", colors.weakText},
         {"@HINT@", colors.hintText},
+        {"@DISABLED@", colors.disabledText},
         {"@ACCENT@", colors.accent},
         {"@ACCENTDEEP@", mixed(colors.window, colors.accent, 0.7)},
         {"@ROW@", mixed(colors.window, colors.accent, 0.35)},
@@ -203,7 +209,7 @@ QPalette palette(const HostColors& colors)
     palette.setColor(QPalette::BrightText, colors.strongText);
     palette.setColor(QPalette::ToolTipBase, colors.popup);
     palette.setColor(QPalette::ToolTipText, colors.text);
-    palette.setColor(QPalette::PlaceholderText, colors.weakText);
+    palette.setColor(QPalette::PlaceholderText, colors.hintText);
     palette.setColor(QPalette::Highlight, mixed(colors.window, colors.accent, 0.35));
     palette.setColor(QPalette::HighlightedText, colors.strongText);
     palette.setColor(QPalette::Link, colors.accent);
@@ -213,7 +219,7 @@ QPalette palette(const HostColors& colors)
     palette.setColor(QPalette::Dark, colors.window);
     palette.setColor(QPalette::Shadow, colors.window);
     for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, colors.hintText);
+        palette.setColor(QPalette::Disabled, role, colors.disabledText);
     return palette;
 }
 
@@ -230,7 +236,7 @@ void ApplyHostTheme(QApplication& application)
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QFont font = QApplication::font();
     font.setPixelSize(kTextPixels);
-    // Named, so that Chinese comes in the regular weight of a sans-serif face.
+    // Explicit families, so that Chinese texts get the regular weight of a sans-serif font.
     font.setFamilies(
         {font.family(), QStringLiteral("Noto Sans CJK SC"), QStringLiteral("Microsoft YaHei")});
     QApplication::setFont(font);
@@ -238,7 +244,7 @@ void ApplyHostTheme(QApplication& application)
     QApplication::setPalette(general);
     QPalette field = general;
     field.setColor(QPalette::Text, hostColors().strongText);
-    field.setColor(QPalette::Disabled, QPalette::Text, hostColors().hintText);
+    field.setColor(QPalette::Disabled, QPalette::Text, hostColors().disabledText);
     for (const char* widget : {"QLineEdit", "QComboBox", "QAbstractSpinBox"})
         QApplication::setPalette(field, widget);
     application.setStyleSheet(styleSheet(hostColors()));

@@ -1,6 +1,6 @@
 #include "host/widgets/IPEditor.h"
 
-#include "host/widgets/IPText.h"
+#include "host/widgets/IPOctets.h"
 
 #include <QStringList>
 
@@ -15,7 +15,7 @@ QString octetOf(const QString& text, int octet)
     return text.section(kDot, octet, octet);
 }
 
-/// Digits in place of those between `start` and `end`; the dots there stay.
+/// Returns `text` with the digits between `start` and `end` replaced by `digits`. Dots are kept.
 QString replaced(const QString& text, int start, int end, const QString& digits)
 {
     const int dots = text.midRef(start, end - start).count(kDot);
@@ -26,7 +26,7 @@ QString replaced(const QString& text, int start, int end, const QString& digits)
 
 QString IPEditor::address() const
 {
-    return IPText::normalizedAddress(m_text);
+    return IPOctets::normalizedAddress(m_text);
 }
 
 QString IPEditor::octet(int octet) const
@@ -36,7 +36,7 @@ QString IPEditor::octet(int octet) const
 
 bool IPEditor::isEmpty() const
 {
-    return m_text.size() == IPText::kOctets - 1;
+    return m_text.size() == IPOctets::kOctets - 1;
 }
 
 QString IPEditor::copiedText() const
@@ -93,7 +93,7 @@ void IPEditor::moveOctetLeft(Selection selection)
 void IPEditor::moveOctetRight(Selection selection)
 {
     const int octet = octetAt(m_cursor);
-    moveTo(octet == IPText::kOctets - 1 ? octetEnd(octet) : octetStart(octet + 1), selection);
+    moveTo(octet == IPOctets::kOctets - 1 ? octetEnd(octet) : octetStart(octet + 1), selection);
 }
 
 void IPEditor::moveHome(Selection selection)
@@ -128,16 +128,16 @@ void IPEditor::type(QChar character)
 {
     if (character == kDot)
         toNextOctet();
-    else if (IPText::isOctet(character))
+    else if (IPOctets::isOctet(character))
         insert(character);
 }
 
 bool IPEditor::paste(const QString& text)
 {
     const QString trimmed = text.trimmed();
-    const QString address = IPText::normalizedAddress(trimmed);
+    const QString address = IPOctets::normalizedAddress(trimmed);
     if (address.isEmpty())
-        return IPText::isOctet(trimmed) && insert(trimmed);
+        return IPOctets::isOctet(trimmed) && insert(trimmed);
     setAddress(address);
     return true;
 }
@@ -174,7 +174,7 @@ void IPEditor::eraseSelection()
 
 void IPEditor::setAddress(const QString& text)
 {
-    const QString address = IPText::normalizedAddress(text);
+    const QString address = IPOctets::normalizedAddress(text);
     m_text = address.isEmpty() ? QStringLiteral("...") : address;
     const int cursor = address.isEmpty() ? 0 : m_text.size();
     put(cursor, cursor);
@@ -191,13 +191,13 @@ bool IPEditor::insert(const QString& digits)
     const int start = selectionStart();
     const int octet = octetAt(start);
     const QString candidate = replaced(m_text, start, selectionEnd(), digits);
-    if (!IPText::isOctet(octetOf(candidate, octet)))
+    if (!IPOctets::isOctet(octetOf(candidate, octet)))
         return false;
     m_text = candidate;
     const int cursor = start + digits.size();
     put(cursor, cursor);
-    const bool full = octetEnd(octet) - octetStart(octet) == IPText::kOctetDigits;
-    if (full && cursor == octetEnd(octet) && octet + 1 < IPText::kOctets) {
+    const bool full = octetEnd(octet) - octetStart(octet) == IPOctets::kOctetDigits;
+    if (full && cursor == octetEnd(octet) && octet + 1 < IPOctets::kOctets) {
         selectOctet(octet + 1);
         m_movedOn = true;
     }
@@ -208,7 +208,7 @@ void IPEditor::toNextOctet()
 {
     const int octet = octetAt(m_cursor);
     const bool skips = std::exchange(m_movedOn, false);
-    if (!skips && octet + 1 < IPText::kOctets && octetEnd(octet) > octetStart(octet))
+    if (!skips && octet + 1 < IPOctets::kOctets && octetEnd(octet) > octetStart(octet))
         selectOctet(octet + 1);
 }
 
@@ -228,9 +228,9 @@ void IPEditor::tidy(int keptOctet)
     const int cursorDigits = m_cursor - octetStart(cursorOctet);
 
     QStringList octets = m_text.split(kDot);
-    for (int octet = 0; octet < IPText::kOctets; ++octet) {
+    for (int octet = 0; octet < IPOctets::kOctets; ++octet) {
         if (octet != keptOctet)
-            octets[octet] = IPText::normalizedOctet(octets.at(octet));
+            octets[octet] = IPOctets::normalizedOctet(octets.at(octet));
     }
     m_text = octets.join(kDot);
 

@@ -4,15 +4,15 @@
 
 /// The text, cursor and selection of an address while it is edited.
 ///
-/// The text always has four octets with three dots between, of which the octets may be empty; a
-/// place in it is the number of characters before. Every octet is at most three digits and 255.
-/// Leading zeros stay only in the octet that the cursor is in.
+/// The text always has four octets, which may be empty, separated by three dots. A place is a
+/// number of characters from the start of the text. Each octet has at most three digits and is at
+/// most 255. Only the octet with the cursor may have leading zeros.
 class IPEditor final
 {
 public:
     enum class Selection { Drop, Extend };
 
-    /// The address; empty while an octet is.
+    /// Returns the address; empty while an octet is empty.
     QString address() const;
 
     const QString& text() const { return m_text; }
@@ -25,22 +25,23 @@ public:
     int selectionEnd() const { return qMax(m_cursor, m_anchor); }
     bool hasSelection() const { return m_cursor != m_anchor; }
 
-    /// What copying takes: the selection, or else the address. Empty without a digit in it.
+    /// Returns the text to copy: the selection, or the address without one. Empty if it has no
+    /// digit.
     QString copiedText() const;
 
-    /// The octet at a place, and the place before an octet's first digit and after its last.
+    /// Return the octet at a place, and the places before its first and after its last digit.
     int octetAt(int place) const;
     int octetStart(int octet) const;
     int octetEnd(int octet) const;
 
-    /// Moves the cursor to a place, out of range to the nearest one.
+    /// Moves the cursor to a place, which is limited to the text.
     void moveTo(int place, Selection selection = Selection::Drop);
 
-    /// To the next place; with a selection that is dropped, to its end.
+    /// Move by one place. If a selection is dropped, move to its end on that side instead.
     void moveLeft(Selection selection);
     void moveRight(Selection selection);
 
-    /// To the start of the octet, from there of the one before; to the start of the next one.
+    /// Move to the start of an octet: the current or the previous one, or the next one.
     void moveOctetLeft(Selection selection);
     void moveOctetRight(Selection selection);
 
@@ -51,24 +52,24 @@ public:
     void selectOctet(int octet);
     void selectAll();
 
-    /// Types a digit or a dot; any other character is ignored.
+    /// Types a digit or a dot. Ignores any other character.
     void type(QChar character);
 
-    /// Puts a whole address in place of all, or one to three digits in place of the selection;
-    /// false, and nothing changes, when `text` is neither or does not fit.
+    /// Replaces everything by a whole address, or the selection by one to three digits. Returns
+    /// false and changes nothing if `text` is neither of them or does not fit.
     bool paste(const QString& text);
 
-    /// Erases the selection, or else the digit before or behind the cursor, across a dot. Goes
-    /// forward only as long as there is a digit left.
+    /// Erase the selection, or the digit before or after the cursor, also across a dot. Forward
+    /// does nothing without a digit after the cursor.
     void eraseBackward();
     void eraseForward();
 
     void eraseSelection();
 
-    /// Takes an address as a whole; any other text empties it.
+    /// Sets the whole address. Any other text empties all octets.
     void setAddress(const QString& text);
 
-    /// Drops the leading zeros of all octets and the selection, as leaving the field does.
+    /// Removes all leading zeros and the selection, as when the focus leaves the field.
     void finish();
 
 private:
@@ -80,5 +81,5 @@ private:
     QString m_text = QStringLiteral("...");
     int m_cursor = 0;
     int m_anchor = 0;
-    bool m_movedOn = false; // the last digit filled its octet, so that a dot would skip one
+    bool m_movedOn = false; // the last digit filled its octet, so the next dot is ignored
 };

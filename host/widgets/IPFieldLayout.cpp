@@ -10,7 +10,7 @@
 namespace {
 
 constexpr QLatin1Char kDot('.');
-constexpr int kDots = IPText::kOctets - 1;
+constexpr int kDots = IPOctets::kOctets - 1;
 constexpr qreal kFrameMargin = 6;    // between the frame's outside and the outer octets
 constexpr qreal kVerticalMargin = 4; // above and below the digits
 constexpr qreal kDotSpace = 2;       // beside a dot
@@ -27,7 +27,7 @@ IPFieldLayout::IPFieldLayout(const IPEditor& editor, const QRectF& field, const 
     , m_metrics(font)
     , m_field(field.adjusted(kFrameMargin, 0, -kFrameMargin, 0))
     , m_dotWidth(dotWidth(m_metrics))
-    , m_cellWidth((m_field.width() - kDots * m_dotWidth) / IPText::kOctets)
+    , m_cellWidth((m_field.width() - kDots * m_dotWidth) / IPOctets::kOctets)
 {
 }
 
@@ -36,7 +36,7 @@ QSize IPFieldLayout::sizeFor(const QFont& font, Room room)
     const QFontMetricsF metrics(font);
     const qreal space = room == Room::Ample ? metrics.averageCharWidth() : 0;
     const qreal cell = metrics.horizontalAdvance(QStringLiteral("000")) + space + 2;
-    const qreal width = IPText::kOctets * cell + kDots * dotWidth(metrics) + 2 * kFrameMargin;
+    const qreal width = IPOctets::kOctets * cell + kDots * dotWidth(metrics) + 2 * kFrameMargin;
     const qreal height = metrics.height() + 2 * kVerticalMargin;
     return {static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(height))};
 }
@@ -66,17 +66,17 @@ int IPFieldLayout::placeAt(qreal x) const
     return nearest;
 }
 
-void IPFieldLayout::paintSelection(QPainter& painter, const QColor& color) const
+QRectF IPFieldLayout::selectionRect() const
 {
     const qreal start = x(m_editor.selectionStart());
     const qreal end = x(m_editor.selectionEnd());
-    painter.fillRect(QRectF(start, top(), end - start, lineHeight()), color);
+    return {start, top(), end - start, lineHeight()};
 }
 
 void IPFieldLayout::paintText(QPainter& painter) const
 {
     const qreal baseline = top() + m_metrics.ascent();
-    for (int octet = 0; octet < IPText::kOctets; ++octet) {
+    for (int octet = 0; octet < IPOctets::kOctets; ++octet) {
         painter.drawText(QPointF(textStart(octet), baseline), m_editor.octet(octet));
         if (octet > 0) {
             const qreal dotStart = cellStart(octet) - m_dotWidth + kDotSpace;

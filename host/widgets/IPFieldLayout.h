@@ -1,18 +1,17 @@
 #pragma once
 
-#include "host/widgets/IPText.h"
+#include "host/widgets/IPOctets.h"
 
 #include <QFont>
 #include <QFontMetricsF>
 #include <QRectF>
 
 class IPEditor;
-class QColor;
 class QPainter;
 class QSize;
 
-/// Where the digits and dots of an address field stand: four cells of equal width with the octets
-/// in their middle, and dots between.
+/// The positions of digits and dots in an address field: four cells of equal width with centred
+/// octets, separated by dots.
 class IPFieldLayout final
 {
 public:
@@ -21,17 +20,17 @@ public:
     /// `editor` must outlive the layout.
     IPFieldLayout(const IPEditor& editor, const QRectF& field, const QFont& font);
 
-    /// The size of a field for this font.
+    /// Returns the size of a field for this font.
     static QSize sizeFor(const QFont& font, Room room);
 
     qreal top() const;
     qreal lineHeight() const { return m_metrics.height(); }
 
-    /// Where the cursor stands at a place of the text, and the place nearest to an x.
+    /// Return the x of the cursor at a place of the text, and the place nearest to an x.
     qreal x(int place) const;
     int placeAt(qreal x) const;
 
-    void paintSelection(QPainter& painter, const QColor& color) const;
+    QRectF selectionRect() const;
     void paintText(QPainter& painter) const;
 
 private:

@@ -22,7 +22,7 @@ using Selection = IPEditor::Selection;
 
 constexpr qreal kCornerRadius = 4;
 
-/// Keys that do the same with and without a keypad.
+/// Returns the modifiers without the keypad's, so that its keys act like the others.
 Qt::KeyboardModifiers modifiersOf(const QKeyEvent& key)
 {
     return key.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
@@ -170,7 +170,7 @@ QVariant CIPLineEdit::inputMethodQuery(Qt::InputMethodQuery query) const
 
 bool CIPLineEdit::event(QEvent* event)
 {
-    // What edits text must not be taken by a shortcut of the window.
+    // A shortcut of the window must not take keys that edit the text.
     if (event->type() == QEvent::ShortcutOverride) {
         const auto& key = static_cast<QKeyEvent&>(*event);
         if (isClipboardKey(key) || isEditingKey(key) || isText(key)) {
@@ -206,7 +206,7 @@ void CIPLineEdit::dragEnterEvent(QDragEnterEvent* event)
 
 void CIPLineEdit::dropEvent(QDropEvent* event)
 {
-    // Copied, never moved: the source must not lose a text of which only a part can be taken.
+    // Always a copy, because the source must not lose a text that is only partly inserted.
     if (event->possibleActions() & Qt::CopyAction)
         event->setDropAction(Qt::CopyAction);
     event->setAccepted(pasteAt(event->mimeData()->text(), event->pos()));
@@ -298,19 +298,23 @@ void CIPLineEdit::paintEvent(QPaintEvent*)
     const HostColors& colors = hostColors();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(hasFocus() ? colors.accent : colors.line);
+    const QColor& frame = isEnabled() ? colors.frame : colors.line;
+    painter.setPen(hasFocus() ? colors.accent : frame);
     painter.setBrush(colors.field);
     constexpr qreal halfLine = 0.5;
     painter.drawRoundedRect(QRectF(rect()).adjusted(halfLine, halfLine, -halfLine, -halfLine),
                             kCornerRadius - halfLine, kCornerRadius - halfLine);
 
     const IPFieldLayout layout(*m_editor, rect(), font());
-    if (m_editor->hasSelection())
-        layout.paintSelection(painter, palette().color(QPalette::Highlight));
     painter.setFont(font());
-    painter.setPen(
-        palette().color(m_editor->hasSelection() ? QPalette::HighlightedText : QPalette::Text));
+    painter.setPen(palette().color(QPalette::Text));
     layout.paintText(painter);
+    if (m_editor->hasSelection()) {
+        painter.setClipRect(layout.selectionRect());
+        painter.fillRect(rect(), colors.accent);
+        painter.setPen(colors.window);
+        layout.paintText(painter);
+    }
     if (m_cursorShown && !m_editor->hasSelection())
         painter.fillRect(cursorRect(m_editor->cursor()), colors.strongText);
 }
@@ -325,7 +329,7 @@ void CIPLineEdit::timerEvent(QTimerEvent* event)
     update(cursorRect(m_editor->cursor()));
 }
 
-/// Every change goes through here, so that one is told of once, and only when there was one.
+/// Runs an operation that may change the address and emits textChanged() once if it did.
 template <typename Operation>
 void CIPLineEdit::edit(Operation operation)
 {
@@ -403,7 +407,7 @@ bool CIPLineEdit::handleErase(const QKeyEvent& key)
     return true;
 }
 
-/// Other characters than the field knows are swallowed, as any text field does.
+/// Accepts any character, as text fields do, but ignores those that an address cannot contain.
 bool CIPLineEdit::handleText(const QKeyEvent& key)
 {
     if (!isText(key))
@@ -471,7 +475,7 @@ void CIPLineEdit::fillMenu(QMenu& menu)
     selectAction->setEnabled(!m_editor->isEmpty());
 }
 
-/// Shows the cursor at once and has it blink from there on; none without focus.
+/// Restarts the blinking of the cursor in the visible state; stops it without the focus.
 void CIPLineEdit::showCursor()
 {
     m_cursorShown = hasFocus();

@@ -11,18 +11,18 @@
 class IPEditor;
 class QMenu;
 
-/// Input of an IPv4 address in four octets, each 0 to 255.
+/// An input field for an IPv4 address with four octets from 0 to 255.
 ///
-/// Only ASCII digits can be typed; a dot, or a third digit, moves on to the next octet and selects
-/// it; arrows, Home, End, Backspace and Delete cross the dots, and so does a selection. A digit
-/// that would make an octet larger than 255 is refused; leading zeros go when the cursor leaves the
-/// octet. Pasting or dropping a whole dotted address replaces all four octets; one to three digits
-/// go where the cursor is, when they fit; other text is refused. Copying and cutting with nothing
-/// selected, or all, take the whole address. There is no undo.
+/// Only ASCII digits can be typed. A dot, or a third digit, selects the next octet. Arrows, Home,
+/// End, Backspace, Delete and selections cross the dots. A digit that would make an octet larger
+/// than 255 is refused; leading zeros are removed when the cursor leaves the octet. A pasted or
+/// dropped dotted address replaces all octets; one to three digits are inserted at the cursor if
+/// they fit; any other text is refused. Copy and cut without a selection use the whole address. Not
+/// supported: undo.
 ///
-/// Is one field to users and to assistive technology: one focus frame, one accessible name, one
-/// stop for Tab, which selects the whole address. Draws itself, left to right in every language, in
-/// the host's colours; style sheets have no effect on it. GUI thread.
+/// For users and assistive technology it is one field, with one focus frame, one accessible name
+/// and one stop for Tab, which selects the whole address. It paints itself in the host's colours,
+/// left to right in every language. Not supported: style sheets. GUI thread.
 class HOSTWIDGETS_EXPORT CIPLineEdit : public QFrame
 {
     Q_OBJECT
@@ -32,27 +32,27 @@ public:
     explicit CIPLineEdit(QWidget* parent = nullptr);
     ~CIPLineEdit() override;
 
-    /// The dotted address without leading zeros; empty while an octet is empty.
+    /// Returns the dotted address without leading zeros; empty while an octet is empty.
     QString text() const;
 
-    /// Shows a dotted address, with the cursor behind it; any other text empties the field.
+    /// Shows a dotted address with the cursor at its end. Any other text empties the field.
     void setText(const QString& text);
 
     /// Empties all octets.
     void clear();
 
-    /// Selects the whole address, as Tab into the field does.
+    /// Selects the whole address.
     void selectAll();
 
-    /// What stands in the field: four octets, any of which may be empty, with dots between.
+    /// Returns the displayed text: four octets, which may be empty, separated by dots.
     QString displayText() const;
 
-    /// The selected part of displayText() as places in it: the end that stays, and the cursor.
+    /// Return the ends of the selection as places in displayText(): the fixed end, and the cursor.
     int selectionAnchor() const;
     int cursorPosition() const;
     void setSelection(int anchor, int cursor);
 
-    /// Where a place of displayText() is drawn, and the place nearest to a point of the field.
+    /// Return the rectangle of a place of displayText(), and the place nearest to a point.
     QRect cursorRect(int place) const;
     int placeAt(const QPoint& position) const;
 
@@ -61,11 +61,10 @@ public:
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
 
 signals:
-    /// The address, or the emptiness of text(), changed: by the user or by setText(). Once a
-    /// change.
+    /// Emitted once for each change of text(), by the user or by setText().
     void textChanged(const QString& text);
 
-    /// Enter was pressed in the field; the key goes on to the dialog.
+    /// Emitted when Enter is pressed. The key event is passed on to the dialog.
     void returnPressed();
 
 protected:
@@ -103,5 +102,5 @@ private:
     std::unique_ptr<IPEditor> m_editor;
     QBasicTimer m_blinking;
     bool m_cursorShown = false;
-    bool m_selecting = false; // the mouse button went down in the field
+    bool m_selecting = false; // the mouse button was pressed in the field
 };

@@ -94,7 +94,7 @@ public:
         return field().placeAt(field().mapFromGlobal(point));
     }
 
-    void scrollToSubstring(int, int) override {} // all of it is always in view
+    void scrollToSubstring(int, int) override {} // the whole text is always visible
 
     QString attributes(int, int* start, int* end) const override
     {

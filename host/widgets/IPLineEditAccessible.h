@@ -1,5 +1,5 @@
 #pragma once
 
-/// Has assistive technology see every CIPLineEdit as one field of editable text. Any number of
-/// calls. GUI thread.
+/// Presents each CIPLineEdit to assistive technology as one field with editable text. May be called
+/// repeatedly. GUI thread.
 void installIPLineEditAccessibility();

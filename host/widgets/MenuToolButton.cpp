@@ -8,10 +8,10 @@
 namespace {
 
 constexpr int kTextMargin = 8;
-constexpr int kHeight = 24; // as the fields and buttons beside it
+constexpr int kHeight = 24; // like fields and buttons
 constexpr int kFrame = 6;
 
-/// The room that the arrow takes; left free on the other side as well.
+/// Returns the width of the arrow, which is left free on the other side as well.
 int arrowRoom(const QToolButton& button, const QStyleOptionToolButton& option)
 {
     const QRect arrow = button.style()->subControlRect(QStyle::CC_ToolButton, &option,
@@ -33,7 +33,7 @@ CMenuToolButton::CMenuToolButton(QWidget* parent)
 
 CMenuToolButton::~CMenuToolButton()
 {
-    // QMenu still uses itself after an entry has acted.
+    // QMenu uses itself after an action has been triggered.
     m_menu->hide();
     m_menu->setParent(nullptr, m_menu->windowFlags());
     m_menu->deleteLater();

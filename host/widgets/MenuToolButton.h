@@ -5,9 +5,9 @@
 #include <QToolButton>
 #include <QVariant>
 
-/// A button with a text, and an arrow beside it that opens a menu of related actions. A click on
-/// the button itself, Space and Return are clicked(); the arrow, Down and Alt+Down open the menu.
-/// GUI thread. Whatever is clicked or chosen may destroy the button.
+/// A text button with an arrow that opens a menu of related actions. A click on the button, Space
+/// and Return emit clicked(); a click on the arrow, Down and Alt+Down open the menu. Receivers of
+/// clicked() and of the actions may destroy the button. GUI thread.
 class HOSTWIDGETS_EXPORT CMenuToolButton : public QToolButton
 {
     Q_OBJECT
@@ -16,10 +16,10 @@ public:
     explicit CMenuToolButton(QWidget* parent = nullptr);
     ~CMenuToolButton() override;
 
-    /// Appends an entry to the menu, which owns it. `value` is for the caller: QAction::data().
+    /// Appends an entry to the menu, which owns it. `value` becomes QAction::data().
     QAction* AddAction(const QString& text, const QVariant& value = QVariant());
 
-    /// The text stands in the middle of the button, whatever the arrow takes.
+    /// The text is centred in the whole button, so the room of the arrow counts twice.
     QSize sizeHint() const override;
 
 protected:

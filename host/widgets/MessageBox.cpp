@@ -2,6 +2,7 @@
 
 #include "host/widgets/MessageText.h"
 
+#include <QAccessibleWidget>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -32,6 +33,22 @@ QPixmap drawn(const QString& file, qreal ratio)
     return pixmap;
 }
 
+QAccessibleInterface* createAlert(const QString&, QObject* object)
+{
+    auto* box = qobject_cast<CMessageBox*>(object);
+    return box ? new QAccessibleWidget(box, QAccessible::AlertMessage) : nullptr;
+}
+
+/// Presents message boxes to assistive technology as alerts, which are read out at once.
+void installAlerts()
+{
+    static const bool installed = [] {
+        QAccessible::installFactory(createAlert);
+        return true;
+    }();
+    Q_UNUSED(installed)
+}
+
 } // namespace
 
 CMessageBox::CMessageBox(QWidget* parent, Kind kind, const QString& text, const QString& caption,
@@ -41,6 +58,7 @@ CMessageBox::CMessageBox(QWidget* parent, Kind kind, const QString& text, const 
     , m_text(text)
     , m_width(std::max(width, 2 * kMargin + kIconSize + kGap + kLeastTextWidth))
 {
+    installAlerts();
     setFixedWidth(m_width);
     setAccessibleDescription(text);
     Init();
@@ -67,7 +85,7 @@ bool CMessageBox::ask(QWidget* parent, Kind kind, const QString& text, const QSt
 {
     CMessageBox box(parent, kind, text, caption, width);
     box.SetDialogBtnRole(buttons, defaultButton);
-    // The answer comes first, even where the text can be scrolled.
+    // The button gets the focus, also if the text can be scrolled.
     if (QPushButton* button = box.findChild<QDialogButtonBox*>()->button(defaultButton))
         button->setFocus(Qt::TabFocusReason);
     return box.exec() == Accepted;
@@ -97,7 +115,7 @@ void CMessageBox::InitWidgets()
     m_area->setVerticalScrollBarPolicy(scrolls ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
     m_area->setFixedSize(width, std::min(text->height(), most));
     m_area->setWidget(text);
-    // The dialog's own colour shows through.
+    // Transparent, to show the background of the dialog.
     text->setAutoFillBackground(false);
     m_area->viewport()->setAutoFillBackground(false);
 }
@@ -111,4 +129,11 @@ void CMessageBox::InitLayout(QBoxLayout* body)
     row->addWidget(m_area, 0, Qt::AlignVCenter);
     row->addStretch(1);
     body->addLayout(row);
+}
+
+void CMessageBox::showEvent(QShowEvent* event)
+{
+    CDialog::showEvent(event);
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
 }

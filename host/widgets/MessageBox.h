@@ -5,30 +5,31 @@
 class QLabel;
 class QScrollArea;
 
-/// Messages and questions in the host's frame. The text is plain, wraps within the given width and
-/// scrolls when it is longer than the screen is high.
+/// Messages and questions in the host's frame. The text is plain, wraps at the given width, and
+/// scrolls if it is higher than the screen.
 ///
-/// Each call shows a modal box over `parent` and returns when it is answered; by keyboard: Enter
-/// for the default button, Tab and arrows between buttons, Escape. `caption` is the title, `width`
-/// the box's width in pixels. GUI thread; the caller must expect `parent` to be gone afterwards.
+/// Each function shows a modal box over `parent` and blocks until it is answered. Enter presses the
+/// default button, Tab and the arrows move between buttons, Escape rejects. `caption` is the title,
+/// `width` the width of the box in pixels. `parent` may be destroyed before the function returns.
+/// GUI thread.
 class HOSTWIDGETS_EXPORT CMessageBox final : public CDialog
 {
     Q_OBJECT
 
 public:
-    /// What a box returns: the rank of the pressed button among those that can be asked for.
+    /// The returned value: the position of the pressed button among the possible ones.
     enum Answer { Yes = 0, No = 1, Ok = 0, Cancel = 1 };
 
     static constexpr int kDefaultWidth = 330;
 
-    /// Tells the user something. Returns Ok, also when the box was closed otherwise.
+    /// Shows a message. Returns Ok, however the box was closed.
     static int information(QWidget* parent, const QString& text, const QString& caption,
                            QDialogButtonBox::StandardButtons buttons = QDialogButtonBox::Ok,
                            QDialogButtonBox::StandardButton defaultButton = QDialogButtonBox::Ok,
                            int width = kDefaultWidth);
 
-    /// Asks the user. Returns Yes (0) when that, or another accepting button, was pressed, else,
-    /// also when the box was closed by Escape, its frame or the end of `parent`, No (1).
+    /// Asks a question. Returns Yes (0) for Yes or another accepting button, and No (1) for any
+    /// other button, Escape, closing, or the destruction of `parent`.
     static int question(QWidget* parent, const QString& text, const QString& caption,
                         QDialogButtonBox::StandardButtons buttons = QDialogButtonBox::Yes
                                                                     | QDialogButtonBox::No,
@@ -38,6 +39,7 @@ public:
 protected:
     void InitWidgets() override;
     void InitLayout(QBoxLayout* body) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     enum class Kind { Information, Question };

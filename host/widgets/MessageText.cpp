@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Sets `text` in lines of `width`; returns their height.
+/// Breaks `text` into lines of `width` and returns their total height.
 qreal layOut(QTextLayout& layout, qreal width)
 {
     layout.setTextOption([] {

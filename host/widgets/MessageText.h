@@ -2,7 +2,8 @@
 
 #include <QLabel>
 
-/// A plain text, whole at a fixed width: wraps between words and, where one is too long, within it.
+/// A plain text of a fixed width that is never elided. Wraps between words, or within a word that
+/// is too long.
 class MessageText final : public QLabel
 {
     Q_OBJECT

@@ -8,12 +8,12 @@
 
 class SvgIcons;
 
-/// Paints the content of the rows of a processor tree from their roles (see ProcessorTreeRole): a
-/// processor with an icon of its state, its name, below it how it is addressed, and a mark when the
-/// host watches it with a warning (ProcessorNode::hostFlag17); a group with its arrow, name and
-/// count of members; any other row with its text. The background is the view's. The texts end 40
-/// pixels before the right edge, which leaves room for a button. A row whose texts are elided shows
-/// them whole in a tool tip. GUI thread.
+/// Paints the content of the rows of a processor tree from their roles (see ProcessorTreeRole). A
+/// processor has an icon for its state, its name, below it the address or number, and a mark if the
+/// host shows a warning for it (ProcessorNode::hostFlag17). A group has an arrow, its name and the
+/// number of its members. Any other row has its text. The view paints the background. The texts end
+/// 40 pixels before the right edge to leave room for a button. If a text is elided, a tool tip
+/// shows all texts of the row. GUI thread.
 class HOSTWIDGETS_EXPORT CProcessorDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -24,7 +24,8 @@ public:
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
-    /// As high as the row's Qt::SizeHintRole says. The width is 0: a row is as wide as its view.
+    /// Returns the height from the row's Qt::SizeHintRole, and 0 as the width, because a row is as
+    /// wide as its view.
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override;

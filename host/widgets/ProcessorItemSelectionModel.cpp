@@ -8,7 +8,7 @@ namespace {
 
 using Kind = std::optional<EPrcTreeNodeType>;
 
-/// The rows of one kind in a selection; a run of neighbours is one range.
+/// The rows of a selection by kind. Adjacent rows form one range.
 class RowsByKind final
 {
 public:
@@ -33,7 +33,7 @@ public:
         return kind ? m_root : QItemSelection();
     }
 
-    /// The kind that is meant where nothing else tells.
+    /// Returns the kind to select if nothing else decides.
     Kind preferredKind() const
     {
         for (const EPrcTreeNodeType kind : {NodeProcessor, NodeGroup, NodeRoot}) {

@@ -66,7 +66,7 @@ ProcessorRowLayout::ProcessorRowLayout(const ProcessorRow& row, const QRect& rec
     name = QRect(left, rect.top() + kNameTop, end - left, kNameHeight);
     detail = QRect(left, rect.top() + kDetailTop, end - left, kDetailHeight);
     if (row.warning) {
-        // Behind the name, which may be cut: an address is of no use without its end.
+        // Beside the name and not the address, because the name may be elided.
         warning = QRect(end - kWarningSize, name.top() + (kNameHeight - kWarningSize) / 2,
                         kWarningSize, kWarningSize);
         name.setRight(warning.left() - kGap - 1);

@@ -9,14 +9,14 @@
 
 class QModelIndex;
 
-/// The pixels of a row of the processor tree, from the left, upper or right edge of its rectangle.
+/// Sizes and margins of a row of the processor tree, in pixels.
 namespace ProcessorRowMetrics {
 
 constexpr int kProcessorHeight = 42;
 constexpr int kOtherHeight = 32;
-constexpr int kArrowColumn = 25;  // in front of the name of a row that can be expanded
-constexpr int kIconColumn = 24;   // in front of the name of a processor
-constexpr int kButtonColumn = 40; // behind the texts
+constexpr int kArrowColumn = 25;  // before the name of a row that can be expanded
+constexpr int kIconColumn = 24;   // before the name of a processor
+constexpr int kButtonColumn = 40; // after the texts
 constexpr int kNameTop = 4;       // of a processor
 constexpr int kNameHeight = 19;
 constexpr int kDetailTop = 22;
@@ -28,10 +28,10 @@ constexpr int kGap = 4;
 
 } // namespace ProcessorRowMetrics
 
-/// The type of a row of the processor tree; nothing when it has none.
+/// Returns the type of a row of the processor tree, or nothing if it has none.
 std::optional<EPrcTreeNodeType> processorRowType(const QModelIndex& index);
 
-/// What a row of the processor tree shows.
+/// The content of a row of the processor tree.
 struct ProcessorRow
 {
     ProcessorRow() = default;
@@ -39,20 +39,20 @@ struct ProcessorRow
 
     std::optional<EPrcTreeNodeType> type;
     QString name;
-    QString count;  ///< Of a group's members, behind its name.
-    QString detail; ///< A processor's second line: how it is addressed.
+    QString count;  ///< Number of a group's members, shown after its name.
+    QString detail; ///< Second line of a processor: its address or number.
     bool online = false;
     bool backup = false;
     bool warning = false;
 };
 
-/// Where it shows that in the rectangle that a delegate paints.
+/// The positions of the content in the rectangle that a delegate paints.
 struct ProcessorRowLayout
 {
     ProcessorRowLayout(const ProcessorRow& row, const QRect& rect);
 
-    QRect icon; ///< Of a processor, or the arrow of any other row.
+    QRect icon; ///< The icon of a processor, or the arrow of another row.
     QRect name;
     QRect detail;
-    QRect warning; ///< Null for none.
+    QRect warning; ///< Null without a warning.
 };

@@ -36,7 +36,7 @@ const QString& processorIcon(const ProcessorRow& row)
     return row.online ? icons().online : icons().offline;
 }
 
-/// Of the name, which stands out more than what comes with it.
+/// Returns the colour of the name, which is stronger than that of the other texts.
 QColor nameColor(const QStyleOptionViewItem& option)
 {
     if (!(option.state & QStyle::State_Enabled))
@@ -53,7 +53,7 @@ QColor detailColor(const QStyleOptionViewItem& option)
     return option.palette.color(selected ? QPalette::Text : QPalette::PlaceholderText);
 }
 
-/// The width that is left for the name in front of the count.
+/// Returns the width that the count leaves for the name.
 int nameWidth(const QFontMetrics& metrics, const ProcessorRow& row, int room)
 {
     return row.count.isEmpty() ? room : room - kGap - metrics.horizontalAdvance(row.count);
@@ -64,7 +64,7 @@ void paintText(QPainter& painter, const QRect& rect, const QString& text)
     painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
 }
 
-/// The text as one line, as much as has room.
+/// Returns the text in one line, elided to `width`.
 QString fitted(const QFontMetrics& metrics, const QString& text, int width)
 {
     return width > 0 ? metrics.elidedText(text, Qt::ElideRight, width, Qt::TextSingleLine)
@@ -91,8 +91,8 @@ void ProcessorRowPainter::paint(QPainter& painter, const QStyleOptionViewItem& o
 {
     const ProcessorRowLayout layout(row, option.rect);
     painter.save();
-    // Costs more than it looks, and only a row that is too small for its content needs it: texts
-    // stay in their rectangles by themselves.
+    // Clipping is expensive, and only needed if the row is too small: texts are elided to their
+    // rectangles.
     if (!option.rect.contains(layout.icon | layout.name | layout.detail | layout.warning))
         painter.setClipRect(option.rect, Qt::IntersectClip);
     painter.setFont(option.font);

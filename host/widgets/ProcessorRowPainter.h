@@ -8,18 +8,18 @@ class QStyleOptionViewItem;
 class SvgIcons;
 struct ProcessorRow;
 
-/// Paints the content of a row of the processor tree: icons and texts, no background.
+/// Paints the icons and texts of a row of the processor tree. Does not paint the background.
 class ProcessorRowPainter final
 {
 public:
     explicit ProcessorRowPainter(SvgIcons& icons);
 
-    /// Reads the files of all icons, so that painting need not.
+    /// Loads all icons, so that painting does not read files.
     void load();
 
     void paint(QPainter& painter, const QStyleOptionViewItem& option, const ProcessorRow& row);
 
-    /// Whether the room is too narrow for one of the texts.
+    /// Returns whether one of the texts does not fit.
     static bool isElided(const QStyleOptionViewItem& option, const ProcessorRow& row);
 
 private:

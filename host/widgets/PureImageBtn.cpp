@@ -68,8 +68,8 @@ void CPureImageBtn::paintEvent(QPaintEvent* event)
     QIcon::Mode mode = QIcon::Disabled;
     if (isEnabled())
         mode = underMouse() || isDown() ? QIcon::Active : QIcon::Normal;
-    // In the pixels of the device, also where there is a fraction of them to the unit: styles do
-    // not, unless the application says so.
+    // Rounds to device pixels at fractional scales, which styles do only on request of the
+    // application.
     const qreal scale = painter.deviceTransform().m11();
     QPixmap image(iconSize() * scale);
     image.fill(Qt::transparent);

@@ -4,12 +4,12 @@
 
 #include <QToolButton>
 
-/// A button that is an image and nothing else: no frame, no text, no arrow for a menu. Its icon is
-/// shown in mode QIcon::Normal, under the mouse in QIcon::Active, and when the button is disabled
-/// in QIcon::Disabled. What has the keyboard is outlined. Space and Return press it; Down opens its
-/// menu. GUI thread.
+/// A button that shows only an image, without a frame, a text or an arrow for its menu. The icon is
+/// painted in the mode QIcon::Normal, QIcon::Active under the mouse, and QIcon::Disabled while the
+/// button is disabled. The focus is shown by an outline. Space and Return press the button; Down
+/// opens its menu. GUI thread.
 ///
-/// The accessible name is the caller's to give, as there is no text to take it from.
+/// The caller sets the accessible name, because the button has no text.
 class HOSTWIDGETS_EXPORT CPureImageBtn : public QToolButton
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ class HOSTWIDGETS_EXPORT CPureImageBtn : public QToolButton
 public:
     explicit CPureImageBtn(QWidget* parent = nullptr);
 
-    /// The image files of the modes.
+    /// Sets the image files of the modes.
     void SetImages(const QString& normal, const QString& hover, const QString& disabled);
 
     QSize sizeHint() const override;

@@ -42,7 +42,7 @@ QSize RowNumberHeader::sectionSizeFromContents(int section) const
         .expandedTo(named);
 }
 
-/// Empty when the model has a text of its own.
+/// Returns the row number; empty if the model provides a text.
 QString RowNumberHeader::numberOf(int section) const
 {
     const bool named = model() && model()->headerData(section, Qt::Vertical).isValid();

@@ -2,8 +2,8 @@
 
 #include <QHeaderView>
 
-/// The header at the left of a table. Numbers the rows from 1 as long as the model has no text for
-/// them, which QHeaderView leaves blank.
+/// The vertical header of a table. Numbers the rows from 1 if the model has no texts for them,
+/// where QHeaderView would leave them blank.
 class RowNumberHeader final : public QHeaderView
 {
     Q_OBJECT

@@ -29,6 +29,6 @@ void CSeparator::paintEvent(QPaintEvent* event)
     const QPoint middle((width() - 1) / 2, (height() - 1) / 2);
     const QRect line =
         m_direction == Down ? QRect(middle.x(), 0, 1, height()) : QRect(0, middle.y(), width(), 1);
-    // The style sheet says which colour that is.
+    // The style sheet sets this colour.
     QPainter(this).fillRect(line, palette().color(QPalette::WindowText));
 }

@@ -4,8 +4,8 @@
 
 #include <QWidget>
 
-/// A thin line between parts of a form: one pixel, in the middle of a strip that keeps the parts
-/// apart. GUI thread.
+/// A line of one pixel between parts of a form, in the middle of a strip that separates them. GUI
+/// thread.
 class HOSTWIDGETS_EXPORT CSeparator : public QWidget
 {
     Q_OBJECT
@@ -13,8 +13,8 @@ class HOSTWIDGETS_EXPORT CSeparator : public QWidget
 public:
     enum Direction { Across = 0, Down = 1 };
 
-    /// A line of the direction `direction`, as long as the layout lets it, in a strip that is
-    /// `thickness` pixels thick. Any other direction than Down is Across.
+    /// `direction` is Down or Across; other values count as Across. `thickness` is that of the
+    /// strip, in pixels.
     explicit CSeparator(QWidget* parent = nullptr, int direction = Across, int thickness = 4);
 
     QSize sizeHint() const override;

@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kDecimal = 10;
 
-/// The number in what was typed, whatever its size.
+/// Returns the typed number, which may exceed the range of an int.
 std::optional<qlonglong> typedNumber(const QSpinBox& box, const QString& input)
 {
     if (box.displayIntegerBase() != kDecimal)
@@ -28,7 +28,7 @@ std::optional<qlonglong> typedNumber(const QSpinBox& box, const QString& input)
 CSpinBox::CSpinBox(QWidget* parent)
     : QSpinBox(parent)
 {
-    setFocusPolicy(Qt::StrongFocus); // the wheel gives no focus
+    setFocusPolicy(Qt::StrongFocus); // excludes the wheel
 }
 
 void CSpinBox::fixup(QString& input) const

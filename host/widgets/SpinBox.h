@@ -4,9 +4,9 @@
 
 #include <QSpinBox>
 
-/// A whole-number field in the host's look. Differs from QSpinBox in what the host's dialogs rely
-/// on: the wheel changes only a focused field, so that scrolling past one does no harm; and a typed
-/// number outside the range is brought to the nearest bound when editing ends. GUI thread.
+/// An integer field in the host's look. Unlike in QSpinBox, the wheel changes it only while it has
+/// the focus, and a typed number outside of the range becomes the nearest bound when editing ends.
+/// GUI thread.
 class HOSTWIDGETS_EXPORT CSpinBox : public QSpinBox
 {
     Q_OBJECT

@@ -12,7 +12,7 @@ int& parses()
     return count;
 }
 
-/// The point next to `position` that lies on a whole pixel of the device.
+/// Returns the nearest point to `position` on the grid of device pixels.
 QPointF onPixel(const QPainter& painter, const QPointF& position)
 {
     const QTransform& toDevice = painter.deviceTransform();

@@ -14,16 +14,15 @@ class QPainter;
 class QPointF;
 class QSvgRenderer;
 
-/// SVG icons for item delegates: each file is parsed once, ahead of painting, and drawn once for
-/// every size in device pixels. Shared by all who hold it, and gone with the last of them. GUI
-/// thread.
+/// SVG icons for item delegates. Each file is parsed once, before painting, and rendered once for
+/// each size in device pixels. Shared by its users and destroyed with the last one. GUI thread.
 class HOSTWIDGETS_EXPORT SvgIcons final
 {
 public:
-    /// The icons that everyone shares, as long as anyone holds them.
+    /// Returns the shared object; creates it if nobody holds it.
     static std::shared_ptr<SvgIcons> shared();
 
-    /// The number of files parsed since the start of the program, by any of these objects.
+    /// Returns the number of files parsed since the program started.
     static int parseCount();
 
     SvgIcons();
@@ -34,11 +33,11 @@ public:
     /// Reads the file, unless it was read before.
     void load(const QString& path);
 
-    /// The icon as a square of `size` for a device with `scale` pixels to the unit. A file that was
-    /// not loaded, or cannot be read, leaves it empty.
+    /// Returns the icon as a square of `size` logical pixels for a device pixel ratio of `scale`.
+    /// The pixmap is transparent if the file was not loaded or is not readable.
     QPixmap pixmap(const QString& path, int size, qreal scale);
 
-    /// Paints it at `position`, moved to the next whole device pixel so that its lines stay sharp.
+    /// Paints the icon at `position`, aligned to device pixels so that its lines stay sharp.
     void paint(QPainter& painter, const QPointF& position, const QString& path, int size);
 
 private:

@@ -6,7 +6,7 @@
 
 #include <QPainter>
 
-/// Paints cells within the visible part of the table, and lit by rows.
+/// Paints cells in the visible part of the table, and highlights whole rows under the mouse.
 class TableDelegate final : public WholeTextDelegate
 {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
         WholeTextDelegate::paint(painter, visiblePart(option), index);
         if (!showsWholeRows() || !m_view->hasFocus() || index.row() != m_view->currentIndex().row())
             return;
-        // With Ctrl, the keyboard moves without selecting.
+        // With Ctrl pressed, the keyboard moves the current cell without selecting it.
         painter->fillRect(QRect(option.rect.topLeft(), QSize(option.rect.width(), 1)),
                           hostColors().accent);
         painter->fillRect(QRect(option.rect.bottomLeft(), QSize(option.rect.width(), 1)),
@@ -54,5 +54,5 @@ private:
         return m_view->selectionBehavior() == QAbstractItemView::SelectRows;
     }
 
-    CTableView* m_view; // owns this
+    CTableView* m_view; // owner
 };

@@ -10,7 +10,7 @@
 namespace {
 
 constexpr int kRowHeight = 24;
-constexpr int kRowMargins = 6; // above and below a text of a larger font
+constexpr int kRowMargins = 6; // above and below the text of a larger font
 
 } // namespace
 
@@ -54,7 +54,7 @@ void CTableView::paintEvent(QPaintEvent* event)
 void CTableView::updateGeometries()
 {
     QTableView::updateGeometries();
-    // Without a bar the user could not scroll back.
+    // Without a scroll bar the user could not scroll back.
     if (horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff)
         horizontalScrollBar()->setRange(0, 0);
 }
@@ -68,7 +68,8 @@ bool CTableView::viewportEvent(QEvent* event)
     return QTableView::viewportEvent(event);
 }
 
-/// Behind the visible rows and on below them. Hidden rows do not count, as for QTableView.
+/// Paints the stripes behind and below the visible rows. Like in QTableView, hidden rows do not
+/// count.
 void CTableView::paintStripes()
 {
     QPainter painter(viewport());
@@ -90,7 +91,7 @@ void CTableView::paintStripes()
         paintStripe(painter, top, height, stripe++ % 2 != 0);
 }
 
-/// As the style paints the row behind a cell, over the whole width.
+/// Paints what the style paints behind a cell, across the whole width.
 void CTableView::paintStripe(QPainter& painter, int top, int height, bool alternate)
 {
     QStyleOptionViewItem option = viewOptions();

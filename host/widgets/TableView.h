@@ -4,12 +4,11 @@
 
 #include <QTableView>
 
-/// A table in the host's look: alternating rows that may go on through the empty area below the
-/// last one, no grid, row numbers at the left when the model names none itself. A text that runs
-/// past the edge of the table is elided there, and a text that is elided is shown whole in a tool
-/// tip unless the model has another one. With the horizontal scroll bar switched off, nothing ever
-/// shifts the columns. Where rows are selected whole, the one under the mouse is lit whole.
-/// GUI thread.
+/// A table in the host's look, without a grid. Alternating row colours may continue in the empty
+/// area below the last row. The vertical header shows row numbers unless the model provides texts.
+/// A text that extends beyond the table is elided, and elided texts are shown whole in a tool tip
+/// unless the model provides one. If the horizontal scroll bar is off, the columns never scroll. If
+/// whole rows are selected, the whole row under the mouse is highlighted. GUI thread.
 class HOSTWIDGETS_EXPORT CTableView : public QTableView
 {
     Q_OBJECT
@@ -17,12 +16,12 @@ class HOSTWIDGETS_EXPORT CTableView : public QTableView
 public:
     explicit CTableView(QWidget* parent = nullptr);
 
-    /// Whether the alternating colours go on below the last row and beside the last column. Off by
-    /// default.
+    /// Sets whether alternating row colours continue below the last row and beside the last column.
+    /// Off by default.
     void setPaintAlternatingRowColorsForEmptyArea(bool on);
     bool paintAlternatingRowColorsForEmptyArea() const { return m_paintEmptyArea; }
 
-    /// The row under the mouse, -1 for none.
+    /// Returns the row under the mouse, or -1.
     int hoveredRow() const { return m_hoveredRow; }
 
 protected:

@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int kWidestLine = 480;
-constexpr int kLongestWord = 40; // characters that are kept together
+constexpr int kLongestWord = 40; // longest word that is not broken, in characters
 
 bool isLong(const QString& text)
 {
@@ -20,7 +20,7 @@ bool isLong(const QString& text)
     });
 }
 
-/// QToolTip wraps only rich text, at white space; so that is what a long text is made.
+/// Returns rich text, because QToolTip wraps nothing else, with possible breaks in long words.
 QString wrappingText(const QString& text)
 {
     QString parts;

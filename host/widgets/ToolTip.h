@@ -8,22 +8,22 @@
 
 class QWidget;
 
-/// Tool tips in the host's look. The text is plain and wraps when it is long. GUI thread.
+/// Tool tips in the host's look. The text is plain, and long texts wrap. GUI thread.
 namespace CToolTip {
 
-/// Where the tool tip of a widget appears: the value of its dynamic property "ToolLocation". A
-/// widget without it, or with another value, has its tool tip at the mouse cursor. A tool tip that
-/// does not fit on the screen goes to the opposite side.
+/// Value of the dynamic property "ToolLocation" of a widget: where its tool tip appears. Without
+/// the property, or with another value, the tool tip appears at the mouse cursor. A tool tip that
+/// does not fit on the screen appears on the opposite side.
 enum ToolLocation { AtCursor = 0, Above = 1, Right = 2, Below = 3, Left = 4 };
 
-/// Shows `text` at `position` (global). The tool tip goes when the mouse leaves `area` (in
-/// `widget`'s coordinates; a null rectangle is the whole widget), or `widget` goes. An empty text
-/// hides it. It goes by itself after `milliseconds`; a negative number leaves that to the length of
-/// the text.
+/// Shows `text` at the global `position`; an empty text hides the tool tip. The tool tip is hidden
+/// when the mouse leaves `area` (in coordinates of `widget`; null means the whole widget), when
+/// `widget` is destroyed, and after `milliseconds`. If that is negative, the time depends on the
+/// length of the text.
 HOSTWIDGETS_EXPORT void ShowText(const QString& text, const QPoint& position, QWidget* widget,
                                  const QRect& area = QRect(), int milliseconds = -1);
 
-/// Hides the tool tip, if one is shown.
+/// Hides the tool tip.
 HOSTWIDGETS_EXPORT void HideText();
 
 } // namespace CToolTip

@@ -6,7 +6,7 @@
 
 class QCoreApplication;
 
-/// Shows the tool tips of widgets with the property "ToolLocation".
+/// Places the tool tips of widgets that have the property "ToolLocation".
 class ToolTipFilter final : public QObject
 {
     Q_OBJECT
@@ -17,6 +17,6 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
-/// From here on, tool tips of widgets with the property "ToolLocation" appear where that says. Any
-/// number of calls. GUI thread.
+/// Places the tool tips of all widgets that have the property "ToolLocation". May be called
+/// repeatedly. GUI thread.
 HOSTWIDGETS_EXPORT void installToolTipPlacement(QCoreApplication& application);

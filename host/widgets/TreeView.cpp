@@ -24,7 +24,8 @@ bool isKeyboardReason(Qt::FocusReason reason)
            || reason == Qt::ShortcutFocusReason;
 }
 
-/// The part of a row that its background fills, apart from its neighbours and the view's edges.
+/// Returns the part of a row that its background fills. It keeps a distance to other rows and to
+/// the edges of the view.
 QRectF panel(const QRect& row)
 {
     return QRectF(row).adjusted(kPanelMargin, 1, -kPanelMargin, -1);
@@ -67,7 +68,7 @@ CTreeView::CTreeView(QWidget* parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(ScrollPerPixel);
     setSelectionMode(ExtendedSelection);
-    // A double click toggles the row.
+    // A double click toggles the row and does not edit it.
     setEditTriggers(EditKeyPressed);
     setRootIsDecorated(false);
     setIndentation(kIndentation);
@@ -139,7 +140,7 @@ void CTreeView::mouseDoubleClickEvent(QMouseEvent* event)
         QTreeView::mouseDoubleClickEvent(event);
 }
 
-/// What began on an arrow neither selects nor drags.
+/// A mouse press on an arrow does not start a selection or a drag.
 void CTreeView::mouseMoveEvent(QMouseEvent* event)
 {
     m_arrowPressed = m_arrowPressed && event->buttons() != Qt::NoButton;
@@ -150,7 +151,7 @@ void CTreeView::mouseMoveEvent(QMouseEvent* event)
 void CTreeView::keyPressEvent(QKeyEvent* event)
 {
     setFocusShown(true);
-    // Not every platform makes it a request for a menu, as it does the menu key.
+    // Some platforms send a context menu event for the Menu key only.
     if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
         requestMenu();
     } else if ((event->modifiers() & ~Qt::KeypadModifier) || !handleKey(event)) {
@@ -186,7 +187,7 @@ void CTreeView::contextMenuEvent(QContextMenuEvent* event)
         emit RightMenuEvent(index, event->pos());
 }
 
-/// Qt repaints the items; the keyboard's outline goes round the whole rows.
+/// Qt updates only the items, but the focus outline surrounds whole rows.
 void CTreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     QTreeView::currentChanged(current, previous);
@@ -201,8 +202,8 @@ QPoint CTreeView::pointInView(const QPoint& point) const
             qBound(room.top(), point.y(), room.bottom())};
 }
 
-/// Makes sure of a row from which a range goes out: the one where the last began, or to which keys
-/// led, unless another was chosen since. Qt knows only where the mouse was pressed.
+/// Sets the row at which a range with Shift starts: the start of the last range, or the row that
+/// was reached by keys. Qt knows only where the mouse was pressed.
 void CTreeView::anchorRange()
 {
     const QItemSelectionModel* selection = selectionModel();
@@ -221,7 +222,7 @@ void CTreeView::setSelection(const QRect& rect, QItemSelectionModel::SelectionFl
         QTreeView::setSelection(rect, command);
 }
 
-/// The mouse stays, the rows move on below it.
+/// Scrolling moves another row below the mouse.
 void CTreeView::scrollContentsBy(int dx, int dy)
 {
     QTreeView::scrollContentsBy(dx, dy);
@@ -229,7 +230,7 @@ void CTreeView::scrollContentsBy(int dx, int dy)
         setHovered(indexAt(viewport()->mapFromGlobal(QCursor::pos())));
 }
 
-/// Without the base, which has the style paint panels behind branches and rows.
+/// Does not call the base, which would paint the style's panels behind branches and rows.
 void CTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const
 {
@@ -273,10 +274,10 @@ void CTreeView::DrawHoverRow(QPainter* painter, const QStyleOptionViewItem& opti
 void CTreeView::DrawNormalRow(QPainter* painter, const QStyleOptionViewItem& option,
                               const QRect& row) const
 {
-    drawFocus(painter, option, row); // on the view's own background
+    drawFocus(painter, option, row); // over the view's own background
 }
 
-/// The indentation in front of the arrow counts as the arrow.
+/// Returns whether `position` is on an arrow or in the indentation in front of it.
 bool CTreeView::isOnArrow(const QPoint& position) const
 {
     const QModelIndex index = indexAt(position);
@@ -284,7 +285,7 @@ bool CTreeView::isOnArrow(const QPoint& position) const
            && position.x() < visualRect(index).left() + ProcessorRowMetrics::kArrowColumn;
 }
 
-/// The row that the keyboard stands on: the current one if it is selected or nothing is, else the
+/// Returns the row with the keyboard focus: the current one if it or nothing is selected, else the
 /// topmost selected one.
 QModelIndex CTreeView::keyboardRow() const
 {
@@ -307,7 +308,7 @@ void CTreeView::requestMenu()
     QCoreApplication::sendEvent(this, &menu);
 }
 
-/// The keys that go by the row that the keyboard stands on. Returns whether it was one of them.
+/// Handles the keys that use the row with the keyboard focus. Returns whether it was one of them.
 bool CTreeView::handleKey(QKeyEvent* event)
 {
     const QModelIndex row = keyboardRow();
@@ -352,7 +353,7 @@ bool CTreeView::handleKey(QKeyEvent* event)
     }
 }
 
-/// The farthest row that `next` leads to and that one page shows together with `row`.
+/// Returns the last row that can be reached by `next` within one page from `row`.
 QModelIndex CTreeView::pageFrom(const QModelIndex& row, Step next) const
 {
     const QRect from = visualRect(row);
@@ -366,13 +367,13 @@ QModelIndex CTreeView::pageFrom(const QModelIndex& row, Step next) const
     return target;
 }
 
-/// Makes the row current and the only selected one; or the latter alone, where the selection model
-/// keeps it from becoming current.
+/// Makes the row current and selects only it. If the selection model does not let the row become
+/// current, only selects it.
 void CTreeView::goTo(const QModelIndex& index)
 {
     if (!index.isValid() || !(index.flags() & Qt::ItemIsEnabled))
         return;
-    // Whoever hears of it may take the row, or the view, away.
+    // Receivers of the signals may remove the row or destroy the view.
     const QPersistentModelIndex target = index;
     const QPointer<CTreeView> alive(this);
     selectionModel()->setCurrentIndex(target, QItemSelectionModel::NoUpdate);

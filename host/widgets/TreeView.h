@@ -5,17 +5,17 @@
 #include <QPersistentModelIndex>
 #include <QTreeView>
 
-/// A tree of one column in the host's look: no header, no horizontal scroll bar, rows painted whole
-/// with one background that tells their state, and menus asked for by mouse and keyboard alike.
+/// A tree with one column in the host's look. It has no header and no horizontal scroll bar. Each
+/// row has one background for its state. Context menus can be requested by mouse and keyboard.
 ///
-/// The arrow of a row that can be expanded is painted by the delegate, within the first 25 pixels
-/// of the row's rectangle; a click there toggles the row and leaves the selection alone.
+/// The delegate paints the arrow of a row that can be expanded in the first 25 pixels of the row's
+/// rectangle. A click there toggles the row and does not change the selection.
 ///
-/// Where the selection model does not let a row become current, the keys that move, expand and
-/// edit go by the selected row instead; with Shift or Ctrl they go by the current one.
+/// If the selection model does not let a row become current, keys that move, expand and edit use
+/// the selected row; with Shift or Ctrl they use the current one.
 ///
-/// The view filters the events of its viewport, so that a derived class meets them in eventFilter()
-/// first and may consume them. GUI thread. Not supported: more than one column, right-to-left.
+/// The view is an event filter on its viewport, so a derived class can handle these events in
+/// eventFilter(). GUI thread. Not supported: several columns, right-to-left layouts.
 class HOSTWIDGETS_EXPORT CTreeView : public QTreeView
 {
     Q_OBJECT
@@ -23,11 +23,12 @@ class HOSTWIDGETS_EXPORT CTreeView : public QTreeView
 public:
     explicit CTreeView(QWidget* parent = nullptr);
 
-    /// The row under the mouse; invalid for none.
+    /// Returns the row under the mouse, or an invalid index.
     const QPersistentModelIndex& hoveredIndex() const { return m_hovered; }
 
 signals:
-    /// The menu of the row `index` was asked for, at `pos` in the viewport. The row is selected.
+    /// Emitted when the context menu of the row `index` is requested at `pos` in the viewport. The
+    /// row is selected.
     void RightMenuEvent(const QModelIndex& index, const QPoint& pos);
 
 protected:
@@ -39,9 +40,9 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    /// Asks for the menu of a row: by mouse, of the one below it, which is selected first unless it
-    /// is already; by keyboard, of the current row if it is selected, else of the topmost selected
-    /// one, which is scrolled into view.
+    /// Requests the context menu of a row. By mouse, it is the row below it, which is selected
+    /// first if it is not yet. By keyboard, it is the current row if selected, else the topmost
+    /// selected row, which is scrolled into view.
     void contextMenuEvent(QContextMenuEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
@@ -49,11 +50,11 @@ protected:
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                  const QModelIndex& index) const override;
 
-    /// `point`, or the nearest one that is in the viewport.
+    /// Returns the point in the viewport that is nearest to `point`.
     QPoint pointInView(const QPoint& point) const;
 
-    /// Paint the background of a row inside `row`: of one that is selected, of one under the mouse,
-    /// and of any other. State_HasFocus in the option is a row that the keyboard stands on.
+    /// Paint the background of a selected row, of a row under the mouse, and of any other row in
+    /// the rectangle `row`. State_HasFocus marks the row that has the keyboard focus.
     virtual void DrawSelectRow(QPainter* painter, const QStyleOptionViewItem& option,
                                const QRect& row) const;
     virtual void DrawHoverRow(QPainter* painter, const QStyleOptionViewItem& option,
@@ -76,8 +77,8 @@ private:
     void updateRow(const QModelIndex& index);
 
     QPersistentModelIndex m_hovered;
-    QPersistentModelIndex m_anchor; // of ranges that Shift makes; Qt's own where invalid
-    QModelIndex m_focusRow;         // while painting
+    QPersistentModelIndex m_anchor; // of ranges with Shift; if invalid, Qt's own is used
+    QModelIndex m_focusRow;         // valid while painting
     bool m_focusShown = false;
     bool m_arrowPressed = false;
 };

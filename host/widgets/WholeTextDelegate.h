@@ -2,7 +2,7 @@
 
 #include <QStyledItemDelegate>
 
-/// Shows the text of an item whose end is elided whole in a tool tip, unless the item has one.
+/// Shows an elided text whole in a tool tip, unless the item has a tool tip.
 class WholeTextDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -14,7 +14,8 @@ public:
                    const QModelIndex& index) override;
 
 protected:
-    /// The option with the part of its rectangle that the text has; all of it.
+    /// Returns `option` with the rectangle reduced to the visible part of the text. The base
+    /// returns it unchanged.
     virtual QStyleOptionViewItem visiblePart(const QStyleOptionViewItem& option) const;
 
 private:

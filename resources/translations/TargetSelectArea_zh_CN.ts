@@ -156,6 +156,30 @@
         <source>Invalid</source>
         <translation>无效</translation>
     </message>
+    <message>
+        <source>Processor</source>
+        <translation>处理器</translation>
+    </message>
+    <message>
+        <source>Backup processor</source>
+        <translation>备份处理器</translation>
+    </message>
+    <message>
+        <source>Online</source>
+        <translation>在线</translation>
+    </message>
+    <message>
+        <source>Offline</source>
+        <translation>离线</translation>
+    </message>
+    <message>
+        <source>Has a backup</source>
+        <translation>有备份</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>警告</translation>
+    </message>
 </context>
 <context>
     <name>CCustomAddProcessor</name>
@@ -281,6 +305,10 @@
         <source>Export successfully.</source>
         <translation>导出成功。</translation>
     </message>
+    <message>
+        <source>Export successfully. Characters that the file&apos;s encoding lacks were replaced.</source>
+        <translation>导出成功。文件编码不支持的字符已被替换。</translation>
+    </message>
 </context>
 <context>
     <name>CModifyIPDialog</name>
@@ -337,6 +365,10 @@
     <message>
         <source>No content found in the search.</source>
         <translation>未搜索到相关内容。</translation>
+    </message>
+    <message>
+        <source>Processors found: %1</source>
+        <translation>找到的处理器：%1</translation>
     </message>
 </context>
 <context>

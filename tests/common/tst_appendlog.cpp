@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The standard error stream, kept.
+/// Captures the standard error stream.
 class ErrorStream final
 {
 public:
@@ -44,8 +44,8 @@ private slots:
     void shouldSendRecordsToTheSink();
     void shouldCountNullTextsAsEmpty();
     void shouldCopyTheTexts();
-    void shouldGoBackToTheErrorStream();
-    void shouldHandBackTheSinkInForce();
+    void shouldRestoreTheErrorStream();
+    void shouldReturnThePreviousSink();
     void shouldCallTheSinkOneAtATimeOnTheLoggingThread();
 };
 
@@ -104,7 +104,7 @@ void AppendLogTest::shouldCopyTheTexts()
     QCOMPARE(records.at(0).message, std::string(10000, 'x'));
 }
 
-void AppendLogTest::shouldGoBackToTheErrorStream()
+void AppendLogTest::shouldRestoreTheErrorStream()
 {
     const ErrorStream stream;
     int count = 0;
@@ -116,7 +116,7 @@ void AppendLogTest::shouldGoBackToTheErrorStream()
     QCOMPARE(stream.text(), std::string("F:2: f: to the stream\n"));
 }
 
-void AppendLogTest::shouldHandBackTheSinkInForce()
+void AppendLogTest::shouldReturnThePreviousSink()
 {
     QVERIFY(!SetLogSink({}));
     int count = 0;

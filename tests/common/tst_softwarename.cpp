@@ -11,7 +11,7 @@ class SoftwareNameTest : public QObject
 
 private slots:
     void shouldBeEmptyUntilSet();
-    void shouldReturnTheNameLastSet();
+    void shouldReturnTheLastName();
     void shouldBeSafeOnAnyThread();
 };
 
@@ -20,7 +20,7 @@ void SoftwareNameTest::shouldBeEmptyUntilSet()
     QCOMPARE(custom_software_name(), QString());
 }
 
-void SoftwareNameTest::shouldReturnTheNameLastSet()
+void SoftwareNameTest::shouldReturnTheLastName()
 {
     set_custom_software_name(QStringLiteral("First"));
     QCOMPARE(custom_software_name(), QStringLiteral("First"));

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kLimitMs = 30000;
 
-/// Jobs that write a letter each, and a gate that holds the thread.
+/// Jobs that append a letter each, and a job that blocks the thread.
 class Jobs final
 {
 public:
@@ -42,7 +42,7 @@ public:
                               replacePending);
     }
 
-    /// The thread waits in this job until open().
+    /// Posts a job that blocks until open() is called.
     void postGate(int number = 0)
     {
         m_worker->AppendEvent({number,
@@ -55,14 +55,14 @@ public:
     bool waitAtGate() { return m_reached.tryAcquire(1, kLimitMs); }
     void open() { m_gate.release(); }
 
-    /// The letters so far, once every job posted before has run.
+    /// Waits for all posted jobs and returns the letters.
     QString text()
     {
         m_worker->AppendEvent({-1, [this] { m_done.release(); }}, false);
         return m_done.tryAcquire(1, kLimitMs) ? m_text : QStringLiteral("stuck");
     }
 
-    /// The same when the thread has ended.
+    /// Returns the letters after the thread has finished.
     QString textAfterEnd() const { return m_text; }
 
 private:
@@ -73,7 +73,7 @@ private:
     QSemaphore m_done;
 };
 
-/// Posts a job that holds what is returned, and nothing else does.
+/// Posts a job that is the only owner of the returned object.
 std::weak_ptr<int> postHolding(CWorkThread& worker)
 {
     const auto held = std::make_shared<int>(1);
@@ -93,22 +93,22 @@ private slots:
 
     void shouldRunJobsInOrderOnItsOwnThread();
     void shouldKeepJobsUntilTheStart();
-    void shouldReplaceAPendingJobInItsPlace();
-    void shouldLetAReplacedJobsHoldingsPost();
-    void shouldNotReplaceUnlessAsked();
+    void shouldReplaceAPendingJobAtItsPosition();
+    void shouldDestroyAReplacedJobWithoutTheLock();
+    void shouldNotReplaceByDefault();
     void shouldReplaceOnlyTheFirstOfSeveral();
-    void shouldNotReplaceTheJobInHand();
+    void shouldNotReplaceTheCurrentJob();
     void shouldRunJobsPostedByJobs();
     void shouldKeepTheOrderOfEveryPostingThread();
-    void shouldReleaseAJobsHoldingsWhenItHasRun();
+    void shouldDestroyAJobAfterItHasRun();
     void shouldDropWaitingJobsOnExit();
     void shouldDropJobsPostedAfterTheExit();
-    void shouldEndFromInsideAJob();
+    void shouldExitFromInsideAJob();
     void shouldRunAgainAfterAnExit();
-    void shouldEndWithoutEverHavingStarted();
-    void shouldFinishTheJobInHandOnDestruction();
-    void shouldTakeActivationsWhileItRuns();
-    void shouldTakeActivationsRightAfterARestart();
+    void shouldExitWithoutAStart();
+    void shouldFinishTheCurrentJobOnDestruction();
+    void shouldAcceptActivationsWhileRunning();
+    void shouldAcceptActivationsRightAfterARestart();
 
 private:
     std::optional<WarningTrap> m_trap;
@@ -140,7 +140,7 @@ void WorkThreadTest::shouldKeepJobsUntilTheStart()
     QCOMPARE(jobs.text(), QStringLiteral("cb"));
 }
 
-void WorkThreadTest::shouldReplaceAPendingJobInItsPlace()
+void WorkThreadTest::shouldReplaceAPendingJobAtItsPosition()
 {
     CWorkThread worker;
     Jobs jobs(worker);
@@ -156,7 +156,7 @@ void WorkThreadTest::shouldReplaceAPendingJobInItsPlace()
     QCOMPARE(jobs.text(), QStringLiteral("aBcd"));
 }
 
-void WorkThreadTest::shouldLetAReplacedJobsHoldingsPost()
+void WorkThreadTest::shouldDestroyAReplacedJobWithoutTheLock()
 {
     CWorkThread worker;
     Jobs jobs(worker);
@@ -170,7 +170,7 @@ void WorkThreadTest::shouldLetAReplacedJobsHoldingsPost()
     QCOMPARE(jobs.text(), QStringLiteral("az"));
 }
 
-void WorkThreadTest::shouldNotReplaceUnlessAsked()
+void WorkThreadTest::shouldNotReplaceByDefault()
 {
     CWorkThread worker;
     Jobs jobs(worker);
@@ -191,7 +191,7 @@ void WorkThreadTest::shouldReplaceOnlyTheFirstOfSeveral()
     QCOMPARE(jobs.text(), QStringLiteral("cb"));
 }
 
-void WorkThreadTest::shouldNotReplaceTheJobInHand()
+void WorkThreadTest::shouldNotReplaceTheCurrentJob()
 {
     CWorkThread worker;
     Jobs jobs(worker);
@@ -251,13 +251,13 @@ void WorkThreadTest::shouldKeepTheOrderOfEveryPostingThread()
     QCOMPARE(outOfOrder.load(), 0);
 }
 
-void WorkThreadTest::shouldReleaseAJobsHoldingsWhenItHasRun()
+void WorkThreadTest::shouldDestroyAJobAfterItHasRun()
 {
     CWorkThread worker;
     Jobs jobs(worker);
     worker.start();
     const std::weak_ptr<int> watch = postHolding(worker);
-    QTRY_VERIFY(watch.expired()); // with no other job behind it
+    QTRY_VERIFY(watch.expired()); // without another job after it
     QCOMPARE(jobs.text(), QString());
 }
 
@@ -296,7 +296,7 @@ void WorkThreadTest::shouldDropJobsPostedAfterTheExit()
     QCOMPARE(jobs.text(), QString());
 }
 
-void WorkThreadTest::shouldEndFromInsideAJob()
+void WorkThreadTest::shouldExitFromInsideAJob()
 {
     CWorkThread worker;
     Jobs jobs(worker);
@@ -324,7 +324,7 @@ void WorkThreadTest::shouldRunAgainAfterAnExit()
     }
 }
 
-void WorkThreadTest::shouldEndWithoutEverHavingStarted()
+void WorkThreadTest::shouldExitWithoutAStart()
 {
     std::weak_ptr<int> watch;
     {
@@ -335,7 +335,7 @@ void WorkThreadTest::shouldEndWithoutEverHavingStarted()
     QVERIFY(watch.expired());
 }
 
-void WorkThreadTest::shouldFinishTheJobInHandOnDestruction()
+void WorkThreadTest::shouldFinishTheCurrentJobOnDestruction()
 {
     auto worker = std::make_unique<CWorkThread>();
     Jobs jobs(*worker);
@@ -348,7 +348,7 @@ void WorkThreadTest::shouldFinishTheJobInHandOnDestruction()
     worker->AppendEvent({1, [held, &ranDropped] { ranDropped = true; }}, false);
     held.reset();
 
-    // The waiting job goes when the destructor has begun; the one in hand still holds the thread.
+    // The destructor drops the waiting job first and then waits for the current one.
     std::atomic<bool> destroyed{false};
     std::thread destroyer([&] {
         worker.reset();
@@ -362,7 +362,7 @@ void WorkThreadTest::shouldFinishTheJobInHandOnDestruction()
     QVERIFY(!ranDropped);
 }
 
-void WorkThreadTest::shouldTakeActivationsWhileItRuns()
+void WorkThreadTest::shouldAcceptActivationsWhileRunning()
 {
     CWorkThread worker;
     Jobs jobs(worker);
@@ -374,7 +374,7 @@ void WorkThreadTest::shouldTakeActivationsWhileItRuns()
     QVERIFY(worker.isRunning());
 }
 
-void WorkThreadTest::shouldTakeActivationsRightAfterARestart()
+void WorkThreadTest::shouldAcceptActivationsRightAfterARestart()
 {
     CWorkThread worker;
     Jobs jobs(worker);

@@ -19,12 +19,12 @@ namespace {
 using Area = ITargetSelectAreaInterface;
 using Handler = ITargetSelectInterfaceHandler;
 
-constexpr int kDestructorSlots = 2; // the complete one and the deleting one
+constexpr int kDestructorSlots = 2; // the complete and the deleting destructor
 
-/// Slot of a virtual operation in its class's table; -1 for one that is not virtual.
+/// Returns the slot of a virtual operation in the table of its class, or -1 if it is not virtual.
 ///
-/// On this ABI a pointer to a virtual member is the table's byte offset plus one, then what to add
-/// to `this`. Members that are not virtual are even addresses.
+/// On this ABI a pointer to a virtual member is the byte offset in the table plus one, followed by
+/// an adjustment of `this`. A pointer to another member is an even address.
 template <typename Member>
 int slotOf(Member member)
 {
@@ -43,7 +43,7 @@ struct Slot
     int slot;
 };
 
-/// The operations, in the order of their slots.
+/// Returns the operations sorted by slot.
 QStringList inOrder(QVector<Slot> table)
 {
     std::sort(table.begin(), table.end(),
@@ -62,7 +62,7 @@ QStringList asListed(const QVector<Slot>& table)
     return names;
 }
 
-/// Calls what stands in slot `slot` of the object's first table as an operation without arguments.
+/// Calls an operation without arguments by its slot in the object's first table.
 void callSlot(void* object, int slot)
 {
     using Operation = void (*)(void*);
@@ -166,7 +166,7 @@ const QVector<Slot>& handlerSlots()
     return table;
 }
 
-// Hosts and panel are built apart; these are what they agree on.
+// Hosts and panel are built separately and must agree on these.
 static_assert(std::is_base_of_v<IAbstractLayerInterface, Area>);
 static_assert(std::is_base_of_v<IAbstractControlInterface, Handler>);
 static_assert(std::has_virtual_destructor_v<IAbstractLayerInterface>);
@@ -242,7 +242,7 @@ static_assert(is<bool (Handler::*)(const ProcessorNode&)>(&Handler::AcceptProces
 static_assert(is<void (Handler::*)(const QString&)>(&Handler::ShowTipMessage));
 static_assert(is<void (Handler::*)(bool)>(&Handler::SetFrontPanelHighlight));
 
-/// A layer and a host that leave everything as it is.
+/// A layer and a host that override nothing.
 class PlainLayer final : public ITargetSelectAreaInterface
 {
 };
@@ -280,7 +280,7 @@ private slots:
     void shouldHaveNoHandlerWithoutAPanel();
     void shouldRefuseAHandlerOfAnotherKind();
     void shouldKeepAReplacedHandlerUntilTheCallEnds();
-    void shouldHandOutThePanelAsItsWidget();
+    void shouldReturnThePanelAsItsWidget();
 };
 
 void InterfacesTest::shouldKeepTheOrderOfTheLayersOperations()
@@ -403,7 +403,7 @@ void InterfacesTest::shouldKeepAReplacedHandlerUntilTheCallEnds()
     QCOMPARE(watch.lock()->callNames(), QStringList{QStringLiteral("SaveIPList")});
 }
 
-void InterfacesTest::shouldHandOutThePanelAsItsWidget()
+void InterfacesTest::shouldReturnThePanelAsItsWidget()
 {
     const WarningTrap warnings;
     TestPanel panel;

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Does with every notification what a test says, and remembers the numbers.
+/// Runs the test's code for each notification and records the event numbers.
 class Observer final : public CObserver
 {
 public:
@@ -38,7 +38,7 @@ private:
     std::function<void(CSubject&)> m_action;
 };
 
-/// "function file:line message": what was logged.
+/// Returns the log records as "function file:line message".
 QStringList lines(const LogTrap& log)
 {
     QStringList lines;
@@ -68,18 +68,18 @@ private slots:
     void shouldNotifyAttachedObserversInOrder();
     void shouldAttachEachObserverOnce();
     void shouldIgnoreUnknownObservers();
-    void shouldLetObserversComeAndGoDuringANotification();
-    void shouldHandOutTheArgument();
-    void shouldHandOutACopyOfTheArgument();
-    void shouldTellTheArgumentsTypeAndThread();
+    void shouldAllowAttachAndDetachDuringANotification();
+    void shouldReturnTheArgument();
+    void shouldReturnACopyOfTheArgument();
+    void shouldReturnTheArgumentsTypeAndThread();
     void shouldRestoreTheOuterEventAfterANestedOne();
-    void shouldForgetAnEndedNotification();
+    void shouldResetTheEventAfterANotification();
     void shouldRefuseAnotherThread();
     void shouldRefuseAJobAfterTheNotification();
     void shouldRefuseAnotherType_data();
     void shouldRefuseAnotherType();
     void shouldRefuseBeforeTheFirstNotification();
-    void shouldHandOutValueInitialisedResults();
+    void shouldReturnValueInitialisedResults();
 };
 
 void ObserverPatternTest::shouldNotifyAttachedObserversInOrder()
@@ -128,7 +128,7 @@ void ObserverPatternTest::shouldIgnoreUnknownObservers()
     QVERIFY(unknown.numbers.isEmpty());
 }
 
-void ObserverPatternTest::shouldLetObserversComeAndGoDuringANotification()
+void ObserverPatternTest::shouldAllowAttachAndDetachDuringANotification()
 {
     Observer late;
     Observer early([&](CSubject& subject) {
@@ -143,7 +143,7 @@ void ObserverPatternTest::shouldLetObserversComeAndGoDuringANotification()
     QCOMPARE(late.numbers, QList<quint32>{2});
 }
 
-void ObserverPatternTest::shouldHandOutTheArgument()
+void ObserverPatternTest::shouldReturnTheArgument()
 {
     const LogTrap log;
     const QUuid id = QUuid::createUuid();
@@ -169,7 +169,7 @@ void ObserverPatternTest::shouldHandOutTheArgument()
     QCOMPARE(lines(log), QStringList());
 }
 
-void ObserverPatternTest::shouldHandOutACopyOfTheArgument()
+void ObserverPatternTest::shouldReturnACopyOfTheArgument()
 {
     QList<int> sizes;
     Observer observer([&](CSubject& subject) {
@@ -183,7 +183,7 @@ void ObserverPatternTest::shouldHandOutACopyOfTheArgument()
     QCOMPARE(sizes, QList<int>{3});
 }
 
-void ObserverPatternTest::shouldTellTheArgumentsTypeAndThread()
+void ObserverPatternTest::shouldReturnTheArgumentsTypeAndThread()
 {
     std::size_t type = 0;
     bool sameThread = false;
@@ -223,7 +223,7 @@ void ObserverPatternTest::shouldRestoreTheOuterEventAfterANestedOne()
     QCOMPARE(lines(log), QStringList());
 }
 
-void ObserverPatternTest::shouldForgetAnEndedNotification()
+void ObserverPatternTest::shouldResetTheEventAfterANotification()
 {
     auto held = std::make_shared<int>(1);
     const std::weak_ptr<int> watch = held;
@@ -326,7 +326,7 @@ void ObserverPatternTest::shouldRefuseBeforeTheFirstNotification()
     QCOMPARE(subject.GetEvent(), 0U);
 }
 
-void ObserverPatternTest::shouldHandOutValueInitialisedResults()
+void ObserverPatternTest::shouldReturnValueInitialisedResults()
 {
     const LogTrap log;
     int looked = 0;

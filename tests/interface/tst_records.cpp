@@ -14,7 +14,7 @@
 
 namespace {
 
-/// The place of each field of one record, as "name@offset+size".
+/// Returns the position of each field of a record as "name@offset+size".
 template <typename Record>
 class Layout final
 {
@@ -38,7 +38,7 @@ private:
     QStringList m_fields;
 };
 
-// The sizes belong to the 64-bit ABI with GNU's standard library.
+// The sizes are those of the 64-bit ABI with the GNU standard library.
 static_assert(sizeof(void*) == 8);
 static_assert(sizeof(GUID) == 16 && alignof(GUID) == 4);
 static_assert(sizeof(SDeviceSetInfo) == 24 && alignof(SDeviceSetInfo) == 4);
@@ -122,19 +122,19 @@ class RecordsTest : public QObject
 private slots:
     void initTestCase();
     void shouldKeepTheFieldsOfAProcessorInPlace();
-    void shouldHaveNoFieldsButTheListedOnes();
+    void shouldHaveOnlyTheListedFields();
     void shouldKeepTheFieldsOfAGroupInPlace();
     void shouldKeepTheFieldsOfTheOtherRecordsInPlace();
     void shouldStartAProcessorWithTheHostsDefaults();
     void shouldStartAGroupWithTheHostsDefaults();
     void shouldStartTheOtherRecordsEmpty();
-    void shouldTellTheNullIdentifierFromOthers();
-    void shouldCompareIdentifiersWhole();
-    void shouldKnowTheTypesByName_data();
-    void shouldKnowTheTypesByName();
+    void shouldDetectTheNullIdentifier();
+    void shouldCompareAllFieldsOfIdentifiers();
+    void shouldRegisterTheTypesByName_data();
+    void shouldRegisterTheTypesByName();
     void shouldRegisterTheNodeTypeAsAnEnumeration();
     void shouldConvertNumbersToNodeTypes();
-    void shouldCarryRecordsThroughVariants();
+    void shouldStoreRecordsInVariants();
 };
 
 void RecordsTest::initTestCase()
@@ -183,8 +183,8 @@ void RecordsTest::shouldKeepTheFieldsOfAProcessorInPlace()
                             "online@160+1 reachedByIp@161+1"));
 }
 
-// Does not compile with a field more or less.
-void RecordsTest::shouldHaveNoFieldsButTheListedOnes()
+// Does not compile with more or fewer fields.
+void RecordsTest::shouldHaveOnlyTheListedFields()
 {
     const auto& [a1, a2, a3, a4, a5, a6, a7, a8, a9, a10, a11, a12, a13, a14, a15, a16, a17, a18,
                  a19, a20, a21, a22, a23, a24, a25, a26, a27, a28] = ProcessorNode();
@@ -301,7 +301,7 @@ void RecordsTest::shouldStartTheOtherRecordsEmpty()
     QVERIFY(selection.id.isNull() && selection.processors.isEmpty());
 }
 
-void RecordsTest::shouldTellTheNullIdentifierFromOthers()
+void RecordsTest::shouldDetectTheNullIdentifier()
 {
     QVERIFY(IsNullGuid(GUID{}));
     QVERIFY(!IsNullGuid(GUID{1, 0, 0, {}}));
@@ -310,7 +310,7 @@ void RecordsTest::shouldTellTheNullIdentifierFromOthers()
     QVERIFY(!IsNullGuid(GUID{0, 0, 0, {0, 0, 0, 0, 0, 0, 0, 1}}));
 }
 
-void RecordsTest::shouldCompareIdentifiersWhole()
+void RecordsTest::shouldCompareAllFieldsOfIdentifiers()
 {
     const GUID guid{1, 2, 3, {4, 5, 6, 7, 8, 9, 10, 11}};
     GUID other = guid;
@@ -322,7 +322,7 @@ void RecordsTest::shouldCompareIdentifiersWhole()
     QVERIFY(guid != other);
 }
 
-void RecordsTest::shouldKnowTheTypesByName_data()
+void RecordsTest::shouldRegisterTheTypesByName_data()
 {
     QTest::addColumn<int>("id");
     QTest::newRow("EPrcTreeNodeType") << qMetaTypeId<EPrcTreeNodeType>();
@@ -335,7 +335,7 @@ void RecordsTest::shouldKnowTheTypesByName_data()
     QTest::newRow("QList<QUuid>") << qMetaTypeId<QList<QUuid>>();
 }
 
-void RecordsTest::shouldKnowTheTypesByName()
+void RecordsTest::shouldRegisterTheTypesByName()
 {
     const WarningTrap warnings;
     QFETCH(int, id);
@@ -372,7 +372,7 @@ void RecordsTest::shouldConvertNumbersToNodeTypes()
     QCOMPARE(stored.toInt(), 2);
 }
 
-void RecordsTest::shouldCarryRecordsThroughVariants()
+void RecordsTest::shouldStoreRecordsInVariants()
 {
     const WarningTrap warnings;
     ProcessorNode processor;

@@ -11,8 +11,8 @@
 
 #include <functional>
 
-/// What a test of a dialog stands on: a host behind the panel, a window to open it over, somebody
-/// who answers it, and nobody who takes a warning of Qt's.
+/// Fixture of a dialog test: a host, a window for the dialog, a driver that operates the dialog,
+/// and a trap for Qt warnings.
 struct DialogTest
 {
     DialogTest()
@@ -23,7 +23,7 @@ struct DialogTest
 
     FakeHandler& host() { return panel.host(); }
 
-    /// What the host was asked, with arguments: "GetIPCount(0)".
+    /// Returns the calls to the host with their arguments: "GetIPCount(0)".
     QStringList asked() const
     {
         QStringList texts;
@@ -36,8 +36,8 @@ struct DialogTest
         return texts;
     }
 
-    /// What `dialog` says when it refuses what `fillIn` brings into it. It stays open then, until
-    /// it is left by Escape.
+    /// Fills `dialog` by `fillIn`, presses OK and returns the message. The dialog must stay open
+    /// and is closed by Escape.
     QString refusal(
         QDialog& dialog, const std::function<void(QWidget&)>& fillIn = [](QWidget&) {})
     {
@@ -60,13 +60,13 @@ struct DialogTest
     DialogDriver driver;
 };
 
-/// Field `n` for an address in `dialog`, from the top.
+/// Returns address field `n` of `dialog`, counted from the top.
 inline CIPLineEdit* addressField(const QWidget& dialog, int n = 0)
 {
     return dialog.findChildren<CIPLineEdit*>().value(n);
 }
 
-/// The one field for a name; null when the dialog has none.
+/// Returns the name field; null if the dialog has none.
 inline QLineEdit* nameField(const QWidget& dialog)
 {
     const auto fields = dialog.findChildren<QLineEdit*>();

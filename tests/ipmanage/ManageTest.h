@@ -9,7 +9,7 @@
 #include <QMenu>
 #include <QToolButton>
 
-/// The management dialog as a person uses it: buttons by name, rows by clicks, menus by keys.
+/// Operates the management dialog like a user: buttons by name, rows by clicks, menus by keys.
 class ManageDriver final
 {
 public:
@@ -31,7 +31,7 @@ public:
         return buttonOf(m_dialog, QLatin1String(name));
     }
 
-    /// The names of the enabled tool buttons, in their order: "Add Import".
+    /// Returns the names of the enabled tool buttons from left to right: "Add Import".
     QString enabled() const
     {
         QStringList names;
@@ -54,7 +54,7 @@ public:
 
     void click(const char* name) const { QTest::mouseClick(button(name), Qt::LeftButton); }
 
-    /// Opens the add menu and picks entry `entry` with the keyboard.
+    /// Opens the add menu and chooses entry `entry` by keyboard.
     void pickAdd(DialogDriver& driver, int entry) const
     {
         driver.thenFirst([entry](QWidget& menu) {
@@ -71,12 +71,12 @@ private:
     QWidget& m_dialog;
 };
 
-/// Names `path` in a file dialog and confirms.
+/// Enters `path` in a file dialog and confirms it.
 inline void chooseFile(QWidget& dialog, const QString& path)
 {
     auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     QVERIFY(name);
-    // In one go: the completer of Qt's dialog takes part in what is typed.
+    // Not typed, because the completer of Qt's dialog changes typed text.
     name->setText(path);
     QTest::keyClick(name, Qt::Key_Return);
 }

@@ -5,17 +5,17 @@
 
 #include <functional>
 
-/// Which addresses a host rejects, drawn at random: none, all, all but a few, every nth, scattered
-/// ones, or blocks of them.
+/// A random set of addresses that a host rejects: none, all, all except a few, every nth, scattered
+/// ones, or blocks.
 struct RandomRejection
 {
     explicit RandomRejection(QRandomGenerator& random);
 
     QString name;
     std::function<bool(quint32)> rejects;
-    /// Whether nearly every address is rejected, which makes runs slow.
+    /// Nearly every address is rejected, which makes runs slow.
     bool dense = false;
 };
 
-/// An address, more often than not with octets at which something carries or is put right.
+/// Returns an address that often has octets with a carry or a correction.
 quint32 randomAddress(QRandomGenerator& random);

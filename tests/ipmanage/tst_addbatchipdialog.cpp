@@ -30,7 +30,7 @@ QStringList dotted(const QList<quint32>& addresses)
     return texts;
 }
 
-/// "10.0.0.1" to "10.0.0.3" of `prefix` "10.0.0.", 1, 3.
+/// Returns "10.0.0.1" to "10.0.0.3" for "10.0.0.", 1, 3.
 QStringList range(const QString& prefix, int first, int last)
 {
     QStringList texts;
@@ -46,28 +46,28 @@ class AddBatchIPDialogTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldBearOneTitle_data();
-    void shouldBearOneTitle();
+    void shouldHaveTheSameTitleInBothModes_data();
+    void shouldHaveTheSameTitleInBothModes();
     void shouldLimitTheCount_data();
     void shouldLimitTheCount();
     void shouldRefuseAnEmptyStart();
     void shouldCarryIntoTheNextThirdOctet();
     void shouldSkipRejectedAddresses();
     void shouldAddEachAddressAsItIsFound();
-    void shouldEndWhenNothingIsFree();
-    void shouldPassTheEndOfTheAddressSpace();
-    void shouldChangeNothingWhenLeft();
+    void shouldEndWithoutAFreeAddress();
+    void shouldContinueAfterTheEndOfTheAddressSpace();
+    void shouldChangeNothingWhenCancelled();
     void shouldFollowTheLanguage();
 };
 
-void AddBatchIPDialogTest::shouldBearOneTitle_data()
+void AddBatchIPDialogTest::shouldHaveTheSameTitleInBothModes_data()
 {
     QTest::addColumn<bool>("forList");
     QTest::newRow("list") << true;
     QTest::newRow("processors") << false;
 }
 
-void AddBatchIPDialogTest::shouldBearOneTitle()
+void AddBatchIPDialogTest::shouldHaveTheSameTitleInBothModes()
 {
     QFETCH(bool, forList);
     DialogTest test;
@@ -193,7 +193,7 @@ void AddBatchIPDialogTest::shouldAddEachAddressAsItIsFound()
     QCOMPARE(dialog.addresses(), QList<quint32>());
 }
 
-void AddBatchIPDialogTest::shouldEndWhenNothingIsFree()
+void AddBatchIPDialogTest::shouldEndWithoutAFreeAddress()
 {
     DialogTest test;
     CAddBatchIPDialog dialog(false, &test.window);
@@ -205,14 +205,14 @@ void AddBatchIPDialogTest::shouldEndWhenNothingIsFree()
         clickButton(shown, QStringLiteral("OK"));
     });
     QCOMPARE(dialog.exec(), 1);
-    // Each third octet up to 255 begins with an address that is not asked for.
+    // The first address of each third octet up to 255 is not checked.
     QCOMPARE(dotted(dialog.addresses()),
              QStringList({QStringLiteral("10.0.250.10"), QStringLiteral("10.0.251.1"),
                           QStringLiteral("10.0.252.1"), QStringLiteral("10.0.253.1"),
                           QStringLiteral("10.0.254.1"), QStringLiteral("10.0.255.1")}));
 }
 
-void AddBatchIPDialogTest::shouldPassTheEndOfTheAddressSpace()
+void AddBatchIPDialogTest::shouldContinueAfterTheEndOfTheAddressSpace()
 {
     DialogTest test;
     CAddBatchIPDialog dialog(false, &test.window);
@@ -226,7 +226,7 @@ void AddBatchIPDialogTest::shouldPassTheEndOfTheAddressSpace()
                           QStringLiteral("255.255.0.2"), QStringLiteral("255.255.0.3")}));
 }
 
-void AddBatchIPDialogTest::shouldChangeNothingWhenLeft()
+void AddBatchIPDialogTest::shouldChangeNothingWhenCancelled()
 {
     DialogTest test;
     CAddBatchIPDialog dialog(true, &test.window);

@@ -14,13 +14,13 @@ private slots:
     void shouldProposeTwoNeighbours();
     void shouldLeaveFieldsEmptyWhenTooFewAreFree_data();
     void shouldLeaveFieldsEmptyWhenTooFewAreFree();
-    void shouldRefuseWhatItSeesItself_data();
-    void shouldRefuseWhatItSeesItself();
-    void shouldAskForTheFirstAddressFirst_data();
-    void shouldAskForTheFirstAddressFirst();
+    void shouldRefuseInputWithoutAskingTheHost_data();
+    void shouldRefuseInputWithoutAskingTheHost();
+    void shouldCheckTheFirstAddressFirst_data();
+    void shouldCheckTheFirstAddressFirst();
     void shouldAddBothToTheList();
-    void shouldHandOverBoth();
-    void shouldChangeNothingWhenLeft();
+    void shouldReturnBothAddresses();
+    void shouldChangeNothingWhenCancelled();
     void shouldFollowTheLanguage();
 };
 
@@ -91,7 +91,7 @@ void AddBothIpDialogTest::shouldLeaveFieldsEmptyWhenTooFewAreFree()
     QCOMPARE(dialog.addresses().size(), 2);
 }
 
-void AddBothIpDialogTest::shouldRefuseWhatItSeesItself_data()
+void AddBothIpDialogTest::shouldRefuseInputWithoutAskingTheHost_data()
 {
     QTest::addColumn<QString>("first");
     QTest::addColumn<QString>("second");
@@ -110,7 +110,7 @@ void AddBothIpDialogTest::shouldRefuseWhatItSeesItself_data()
                            << QStringLiteral("IP address 1 is the same as IP address 2.");
 }
 
-void AddBothIpDialogTest::shouldRefuseWhatItSeesItself()
+void AddBothIpDialogTest::shouldRefuseInputWithoutAskingTheHost()
 {
     QFETCH(QString, first);
     QFETCH(QString, second);
@@ -137,7 +137,7 @@ void AddBothIpDialogTest::shouldRefuseWhatItSeesItself()
     }
 }
 
-void AddBothIpDialogTest::shouldAskForTheFirstAddressFirst_data()
+void AddBothIpDialogTest::shouldCheckTheFirstAddressFirst_data()
 {
     QTest::addColumn<QStringList>("refused");
     QTest::addColumn<QString>("message");
@@ -154,7 +154,7 @@ void AddBothIpDialogTest::shouldAskForTheFirstAddressFirst_data()
                           << QStringList(one);
 }
 
-void AddBothIpDialogTest::shouldAskForTheFirstAddressFirst()
+void AddBothIpDialogTest::shouldCheckTheFirstAddressFirst()
 {
     QFETCH(QStringList, refused);
     QFETCH(QString, message);
@@ -197,7 +197,7 @@ void AddBothIpDialogTest::shouldAddBothToTheList()
                                         QStringLiteral("SaveIPList")}));
 }
 
-void AddBothIpDialogTest::shouldHandOverBoth()
+void AddBothIpDialogTest::shouldReturnBothAddresses()
 {
     DialogTest test;
     CAddBothIpDialog dialog(false, &test.window);
@@ -213,7 +213,7 @@ void AddBothIpDialogTest::shouldHandOverBoth()
                                         QStringLiteral("CheckIPAddress(10.0.0.1,true)")}));
 }
 
-void AddBothIpDialogTest::shouldChangeNothingWhenLeft()
+void AddBothIpDialogTest::shouldChangeNothingWhenCancelled()
 {
     DialogTest test;
     CAddBothIpDialog dialog(true, &test.window);

@@ -10,22 +10,22 @@ class AddSingleIPDialogTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldAskForANameForTheListOnly_data();
-    void shouldAskForANameForTheListOnly();
+    void shouldHaveANameFieldForTheListOnly_data();
+    void shouldHaveANameFieldForTheListOnly();
     void shouldProposeTheNextFreeAddress_data();
     void shouldProposeTheNextFreeAddress();
     void shouldProposeNothingWhenNothingIsFree();
     void shouldAddToTheListAndSave();
-    void shouldHandAProcessorItsAddress();
-    void shouldLetTheHostJudgeAnIncompleteAddress();
+    void shouldReturnTheAddressForAProcessor();
+    void shouldLetTheHostCheckAnIncompleteAddress();
     void shouldStayOpenWhenTheListIsTooLong_data();
     void shouldStayOpenWhenTheListIsTooLong();
-    void shouldChangeNothingWhenLeft_data();
-    void shouldChangeNothingWhenLeft();
+    void shouldChangeNothingWhenCancelled_data();
+    void shouldChangeNothingWhenCancelled();
     void shouldFollowTheLanguage();
 };
 
-void AddSingleIPDialogTest::shouldAskForANameForTheListOnly_data()
+void AddSingleIPDialogTest::shouldHaveANameFieldForTheListOnly_data()
 {
     QTest::addColumn<bool>("forList");
     QTest::addColumn<QSize>("size");
@@ -33,7 +33,7 @@ void AddSingleIPDialogTest::shouldAskForANameForTheListOnly_data()
     QTest::newRow("processor") << false << QSize(260, 114);
 }
 
-void AddSingleIPDialogTest::shouldAskForANameForTheListOnly()
+void AddSingleIPDialogTest::shouldHaveANameFieldForTheListOnly()
 {
     QFETCH(bool, forList);
     QFETCH(QSize, size);
@@ -120,7 +120,7 @@ void AddSingleIPDialogTest::shouldAddToTheListAndSave()
                           QStringLiteral("SaveIPList")}));
 }
 
-void AddSingleIPDialogTest::shouldHandAProcessorItsAddress()
+void AddSingleIPDialogTest::shouldReturnTheAddressForAProcessor()
 {
     DialogTest test;
     CAddSingleIPDialog dialog(false, &test.window);
@@ -134,7 +134,7 @@ void AddSingleIPDialogTest::shouldHandAProcessorItsAddress()
     QCOMPARE(test.asked(), QStringList(QStringLiteral("CheckIPAddress(10.0.0.9,true)")));
 }
 
-void AddSingleIPDialogTest::shouldLetTheHostJudgeAnIncompleteAddress()
+void AddSingleIPDialogTest::shouldLetTheHostCheckAnIncompleteAddress()
 {
     DialogTest test;
     CAddSingleIPDialog dialog(true, &test.window);
@@ -175,7 +175,7 @@ void AddSingleIPDialogTest::shouldStayOpenWhenTheListIsTooLong()
     QCOMPARE(test.host().callCount(QStringLiteral("SaveIPList")), added ? 1 : 0);
 }
 
-void AddSingleIPDialogTest::shouldChangeNothingWhenLeft_data()
+void AddSingleIPDialogTest::shouldChangeNothingWhenCancelled_data()
 {
     QTest::addColumn<QString>("button");
     QTest::newRow("Escape") << QString();
@@ -183,7 +183,7 @@ void AddSingleIPDialogTest::shouldChangeNothingWhenLeft_data()
     QTest::newRow("Close") << QStringLiteral("Close");
 }
 
-void AddSingleIPDialogTest::shouldChangeNothingWhenLeft()
+void AddSingleIPDialogTest::shouldChangeNothingWhenCancelled()
 {
     QFETCH(QString, button);
     DialogTest test;

@@ -13,8 +13,8 @@ struct Code
 {
     const char* name;
     quint32 value;
-    const char* english; ///< %1 stands for the number of the field, with a space before it.
-    const char* chinese; ///< %1 stands for the number of the field, with a space behind it.
+    const char* english; ///< %1 is the number of the field with a leading space.
+    const char* chinese; ///< %1 is the number of the field with a trailing space.
 };
 
 constexpr const char* kUnreasonable = "IP address%1 is unreasonable.";
@@ -79,17 +79,17 @@ class IPCheckMessagesTest : public QObject
 
 private slots:
     void initTestCase();
-    void shouldSayWhyAnAddressIsRejected_data();
-    void shouldSayWhyAnAddressIsRejected();
-    void shouldSayThatNothingWasTyped();
-    void shouldSayThatAddressesAreTheSame();
+    void shouldReportTheReasonOfARejection_data();
+    void shouldReportTheReasonOfARejection();
+    void shouldReportAnEmptyField();
+    void shouldReportEqualAddresses();
     void shouldTranslateInTheContextOfTheDialog();
 
 private:
     QTranslator m_chinese;
 };
 
-/// Translates every text into its context.
+/// Translates each text to the name of its context.
 class ContextTranslator final : public QTranslator
 {
     Q_OBJECT
@@ -113,7 +113,7 @@ void IPCheckMessagesTest::initTestCase()
                            QStringLiteral(":/TargetSelectArea/translations")));
 }
 
-void IPCheckMessagesTest::shouldSayWhyAnAddressIsRejected_data()
+void IPCheckMessagesTest::shouldReportTheReasonOfARejection_data()
 {
     QTest::addColumn<quint32>("code");
     QTest::addColumn<int>("field");
@@ -129,7 +129,7 @@ void IPCheckMessagesTest::shouldSayWhyAnAddressIsRejected_data()
     }
 }
 
-void IPCheckMessagesTest::shouldSayWhyAnAddressIsRejected()
+void IPCheckMessagesTest::shouldReportTheReasonOfARejection()
 {
     QFETCH(quint32, code);
     QFETCH(int, field);
@@ -143,7 +143,7 @@ void IPCheckMessagesTest::shouldSayWhyAnAddressIsRejected()
     QCOMPARE(translated, expectedChinese);
 }
 
-void IPCheckMessagesTest::shouldSayThatNothingWasTyped()
+void IPCheckMessagesTest::shouldReportAnEmptyField()
 {
     for (const Field& field : kFields) {
         QCOMPARE(ipEmptyMessage(field.value), english(kUnreasonable, field));
@@ -154,7 +154,7 @@ void IPCheckMessagesTest::shouldSayThatNothingWasTyped()
     }
 }
 
-void IPCheckMessagesTest::shouldSayThatAddressesAreTheSame()
+void IPCheckMessagesTest::shouldReportEqualAddresses()
 {
     QCOMPARE(ipSameMessage(), QStringLiteral("IP address 1 is the same as IP address 2."));
     QCoreApplication::installTranslator(&m_chinese);

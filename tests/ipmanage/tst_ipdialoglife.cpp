@@ -1,4 +1,4 @@
-// Dialogs that are open while the host changes or destroys what they stand on.
+// Dialogs that are open while the host changes or destroys the panel or the list.
 
 #include "ipmanage/AddBatchIPDialog.h"
 #include "ipmanage/AddSingleIPDialog.h"
@@ -26,7 +26,7 @@ QPushButton* managementButton(CTargetSelectArea& area)
     return nullptr;
 }
 
-/// The panel in a window, with the button that opens the management.
+/// The panel in a window, with its management button.
 struct DockedPanel : DialogTest
 {
     DockedPanel()
@@ -42,7 +42,7 @@ struct DockedPanel : DialogTest
 
     void openManagement() { QTest::mouseClick(managementButton(panel.area()), Qt::LeftButton); }
 
-    /// Destroys the panel as soon as the innermost event loop runs.
+    /// Destroys the panel in the next iteration of the innermost event loop.
     void destroyPanelSoon()
     {
         QMetaObject::invokeMethod(
@@ -59,28 +59,28 @@ class IPDialogLifeTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldShowTheButtonAsTheHostWishes();
-    void shouldTellTheHostWhatChanged_data();
-    void shouldTellTheHostWhatChanged();
-    void shouldOutliveThePanel_data();
-    void shouldOutliveThePanel();
-    void shouldOutliveTheHostsAnswer_data();
-    void shouldOutliveTheHostsAnswer();
-    void shouldOutliveThePanelWhereverTheHostIsAsked_data();
-    void shouldOutliveThePanelWhereverTheHostIsAsked();
-    void shouldRejectOnceThePanelIsGone_data();
-    void shouldRejectOnceThePanelIsGone();
-    void shouldShowTheSetsAnnouncedLast();
+    void shouldShowTheButtonIfTheHostAllowsIt();
+    void shouldReportChangesToTheHost_data();
+    void shouldReportChangesToTheHost();
+    void shouldSurviveThePanel_data();
+    void shouldSurviveThePanel();
+    void shouldSurviveThePanelInAHostCall_data();
+    void shouldSurviveThePanelInAHostCall();
+    void shouldSurviveThePanelInAnyHostCall_data();
+    void shouldSurviveThePanelInAnyHostCall();
+    void shouldRejectWithoutThePanel_data();
+    void shouldRejectWithoutThePanel();
+    void shouldShowTheLastDeviceSets();
     void shouldFollowTheLanguageWhileItIsBuilt();
-    void shouldEndARunWithItsHost();
-    void shouldKeepTheFileOfAnExportWithoutAHost();
-    void shouldTakeOneOkAtATime();
-    void shouldOutliveTheHandler();
+    void shouldEndARunWithoutAHandler();
+    void shouldKeepTheFileWithoutAHandler();
+    void shouldHandleOneOkAtATime();
+    void shouldSurviveTheHandler();
     void shouldNotFailWhenEntriesVanish();
     void shouldFollowTheLanguageInEveryOpenDialog();
 };
 
-void IPDialogLifeTest::shouldShowTheButtonAsTheHostWishes()
+void IPDialogLifeTest::shouldShowTheButtonIfTheHostAllowsIt()
 {
     DockedPanel test;
     QPushButton* button = managementButton(test.panel.area());
@@ -100,14 +100,14 @@ void IPDialogLifeTest::shouldShowTheButtonAsTheHostWishes()
     QVERIFY(button->isVisible());
 }
 
-void IPDialogLifeTest::shouldTellTheHostWhatChanged_data()
+void IPDialogLifeTest::shouldReportChangesToTheHost_data()
 {
     QTest::addColumn<bool>("detects");
     QTest::newRow("detect again") << true;
     QTest::newRow("leave it") << false;
 }
 
-void IPDialogLifeTest::shouldTellTheHostWhatChanged()
+void IPDialogLifeTest::shouldReportChangesToTheHost()
 {
     QFETCH(bool, detects);
     DockedPanel test;
@@ -130,7 +130,7 @@ void IPDialogLifeTest::shouldTellTheHostWhatChanged()
                      : QStringList({QStringLiteral("GetIPList"), changed}));
 }
 
-void IPDialogLifeTest::shouldOutliveThePanel_data()
+void IPDialogLifeTest::shouldSurviveThePanel_data()
 {
     QTest::addColumn<QString>("open");
     for (const char* name :
@@ -138,7 +138,7 @@ void IPDialogLifeTest::shouldOutliveThePanel_data()
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
-void IPDialogLifeTest::shouldOutliveThePanel()
+void IPDialogLifeTest::shouldSurviveThePanel()
 {
     QFETCH(QString, open);
     DockedPanel test;
@@ -181,7 +181,7 @@ void IPDialogLifeTest::shouldOutliveThePanel()
     QCOMPARE(test.host().callCount(QStringLiteral("IpListChanged")), 0);
 }
 
-void IPDialogLifeTest::shouldOutliveTheHostsAnswer_data()
+void IPDialogLifeTest::shouldSurviveThePanelInAHostCall_data()
 {
     QTest::addColumn<QString>("question");
     QTest::addColumn<int>("dialogs");
@@ -193,7 +193,7 @@ void IPDialogLifeTest::shouldOutliveTheHostsAnswer_data()
     QTest::newRow("while the list is saved") << QStringLiteral("SaveIPList") << 2;
 }
 
-void IPDialogLifeTest::shouldOutliveTheHostsAnswer()
+void IPDialogLifeTest::shouldSurviveThePanelInAHostCall()
 {
     QFETCH(QString, question);
     QFETCH(int, dialogs);
@@ -218,7 +218,7 @@ void IPDialogLifeTest::shouldOutliveTheHostsAnswer()
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-void IPDialogLifeTest::shouldOutliveThePanelWhereverTheHostIsAsked_data()
+void IPDialogLifeTest::shouldSurviveThePanelInAnyHostCall_data()
 {
     using Action = std::function<void(DockedPanel&)>;
     QTest::addColumn<QString>("question");
@@ -246,7 +246,7 @@ void IPDialogLifeTest::shouldOutliveThePanelWhereverTheHostIsAsked_data()
     QTest::newRow("device set") << QStringLiteral("GetDeviceSetText") << Action(sets);
 }
 
-void IPDialogLifeTest::shouldOutliveThePanelWhereverTheHostIsAsked()
+void IPDialogLifeTest::shouldSurviveThePanelInAnyHostCall()
 {
     using Action = std::function<void(DockedPanel&)>;
     QFETCH(QString, question);
@@ -261,14 +261,14 @@ void IPDialogLifeTest::shouldOutliveThePanelWhereverTheHostIsAsked()
     QVERIFY(!panel);
 }
 
-void IPDialogLifeTest::shouldRejectOnceThePanelIsGone_data()
+void IPDialogLifeTest::shouldRejectWithoutThePanel_data()
 {
     QTest::addColumn<bool>("batch");
     QTest::newRow("one address") << false;
     QTest::newRow("a run") << true;
 }
 
-void IPDialogLifeTest::shouldRejectOnceThePanelIsGone()
+void IPDialogLifeTest::shouldRejectWithoutThePanel()
 {
     QFETCH(bool, batch);
     DockedPanel test;
@@ -293,7 +293,7 @@ void IPDialogLifeTest::shouldRejectOnceThePanelIsGone()
     QCOMPARE(told, 0);
 }
 
-void IPDialogLifeTest::shouldShowTheSetsAnnouncedLast()
+void IPDialogLifeTest::shouldShowTheLastDeviceSets()
 {
     DockedPanel test;
     QList<SDeviceSetInfo> sets;
@@ -329,7 +329,7 @@ void IPDialogLifeTest::shouldFollowTheLanguageWhileItIsBuilt()
     QCOMPARE(dialog.windowTitle(), QStringLiteral("自定义添加处理器"));
 }
 
-void IPDialogLifeTest::shouldEndARunWithItsHost()
+void IPDialogLifeTest::shouldEndARunWithoutAHandler()
 {
     DockedPanel test;
     CAddBatchIPDialog dialog(false, &test.window);
@@ -349,7 +349,7 @@ void IPDialogLifeTest::shouldEndARunWithItsHost()
     QCOMPARE(checks, 3);
 }
 
-void IPDialogLifeTest::shouldKeepTheFileOfAnExportWithoutAHost()
+void IPDialogLifeTest::shouldKeepTheFileWithoutAHandler()
 {
     DockedPanel test;
     const QTemporaryDir folder;
@@ -374,7 +374,7 @@ void IPDialogLifeTest::shouldKeepTheFileOfAnExportWithoutAHost()
     QCOMPARE(file.readAll(), QByteArray("precious"));
 }
 
-void IPDialogLifeTest::shouldTakeOneOkAtATime()
+void IPDialogLifeTest::shouldHandleOneOkAtATime()
 {
     DockedPanel test;
     CAddSingleIPDialog dialog(true, &test.window);
@@ -393,7 +393,7 @@ void IPDialogLifeTest::shouldTakeOneOkAtATime()
     QCOMPARE(test.host().callCount(QStringLiteral("AddIPAddress")), 1);
 }
 
-void IPDialogLifeTest::shouldOutliveTheHandler()
+void IPDialogLifeTest::shouldSurviveTheHandler()
 {
     DockedPanel test;
     test.driver.then([&](QWidget& shown) {

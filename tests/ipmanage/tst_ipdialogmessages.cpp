@@ -1,4 +1,4 @@
-// Every answer of the host, in every dialog that asks for it, in both languages.
+// All results of the host's check, in all dialogs that use it, in both languages.
 
 #include "Interface/IPStatusCodes.h"
 #include "host/common/SoftwareName.h"
@@ -53,8 +53,8 @@ private slots:
     void shouldLayOutItsForm();
     void shouldShowItsLabelsWhole_data();
     void shouldShowItsLabelsWhole();
-    void shouldTellWhyTheHostRejects_data();
-    void shouldTellWhyTheHostRejects();
+    void shouldShowWhyTheHostRejects_data();
+    void shouldShowWhyTheHostRejects();
 };
 
 void IPDialogMessagesTest::shouldLayOutItsForm_data()
@@ -132,7 +132,7 @@ void IPDialogMessagesTest::shouldShowItsLabelsWhole()
     QVERIFY(labels >= 4);
 }
 
-void IPDialogMessagesTest::shouldTellWhyTheHostRejects_data()
+void IPDialogMessagesTest::shouldShowWhyTheHostRejects_data()
 {
     QTest::addColumn<Kind>("kind");
     QTest::addColumn<bool>("forList");
@@ -189,7 +189,7 @@ void IPDialogMessagesTest::shouldTellWhyTheHostRejects_data()
     }
 }
 
-void IPDialogMessagesTest::shouldTellWhyTheHostRejects()
+void IPDialogMessagesTest::shouldShowWhyTheHostRejects()
 {
     QFETCH(Kind, kind);
     QFETCH(bool, forList);

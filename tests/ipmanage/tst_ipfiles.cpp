@@ -10,7 +10,7 @@
 
 namespace {
 
-/// A device that takes `room` bytes and then none.
+/// A device that accepts `room` bytes.
 class SmallDevice final : public QIODevice
 {
 public:
@@ -42,8 +42,7 @@ QByteArray contents(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
 }
 
-/// Has that button of the dialog shown next pressed, and the dialog closed when all is done that
-/// further steps answer.
+/// Presses a button of the next dialog, and closes the dialog after the further steps.
 DialogDriver& press(DialogTest& test, const char* button)
 {
     return test.driver.then([&test, button](QWidget& shown) {
@@ -64,20 +63,21 @@ class IPFilesTest : public QObject
 private slots:
     void shouldWriteALinePerEntry_data();
     void shouldWriteALinePerEntry();
-    void shouldNoticeADeviceThatIsFull_data();
-    void shouldNoticeADeviceThatIsFull();
+    void shouldReportAFullDevice_data();
+    void shouldReportAFullDevice();
     void shouldExport();
     void shouldReplaceAnOldFile();
     void shouldNotAnnounceAnExportThatFailed();
-    void shouldDropAnExportThatCannotBegin();
-    void shouldDropAnExportThatWasCancelled();
+    void shouldIgnoreAnExportToAnUnwritableFile();
+    void shouldIgnoreACancelledExport();
     void shouldProposeTheDesktop();
-    void shouldNoticeANameThatTheEncodingLacks();
-    void shouldTellOfAnEmptyName();
+    void shouldReportReplacedCharacters_data();
+    void shouldReportReplacedCharacters();
+    void shouldReportAnEmptyName();
     void shouldImport_data();
     void shouldImport();
-    void shouldDropAnImport_data();
-    void shouldDropAnImport();
+    void shouldIgnoreAnImport_data();
+    void shouldIgnoreAnImport();
 };
 
 void IPFilesTest::shouldWriteALinePerEntry_data()
@@ -102,14 +102,14 @@ void IPFilesTest::shouldWriteALinePerEntry()
     QFETCH(QByteArray, text);
     QBuffer buffer;
     QVERIFY(buffer.open(QIODevice::WriteOnly | QIODevice::Text));
-    QVERIFY(IPListFile::write(buffer, entries));
+    QCOMPARE(IPListFile::write(buffer, entries), IPListFile::Result::Written);
 #ifdef Q_OS_WIN
     text.replace("\n", "\r\n");
 #endif
     QCOMPARE(buffer.data(), text);
 }
 
-void IPFilesTest::shouldNoticeADeviceThatIsFull_data()
+void IPFilesTest::shouldReportAFullDevice_data()
 {
     QTest::addColumn<int>("room");
     QTest::addColumn<bool>("fits");
@@ -118,7 +118,7 @@ void IPFilesTest::shouldNoticeADeviceThatIsFull_data()
     QTest::newRow("just enough") << 255 * 11 << true;
 }
 
-void IPFilesTest::shouldNoticeADeviceThatIsFull()
+void IPFilesTest::shouldReportAFullDevice()
 {
     QFETCH(int, room);
     QFETCH(bool, fits);
@@ -127,7 +127,8 @@ void IPFilesTest::shouldNoticeADeviceThatIsFull()
         entries.append(QStringLiteral("10.0.0.9(x)"));
     SmallDevice device(room);
     QVERIFY(device.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-    QCOMPARE(IPListFile::write(device, entries), fits);
+    const IPListFile::Result result = IPListFile::write(device, entries);
+    QCOMPARE(result, fits ? IPListFile::Result::Written : IPListFile::Result::Failed);
 }
 
 void IPFilesTest::shouldExport()
@@ -184,7 +185,7 @@ void IPFilesTest::shouldNotAnnounceAnExportThatFailed()
     QCOMPARE(test.host().callCount(QStringLiteral("ShowTipMessage")), 0);
 }
 
-void IPFilesTest::shouldDropAnExportThatCannotBegin()
+void IPFilesTest::shouldIgnoreAnExportToAnUnwritableFile()
 {
     DialogTest test;
     const QTemporaryDir folder;
@@ -197,7 +198,7 @@ void IPFilesTest::shouldDropAnExportThatCannotBegin()
     QCOMPARE(test.asked(), QStringList());
 }
 
-void IPFilesTest::shouldDropAnExportThatWasCancelled()
+void IPFilesTest::shouldIgnoreACancelledExport()
 {
     DialogTest test;
     test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
@@ -251,26 +252,50 @@ void IPFilesTest::shouldProposeTheDesktop()
                      QStringLiteral("IP Address File(*.txt)"), QStringLiteral("AllFile(*.*)")}));
 }
 
-void IPFilesTest::shouldNoticeANameThatTheEncodingLacks()
+void IPFilesTest::shouldReportReplacedCharacters_data()
 {
-    QTextCodec* const usual = QTextCodec::codecForLocale();
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
-    QBuffer buffer;
-    QVERIFY(buffer.open(QIODevice::WriteOnly | QIODevice::Text));
-    const bool fits = IPListFile::write(buffer, {QStringLiteral("10.0.0.1(Café)")});
-    const bool lacks = IPListFile::write(buffer, {QStringLiteral("10.0.0.1(大厅)")});
-    QTextCodec::setCodecForLocale(usual);
-    QVERIFY(fits);
-    QVERIFY(!lacks);
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("tip");
+    QTest::newRow("none") << QStringLiteral("Café") << QByteArray("10.0.0.1,Caf\xe9\n")
+                          << QStringLiteral("Export successfully.");
+    QTest::newRow("some") << QStringLiteral("大厅") << QByteArray("10.0.0.1,??\n")
+                          << QStringLiteral("Export successfully. Characters that the file's "
+                                            "encoding lacks were replaced.");
 }
 
-void IPFilesTest::shouldTellOfAnEmptyName()
+void IPFilesTest::shouldReportReplacedCharacters()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, text);
+    QFETCH(QString, tip);
+    DialogTest test;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("list.txt"));
+    test.host().ipList = QStringList(QStringLiteral("10.0.0.1(%1)").arg(name));
+    CIPManageDialog dialog(&test.window);
+    press(test, "Export").then([&](QWidget& file) { chooseFile(file, path); });
+    QByteArray onTip;
+    test.host().inside = [&](const QString& call) {
+        if (call == QLatin1String("ShowTipMessage"))
+            onTip = contents(path);
+    };
+    QTextCodec* const usual = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    const int result = dialog.exec();
+    QTextCodec::setCodecForLocale(usual);
+    QCOMPARE(result, 0);
+    QCOMPARE(onTip, text);
+    QCOMPARE(test.asked().last(), QStringLiteral("ShowTipMessage(%1)").arg(tip));
+}
+
+void IPFilesTest::shouldReportAnEmptyName()
 {
     DialogTest test;
     CIPManageDialog dialog(&test.window);
     QString message;
     test.driver.thenReadMessage(message);
-    // Qt's own dialog always names something; one of another platform need not.
+    // Qt's file dialog always returns a name, but a native one may not.
     QVERIFY(QMetaObject::invokeMethod(&dialog, "importFiles",
                                       Q_ARG(QStringList, QStringList(QString()))));
     QCOMPARE(message, QStringLiteral("Import failed, file name is empty."));
@@ -325,14 +350,14 @@ void IPFilesTest::shouldImport()
                            : QStringList(QStringLiteral("ShowTipMessage(%1)").arg(tip)));
 }
 
-void IPFilesTest::shouldDropAnImport_data()
+void IPFilesTest::shouldIgnoreAnImport_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::newRow("cancelled") << QString();
     QTest::newRow("two files") << QStringLiteral("\"a.txt\" \"b.txt\"");
 }
 
-void IPFilesTest::shouldDropAnImport()
+void IPFilesTest::shouldIgnoreAnImport()
 {
     QFETCH(QString, typed);
     DialogTest test;
@@ -347,7 +372,7 @@ void IPFilesTest::shouldDropAnImport()
             QTest::keyClick(&file, Qt::Key_Escape);
             return;
         }
-        // As a platform's own dialog may let the user do.
+        // A native dialog may let the user choose several files.
         auto& files = dynamic_cast<QFileDialog&>(file);
         files.setFileMode(QFileDialog::ExistingFiles);
         files.setDirectory(folder.path());

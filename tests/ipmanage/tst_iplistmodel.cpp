@@ -20,7 +20,7 @@ QString text(const char* latin1)
     return QString::fromLatin1(latin1);
 }
 
-/// The rows of a model as "address|name|entry", one behind the other.
+/// Returns the rows of a model as "address|name|entry".
 QString dump(const QAbstractItemModel& model)
 {
     QStringList rows;
@@ -32,7 +32,7 @@ QString dump(const QAbstractItemModel& model)
     return rows.join(QLatin1Char(' '));
 }
 
-/// Rows without rows below them, as a view of a table takes them.
+/// Hides the children that the model reports for each row, as table views do.
 class Table final : public QIdentityProxyModel
 {
     Q_OBJECT
@@ -68,18 +68,18 @@ private slots:
     void shouldShowARowForEachAddress_data();
     void shouldShowARowForEachAddress();
     void shouldShowNothingWithoutAHandler();
-    void shouldAskForTheHandlerAnew();
-    void shouldAnswerOnlyItsRoles();
+    void shouldFetchTheHandlerForEachCall();
+    void shouldReturnDataForItsRolesOnly();
     void shouldHaveIndexesInTheTableOnly();
-    void shouldNotLookAtParents();
-    void shouldAnswerAnyIndex();
+    void shouldIgnoreParents();
+    void shouldAcceptAnyIndex();
     void shouldKeepHorizontalHeaders();
     void shouldRefuseOtherHeaders();
-    void shouldResetWhole();
-    void shouldShowWholeRowsWhileTheHostIsAsked();
-    void shouldLetTheReloadWithinAReloadCount();
-    void shouldStandItsEndWhileTheHostIsAsked();
-    void shouldServeATable();
+    void shouldReplaceAllRowsInAReset();
+    void shouldKeepItsRowsDuringAHostCall();
+    void shouldKeepTheResultOfANestedReload();
+    void shouldSurviveItsDestructionInAHostCall();
+    void shouldWorkInATable();
 
 private:
     FakeHandler& host() const { return m_panel->host(); }
@@ -198,7 +198,7 @@ void IPListModelTest::shouldShowNothingWithoutAHandler()
     QCOMPARE(m_model->rowCount(), 0);
 }
 
-void IPListModelTest::shouldAskForTheHandlerAnew()
+void IPListModelTest::shouldFetchTheHandlerForEachCall()
 {
     const auto other = std::make_shared<FakeHandler>();
     other->ipList = QStringList{text("X"), text("Y")};
@@ -212,7 +212,7 @@ void IPListModelTest::shouldAskForTheHandlerAnew()
     QCOMPARE(dump(*m_model), text("10.0.0.1|Hall|X 10.0.0.2||Y"));
 }
 
-void IPListModelTest::shouldAnswerOnlyItsRoles()
+void IPListModelTest::shouldReturnDataForItsRolesOnly()
 {
     m_model->reload();
     for (int column = 0; column < 2; ++column) {
@@ -239,7 +239,7 @@ void IPListModelTest::shouldHaveIndexesInTheTableOnly()
     QVERIFY(!m_model->index(0, -1).isValid());
 }
 
-void IPListModelTest::shouldNotLookAtParents()
+void IPListModelTest::shouldIgnoreParents()
 {
     m_model->reload();
     const QModelIndex row = m_model->index(0, 0);
@@ -250,7 +250,7 @@ void IPListModelTest::shouldNotLookAtParents()
     QVERIFY(!m_model->parent({}).isValid());
 }
 
-void IPListModelTest::shouldAnswerAnyIndex()
+void IPListModelTest::shouldAcceptAnyIndex()
 {
     m_model->reload();
     const QModelIndex second = m_model->index(1, 0);
@@ -295,7 +295,7 @@ void IPListModelTest::shouldRefuseOtherHeaders()
     QVERIFY(!m_model->headerData(0, Qt::Horizontal, Qt::TextAlignmentRole).isValid());
 }
 
-void IPListModelTest::shouldResetWhole()
+void IPListModelTest::shouldReplaceAllRowsInAReset()
 {
     QStringList seen;
     const auto look = [&] { seen.append(QString::number(m_model->rowCount())); };
@@ -307,7 +307,7 @@ void IPListModelTest::shouldResetWhole()
     QCOMPARE(seen.join(QLatin1Char(' ')), text("0 2 2 3"));
 }
 
-void IPListModelTest::shouldShowWholeRowsWhileTheHostIsAsked()
+void IPListModelTest::shouldKeepItsRowsDuringAHostCall()
 {
     m_model->reload();
     const QString before = dump(*m_model);
@@ -322,7 +322,7 @@ void IPListModelTest::shouldShowWholeRowsWhileTheHostIsAsked()
     QCOMPARE(dump(*m_model), text("10.0.0.9||10.0.0.9()"));
 }
 
-void IPListModelTest::shouldLetTheReloadWithinAReloadCount()
+void IPListModelTest::shouldKeepTheResultOfANestedReload()
 {
     bool within = false;
     QSignalSpy resets(m_model.get(), &QAbstractItemModel::modelReset);
@@ -340,7 +340,7 @@ void IPListModelTest::shouldLetTheReloadWithinAReloadCount()
     QCOMPARE(dump(*m_model), text("10.0.0.9|New|10.0.0.9(New)"));
 }
 
-void IPListModelTest::shouldStandItsEndWhileTheHostIsAsked()
+void IPListModelTest::shouldSurviveItsDestructionInAHostCall()
 {
     m_tester.reset();
     m_table.reset();
@@ -351,7 +351,7 @@ void IPListModelTest::shouldStandItsEndWhileTheHostIsAsked()
     QCOMPARE(host().callCount(text("GetIPList")), 1);
 }
 
-void IPListModelTest::shouldServeATable()
+void IPListModelTest::shouldWorkInATable()
 {
     QTableView view;
     view.setModel(m_model.get());

@@ -1,4 +1,5 @@
 #include "Interface/IPStatusCodes.h"
+#include "host/widgets/HostTheme.h"
 #include "ipmanage/IPText.h"
 #include "tests/ipmanage/ManageTest.h"
 #include "tests/support/Chinese.h"
@@ -7,6 +8,7 @@
 #include <QHeaderView>
 #include <QIcon>
 #include <QImage>
+#include <QSignalSpy>
 
 namespace {
 
@@ -31,9 +33,9 @@ class IPManageDialogTest : public QObject
 
 private slots:
     void shouldHaveItsSizesAndTexts();
-    void shouldWearItsIcons();
+    void shouldHaveItsIcons();
     void shouldNameItsButtonsAndMenu();
-    void shouldOfferLittleForAnEmptyList();
+    void shouldEnableAddAndImportForAnEmptyList();
     void shouldFollowTheSelection();
     void shouldReadOnline_data();
     void shouldReadOnline();
@@ -44,15 +46,20 @@ private slots:
     void shouldStillReadOnlineIntoAFullList();
     void shouldEditTheCurrentEntry();
     void shouldDeleteTheSelectedEntries();
-    void shouldDeleteEveryEntryInOneGo();
+    void shouldDeleteAllSelectedEntriesAtOnce();
     void shouldDeleteEntriesOfAnyForm();
     void shouldClearAfterAQuestion_data();
     void shouldClearAfterAQuestion();
     void shouldFollowTheLanguage();
     void shouldBeUsableByKeyboard();
+    void shouldPressButtonsByAltKeys();
+    void shouldShowTheFocusOfTheTableWhole();
+    void shouldDeleteByKey();
+    void shouldEditByKeyOrDoubleClick_data();
+    void shouldEditByKeyOrDoubleClick();
 };
 
-void IPManageDialogTest::shouldWearItsIcons()
+void IPManageDialogTest::shouldHaveItsIcons()
 {
     DialogTest test;
     const CIPManageDialog dialog(&test.window);
@@ -109,7 +116,7 @@ void IPManageDialogTest::shouldHaveItsSizesAndTexts()
             const auto* tool = qobject_cast<QToolButton*>(drive.button(name));
             QCOMPARE(tool->x(), left);
             QCOMPARE(tool->y(), 8);
-            QCOMPARE(tool->height(), 20);
+            QCOMPARE(tool->size(), QSize(24, 24));
             QCOMPARE(tool->iconSize(), QSize(20, 20));
             QCOMPARE(tool->property("ToolLocation").toInt(), 3);
             QVERIFY(!tool->icon().isNull());
@@ -147,7 +154,7 @@ void IPManageDialogTest::shouldNameItsButtonsAndMenu()
     QCOMPARE(dialog.exec(), 0);
 }
 
-void IPManageDialogTest::shouldOfferLittleForAnEmptyList()
+void IPManageDialogTest::shouldEnableAddAndImportForAnEmptyList()
 {
     DialogTest test;
     CIPManageDialog dialog(&test.window);
@@ -362,7 +369,7 @@ void IPManageDialogTest::shouldDeleteTheSelectedEntries()
     QCOMPARE(dialog.exec(), 0);
 }
 
-void IPManageDialogTest::shouldDeleteEveryEntryInOneGo()
+void IPManageDialogTest::shouldDeleteAllSelectedEntriesAtOnce()
 {
     DialogTest test;
     test.host().ipList = entries(255);
@@ -503,6 +510,118 @@ void IPManageDialogTest::shouldBeUsableByKeyboard()
             QTest::keyClick(shown.focusWidget(), Qt::Key_Tab);
         QTest::keyClick(shown.focusWidget(), Qt::Key_Space);
         QCOMPARE(test.host().ipList.size(), 2);
+        drive.close();
+    });
+    QCOMPARE(dialog.exec(), 0);
+}
+
+void IPManageDialogTest::shouldPressButtonsByAltKeys()
+{
+    DialogTest test;
+    test.host().ipList = entries(3);
+    CIPManageDialog dialog(&test.window);
+    test.driver
+        .then([&](QWidget& shown) {
+            QApplication::setActiveWindow(&shown);
+            const ManageDriver drive(shown);
+            QSignalSpy edits(drive.button("Edit"), &QAbstractButton::clicked);
+            QTest::keyClick(&drive.view(), Qt::Key_E, Qt::AltModifier);
+            drive.clickRow(1);
+            QSignalSpy deletions(drive.button("Delete"), &QAbstractButton::clicked);
+            QTest::keyClick(&drive.view(), Qt::Key_D, Qt::AltModifier);
+            QTRY_COMPARE(deletions.count(), 1);
+            QCOMPARE(edits.count(), 0);
+            QCOMPARE(drive.rows(), 2);
+            QTest::keyClick(&drive.view(), Qt::Key_A, Qt::AltModifier);
+            drive.close();
+        })
+        .thenEscape();
+    QCOMPARE(dialog.exec(), 0);
+}
+
+void IPManageDialogTest::shouldShowTheFocusOfTheTableWhole()
+{
+    ApplyHostTheme(*qApp);
+    DialogTest test;
+    CIPManageDialog dialog(&test.window);
+    test.driver.then([&](QWidget& shown) {
+        QApplication::setActiveWindow(&shown);
+        const ManageDriver drive(shown);
+        drive.view().setFocus();
+        const QImage image = shown.grab().toImage();
+        const QRect ring = drive.view().geometry().adjusted(1, 0, -1, -1);
+        const QColor accent = hostColors().accent;
+        QCOMPARE(image.pixelColor(ring.center().x(), ring.top()), accent);
+        QCOMPARE(image.pixelColor(ring.center().x(), ring.bottom()), accent);
+        QCOMPARE(image.pixelColor(ring.left(), ring.center().y()), accent);
+        QCOMPARE(image.pixelColor(ring.right(), ring.center().y()), accent);
+        drive.close();
+    });
+    QCOMPARE(dialog.exec(), 0);
+    qApp->setStyleSheet(QString());
+}
+
+void IPManageDialogTest::shouldDeleteByKey()
+{
+    DialogTest test;
+    test.host().ipList = entries(3);
+    CIPManageDialog dialog(&test.window);
+    test.driver.then([&](QWidget& shown) {
+        QApplication::setActiveWindow(&shown);
+        const ManageDriver drive(shown);
+        drive.clickRow(0);
+        drive.clickRow(0, Qt::ControlModifier);
+        QTest::keyClick(&drive.view(), Qt::Key_Delete);
+        QCOMPARE(drive.rows(), 3);
+        drive.clickRow(0);
+        drive.clickRow(1, Qt::ControlModifier);
+        QTest::keyClick(&drive.view(), Qt::Key_Delete);
+        QCOMPARE(drive.rows(), 1);
+        QCOMPARE(drive.cell(0, 0), QStringLiteral("10.0.0.3"));
+        drive.close();
+    });
+    QCOMPARE(dialog.exec(), 0);
+    QCOMPARE(test.host().callCount(QStringLiteral("DeleteIPAddress")), 2);
+    QCOMPARE(test.host().callCount(QStringLiteral("SaveIPList")), 0);
+}
+
+void IPManageDialogTest::shouldEditByKeyOrDoubleClick_data()
+{
+    QTest::addColumn<bool>("byKey");
+    QTest::newRow("F2") << true;
+    QTest::newRow("double click") << false;
+}
+
+void IPManageDialogTest::shouldEditByKeyOrDoubleClick()
+{
+    QFETCH(bool, byKey);
+    DialogTest test;
+    test.host().ipList = entries(3);
+    CIPManageDialog dialog(&test.window);
+    const auto edit = [&](const ManageDriver& drive, int row, Qt::KeyboardModifiers modifiers) {
+        drive.clickRow(row, modifiers);
+        if (byKey) {
+            QTest::keyClick(&drive.view(), Qt::Key_F2);
+        } else {
+            QTest::mouseDClick(drive.view().viewport(), Qt::LeftButton, modifiers,
+                               drive.view().visualRect(drive.view().currentIndex()).center());
+        }
+    };
+    int edited = 0;
+    test.driver.then([&](QWidget& shown) {
+        QApplication::setActiveWindow(&shown);
+        const ManageDriver drive(shown);
+        drive.clickRow(0);
+        edit(drive, 2, Qt::ShiftModifier);
+        QCOMPARE(edited, 0);
+        test.driver.then([&](QWidget& entry) {
+            QCOMPARE(entry.windowTitle(), QStringLiteral("Change IP address"));
+            QCOMPARE(addressField(entry)->text(), QStringLiteral("10.0.0.2"));
+            ++edited;
+            QTest::keyClick(&entry, Qt::Key_Escape);
+        });
+        edit(drive, 1, Qt::NoModifier);
+        QCOMPARE(edited, 1);
         drive.close();
     });
     QCOMPARE(dialog.exec(), 0);

@@ -33,7 +33,7 @@ bool rejectsEverything(quint32)
     return true;
 }
 
-/// Rejects so many, then accepts one, and so on through the list; what comes then is rejected.
+/// Rejects that many addresses, accepts one, and so on through the list; rejects all further ones.
 Rejects rejectsRows(const QVector<int>& rows)
 {
     return [rows, row = 0, asked = 0](quint32) mutable {
@@ -65,7 +65,7 @@ QString proposed(const char* base, int wanted, const Rejects& rejects = rejectsN
     return texts(propose(addressOfText(text(base)), wanted, rejects).found);
 }
 
-/// What a search finds, and how many questions it takes: "2/258".
+/// Returns the numbers of found and of checked addresses: "2/258".
 QString effort(int wanted, const Rejects& rejects)
 {
     const ReferenceResult result = propose(addressOfText(text("10.0.0.1")), wanted, rejects);
@@ -80,15 +80,15 @@ class IPProposalTest : public QObject
 
 private slots:
     void shouldProposeTheNextAddress();
-    void shouldProposeTwoInARow();
-    void shouldSkipWhatIsRejected();
-    void shouldGoOnAtTwoBehindACarry();
-    void shouldPutOctetsRight_data();
-    void shouldPutOctetsRight();
+    void shouldProposeTwoConsecutiveAddresses();
+    void shouldSkipRejectedCandidates();
+    void shouldContinueAtTwoAfterACarry();
+    void shouldCorrectOctets_data();
+    void shouldCorrectOctets();
     void shouldGiveUpAfter257Refusals();
-    void shouldShareTheRefusals();
+    void shouldShareTheCountOfRejections();
     void shouldProposeNothingWhenNothingIsWanted();
-    void shouldDoAsTheReference();
+    void shouldMatchTheReference();
 };
 
 void IPProposalTest::shouldProposeTheNextAddress()
@@ -97,13 +97,13 @@ void IPProposalTest::shouldProposeTheNextAddress()
     QCOMPARE(proposed("127.0.0.1", 1), text("127.0.0.2"));
 }
 
-void IPProposalTest::shouldProposeTwoInARow()
+void IPProposalTest::shouldProposeTwoConsecutiveAddresses()
 {
     QCOMPARE(proposed("192.168.1.20", 2), text("192.168.1.21 192.168.1.22"));
     QCOMPARE(proposed("192.168.1.254", 2), text("192.168.1.255 192.168.2.2"));
 }
 
-void IPProposalTest::shouldSkipWhatIsRejected()
+void IPProposalTest::shouldSkipRejectedCandidates()
 {
     const auto rejects = [](quint32 address) { return address % 10 != 0; };
     const ReferenceResult result = propose(20, 2, rejects);
@@ -112,14 +112,14 @@ void IPProposalTest::shouldSkipWhatIsRejected()
     QCOMPARE(result.found.at(1) - result.found.at(0), quint32{10});
 }
 
-void IPProposalTest::shouldGoOnAtTwoBehindACarry()
+void IPProposalTest::shouldContinueAtTwoAfterACarry()
 {
     QCOMPARE(proposed("192.168.1.255", 1), text("192.168.2.2"));
     QCOMPARE(proposed("192.168.255.255", 1), text("192.168.1.2"));
     QCOMPARE(proposed("192.168.1.253", 1, rejectsRows({2})), text("192.168.2.2"));
 }
 
-void IPProposalTest::shouldPutOctetsRight_data()
+void IPProposalTest::shouldCorrectOctets_data()
 {
     QTest::addColumn<QString>("base");
     QTest::addColumn<QString>("proposal");
@@ -136,7 +136,7 @@ void IPProposalTest::shouldPutOctetsRight_data()
     QTest::newRow("all 0") << text("0.0.0.0") << text("192.0.0.1");
 }
 
-void IPProposalTest::shouldPutOctetsRight()
+void IPProposalTest::shouldCorrectOctets()
 {
     QFETCH(QString, base);
     QFETCH(QString, proposal);
@@ -151,13 +151,13 @@ void IPProposalTest::shouldGiveUpAfter257Refusals()
     QCOMPARE(effort(1, rejectsRows({0})), text("1/1"));
 }
 
-void IPProposalTest::shouldShareTheRefusals()
+void IPProposalTest::shouldShareTheCountOfRejections()
 {
-    // The first was not found: the next is looked at for the second.
+    // The search for the second address ends at its first rejection.
     QCOMPARE(effort(2, rejectsEverything), text("0/258"));
     QCOMPARE(effort(2, rejectsRows({257})), text("1/258"));
     QCOMPARE(effort(2, rejectsRows({258})), text("0/258"));
-    // The first was found: 257 refusals together.
+    // 256 rejections before the first address and one after it.
     QCOMPARE(effort(2, rejectsRows({256})), text("1/258"));
     QCOMPARE(effort(2, rejectsRows({256, 0})), text("2/258"));
     QCOMPARE(effort(2, rejectsRows({100, 156})), text("2/258"));
@@ -172,7 +172,7 @@ void IPProposalTest::shouldProposeNothingWhenNothingIsWanted()
     QCOMPARE(effort(-1, rejectsNothing), text("0/0"));
 }
 
-void IPProposalTest::shouldDoAsTheReference()
+void IPProposalTest::shouldMatchTheReference()
 {
     const quint32 first = firstSeed();
     qInfo("TSA_SEED=%u and the %d after it", first, kRandomSearches - 1);

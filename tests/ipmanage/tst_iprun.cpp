@@ -59,7 +59,7 @@ QString text(const char* latin1)
     return QString::fromLatin1(latin1);
 }
 
-/// Counts that keep runs with many refusals short; now and then a long one, or none.
+/// Returns counts that keep dense runs short; sometimes a large one or 0.
 int randomCount(QRandomGenerator& random, bool dense)
 {
     switch (random.bounded(128)) {
@@ -79,49 +79,49 @@ class IPRunTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldCountOnFromTheStart();
-    void shouldJudgeAllButTheStart();
-    void shouldSkipWhatIsRejected();
-    void shouldGoOnInTheNextThirdOctet();
-    void shouldNotJudgeTheFirstBehindACarry();
-    void shouldPutTheCarryOfTheThirdOctetIntoTheSecond();
-    void shouldKeepASecondOctetThatIsOdd();
+    void shouldGenerateConsecutiveAddresses();
+    void shouldCheckAllAddressesExceptTheStart();
+    void shouldSkipRejectedCandidates();
+    void shouldContinueInTheNextThirdOctet();
+    void shouldNotCheckTheFirstAddressAfterACarry();
+    void shouldCarryFromTheThirdOctetIntoTheSecond();
+    void shouldKeepAnOddSecondOctet();
     void shouldCountTheCarryOfTheThirdOctet();
     void shouldCarryOnPast512();
     void shouldEmitNothingForACountBelowOne();
-    void shouldEndWhateverIsRejected();
-    void shouldStopWhenTold();
-    void shouldDoAsTheReference();
+    void shouldEndForAnyRejections();
+    void shouldStopOnRequest();
+    void shouldMatchTheReference();
 };
 
-void IPRunTest::shouldCountOnFromTheStart()
+void IPRunTest::shouldGenerateConsecutiveAddresses()
 {
     QCOMPARE(found("10.0.0.1", 1), text("10.0.0.1"));
     QCOMPARE(found("10.0.0.7", 3), text("10.0.0.7 10.0.0.8 10.0.0.9"));
     QCOMPARE(found("0.0.0.0", 2), text("0.0.0.0 0.0.0.1"));
 }
 
-void IPRunTest::shouldJudgeAllButTheStart()
+void IPRunTest::shouldCheckAllAddressesExceptTheStart()
 {
     const ReferenceResult result =
         run(addressOfText(text("10.0.0.7")), 3, [](quint32) { return false; });
     QCOMPARE(texts(result.asked), text("10.0.0.8 10.0.0.9"));
 }
 
-void IPRunTest::shouldSkipWhatIsRejected()
+void IPRunTest::shouldSkipRejectedCandidates()
 {
     QCOMPARE(found("10.0.0.7", 3, [](quint32 address) { return address % 4 != 3; }),
              text("10.0.0.7 10.0.0.11 10.0.0.15"));
 }
 
-void IPRunTest::shouldGoOnInTheNextThirdOctet()
+void IPRunTest::shouldContinueInTheNextThirdOctet()
 {
     QCOMPARE(found("192.168.3.250", 10),
              text("192.168.3.250 192.168.3.251 192.168.3.252 192.168.3.253 192.168.3.254 "
                   "192.168.3.255 192.168.4.1 192.168.4.2 192.168.4.3 192.168.4.4"));
 }
 
-void IPRunTest::shouldNotJudgeTheFirstBehindACarry()
+void IPRunTest::shouldNotCheckTheFirstAddressAfterACarry()
 {
     const ReferenceResult result = run(addressOfText(text("192.168.3.254")), 3, rejectsEverything);
     QCOMPARE(texts(result.found), text("192.168.3.254 192.168.4.1 192.168.5.1"));
@@ -129,7 +129,7 @@ void IPRunTest::shouldNotJudgeTheFirstBehindACarry()
     QVERIFY(result.asked.contains(addressOfText(text("192.168.4.2"))));
 }
 
-void IPRunTest::shouldPutTheCarryOfTheThirdOctetIntoTheSecond()
+void IPRunTest::shouldCarryFromTheThirdOctetIntoTheSecond()
 {
     const ReferenceResult result =
         run(addressOfText(text("10.2.255.254")), 6, [](quint32) { return false; });
@@ -137,7 +137,7 @@ void IPRunTest::shouldPutTheCarryOfTheThirdOctetIntoTheSecond()
     QCOMPARE(texts(result.asked), text("10.2.255.255 10.3.0.2 10.3.0.3 10.3.0.4"));
 }
 
-void IPRunTest::shouldKeepASecondOctetThatIsOdd()
+void IPRunTest::shouldKeepAnOddSecondOctet()
 {
     QCOMPARE(found("10.1.255.255", 3), text("10.1.255.255 10.1.0.2"));
     QCOMPARE(found("255.255.255.255", 4), text("255.255.255.255 255.255.0.2 255.255.0.3"));
@@ -149,7 +149,7 @@ void IPRunTest::shouldCountTheCarryOfTheThirdOctet()
     QCOMPARE(found("10.0.255.255", 2), text("10.0.255.255"));
     QCOMPARE(found("10.0.255.255", 3), text("10.0.255.255 10.1.0.2"));
     QCOMPARE(found("10.0.255.255", 9, rejectsEverything), text("10.0.255.255"));
-    // Each further one too: 254 addresses, and then one less.
+    // Each further carry counts too: 254 addresses, and then one less.
     const ReferenceResult result =
         run(addressOfText(text("10.0.255.255")), 2 + 254 + 2, rejectsNothing);
     QCOMPARE(texts(result.found.mid(254)), text("10.1.0.255 10.1.1.2"));
@@ -162,7 +162,7 @@ void IPRunTest::shouldCarryOnPast512()
     const ReferenceResult result = run(start, 2 * 520, rejects);
     QCOMPARE(result.found.size(), 1 + 519);
     QCOMPARE(addressText(result.found.at(256)), text("10.1.255.2"));
-    // 512 is 2 in the second octet, and the 1 of 256 stays.
+    // The carry 512 sets bit 1 of the second octet; bit 0 is still set from 256.
     QCOMPARE(addressText(result.found.at(257)), text("10.3.0.2"));
     QCOMPARE(result.found, referenceRun(start, 2 * 520, rejects).found);
 }
@@ -176,7 +176,7 @@ void IPRunTest::shouldEmitNothingForACountBelowOne()
     }
 }
 
-void IPRunTest::shouldEndWhateverIsRejected()
+void IPRunTest::shouldEndForAnyRejections()
 {
     for (const char* start : {"10.0.0.0", "10.0.0.1", "10.0.0.255", "10.0.255.0", "10.0.254.255",
                               "255.255.255.255", "0.0.0.0"}) {
@@ -186,11 +186,11 @@ void IPRunTest::shouldEndWhateverIsRejected()
             QVERIFY(result.asked.size() <= 255 * (count - 1));
         }
     }
-    // The bound is met.
+    // The largest possible number of checks.
     QCOMPARE(run(addressOfText(text("10.0.0.0")), 2, rejectsEverything).asked.size(), 255);
 }
 
-void IPRunTest::shouldStopWhenTold()
+void IPRunTest::shouldStopOnRequest()
 {
     for (const int most : {1, 2, 100, 70'000}) {
         int emitted = 0;
@@ -200,7 +200,7 @@ void IPRunTest::shouldStopWhenTold()
     }
 }
 
-void IPRunTest::shouldDoAsTheReference()
+void IPRunTest::shouldMatchTheReference()
 {
     const quint32 first = firstSeed();
     qInfo("TSA_SEED=%u and the %d after it", first, kRandomRuns - 1);

@@ -14,7 +14,7 @@ private slots:
     void shouldReadWhatItWrites();
     void shouldCutEntries_data();
     void shouldCutEntries();
-    void shouldTurnAddressesRound();
+    void shouldSwapTheBytesOfAddresses();
 };
 
 void IPTextTest::shouldReadAddresses_data()
@@ -84,13 +84,13 @@ void IPTextTest::shouldCutEntries_data()
     row("parentheses in the name", "10.0.0.1(Hall (east))", "10.0.0.1", "10.0.0.1,Hall (east");
     row("two pairs", "10.0.0.1(Hall)(east)", "10.0.0.1", "10.0.0.1,Hall");
     row("opened twice", "10.0.0.1((Hall)", "10.0.0.1", "10.0.0.1,(Hall");
-    // Without an end behind its beginning a name runs to the end of the entry.
+    // A name without a closing parenthesis ends with the entry.
     row("never closed", "10.0.0.1(Hall", "10.0.0.1", "10.0.0.1,Hall");
     row("opened at the end", "10.0.0.1(", "10.0.0.1", "10.0.0.1,");
     row("closed before opened", "10.0.0.1)x(Hall", "10.0.0.1)x", "10.0.0.1)x,Hall");
     row("closed on both sides", "10.0.0.1)x(Hall)", "10.0.0.1)x", "10.0.0.1)x,Hall)");
     row("closed right before opened", "10.0.0.1)(Hall)", "10.0.0.1)", "10.0.0.1),Hall)");
-    // Without a beginning it begins with the entry.
+    // A name without an opening parenthesis starts with the entry.
     row("never opened", "10.0.0.1Hall)", "10.0.0.1Hall)", "10.0.0.1Hall),10.0.0.1Hall");
     row("only closed", ")", ")", "),");
 }
@@ -104,7 +104,7 @@ void IPTextTest::shouldCutEntries()
     QCOMPARE(exportLine(entry), line);
 }
 
-void IPTextTest::shouldTurnAddressesRound()
+void IPTextTest::shouldSwapTheBytesOfAddresses()
 {
     const auto hostOrder = [](const char* entry) {
         return qFromBigEndian(networkAddressOfEntry(QString::fromLatin1(entry)));

@@ -57,13 +57,13 @@ private slots:
     void shouldPutWifiLast();
     void shouldKeepAddressesOfEqualHardwareAddresses();
     void shouldTakeIPv4Only();
-    void shouldTakeRunningAdaptersOnly_data();
-    void shouldTakeRunningAdaptersOnly();
-    void shouldPassOverAdaptersByName_data();
-    void shouldPassOverAdaptersByName();
-    void shouldStartBehindTheFirstRealAddress();
-    void shouldStartBehindTheLocalHostOtherwise();
-    void shouldKnowThisPCsAddresses();
+    void shouldUseRunningAdaptersOnly_data();
+    void shouldUseRunningAdaptersOnly();
+    void shouldSkipAdaptersByName_data();
+    void shouldSkipAdaptersByName();
+    void shouldStartAfterTheFirstRealAddress();
+    void shouldStartAfterTheLocalHostOtherwise();
+    void shouldReturnTheAddressesOfThisPC();
 };
 
 void LocalAddressesTest::shouldOrderByHardwareAddress()
@@ -95,7 +95,7 @@ void LocalAddressesTest::shouldTakeIPv4Only()
              text("10.0.0.1"));
 }
 
-void LocalAddressesTest::shouldTakeRunningAdaptersOnly_data()
+void LocalAddressesTest::shouldUseRunningAdaptersOnly_data()
 {
     QTest::addColumn<int>("flags");
     QTest::addColumn<QString>("addresses");
@@ -111,7 +111,7 @@ void LocalAddressesTest::shouldTakeRunningAdaptersOnly_data()
     row("point to point", kRunning | QNetworkInterface::IsPointToPoint, true);
 }
 
-void LocalAddressesTest::shouldTakeRunningAdaptersOnly()
+void LocalAddressesTest::shouldUseRunningAdaptersOnly()
 {
     QFETCH(int, flags);
     QFETCH(QString, addresses);
@@ -120,7 +120,7 @@ void LocalAddressesTest::shouldTakeRunningAdaptersOnly()
     QCOMPARE(usable({one}), addresses);
 }
 
-void LocalAddressesTest::shouldPassOverAdaptersByName_data()
+void LocalAddressesTest::shouldSkipAdaptersByName_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("taken");
@@ -133,7 +133,7 @@ void LocalAddressesTest::shouldPassOverAdaptersByName_data()
     QTest::newRow("nothing") << QString() << true;
 }
 
-void LocalAddressesTest::shouldPassOverAdaptersByName()
+void LocalAddressesTest::shouldSkipAdaptersByName()
 {
     QFETCH(QString, name);
     QFETCH(bool, taken);
@@ -142,20 +142,20 @@ void LocalAddressesTest::shouldPassOverAdaptersByName()
     QCOMPARE(!usable({one}).isEmpty(), taken);
 }
 
-void LocalAddressesTest::shouldStartBehindTheFirstRealAddress()
+void LocalAddressesTest::shouldStartAfterTheFirstRealAddress()
 {
     QCOMPARE(base({text("10.0.0.1"), text("10.0.0.2")}), text("10.0.0.1"));
     QCOMPARE(base({text("127.0.0.1"), text("0.0.0.0"), text("10.0.0.2")}), text("10.0.0.2"));
     QCOMPARE(base({text("fe80::1"), text("127.0.0.2")}), text("127.0.0.2"));
 }
 
-void LocalAddressesTest::shouldStartBehindTheLocalHostOtherwise()
+void LocalAddressesTest::shouldStartAfterTheLocalHostOtherwise()
 {
     QCOMPARE(base({}), text("127.0.0.1"));
     QCOMPARE(base({text("127.0.0.1"), text("0.0.0.0"), text("fe80::1")}), text("127.0.0.1"));
 }
 
-void LocalAddressesTest::shouldKnowThisPCsAddresses()
+void LocalAddressesTest::shouldReturnTheAddressesOfThisPC()
 {
     const QList<QHostAddress> all = QNetworkInterface::allAddresses();
     const QList<QHostAddress> local = localAddresses();

@@ -9,7 +9,7 @@ namespace {
 const QString kOwn = QStringLiteral("10.0.0.1");
 const QString kOther = QStringLiteral("10.0.0.2");
 
-/// A list with two entries; each of their addresses counts as used.
+/// Fills the list with two entries, whose addresses count as used.
 void fillList(FakeHandler& host)
 {
     host.ipList = QStringList({kOwn + QStringLiteral("(Hall)"), kOther + QStringLiteral("()")});
@@ -21,6 +21,16 @@ void fillList(FakeHandler& host)
         return quint32{0};
     };
     host.clearCalls();
+}
+
+/// Retypes the name in the next dialog and presses `button`.
+void renameTo(DialogTest& test, const QString& name, const QString& button)
+{
+    test.driver.then([&test, name, button](QWidget& shown) {
+        retype(nameField(shown), name);
+        test.host().clearCalls();
+        clickButton(shown, button);
+    });
 }
 
 } // namespace
@@ -39,7 +49,7 @@ private slots:
     void shouldRefuseTheUnchangedAddressForOtherReasons();
     void shouldRefuseAnEmptyAddress();
     void shouldOpenBesideItsParent();
-    void shouldChangeNothingWhenLeft();
+    void shouldChangeNothingWhenCancelled();
     void shouldFollowTheLanguage();
 };
 
@@ -89,11 +99,7 @@ void ModifyIPDialogTest::shouldAcceptTheUnchangedAddressWithANewName()
     DialogTest test;
     fillList(test.host());
     CModifyIPDialog dialog(0, QStringLiteral("Hall"), &test.window);
-    test.driver.then([&](QWidget& shown) {
-        retype(nameField(shown), QStringLiteral("Foyer"));
-        test.host().clearCalls();
-        clickButton(shown, QStringLiteral("OK"));
-    });
+    renameTo(test, QStringLiteral("Foyer"), QStringLiteral("OK"));
     QCOMPARE(dialog.exec(), 1);
     QCOMPARE(test.asked(), QStringList({QStringLiteral("CheckIPAddress(10.0.0.1,false)"),
                                         QStringLiteral("ModifyIPAddress(0,10.0.0.1(Foyer))")}));
@@ -153,20 +159,16 @@ void ModifyIPDialogTest::shouldOpenBesideItsParent()
     DialogTest test;
     test.window.setGeometry(500, 450, 300, 200);
     const CModifyIPDialog dialog(0, QString(), &test.window);
-    // A window's position includes its frame, which the platform decides.
+    // The position of a window includes its frame, which depends on the platform.
     QCOMPARE(dialog.pos(), test.window.pos() + QPoint(-300 + 37, -200 + 83));
 }
 
-void ModifyIPDialogTest::shouldChangeNothingWhenLeft()
+void ModifyIPDialogTest::shouldChangeNothingWhenCancelled()
 {
     DialogTest test;
     fillList(test.host());
     CModifyIPDialog dialog(0, QStringLiteral("Hall"), &test.window);
-    test.driver.then([&](QWidget& shown) {
-        retype(nameField(shown), QStringLiteral("Foyer"));
-        test.host().clearCalls();
-        clickButton(shown, QStringLiteral("Cancel"));
-    });
+    renameTo(test, QStringLiteral("Foyer"), QStringLiteral("Cancel"));
     QCOMPARE(dialog.exec(), 0);
     QCOMPARE(test.asked(), QStringList());
 }

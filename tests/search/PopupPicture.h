@@ -4,7 +4,7 @@
 #include <QImage>
 #include <QRect>
 
-/// What pictures of the list of search results are looked at with.
+/// Helpers to examine pictures of the popup.
 
 constexpr QColor kPopupBackground(41, 41, 45);
 
@@ -14,7 +14,7 @@ inline int distance(const QColor& one, const QColor& two)
            + qAbs(one.blue() - two.blue());
 }
 
-/// The part of `image` that something else than the background covers.
+/// Returns the bounds of the pixels in `within` that differ from the background.
 inline QRect covered(const QImage& image, const QRect& within)
 {
     QRect found;

@@ -14,7 +14,7 @@
 
 #include <memory>
 
-/// A line edit that remembers what it was told of the focus, and of keys.
+/// A line edit that records its focus and key events.
 class FieldProbe final : public QLineEdit
 {
 public:
@@ -39,7 +39,7 @@ public:
     }
 };
 
-/// Counts the keys that come up to it.
+/// Counts the key events that reach it.
 class WindowProbe final : public QWidget
 {
 public:
@@ -53,9 +53,9 @@ protected:
     }
 };
 
-/// A search field with its completer, and another field below, in a window of their own. The
-/// project: "Stage 1" to "Stage 12" by number, of which the even ones stand in the group 100 and
-/// the others outside, and "Foyer", by the address 10.0.0.7.
+/// A search field with its completer, and another field below, in a window. The project has "Stage
+/// 1" to "Stage 12", addressed by number, of which the even ones are in the group 100 and the
+/// others in no group, and "Foyer" with the address 10.0.0.7.
 struct SearchField
 {
     explicit SearchField(const QPoint& position = QPoint(100, 100),
@@ -102,7 +102,7 @@ struct SearchField
 
     bool isOpen() const { return completer->isOpen(); }
 
-    /// Presses a key as a person does: the window system gives it to the active window.
+    /// Sends a key to the active window, like the window system.
     void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
     {
         QTest::sendKeyEvent(QTest::Click, window->windowHandle(), static_cast<Qt::Key>(key),
@@ -115,7 +115,7 @@ struct SearchField
             QTest::keyClick(window->windowHandle(), character.toLatin1());
     }
 
-    /// "Stage 1,Stage 10": the rows of the list.
+    /// Returns the rows of the list: "Stage 1,Stage 10".
     QString rows() const
     {
         QStringList names;
@@ -129,14 +129,14 @@ struct SearchField
 
     QString current() const { return popup()->currentIndex().data().toString(); }
 
-    /// Middle of row `n` in the popup.
+    /// Returns the centre of row `n` in the popup.
     QPoint place(int n) const
     {
         const QRect rect = popup()->visualRect(row(n));
         return popup()->viewport()->mapTo(popup(), rect.center());
     }
 
-    /// What was told since the last time: "Stage 1", "-" for no choice.
+    /// Returns the emissions since the last call: "Stage 1", or "-" for an invalid index.
     QString told() const
     {
         QStringList texts;
@@ -154,11 +154,11 @@ struct SearchField
     QPointer<FieldProbe> field;
     QPointer<QLineEdit> other;
     QPointer<CProcessorCompleter> completer;
-    QPointer<QListView> list; // the completer's
+    QPointer<QListView> list; // owned by the completer
     std::unique_ptr<QSignalSpy> spy;
 
 private:
-    /// The panel has a list of its own.
+    /// Returns the popup of `field`. The panel's own completer has another one.
     static QListView* listOf(const QWidget& field)
     {
         const auto widgets = QApplication::topLevelWidgets();

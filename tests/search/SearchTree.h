@@ -13,7 +13,7 @@
 constexpr quint32 kGroup = 101;
 constexpr quint32 kOtherGroup = 102;
 
-/// The tree with both proxies on top. Processors are added under the root unless a group is given.
+/// A tree with both proxy models. Processors are added under the root unless a group is given.
 class SearchTree
 {
 public:
@@ -56,13 +56,13 @@ public:
 
     QStandardItem* item(quint32 id) { return m_tree.getItem(testId(id)); }
 
-    /// The row of that processor in the list; -1 for none.
+    /// Returns the row of a processor in the list, or -1.
     int rowOf(quint32 id)
     {
         return m_list.mapFromSource(m_filter.mapFromSource(item(id)->index())).row();
     }
 
-    /// Types `text`; the names in the list from its top.
+    /// Sets the search text and returns the names in the list.
     QString found(const QString& text)
     {
         m_filter.setFilterText(text);

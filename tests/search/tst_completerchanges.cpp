@@ -1,4 +1,4 @@
-// What an open list of results shows after changes that its model does not tell of.
+// The open list after changes that its model does not announce.
 
 #include "processortree/ProcessorTreeModel.h"
 #include "tests/search/SearchField.h"

@@ -9,28 +9,28 @@
 using Action = std::function<void(const SearchField&)>;
 Q_DECLARE_METATYPE(Action)
 
-/// What closes the list besides keys and mouse, and what happens when it is destroyed, or what it
-/// stands on.
+/// Reasons to close the list other than keys and mouse, and the destruction of the completer and
+/// related objects.
 class TestCompleterClosing final : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void shouldTellOfClosing();
-    void shouldHoldBackTheLossOfFocus();
-    void shouldCloseWhenTheFocusGoesElsewhere();
+    void shouldEmitOnClosing();
+    void shouldSwallowFocusOutWhileOpen();
+    void shouldCloseWhenTheFocusChanges();
     void shouldCloseWhenTheFieldCannotBeUsed_data();
     void shouldCloseWhenTheFieldCannotBeUsed();
-    void shouldOutliveTheField();
-    void shouldGoWithTheWindow();
+    void shouldSurviveTheField();
+    void shouldBeDestroyedWithTheWindow();
 
-    void shouldStandItsEnd_data();
-    void shouldStandItsEnd();
-    void shouldStandItsEndInANestedLoop_data();
-    void shouldStandItsEndInANestedLoop();
+    void shouldSurviveItsDestruction_data();
+    void shouldSurviveItsDestruction();
+    void shouldSurviveItsDestructionInANestedLoop_data();
+    void shouldSurviveItsDestructionInANestedLoop();
 };
 
-void TestCompleterClosing::shouldTellOfClosing()
+void TestCompleterClosing::shouldEmitOnClosing()
 {
     const SearchField search;
     search.type(QStringLiteral("1"));
@@ -42,7 +42,7 @@ void TestCompleterClosing::shouldTellOfClosing()
     QCOMPARE(search.told(), QString());
 }
 
-void TestCompleterClosing::shouldHoldBackTheLossOfFocus()
+void TestCompleterClosing::shouldSwallowFocusOutWhileOpen()
 {
     const SearchField search;
     search.type(QStringLiteral("1"));
@@ -56,7 +56,7 @@ void TestCompleterClosing::shouldHoldBackTheLossOfFocus()
     QCOMPARE(search.field->focusLosses, 1);
 }
 
-void TestCompleterClosing::shouldCloseWhenTheFocusGoesElsewhere()
+void TestCompleterClosing::shouldCloseWhenTheFocusChanges()
 {
     const SearchField search;
     search.type(QStringLiteral("1"));
@@ -96,7 +96,7 @@ void TestCompleterClosing::shouldCloseWhenTheFieldCannotBeUsed()
         delete search.field;
 }
 
-void TestCompleterClosing::shouldOutliveTheField()
+void TestCompleterClosing::shouldSurviveTheField()
 {
     const SearchField search;
     search.type(QStringLiteral("1"));
@@ -108,7 +108,7 @@ void TestCompleterClosing::shouldOutliveTheField()
     QVERIFY(!search.isOpen());
 }
 
-void TestCompleterClosing::shouldGoWithTheWindow()
+void TestCompleterClosing::shouldBeDestroyedWithTheWindow()
 {
     const SearchField search;
     search.type(QStringLiteral("1"));
@@ -120,7 +120,7 @@ void TestCompleterClosing::shouldGoWithTheWindow()
     QCOMPARE(search.told(), QString());
 }
 
-void TestCompleterClosing::shouldStandItsEnd_data()
+void TestCompleterClosing::shouldSurviveItsDestruction_data()
 {
     QTest::addColumn<Action>("action");
     const auto press = [](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
@@ -146,7 +146,7 @@ void TestCompleterClosing::shouldStandItsEnd_data()
     QTest::newRow("focus") << Action([](const SearchField& s) { s.other->setFocus(); });
 }
 
-void TestCompleterClosing::shouldStandItsEnd()
+void TestCompleterClosing::shouldSurviveItsDestruction()
 {
     QFETCH(Action, action);
     const SearchField search;
@@ -161,19 +161,19 @@ void TestCompleterClosing::shouldStandItsEnd()
     QVERIFY(!QApplication::activePopupWidget());
 }
 
-void TestCompleterClosing::shouldStandItsEndInANestedLoop_data()
+void TestCompleterClosing::shouldSurviveItsDestructionInANestedLoop_data()
 {
-    shouldStandItsEnd_data();
+    shouldSurviveItsDestruction_data();
 }
 
-void TestCompleterClosing::shouldStandItsEndInANestedLoop()
+void TestCompleterClosing::shouldSurviveItsDestructionInANestedLoop()
 {
     QFETCH(Action, action);
     const SearchField search;
     const QPointer<QListView> popup = search.popup();
     CProcessorCompleter* completer = search.completer;
     bool whole = false;
-    // As a host does that asks the user something, and ends the panel meanwhile.
+    // Like a host that shows a dialog and destroys the panel inside it.
     QObject::connect(completer, &CProcessorCompleter::activated, completer,
                      [completer, popup, end = &whole] {
                          QEventLoop loop;
@@ -189,7 +189,7 @@ void TestCompleterClosing::shouldStandItsEndInANestedLoop()
     QTimer::singleShot(0, search.window, [&] { action(search); });
     QTRY_VERIFY(!search.completer);
     QTRY_VERIFY(!popup);
-    // A change of focus is no event of the popup's.
+    // A change of focus is not an event of the popup.
     QCOMPARE(whole, qstrcmp(QTest::currentDataTag(), "focus") != 0);
 }
 

@@ -29,12 +29,12 @@ int distance(const QColor& one, const QColor& two)
            + qAbs(one.blue() - two.blue());
 }
 
-/// One row with a record, and what the delegate makes of it.
+/// A row with a record, painted by the delegate.
 struct PaintedRow
 {
     explicit PaintedRow(const ProcessorNode& record)
     {
-        (void)panel; // has the icons in place
+        (void)panel; // registers the icons
         auto* item = new QStandardItem(record.name);
         item->setData(QVariant::fromValue(record), NodeDataRole);
         item->setData(QSize(0, 42), Qt::SizeHintRole);
@@ -60,7 +60,7 @@ struct PaintedRow
         return option;
     }
 
-    /// On black; without a selection's background that hides the texts' colours.
+    /// Paints on black, without the background of a selection, which would hide the text colours.
     QImage painted(QStyle::State state = QStyle::State_None, qreal scale = 1,
                    const QRect& row = kRow) const
     {
@@ -82,7 +82,7 @@ struct PaintedRow
     CCompleterProcessorDelegate delegate;
 };
 
-/// What is drawn within `part`, and the brightest colour in it.
+/// Returns the bounds of the painted pixels in `part`, and their brightest colour.
 QRect drawn(const QImage& image, const QRect& part, QColor* brightest = nullptr)
 {
     QRect found;
@@ -101,7 +101,7 @@ QRect drawn(const QImage& image, const QRect& part, QColor* brightest = nullptr)
     return found;
 }
 
-/// What a row looks like whose line is `name`, or whose detail is `detail`, by our own hand.
+/// Returns the picture of a row whose name or detail line is `text`, painted by the test.
 QImage expected(const QString& text, const QRect& part, int vertical, const QColor& color)
 {
     QImage image(kRow.size(), QImage::Format_ARGB32_Premultiplied);
@@ -138,22 +138,22 @@ private slots:
 
     void shouldPaintTheState_data();
     void shouldPaintTheState();
-    void shouldTellStatesByShape();
+    void shouldShowStatesByShape();
     void shouldPaintTheName();
     void shouldPaintTheDetail_data();
     void shouldPaintTheDetail();
-    void shouldPaintInColoursOfTheState_data();
-    void shouldPaintInColoursOfTheState();
+    void shouldPaintInTheColoursOfItsState_data();
+    void shouldPaintInTheColoursOfItsState();
     void shouldPaintTheStylesBackground();
     void shouldPaintWhereTheRowIs();
     void shouldPaintSharply();
     void shouldElideALongName();
-    void shouldStandARowWithoutRoom();
-    void shouldStandARowWithoutARecord();
+    void shouldPaintARowThatIsTooSmall();
+    void shouldPaintARowWithoutARecord();
     void shouldParseNothingWhilePainting();
     void shouldShowALongNameInAToolTip();
     void shouldShowNoOtherToolTip();
-    void shouldSpeakChinese();
+    void shouldBeTranslatedToChinese();
 };
 
 void TestCompleterDelegate::shouldPaintTheState_data()
@@ -190,8 +190,8 @@ void TestCompleterDelegate::shouldPaintTheState()
     QVERIFY(row.painted().copy(kIcon) == image);
 }
 
-/// In grey the four icons still differ.
-void TestCompleterDelegate::shouldTellStatesByShape()
+/// The four icons must differ without their colours.
+void TestCompleterDelegate::shouldShowStatesByShape()
 {
     QVector<QImage> shapes;
     for (const int mode : {0, 2}) {
@@ -248,7 +248,7 @@ void TestCompleterDelegate::shouldPaintTheDetail()
     QVERIFY(row.painted().copy(kDetail) == expected(text, kDetail, Qt::AlignTop, kWeak));
 }
 
-void TestCompleterDelegate::shouldPaintInColoursOfTheState_data()
+void TestCompleterDelegate::shouldPaintInTheColoursOfItsState_data()
 {
     QTest::addColumn<int>("state");
     QTest::addColumn<bool>("bright");
@@ -259,7 +259,7 @@ void TestCompleterDelegate::shouldPaintInColoursOfTheState_data()
     QTest::newRow("focused") << int(QStyle::State_HasFocus) << false;
 }
 
-void TestCompleterDelegate::shouldPaintInColoursOfTheState()
+void TestCompleterDelegate::shouldPaintInTheColoursOfItsState()
 {
     QFETCH(int, state);
     QFETCH(bool, bright);
@@ -293,7 +293,7 @@ void TestCompleterDelegate::shouldPaintWhereTheRowIs()
     const QImage image = row.painted(QStyle::State_None, 1, QRect(20, 84, 176, 42));
     QVERIFY(image.copy(20, 84, 176, 42) == row.painted());
     QVERIFY(drawn(image, QRect(0, 0, 196, 84)).isEmpty());
-    // An odd height puts the icon on a whole pixel.
+    // An odd height aligns the icon to a whole pixel.
     const QImage odd = row.painted(QStyle::State_None, 1, QRect(0, 0, 176, 43));
     QVERIFY(odd.copy(10, 10, 24, 24) == row.painted().copy(kIcon)
             || odd.copy(10, 9, 24, 24) == row.painted().copy(kIcon));
@@ -343,7 +343,7 @@ void TestCompleterDelegate::shouldElideALongName()
     QVERIFY(image.copy(kName) == expected(elided, kName, Qt::AlignBottom, kNormal));
 }
 
-void TestCompleterDelegate::shouldStandARowWithoutRoom()
+void TestCompleterDelegate::shouldPaintARowThatIsTooSmall()
 {
     const PaintedRow row(longName());
     const QImage image = row.painted(QStyle::State_None, 1, QRect(0, 0, 50, 42));
@@ -351,7 +351,7 @@ void TestCompleterDelegate::shouldStandARowWithoutRoom()
     QVERIFY(drawn(image, QRect(46, 21, 4, 21)).isEmpty());
 }
 
-void TestCompleterDelegate::shouldStandARowWithoutARecord()
+void TestCompleterDelegate::shouldPaintARowWithoutARecord()
 {
     PaintedRow row(longName());
     row.model.clear();
@@ -383,7 +383,7 @@ void TestCompleterDelegate::shouldShowALongNameInAToolTip()
     QHelpEvent event(QEvent::ToolTip, place, row.view.viewport()->mapToGlobal(place));
     QVERIFY(QApplication::sendEvent(row.view.viewport(), &event));
     QVERIFY(QToolTip::isVisible());
-    // Long texts are made rich to wrap, in which the text itself is plain.
+    // Long texts are converted to rich text so that they wrap.
     QString shown = QToolTip::text();
     shown.replace(QStringLiteral("&lt;"), QStringLiteral("<"));
     shown.replace(QStringLiteral("&gt;"), QStringLiteral(">"));
@@ -402,17 +402,17 @@ void TestCompleterDelegate::shouldShowNoOtherToolTip()
     };
     QVERIFY(!ask(QPoint(80, 30)));  // detail
     QVERIFY(!ask(QPoint(20, 12)));  // icon
-    QVERIFY(!ask(QPoint(160, 12))); // behind the name
+    QVERIFY(!ask(QPoint(160, 12))); // after the name
     QVERIFY(!ask(QPoint(80, 80)));  // no row
     row.model.item(0)->setData(QVariant::fromValue(testProcessor(1)), NodeDataRole);
     QVERIFY(!ask(QPoint(80, 12))); // short
-    // The default handling has its turn.
+    // The default handling runs.
     row.model.item(0)->setToolTip(QStringLiteral("own"));
     QVERIFY(ask(QPoint(80, 12)));
     QCOMPARE(QToolTip::text(), QStringLiteral("own"));
 }
 
-void TestCompleterDelegate::shouldSpeakChinese()
+void TestCompleterDelegate::shouldBeTranslatedToChinese()
 {
     ProcessorNode record = testProcessor(5);
     const Chinese chinese;

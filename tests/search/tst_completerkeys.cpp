@@ -6,7 +6,7 @@
 
 #include <tuple>
 
-/// What the keyboard, or an input method, does while the list is open.
+/// The keyboard and input methods while the list is open.
 class TestCompleterKeys final : public QObject
 {
     Q_OBJECT
@@ -19,17 +19,19 @@ private slots:
     void shouldCloseWithoutAChoice_data();
     void shouldCloseWithoutAChoice();
     void shouldChooseWithArrowKeys();
-    void shouldGoRoundTheEnds();
+    void shouldWrapAtTheEnds();
     void shouldLeaveKeysToTheList_data();
     void shouldLeaveKeysToTheList();
+    void shouldEnterTheListAtItsEnds_data();
+    void shouldEnterTheListAtItsEnds();
     void shouldForwardHomeAndEnd();
-    void shouldTypeOnWhileOpen();
+    void shouldForwardTypingWhileOpen();
     void shouldForwardTheReleaseOfBack();
     void shouldConsumeEveryKey();
     void shouldNotCloseADialogWithEscape();
     void shouldKeepItsKeysFromShortcuts();
 
-    void shouldTakeInputMethodsToTheField();
+    void shouldForwardInputMethodsToTheField();
 };
 
 void TestCompleterKeys::shouldChooseTheCurrentRow_data()
@@ -97,7 +99,7 @@ void TestCompleterKeys::shouldCloseWithoutAChoice()
     QVERIFY(search.field->keys.contains(QStringLiteral("press %1").arg(key)));
     QVERIFY(search.window->isVisible());
 
-    // F4 alone is nothing special.
+    // F4 without Alt is an ordinary key.
     search.field->setFocus();
     search.type(QStringLiteral("1"));
     search.press(Qt::Key_F4);
@@ -127,7 +129,7 @@ void TestCompleterKeys::shouldChooseWithArrowKeys()
     QCOMPARE(search.told(), QString());
 }
 
-void TestCompleterKeys::shouldGoRoundTheEnds()
+void TestCompleterKeys::shouldWrapAtTheEnds()
 {
     const SearchField search;
     for (const auto& [from, key, to] :
@@ -168,6 +170,33 @@ void TestCompleterKeys::shouldLeaveKeysToTheList()
     QVERIFY(!search.field->keys.contains(QStringLiteral("press %1").arg(key)));
 }
 
+void TestCompleterKeys::shouldEnterTheListAtItsEnds_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<QString>("chosen");
+    QTest::newRow("PageDown") << int(Qt::Key_PageDown) << 0 << "Stage 1";
+    QTest::newRow("PageUp") << int(Qt::Key_PageUp) << 0 << "Foyer";
+    QTest::newRow("Ctrl+Home") << int(Qt::Key_Home) << int(Qt::ControlModifier) << "Stage 1";
+    QTest::newRow("Ctrl+End") << int(Qt::Key_End) << int(Qt::ControlModifier) << "Foyer";
+}
+
+void TestCompleterKeys::shouldEnterTheListAtItsEnds()
+{
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    QFETCH(QString, chosen);
+    const SearchField search;
+    search.type(QStringLiteral("1"));
+    search.press(key, Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(search.told(), chosen);
+
+    search.field->setFocus();
+    search.type(QStringLiteral("z"));
+    search.press(key, Qt::KeyboardModifiers(modifiers));
+    QCOMPARE(search.told(), QString());
+}
+
 void TestCompleterKeys::shouldForwardHomeAndEnd()
 {
     const SearchField search;
@@ -182,7 +211,7 @@ void TestCompleterKeys::shouldForwardHomeAndEnd()
     QCOMPARE(search.told(), QString());
 }
 
-void TestCompleterKeys::shouldTypeOnWhileOpen()
+void TestCompleterKeys::shouldForwardTypingWhileOpen()
 {
     const SearchField search;
     search.type(QStringLiteral("stage 1"));
@@ -215,7 +244,7 @@ void TestCompleterKeys::shouldConsumeEveryKey()
 {
     const SearchField search;
     search.press(Qt::Key_F7);
-    QCOMPARE(search.window->keys, 1); // which a closed list leaves alone
+    QCOMPARE(search.window->keys, 1); // not handled by a closed list
     for (const Qt::Key key : {Qt::Key_F7, Qt::Key_Down, Qt::Key_Return, Qt::Key_Escape, Qt::Key_Tab,
                               Qt::Key_Home, Qt::Key_Menu}) {
         search.field->setFocus();
@@ -266,7 +295,7 @@ void TestCompleterKeys::shouldKeepItsKeysFromShortcuts()
     QCOMPARE(search.told(), QStringLiteral("- Stage 11"));
 }
 
-void TestCompleterKeys::shouldTakeInputMethodsToTheField()
+void TestCompleterKeys::shouldForwardInputMethodsToTheField()
 {
     const SearchField search;
     search.type(QStringLiteral("S"));

@@ -2,7 +2,7 @@
 
 #include <QWindow>
 
-/// What the mouse does while the list is open.
+/// The mouse while the list is open.
 class TestCompleterMouse final : public QObject
 {
     Q_OBJECT
@@ -10,8 +10,8 @@ class TestCompleterMouse final : public QObject
 private slots:
     void shouldChooseWithAClick();
     void shouldChooseWhenTheMouseLeavesBeforeRelease();
-    void shouldChooseARowThatIsSelectedAlready();
-    void shouldNotHearALateRelease();
+    void shouldChooseAnAlreadySelectedRow();
+    void shouldIgnoreALateMouseRelease();
     void shouldCloseOnAPressOutside();
 };
 
@@ -25,7 +25,7 @@ void TestCompleterMouse::shouldChooseWithAClick()
     QVERIFY(!search.isOpen());
     QVERIFY(!search.field->hasFocus());
 
-    // The same again: nothing is left of the first choice.
+    // The first choice must not affect the second.
     search.field->setFocus();
     search.field->clear();
     search.type(QStringLiteral("1"));
@@ -49,7 +49,7 @@ void TestCompleterMouse::shouldChooseWhenTheMouseLeavesBeforeRelease()
     QVERIFY(!search.isOpen());
 }
 
-void TestCompleterMouse::shouldChooseARowThatIsSelectedAlready()
+void TestCompleterMouse::shouldChooseAnAlreadySelectedRow()
 {
     const SearchField search;
     search.type(QStringLiteral("1"));
@@ -63,7 +63,7 @@ void TestCompleterMouse::shouldChooseARowThatIsSelectedAlready()
     QVERIFY(!search.isOpen());
 }
 
-void TestCompleterMouse::shouldNotHearALateRelease()
+void TestCompleterMouse::shouldIgnoreALateMouseRelease()
 {
     const SearchField search;
     search.type(QStringLiteral("1"));
@@ -80,7 +80,7 @@ void TestCompleterMouse::shouldCloseOnAPressOutside()
     const SearchField search;
     search.type(QStringLiteral("1"));
     QWindow* popup = search.popup()->windowHandle();
-    // On the popup, but on none of its rows.
+    // Inside the popup, outside of its rows.
     QTest::mouseClick(popup, Qt::LeftButton, Qt::NoModifier, QPoint(88, 3));
     QTest::mouseClick(popup, Qt::LeftButton, Qt::NoModifier, QPoint(88, 262));
     QVERIFY(search.isOpen());

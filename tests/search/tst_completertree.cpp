@@ -9,7 +9,7 @@
 using Change = std::function<void(SearchField&)>;
 Q_DECLARE_METATYPE(Change)
 
-/// The list while the tree that it searches changes.
+/// The list while the tree changes.
 class TestCompleterTree final : public QObject
 {
     Q_OBJECT
@@ -17,8 +17,8 @@ class TestCompleterTree final : public QObject
 private slots:
     void shouldFollowTheTree_data();
     void shouldFollowTheTree();
-    void shouldStandAResetUnderTheMouse();
-    void shouldStayClosedWhenRowsCome();
+    void shouldSurviveAResetUnderTheMouse();
+    void shouldStayClosedWhenRowsAreInserted();
     void shouldChooseTheRightRowAfterAReorder();
 };
 
@@ -101,7 +101,7 @@ void TestCompleterTree::shouldFollowTheTree()
     QCOMPARE(search.told(), current.isEmpty() ? QStringLiteral("-") : current);
 }
 
-void TestCompleterTree::shouldStandAResetUnderTheMouse()
+void TestCompleterTree::shouldSurviveAResetUnderTheMouse()
 {
     SearchField search;
     search.type(QStringLiteral("stage"));
@@ -113,7 +113,7 @@ void TestCompleterTree::shouldStandAResetUnderTheMouse()
     search.model().reset();
     QCOMPARE(search.rows(), QString());
     const QImage empty = search.popup()->grab().toImage();
-    QVERIFY(!covered(empty, QRect(9, 100, 158, 70)).isEmpty()); // says that nothing is found
+    QVERIFY(!covered(empty, QRect(9, 100, 158, 70)).isEmpty()); // the text for an empty result
     QTest::mouseClick(search.popup()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
                       search.popup()->viewport()->mapTo(search.popup(), place));
     QHelpEvent help(QEvent::ToolTip, place, search.popup()->viewport()->mapToGlobal(place));
@@ -122,7 +122,7 @@ void TestCompleterTree::shouldStandAResetUnderTheMouse()
     QVERIFY(search.isOpen());
 }
 
-void TestCompleterTree::shouldStayClosedWhenRowsCome()
+void TestCompleterTree::shouldStayClosedWhenRowsAreInserted()
 {
     SearchField search;
     search.type(QStringLiteral("1"));

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Counts what reaches a list of the mouse.
+/// Counts the mouse events that a list receives.
 class ListProbe final : public QListWidget
 {
 public:
@@ -29,7 +29,7 @@ protected:
     }
 };
 
-/// Has xdotool act as the user; false when it does not end well.
+/// Runs xdotool as the user. Returns false if it fails.
 bool act(const QString& commands)
 {
     QProcess process;
@@ -48,8 +48,8 @@ QString click(const QPoint& place)
     return at(place) + QStringLiteral(" click 1");
 }
 
-/// The search field on a real display, with a list in its window that the popup covers, and which
-/// was clicked before.
+/// The search field on a real display, with a list that the popup covers and that was clicked
+/// before.
 struct RealField : SearchField
 {
     explicit RealField(const QPoint& position = QPoint(300, 200))
@@ -66,7 +66,7 @@ struct RealField : SearchField
     QPoint globalRow(int n) const { return popup()->mapToGlobal(place(n)); }
     static bool isGone() { return !QApplication::activePopupWidget(); }
 
-    /// Whether the display has the window where Qt believes that it is, with the keyboard.
+    /// Returns whether the window has its final position on the display and the keyboard focus.
     bool isReady() const
     {
         return QTest::qWaitForWindowActive(window, 8000)
@@ -103,15 +103,15 @@ class CompleterWindowTest final : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldTypeOnWhileOpen();
+    void shouldForwardTypingWhileOpen();
     void shouldChooseWithArrowKeys();
     void shouldCloseByKey_data();
     void shouldCloseByKey();
     void shouldKeepItsKeysFromShortcuts();
     void shouldChooseWithAClick();
     void shouldChooseWhenTheMouseLeavesBeforeRelease();
-    void shouldCloseOnAClickElsewhere_data();
-    void shouldCloseOnAClickElsewhere();
+    void shouldCloseOnAClickOutside_data();
+    void shouldCloseOnAClickOutside();
     void shouldCloseForAnotherWindow_data();
     void shouldCloseForAnotherWindow();
     void shouldCloseWhenMinimised();
@@ -119,7 +119,7 @@ private slots:
     void shouldStayOnTheScreen();
 };
 
-void CompleterWindowTest::shouldTypeOnWhileOpen()
+void CompleterWindowTest::shouldForwardTypingWhileOpen()
 {
     const RealField search;
     QVERIFY(search.open());
@@ -163,7 +163,7 @@ void CompleterWindowTest::shouldCloseByKey()
     QTRY_COMPARE(search.spy->count(), 1);
     QVERIFY(search.window->isVisible());
     QVERIFY(search.field->hasFocus());
-    // The keyboard is free again, and the field's.
+    // The field receives keys again.
     QVERIFY(act(QStringLiteral("key 2")));
     QTRY_COMPARE(search.field->text(), QStringLiteral("12"));
     QCOMPARE(search.told(), QStringLiteral("-"));
@@ -189,7 +189,7 @@ void CompleterWindowTest::shouldChooseWithAClick()
     const QPoint under = search.globalRow(2);
     search.completer->setFilterText(QString());
     search.field->clear();
-    // What the popup will cover was clicked before.
+    // Clicks the list that the popup will cover.
     QVERIFY(act(click(under)));
     QTRY_COMPARE(search.below->releases, 1);
     const int row = search.below->currentRow();
@@ -220,7 +220,7 @@ void CompleterWindowTest::shouldChooseWhenTheMouseLeavesBeforeRelease()
     QVERIFY(search.below->currentRow() <= 0);
 }
 
-void CompleterWindowTest::shouldCloseOnAClickElsewhere_data()
+void CompleterWindowTest::shouldCloseOnAClickOutside_data()
 {
     QTest::addColumn<QPoint>("place");
     QTest::newRow("in the window") << QPoint(280, 340);
@@ -228,7 +228,7 @@ void CompleterWindowTest::shouldCloseOnAClickElsewhere_data()
     QTest::newRow("on the field") << QPoint(60, 20);
 }
 
-void CompleterWindowTest::shouldCloseOnAClickElsewhere()
+void CompleterWindowTest::shouldCloseOnAClickOutside()
 {
     QFETCH(QPoint, place);
     const RealField search;
@@ -294,7 +294,7 @@ void CompleterWindowTest::shouldStayOnTheScreen()
 {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     const RealField search(screen.bottomRight() - QPoint(320, 390));
-    search.field->setGeometry(200, 320, 176, 24); // stands out of the window
+    search.field->setGeometry(200, 320, 176, 24); // extends beyond the window
     QVERIFY(search.open());
     QTRY_VERIFY(screen.contains(search.popup()->geometry()));
     QCOMPARE(search.popup()->geometry().bottom(), search.field->mapToGlobal(QPoint(0, 0)).y());

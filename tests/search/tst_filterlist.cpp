@@ -1,4 +1,5 @@
-// The list of results: its order, its odd ways as a model, its signals, and what a view holds.
+// The list of results: its order, its deviations from a regular model, its signals and persistent
+// indexes.
 
 #include "processortree/ProcessorItem.h"
 #include "tests/search/SearchTree.h"
@@ -12,12 +13,11 @@
 
 namespace {
 
-/// The list, but without rows below its rows.
+/// The list without children of its rows.
 ///
-/// A model tester is at odds with two of the list's ways. It wants a row that counts rows below it
-/// to say that it has children and to hand out their indexes: the list counts its whole length for
-/// every parent. And it compares rows before and after a signal: the list changes without one after
-/// all changes of the tree but rows that come and go, which the tester does not notice.
+/// A model tester rejects two properties of the list. Every row counts the whole list as its
+/// children, but has no indexes for them. And the list changes without a signal unless rows were
+/// inserted or removed; the tester does not notice this.
 class FlatList final : public QIdentityProxyModel
 {
 public:
@@ -39,27 +39,27 @@ private slots:
     void shouldListNoGroupsAndNoRoot();
     void shouldListByNumberAcrossGroups();
     void shouldListEqualNumbersInTheOrderOfTheTree();
-    void shouldLeaveOutWhatHasRowsBelow();
-    void shouldPassOverRowsWithoutAType();
+    void shouldLeaveOutRowsWithChildren();
+    void shouldSkipRowsWithoutAType();
     void shouldListAnyTree();
     void shouldCountAllRowsForEveryParent();
-    void shouldGiveIndexesAtTheTopOnly();
+    void shouldReturnIndexesWithoutAParentOnly();
     void shouldBeEmptyWithoutASource();
     void shouldIgnoreANullSource();
-    void shouldLetAFormerSourceGo();
-    void shouldOutliveItsSource();
-    void shouldAnswerAsTheTreeDoes();
+    void shouldDisconnectFromAFormerSource();
+    void shouldSurviveItsSource();
+    void shouldReturnTheDataOfTheTree();
     void shouldMapBothWays();
-    void shouldResetWhenRowsCome();
-    void shouldResetWhenRowsGo();
-    void shouldSignalThoughNobodyLooked();
-    void shouldResetOnceForAText();
-    void shouldNotListARowThatGoes();
-    void shouldChangeQuietlyOtherwise();
-    void shouldStandAModelTester();
-    void shouldLeadACurrentRowToItsProcessor();
-    void shouldLetACurrentRowGo_data();
-    void shouldLetACurrentRowGo();
+    void shouldResetWhenRowsAreInserted();
+    void shouldResetWhenRowsAreRemoved();
+    void shouldEmitForUnreadRows();
+    void shouldResetOncePerText();
+    void shouldNotListARowBeingRemoved();
+    void shouldEmitNoSignalForOtherChanges();
+    void shouldPassTheModelTester();
+    void shouldMoveTheCurrentIndexToItsProcessor();
+    void shouldClearTheCurrentIndexOfARemovedRow_data();
+    void shouldClearTheCurrentIndexOfARemovedRow();
 };
 
 void FilterListTest::shouldListNoGroupsAndNoRoot()
@@ -100,7 +100,7 @@ void FilterListTest::shouldListEqualNumbersInTheOrderOfTheTree()
     QCOMPARE(search.found(QStringLiteral("n")), expected.join(QLatin1Char(',')));
 }
 
-void FilterListTest::shouldLeaveOutWhatHasRowsBelow()
+void FilterListTest::shouldLeaveOutRowsWithChildren()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -110,7 +110,7 @@ void FilterListTest::shouldLeaveOutWhatHasRowsBelow()
     QCOMPARE(search.found(QStringLiteral("nod")), QStringLiteral("node"));
 }
 
-void FilterListTest::shouldPassOverRowsWithoutAType()
+void FilterListTest::shouldSkipRowsWithoutAType()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -154,7 +154,7 @@ void FilterListTest::shouldCountAllRowsForEveryParent()
     QCOMPARE(search.list().columnCount(search.list().index(0, 0)), 1);
 }
 
-void FilterListTest::shouldGiveIndexesAtTheTopOnly()
+void FilterListTest::shouldReturnIndexesWithoutAParentOnly()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -201,7 +201,7 @@ void FilterListTest::shouldIgnoreANullSource()
     QCOMPARE(search.found(QStringLiteral("n")), QStringLiteral("n"));
 }
 
-void FilterListTest::shouldLetAFormerSourceGo()
+void FilterListTest::shouldDisconnectFromAFormerSource()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -219,7 +219,7 @@ void FilterListTest::shouldLetAFormerSourceGo()
     QCOMPARE(gone.count(), 1);
 }
 
-void FilterListTest::shouldOutliveItsSource()
+void FilterListTest::shouldSurviveItsSource()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -237,7 +237,7 @@ void FilterListTest::shouldOutliveItsSource()
     QVERIFY(!search.list().mapToSource(held).isValid());
 }
 
-void FilterListTest::shouldAnswerAsTheTreeDoes()
+void FilterListTest::shouldReturnTheDataOfTheTree()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -274,7 +274,7 @@ void FilterListTest::shouldMapBothWays()
     }
 }
 
-void FilterListTest::shouldResetWhenRowsCome()
+void FilterListTest::shouldResetWhenRowsAreInserted()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -299,7 +299,7 @@ void FilterListTest::shouldResetWhenRowsCome()
     disconnect(&search.list(), nullptr, this, nullptr);
 }
 
-void FilterListTest::shouldResetWhenRowsGo()
+void FilterListTest::shouldResetWhenRowsAreRemoved()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -320,7 +320,7 @@ void FilterListTest::shouldResetWhenRowsGo()
     QCOMPARE(came.count(), 0);
 }
 
-void FilterListTest::shouldSignalThoughNobodyLooked()
+void FilterListTest::shouldEmitForUnreadRows()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -338,7 +338,7 @@ void FilterListTest::shouldSignalThoughNobodyLooked()
     QCOMPARE(search.listed(), QStringLiteral("ab,ac"));
 }
 
-void FilterListTest::shouldResetOnceForAText()
+void FilterListTest::shouldResetOncePerText()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -348,7 +348,7 @@ void FilterListTest::shouldResetOnceForAText()
     const QSignalSpy reset(&search.list(), &QAbstractItemModel::modelReset);
     const QSignalSpy gone(&search.list(), &CProcessorFilterModel::rowsRemed);
     const QSignalSpy came(&search.list(), &CProcessorFilterModel::rowsAdded);
-    search.filter().setFilterText(QStringLiteral("stag")); // takes rows away in twenty places
+    search.filter().setFilterText(QStringLiteral("stag")); // removes rows at twenty places
     QCOMPARE(reset.count(), 1);
     QCOMPARE(gone.count(), 1);
     QCOMPARE(came.count(), 0);
@@ -361,8 +361,8 @@ void FilterListTest::shouldResetOnceForAText()
     QCOMPARE(search.list().rowCount(), 20);
 }
 
-/// The row is no more when the last of those who follow the tree hear that it has gone.
-void FilterListTest::shouldNotListARowThatGoes()
+/// The item of a removed row is destroyed before the last receiver of rowsRemoved() is called.
+void FilterListTest::shouldNotListARowBeingRemoved()
 {
     const WarningTrap warnings;
     CProcessorTreeModel tree;
@@ -394,7 +394,7 @@ void FilterListTest::shouldNotListARowThatGoes()
     disconnect(late);
 }
 
-void FilterListTest::shouldChangeQuietlyOtherwise()
+void FilterListTest::shouldEmitNoSignalForOtherChanges()
 {
     const WarningTrap warnings;
     const TestPanel panel;
@@ -423,7 +423,7 @@ void FilterListTest::shouldChangeQuietlyOtherwise()
     disconnect(&search.list(), nullptr, this, nullptr);
 }
 
-void FilterListTest::shouldStandAModelTester()
+void FilterListTest::shouldPassTheModelTester()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -441,7 +441,7 @@ void FilterListTest::shouldStandAModelTester()
     }
 }
 
-void FilterListTest::shouldLeadACurrentRowToItsProcessor()
+void FilterListTest::shouldMoveTheCurrentIndexToItsProcessor()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -459,7 +459,7 @@ void FilterListTest::shouldLeadACurrentRowToItsProcessor()
     QCOMPARE(view.selectionModel()->selectedIndexes().constFirst(), view.currentIndex());
 }
 
-void FilterListTest::shouldLetACurrentRowGo_data()
+void FilterListTest::shouldClearTheCurrentIndexOfARemovedRow_data()
 {
     QTest::addColumn<int>("change");
     QTest::newRow("another text") << 0;
@@ -472,7 +472,7 @@ void FilterListTest::shouldLetACurrentRowGo_data()
     QTest::newRow("another tree") << 7;
 }
 
-void FilterListTest::shouldLetACurrentRowGo()
+void FilterListTest::shouldClearTheCurrentIndexOfARemovedRow()
 {
     const WarningTrap warnings;
     const TestPanel panel;

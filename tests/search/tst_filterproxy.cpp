@@ -1,4 +1,4 @@
-// What the filter lets through: the rules of a search, and the rows above what it finds.
+// The rows that the filter accepts: the search rules, and the parents of found rows.
 
 #include "processortree/RecordCell.h"
 #include "tests/search/SearchTree.h"
@@ -28,24 +28,24 @@ class FilterProxyTest : public QObject
 private slots:
     void shouldBeSetUpForASearch();
     void shouldFindNothingWithoutAText();
-    void shouldFindAnAddressWhateverTheName();
-    void shouldFindANumberAsItIsShown();
+    void shouldFindAnAddressUnderAnyName();
+    void shouldFindADisplayedNumber();
     void shouldNotFindAnAddressedProcessorByItsNumber();
-    void shouldFindAShownNumberBelowOne();
-    void shouldCountBeyondTheLargestNumber();
+    void shouldFindADisplayedNumberBelowOne();
+    void shouldFindNumbersBeyondTheRangeOfInt();
     void shouldFindNamesInAnyCase_data();
     void shouldFindNamesInAnyCase();
-    void shouldTakeATextLiterally();
-    void shouldKeepTheRowsAboveWhatItFinds();
-    void shouldTellWhoeverAskedForRows();
-    void shouldShowItsRowsToWhoComesLate();
+    void shouldSearchForATextLiterally();
+    void shouldKeepTheParentsOfFoundRows();
+    void shouldNotifyReceiversThatReadRows();
+    void shouldReturnItsRowsAfterUnreadTexts();
     void shouldFindGroupsAndTheRootByTheirTexts();
-    void shouldFollowARecordThatStopsToMatch();
-    void shouldFollowARecordThatBeginsToMatch();
-    void shouldFollowANameThatOnlyTheRowHas();
-    void shouldFollowARecordWrittenElsewhere();
+    void shouldFollowARecordThatStopsMatching();
+    void shouldFollowARecordThatStartsMatching();
+    void shouldFollowANameThatTheRecordLacks();
+    void shouldFollowAnAnnouncedRecord();
     void shouldFollowAnotherSource();
-    void shouldHaveNothingWithoutASource();
+    void shouldBeEmptyWithoutASourceModel();
 };
 
 void FilterProxyTest::shouldBeSetUpForASearch()
@@ -69,7 +69,7 @@ void FilterProxyTest::shouldFindNothingWithoutAText()
     QCOMPARE(search.filter().rowCount(), 0);
 }
 
-void FilterProxyTest::shouldFindAnAddressWhateverTheName()
+void FilterProxyTest::shouldFindAnAddressUnderAnyName()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -83,7 +83,7 @@ void FilterProxyTest::shouldFindAnAddressWhateverTheName()
     QCOMPARE(search.found(QStringLiteral("192.168.1.21")), QString());
 }
 
-void FilterProxyTest::shouldFindANumberAsItIsShown()
+void FilterProxyTest::shouldFindADisplayedNumber()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -104,7 +104,7 @@ void FilterProxyTest::shouldNotFindAnAddressedProcessorByItsNumber()
     QCOMPARE(search.found(QStringLiteral("10.0.0.2")), QStringLiteral("by address"));
 }
 
-void FilterProxyTest::shouldFindAShownNumberBelowOne()
+void FilterProxyTest::shouldFindADisplayedNumberBelowOne()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -113,7 +113,7 @@ void FilterProxyTest::shouldFindAShownNumberBelowOne()
     QCOMPARE(search.found(QStringLiteral("-")), QStringLiteral("below"));
 }
 
-void FilterProxyTest::shouldCountBeyondTheLargestNumber()
+void FilterProxyTest::shouldFindNumbersBeyondTheRangeOfInt()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -147,7 +147,7 @@ void FilterProxyTest::shouldFindNamesInAnyCase()
     QCOMPARE(search.found(text), name + QLatin1Char(',') + name);
 }
 
-void FilterProxyTest::shouldTakeATextLiterally()
+void FilterProxyTest::shouldSearchForATextLiterally()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -158,7 +158,7 @@ void FilterProxyTest::shouldTakeATextLiterally()
     QCOMPARE(search.found(QStringLiteral("a.b")), QString());
 }
 
-void FilterProxyTest::shouldKeepTheRowsAboveWhatItFinds()
+void FilterProxyTest::shouldKeepTheParentsOfFoundRows()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -180,7 +180,7 @@ void FilterProxyTest::shouldKeepTheRowsAboveWhatItFinds()
     QCOMPARE(dumpTree(search.filter()), QString());
 }
 
-void FilterProxyTest::shouldTellWhoeverAskedForRows()
+void FilterProxyTest::shouldNotifyReceiversThatReadRows()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -204,7 +204,7 @@ void FilterProxyTest::shouldTellWhoeverAskedForRows()
     QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(2)[mixer,mast]"));
 }
 
-void FilterProxyTest::shouldShowItsRowsToWhoComesLate()
+void FilterProxyTest::shouldReturnItsRowsAfterUnreadTexts()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -229,12 +229,12 @@ void FilterProxyTest::shouldFindGroupsAndTheRootByTheirTexts()
     QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(1)[Left[]]"));
     QCOMPARE(search.found(QStringLiteral("all p")), QString());
     QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(1)[]"));
-    // They show the number of a default record.
+    // Groups match the number of a default record.
     QCOMPARE(search.found(QStringLiteral("1")), QString());
     QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(1)[Left[]]"));
 }
 
-void FilterProxyTest::shouldFollowARecordThatStopsToMatch()
+void FilterProxyTest::shouldFollowARecordThatStopsMatching()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -245,7 +245,7 @@ void FilterProxyTest::shouldFollowARecordThatStopsToMatch()
     QCOMPARE(dumpTree(search.filter()), QString());
 }
 
-void FilterProxyTest::shouldFollowARecordThatBeginsToMatch()
+void FilterProxyTest::shouldFollowARecordThatStartsMatching()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -256,7 +256,7 @@ void FilterProxyTest::shouldFollowARecordThatBeginsToMatch()
     QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(1)[Left[mixer]]"));
 }
 
-void FilterProxyTest::shouldFollowANameThatOnlyTheRowHas()
+void FilterProxyTest::shouldFollowANameThatTheRecordLacks()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -269,7 +269,7 @@ void FilterProxyTest::shouldFollowANameThatOnlyTheRowHas()
     QCOMPARE(dumpTree(search.filter()), QString());
 }
 
-void FilterProxyTest::shouldFollowARecordWrittenElsewhere()
+void FilterProxyTest::shouldFollowAnAnnouncedRecord()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -298,7 +298,7 @@ void FilterProxyTest::shouldFollowAnotherSource()
     QCOMPARE(search.listed(), QStringLiteral("masthead"));
 }
 
-void FilterProxyTest::shouldHaveNothingWithoutASource()
+void FilterProxyTest::shouldBeEmptyWithoutASourceModel()
 {
     const WarningTrap warnings;
     SearchTree search;

@@ -3,6 +3,7 @@
 #include "tests/search/SearchField.h"
 #include "tests/support/Chinese.h"
 
+#include <QAccessible>
 #include <QScreen>
 
 namespace {
@@ -11,16 +12,20 @@ const QColor kHint(115, 115, 128);
 
 } // namespace
 
-/// The list as it stands below the field: its place, its looks and its current row.
+/// The popup below the field: its position, its look and its current row.
 class TestProcessorCompleter final : public QObject
 {
     Q_OBJECT
 
 private slots:
     void shouldOpenBelowTheField();
-    void shouldSayThatNothingIsFound();
-    void shouldListWhatIsFound();
+    void shouldShowAnEmptyResult();
+    void shouldListTheMatchingProcessors();
+    void shouldAnnounceTheNumberOfResults();
+    void shouldDescribeItsRows_data();
+    void shouldDescribeItsRows();
     void shouldPaintTheBackgroundBehindRows();
+    void shouldMaskItsCorners();
     void shouldCloseWhenTheFieldIsCleared();
 
     void shouldFollowTheField();
@@ -29,9 +34,9 @@ private slots:
 
     void shouldMoveTheCurrentRowOnly();
     void shouldClearTheSelection();
-    void shouldForgetTheCurrentRowWhenClosed();
+    void shouldResetTheCurrentRowOnClosing();
 
-    void shouldSpeakChineseAtOnce();
+    void shouldRetranslateAtOnce();
 };
 
 void TestProcessorCompleter::shouldOpenBelowTheField()
@@ -63,7 +68,7 @@ void TestProcessorCompleter::shouldOpenBelowTheField()
     QCOMPARE(search.told(), QString());
 }
 
-void TestProcessorCompleter::shouldSayThatNothingIsFound()
+void TestProcessorCompleter::shouldShowAnEmptyResult()
 {
     const SearchField search;
     search.type(QStringLiteral("z"));
@@ -88,7 +93,7 @@ void TestProcessorCompleter::shouldSayThatNothingIsFound()
     QVERIFY(nearest < 30);
 }
 
-void TestProcessorCompleter::shouldListWhatIsFound()
+void TestProcessorCompleter::shouldListTheMatchingProcessors()
 {
     const SearchField search;
     search.type(QStringLiteral("1"));
@@ -106,8 +111,85 @@ void TestProcessorCompleter::shouldPaintTheBackgroundBehindRows()
     const QImage image = search.popup()->grab().toImage();
     QCOMPARE(image.pixelColor(0, 0).alpha(), 0);
     QCOMPARE(image.pixelColor(3, search.place(0).y()), kPopupBackground);
-    QCOMPARE(image.pixelColor(88, 135), kPopupBackground); // where the hint would be
+    QCOMPARE(image.pixelColor(88, 135),
+             kPopupBackground); // position of the text for an empty result
     QVERIFY(!covered(image, QRect(QPoint(10, 8), QSize(150, 42))).isEmpty());
+}
+
+void TestProcessorCompleter::shouldAnnounceTheNumberOfResults()
+{
+    SearchField search;
+    const auto announced = [&] {
+        return QAccessible::queryAccessibleInterface(search.field)->text(QAccessible::Description);
+    };
+    QCOMPARE(announced(), QString());
+    search.type(QStringLiteral("1"));
+    QCOMPARE(announced(), QStringLiteral("Processors found: 5"));
+    search.type(QStringLiteral("2"));
+    QCOMPARE(announced(), QStringLiteral("Processors found: 1"));
+    search.panel.model().removeNode(testId(12));
+    QCOMPARE(announced(), QStringLiteral("No content found in the search."));
+    {
+        const Chinese chinese;
+        QTRY_COMPARE(announced(), QStringLiteral("未搜索到相关内容。"));
+    }
+    search.press(Qt::Key_Escape);
+    QCOMPARE(announced(), QString());
+}
+
+void TestProcessorCompleter::shouldDescribeItsRows_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("online");
+    QTest::addColumn<bool>("warns");
+    QTest::addColumn<bool>("byIp");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("number") << 0 << true << false << false << "Processor, Online, Number: 1";
+    QTest::newRow("address") << 0 << false << false << true << "Processor, Offline, IP:10.0.0.7";
+    QTest::newRow("backup") << 2 << true << false << false << "Backup processor, Online, Number: 1";
+    QTest::newRow("with backup") << 1 << false << true << false
+                                 << "Processor, Offline, Has a backup, Warning, Number: 1";
+}
+
+void TestProcessorCompleter::shouldDescribeItsRows()
+{
+    QFETCH(int, mode);
+    QFETCH(bool, online);
+    QFETCH(bool, warns);
+    QFETCH(bool, byIp);
+    QFETCH(QString, text);
+    SearchField search;
+    ProcessorNode record = testProcessor(1);
+    record.name = QStringLiteral("Hall");
+    record.redundancyMode = mode;
+    record.online = online;
+    record.hostFlag17 = warns;
+    record.reachedByIp = byIp;
+    record.ipAddress = 0x0A000007;
+    search.panel.host().setProject({}, {record});
+    search.model().reset();
+    search.type(QStringLiteral("Hall"));
+    QAccessibleInterface* list = QAccessible::queryAccessibleInterface(search.popup());
+    QCOMPARE(list->childCount(), 1);
+    QCOMPARE(list->child(0)->text(QAccessible::Name), QStringLiteral("Hall"));
+    QCOMPARE(list->child(0)->text(QAccessible::Description), text);
+}
+
+void TestProcessorCompleter::shouldMaskItsCorners()
+{
+    const SearchField search;
+    search.type(QStringLiteral("1"));
+    const QRegion mask = search.popup()->mask();
+    const QImage image = search.popup()->grab().toImage();
+    QCOMPARE(mask.boundingRect(), search.popup()->rect());
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const bool isInside = mask.contains(QPoint(x, y));
+            const int alpha = image.pixelColor(x, y).alpha();
+            QVERIFY2(isInside ? alpha > 0 : alpha == 0,
+                     qPrintable(QStringLiteral("%1,%2: %3").arg(x).arg(y).arg(alpha)));
+        }
+    }
 }
 
 void TestProcessorCompleter::shouldCloseWhenTheFieldIsCleared()
@@ -155,7 +237,7 @@ void TestProcessorCompleter::shouldStayOnTheScreen()
     QFETCH(QRect, field);
     QFETCH(QRect, place);
     QCOMPARE(popupPlace(field, 270, QRect(0, 0, 800, 800)), place);
-    // Where neither side has room, the list covers the field.
+    // If neither side has room, the list covers the field.
     QCOMPARE(popupPlace(QRect(0, 200, 176, 24), 270, QRect(0, 0, 800, 400)),
              QRect(0, 130, 176, 270));
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
@@ -193,7 +275,7 @@ void TestProcessorCompleter::shouldClearTheSelection()
     QCOMPARE(search.popup()->verticalScrollBar()->value(), 0);
     QVERIFY(search.isOpen());
     QCOMPARE(search.told(), QString());
-    // There is no row to choose, or to be current.
+    // The row does not exist.
     search.completer->select(search.row(500), true);
     QCOMPARE(search.told(), QString());
     QVERIFY(!search.popup()->selectionModel()->hasSelection());
@@ -201,7 +283,7 @@ void TestProcessorCompleter::shouldClearTheSelection()
     QVERIFY(!search.popup()->currentIndex().isValid());
 }
 
-void TestProcessorCompleter::shouldForgetTheCurrentRowWhenClosed()
+void TestProcessorCompleter::shouldResetTheCurrentRowOnClosing()
 {
     const SearchField search;
     search.type(QStringLiteral("1"));
@@ -213,7 +295,7 @@ void TestProcessorCompleter::shouldForgetTheCurrentRowWhenClosed()
     QCOMPARE(search.told(), QStringLiteral("- -"));
 }
 
-void TestProcessorCompleter::shouldSpeakChineseAtOnce()
+void TestProcessorCompleter::shouldRetranslateAtOnce()
 {
     const SearchField search;
     search.type(QStringLiteral("z"));

@@ -1,5 +1,5 @@
-// Random changes of the tree under random texts, against a search of the tree from scratch and
-// against a list that takes up every change at once.
+// Random changes of the tree and random texts, compared with a search of the whole tree and with a
+// list that is rebuilt after each change.
 
 #include "processortree/ProcessorTreeModel.h"
 #include "processortree/RecordCell.h"
@@ -25,11 +25,11 @@
 namespace {
 
 constexpr int kSteps = 150;
-constexpr quint32 kProcessors = 14; // identities 1 to 14
+constexpr quint32 kProcessors = 14; // with the identities 1 to 14
 constexpr quint32 kFirstGroup = 101;
 constexpr quint32 kGroups = 4;
 
-/// The rules of a search, applied to the tree's rows one by one.
+/// Applies the search rules to each row of the tree.
 class Oracle final
 {
 public:
@@ -44,7 +44,7 @@ public:
         });
     }
 
-    /// As dumpTree() of the filter.
+    /// Returns the same format as dumpTree() for the filter.
     QString dump() const { return dump({}); }
 
     QModelIndexList list() const
@@ -128,8 +128,8 @@ private:
     std::vector<Found> m_found;
 };
 
-/// What a list is to tell, had from taking it anew at each signal of a filter whose rows are all
-/// read: '-' when processors have gone since the last question, '+' when others have come.
+/// The signals that a list must emit, derived from a comparison at each signal of a filter whose
+/// rows are all mapped: '-' for lost and '+' for found processors since the last call.
 class EagerList final : public QObject
 {
 public:
@@ -203,13 +203,13 @@ public:
             m_tree.AppendGroup(testGroup(kFirstGroup + n));
     }
 
-    /// Empty when all went well.
+    /// Returns the first error, or an empty text.
     QString run()
     {
         for (int step = 0; step < kSteps; ++step) {
             const QString operation = change();
             QString wrong = wrongSignals();
-            // The list is read now and then: what nobody looked at has to come out right, too.
+            // Not after each change, because rows that nobody read must be correct, too.
             if (wrong.isEmpty() && oneIn(2))
                 wrong = wrongRows();
             if (!wrong.isEmpty())
@@ -427,10 +427,10 @@ class RandomSearchTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldAgreeWithASearchFromScratch();
+    void shouldMatchASearchFromScratch();
 };
 
-void RandomSearchTest::shouldAgreeWithASearchFromScratch()
+void RandomSearchTest::shouldMatchASearchFromScratch()
 {
     const WarningTrap warnings;
     TestPanel panel;

@@ -1,4 +1,4 @@
-// What those who hear of a change do to a search in the middle of it.
+// Receivers that use or change the search inside a signal of a change.
 
 #include "tests/search/SearchTree.h"
 #include "tests/support/WarningTrap.h"
@@ -22,7 +22,7 @@ struct TwoFound : SearchTree
         filter().setFilterText(text);
     }
 
-    /// Whether every listed row stands for a row of the filter, and of the tree.
+    /// Returns whether every listed row maps to a row of the filter and of the tree.
     bool mapsAll()
     {
         for (int row = 0; row < list().rowCount(); ++row) {
@@ -41,20 +41,20 @@ class SearchReentryTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldTakeATextWhileARowGoes();
-    void shouldTakeAListWhileARowGoes_data();
-    void shouldTakeAListWhileARowGoes();
-    void shouldLetRowsBeMappedWhileOneGoes();
-    void shouldTellOfTheRowAboveOneThatWent();
+    void shouldSearchForATextDuringARemoval();
+    void shouldReadTheListDuringARemoval_data();
+    void shouldReadTheListDuringARemoval();
+    void shouldMapRowsDuringARemoval();
+    void shouldAnnounceTheParentOfARemovedRow();
     void shouldFollowATreeThatChangesAtOnce();
     void shouldListATreeWhenTheFilterIsReset();
-    void shouldTakeTheSameSourceTwice();
-    void shouldEndWhenItTells();
-    void shouldKeepTellingWhoFollowsTheFilter();
+    void shouldAcceptTheSameSourceTwice();
+    void shouldSurviveItsDestructionByAReceiver();
+    void shouldNotifyReceiversOfTheFilter();
     void shouldNotAskTheFilterForPainting();
 };
 
-void SearchReentryTest::shouldTakeATextWhileARowGoes()
+void SearchReentryTest::shouldSearchForATextDuringARemoval()
 {
     const WarningTrap warnings;
     TwoFound search{QString()};
@@ -66,14 +66,14 @@ void SearchReentryTest::shouldTakeATextWhileARowGoes()
     QVERIFY(search.mapsAll());
 }
 
-void SearchReentryTest::shouldTakeAListWhileARowGoes_data()
+void SearchReentryTest::shouldReadTheListDuringARemoval_data()
 {
     QTest::addColumn<bool>("atTheEnd");
     QTest::newRow("about to") << false;
     QTest::newRow("when told") << true;
 }
 
-void SearchReentryTest::shouldTakeAListWhileARowGoes()
+void SearchReentryTest::shouldReadTheListDuringARemoval()
 {
     const WarningTrap warnings;
     QFETCH(bool, atTheEnd);
@@ -93,7 +93,7 @@ void SearchReentryTest::shouldTakeAListWhileARowGoes()
     QCOMPARE(other.index(0, 0).data().toString(), QStringLiteral("mast"));
 }
 
-void SearchReentryTest::shouldLetRowsBeMappedWhileOneGoes()
+void SearchReentryTest::shouldMapRowsDuringARemoval()
 {
     const WarningTrap warnings;
     TwoFound search;
@@ -112,7 +112,7 @@ void SearchReentryTest::shouldLetRowsBeMappedWhileOneGoes()
     QCOMPARE(dumpTree(search.filter()), QStringLiteral("All processors(1)[Left[mast]]"));
 }
 
-void SearchReentryTest::shouldTellOfTheRowAboveOneThatWent()
+void SearchReentryTest::shouldAnnounceTheParentOfARemovedRow()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -160,7 +160,7 @@ void SearchReentryTest::shouldListATreeWhenTheFilterIsReset()
     QCOMPARE(search.listed(), QString());
 }
 
-void SearchReentryTest::shouldTakeTheSameSourceTwice()
+void SearchReentryTest::shouldAcceptTheSameSourceTwice()
 {
     const WarningTrap warnings;
     SearchTree search;
@@ -178,7 +178,7 @@ void SearchReentryTest::shouldTakeTheSameSourceTwice()
     QVERIFY(!list.mapToSource(list.index(0, 0)).isValid());
 }
 
-void SearchReentryTest::shouldEndWhenItTells()
+void SearchReentryTest::shouldSurviveItsDestructionByAReceiver()
 {
     const WarningTrap warnings;
     TwoFound search(QStringLiteral("mi"));
@@ -191,7 +191,7 @@ void SearchReentryTest::shouldEndWhenItTells()
     QCOMPARE(search.listed(), QStringLiteral("mast"));
 }
 
-void SearchReentryTest::shouldKeepTellingWhoFollowsTheFilter()
+void SearchReentryTest::shouldNotifyReceiversOfTheFilter()
 {
     const WarningTrap warnings;
     TwoFound search{QString()};
@@ -213,7 +213,7 @@ void SearchReentryTest::shouldNotAskTheFilterForPainting()
     view.setModel(&search.list());
     view.show();
     QVERIFY(QTest::qWaitForWindowExposed(&view));
-    // A filter that has not been asked for a row may forget its rows for every text.
+    // A filter whose rows were never requested may discard its mapping for each text.
     int forgotten = 0;
     const auto counting =
         connect(&search.filter(), &QAbstractItemModel::layoutChanged, this, [&] { ++forgotten; });

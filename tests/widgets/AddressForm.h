@@ -10,7 +10,7 @@
 #include <QMimeData>
 #include <QTest>
 
-/// A window with a field between two others.
+/// A window with an address field between two other fields.
 struct AddressForm
 {
     AddressForm()

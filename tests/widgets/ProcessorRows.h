@@ -4,7 +4,7 @@
 
 #include <QStandardItemModel>
 
-/// A row of a processor tree with the roles that the host's widgets read.
+/// Creates a row of a processor tree with the roles that the host's widgets read.
 QStandardItem* groupRow(const QString& name);
 QStandardItem* rootRow(const QString& name);
 QStandardItem* processorRow(const ProcessorNode& record);
@@ -25,9 +25,9 @@ struct SampleTree
     QModelIndex all() const { return root->index(); }
     QModelIndex a() const { return groupA->index(); }
     QModelIndex b() const { return groupB->index(); }
-    /// Counted from 1.
+    /// `number` starts at 1.
     QModelIndex processor(int number) const { return processors.at(number - 1)->index(); }
 };
 
-/// The names of `rows`, sorted, as one text.
+/// Returns the sorted names of `rows` as one text.
 QString names(const QModelIndexList& rows);

@@ -27,7 +27,7 @@ QString withoutZeros(QString octet)
     return octet;
 }
 
-/// Four octets of an address; empty for any other text.
+/// Returns the four octets of an address; empty for any other text.
 QStringList octetsOf(const QString& text)
 {
     QStringList octets = text.simplified().split(QLatin1Char('.'));
@@ -257,7 +257,8 @@ bool SlowAddressField::selects() const
     return cursor() != anchor();
 }
 
-/// Whether the character at a place is selected; behind the digits of an octet that is its dot.
+/// Returns whether the character at a place is selected. The place after the last digit of an octet
+/// is its dot.
 bool SlowAddressField::selected(int octet, int digit) const
 {
     const int place = flat({octet, digit});

@@ -4,8 +4,8 @@
 
 #include <array>
 
-/// A second opinion on the field for an address: four texts, and two places that are an octet and
-/// a digit each; every operation is spelled out digit by digit.
+/// A reference implementation of the address field: four texts, and two places that consist of an
+/// octet and a digit. Each operation works digit by digit.
 class SlowAddressField final
 {
 public:
@@ -32,7 +32,7 @@ public:
     void cut();
     void leave();
 
-    /// What copying puts into the clipboard; empty for nothing.
+    /// Returns the text that copying puts into the clipboard.
     QString copied() const;
 
     QString address() const;

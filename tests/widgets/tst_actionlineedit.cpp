@@ -3,6 +3,7 @@
 #include "tests/support/AnimationFrame.h"
 #include "tests/support/WarningTrap.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QSignalSpy>
@@ -34,6 +35,12 @@ struct Form
     QAction* search = nullptr;
 };
 
+/// Returns the name that assistive technology reads.
+QString nameOf(QWidget* widget)
+{
+    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+}
+
 } // namespace
 
 class TestActionLineEdit final : public QObject
@@ -45,8 +52,8 @@ private slots:
     void cleanupTestCase();
     void shouldShowAnActionInFrontOfTheText();
     void shouldClearByItsButton();
-    void shouldHaveNoClearButtonUnlessAsked();
-    void shouldSpeakTheUsersLanguage();
+    void shouldHaveNoClearButtonByDefault();
+    void shouldShowTheUsersLanguage();
     void shouldShowItsClearButtonInTheThemesColour();
 };
 
@@ -57,7 +64,7 @@ void TestActionLineEdit::initTestCase()
 
 void TestActionLineEdit::cleanupTestCase()
 {
-    // The fields' clear buttons were fading.
+    // The fading of the clear buttons has ended.
     QVERIFY(awaitAnimationFrame());
 }
 
@@ -86,7 +93,7 @@ void TestActionLineEdit::shouldClearByItsButton()
     QCOMPARE(edits, (QList<QList<QVariant>>{{QString()}}));
 }
 
-void TestActionLineEdit::shouldHaveNoClearButtonUnlessAsked()
+void TestActionLineEdit::shouldHaveNoClearButtonByDefault()
 {
     Form form;
     form.field.setClearButtonEnabled(false);
@@ -95,15 +102,18 @@ void TestActionLineEdit::shouldHaveNoClearButtonUnlessAsked()
     QVERIFY(!form.buttonAt(162));
 }
 
-void TestActionLineEdit::shouldSpeakTheUsersLanguage()
+void TestActionLineEdit::shouldShowTheUsersLanguage()
 {
     Form form;
     form.field.setText(QStringLiteral("12"));
     QCOMPARE(form.buttonAt(162)->toolTip(), QStringLiteral("Clear"));
+    QCOMPARE(nameOf(form.buttonAt(162)), QStringLiteral("Clear"));
     QTranslator chinese;
     QVERIFY(chinese.load(QStringLiteral(":/HostWidgets/translations/HostWidgets_zh_CN.qm")));
     QVERIFY(QCoreApplication::installTranslator(&chinese));
     QTRY_COMPARE(form.buttonAt(162)->toolTip(), QStringLiteral("清除"));
+    QCOMPARE(nameOf(form.buttonAt(162)), QStringLiteral("清除"));
+    QCOMPARE(nameOf(form.buttonAt(14)), QStringLiteral("Find"));
 }
 
 void TestActionLineEdit::shouldShowItsClearButtonInTheThemesColour()
@@ -121,7 +131,7 @@ void TestActionLineEdit::shouldShowItsClearButtonInTheThemesColour()
         return bright;
     };
     QVERIFY(form.buttonAt(162));
-    // It fades in.
+    // The clear button fades in.
     QTRY_VERIFY(brightest() > 150);
 }
 

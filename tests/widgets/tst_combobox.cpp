@@ -47,7 +47,7 @@ struct Form
     CComboBox box{&window};
 };
 
-/// The middle of what is drawn as brightly as a text.
+/// Returns the horizontal centre of the pixels that are as bright as text.
 int inkCenter(QWidget& widget, const QRect& area)
 {
     const QImage image = widget.grab(area).toImage();
@@ -74,8 +74,9 @@ private slots:
     void initTestCase();
     void shouldAlignItsText();
     void shouldAlignTheList();
+    void shouldHaveRowsOf24Pixels();
     void shouldAlignAnEditor();
-    void shouldTurnByWheelOnlyWhenFocused();
+    void shouldReactToTheWheelOnlyWithTheFocus();
     void shouldShowElidedTextsWhole();
 };
 
@@ -114,6 +115,16 @@ void TestComboBox::shouldAlignTheList()
     form.box.hidePopup();
 }
 
+void TestComboBox::shouldHaveRowsOf24Pixels()
+{
+    Form form;
+    form.box.showPopup();
+    const QAbstractItemView& list = *form.box.view();
+    for (int row = 0; row < form.box.count(); ++row)
+        QCOMPARE(list.visualRect(list.model()->index(row, 0)).height(), 24);
+    form.box.hidePopup();
+}
+
 void TestComboBox::shouldAlignAnEditor()
 {
     Form form;
@@ -124,7 +135,7 @@ void TestComboBox::shouldAlignAnEditor()
     QVERIFY(form.box.lineEdit()->alignment() & Qt::AlignRight);
 }
 
-void TestComboBox::shouldTurnByWheelOnlyWhenFocused()
+void TestComboBox::shouldReactToTheWheelOnlyWithTheFocus()
 {
     Form form;
     QVERIFY(form.isActive());

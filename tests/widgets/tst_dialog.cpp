@@ -19,7 +19,7 @@
 
 namespace {
 
-/// Two rows of fields, as a dialog lays them out that counts on the frame's measures.
+/// A form of two rows that relies on the sizes of the frame.
 class EntryDialog final : public CDialog
 {
 public:
@@ -54,7 +54,7 @@ protected:
     void InitWidgets() override
     {
         calls.append(QStringLiteral("widgets"));
-        // Before the body, which still comes first in the order of the keyboard.
+        // Created before the body, which must still be first in the tab order.
         SetDialogBtnRole(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, QDialogButtonBox::Ok);
         name = new QLineEdit(this);
         number = new QSpinBox(this);
@@ -77,7 +77,7 @@ protected:
     void InitConnections() override { calls.append(QStringLiteral("connections")); }
 };
 
-/// A list that fills all but a row of tools, without buttons.
+/// A list below a row of tools, without standard buttons.
 class ListDialog final : public CDialog
 {
 public:
@@ -158,26 +158,27 @@ class DialogTest : public QObject
 
 private slots:
     void initTestCase() { ApplyHostTheme(*qApp); }
-    void shouldKeepItsMeasures();
-    void shouldFillAllButTheTitleBarWithoutButtons();
+    void shouldKeepItsSizes();
+    void shouldFillTheFrameWithoutButtons();
     void shouldKeepItsTitleBarAboveAnEmptyBody();
     void shouldDrawItsOutlineOverTheBody();
     void shouldRunTheHooksInOrderOnce();
     void shouldPressTheDefaultButtonOnEnter();
-    void shouldRejectByEveryWayOut_data();
-    void shouldRejectByEveryWayOut();
+    void shouldRejectOnEveryWayToClose_data();
+    void shouldRejectOnEveryWayToClose();
     void shouldStayOpenWhenRejectingIsRefused();
-    void shouldGoThroughTheBodyThenTheButtons();
+    void shouldTabThroughTheBodyThenTheButtons();
     void shouldReplaceItsButtons();
+    void shouldPressButtonsByAltKeys();
     void shouldFollowTheLanguage();
     void shouldMoveWithItsTitleBar();
-    void shouldMaximizeOnlyWhenAskedFor();
-    void shouldAppearOverTheMiddleOfItsParent();
-    void shouldComeWhollyOntoTheScreen();
+    void shouldMaximizeOnlyWithItsButton();
+    void shouldAppearCentredOverItsParent();
+    void shouldAppearCompletelyOnTheScreen();
     void shouldBlockItsParentsWindowOnly();
 };
 
-void DialogTest::shouldKeepItsMeasures()
+void DialogTest::shouldKeepItsSizes()
 {
     const WarningTrap trap;
     EntryDialog dialog;
@@ -196,7 +197,7 @@ void DialogTest::shouldKeepItsMeasures()
     QCOMPARE(ok.top(), cancel.top());
 }
 
-void DialogTest::shouldFillAllButTheTitleBarWithoutButtons()
+void DialogTest::shouldFillTheFrameWithoutButtons()
 {
     const WarningTrap trap;
     ListDialog dialog;
@@ -256,7 +257,7 @@ void DialogTest::shouldPressTheDefaultButtonOnEnter()
     QVERIFY(dialog.isVisible());
 }
 
-void DialogTest::shouldRejectByEveryWayOut_data()
+void DialogTest::shouldRejectOnEveryWayToClose_data()
 {
     QTest::addColumn<Way>("leave");
     QTest::newRow("Escape") << Way(
@@ -269,7 +270,7 @@ void DialogTest::shouldRejectByEveryWayOut_data()
     });
 }
 
-void DialogTest::shouldRejectByEveryWayOut()
+void DialogTest::shouldRejectOnEveryWayToClose()
 {
     QFETCH(const Way, leave);
     const WarningTrap trap;
@@ -292,7 +293,7 @@ void DialogTest::shouldStayOpenWhenRejectingIsRefused()
     QVERIFY(dialog.isVisible());
 }
 
-void DialogTest::shouldGoThroughTheBodyThenTheButtons()
+void DialogTest::shouldTabThroughTheBodyThenTheButtons()
 {
     EntryDialog dialog;
     showActive(dialog);
@@ -320,6 +321,18 @@ void DialogTest::shouldReplaceItsButtons()
     dialog.SetDialogBtnRole(QDialogButtonBox::NoButton, QDialogButtonBox::NoButton);
     showActive(dialog);
     QVERIFY(!dialog.findChild<QDialogButtonBox*>()->isVisible());
+}
+
+void DialogTest::shouldPressButtonsByAltKeys()
+{
+    EntryDialog dialog;
+    showActive(dialog);
+    QTest::keyClick(dialog.name, Qt::Key_C, Qt::AltModifier);
+    QTRY_COMPARE(dialog.calls.last(), QStringLiteral("reject"));
+    dialog.SetDialogBtnRole(QDialogButtonBox::Yes | QDialogButtonBox::No, QDialogButtonBox::No);
+    showActive(dialog);
+    QTest::keyClick(dialog.name, Qt::Key_Y, Qt::AltModifier);
+    QTRY_COMPARE(dialog.calls.last(), QStringLiteral("accept"));
 }
 
 void DialogTest::shouldFollowTheLanguage()
@@ -365,7 +378,7 @@ void DialogTest::shouldMoveWithItsTitleBar()
     }
 }
 
-void DialogTest::shouldMaximizeOnlyWhenAskedFor()
+void DialogTest::shouldMaximizeOnlyWithItsButton()
 {
     ListDialog large;
     showActive(large);
@@ -383,7 +396,7 @@ void DialogTest::shouldMaximizeOnlyWhenAskedFor()
     QVERIFY(!small.isMaximized());
 }
 
-void DialogTest::shouldAppearOverTheMiddleOfItsParent()
+void DialogTest::shouldAppearCentredOverItsParent()
 {
     QWidget window;
     QWidget panel(&window);
@@ -399,7 +412,7 @@ void DialogTest::shouldAppearOverTheMiddleOfItsParent()
     QCOMPARE(dialog.geometry().center(), window.frameGeometry().center());
 }
 
-void DialogTest::shouldComeWhollyOntoTheScreen()
+void DialogTest::shouldAppearCompletelyOnTheScreen()
 {
     const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
     EntryDialog dialog;

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Runs a step of its own inside exec(), once it is shown.
+/// Runs a step inside exec(), after it was shown.
 class StackDialog final : public CDialog
 {
 public:
@@ -35,7 +35,7 @@ public:
     }
 };
 
-/// A window with a panel in it, which is the dialogs' parent.
+/// A window with a panel, which is the parent of the dialogs.
 struct Host
 {
     Host()
@@ -57,7 +57,7 @@ struct Host
     QPointer<QWidget> panel;
 };
 
-/// Destroys it from the event loop, as the host does.
+/// Destroys `widget` from the event loop, like the host.
 void destroyLater(QWidget* widget)
 {
     QTimer::singleShot(0, qApp, [guard = QPointer<QWidget>(widget)] { delete guard.data(); });
@@ -71,16 +71,16 @@ class DialogLifeTest : public QObject
 
 private slots:
     void initTestCase() { ApplyHostTheme(*qApp); }
-    void shouldEndWithItsParent_data();
-    void shouldEndWithItsParent();
-    void shouldEndNestedDialogsAndMenus_data() { shouldEndWithItsParent_data(); }
-    void shouldEndNestedDialogsAndMenus();
-    void shouldEndAMessageBoxAsByEscape();
-    void shouldOutliveItsParentAfterExec();
-    void shouldNotAppearAfterItsParentsEnd();
+    void shouldCloseWithItsParent_data();
+    void shouldCloseWithItsParent();
+    void shouldCloseNestedDialogsAndMenus_data() { shouldCloseWithItsParent_data(); }
+    void shouldCloseNestedDialogsAndMenus();
+    void shouldRejectAMessageBox();
+    void shouldSurviveItsParentAfterExec();
+    void shouldNotAppearAfterItsParentWasDestroyed();
     void shouldFollowAChangeOfParent();
-    void shouldEndQuietly();
-    void shouldDieWithItsParentWhenOnlyShown();
+    void shouldCloseWithoutASignal();
+    void shouldBeDestroyedWithItsParentWhenOnlyShown();
 
 private:
     static QWidget* victim(const Host& host, const QString& name)
@@ -91,14 +91,14 @@ private:
     }
 };
 
-void DialogLifeTest::shouldEndWithItsParent_data()
+void DialogLifeTest::shouldCloseWithItsParent_data()
 {
     QTest::addColumn<QString>("name");
     for (const char* name : {"panel", "middle", "window"})
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
-void DialogLifeTest::shouldEndWithItsParent()
+void DialogLifeTest::shouldCloseWithItsParent()
 {
     QFETCH(const QString, name);
     const WarningTrap trap;
@@ -110,7 +110,7 @@ void DialogLifeTest::shouldEndWithItsParent()
     QVERIFY(!dialog.isVisible());
 }
 
-void DialogLifeTest::shouldEndNestedDialogsAndMenus()
+void DialogLifeTest::shouldCloseNestedDialogsAndMenus()
 {
     QFETCH(const QString, name);
     const WarningTrap trap;
@@ -149,7 +149,7 @@ void DialogLifeTest::shouldEndNestedDialogsAndMenus()
     QVERIFY(!QApplication::activeModalWidget());
 }
 
-void DialogLifeTest::shouldEndAMessageBoxAsByEscape()
+void DialogLifeTest::shouldRejectAMessageBox()
 {
     const WarningTrap trap;
     Host host;
@@ -168,7 +168,7 @@ void DialogLifeTest::shouldEndAMessageBoxAsByEscape()
     QVERIFY(!host.window);
 }
 
-void DialogLifeTest::shouldOutliveItsParentAfterExec()
+void DialogLifeTest::shouldSurviveItsParentAfterExec()
 {
     const WarningTrap trap;
     Host host;
@@ -178,7 +178,7 @@ void DialogLifeTest::shouldOutliveItsParentAfterExec()
     QVERIFY(!dialog.parentWidget());
 }
 
-void DialogLifeTest::shouldNotAppearAfterItsParentsEnd()
+void DialogLifeTest::shouldNotAppearAfterItsParentWasDestroyed()
 {
     const WarningTrap trap;
     Host host;
@@ -210,7 +210,7 @@ void DialogLifeTest::shouldFollowAChangeOfParent()
     QVERIFY(host.window);
 }
 
-void DialogLifeTest::shouldEndQuietly()
+void DialogLifeTest::shouldCloseWithoutASignal()
 {
     const WarningTrap trap;
     Host host;
@@ -221,7 +221,7 @@ void DialogLifeTest::shouldEndQuietly()
     QCOMPARE(told, 0);
 }
 
-void DialogLifeTest::shouldDieWithItsParentWhenOnlyShown()
+void DialogLifeTest::shouldBeDestroyedWithItsParentWhenOnlyShown()
 {
     const WarningTrap trap;
     Host host;

@@ -26,7 +26,7 @@ public:
         setFixedSize(260, 146);
     }
 
-    /// Runs `step` inside exec(), as soon as the window has the keyboard; then closes.
+    /// Runs `step` inside exec() when the window has the keyboard focus, then closes the dialog.
     void execWith(const std::function<void()>& step)
     {
         QTimer::singleShot(0, this, [this, step] {
@@ -59,13 +59,13 @@ QByteArray xdotool(const QString& commands)
     return ended && process.exitCode() == 0 ? process.readAllStandardOutput() : "failed";
 }
 
-/// Moves and presses the mouse as a user does: through the display and its window manager.
+/// Moves and presses the mouse through the display and its window manager.
 void useMouse(const QString& commands)
 {
     QCOMPARE(xdotool(commands), QByteArray());
 }
 
-/// Where the display has the window now; Qt may hear of it later.
+/// Returns the position of the window on the display, which Qt may not know yet.
 QPoint placeOnDisplay(const QWidget& window)
 {
     const QByteArray answer =
@@ -108,7 +108,7 @@ private slots:
     void shouldAppearOverItsParent();
     void shouldStayOnTheScreen();
     void shouldFollowTheMouse();
-    void shouldKeepTheMouseFromItsParent();
+    void shouldKeepMouseEventsFromItsParent();
 };
 
 void DialogWindowTest::shouldAppearOverItsParent()
@@ -141,7 +141,8 @@ void DialogWindowTest::shouldFollowTheMouse()
     const Window host;
     SmallDialog dialog(host.field);
     dialog.execWith([&] {
-        // A window manager takes a window into a frame first, and Qt then takes it to be at 0,0.
+        // The window manager first puts the window into a frame, and Qt reports 0,0 until it is
+        // moved.
         QTRY_COMPARE(dialog.pos(), placeOnDisplay(dialog));
         const QPoint before = dialog.pos();
         const QPoint grip = dialog.mapToGlobal(QPoint(60, 15));
@@ -158,7 +159,7 @@ void DialogWindowTest::shouldFollowTheMouse()
     });
 }
 
-void DialogWindowTest::shouldKeepTheMouseFromItsParent()
+void DialogWindowTest::shouldKeepMouseEventsFromItsParent()
 {
     const WarningTrap trap;
     const Window host;

@@ -1,10 +1,13 @@
+#include "host/widgets/ComboBox.h"
 #include "host/widgets/HostTheme.h"
+#include "host/widgets/IPLineEdit.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QFontInfo>
 #include <QIcon>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -14,11 +17,32 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
 namespace {
 
 QImage shown(QWidget& widget)
 {
     return widget.grab().toImage();
+}
+
+/// Returns the relative luminance of WCAG 2.
+double luminance(const QColor& color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+           + 0.0722 * linear(color.blueF());
+}
+
+/// Returns the contrast ratio of WCAG 2, from 1 to 21.
+double contrast(const QColor& one, const QColor& other)
+{
+    const auto [darker, brighter] = std::minmax({luminance(one), luminance(other)});
+    return (brighter + 0.05) / (darker + 0.05);
 }
 
 } // namespace
@@ -29,14 +53,18 @@ class HostThemeTest : public QObject
 
 private slots:
     void initTestCase();
-    void shouldNameOnlyColoursAndIconsThatExist();
+    void shouldUseOnlyExistingColoursAndIcons();
     void shouldWriteInTwelvePixels();
     void shouldKeepFieldsOf24Pixels();
-    void shouldKeepToolsOf20Pixels();
+    void shouldKeepToolsOf24Pixels();
     void shouldKeepTheWidthOfButtons();
     void shouldShowTheFocus();
-    void shouldTellButtonsApart();
+    void shouldDistinguishButtons();
     void shouldPaintWithItsColours();
+    void shouldHaveContrast_data();
+    void shouldHaveContrast();
+    void shouldShowHintsAndPlaceholders();
+    void shouldSelectTextInTheAccent();
 };
 
 void HostThemeTest::initTestCase()
@@ -45,7 +73,7 @@ void HostThemeTest::initTestCase()
     ApplyHostTheme(*qApp);
 }
 
-void HostThemeTest::shouldNameOnlyColoursAndIconsThatExist()
+void HostThemeTest::shouldUseOnlyExistingColoursAndIcons()
 {
     const QString sheet = qApp->styleSheet();
     QVERIFY(!sheet.isEmpty());
@@ -87,7 +115,7 @@ void HostThemeTest::shouldKeepFieldsOf24Pixels()
              qPrintable(QString::number(editor->height())));
 }
 
-void HostThemeTest::shouldKeepToolsOf20Pixels()
+void HostThemeTest::shouldKeepToolsOf24Pixels()
 {
     QWidget window;
     QToolButton tool(&window);
@@ -98,12 +126,12 @@ void HostThemeTest::shouldKeepToolsOf20Pixels()
     tool.setPopupMode(QToolButton::InstantPopup);
     window.show();
     tool.adjustSize();
-    QCOMPARE(tool.size(), QSize(20, 20));
+    QCOMPARE(tool.size(), QSize(24, 24));
     QPixmap solid(20, 20);
     solid.fill(Qt::red);
     tool.setIcon(solid);
-    // The icon takes the whole button, no indicator over it.
-    const QImage image = shown(tool).copy(0, 0, 20, 20);
+    // The icon is centred, and no menu indicator covers it.
+    const QImage image = shown(tool).copy(2, 2, 20, 20);
     for (const QPoint at : {QPoint(0, 0), QPoint(19, 0), QPoint(0, 19), QPoint(19, 19)})
         QCOMPARE(image.pixelColor(at), QColor(Qt::red));
 }
@@ -144,7 +172,7 @@ void HostThemeTest::shouldShowTheFocus()
     }
 }
 
-void HostThemeTest::shouldTellButtonsApart()
+void HostThemeTest::shouldDistinguishButtons()
 {
     QWidget window;
     QPushButton plain(&window);
@@ -169,8 +197,81 @@ void HostThemeTest::shouldPaintWithItsColours()
     QLineEdit field;
     field.resize(100, 24);
     QCOMPARE(shown(field).pixelColor(50, 3), hostColors().field);
+    QCOMPARE(shown(field).pixelColor(50, 0), hostColors().frame);
+    field.setEnabled(false);
     QCOMPARE(shown(field).pixelColor(50, 0), hostColors().line);
     QCOMPARE(QApplication::palette().color(QPalette::WindowText), hostColors().text);
+}
+
+void HostThemeTest::shouldHaveContrast_data()
+{
+    QTest::addColumn<QColor>("front");
+    QTest::addColumn<QColor>("back");
+    QTest::addColumn<double>("least");
+    const HostColors& all = hostColors();
+    constexpr double kText = 4.5;
+    constexpr double kShape = 3;
+    const std::pair<const char*, QColor> surfaces[] = {
+        {"window", all.window}, {"popup", all.popup}, {"field", all.field}};
+    for (const auto& [name, surface] : surfaces) {
+        const auto row = [&, name = name, surface = surface](const char* front, const QColor& color,
+                                                             double least) {
+            QTest::addRow("%s on %s", front, name) << color << surface << least;
+        };
+        row("strong text", all.strongText, kText);
+        row("text", all.text, kText);
+        row("hint", all.hintText, kText);
+        row("frame", all.frame, kShape);
+        row("accent", all.accent, kShape);
+    }
+    QTest::newRow("weak text on window") << all.weakText << all.window << kText;
+    QTest::newRow("selected text") << all.window << all.accent << kText;
+}
+
+void HostThemeTest::shouldHaveContrast()
+{
+    QFETCH(QColor, front);
+    QFETCH(QColor, back);
+    QFETCH(double, least);
+    const double ratio = contrast(front, back);
+    QVERIFY2(ratio >= least, qPrintable(QString::number(ratio)));
+}
+
+void HostThemeTest::shouldShowHintsAndPlaceholders()
+{
+    QWidget window;
+    auto* line = new QLineEdit(&window);
+    auto* box = new CComboBox(&window);
+    box->setPlaceholderText(QString(4, QChar(0x2588)));
+    box->resize(100, 24);
+    auto* label = new QLabel(QStringLiteral("Hint"), &window);
+    label->setProperty("hint", true);
+    window.show();
+    QCOMPARE(line->palette().color(QPalette::PlaceholderText), hostColors().hintText);
+    QCOMPARE(shown(*box).pixelColor(20, 12), hostColors().hintText);
+    QCOMPARE(label->palette().color(QPalette::WindowText), hostColors().hintText);
+}
+
+void HostThemeTest::shouldSelectTextInTheAccent()
+{
+    QLineEdit line(QString(20, QLatin1Char(' ')));
+    line.resize(100, 24);
+    line.selectAll();
+    QCOMPARE(shown(line).pixelColor(20, 12), hostColors().accent);
+    CIPLineEdit address;
+    address.resize(172, 24);
+    address.setText(QStringLiteral("10.0.0.1"));
+    address.selectAll();
+    const QImage all = shown(address);
+    address.setSelection(0, 2);
+    const QImage some = shown(address);
+    const QPoint inGap(address.cursorRect(3).left() - 8, 12);
+    QCOMPARE(all.pixelColor(inGap), hostColors().accent);
+    QCOMPARE(some.pixelColor(inGap), hostColors().field);
+    // The digits outside of the selection keep their colour.
+    const QRect rest = address.rect().adjusted(address.cursorRect(3).left(), 2, -4, -2);
+    address.setSelection(0, 0);
+    QVERIFY(some.copy(rest) == shown(address).copy(rest));
 }
 
 QTEST_MAIN(HostThemeTest)

@@ -1,4 +1,4 @@
-#include "host/widgets/IPText.h"
+#include "host/widgets/IPOctets.h"
 
 #include <QTest>
 
@@ -7,39 +7,39 @@ class TestIPFieldText final : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldKnowEveryOctet();
-    void shouldDropLeadingZeros();
+    void shouldAcceptEveryOctet();
+    void shouldRemoveLeadingZeros();
     void shouldReadAddresses_data();
     void shouldReadAddresses();
     void shouldReadEveryAddressOfABytePattern();
 };
 
-void TestIPFieldText::shouldKnowEveryOctet()
+void TestIPFieldText::shouldAcceptEveryOctet()
 {
     for (int number = 0; number <= 99999; ++number) {
         const QString text = QString::number(number);
-        QCOMPARE(IPText::isOctet(text), number <= 255);
+        QCOMPARE(IPOctets::isOctet(text), number <= 255);
         const QString padded = text.rightJustified(3, QLatin1Char('0'));
-        QCOMPARE(IPText::isOctet(padded), number <= 255);
+        QCOMPARE(IPOctets::isOctet(padded), number <= 255);
     }
-    // Of all characters only ten are an octet by themselves.
+    // Only ten characters are an octet on their own.
     int known = 0;
     for (int code = 0; code <= 0xFFFF; ++code)
-        known += IPText::isOctet(QChar(code)) ? 1 : 0;
+        known += IPOctets::isOctet(QChar(code)) ? 1 : 0;
     QCOMPARE(known, 10);
     for (const QString& text :
          {QString(), QStringLiteral(" 1"), QStringLiteral("+1"), QStringLiteral("-0"),
           QStringLiteral("0x1"), QStringLiteral("0001"), QStringLiteral("1\u0661")})
-        QVERIFY2(!IPText::isOctet(text), qPrintable(text));
+        QVERIFY2(!IPOctets::isOctet(text), qPrintable(text));
 }
 
-void TestIPFieldText::shouldDropLeadingZeros()
+void TestIPFieldText::shouldRemoveLeadingZeros()
 {
-    QCOMPARE(IPText::normalizedOctet(QString()), QString());
+    QCOMPARE(IPOctets::normalizedOctet(QString()), QString());
     for (int number = 0; number <= 255; ++number) {
         const QString text = QString::number(number);
         for (int width = text.size(); width <= 3; ++width)
-            QCOMPARE(IPText::normalizedOctet(text.rightJustified(width, QLatin1Char('0'))), text);
+            QCOMPARE(IPOctets::normalizedOctet(text.rightJustified(width, QLatin1Char('0'))), text);
     }
 }
 
@@ -75,7 +75,7 @@ void TestIPFieldText::shouldReadAddresses()
 {
     QFETCH(const QString, text);
     QFETCH(const QString, address);
-    QCOMPARE(IPText::normalizedAddress(text), address);
+    QCOMPARE(IPOctets::normalizedAddress(text), address);
 }
 
 void TestIPFieldText::shouldReadEveryAddressOfABytePattern()
@@ -84,7 +84,7 @@ void TestIPFieldText::shouldReadEveryAddressOfABytePattern()
     for (int high = 0; high <= 255; ++high) {
         for (int low = 0; low <= 255; ++low) {
             const QString address = pattern.arg(high).arg(low).arg(255 - high).arg(255 - low);
-            QCOMPARE(IPText::normalizedAddress(address), address);
+            QCOMPARE(IPOctets::normalizedAddress(address), address);
         }
     }
 }

@@ -6,24 +6,24 @@
 #include <QPushButton>
 #include <QSignalSpy>
 
-/// The field among others: what it tells, how it takes the focus, and how it looks.
+/// The field's signals, focus and look.
 class TestIPLineEdit final : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void shouldTellOfEachChangeOnce();
+    void shouldEmitOncePerChange();
     void shouldBeOneTabStop();
     void shouldSelectByMouse();
     void shouldPassEnterOn();
-    void shouldBeOneFieldForAssistiveTechnology();
+    void shouldBeOneAccessibleField();
     void shouldRefuseInputWhileDisabled();
-    void shouldStandLeftToRight();
+    void shouldLayOutLeftToRight();
     void shouldDrawAllDigitsWithinItself();
     void shouldShowFocusInItsFrame();
 };
 
-void TestIPLineEdit::shouldTellOfEachChangeOnce()
+void TestIPLineEdit::shouldEmitOncePerChange()
 {
     AddressForm form;
     QSignalSpy changes(&form.field, &CIPLineEdit::textChanged);
@@ -122,7 +122,7 @@ void TestIPLineEdit::shouldPassEnterOn()
     QVERIFY(!dialog.isVisible());
 }
 
-void TestIPLineEdit::shouldBeOneFieldForAssistiveTechnology()
+void TestIPLineEdit::shouldBeOneAccessibleField()
 {
     AddressForm form;
     form.field.setAccessibleName(QStringLiteral("IP address"));
@@ -168,7 +168,7 @@ void TestIPLineEdit::shouldRefuseInputWhileDisabled()
     QCOMPARE(form.field.text(), QStringLiteral("10.0.0.1"));
 }
 
-void TestIPLineEdit::shouldStandLeftToRight()
+void TestIPLineEdit::shouldLayOutLeftToRight()
 {
     AddressForm form;
     form.window.setLayoutDirection(Qt::RightToLeft);

@@ -5,20 +5,20 @@
 #include <QMenu>
 #include <QPointer>
 
-/// Addresses that are pasted, dropped, copied and cut, by keys, mouse and menu.
+/// Paste, drop, copy and cut by keys, mouse and menu.
 class TestIPLineEditClipboard final : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void shouldTakeOnlyTextsThatFit_data();
-    void shouldTakeOnlyTextsThatFit();
-    void shouldTakeDroppedAddresses();
+    void shouldAcceptOnlyTextsThatFit_data();
+    void shouldAcceptOnlyTextsThatFit();
+    void shouldAcceptDroppedAddresses();
     void shouldCopyAndCutTheWholeAddress();
     void shouldOfferAMenu();
 };
 
-void TestIPLineEditClipboard::shouldTakeOnlyTextsThatFit_data()
+void TestIPLineEditClipboard::shouldAcceptOnlyTextsThatFit_data()
 {
     QTest::addColumn<QString>("pasted");
     QTest::addColumn<QString>("shown");
@@ -46,7 +46,7 @@ void TestIPLineEditClipboard::shouldTakeOnlyTextsThatFit_data()
     QTest::newRow("full-width") << QStringLiteral("\uFF15") << "1.2.3.4";
 }
 
-void TestIPLineEditClipboard::shouldTakeOnlyTextsThatFit()
+void TestIPLineEditClipboard::shouldAcceptOnlyTextsThatFit()
 {
     QFETCH(const QString, pasted);
     QFETCH(const QString, shown);
@@ -69,7 +69,7 @@ void TestIPLineEditClipboard::shouldTakeOnlyTextsThatFit()
     }
 }
 
-void TestIPLineEditClipboard::shouldTakeDroppedAddresses()
+void TestIPLineEditClipboard::shouldAcceptDroppedAddresses()
 {
     AddressForm form;
     QVERIFY(form.drop(QStringLiteral("10.0.0.1"), {3, 3}));

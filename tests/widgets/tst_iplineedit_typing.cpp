@@ -4,26 +4,26 @@
 #include <QShortcut>
 #include <QSignalSpy>
 
-/// What the keyboard, or an input method, does to an address.
+/// Keys and input methods.
 class TestIPLineEditTyping final : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void shouldShowWhatIsTyped_data();
-    void shouldShowWhatIsTyped();
+    void shouldShowTypedText_data();
+    void shouldShowTypedText();
     void shouldSelectTheNextOctet();
     void shouldNotSkipAnOctetByADotAfterThreeDigits();
-    void shouldDropLeadingZerosWhenLeft();
+    void shouldRemoveLeadingZerosOnFocusOut();
     void shouldCrossDotsWithArrows();
     void shouldEraseAcrossDots();
     void shouldExtendASelectionAcrossDots();
-    void shouldTakeOnlyAsciiDigitsFromInputMethods();
+    void shouldAcceptOnlyAsciiDigitsFromInputMethods();
     void shouldKeepEditingKeysFromShortcuts();
     void shouldHaveNoUndo();
 };
 
-void TestIPLineEditTyping::shouldShowWhatIsTyped_data()
+void TestIPLineEditTyping::shouldShowTypedText_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("shown");
@@ -62,7 +62,7 @@ void TestIPLineEditTyping::shouldShowWhatIsTyped_data()
                            << "10.0.0.1";
 }
 
-void TestIPLineEditTyping::shouldShowWhatIsTyped()
+void TestIPLineEditTyping::shouldShowTypedText()
 {
     QFETCH(const QString, typed);
     QFETCH(const QString, shown);
@@ -95,7 +95,7 @@ void TestIPLineEditTyping::shouldNotSkipAnOctetByADotAfterThreeDigits()
     QCOMPARE(form.field.text(), QStringLiteral("192.168.5.4"));
 }
 
-void TestIPLineEditTyping::shouldDropLeadingZerosWhenLeft()
+void TestIPLineEditTyping::shouldRemoveLeadingZerosOnFocusOut()
 {
     AddressForm form;
     QVERIFY(form.isActive());
@@ -169,7 +169,7 @@ void TestIPLineEditTyping::shouldExtendASelectionAcrossDots()
     QVERIFY(form.selected().isEmpty());
 }
 
-void TestIPLineEditTyping::shouldTakeOnlyAsciiDigitsFromInputMethods()
+void TestIPLineEditTyping::shouldAcceptOnlyAsciiDigitsFromInputMethods()
 {
     AddressForm form;
     const auto commit = [&form](const QString& text) {

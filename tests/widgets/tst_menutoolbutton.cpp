@@ -54,7 +54,7 @@ void pressEntry(QWidget& menu)
     QTest::keyClick(&menu, Qt::Key_Return);
 }
 
-/// The columns where something stands out from what the button is filled with.
+/// Returns the first and last column with pixels that differ from the button's background.
 QPair<int, int> inkOf(const QImage& image, const QRect& area)
 {
     int first = image.width();
@@ -80,19 +80,19 @@ private slots:
     void initTestCase();
     void shouldClickOnTheButtonItself();
     void shouldOpenTheMenuByItsArrow();
-    void shouldCarryTheCallersData();
-    void shouldBeReachedByTab();
+    void shouldKeepTheCallersData();
+    void shouldTakeTheFocusByTab();
     void shouldClickByKeys();
     void shouldOpenTheMenuByKeys_data();
     void shouldOpenTheMenuByKeys();
     void shouldShowItsStates();
     void shouldCentreItsText();
-    void shouldElideWhatDoesNotFit();
-    void shouldBeNamedByItsText();
+    void shouldElideTextsThatDoNotFit();
+    void shouldHaveItsTextAsAccessibleName();
     void shouldDoNothingWhenDisabled();
-    void shouldStandItsOwnEndInAClick();
-    void shouldStandItsOwnEndInTheMenu_data();
-    void shouldStandItsOwnEndInTheMenu();
+    void shouldSurviveItsDestructionInAClick();
+    void shouldSurviveItsDestructionInTheMenu_data();
+    void shouldSurviveItsDestructionInTheMenu();
 };
 
 void TestMenuToolButton::initTestCase()
@@ -122,7 +122,7 @@ void TestMenuToolButton::shouldOpenTheMenuByItsArrow()
     QCOMPARE(clicks.count(), 0);
 }
 
-void TestMenuToolButton::shouldCarryTheCallersData()
+void TestMenuToolButton::shouldKeepTheCallersData()
 {
     const Form form;
     QCOMPARE(form.all->data(), QVariant(7));
@@ -130,7 +130,7 @@ void TestMenuToolButton::shouldCarryTheCallersData()
     QCOMPARE(form.button.menu()->actions(), (QList<QAction*>{form.all, form.few}));
 }
 
-void TestMenuToolButton::shouldBeReachedByTab()
+void TestMenuToolButton::shouldTakeTheFocusByTab()
 {
     Form form;
     QVERIFY(form.isActive());
@@ -206,7 +206,7 @@ void TestMenuToolButton::shouldCentreItsText()
     QVERIFY(form.button.sizeHint().width() > ink.second - ink.first + 2 * 24);
 }
 
-void TestMenuToolButton::shouldElideWhatDoesNotFit()
+void TestMenuToolButton::shouldElideTextsThatDoNotFit()
 {
     Form form;
     form.button.setText(QString(100, QLatin1Char('M')));
@@ -214,7 +214,7 @@ void TestMenuToolButton::shouldElideWhatDoesNotFit()
     QVERIFY2(ink.first >= 20 && ink.second < 178, qPrintable(QString::number(ink.second)));
 }
 
-void TestMenuToolButton::shouldBeNamedByItsText()
+void TestMenuToolButton::shouldHaveItsTextAsAccessibleName()
 {
     Form form;
     QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&form.button);
@@ -233,7 +233,7 @@ void TestMenuToolButton::shouldDoNothingWhenDisabled()
     QVERIFY(form.button.menu()->isHidden());
 }
 
-void TestMenuToolButton::shouldStandItsOwnEndInAClick()
+void TestMenuToolButton::shouldSurviveItsDestructionInAClick()
 {
     const WarningTrap trap;
     for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
@@ -247,7 +247,7 @@ void TestMenuToolButton::shouldStandItsOwnEndInAClick()
     }
 }
 
-void TestMenuToolButton::shouldStandItsOwnEndInTheMenu_data()
+void TestMenuToolButton::shouldSurviveItsDestructionInTheMenu_data()
 {
     QTest::addColumn<QString>("by");
     QTest::newRow("mouse") << "mouse";
@@ -255,7 +255,7 @@ void TestMenuToolButton::shouldStandItsOwnEndInTheMenu_data()
     QTest::newRow("while it is open") << "";
 }
 
-void TestMenuToolButton::shouldStandItsOwnEndInTheMenu()
+void TestMenuToolButton::shouldSurviveItsDestructionInTheMenu()
 {
     QFETCH(QString, by);
     const WarningTrap trap;

@@ -4,6 +4,7 @@
 #include "tests/support/WarningTrap.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QScreen>
@@ -36,6 +37,7 @@ private slots:
     void shouldShowPlainText();
     void shouldWrapWithinItsWidth();
     void shouldScrollALongText();
+    void shouldBeAnAlert();
 };
 
 void MessageBoxTest::shouldAnswerByKeyboard_data()
@@ -128,7 +130,7 @@ void MessageBoxTest::shouldShowPlainText()
     driver.then(grab(plain)).then(grab(bold));
     CMessageBox::information(nullptr, QStringLiteral("a word"), kCaption);
     CMessageBox::information(nullptr, QStringLiteral("<b>a</b> word"), kCaption);
-    // The tags take room: more is drawn to the right than without them.
+    // Tags are shown as plain text, so more is painted to the right than without them.
     const auto rightmost = [](const QImage& image) {
         const QRgb below = image.pixel(image.width() - 1, image.height() - 1);
         for (int x = image.width() - 1; x >= 0; --x) {
@@ -187,6 +189,19 @@ void MessageBoxTest::shouldScrollALongText()
     });
     const QString text = QStringLiteral("A line of many.\n").repeated(300);
     QCOMPARE(CMessageBox::information(nullptr, text, kCaption), static_cast<int>(CMessageBox::Ok));
+}
+
+void MessageBoxTest::shouldBeAnAlert()
+{
+    DialogDriver driver;
+    driver.then([](QWidget& box) {
+        QAccessibleInterface* alert = QAccessible::queryAccessibleInterface(&box);
+        QCOMPARE(alert->role(), QAccessible::AlertMessage);
+        QCOMPARE(alert->text(QAccessible::Name), kCaption);
+        QCOMPARE(alert->text(QAccessible::Description), QStringLiteral("Done."));
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    CMessageBox::information(nullptr, QStringLiteral("Done."), kCaption);
 }
 
 QTEST_MAIN(MessageBoxTest)

@@ -19,7 +19,7 @@ namespace {
 constexpr int kWidth = 240;
 constexpr int kTextEnd = kWidth - 40;
 
-/// Paints rows outside of any view.
+/// Paints rows without a view.
 class Painting final
 {
 public:
@@ -54,7 +54,7 @@ private:
     QStandardItemModel m_model;
 };
 
-/// The shape of what is painted in `part`, without its colours.
+/// Returns the shape of the painted pixels in `part`, without their colours.
 QImage shape(const QImage& image, const QRect& part)
 {
     QImage shape(part.size(), QImage::Format_Mono);
@@ -93,17 +93,17 @@ class TestProcessorDelegate final : public QObject
 private slots:
     void initTestCase();
     void cleanup();
-    void shouldTellStatesByShape();
+    void shouldShowStatesByShape();
     void shouldMarkWarnings();
-    void shouldSayHowAProcessorIsAddressed();
-    void shouldBeginNamesWhereEditorsDo();
+    void shouldShowTheAddressOrNumber();
+    void shouldAlignNamesWithEditors();
     void shouldEndTextsBeforeTheButton();
     void shouldCountTheMembersOfAGroup();
     void shouldPaintTheArrowOfARowThatExpands();
     void shouldShowStates();
     void shouldPaintForeignRows();
     void shouldPaintNarrowRows();
-    void shouldTakeHeightsFromTheModel();
+    void shouldUseTheHeightsOfTheModel();
     void shouldParseNothingWhilePainting();
     void shouldBeSharpAtEveryScale_data();
     void shouldBeSharpAtEveryScale();
@@ -122,7 +122,7 @@ void TestProcessorDelegate::cleanup()
     QTRY_VERIFY(!QToolTip::isVisible());
 }
 
-void TestProcessorDelegate::shouldTellStatesByShape()
+void TestProcessorDelegate::shouldShowStatesByShape()
 {
     const WarningTrap trap;
     Painting painting;
@@ -136,7 +136,7 @@ void TestProcessorDelegate::shouldTellStatesByShape()
         for (int two = 0; two < one; ++two)
             QVERIFY2(shapes.at(one) != shapes.at(two), qPrintable(QString::number(one * 10 + two)));
     }
-    // One that has a backup is none.
+    // A processor that has a backup is not a backup itself.
     QCOMPARE(shape(painting.paint(painting.add(stateOf(true, 1))), icon), shapes.at(0));
 }
 
@@ -154,7 +154,7 @@ void TestProcessorDelegate::shouldMarkWarnings()
     QVERIFY(with.copy(upper) != without.copy(upper));
 }
 
-void TestProcessorDelegate::shouldSayHowAProcessorIsAddressed()
+void TestProcessorDelegate::shouldShowTheAddressOrNumber()
 {
     const WarningTrap trap;
     Painting painting;
@@ -179,7 +179,7 @@ void TestProcessorDelegate::shouldSayHowAProcessorIsAddressed()
     QVERIFY(detail(none) != detail(byIp));
 }
 
-void TestProcessorDelegate::shouldBeginNamesWhereEditorsDo()
+void TestProcessorDelegate::shouldAlignNamesWithEditors()
 {
     const WarningTrap trap;
     Painting painting;
@@ -285,7 +285,7 @@ void TestProcessorDelegate::shouldPaintNarrowRows()
     }
 }
 
-void TestProcessorDelegate::shouldTakeHeightsFromTheModel()
+void TestProcessorDelegate::shouldUseTheHeightsOfTheModel()
 {
     const WarningTrap trap;
     Painting painting;
@@ -342,7 +342,7 @@ void TestProcessorDelegate::shouldBeSharpAtEveryScale()
     QCOMPARE(pixmap.devicePixelRatioF(), scale);
     QCOMPARE(icons.pixmap(path, 24, scale).cacheKey(), pixmap.cacheKey());
 
-    // The device's pixels are those of the pixmap, wherever it is painted.
+    // The device pixels equal those of the pixmap at every position.
     const QImage expected = pixmap.toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
     for (const int left : {0, 1, 3}) {
         QImage image(qRound(40 * scale), qRound(30 * scale), QImage::Format_ARGB32_Premultiplied);

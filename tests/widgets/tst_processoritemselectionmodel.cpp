@@ -46,21 +46,21 @@ class TestProcessorItemSelectionModel final : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldTakeANewSelectionAsItIs();
+    void shouldAcceptANewSelection();
     void shouldAddRowsOfTheSameKindOnly();
-    void shouldTakeTheRowsOfTheAnchorsKindFromARange();
-    void shouldTakeTheRowsOfTheAnchorsKindWhileDragging();
+    void shouldSelectTheAnchorsKindInARange();
+    void shouldSelectTheAnchorsKindWhileDragging();
     void shouldSelectAllProcessors();
-    void shouldTakeGroupsWhereThereAreNoProcessors();
-    void shouldSignalNothingWithoutAChange();
-    void shouldPassOverRowsWithoutType();
-    void shouldClearAndDeselectAnything();
-    void shouldKeepNothingOverResets();
+    void shouldSelectGroupsWithoutProcessors();
+    void shouldEmitNothingWithoutAChange();
+    void shouldSkipRowsWithoutType();
+    void shouldClearAndDeselectRowsOfAnyKind();
+    void shouldResetItsStateWithTheModel();
     void shouldForgetRemovedRows();
     void shouldKeepLargeRangesTogether();
 };
 
-void TestProcessorItemSelectionModel::shouldTakeANewSelectionAsItIs()
+void TestProcessorItemSelectionModel::shouldAcceptANewSelection()
 {
     Form form;
     form.click(form.tree.processor(1));
@@ -99,7 +99,7 @@ void TestProcessorItemSelectionModel::shouldAddRowsOfTheSameKindOnly()
     QCOMPARE(form.selected(), QStringLiteral("A"));
 }
 
-void TestProcessorItemSelectionModel::shouldTakeTheRowsOfTheAnchorsKindFromARange()
+void TestProcessorItemSelectionModel::shouldSelectTheAnchorsKindInARange()
 {
     Form form;
     form.click(form.tree.processor(2));
@@ -116,7 +116,7 @@ void TestProcessorItemSelectionModel::shouldTakeTheRowsOfTheAnchorsKindFromARang
     QCOMPARE(form.selected(), QStringLiteral("All(5)"));
 }
 
-void TestProcessorItemSelectionModel::shouldTakeTheRowsOfTheAnchorsKindWhileDragging()
+void TestProcessorItemSelectionModel::shouldSelectTheAnchorsKindWhileDragging()
 {
     Form form;
     const auto at = [&form](const QModelIndex& row) {
@@ -146,7 +146,7 @@ void TestProcessorItemSelectionModel::shouldSelectAllProcessors()
     QCOMPARE(form.selected(), QStringLiteral("1 2 3 4 5"));
 }
 
-void TestProcessorItemSelectionModel::shouldTakeGroupsWhereThereAreNoProcessors()
+void TestProcessorItemSelectionModel::shouldSelectGroupsWithoutProcessors()
 {
     Form form;
     form.view.collapse(form.tree.a());
@@ -159,7 +159,7 @@ void TestProcessorItemSelectionModel::shouldTakeGroupsWhereThereAreNoProcessors(
     QCOMPARE(form.selected(), QStringLiteral("All(5)"));
 }
 
-void TestProcessorItemSelectionModel::shouldSignalNothingWithoutAChange()
+void TestProcessorItemSelectionModel::shouldEmitNothingWithoutAChange()
 {
     Form form;
     form.selection.select(form.tree.processor(1), Flags::ClearAndSelect);
@@ -175,7 +175,7 @@ void TestProcessorItemSelectionModel::shouldSignalNothingWithoutAChange()
     QCOMPARE(form.selected(), QStringLiteral("1"));
 }
 
-void TestProcessorItemSelectionModel::shouldPassOverRowsWithoutType()
+void TestProcessorItemSelectionModel::shouldSkipRowsWithoutType()
 {
     Form form;
     auto* foreign = new QStandardItem(QStringLiteral("foreign"));
@@ -191,7 +191,7 @@ void TestProcessorItemSelectionModel::shouldPassOverRowsWithoutType()
     QCOMPARE(form.selected(), QStringLiteral("4 5"));
 }
 
-void TestProcessorItemSelectionModel::shouldClearAndDeselectAnything()
+void TestProcessorItemSelectionModel::shouldClearAndDeselectRowsOfAnyKind()
 {
     Form form;
     form.view.selectAll();
@@ -204,7 +204,7 @@ void TestProcessorItemSelectionModel::shouldClearAndDeselectAnything()
     QVERIFY(!form.selection.hasSelection());
 }
 
-void TestProcessorItemSelectionModel::shouldKeepNothingOverResets()
+void TestProcessorItemSelectionModel::shouldResetItsStateWithTheModel()
 {
     Form form;
     form.view.selectAll();

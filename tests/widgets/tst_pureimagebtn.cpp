@@ -55,12 +55,12 @@ class TestPureImageBtn final : public QObject
 
 private slots:
     void initTestCase();
-    void shouldBeAllImage();
+    void shouldPaintOnlyItsImage();
     void shouldShowTheImageOfItsState();
     void shouldOutlineTheFocus();
     void shouldClickByMouseAndKeys();
-    void shouldOpenItsMenuAtOnce_data();
-    void shouldOpenItsMenuAtOnce();
+    void shouldOpenItsMenuOnPress_data();
+    void shouldOpenItsMenuOnPress();
     void shouldDrawSharpOnDenseScreens();
 };
 
@@ -69,7 +69,7 @@ void TestPureImageBtn::initTestCase()
     ApplyHostTheme(*qApp);
 }
 
-void TestPureImageBtn::shouldBeAllImage()
+void TestPureImageBtn::shouldPaintOnlyItsImage()
 {
     Form form;
     QMenu menu;
@@ -117,7 +117,7 @@ void TestPureImageBtn::shouldClickByMouseAndKeys()
     QCOMPARE(clicks.count(), 4);
 }
 
-void TestPureImageBtn::shouldOpenItsMenuAtOnce_data()
+void TestPureImageBtn::shouldOpenItsMenuOnPress_data()
 {
     QTest::addColumn<int>("key");
     QTest::newRow("mouse") << 0;
@@ -126,7 +126,7 @@ void TestPureImageBtn::shouldOpenItsMenuAtOnce_data()
     QTest::newRow("Down") << static_cast<int>(Qt::Key_Down);
 }
 
-void TestPureImageBtn::shouldOpenItsMenuAtOnce()
+void TestPureImageBtn::shouldOpenItsMenuOnPress()
 {
     QFETCH(int, key);
     Form form;
@@ -153,7 +153,7 @@ void TestPureImageBtn::shouldOpenItsMenuAtOnce()
 void TestPureImageBtn::shouldDrawSharpOnDenseScreens()
 {
     Form form;
-    // A line of half a pixel is a whole one at twice the size.
+    // A line of half a pixel covers a whole pixel at scale 2.
     const QString file = form.folder.filePath(QStringLiteral("line.svg"));
     QFile svg(file);
     QVERIFY(svg.open(QIODevice::WriteOnly));

@@ -15,7 +15,7 @@ private slots:
     void initTestCase();
     void shouldDrawOneLineAcross();
     void shouldDrawOneLineDown();
-    void shouldBeAtLeastItsLine();
+    void shouldBeAtLeastAsThickAsItsLine();
 };
 
 void TestSeparator::initTestCase()
@@ -64,7 +64,7 @@ void TestSeparator::shouldDrawOneLineDown()
     }
 }
 
-void TestSeparator::shouldBeAtLeastItsLine()
+void TestSeparator::shouldBeAtLeastAsThickAsItsLine()
 {
     const CSeparator line(nullptr, 7, 0);
     QCOMPARE(line.sizeHint(), QSize(1, 1));

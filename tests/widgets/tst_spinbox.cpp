@@ -23,12 +23,12 @@ class TestSpinBox final : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldBringTypedNumbersIntoRange_data();
-    void shouldBringTypedNumbersIntoRange();
-    void shouldTurnByWheelOnlyWhenFocused();
+    void shouldLimitTypedNumbersToTheRange_data();
+    void shouldLimitTypedNumbersToTheRange();
+    void shouldReactToTheWheelOnlyWithTheFocus();
 };
 
-void TestSpinBox::shouldBringTypedNumbersIntoRange_data()
+void TestSpinBox::shouldLimitTypedNumbersToTheRange_data()
 {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<int>("value");
@@ -43,7 +43,7 @@ void TestSpinBox::shouldBringTypedNumbersIntoRange_data()
     QTest::newRow("nothing") << "" << 50;
 }
 
-void TestSpinBox::shouldBringTypedNumbersIntoRange()
+void TestSpinBox::shouldLimitTypedNumbersToTheRange()
 {
     QFETCH(const QString, typed);
     QFETCH(const int, value);
@@ -74,7 +74,7 @@ void TestSpinBox::shouldBringTypedNumbersIntoRange()
     }
 }
 
-void TestSpinBox::shouldTurnByWheelOnlyWhenFocused()
+void TestSpinBox::shouldReactToTheWheelOnlyWithTheFocus()
 {
     const WarningTrap trap;
     QWidget window;

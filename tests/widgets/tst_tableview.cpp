@@ -15,7 +15,7 @@ namespace {
 const QColor kBase(10, 20, 30);
 const QColor kAlternate(200, 210, 220);
 
-/// Names no rows.
+/// Has no texts for the vertical header.
 class Model final : public QStandardItemModel
 {
 public:
@@ -54,7 +54,8 @@ struct Form
 
     QColor colorAt(int x, int y) { return table.viewport()->grab().toImage().pixelColor(x, y); }
 
-    /// Whether all rows that can be seen alternate to the lower edge, from an even one on.
+    /// Returns whether the visible rows alternate down to the lower edge, starting with an even
+    /// one.
     bool alternates(int x)
     {
         const QHeaderView& rows = *table.verticalHeader();
@@ -84,12 +85,12 @@ private slots:
     void initTestCase();
     void shouldAlternateThroughTheEmptyArea_data();
     void shouldAlternateThroughTheEmptyArea();
-    void shouldLeaveTheEmptyAreaAlone();
+    void shouldNotPaintTheEmptyAreaWhenOff();
     void shouldNumberRows();
-    void shouldNeverShiftSideways();
-    void shouldElideAtTheEdge();
+    void shouldNotScrollColumns();
+    void shouldElideAtTheEdgeOfTheTable();
     void shouldShowElidedTextsWhole();
-    void shouldLightTheRowUnderTheMouse();
+    void shouldHighlightTheRowUnderTheMouse();
     void shouldKeepTheKeysOfATable();
 };
 
@@ -124,7 +125,7 @@ void TestTableView::shouldAlternateThroughTheEmptyArea()
     QVERIFY(!form.table.showGrid());
 }
 
-void TestTableView::shouldLeaveTheEmptyAreaAlone()
+void TestTableView::shouldNotPaintTheEmptyAreaWhenOff()
 {
     Form form(1);
     const int second = form.table.verticalHeader()->defaultSectionSize() + 4;
@@ -158,7 +159,7 @@ void TestTableView::shouldNumberRows()
     QVERIFY(rows.width() >= digits);
 }
 
-void TestTableView::shouldNeverShiftSideways()
+void TestTableView::shouldNotScrollColumns()
 {
     Form form(20);
     form.table.setCurrentIndex(form.model.index(0, 0));
@@ -173,7 +174,7 @@ void TestTableView::shouldNeverShiftSideways()
     QTRY_VERIFY(form.table.horizontalScrollBar()->maximum() > 0);
 }
 
-void TestTableView::shouldElideAtTheEdge()
+void TestTableView::shouldElideAtTheEdgeOfTheTable()
 {
     Form form(1);
     form.model.setData(form.model.index(0, 1), QString(200, QLatin1Char('M')));
@@ -201,7 +202,7 @@ void TestTableView::shouldShowElidedTextsWhole()
     QToolTip::hideText();
 }
 
-void TestTableView::shouldLightTheRowUnderTheMouse()
+void TestTableView::shouldHighlightTheRowUnderTheMouse()
 {
     Form form(3);
     QHoverEvent enter(QEvent::HoverMove, QPointF(20, 30), QPointF(0, 0));

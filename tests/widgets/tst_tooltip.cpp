@@ -22,7 +22,7 @@ QWidget* shownTip()
     return nullptr;
 }
 
-/// What is read in the tool tip.
+/// Returns the plain text of the tool tip.
 QString readText()
 {
     QTextDocument document;
@@ -78,9 +78,9 @@ private slots:
     void shouldShowPlainText();
     void shouldWrapLongTexts();
     void shouldHide();
-    void shouldStandBesideItsWidget();
-    void shouldTurnToTheOtherSide();
-    void shouldServeDisabledWidgets();
+    void shouldAppearBesideItsWidget();
+    void shouldAppearOnTheOppositeSide();
+    void shouldShowTipsOfDisabledWidgets();
     void shouldLeaveOthersAlone();
 };
 
@@ -134,7 +134,7 @@ void TestToolTip::shouldHide()
     QTRY_VERIFY(!shownTip());
 }
 
-void TestToolTip::shouldStandBesideItsWidget()
+void TestToolTip::shouldAppearBesideItsWidget()
 {
     Form form;
     const QRect below = form.ask(CToolTip::Below);
@@ -150,7 +150,7 @@ void TestToolTip::shouldStandBesideItsWidget()
     QVERIFY(left.right() < area.left() && left.right() > area.left() - 10);
 }
 
-void TestToolTip::shouldTurnToTheOtherSide()
+void TestToolTip::shouldAppearOnTheOppositeSide()
 {
     Form form;
     const QRect screen = form.window.screen()->availableGeometry();
@@ -165,7 +165,7 @@ void TestToolTip::shouldTurnToTheOtherSide()
     QVERIFY(screen.contains(form.ask(CToolTip::Below)));
 }
 
-void TestToolTip::shouldServeDisabledWidgets()
+void TestToolTip::shouldShowTipsOfDisabledWidgets()
 {
     Form form;
     form.button.setEnabled(false);

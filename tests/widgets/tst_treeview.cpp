@@ -30,7 +30,7 @@ public:
     }
 };
 
-/// Tells what happens to it.
+/// Records its signals and events.
 class View final : public CTreeView
 {
 public:
@@ -126,7 +126,7 @@ struct Form
         QTest::mouseRelease(view.viewport(), Qt::LeftButton, Qt::NoModifier, position);
     }
 
-    /// As a press and the event that follows it.
+    /// Sends a mouse press and the context menu event that follows it.
     void rightClick(const QPoint& position, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::mousePress(view.viewport(), Qt::RightButton, modifiers, position);
@@ -175,26 +175,26 @@ class TestTreeView final : public QObject
 
 private slots:
     void initTestCase();
-    void shouldAskForTheMenuOfTheRowUnderTheMouse();
-    void shouldKeepTheSelectionThatARightClickHits();
+    void shouldRequestTheMenuOfTheRowUnderTheMouse();
+    void shouldKeepTheSelectionOnARightClickInIt();
     void shouldSelectTheRowWhoseMenuIsAskedFor();
-    void shouldAskForTheMenuByKeyboard();
+    void shouldRequestTheMenuByKeyboard();
     void shouldScrollTheRowIntoViewForItsMenu();
     void shouldToggleByTheArrow();
-    void shouldNeitherSelectNorDragFromTheArrow();
+    void shouldNotSelectOrDragFromTheArrow();
     void shouldToggleGroupsByDoubleClicks();
-    void shouldTravelThroughRowsThatCannotBeCurrent();
+    void shouldMoveThroughRowsThatCannotBeCurrent();
     void shouldMoveByPages();
     void shouldCollapseAndExpandByKeys();
-    void shouldEditTheRowThatTheKeyboardStandsOn();
+    void shouldEditTheRowWithTheKeyboardFocus();
     void shouldPaintRowsForTheirStates();
     void shouldShowFocusToKeyboardUsersOnly();
     void shouldRepaintOnlyTheRowsThatTheMouseLeavesAndEnters();
     void shouldFollowTheRowUnderTheMouseOnRemoval();
     void shouldPaintNoPanelOfTheStyle();
     void shouldLetDerivedViewsConsumeEvents();
-    void shouldNeverScrollSideways();
-    void shouldStandWithoutAModel();
+    void shouldNotScrollHorizontally();
+    void shouldWorkWithoutAModel();
 };
 
 void TestTreeView::initTestCase()
@@ -202,7 +202,7 @@ void TestTreeView::initTestCase()
     ApplyHostTheme(*qApp);
 }
 
-void TestTreeView::shouldAskForTheMenuOfTheRowUnderTheMouse()
+void TestTreeView::shouldRequestTheMenuOfTheRowUnderTheMouse()
 {
     Form form;
     const QPoint position = form.at(form.tree.processor(2));
@@ -214,7 +214,7 @@ void TestTreeView::shouldAskForTheMenuOfTheRowUnderTheMouse()
     QCOMPARE(form.asked.count(), 1);
 }
 
-void TestTreeView::shouldKeepTheSelectionThatARightClickHits()
+void TestTreeView::shouldKeepTheSelectionOnARightClickInIt()
 {
     Form form;
     form.click(form.at(form.tree.processor(1)));
@@ -241,7 +241,7 @@ void TestTreeView::shouldSelectTheRowWhoseMenuIsAskedFor()
     QVERIFY(form.view.isExpanded(form.tree.b()));
 }
 
-void TestTreeView::shouldAskForTheMenuByKeyboard()
+void TestTreeView::shouldRequestTheMenuByKeyboard()
 {
     Form form;
     form.menuKey();
@@ -262,7 +262,7 @@ void TestTreeView::shouldAskForTheMenuByKeyboard()
     QCOMPARE(form.asked.count(), 2);
     form.view.setContextMenuPolicy(Qt::DefaultContextMenu);
 
-    // Not current.
+    // The row does not become current.
     form.click(form.at(form.tree.b()));
     form.click(form.at(form.tree.a()), Qt::LeftButton, Qt::ControlModifier);
     form.menuKey();
@@ -296,7 +296,7 @@ void TestTreeView::shouldToggleByTheArrow()
     QVERIFY(!form.view.isExpanded(form.tree.all()));
     form.click(form.arrow(form.tree.all()));
 
-    // A processor has none, nor has an empty group.
+    // Processors and empty groups have no arrow.
     form.click(form.arrow(form.tree.processor(1)));
     QCOMPARE(form.selected(), QStringLiteral("1"));
     form.click({2, form.arrow(form.tree.processor(2)).y()});
@@ -306,7 +306,7 @@ void TestTreeView::shouldToggleByTheArrow()
     QCOMPARE(form.selected(), QStringLiteral("B"));
 }
 
-void TestTreeView::shouldNeitherSelectNorDragFromTheArrow()
+void TestTreeView::shouldNotSelectOrDragFromTheArrow()
 {
     Form form;
     form.click(form.at(form.tree.processor(4)));
@@ -334,7 +334,7 @@ void TestTreeView::shouldToggleGroupsByDoubleClicks()
     QVERIFY(!form.view.findChild<QLineEdit*>());
 }
 
-void TestTreeView::shouldTravelThroughRowsThatCannotBeCurrent()
+void TestTreeView::shouldMoveThroughRowsThatCannotBeCurrent()
 {
     Form form;
     form.click(form.at(form.tree.all()));
@@ -354,7 +354,7 @@ void TestTreeView::shouldTravelThroughRowsThatCannotBeCurrent()
 
 void TestTreeView::shouldMoveByPages()
 {
-    // As high as "A[1,2" together.
+    // The height of "A[1,2".
     Form form(32 + 2 * 42 + 2);
     form.click(form.at(form.tree.all()));
     QStringList way;
@@ -397,7 +397,7 @@ void TestTreeView::shouldCollapseAndExpandByKeys()
     QCOMPARE(form.selected(), QStringLiteral("All(5)"));
 }
 
-void TestTreeView::shouldEditTheRowThatTheKeyboardStandsOn()
+void TestTreeView::shouldEditTheRowWithTheKeyboardFocus()
 {
     Form form;
     form.click(form.at(form.tree.processor(1)));
@@ -515,7 +515,7 @@ void TestTreeView::shouldLetDerivedViewsConsumeEvents()
     QCOMPARE(form.selected(), QStringLiteral("1"));
 }
 
-void TestTreeView::shouldNeverScrollSideways()
+void TestTreeView::shouldNotScrollHorizontally()
 {
     Form form;
     form.tree.processors.at(0)->setText(QString(300, QLatin1Char('W')));
@@ -528,7 +528,7 @@ void TestTreeView::shouldNeverScrollSideways()
     QCOMPARE(form.view.verticalScrollMode(), QAbstractItemView::ScrollPerPixel);
 }
 
-void TestTreeView::shouldStandWithoutAModel()
+void TestTreeView::shouldWorkWithoutAModel()
 {
     const WarningTrap trap;
     View view;

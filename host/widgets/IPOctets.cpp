@@ -1,4 +1,4 @@
-#include "host/widgets/IPText.h"
+#include "host/widgets/IPOctets.h"
 
 #include <QStringList>
 
@@ -15,18 +15,18 @@ bool isDigit(QChar character)
 
 } // namespace
 
-bool IPText::isOctet(const QString& text)
+bool IPOctets::isOctet(const QString& text)
 {
     return !text.isEmpty() && text.size() <= kOctetDigits
            && std::all_of(text.cbegin(), text.cend(), isDigit) && text.toInt() <= kLargestOctet;
 }
 
-QString IPText::normalizedOctet(const QString& octet)
+QString IPOctets::normalizedOctet(const QString& octet)
 {
     return octet.isEmpty() ? octet : QString::number(octet.toInt());
 }
 
-QString IPText::normalizedAddress(const QString& text)
+QString IPOctets::normalizedAddress(const QString& text)
 {
     QStringList octets = text.trimmed().split(QLatin1Char('.'));
     if (octets.size() != kOctets || !std::all_of(octets.cbegin(), octets.cend(), isOctet))
