@@ -35,6 +35,7 @@ class Figure:
     cost: str
     bar: typing.Optional[float] = None
     smallest: int = 0  # size from which on the bar holds; below it the ratio is only shown
+    largest: float = math.inf  # size up to which the bar holds
     growth_bar: typing.Optional[float] = None
     growth_from: int = 0  # size from which on the growth counts
     difference: bool = False  # compared by subtraction, in MiB
@@ -59,6 +60,20 @@ PROGRAMS = (
             Figure("refill in view / row by row", "refill-view", "slots", CPU, 0.95),
             Figure("refill in view / plain model", "refill-view", "baseline", CPU),
         ),
+    ),
+    Program(
+        "bench_change",
+        tuple(
+            Figure(f"{change}, {kind} / plain model", f"{change}-{kind}", "baseline", CPU,
+                   4 if kind == "random" else 2, largest=255,
+                   growth_bar=1 if kind == "random" else 0.25)
+            for kind in ("number", "rising", "random")
+            for change in ("append", "remove", "change")
+        ),
+    ),
+    Program(
+        "bench_deselect",
+        (Figure("remove selected / plain model", "deselect", "baseline", CPU, 1, growth_bar=1.25),),
     ),
     Program(
         "bench_lookup",
@@ -195,7 +210,7 @@ def rows(figure: Figure, runs: typing.List[dict]) -> typing.List[Row]:
         product = costs[figure.family, "product", size]
         baseline = costs[figure.family, figure.baseline, size]
         value = (product - baseline) / MIB if figure.difference else product / baseline
-        holds = figure.bar is not None and size >= figure.smallest
+        holds = figure.bar is not None and figure.smallest <= size <= figure.largest
         table.append(Row(
             figure.title,
             str(size) if size else "",

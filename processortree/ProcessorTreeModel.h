@@ -94,6 +94,9 @@ public:
     /// no further row may come or go before that.
     bool isChanging() const { return m_changes > 0; }
 
+    /// Whether rows are about to be removed.
+    bool isRemoving() const { return m_removals > 0; }
+
     /// Has `tell` called each time that isChanging() ends.
     void setOnChanged(std::function<void()> tell) { m_onChanged = std::move(tell); }
 

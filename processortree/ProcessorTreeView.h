@@ -84,6 +84,7 @@ protected:
     void changeEvent(QEvent* event) override;
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                      const QVector<int>& roles = QVector<int>()) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
     void paintEvent(QPaintEvent* event) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
@@ -153,6 +154,7 @@ private:
     QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
+    bool m_isCurrentDue = false; // to be shown
     bool m_locked = false;
     bool m_retired = false;
 };

@@ -2,6 +2,8 @@
 #include "plugin/TargetSelectArea.h"
 #include "tests/processortree/DrivenTree.h"
 
+#include <QScrollBar>
+
 namespace {
 
 const QStringList kChanges = {QStringLiteral("IsIpManagementAvailable"),
@@ -54,6 +56,7 @@ private slots:
     void shouldOutliveAViewDestroyedMeanwhile();
     void shouldStandOnAnotherRowAfterwards_data();
     void shouldStandOnAnotherRowAfterwards();
+    void shouldShowTheRowThatTakesOver();
     void shouldStandOnTheRootAfterAGroup();
     void shouldWaitForAllThatWereAskedFor();
     void shouldStandOnTheRootWhenTheHostRemovesTheGroup();
@@ -378,6 +381,30 @@ void TreeViewDeletingTest::shouldStandOnAnotherRowAfterwards()
         QCOMPARE(tree.current(), standing);
         QCOMPARE(tree.selected(), standing);
     }
+}
+
+void TreeViewDeletingTest::shouldShowTheRowThatTakesOver()
+{
+    DrivenTree tree;
+    QList<ProcessorNode> processors;
+    for (quint32 n = 1; n <= 100; ++n)
+        processors.append(testProcessor(n));
+    tree.fill({}, processors);
+    QList<QUuid> ids;
+    QItemSelection rows;
+    for (quint32 n = 1; n <= 60; ++n) {
+        ids.append(testId(n));
+        rows.select(tree.panel.index(n), tree.panel.index(n));
+    }
+    QItemSelectionModel* selection = tree.view->selectionModel();
+    selection->setCurrentIndex(tree.panel.index(1), QItemSelectionModel::NoUpdate);
+    selection->select(rows, QItemSelectionModel::ClearAndSelect);
+    tree.view->verticalScrollBar()->setValue(tree.view->verticalScrollBar()->maximum());
+    QVERIFY(!tree.view->viewport()->rect().intersects(tree.view->visualRect(tree.panel.index(1))));
+    tree.panel.notify<QList<QUuid>>(21, ids);
+    QCOMPARE(tree.view->currentIndex(), tree.panel.index(61));
+    QTRY_VERIFY(tree.view->viewport()->rect().contains(
+        tree.view->visualRect(tree.panel.index(61)).center()));
 }
 
 void TreeViewDeletingTest::shouldStandOnTheRootAfterAGroup()
