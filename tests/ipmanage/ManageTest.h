@@ -80,3 +80,13 @@ inline void chooseFile(QWidget& dialog, const QString& path)
     name->setText(path);
     QTest::keyClick(name, Qt::Key_Return);
 }
+
+/// Returns "10.0.0.1(Name 1)" and so on.
+inline QStringList manageEntries(int count)
+{
+    QStringList list;
+    for (int n = 1; n <= count; ++n) {
+        list.append(QStringLiteral("10.0.%1.%2(Name %3)").arg(n / 256).arg(n % 256).arg(n));
+    }
+    return list;
+}

@@ -1,5 +1,4 @@
 #include "Interface/IPStatusCodes.h"
-#include "host/widgets/HostTheme.h"
 #include "ipmanage/IPText.h"
 #include "tests/ipmanage/ManageTest.h"
 #include "tests/support/Chinese.h"
@@ -8,22 +7,11 @@
 #include <QHeaderView>
 #include <QIcon>
 #include <QImage>
-#include <QSignalSpy>
 
 namespace {
 
 const QString kFull =
     QStringLiteral("The number of IP addresses exceeds 255, and some IP addresses are not added.");
-
-/// "10.0.0.1(Name 1)" and so on.
-QStringList entries(int count)
-{
-    QStringList list;
-    for (int n = 1; n <= count; ++n) {
-        list.append(QStringLiteral("10.0.%1.%2(Name %3)").arg(n / 256).arg(n % 256).arg(n));
-    }
-    return list;
-}
 
 } // namespace
 
@@ -51,12 +39,6 @@ private slots:
     void shouldClearAfterAQuestion_data();
     void shouldClearAfterAQuestion();
     void shouldFollowTheLanguage();
-    void shouldBeUsableByKeyboard();
-    void shouldPressButtonsByAltKeys();
-    void shouldShowTheFocusOfTheTableWhole();
-    void shouldDeleteByKey();
-    void shouldEditByKeyOrDoubleClick_data();
-    void shouldEditByKeyOrDoubleClick();
 };
 
 void IPManageDialogTest::shouldHaveItsIcons()
@@ -90,7 +72,7 @@ void IPManageDialogTest::shouldHaveItsIcons()
 void IPManageDialogTest::shouldHaveItsSizesAndTexts()
 {
     DialogTest test;
-    test.host().ipList = entries(3);
+    test.host().ipList = manageEntries(3);
     CIPManageDialog dialog(&test.window);
     test.driver.then([&](QWidget& shown) {
         const ManageDriver drive(shown);
@@ -170,7 +152,7 @@ void IPManageDialogTest::shouldEnableAddAndImportForAnEmptyList()
 void IPManageDialogTest::shouldFollowTheSelection()
 {
     DialogTest test;
-    test.host().ipList = entries(4);
+    test.host().ipList = manageEntries(4);
     CIPManageDialog dialog(&test.window);
     test.driver.then([&](QWidget& shown) {
         const ManageDriver drive(shown);
@@ -215,7 +197,7 @@ void IPManageDialogTest::shouldReadOnline()
     QString shownMessage;
     test.driver.then([&](QWidget& shown) {
         const ManageDriver drive(shown);
-        test.host().ipList = entries(2);
+        test.host().ipList = manageEntries(2);
         test.host().clearCalls();
         if (!message.isEmpty())
             test.driver.thenReadMessage(shownMessage);
@@ -289,7 +271,7 @@ void IPManageDialogTest::shouldNotAddToAFullList()
     QFETCH(int, entry);
     QFETCH(int, count);
     DialogTest test;
-    test.host().ipList = entries(count);
+    test.host().ipList = manageEntries(count);
     CIPManageDialog dialog(&test.window);
     QString message;
     test.driver
@@ -308,7 +290,7 @@ void IPManageDialogTest::shouldNotAddToAFullList()
 void IPManageDialogTest::shouldStillReadOnlineIntoAFullList()
 {
     DialogTest test;
-    test.host().ipList = entries(255);
+    test.host().ipList = manageEntries(255);
     CIPManageDialog dialog(&test.window);
     test.driver.then([&](QWidget& shown) {
         const ManageDriver drive(shown);
@@ -350,7 +332,7 @@ void IPManageDialogTest::shouldEditTheCurrentEntry()
 void IPManageDialogTest::shouldDeleteTheSelectedEntries()
 {
     DialogTest test;
-    test.host().ipList = entries(5);
+    test.host().ipList = manageEntries(5);
     CIPManageDialog dialog(&test.window);
     test.driver.then([&](QWidget& shown) {
         const ManageDriver drive(shown);
@@ -372,7 +354,7 @@ void IPManageDialogTest::shouldDeleteTheSelectedEntries()
 void IPManageDialogTest::shouldDeleteAllSelectedEntriesAtOnce()
 {
     DialogTest test;
-    test.host().ipList = entries(255);
+    test.host().ipList = manageEntries(255);
     CIPManageDialog dialog(&test.window);
     test.driver.then([&](QWidget& shown) {
         const ManageDriver drive(shown);
@@ -425,7 +407,7 @@ void IPManageDialogTest::shouldClearAfterAQuestion()
     QFETCH(QString, answer);
     QFETCH(bool, cleared);
     DialogTest test;
-    test.host().ipList = entries(3);
+    test.host().ipList = manageEntries(3);
     CIPManageDialog dialog(&test.window);
     test.driver
         .then([&](QWidget& shown) {
@@ -459,7 +441,7 @@ void IPManageDialogTest::shouldClearAfterAQuestion()
 void IPManageDialogTest::shouldFollowTheLanguage()
 {
     DialogTest test;
-    test.host().ipList = entries(3);
+    test.host().ipList = manageEntries(3);
     CIPManageDialog dialog(&test.window);
     test.driver.then([&](QWidget& shown) {
         const ManageDriver drive(shown);
@@ -477,151 +459,6 @@ void IPManageDialogTest::shouldFollowTheLanguage()
         QTRY_COMPARE(shown.windowTitle(), QStringLiteral("IP address management"));
         QCOMPARE(drive.view().model()->headerData(1, Qt::Horizontal).toString(),
                  QStringLiteral("Name"));
-        drive.close();
-    });
-    QCOMPARE(dialog.exec(), 0);
-}
-
-void IPManageDialogTest::shouldBeUsableByKeyboard()
-{
-    DialogTest test;
-    test.host().ipList = entries(3);
-    CIPManageDialog dialog(&test.window);
-    test.driver.then([&](QWidget& shown) {
-        const ManageDriver drive(shown);
-        QApplication::setActiveWindow(&shown);
-        QStringList stops;
-        for (int n = 0; n < 6; ++n) {
-            stops.append(shown.focusWidget()->accessibleName());
-            QTest::keyClick(shown.focusWidget(), Qt::Key_Tab);
-        }
-        QCOMPARE(stops, QStringList({QStringLiteral("Add"), QStringLiteral("Clear"),
-                                     QStringLiteral("Import"), QStringLiteral("Export"),
-                                     QStringLiteral("IP addresses"), QStringLiteral("Add")}));
-        QTest::keyClick(shown.focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
-        QTest::keyClick(shown.focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
-        QCOMPARE(shown.focusWidget(), &drive.view());
-        QTest::keyClick(&drive.view(), Qt::Key_Down);
-        QTest::keyClick(&drive.view(), Qt::Key_Down);
-        const QImage before = drive.view().viewport()->grab().toImage();
-        QTest::keyClick(&drive.view(), Qt::Key_Up, Qt::ControlModifier);
-        QVERIFY(before != drive.view().viewport()->grab().toImage());
-        while (shown.focusWidget() != drive.button("Delete"))
-            QTest::keyClick(shown.focusWidget(), Qt::Key_Tab);
-        QTest::keyClick(shown.focusWidget(), Qt::Key_Space);
-        QCOMPARE(test.host().ipList.size(), 2);
-        drive.close();
-    });
-    QCOMPARE(dialog.exec(), 0);
-}
-
-void IPManageDialogTest::shouldPressButtonsByAltKeys()
-{
-    DialogTest test;
-    test.host().ipList = entries(3);
-    CIPManageDialog dialog(&test.window);
-    test.driver
-        .then([&](QWidget& shown) {
-            QApplication::setActiveWindow(&shown);
-            const ManageDriver drive(shown);
-            QSignalSpy edits(drive.button("Edit"), &QAbstractButton::clicked);
-            QTest::keyClick(&drive.view(), Qt::Key_E, Qt::AltModifier);
-            drive.clickRow(1);
-            QSignalSpy deletions(drive.button("Delete"), &QAbstractButton::clicked);
-            QTest::keyClick(&drive.view(), Qt::Key_D, Qt::AltModifier);
-            QTRY_COMPARE(deletions.count(), 1);
-            QCOMPARE(edits.count(), 0);
-            QCOMPARE(drive.rows(), 2);
-            QTest::keyClick(&drive.view(), Qt::Key_A, Qt::AltModifier);
-            drive.close();
-        })
-        .thenEscape();
-    QCOMPARE(dialog.exec(), 0);
-}
-
-void IPManageDialogTest::shouldShowTheFocusOfTheTableWhole()
-{
-    ApplyHostTheme(*qApp);
-    DialogTest test;
-    CIPManageDialog dialog(&test.window);
-    test.driver.then([&](QWidget& shown) {
-        QApplication::setActiveWindow(&shown);
-        const ManageDriver drive(shown);
-        drive.view().setFocus();
-        const QImage image = shown.grab().toImage();
-        const QRect ring = drive.view().geometry().adjusted(1, 0, -1, -1);
-        const QColor accent = hostColors().accent;
-        QCOMPARE(image.pixelColor(ring.center().x(), ring.top()), accent);
-        QCOMPARE(image.pixelColor(ring.center().x(), ring.bottom()), accent);
-        QCOMPARE(image.pixelColor(ring.left(), ring.center().y()), accent);
-        QCOMPARE(image.pixelColor(ring.right(), ring.center().y()), accent);
-        drive.close();
-    });
-    QCOMPARE(dialog.exec(), 0);
-    qApp->setStyleSheet(QString());
-}
-
-void IPManageDialogTest::shouldDeleteByKey()
-{
-    DialogTest test;
-    test.host().ipList = entries(3);
-    CIPManageDialog dialog(&test.window);
-    test.driver.then([&](QWidget& shown) {
-        QApplication::setActiveWindow(&shown);
-        const ManageDriver drive(shown);
-        drive.clickRow(0);
-        drive.clickRow(0, Qt::ControlModifier);
-        QTest::keyClick(&drive.view(), Qt::Key_Delete);
-        QCOMPARE(drive.rows(), 3);
-        drive.clickRow(0);
-        drive.clickRow(1, Qt::ControlModifier);
-        QTest::keyClick(&drive.view(), Qt::Key_Delete);
-        QCOMPARE(drive.rows(), 1);
-        QCOMPARE(drive.cell(0, 0), QStringLiteral("10.0.0.3"));
-        drive.close();
-    });
-    QCOMPARE(dialog.exec(), 0);
-    QCOMPARE(test.host().callCount(QStringLiteral("DeleteIPAddress")), 2);
-    QCOMPARE(test.host().callCount(QStringLiteral("SaveIPList")), 0);
-}
-
-void IPManageDialogTest::shouldEditByKeyOrDoubleClick_data()
-{
-    QTest::addColumn<bool>("byKey");
-    QTest::newRow("F2") << true;
-    QTest::newRow("double click") << false;
-}
-
-void IPManageDialogTest::shouldEditByKeyOrDoubleClick()
-{
-    QFETCH(bool, byKey);
-    DialogTest test;
-    test.host().ipList = entries(3);
-    CIPManageDialog dialog(&test.window);
-    const auto edit = [&](const ManageDriver& drive, int row, Qt::KeyboardModifiers modifiers) {
-        drive.clickRow(row, modifiers);
-        if (byKey) {
-            QTest::keyClick(&drive.view(), Qt::Key_F2);
-        } else {
-            QTest::mouseDClick(drive.view().viewport(), Qt::LeftButton, modifiers,
-                               drive.view().visualRect(drive.view().currentIndex()).center());
-        }
-    };
-    int edited = 0;
-    test.driver.then([&](QWidget& shown) {
-        QApplication::setActiveWindow(&shown);
-        const ManageDriver drive(shown);
-        drive.clickRow(0);
-        edit(drive, 2, Qt::ShiftModifier);
-        QCOMPARE(edited, 0);
-        test.driver.then([&](QWidget& entry) {
-            QCOMPARE(entry.windowTitle(), QStringLiteral("Change IP address"));
-            QCOMPARE(addressField(entry)->text(), QStringLiteral("10.0.0.2"));
-            ++edited;
-            QTest::keyClick(&entry, Qt::Key_Escape);
-        });
-        edit(drive, 1, Qt::NoModifier);
-        QCOMPARE(edited, 1);
         drive.close();
     });
     QCOMPARE(dialog.exec(), 0);
