@@ -32,7 +32,7 @@ auto StormHandler::answer(const char* question, Answer&& compute)
         m_host.dwell(question);
         return look();
     }
-    const auto old = look();
+    auto old = look();
     m_host.dwell(question);
     return old;
 }

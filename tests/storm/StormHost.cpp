@@ -9,6 +9,7 @@
 
 #include <iterator>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -21,6 +22,16 @@ constexpr Ms kAnswerPatience{8000};
 thread_local bool t_isTeller = false;
 thread_local bool t_isHelper = false;
 thread_local int t_answers = 0; // nested ones
+
+/// Counts an answer while it takes its time.
+class Nesting final
+{
+public:
+    Nesting() { ++t_answers; }
+    ~Nesting() { --t_answers; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+};
 
 /// Painting asks these for every row.
 bool isPainted(const char* question)
@@ -43,8 +54,8 @@ SDeviceSetInfo deviceSet(quint32 number)
 
 } // namespace
 
-StormHost::StormHost(const StormPlan& plan)
-    : m_plan(plan)
+StormHost::StormHost(StormPlan plan)
+    : m_plan(std::move(plan))
     , m_guiBudget(2500)
     , m_budget(1500)
 {
@@ -335,11 +346,7 @@ void StormHost::dwell(const char* question)
     const bool painted = isPainted(question);
     if (m_calm || t_answers > 1 || (painted && (!m_plan.duringPaint || roll() % 16 != 0)))
         return;
-    struct Nesting
-    {
-        Nesting() { ++t_answers; }
-        ~Nesting() { --t_answers; }
-    } const nesting;
+    const Nesting nesting;
 
     const bool gui = watch.isGuiThread();
     const bool mayTell = gui || t_isTeller;

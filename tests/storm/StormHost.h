@@ -24,7 +24,7 @@ class CObserver;
 class StormHost final
 {
 public:
-    explicit StormHost(const StormPlan& plan);
+    explicit StormHost(StormPlan plan);
     ~StormHost();
 
     StormProject project;

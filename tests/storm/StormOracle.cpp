@@ -35,6 +35,7 @@ private:
     {
         return QString::number(value);
     }
+    static QString text(float value) { return QString::number(static_cast<double>(value)); }
 
     QStringList& m_out;
     QString m_whose;

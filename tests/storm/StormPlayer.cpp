@@ -14,6 +14,7 @@
 #include <memory>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -99,6 +100,7 @@ public:
         QObject::connect(&timer, &QTimer::timeout, &m_context, [this] { tick(); });
         timer.start(kTickMs);
         std::vector<std::thread> tellers;
+        tellers.reserve(static_cast<std::size_t>(m_plan.tellers));
         for (int teller = 0; teller < m_plan.tellers; ++teller)
             tellers.emplace_back([this, teller] { runTeller(teller); });
 

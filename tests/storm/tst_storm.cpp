@@ -7,6 +7,8 @@
 #include <QDeadlineTimer>
 #include <QTest>
 
+#include <chrono>
+
 namespace {
 
 constexpr int kUsualSeconds = 60;
@@ -53,7 +55,7 @@ private slots:
 void StormTest::shouldEndAsTheHostsProject()
 {
     const bool survey = qEnvironmentVariableIsSet("TSA_STORM_SURVEY");
-    const QDeadlineTimer end(stormSeconds() * 1000);
+    const QDeadlineTimer end{std::chrono::seconds(stormSeconds())};
     int rounds = 0;
     int failures = 0;
     int slowRounds = 0;
