@@ -79,7 +79,8 @@ bool Screen::takesKeys() const
     const QJsonArray windows = m_told[QLatin1String("windows")].toArray();
     for (const QJsonValue& value : windows) {
         const Element window = elementOf(value.toObject());
-        if (window.role == QLatin1String("Window") || window.role == QLatin1String("Dialog"))
+        const auto isA = [&](const char* role) { return window.role == QLatin1String(role); };
+        if (isA("Window") || isA("Dialog") || isA("AlertMessage"))
             return window.is(QStringLiteral("active"));
     }
     return false;

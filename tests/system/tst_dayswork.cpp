@@ -50,6 +50,11 @@ Wanted dialog(const char* title)
     return {text("Dialog"), text(title), {}};
 }
 
+Wanted messageBox(const char* title)
+{
+    return {text("AlertMessage"), text(title), {}};
+}
+
 QString pickedProcessor(const char* name, const char* previous)
 {
     return text("ReportSelection(<%1>, 1: [<%1>], 0, <%2>)").arg(text(name), text(previous));
@@ -505,11 +510,11 @@ void DaysWorkTest::answer(const char* answerName)
 void DaysWorkTest::confirm(const char* question, const char* reply)
 {
     m_user->waitFor(text(question), [this, question] {
-        const std::optional<Element> box = m_program->look().find(dialog("Workbench"));
+        const std::optional<Element> box = m_program->look().find(messageBox("Workbench"));
         return box && box->description == text(question);
     });
     m_user->click(button(reply, "Workbench"));
-    m_user->lose(dialog("Workbench"));
+    m_user->lose(messageBox("Workbench"));
 }
 
 /// Waits until the panel has made these requests after those expected so far, and no other ones.

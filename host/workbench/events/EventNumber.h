@@ -1,26 +1,28 @@
 #pragma once
 
+#include "Interface/HostEvents.h"
+
 #include <QString>
 #include <QtGlobal>
 
-/// The numbers of the host events, their names, and the type of the argument that each carries.
+/// The numbers of the host events as the workbench names them, and the type of the argument that each carries.
 namespace EventNumber {
 
 enum Value : quint32 {
-    DetectStrategyChanged = 0,
-    DeviceSetsChanged = 1,
-    ProjectReset = 16,
-    GroupAdded = 17,
-    ProcessorAdded = 18,
-    ProcessorsAdded = 19,
-    NodeRemoved = 20,
-    NodesRemoved = 21,
-    ProcessorChanged = 25,
-    ProjectProcessorChanged = 26,
-    LanUsbChanged = 29,
-    CurrentProcessorChanged = 30,
-    MonitorWarningChanged = 37,
-    MonitorStateChanged = 39,
+    DetectStrategyChanged = HostEvents::DetectStrategyChanged::number,
+    DeviceSetsChanged = HostEvents::CurrentDeviceSetChanged::number,
+    ProjectReset = HostEvents::TreeReset::number,
+    GroupAdded = HostEvents::GroupAdded::number,
+    ProcessorAdded = HostEvents::ProcessorAdded::number,
+    ProcessorsAdded = HostEvents::ProcessorsAdded::number,
+    NodeRemoved = HostEvents::NodeRemoved::number,
+    NodesRemoved = HostEvents::NodesRemoved::number,
+    ProcessorChanged = HostEvents::ProcessorChanged::number,
+    ProjectProcessorChanged = HostEvents::ProjectProcessorChanged::number,
+    LanUsbChanged = HostEvents::LanUsbProcessorIp::number,
+    CurrentProcessorChanged = HostEvents::CurrentProcessorChanged::number,
+    MonitorWarningChanged = HostEvents::MonitorWarningChanged::number,
+    MonitorStateChanged = HostEvents::MonitorStateChanged::number,
 };
 
 /// The alternatives of HostEvent::Argument, in their order.
