@@ -144,6 +144,8 @@ bool CGuiCalls::settle(Deadline deadline)
     {
         const std::lock_guard guard(mutex());
         queued = m_line->queue.size();
+        if (isHere() && m_line->running)
+            return false;
         if (queued == 0 && !m_line->running && !isHere())
             return true;
     }

@@ -5,20 +5,21 @@
 
 namespace {
 
-bool isSame(const std::weak_ptr<IAbstractControlInterface>& one,
-            const std::shared_ptr<IAbstractControlInterface>& other)
-{
-    return !one.owner_before(other) && !other.owner_before(one);
-}
-
 template <typename Record>
 CHostAnswer<Record> ask(Record (Host::*question)(const QUuid&), const QUuid& id, quint32 event)
 {
-    const std::weak_ptr<IAbstractControlInterface> source = HandlerPlace::current();
-    const auto handler = GetTargetSelectHandler();
-    if (!handler)
-        return {};
-    return {source, checkedRecord((handler.get()->*question)(id), id, event)};
+    CHostAnswer<Record> answer;
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+        const std::weak_ptr<IAbstractControlInterface> source = HandlerPlace::current();
+        const auto handler = GetTargetSelectHandler();
+        if (!handler)
+            return {};
+        answer = {source, checkedRecord((handler.get()->*question)(id), id, event)};
+        // The host may replace its handler inside the question.
+        if (HandlerPlace::isCurrent(source))
+            break;
+    }
+    return answer;
 }
 
 } // namespace
@@ -26,7 +27,7 @@ CHostAnswer<Record> ask(Record (Host::*question)(const QUuid&), const QUuid& id,
 template <typename Record>
 bool CHostAnswer<Record>::isCurrent() const
 {
-    return isSame(m_source, HandlerPlace::current());
+    return HandlerPlace::isCurrent(m_source);
 }
 
 template class CHostAnswer<ProcessorNode>;

@@ -2,16 +2,9 @@
 
 #include "plugin/GuiThread.h"
 
-namespace {
-
-/// Hosts answer at once, unless they wait for something.
-constexpr std::chrono::milliseconds kUsualQuestion{20};
-
-} // namespace
-
 std::optional<CHostQuestion::Clock::time_point> CHostQuestion::Watch::releaseTime() const
 {
-    return nested > 0 ? std::optional(since + kUsualQuestion) : std::nullopt;
+    return nested > 0 ? std::optional(since + kUsual) : std::nullopt;
 }
 
 CHostQuestion::Watch& CHostQuestion::watch()

@@ -19,6 +19,9 @@ public:
 
     using Clock = std::chrono::steady_clock;
 
+    /// How long a question takes at most. Hosts answer at once, unless they wait for something.
+    static constexpr std::chrono::milliseconds kUsual{20};
+
     /// What threads wait in for the GUI thread: the condition is notified when a question begins
     /// or ends. Never destroyed.
     struct Watch

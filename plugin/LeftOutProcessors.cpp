@@ -6,18 +6,19 @@ void CLeftOutProcessors::add(const LeftOut& leftOut, const CEventOrder::CPlace& 
     m_origins.insert(leftOut.processor, {leftOut.group, place.teller(), weather});
 }
 
-bool CLeftOutProcessors::isDue(const QUuid& id, const CEventOrder::CPlace& place) const
+bool CLeftOutProcessors::isDue(const QUuid& id, const CEventOrder::CPlace& place, News news) const
 {
     const auto found = m_origins.constFind(id);
-    return found != m_origins.cend() && found->isDue(place);
+    return found != m_origins.cend() && found->isDue(place, news);
 }
 
-QList<QUuid> CLeftOutProcessors::takeDue(const QUuid& group, const CEventOrder::CPlace& place)
+QList<CLeftOutProcessors::Due>
+CLeftOutProcessors::takeDue(const QUuid& group, const CEventOrder::CPlace& place, News news)
 {
-    QList<QUuid> due;
+    QList<Due> due;
     for (auto origin = m_origins.begin(); origin != m_origins.end();) {
-        if (origin->group == group && origin->isDue(place)) {
-            due.append(origin.key());
+        if (origin->group == group && origin->isDue(place, news)) {
+            due.append({origin.key(), origin->weather});
             origin = m_origins.erase(origin);
         } else {
             ++origin;

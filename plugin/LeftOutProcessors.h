@@ -14,22 +14,33 @@
 /// Where several threads tell of groups and processors, or an event waited, an answer may name a
 /// group whose event is still on its way, or one that is dissolved by now: such a processor is
 /// looked at again when the event about its group comes. A host that tells everything in order on
-/// one thread left the processor without its group on purpose.
+/// one thread left the processor without its group on purpose, unless a fill did not find the group
+/// and the host then tells of its end: the two lists of a fill are not asked for at once.
 class CLeftOutProcessors final
 {
 public:
-    /// Whether the answer that named the group was applied as soon as it was given.
-    enum class Weather { Calm, Rough };
+    /// Whether the answer that named the group was applied as soon as it was given; or came with
+    /// the lists of a fill.
+    enum class Weather { Calm, Fill, Rough };
+
+    /// What an event does to the row that it names.
+    enum class News { Change, End };
 
     void add(const LeftOut& leftOut, const CEventOrder::CPlace& place, Weather weather);
     void remove(const QUuid& id) { m_origins.remove(id); }
     void clear() { m_origins.clear(); }
 
     /// Returns whether `id` is to be looked at again on an event about it.
-    bool isDue(const QUuid& id, const CEventOrder::CPlace& place) const;
+    bool isDue(const QUuid& id, const CEventOrder::CPlace& place, News news) const;
+
+    struct Due
+    {
+        QUuid processor;
+        Weather weather;
+    };
 
     /// Takes out those that wait for an event about `group`.
-    QList<QUuid> takeDue(const QUuid& group, const CEventOrder::CPlace& place);
+    QList<Due> takeDue(const QUuid& group, const CEventOrder::CPlace& place, News news);
 
 private:
     struct Origin
@@ -38,9 +49,10 @@ private:
         std::thread::id teller;
         Weather weather;
 
-        bool isDue(const CEventOrder::CPlace& place) const
+        bool isDue(const CEventOrder::CPlace& place, News news) const
         {
-            return weather == Weather::Rough || teller != place.teller();
+            return weather == Weather::Rough || teller != place.teller()
+                   || (weather == Weather::Fill && news == News::End);
         }
     };
 

@@ -57,14 +57,14 @@ CPanelEvents::Current CPanelEvents::askForCurrent()
 
 void CPanelEvents::showCurrent(const Current& current)
 {
-    m_calls->run([this, current] {
+    m_calls->run([self = shared_from_this(), current] {
         if (!HandlerPlace::current())
             return;
         const auto shown =
-            holds(current) ? current.processor : askHost(&Host::GetCurrentProcessorId);
-        if (m_panel) {
-            QMetaObject::invokeMethod(m_panel, "onCurrentProcessorChanged", Qt::DirectConnection,
-                                      Q_ARG(QUuid, shown));
+            self->holds(current) ? current.processor : askHost(&Host::GetCurrentProcessorId);
+        if (self->m_panel) {
+            QMetaObject::invokeMethod(self->m_panel, "onCurrentProcessorChanged",
+                                      Qt::DirectConnection, Q_ARG(QUuid, shown));
         }
     });
 }
@@ -73,16 +73,15 @@ void CPanelEvents::showCurrent(const Current& current)
 /// something since: of that the host told in vain, while it was being reported.
 bool CPanelEvents::holds(const Current& current) const
 {
-    const std::shared_ptr<void> source = HandlerPlace::current();
     return current.isKnown && current.reports == m_reports
-           && !m_currents.isOvertakenAtAll(*current.place) && !current.source.owner_before(source)
-           && !source.owner_before(current.source);
+           && !m_currents.isOvertakenAtAll(*current.place)
+           && HandlerPlace::isCurrent(current.source);
 }
 
 void CPanelEvents::post(std::function<void(QObject&)> call)
 {
-    m_calls->post([this, call = std::move(call)] {
-        if (m_panel)
-            call(*m_panel);
+    m_calls->post([self = shared_from_this(), call = std::move(call)] {
+        if (self->m_panel)
+            call(*self->m_panel);
     });
 }

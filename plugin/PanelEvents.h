@@ -12,12 +12,13 @@
 #include <memory>
 
 class CGuiCalls;
+class IAbstractControlInterface;
 
 /// The host's events about the panel itself, as jobs of the work thread: each calls a slot of the
 /// panel that exists when its turn on the GUI thread comes, by name.
 ///
 /// Thread-safe, but for setPanel(). Shared with the jobs.
-class CPanelEvents final
+class CPanelEvents final : public std::enable_shared_from_this<CPanelEvents>
 {
 public:
     explicit CPanelEvents(std::shared_ptr<CGuiCalls> calls);
@@ -42,7 +43,7 @@ public:
         quint32 reports = 0;
         bool isKnown = false;
         QUuid processor;
-        std::weak_ptr<void> source; // the handler that answered
+        std::weak_ptr<IAbstractControlInterface> source; // the handler that answered
     };
 
     /// Asks the host for its current processor. On the thread that tells the event.

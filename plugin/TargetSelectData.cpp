@@ -28,6 +28,17 @@ std::shared_ptr<CGuiCalls> makeCalls()
     return {new CGuiCalls, [](CGuiCalls* calls) { calls->deleteLater(); }};
 }
 
+/// Not deleted before its job is over, which may be inside a question to the host.
+std::shared_ptr<CWorkThread> makeWorkThread()
+{
+    return {new CWorkThread, [](CWorkThread* thread) {
+                thread->ThreadExit();
+                QObject::connect(thread, &QThread::finished, thread, &QObject::deleteLater);
+                if (thread->isFinished())
+                    thread->deleteLater();
+            }};
+}
+
 /// Returns the first value of the argument of `Event`.
 template <typename Event>
 auto argument(const CSubject& subject)
@@ -47,6 +58,12 @@ void runJob(quint32 event, const std::function<void()>& job)
     }
 }
 
+void post(CWorkThread& thread, quint32 event, std::function<void()> job)
+{
+    thread.AppendEvent(
+        {static_cast<int>(event), [event, job = std::move(job)] { runJob(event, job); }}, false);
+}
+
 } // namespace
 
 CTargetSelectData* CTargetSelectData::Instance()
@@ -57,8 +74,8 @@ CTargetSelectData* CTargetSelectData::Instance()
 
 CTargetSelectData::CTargetSelectData(QObject* parent)
     : QObject(parent)
-    , m_workThread(std::make_unique<CWorkThread>())
     , m_model(std::make_unique<CProcessorTreeModel>())
+    , m_workThread(makeWorkThread())
     , m_calls(makeCalls())
     , m_treeEvents(std::make_shared<CTreeEvents>(*m_model, m_calls))
     , m_panelEvents(std::make_shared<CPanelEvents>(m_calls))
@@ -86,11 +103,6 @@ CTargetSelectData::~CTargetSelectData()
 {
     Stop();
     m_treeEvents->end();
-    if (m_workThread->isRunning()) {
-        // Its job holds what it needs, and deletes the thread when it is over.
-        connect(m_workThread.get(), &QThread::finished, m_workThread.get(), &QObject::deleteLater);
-        m_workThread.release();
-    }
     m_model->setOnChanged({});
     CPaintScope::setOnEnded({});
     m_calls->waitWhile({});
@@ -107,18 +119,19 @@ void CTargetSelectData::Update(CSubject* subject)
 void CTargetSelectData::dispatch(const CSubject& subject)
 {
     using namespace HostEvents;
-    // The bridge may be destroyed while the host is asked.
+    // Another thread may be here while the bridge is destroyed.
+    const auto jobs = m_workThread;
     const auto tree = m_treeEvents;
     const auto panel = m_panelEvents;
     const quint32 event = subject.GetEvent();
     switch (event) {
     case DetectStrategyChanged::number:
-        postJob(event, [panel, strategy = argument<DetectStrategyChanged>(subject)] {
+        post(*jobs, event, [panel, strategy = argument<DetectStrategyChanged>(subject)] {
             panel->changeDetectStrategy(strategy);
         });
         break;
     case CurrentDeviceSetChanged::number:
-        postJob(event, [panel, sets = CurrentDeviceSetChanged::argument(subject)] {
+        post(*jobs, event, [panel, sets = CurrentDeviceSetChanged::argument(subject)] {
             panel->changeDeviceSets(std::get<0>(sets), std::get<1>(sets));
         });
         break;
@@ -147,20 +160,20 @@ void CTargetSelectData::dispatch(const CSubject& subject)
         tree->refreshNode(argument<ProjectProcessorChanged>(subject));
         break;
     case LanUsbProcessorIp::number:
-        postJob(event, [panel] { panel->changeLanUsbAddresses(); });
+        post(*jobs, event, [panel] { panel->changeLanUsbAddresses(); });
         break;
     case CurrentProcessorChanged::number:
         if (!IsSelectionEchoGuarded()) {
-            postJob(event,
-                    [panel, current = panel->askForCurrent()] { panel->showCurrent(current); });
+            post(*jobs, event,
+                 [panel, current = panel->askForCurrent()] { panel->showCurrent(current); });
         }
         break;
     case MonitorWarningChanged::number:
-        postJob(event, [panel] { panel->repaintMonitorWarnings(); });
+        post(*jobs, event, [panel] { panel->repaintMonitorWarnings(); });
         break;
     case MonitorStateChanged::number: {
         const QList<QUuid> ids = argument<MonitorStateChanged>(subject);
-        postJob(event, [tree, panel, ids, place = tree->monitorStatesPlace(ids)] {
+        post(*jobs, event, [tree, panel, ids, place = tree->monitorStatesPlace(ids)] {
             tree->updateMonitorStates(place, ids);
             panel->repaintMonitorWarnings();
         });
@@ -183,7 +196,17 @@ void CTargetSelectData::ResetModel()
 
 void CTargetSelectData::RemoveAllGroups()
 {
-    m_calls->run([this] { m_model->removeAllGroups(); });
+    changeTree([model = m_model.get()] { model->removeAllGroups(); });
+}
+
+void CTargetSelectData::changeTree(std::function<void()> change)
+{
+    m_treeEvents->changeTree(std::move(change));
+}
+
+void CTargetSelectData::noteChange()
+{
+    m_treeEvents->noteChange();
 }
 
 bool CTargetSelectData::IsReadOnly()
@@ -236,10 +259,4 @@ void CTargetSelectData::Stop()
     m_calls->close();
     m_workThread->ThreadExit();
     m_workThread->wait(kJobEndMs);
-}
-
-void CTargetSelectData::postJob(quint32 event, std::function<void()> job)
-{
-    m_workThread->AppendEvent(
-        {static_cast<int>(event), [event, job = std::move(job)] { runJob(event, job); }}, false);
 }

@@ -49,7 +49,8 @@ public:
     explicit CTargetSelectData(QObject* parent = nullptr);
 
     /// Ends the work thread after the job in hand, without waiting for a job that is inside a
-    /// question to the host, and releases every thread that waits here.
+    /// question to the host, and releases every thread that waits here. Other threads may be inside
+    /// an event then; the GUI thread is not.
     ~CTargetSelectData() override;
 
     /// Called by the host's subject for each event, on its notifying thread.
@@ -88,16 +89,23 @@ public:
     /// application quits. GUI thread.
     void Stop();
 
+    /// Changes the tree without an event of the host's, behind what is queued and not in the middle
+    /// of another change. GUI thread.
+    void changeTree(std::function<void()> change);
+
+    /// Makes void what the host answered so far: its project changed without an event, as by a name
+    /// that the user gave. Any thread.
+    void noteChange();
+
     /// The calls on their way to the GUI thread.
     CGuiCalls& guiCalls() { return *m_calls; }
 
 private:
     void dispatch(const CSubject& subject);
-    void postJob(quint32 event, std::function<void()> job);
 
-    std::unique_ptr<CWorkThread> m_workThread;
     std::unique_ptr<CProcessorTreeModel> m_model;
     // Shared with the threads and jobs that are inside an event.
+    const std::shared_ptr<CWorkThread> m_workThread;
     const std::shared_ptr<CGuiCalls> m_calls;
     const std::shared_ptr<CTreeEvents> m_treeEvents;
     const std::shared_ptr<CPanelEvents> m_panelEvents;

@@ -18,9 +18,9 @@ struct Question
     {
     }
 
-    std::shared_ptr<ITargetSelectInterfaceHandler> handler;
     CHostQuestion question;
     CPanelStep step;
+    std::shared_ptr<ITargetSelectInterfaceHandler> handler; // may end here, inside the question
 };
 
 /// The handler is not owned here: one that the host replaces has to go.
@@ -79,4 +79,10 @@ Control HandlerPlace::current()
         return place().seen.lock();
     place().seen = *place().pointer;
     return *place().pointer;
+}
+
+bool HandlerPlace::isCurrent(const std::weak_ptr<IAbstractControlInterface>& source)
+{
+    const Control now = current();
+    return !source.owner_before(now) && !now.owner_before(source);
 }

@@ -27,6 +27,10 @@ Result askHost(Result (ITargetSelectInterfaceHandler::*question)(Parameters...),
 
 using Host = ITargetSelectInterfaceHandler;
 
+/// How often the host is asked the same when each answer is void: it replaces its handler, or what
+/// it is asked about, inside the question.
+constexpr int kMostAttempts = 3;
+
 /// Where the host keeps its handler. The panel tells; everybody else asks the functions above.
 namespace HandlerPlace {
 
@@ -43,5 +47,8 @@ void refresh();
 
 /// The handler that GetTargetSelectHandler() would ask, of whatever kind. Any thread.
 std::shared_ptr<IAbstractControlInterface> current();
+
+/// Returns whether current() is the one that `source` was. Any thread.
+bool isCurrent(const std::weak_ptr<IAbstractControlInterface>& source);
 
 } // namespace HandlerPlace

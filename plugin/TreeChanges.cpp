@@ -10,7 +10,10 @@
 #include <QMetaObject>
 #include <QSet>
 
+#include <algorithm>
+
 using Weather = CLeftOutProcessors::Weather;
+using News = CLeftOutProcessors::News;
 
 CTreeChanges::CTreeChanges(CProcessorTreeModel& model, CGuiCalls& calls)
     : m_model(model)
@@ -49,7 +52,7 @@ void CTreeChanges::reset(const Place& place)
         return;
     QMetaObject::invokeMethod(&m_model, "reset", Qt::DirectConnection);
     m_leftOut.clear();
-    noteLeftOut(place);
+    noteLeftOut(place, Weather::Fill);
 }
 
 void CTreeChanges::addGroup(const Place& place, const QUuid& id,
@@ -63,11 +66,19 @@ void CTreeChanges::addGroup(const Place& place, const QUuid& id,
         return;
     QMetaObject::invokeMethod(&m_model, "AppendGroup", Qt::DirectConnection,
                               Q_ARG(ProcessorGroupNode, *group));
-    addLeftOut(place, id, event);
+    addLeftOut(place, id, event, News::Change);
 }
 
 void CTreeChanges::addProcessor(const Place& place, const QUuid& id,
                                 const CHostAnswer<ProcessorNode>& answer, quint32 event)
+{
+    addProcessor(place, id, answer, event, Weather::Rough);
+}
+
+/// `asking` is the weather in which the host is asked here.
+void CTreeChanges::addProcessor(const Place& place, const QUuid& id,
+                                const CHostAnswer<ProcessorNode>& answer, quint32 event,
+                                Weather asking)
 {
     if (!HandlerPlace::isSet() || m_model.getItem(id))
         return;
@@ -77,7 +88,7 @@ void CTreeChanges::addProcessor(const Place& place, const QUuid& id,
         return;
     QMetaObject::invokeMethod(&m_model, "AppendProcessor", Qt::DirectConnection,
                               Q_ARG(ProcessorNode, *processor));
-    noteIfLeftOut(place, {processor->id, processor->groupId}, isFresh);
+    noteIfLeftOut(place, {processor->id, processor->groupId}, isFresh ? Weather::Calm : asking);
 }
 
 void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
@@ -94,24 +105,24 @@ void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
     }
     QMetaObject::invokeMethod(&m_model, "AppendProcessors", Qt::DirectConnection,
                               Q_ARG(QList<QUuid>, missing));
-    noteLeftOut(place);
+    noteLeftOut(place, Weather::Calm);
 }
 
-void CTreeChanges::removeNode(const Place& place, const QUuid& id, bool doubtful)
+void CTreeChanges::removeNode(const Place& place, const QUuid& id, const Told& told)
 {
-    if (!HandlerPlace::isSet() || (isStale(place, id, doubtful) && !dissolve(id)))
+    if (!HandlerPlace::isSet() || (isStale(place, id, told) && !dissolve(place, id)))
         return;
     QMetaObject::invokeMethod(&m_model, "removeNode", Qt::DirectConnection, Q_ARG(QUuid, id));
     forget(place, id);
 }
 
-void CTreeChanges::removeNodes(const Place& place, const QList<QUuid>& ids, bool doubtful)
+void CTreeChanges::removeNodes(const Place& place, const QList<QUuid>& ids, const Told& told)
 {
     if (!HandlerPlace::isSet())
         return;
     QList<QUuid> gone;
     for (const QUuid& id : ids) {
-        if (!isStale(place, id, doubtful) || dissolve(id))
+        if (!isStale(place, id, told) || dissolve(place, id))
             gone.append(id);
     }
     QMetaObject::invokeMethod(&m_model, "removeNodes", Qt::DirectConnection,
@@ -129,7 +140,7 @@ void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool on
         QStandardItem* item = m_model.getItem(id);
         return item && (!onlyProcessors || nodeType(*item) == NodeProcessor) ? item : nullptr;
     };
-    if (!m_model.getItem(id) && m_leftOut.isDue(id, *place)) {
+    if (!m_model.getItem(id) && m_leftOut.isDue(id, *place, News::Change)) {
         addProcessor(place, id, {}, event);
         return;
     }
@@ -141,7 +152,8 @@ void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool on
     if (!processor || !item)
         return;
     m_model.updateProcessor(item, *processor);
-    noteIfLeftOut(place, {processor->id, processor->groupId}, isFresh);
+    noteIfLeftOut(place, {processor->id, processor->groupId},
+                  isFresh ? Weather::Calm : Weather::Rough);
 }
 
 void CTreeChanges::announceRecords(const QList<QUuid>& ids)
@@ -156,7 +168,7 @@ void CTreeChanges::refreshRecords(const Place& place, const QList<QUuid>& ids)
         if (!HandlerPlace::isSet())
             return;
         const QStandardItem* item = m_model.getItem(id);
-        if (!item && m_leftOut.isDue(id, *place))
+        if (!item && m_leftOut.isDue(id, *place, News::Change))
             addProcessor(place, id, {}, event);
         if (!item || nodeType(*item) != NodeProcessor)
             continue;
@@ -171,9 +183,8 @@ void CTreeChanges::refreshRecords(const Place& place, const QList<QUuid>& ids)
     }
 }
 
-/// Keeps an eye on the processor of `leftOut` if it has no row. `isFresh` is whether what the host
-/// said of it was applied at once.
-void CTreeChanges::noteIfLeftOut(const Place& place, const LeftOut& leftOut, bool isFresh)
+/// Keeps an eye on the processor of `leftOut` if it has no row.
+void CTreeChanges::noteIfLeftOut(const Place& place, const LeftOut& leftOut, Weather weather)
 {
     if (m_model.getItem(leftOut.processor) || leftOut.group.isNull()) {
         m_leftOut.remove(leftOut.processor);
@@ -181,24 +192,23 @@ void CTreeChanges::noteIfLeftOut(const Place& place, const LeftOut& leftOut, boo
     }
     qCDebug(lcBridge) << "processor" << leftOut.processor << "is left out: group" << leftOut.group
                       << "is unknown";
-    m_leftOut.add(leftOut, *place,
-                  isFresh && m_order.hasNoOther() ? Weather::Calm : Weather::Rough);
+    m_leftOut.add(leftOut, *place, m_order.hasNoOther() ? weather : Weather::Rough);
 }
 
 /// Does the same for those that the model left out of a list.
-void CTreeChanges::noteLeftOut(const Place& place)
+void CTreeChanges::noteLeftOut(const Place& place, Weather weather)
 {
     const QList<LeftOut> all = m_model.takeLeftOut();
     for (const LeftOut& leftOut : all)
-        noteIfLeftOut(place, leftOut, !m_order.isOvertakenAtAll(*place));
+        noteIfLeftOut(place, leftOut, m_order.isOvertakenAtAll(*place) ? Weather::Rough : weather);
 }
 
 /// Adds the processors that were left out for want of `group`, or of what became of it.
-void CTreeChanges::addLeftOut(const Place& place, const QUuid& group, quint32 event)
+void CTreeChanges::addLeftOut(const Place& place, const QUuid& group, quint32 event, News news)
 {
-    const QList<QUuid> due = m_leftOut.takeDue(group, *place);
-    for (const QUuid& id : due)
-        addProcessor(place, id, {}, event);
+    const auto due = m_leftOut.takeDue(group, *place, news);
+    for (const auto& [id, weather] : due)
+        addProcessor(place, id, {}, event, weather);
     // A fill counts those that it left out.
     if (!due.isEmpty())
         m_model.updateRootText();
@@ -207,11 +217,11 @@ void CTreeChanges::addLeftOut(const Place& place, const QUuid& group, quint32 ev
 /// Notes that the host has told of the end of `id`.
 void CTreeChanges::forget(const Place& place, const QUuid& id)
 {
-    const bool wasCounted = m_leftOut.isDue(id, *place);
+    const bool wasCounted = m_leftOut.isDue(id, *place, News::End);
     m_leftOut.remove(id);
     if (wasCounted)
         m_model.updateRootText();
-    addLeftOut(place, id, HostEvents::NodeRemoved::number);
+    addLeftOut(place, id, HostEvents::NodeRemoved::number, News::End);
 }
 
 bool CTreeChanges::isGroup(const QUuid& id) const
@@ -220,16 +230,26 @@ bool CTreeChanges::isGroup(const QUuid& id) const
     return item && nodeType(*item) == NodeGroup;
 }
 
-/// Returns whether the removal of `id` would dissolve a group that the host may have again by now.
-/// Dissolving tells the host where the group's processors stand.
-bool CTreeChanges::isStale(const Place& place, const QUuid& id, bool doubtful) const
+/// Returns whether the removal of `id`, told at `told`, would dissolve a group that the host may
+/// have again by now, or whose processors it has put elsewhere. Dissolving tells the host where
+/// they stand.
+bool CTreeChanges::isStale(const Place& place, const QUuid& id, const Told& told) const
 {
-    return isGroup(id) && ((doubtful && !m_calls.isAwaited()) || m_order.isContested(*place, id));
+    if (!isGroup(id) || m_calls.isAwaited())
+        return isGroup(id) && m_order.isContested(*place, id);
+    if (told.whileHeldUp || m_order.isContested(*place, id))
+        return true;
+    if (!told.isLongAgo())
+        return false;
+    const QList<QUuid> members = m_model.getChildProcessor(m_model.getItem(id)->index());
+    return m_order.isOvertaken(*place, id)
+           || std::any_of(members.begin(), members.end(),
+                          [&](const QUuid& member) { return m_order.isOvertaken(*place, member); });
 }
 
 /// Brings the processors of `group` to where the host has them now. Returns whether the host has
 /// the group no more, so that its row can go.
-bool CTreeChanges::dissolve(const QUuid& group)
+bool CTreeChanges::dissolve(const Place& place, const QUuid& group)
 {
     constexpr quint32 event = HostEvents::NodeRemoved::number;
     const QStandardItem* item = m_model.getItem(group);
@@ -238,10 +258,16 @@ bool CTreeChanges::dissolve(const QUuid& group)
     for (const QUuid& member : members) {
         const auto processor = askForProcessor(member, event).record();
         item = m_model.getItem(member);
-        if (!processor || !item || processor->groupId == group)
+        if (!item || (processor && processor->groupId == group))
             continue;
-        if (record || !processor->groupId.isNull())
+        if (!processor || (!processor->groupId.isNull() && !isGroup(processor->groupId))) {
+            // The host has it no more, or in a group that the tree has yet to hear of.
+            m_model.removeNode(member);
+            if (processor)
+                noteIfLeftOut(place, {member, processor->groupId}, Weather::Rough);
+        } else if (record || !processor->groupId.isNull()) {
             m_model.moveProcessors({item->index()}, processor->groupId);
+        }
     }
     if (record && isGroup(group))
         m_model.updateGroup(m_model.getItem(group), *record);

@@ -2,6 +2,7 @@
 
 #include "plugin/EventOrder.h"
 #include "plugin/HostAnswer.h"
+#include "plugin/HostQuestion.h"
 #include "plugin/LeftOutProcessors.h"
 
 #include <QList>
@@ -34,9 +35,20 @@ public:
                       quint32 event);
     void addProcessors(const Place& place, const QList<QUuid>& ids);
 
-    /// With `doubtful` the removal was told while the GUI thread could not follow.
-    void removeNode(const Place& place, const QUuid& id, bool doubtful);
-    void removeNodes(const Place& place, const QList<QUuid>& ids, bool doubtful);
+    /// When a removal was told.
+    struct Told
+    {
+        CHostQuestion::Clock::time_point when = CHostQuestion::Clock::now();
+        bool whileHeldUp = CHostQuestion::holdsUpGuiThread();
+
+        /// Returns whether the GUI thread could not follow.
+        bool isLongAgo() const
+        {
+            return CHostQuestion::Clock::now() > when + CHostQuestion::kUsual;
+        }
+    };
+    void removeNode(const Place& place, const QUuid& id, const Told& told);
+    void removeNodes(const Place& place, const QList<QUuid>& ids, const Told& told);
 
     void refreshProcessor(const Place& place, const QUuid& id, bool onlyProcessors,
                           const CHostAnswer<ProcessorNode>& answer, quint32 event);
@@ -51,13 +63,17 @@ private:
     template <typename Record>
     bool holds(const Place& place, const QUuid& id, const CHostAnswer<Record>& answer) const;
 
-    void noteIfLeftOut(const Place& place, const LeftOut& leftOut, bool isFresh);
-    void noteLeftOut(const Place& place);
-    void addLeftOut(const Place& place, const QUuid& group, quint32 event);
+    void addProcessor(const Place& place, const QUuid& id, const CHostAnswer<ProcessorNode>& answer,
+                      quint32 event, CLeftOutProcessors::Weather asking);
+    void noteIfLeftOut(const Place& place, const LeftOut& leftOut,
+                       CLeftOutProcessors::Weather weather);
+    void noteLeftOut(const Place& place, CLeftOutProcessors::Weather weather);
+    void addLeftOut(const Place& place, const QUuid& group, quint32 event,
+                    CLeftOutProcessors::News news);
     void forget(const Place& place, const QUuid& id);
     bool isGroup(const QUuid& id) const;
-    bool isStale(const Place& place, const QUuid& id, bool doubtful) const;
-    bool dissolve(const QUuid& group);
+    bool isStale(const Place& place, const QUuid& id, const Told& told) const;
+    bool dissolve(const Place& place, const QUuid& group);
 
     CProcessorTreeModel& m_model;
     CGuiCalls& m_calls;

@@ -11,8 +11,15 @@ namespace {
 
 using Reach = CEventOrder::Reach;
 
-/// How often the work thread asks for a record that keeps changing meanwhile.
-constexpr int kMostAttempts = 3;
+/// Asks the host, which may take its time: that of the wait for the GUI thread does not pass.
+template <typename Question>
+auto asked(CGuiCalls::Deadline& deadline, Question question)
+{
+    const auto begun = CHostQuestion::Clock::now();
+    auto answer = question();
+    deadline += CHostQuestion::Clock::now() - begun;
+    return answer;
+}
 
 } // namespace
 
@@ -31,9 +38,24 @@ void CTreeEvents::end()
     m_model.end();
 }
 
+void CTreeEvents::noteChange()
+{
+    m_changes->order().take({}, Reach::WholeTree);
+}
+
+void CTreeEvents::changeTree(std::function<void()> change)
+{
+    m_calls->post([changes = m_changes, change = std::move(change)] {
+        // Before and after: the host may be told in the middle of it.
+        changes->order().take({}, Reach::WholeTree);
+        change();
+        changes->order().take({}, Reach::WholeTree);
+    });
+}
+
 void CTreeEvents::clear()
 {
-    m_calls->post([changes = m_changes] { changes->clear(); });
+    changeTree([changes = m_changes] { changes->clear(); });
 }
 
 // What asks nobody beforehand takes its place together with that in the queue: an event that comes
@@ -54,22 +76,21 @@ void CTreeEvents::addProcessors(const QList<QUuid>& ids)
 
 void CTreeEvents::removeNode(const QUuid& id)
 {
-    const bool doubtful = CHostQuestion::holdsUpGuiThread();
+    const CTreeChanges::Told told;
     const Reach reach = reachOfRemoval({id});
     const auto place = std::make_shared<CEventOrder::Place>();
-    m_calls->post(
-        [changes = m_changes, place, id, doubtful] { changes->removeNode(*place, id, doubtful); },
-        [&] { *place = m_changes->order().take({id}, reach); });
+    m_calls->post([changes = m_changes, place, id, told] { changes->removeNode(*place, id, told); },
+                  [&] { *place = m_changes->order().take({id}, reach); });
 }
 
 void CTreeEvents::removeNodes(const QList<QUuid>& ids)
 {
-    const bool doubtful = CHostQuestion::holdsUpGuiThread();
+    const CTreeChanges::Told told;
     const Reach reach = reachOfRemoval(ids);
     const auto place = std::make_shared<CEventOrder::Place>();
-    m_calls->post([changes = m_changes, place, ids,
-                   doubtful] { changes->removeNodes(*place, ids, doubtful); },
-                  [&] { *place = m_changes->order().take(ids, reach); });
+    m_calls->post(
+        [changes = m_changes, place, ids, told] { changes->removeNodes(*place, ids, told); },
+        [&] { *place = m_changes->order().take(ids, reach); });
 }
 
 /// The removal of a group moves the processors that stand in it.
@@ -86,12 +107,12 @@ CEventOrder::Reach CTreeEvents::reachOfRemoval(const QList<QUuid>& ids) const
 void CTreeEvents::addGroup(const QUuid& id)
 {
     const auto place = m_changes->order().take({id}, Reach::WholeTree);
-    const auto deadline = m_calls->deadline();
+    auto deadline = m_calls->deadline();
     CHostAnswer<ProcessorGroupNode> answer;
     if (m_calls->settle(deadline)) {
         if (m_model.find(id))
             return;
-        answer = askForGroup(id, HostEvents::GroupAdded::number);
+        answer = asked(deadline, [&] { return askForGroup(id, HostEvents::GroupAdded::number); });
     }
     m_calls->run([changes = m_changes, place, id,
                   answer = std::move(answer)] { changes->addGroup(place, id, answer); },
@@ -102,12 +123,12 @@ void CTreeEvents::addProcessor(const QUuid& id)
 {
     constexpr quint32 event = HostEvents::ProcessorAdded::number;
     const auto place = m_changes->order().take({id}, Reach::OwnRows);
-    const auto deadline = m_calls->deadline();
+    auto deadline = m_calls->deadline();
     CHostAnswer<ProcessorNode> answer;
     if (m_calls->settle(deadline)) {
         if (m_model.find(id))
             return;
-        answer = askForProcessor(id, event);
+        answer = asked(deadline, [&] { return askForProcessor(id, event); });
     }
     m_calls->run([changes = m_changes, place, id,
                   answer = std::move(answer)] { changes->addProcessor(place, id, answer, event); },
@@ -127,14 +148,14 @@ void CTreeEvents::refreshNode(const QUuid& id)
 void CTreeEvents::refresh(const QUuid& id, bool onlyProcessors, quint32 event)
 {
     const auto place = m_changes->order().take({id}, Reach::OwnRows);
-    const auto deadline = m_calls->deadline();
+    auto deadline = m_calls->deadline();
     CHostAnswer<ProcessorNode> answer;
     if (m_calls->settle(deadline)) {
         const auto row = m_model.find(id);
         if (row && onlyProcessors && row->type != NodeProcessor)
             return;
         if (row)
-            answer = askForProcessor(id, event);
+            answer = asked(deadline, [&] { return askForProcessor(id, event); });
     }
     m_calls->run([changes = m_changes, place, id, onlyProcessors, answer = std::move(answer),
                   event] { changes->refreshProcessor(place, id, onlyProcessors, answer, event); },
@@ -180,7 +201,9 @@ CTreeEvents::Rewriting CTreeEvents::rewriteRecord(const QUuid& id)
             return Rewriting::Done;
         const quint32 version = cell->version();
         const auto answer = askForProcessor(id, HostEvents::MonitorStateChanged::number);
-        if (!answer.isGiven())
+        // Another group: the row is about to move, or the host has not been told of its move yet.
+        if (!answer.isGiven()
+            || (answer.record() && answer.record()->groupId != cell->load().groupId))
             return Rewriting::NotHere;
         if (!answer.record() || m_model.replaceRecord(id, cell, version, *answer.record()))
             return Rewriting::Done;

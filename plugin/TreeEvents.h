@@ -6,6 +6,7 @@
 #include <QList>
 #include <QUuid>
 
+#include <functional>
 #include <memory>
 
 class CGuiCalls;
@@ -43,6 +44,13 @@ public:
     /// The place of a monitor state event, taken when it arrives; the rest runs on the work thread.
     CEventOrder::Place monitorStatesPlace(const QList<QUuid>& ids);
     void updateMonitorStates(const CEventOrder::Place& place, const QList<QUuid>& ids);
+
+    /// Changes the tree without an event of the host's, behind what is queued: what the host
+    /// answered before counts as overtaken. GUI thread.
+    void changeTree(std::function<void()> change);
+
+    /// Makes void what the host answered so far: the tree or the project changed without an event.
+    void noteChange();
 
     /// The tree back to its root alone, behind what is queued. GUI thread.
     void clear();

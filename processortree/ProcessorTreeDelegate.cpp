@@ -2,6 +2,7 @@
 
 #include "host/common/AppendLog.h"
 #include "host/widgets/ToolTip.h"
+#include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/NameEditor.h"
 #include "processortree/NodeType.h"
@@ -170,6 +171,7 @@ void CProcessorTreeDelegate::setModelData(QWidget* editor, QAbstractItemModel* m
         return;
     if (row.data(Qt::EditRole).toString() == oldName)
         aliveModel->setData(row, name, Qt::DisplayRole); // not the edit role: the record follows
+    CTargetSelectData::Instance()->noteChange();
 }
 
 void CProcessorTreeDelegate::updateEditorGeometry(QWidget* editor,

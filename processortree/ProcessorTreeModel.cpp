@@ -88,11 +88,8 @@ bool CProcessorTreeModel::setData(const QModelIndex& index, const QVariant& valu
     const QString name = value.toString();
     const auto type = nodeType(index);
     if (item && type == NodeProcessor) {
-        ProcessorNode processor = processorRecord(item->data(NodeDataRole));
-        if (processor.name != name) {
-            processor.name = name;
-            storeProcessor(item, processor);
-        }
+        if (processorRecord(item->data(NodeDataRole)).name != name)
+            modifyProcessor(item, [&name](ProcessorNode& processor) { processor.name = name; });
     } else if (item && type == NodeGroup) {
         auto group = item->data(NodeDataRole).value<ProcessorGroupNode>();
         if (group.name != name) {
@@ -160,7 +157,7 @@ void CProcessorTreeModel::updateProcessor(QStandardItem* item, const ProcessorNo
     const bool isElsewhere =
         processor.ipAddress != recordKey(known).ipAddress
         || (handle.cell() && processor.ipAddress != handle.cell()->placedAddress());
-    if (processor.reachedByIp && isElsewhere) {
+    if (nodeType(*item) == NodeProcessor && processor.reachedByIp && isElsewhere) {
         removeNode(processorRecord(known).id);
         AppendProcessor(processor);
         return;
@@ -209,9 +206,17 @@ void CProcessorTreeModel::reset()
     if (!m_root || (m_root->hasChildren() && !GetTargetSelectHandler()))
         return;
     // The host answers before the reset begins, so that it may look at the tree or raise events.
-    QList<ProcessorNode> processors = askHost(&Host::GetAllProcessorNodes);
-    QList<ProcessorGroupNode> groups = askHost(&Host::GetAllGroupNodes);
-    if (!m_root)
+    // Both lists are to come from one handler.
+    QList<ProcessorNode> processors;
+    QList<ProcessorGroupNode> groups;
+    bool isCurrent = false;
+    for (int attempt = 0; attempt < kMostAttempts && !isCurrent; ++attempt) {
+        const std::weak_ptr<IAbstractControlInterface> source = HandlerPlace::current();
+        processors = askHost(&Host::GetAllProcessorNodes);
+        groups = askHost(&Host::GetAllGroupNodes);
+        isCurrent = HandlerPlace::isCurrent(source);
+    }
+    if (!m_root || (m_root->hasChildren() && !GetTargetSelectHandler()))
         return;
 
     const Batch batch(this);
@@ -360,6 +365,23 @@ void CProcessorTreeModel::storeProcessor(QStandardItem* item, const ProcessorNod
     }
     handle.cell()->store(processor);
     // The item holds the same handle as before, so it has nothing to announce itself.
+    const QModelIndex index = item->index();
+    if (index.isValid())
+        emit dataChanged(index, index, {NodeDataRole});
+}
+
+/// Changes a part of the record, which another thread may replace meanwhile.
+void CProcessorTreeModel::modifyProcessor(QStandardItem* item,
+                                          const std::function<void(ProcessorNode&)>& change)
+{
+    const CRecordHandle handle = recordHandle(item->data(NodeDataRole));
+    if (!handle.cell()) {
+        ProcessorNode processor = processorRecord(item->data(NodeDataRole));
+        change(processor);
+        storeProcessor(item, processor);
+        return;
+    }
+    handle.cell()->modify(change);
     const QModelIndex index = item->index();
     if (index.isValid())
         emit dataChanged(index, index, {NodeDataRole});

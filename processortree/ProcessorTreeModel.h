@@ -139,6 +139,7 @@ private:
     void setRootCount(int count);
     void emptyGroup(const QPersistentModelIndex& group);
     void storeProcessor(QStandardItem* item, const ProcessorNode& processor);
+    void modifyProcessor(QStandardItem* item, const std::function<void(ProcessorNode&)>& change);
     QPersistentModelIndex moveProcessor(const QModelIndex& index,
                                         const QPersistentModelIndex& target);
     void changeMembership(const QPersistentModelIndex& moved, const QPersistentModelIndex& source);

@@ -142,10 +142,13 @@ void CProcessorTreeModel::changeMembership(const QPersistentModelIndex& moved,
 {
     const QPersistentModelIndex target = moved.parent();
     QStandardItem* item = itemFromIndex(moved);
-    ProcessorNode processor = processorRecord(item->data(NodeDataRole));
-    processor.groupId =
+    const QUuid groupId =
         nodeType(QModelIndex(target)) == NodeGroup ? target.data(UuidRole).toUuid() : QUuid();
-    storeProcessor(item, processor);
+    ProcessorNode processor;
+    modifyProcessor(item, [&](ProcessorNode& record) {
+        record.groupId = groupId;
+        processor = record;
+    });
 
     for (const QPersistentModelIndex& parent : {source, target}) {
         if (!parent.isValid() || nodeType(QModelIndex(parent)) != NodeGroup)

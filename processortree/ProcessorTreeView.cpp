@@ -1,7 +1,6 @@
 #include "processortree/ProcessorTreeView.h"
 
 #include "host/widgets/HostTheme.h"
-#include "plugin/GuiCalls.h"
 #include "plugin/PanelStep.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
@@ -122,7 +121,7 @@ void CProcessorTreeView::addShortcut(const QKeySequence& keys, void (CProcessorT
 /// Not while rows come or go already, as when the host lets events through in the middle of it.
 void CProcessorTreeView::changeTree(const std::function<void(CProcessorTreeModel&)>& change)
 {
-    CTargetSelectData::Instance()->guiCalls().post(
+    CTargetSelectData::Instance()->changeTree(
         [change, model = QPointer<CProcessorTreeModel>(treeModel())] {
             if (model)
                 change(*model);

@@ -34,6 +34,14 @@ void CRecordCell::store(const ProcessorNode& record)
     m_placedAddress = record.ipAddress;
 }
 
+void CRecordCell::modify(const std::function<void(ProcessorNode&)>& change)
+{
+    const std::lock_guard guard(m_mutex);
+    ProcessorNode record = m_record;
+    change(record);
+    assign(record);
+}
+
 quint32 CRecordCell::placedAddress() const
 {
     const std::lock_guard guard(m_mutex);

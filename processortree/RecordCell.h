@@ -7,6 +7,7 @@
 #include <QSharedData>
 #include <QVariant>
 
+#include <functional>
 #include <mutex>
 
 class QStandardItem;
@@ -39,6 +40,10 @@ public:
     /// Replaces the record of a row that stands at the place that `record` gives it. Any thread;
     /// tells nobody.
     void store(const ProcessorNode& record);
+
+    /// Has `change` change the record in place, so that no replacement of another thread is lost.
+    /// Any thread; `change` calls nobody.
+    void modify(const std::function<void(ProcessorNode&)>& change);
 
     /// The address by which the row stands where it is. Any thread.
     quint32 placedAddress() const;

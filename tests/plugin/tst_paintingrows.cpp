@@ -37,23 +37,27 @@ struct PaintedPanel
     {
         shown.host().selectionMode = 2;
         shown.host().selectedProcessors = {testId(1), testId(2)};
+        // Painting asks on this thread. The work thread asks as well, so this stays as it is.
+        shown.host().inside = [this](const QString& name) {
+            if (QThread::currentThread() == QCoreApplication::instance()->thread() && m_raise
+                && name == m_question && ++m_asked == m_nth)
+                m_raise();
+        };
     }
 
     /// Tells unit 1 `events` inside question number `nth` of that name, while the rows are painted.
     /// Returns false when there was no such question.
     bool paint(const QString& question, int nth, const std::function<void()>& raise)
     {
-        int asked = 0;
-        shown.host().inside = [&](const QString& name) {
-            if (name != question || ++asked != nth)
-                return;
-            raise();
-        };
+        m_question = question;
+        m_nth = nth;
+        m_asked = 0;
+        m_raise = raise;
         watch.isPainting = true;
         shown.view()->viewport()->repaint();
         watch.isPainting = false;
-        shown.host().inside = nullptr;
-        return asked >= nth;
+        m_raise = nullptr;
+        return m_asked >= nth;
     }
 
     bool start(TrueHost::Start unit)
@@ -67,6 +71,12 @@ struct PaintedPanel
     TrueHost host;
     RowWatch watch;
     HostThread thread;
+
+private:
+    QString m_question;
+    int m_nth = 0;
+    int m_asked = 0;
+    std::function<void()> m_raise;
 };
 
 } // namespace

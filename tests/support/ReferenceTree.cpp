@@ -211,10 +211,12 @@ void ReferenceTree::apply(quint32 event, const QList<QUuid>& ids, const Referenc
     }
     case 20:
         removeNode(id);
+        forget({id}, project);
         break;
     case 21:
         for (const QUuid& each : ids)
             removeNode(each);
+        forget(ids, project);
         break;
     case 25:
         if (row(id) && row(id)->type == NodeProcessor && project.processor(id).id == id)
@@ -232,6 +234,7 @@ void ReferenceTree::apply(quint32 event, const QList<QUuid>& ids, const Referenc
 void ReferenceTree::reset(const ReferenceProject& project)
 {
     m_root.children.clear();
+    m_leftOut.clear();
     // One row at most for each identity, and none for the root's.
     QList<QUuid> taken{QUuid()};
     QList<QUuid> parents{QUuid()};
@@ -243,12 +246,52 @@ void ReferenceTree::reset(const ReferenceProject& project)
         parents.append(group.id);
     }
     for (const ProcessorNode& processor : project.processors) {
-        if (taken.contains(processor.id) || !parents.contains(processor.groupId))
+        if (!parents.contains(processor.groupId)) {
+            dropLeftOut(processor.id);
+            m_leftOut.append({processor.id, processor.groupId});
+            continue;
+        }
+        if (taken.contains(processor.id))
             continue;
         place(processor);
         taken.append(processor.id);
     }
+    for (const ProcessorNode& processor : project.processors) {
+        if (row(processor.id))
+            dropLeftOut(processor.id);
+    }
     setRootCount(project.processors.size());
+}
+
+void ReferenceTree::dropLeftOut(const QUuid& processor)
+{
+    const auto isIt = [&](const auto& each) { return each.first == processor; };
+    m_leftOut.erase(std::remove_if(m_leftOut.begin(), m_leftOut.end(), isIt), m_leftOut.end());
+}
+
+void ReferenceTree::forget(const QList<QUuid>& ids, const ReferenceProject& project)
+{
+    for (const QUuid& id : ids) {
+        const auto waiting = m_leftOut;
+        m_leftOut.clear();
+        bool wasLeftOut = false;
+        for (const auto& [processor, group] : waiting) {
+            if (processor != id && group != id) {
+                m_leftOut.append({processor, group});
+                continue;
+            }
+            if (row(processor))
+                continue;
+            wasLeftOut = true;
+            if (processor == id || project.processor(processor).id != processor)
+                continue;
+            appendProcessor(project.processor(processor));
+            if (!row(processor))
+                m_leftOut.append({processor, project.processor(processor).groupId});
+        }
+        if (wasLeftOut)
+            updateRootText();
+    }
 }
 
 void ReferenceTree::appendGroup(const ProcessorGroupNode& group)
@@ -259,6 +302,8 @@ void ReferenceTree::appendGroup(const ProcessorGroupNode& group)
 
 void ReferenceTree::appendProcessor(const ProcessorNode& processor)
 {
+    // What is told of it by itself counts from here on.
+    dropLeftOut(processor.id);
     if (place(processor))
         updateRootText();
 }
@@ -293,7 +338,8 @@ void ReferenceTree::updateProcessor(const QUuid& id, const ProcessorNode& proces
     if (!found || found == &m_root)
         return;
     const auto known = recordOf<ProcessorNode>(*found);
-    if (processor.reachedByIp && processor.ipAddress != known.ipAddress) {
+    if (found->type == NodeProcessor && processor.reachedByIp
+        && processor.ipAddress != known.ipAddress) {
         removeNode(known.id);
         appendProcessor(processor);
         return;

@@ -79,6 +79,12 @@ public:
     QString describe() const;
 
 private:
+    /// The host tells of the end of `ids`: those that a fill left out for want of them have a place
+    /// now, or are counted no more.
+    void forget(const QList<QUuid>& ids, const ReferenceProject& project);
+
+    void dropLeftOut(const QUuid& processor);
+
     Row* at(const QList<int>& path);
     Row* parentFor(const QUuid& groupId);
     bool place(const ProcessorNode& processor);
@@ -86,6 +92,7 @@ private:
     void setRootCount(int count);
 
     Row m_root;
+    QVector<QPair<QUuid, QUuid>> m_leftOut; ///< By the last fill: processor and group.
 };
 
 /// The same lines for a model.

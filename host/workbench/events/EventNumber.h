@@ -5,7 +5,8 @@
 #include <QString>
 #include <QtGlobal>
 
-/// The numbers of the host events as the workbench names them, and the type of the argument that each carries.
+/// The numbers of the host events as the workbench names them, and the type of the argument that
+/// each carries.
 namespace EventNumber {
 
 enum Value : quint32 {
