@@ -55,7 +55,8 @@ void CRisingOrder::onInserted(const QStandardItem& parent, int first, int last)
         m_branches.erase(known);
         return;
     }
-    ranks.insert(ranks.begin() + first, static_cast<std::size_t>(last - first + 1), 0);
+    const auto added = static_cast<std::size_t>(last) - static_cast<std::size_t>(first) + 1;
+    ranks.insert(ranks.begin() + first, added, 0);
     onChanged(parent, first, last);
 }
 

@@ -21,7 +21,7 @@ int main(int argc, char** argv)
         return 2;
     }
     const QStringList names = arguments.mid(4);
-    const QString language = arguments.at(2);
+    const QString& language = arguments.at(2);
     const Album album = takePictures(language, QSet<QString>(names.begin(), names.end()));
     const QMap<QString, QImage>& pictures = album.pictures();
     for (const QString& name : names) {

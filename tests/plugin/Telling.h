@@ -105,7 +105,7 @@ public:
         case TrueHost::GroupRemoved:
         case TrueHost::Removed:
         case TrueHost::ListRemoved:
-            return QString();
+            return {};
         default:
             return QStringLiteral("GetProcessorNode");
         }
