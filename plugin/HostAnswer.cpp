@@ -38,8 +38,8 @@ std::optional<Record> checkedRecord(const Record& record, const QUuid& id, quint
 {
     if (record.id == id)
         return record;
-    qCInfo(lcBridge) << "event" << event << "asked for" << id << "and got" << record.id
-                     << "which is ignored";
+    qCInfo(lcBridge, "event %u asked for %s and got %s, which is ignored", event,
+           qPrintable(id.toString()), qPrintable(record.id.toString()));
     return std::nullopt;
 }
 

@@ -36,7 +36,8 @@ bool CTreeChanges::holds(const Place& place, const QUuid& id,
     else if (!answer.isCurrent())
         reason = "was answered by a handler that is replaced";
     if (reason)
-        qCDebug(lcBridge) << "the change of" << id << reason << "and asks the host now";
+        qCDebug(lcBridge, "the change of %s %s and asks the host now", qPrintable(id.toString()),
+                reason);
     return !reason;
 }
 
@@ -190,8 +191,8 @@ void CTreeChanges::noteIfLeftOut(const Place& place, const LeftOut& leftOut, Wea
         m_leftOut.remove(leftOut.processor);
         return;
     }
-    qCDebug(lcBridge) << "processor" << leftOut.processor << "is left out: group" << leftOut.group
-                      << "is unknown";
+    qCDebug(lcBridge, "processor %s is left out: group %s is unknown",
+            qPrintable(leftOut.processor.toString()), qPrintable(leftOut.group.toString()));
     m_leftOut.add(leftOut, *place, m_order.hasNoOther() ? weather : Weather::Rough);
 }
 
