@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QSet>
 #include <QTest>
 #include <QTimer>
 
@@ -293,8 +294,12 @@ QMap<quint32, QString> TrueHost::differencesNow()
     Rows shown = rowsOf(m_panel.model());
     Rows expected = rowsOf(m_panel.host());
     QMap<quint32, QString> all;
-    const auto units = shown.keys() + expected.keys();
-    for (const quint32 unit : units) {
+    QSet<quint32> units;
+    for (const Rows* rows : {&shown, &expected}) {
+        for (auto row = rows->cbegin(); row != rows->cend(); ++row)
+            units.insert(row.key());
+    }
+    for (const quint32 unit : qAsConst(units)) {
         QStringList& left = shown[unit];
         QStringList& right = expected[unit];
         left.sort();
