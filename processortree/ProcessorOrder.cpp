@@ -48,7 +48,7 @@ int insertionRow(const QStandardItem& parent, const CRecordCell::Key& key)
         const QStandardItem* sibling = parent.child(row);
         if (!sibling || nodeType(*sibling) != NodeProcessor)
             return std::nullopt;
-        return recordKey(sibling->data(NodeDataRole));
+        return placedKey(sibling->data(NodeDataRole));
     });
 }
 

@@ -152,11 +152,9 @@ void CProcessorTreeModel::updateProcessor(QStandardItem* item, const ProcessorNo
     if (!item || item == m_root)
         return;
     const QVariant known = item->data(NodeDataRole);
-    const CRecordHandle handle = recordHandle(known);
     // A monitor state may have brought the new address before, and left the row where it stood.
-    const bool isElsewhere =
-        processor.ipAddress != recordKey(known).ipAddress
-        || (handle.cell() && processor.ipAddress != handle.cell()->placedAddress());
+    const bool isElsewhere = processor.ipAddress != recordKey(known).ipAddress
+                             || processor.ipAddress != placedKey(known).ipAddress;
     if (nodeType(*item) == NodeProcessor && processor.reachedByIp && isElsewhere) {
         removeNode(processorRecord(known).id);
         AppendProcessor(processor);

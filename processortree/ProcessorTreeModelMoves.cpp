@@ -120,7 +120,10 @@ QPersistentModelIndex CProcessorTreeModel::moveProcessor(const QModelIndex& inde
 {
     const QStandardItem* item = itemFromIndex(index);
     const QPersistentModelIndex source = index.parent();
-    const auto key = recordKey(item->data(NodeDataRole));
+    if (source == target)
+        return {};
+    const CRecordHandle handle = recordHandle(item->data(NodeDataRole));
+    const auto key = handle.cell() ? handle.cell()->settle() : recordKey(item->data(NodeDataRole));
     if (!moveRows(source, index.row(), 1, target,
                   m_order.insertionRow(*itemFromIndex(target), key)))
         return {};

@@ -1,17 +1,10 @@
 #include "processortree/RecordCell.h"
 
-#include <atomic>
 #include <utility>
-
-namespace {
-
-std::atomic<quint32> placeChangeCount{0};
-
-} // namespace
 
 CRecordCell::CRecordCell(ProcessorNode record)
     : m_record(std::move(record))
-    , m_placedAddress(m_record.ipAddress)
+    , m_placedKey(recordKey(m_record))
 {
 }
 
@@ -31,7 +24,7 @@ void CRecordCell::store(const ProcessorNode& record)
 {
     const std::lock_guard guard(m_mutex);
     assign(record);
-    m_placedAddress = record.ipAddress;
+    m_placedKey = recordKey(record);
 }
 
 void CRecordCell::modify(const std::function<void(ProcessorNode&)>& change)
@@ -42,10 +35,17 @@ void CRecordCell::modify(const std::function<void(ProcessorNode&)>& change)
     assign(record);
 }
 
-quint32 CRecordCell::placedAddress() const
+CRecordCell::Key CRecordCell::placedKey() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_placedAddress;
+    return m_placedKey;
+}
+
+CRecordCell::Key CRecordCell::settle()
+{
+    const std::lock_guard guard(m_mutex);
+    m_placedKey = recordKey(m_record);
+    return m_placedKey;
 }
 
 quint32 CRecordCell::version() const
@@ -63,11 +63,6 @@ bool CRecordCell::replace(const ProcessorNode& record, quint32 version)
     return true;
 }
 
-quint32 CRecordCell::placeChanges()
-{
-    return placeChangeCount;
-}
-
 bool CRecordCell::isOf(const QStandardItem* item)
 {
     if (!m_item)
@@ -77,12 +72,8 @@ bool CRecordCell::isOf(const QStandardItem* item)
 
 void CRecordCell::assign(const ProcessorNode& record)
 {
-    const bool mayMove =
-        m_record.ipAddress != record.ipAddress || m_record.reachedByIp != record.reachedByIp;
     m_record = record;
     ++m_version;
-    if (mayMove)
-        ++placeChangeCount;
 }
 
 CRecordHandle::CRecordHandle(const ProcessorNode& record)
@@ -101,13 +92,27 @@ ProcessorNode processorRecord(const QVariant& stored)
     return stored.value<ProcessorNode>();
 }
 
+namespace {
+
+/// What `ofCell` says of the cell in `stored`, or the key of the record that `stored` holds plainly.
+CRecordCell::Key keyIn(const QVariant& stored, CRecordCell::Key (CRecordCell::*ofCell)() const)
+{
+    if (stored.userType() != qMetaTypeId<CRecordHandle>())
+        return recordKey(stored.value<ProcessorNode>());
+    const auto* handle = static_cast<const CRecordHandle*>(stored.constData());
+    return handle->cell() ? (handle->cell()->*ofCell)() : CRecordCell::Key();
+}
+
+} // namespace
+
 CRecordCell::Key recordKey(const QVariant& stored)
 {
-    if (stored.userType() == qMetaTypeId<CRecordHandle>()) {
-        const auto* handle = static_cast<const CRecordHandle*>(stored.constData());
-        return handle->cell() ? handle->cell()->key() : CRecordCell::Key();
-    }
-    return recordKey(stored.value<ProcessorNode>());
+    return keyIn(stored, &CRecordCell::key);
+}
+
+CRecordCell::Key placedKey(const QVariant& stored)
+{
+    return keyIn(stored, &CRecordCell::placedKey);
 }
 
 CRecordCell::Key recordKey(const ProcessorNode& record)

@@ -45,15 +45,15 @@ public:
     /// Any thread; `change` calls nobody.
     void modify(const std::function<void(ProcessorNode&)>& change);
 
-    /// The address by which the row stands where it is. Any thread.
-    quint32 placedAddress() const;
+    /// The key by which the row stands where it is. A record that replace() brings leaves it, so
+    /// that the rows of a parent stay in order until the row moves. Any thread.
+    Key placedKey() const;
+
+    /// Has the key of the record stand for the row's place, and returns it. Any thread.
+    Key settle();
 
     /// Counts the replacements. Any thread.
     quint32 version() const;
-
-    /// Counts the replacements, in all cells, that may have changed the place of a processor among
-    /// those addressed by IP. Any thread.
-    static quint32 placeChanges();
 
     /// Whether `item` is the one that the cell belongs to; a cell without an item is its from now
     /// on. GUI thread.
@@ -68,7 +68,7 @@ private:
 
     mutable std::mutex m_mutex;
     ProcessorNode m_record;
-    quint32 m_placedAddress;
+    Key m_placedKey;
     quint32 m_version = 0;
     const QStandardItem* m_item = nullptr; // told apart by its place in memory, never read
 };
@@ -98,5 +98,8 @@ ProcessorNode processorRecord(const QVariant& stored);
 /// The ordering key of the record in `stored`, likewise.
 CRecordCell::Key recordKey(const QVariant& stored);
 
-/// The same for a record at hand.
+/// The key by which the row that holds `stored` stands where it is.
+CRecordCell::Key placedKey(const QVariant& stored);
+
+/// The ordering key of a record at hand.
 CRecordCell::Key recordKey(const ProcessorNode& record);

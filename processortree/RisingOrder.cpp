@@ -18,7 +18,7 @@ qint64 rank(const QStandardItem& parent, int row)
     const QStandardItem* item = parent.child(row);
     if (!item || nodeType(*item) != NodeProcessor)
         return kAboveProcessors;
-    const CRecordCell::Key key = recordKey(item->data(NodeDataRole));
+    const CRecordCell::Key key = placedKey(item->data(NodeDataRole));
     if (key.ipAddress == kNoProcessorAddress)
         return kBehindAddresses;
     return key.reachedByIp && key.ipAddress != 0 ? key.ipAddress : kByNumber;
@@ -92,10 +92,6 @@ void CRisingOrder::onAboutToBeRemoved(const QStandardItem& parent, int first, in
 
 const CRisingOrder::Branch& CRisingOrder::branch(const QStandardItem& parent)
 {
-    const quint32 changes = CRecordCell::placeChanges();
-    if (changes != m_placeChanges)
-        clear();
-    m_placeChanges = changes;
     Branch& known = m_branches[&parent];
     const auto rows = static_cast<std::size_t>(parent.rowCount());
     // Where rows come while others are about to be removed, not all of them are known.

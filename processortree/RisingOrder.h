@@ -12,9 +12,8 @@ class QStandardItem;
 /// where their addresses rise: rows other than processors first, then processors addressed by IP in
 /// rising order, then those without an address. Elsewhere it takes insertionRow()'s linear time.
 ///
-/// Remembers what it has read of the rows of a parent. The model tells it of every change of rows;
-/// of records that change without a signal, their cells tell (see CRecordCell::placeChanges()). GUI
-/// thread.
+/// Remembers the keys by which the rows of a parent stand. The model tells it of every change of
+/// rows and of records; what the work thread writes into a cell changes no such key. GUI thread.
 class CRisingOrder final
 {
 public:
@@ -44,5 +43,4 @@ private:
     const Branch& branch(const QStandardItem& parent);
 
     QHash<const QStandardItem*, Branch> m_branches; // by parent, which the model owns
-    quint32 m_placeChanges = 0;                     // when they were read
 };

@@ -15,15 +15,15 @@ namespace {
 constexpr quint32 kGroup = 5000;
 constexpr int kSteps = 120;
 
-std::optional<ProcessorNode> processorAt(const QStandardItem& parent, int row)
+std::optional<CRecordCell::Key> placedAt(const QStandardItem& parent, int row)
 {
     const QStandardItem* item = parent.child(row);
     if (!item || nodeType(*item) != NodeProcessor)
         return std::nullopt;
-    return item->data(NodeDataRole).value<ProcessorNode>();
+    return placedKey(item->data(NodeDataRole));
 }
 
-bool precedes(const ProcessorNode& sibling, const ProcessorNode& added)
+bool precedes(const CRecordCell::Key& sibling, const ProcessorNode& added)
 {
     if (sibling.ipAddress == kNoProcessorAddress)
         return false;
@@ -41,11 +41,11 @@ int scannedRow(const QStandardItem& parent, const ProcessorNode& added)
     if (!added.reachedByIp || rows == 0)
         return rows;
     if (rows == 1) {
-        const auto only = processorAt(parent, 0);
+        const auto only = placedAt(parent, 0);
         return only && only->ipAddress > added.ipAddress ? 0 : 1;
     }
     for (int row = rows - 1; row >= 0; --row) {
-        const auto sibling = processorAt(parent, row);
+        const auto sibling = placedAt(parent, row);
         if (!sibling || precedes(*sibling, added))
             return row + 1;
     }
@@ -161,8 +161,10 @@ private:
     /// As the work thread does, without a signal.
     QString rewriteCell()
     {
-        if (const QStandardItem* row = anyRow())
-            recordHandle(row->data(NodeDataRole)).cell()->store(processor(0));
+        if (const QStandardItem* row = anyRow()) {
+            CRecordCell& cell = *recordHandle(row->data(NodeDataRole)).cell();
+            cell.replace(processor(0), cell.version());
+        }
         return QStringLiteral("rewrite a cell");
     }
 
@@ -236,7 +238,8 @@ class RisingOrderTest : public QObject
 
 private slots:
     void shouldFindThePlaceThatAScanFinds();
-    void shouldSeeWhatChangesWithoutASignal();
+    void shouldKeepItsOrderWhenTheWorkThreadBringsAnAddress();
+    void shouldPlaceAMovedRowByItsPresentAddress();
     void shouldForgetRemovedParents();
 };
 
@@ -260,18 +263,39 @@ void RisingOrderTest::shouldFindThePlaceThatAScanFinds()
     }
 }
 
-void RisingOrderTest::shouldSeeWhatChangesWithoutASignal()
+void RisingOrderTest::shouldKeepItsOrderWhenTheWorkThreadBringsAnAddress()
 {
     Tree tree;
     for (const quint32 n : {1U, 3U, 5U, 7U, 9U})
         tree->AppendProcessor(testIpProcessor(n, n));
-    recordHandle(tree->getItem(testId(5))->data(259)).cell()->store(testIpProcessor(5, 100));
+    for (const auto& [n, address] : {std::pair(5U, 100U), std::pair(9U, 1U)}) {
+        CRecordCell& cell = *recordHandle(tree->getItem(testId(n))->data(NodeDataRole)).cell();
+        QVERIFY(cell.replace(testIpProcessor(n, address), cell.version()));
+    }
+    // The row that has yet to move misleads none of those that come meanwhile.
     tree->AppendProcessor(testIpProcessor(20, 8));
-    QCOMPARE(tree.dump(), text("All processors(6)[1,3,5,7,20,9]"));
-    recordHandle(tree->getItem(testId(7))->data(259)).cell()->store(testIpProcessor(7, 1));
-    recordHandle(tree->getItem(testId(9))->data(259)).cell()->store(testIpProcessor(9, 1));
-    tree->AppendProcessor(testIpProcessor(21, 2));
-    QCOMPARE(tree.dump(), text("All processors(7)[1,3,5,7,20,9,21]"));
+    tree->AppendProcessor(testIpProcessor(21, 4));
+    QCOMPARE(tree.dump(), text("All processors(7)[1,3,21,5,7,20,9]"));
+    for (const quint32 n : {5U, 9U}) {
+        QStandardItem* row = tree->getItem(testId(n));
+        tree->updateProcessor(row, processorRecord(row->data(NodeDataRole)));
+    }
+    QCOMPARE(tree.dump(), text("All processors(7)[1,9,3,21,7,20,5]"));
+}
+
+void RisingOrderTest::shouldPlaceAMovedRowByItsPresentAddress()
+{
+    Tree tree;
+    tree->AppendGroup(testGroup(100));
+    for (const quint32 n : {2U, 4U, 6U})
+        tree->AppendProcessor(testIpProcessor(n, n));
+    tree->AppendProcessor(testIpProcessor(9, 9, 100));
+    CRecordCell& cell = *recordHandle(tree->getItem(testId(9))->data(NodeDataRole)).cell();
+    QVERIFY(cell.replace(testIpProcessor(9, 3, 100), cell.version()));
+    QCOMPARE(tree->moveProcessors({tree->getItem(testId(9))->index()}, QUuid()).size(), 1);
+    QCOMPARE(tree.dump(), text("All processors(4)[G100[],2,9,4,6]"));
+    tree->AppendProcessor(testIpProcessor(5, 5));
+    QCOMPARE(tree.dump(), text("All processors(5)[G100[],2,9,4,5,6]"));
 }
 
 void RisingOrderTest::shouldForgetRemovedParents()

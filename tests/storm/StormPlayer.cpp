@@ -142,12 +142,14 @@ private:
     {
         m_stepPending = false;
         m_host.watch.beat();
-        if (m_nested >= kMostNested)
+        if (m_nested > kMostNested)
             return;
         ++m_nested;
         if (!m_host.isCalm()) {
+            // At every depth, as what is open below keeps the steps above from ending.
             m_panel.tick();
-            const StormStep* step = m_score.next(StormStep::kGuiThread, false);
+            const StormStep* step =
+                m_nested > kMostNested ? nullptr : m_score.next(StormStep::kGuiThread, false);
             if (step && step->kind < StormStep::FirstGuiStep)
                 m_host.perform(*step);
             else if (step)

@@ -30,9 +30,9 @@ QStringList without()
 
 QString report(const StormPlan& plan, int steps, const StormOutcome& outcome)
 {
-    return QStringLiteral("%1\n\nwhat happened:\n%2\n\nwhat is wrong:\n%3")
-        .arg(plan.describe(steps), outcome.journal.join(QLatin1Char('\n')),
-             outcome.complaints.mid(0, kShownComplaints).join(QLatin1Char('\n')));
+    return QStringLiteral("%1\n\n%2\n\nwhat happened:\n%3")
+        .arg(outcome.complaints.mid(0, kShownComplaints).join(QLatin1Char('\n')),
+             plan.describe(steps), outcome.journal.join(QLatin1Char('\n')));
 }
 
 } // namespace
