@@ -4,8 +4,8 @@
 
 #include "benchmarks/support/BareTree.h"
 #include "benchmarks/support/Bench.h"
-#include "processortree/ProcessorItem.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorItem.h"
+#include "processortree/model/ProcessorTreeModel.h"
 
 #include <benchmark/benchmark.h>
 

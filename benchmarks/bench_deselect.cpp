@@ -3,10 +3,11 @@
 // view that takes out the same selected rows.
 
 #include "benchmarks/support/Bench.h"
-#include "processortree/ExpandBranches.h"
-#include "processortree/ProcessorItem.h"
-#include "processortree/ProcessorTreeModel.h"
-#include "processortree/ProcessorTreeView.h"
+#include "plugin/TargetSelectData.h"
+#include "processortree/model/ProcessorItem.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ExpandBranches.h"
+#include "processortree/view/ProcessorTreeView.h"
 
 #include <benchmark/benchmark.h>
 
@@ -57,7 +58,7 @@ void removeSelected(benchmark::State& state, StoredHandler& handler)
     CProcessorTreeModel model;
     model.initRoot();
     model.reset();
-    CProcessorTreeView view;
+    CProcessorTreeView view(*CTargetSelectData::Instance());
     view.setModel(&model);
     show(view);
     for (auto iteration : state) {

@@ -3,9 +3,10 @@
 
 #include "benchmarks/support/BareTree.h"
 #include "benchmarks/support/Bench.h"
-#include "processortree/ExpandBranches.h"
-#include "processortree/ProcessorTreeModel.h"
-#include "processortree/ProcessorTreeView.h"
+#include "plugin/TargetSelectData.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ExpandBranches.h"
+#include "processortree/view/ProcessorTreeView.h"
 
 #include <benchmark/benchmark.h>
 
@@ -62,7 +63,7 @@ void dropInView(benchmark::State& state, StoredHandler& handler)
     CProcessorTreeModel model;
     model.initRoot();
     model.reset();
-    CProcessorTreeView view;
+    CProcessorTreeView view(*CTargetSelectData::Instance());
     view.setModel(&model);
     show(view);
     for (int row = 0; row < kMoved; ++row)

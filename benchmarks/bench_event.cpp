@@ -5,7 +5,7 @@
 #include "benchmarks/support/Bench.h"
 #include "benchmarks/support/EqualSlot.h"
 #include "plugin/TargetSelectData.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 
 #include <benchmark/benchmark.h>
 

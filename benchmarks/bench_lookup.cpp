@@ -1,10 +1,10 @@
 // A row found by its identity: the model against a hash of the same identities, and against the
 // depth-first search that it stands for and has to agree with.
 
+#include "base/NodeType.h"
 #include "benchmarks/support/BareTree.h"
 #include "benchmarks/support/Bench.h"
-#include "processortree/NodeType.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 
 #include <benchmark/benchmark.h>
 

@@ -4,8 +4,9 @@
 #include "benchmarks/support/Bench.h"
 #include "host/widgets/ProcessorRow.h"
 #include "host/widgets/SvgIcons.h"
-#include "processortree/ProcessorTreeDelegate.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "plugin/TargetSelectData.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ProcessorTreeDelegate.h"
 
 #include <benchmark/benchmark.h>
 
@@ -179,7 +180,7 @@ int main(int argc, char** argv)
     const auto handler = installStoredHandler();
     const Rows rows(*handler);
     QTreeView view;
-    const CProcessorTreeDelegate product(&view);
+    const CProcessorTreeDelegate product(*CTargetSelectData::Instance(), &view);
     QStyleOptionViewItem shape;
     shape.initFrom(&view);
     shape.font = view.font();

@@ -3,7 +3,7 @@
 
 #include "benchmarks/support/BareTree.h"
 #include "benchmarks/support/Bench.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 
 #include <benchmark/benchmark.h>
 

@@ -3,8 +3,8 @@
 
 #include "benchmarks/support/BareTree.h"
 #include "benchmarks/support/Bench.h"
-#include "processortree/ExpandBranches.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ExpandBranches.h"
 
 #include <benchmark/benchmark.h>
 

@@ -3,8 +3,8 @@
 
 #include "benchmarks/support/Bench.h"
 #include "benchmarks/support/StockSearch.h"
-#include "processortree/ExpandBranches.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ExpandBranches.h"
 #include "search/ProcessorFilterModel.h"
 #include "search/ProcessorFilterProxyModel.h"
 

@@ -1,10 +1,11 @@
 // All rows of the tree selected and cleared again, reported to the host each time: the product's
 // selection model against a plain one whose selected identities are read after each change.
 
+#include "base/NodeType.h"
 #include "benchmarks/support/Bench.h"
-#include "processortree/NodeType.h"
-#include "processortree/ProcessorSelectionModel.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "plugin/TargetSelectData.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ProcessorSelectionModel.h"
 
 #include <benchmark/benchmark.h>
 
@@ -41,7 +42,7 @@ void selectReported(benchmark::State& state, StoredHandler& handler)
     model.initRoot();
     model.reset();
     QTreeView view;
-    CProcessorSelectionModel selection(&model, &view);
+    CProcessorSelectionModel selection(*CTargetSelectData::Instance(), &model, &view);
     QItemSelection all;
     addRowsBelow(model, {}, all);
     const qint64 before = handler.reportedProcessors();

@@ -8,12 +8,12 @@ set(TSA_LAYERS
     "Interface                   | host/common/AppendLog.h"
     "host/widgets                | Interface host/common"
 
-    "base                        | Interface host/common host/widgets           | later"
-    "ipmanage                    | base                                         | later"
-    "search                      | base                                         | later"
-    "processortree/model         | base                                         | later"
-    "processortree/view          | processortree/model search ipmanage          | later"
-    "plugin                      | processortree/view                           | later"
+    "base                        | Interface host/common host/widgets"
+    "ipmanage                    | base"
+    "search                      | base"
+    "processortree/model         | base"
+    "processortree/view          | processortree/model search ipmanage"
+    "plugin                      | processortree/view"
 
     "host/workbench/addresses    | Interface"
     "host/workbench/trace        | host/common"

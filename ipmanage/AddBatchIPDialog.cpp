@@ -1,10 +1,10 @@
 #include "ipmanage/AddBatchIPDialog.h"
 
+#include "base/IPText.h"
 #include "host/widgets/IPLineEdit.h"
 #include "host/widgets/SpinBox.h"
 #include "ipmanage/HostIPList.h"
 #include "ipmanage/IPRun.h"
-#include "ipmanage/IPText.h"
 
 CAddBatchIPDialog::CAddBatchIPDialog(bool ipManagementMode, QWidget* parent)
     : IPEntryDialog(ipManagementMode, 12, parent)

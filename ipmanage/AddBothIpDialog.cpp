@@ -1,8 +1,8 @@
 #include "ipmanage/AddBothIpDialog.h"
 
+#include "base/IPText.h"
 #include "host/widgets/IPLineEdit.h"
 #include "ipmanage/HostIPList.h"
-#include "ipmanage/IPText.h"
 
 CAddBothIpDialog::CAddBothIpDialog(bool ipManagementMode, QWidget* parent)
     : IPEntryDialog(ipManagementMode, 16, parent)

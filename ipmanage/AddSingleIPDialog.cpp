@@ -1,8 +1,8 @@
 #include "ipmanage/AddSingleIPDialog.h"
 
+#include "base/IPText.h"
 #include "host/widgets/IPLineEdit.h"
 #include "ipmanage/HostIPList.h"
-#include "ipmanage/IPText.h"
 
 #include <QLineEdit>
 

@@ -1,8 +1,8 @@
 #include "ipmanage/DefaultAddresses.h"
 
+#include "base/IPText.h"
 #include "ipmanage/HostIPList.h"
 #include "ipmanage/IPProposal.h"
-#include "ipmanage/IPText.h"
 #include "ipmanage/LocalAddresses.h"
 
 QStringList defaultAddresses(int wanted, bool ipManagementMode)

@@ -1,6 +1,6 @@
 #include "ipmanage/HostIPList.h"
 
-#include "plugin/TargetSelectHandler.h"
+#include "base/TargetSelectHandler.h"
 
 namespace HostIPList {
 

@@ -1,10 +1,10 @@
 #include "ipmanage/IPEntryDialog.h"
 
+#include "base/IPText.h"
+#include "base/UserMessages.h"
 #include "host/widgets/IPLineEdit.h"
 #include "ipmanage/DefaultAddresses.h"
 #include "ipmanage/HostIPList.h"
-#include "ipmanage/IPText.h"
-#include "plugin/UserMessages.h"
 
 #include <QBoxLayout>
 #include <QEvent>

@@ -1,6 +1,6 @@
 #include "ipmanage/IPListFile.h"
 
-#include "ipmanage/IPText.h"
+#include "base/IPText.h"
 
 #include <QFileDevice>
 #include <QStringList>

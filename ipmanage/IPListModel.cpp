@@ -1,6 +1,6 @@
 #include "ipmanage/IPListModel.h"
 
-#include "plugin/TargetSelectHandler.h"
+#include "base/TargetSelectHandler.h"
 
 #include <QPointer>
 #include <QStringList>

@@ -1,6 +1,8 @@
 #include "ipmanage/IPManageDialog.h"
 
 #include "Interface/IPStatusCodes.h"
+#include "base/IPText.h"
+#include "base/UserMessages.h"
 #include "host/widgets/ToolTip.h"
 #include "ipmanage/AddBatchIPDialog.h"
 #include "ipmanage/AddSingleIPDialog.h"
@@ -8,9 +10,7 @@
 #include "ipmanage/IPListFile.h"
 #include "ipmanage/IPListModel.h"
 #include "ipmanage/IPListView.h"
-#include "ipmanage/IPText.h"
 #include "ipmanage/ModifyIPDialog.h"
-#include "plugin/UserMessages.h"
 
 #include <QBoxLayout>
 #include <QEvent>

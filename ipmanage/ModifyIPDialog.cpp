@@ -1,9 +1,9 @@
 #include "ipmanage/ModifyIPDialog.h"
 
 #include "Interface/IPStatusCodes.h"
+#include "base/IPText.h"
 #include "host/widgets/IPLineEdit.h"
 #include "ipmanage/HostIPList.h"
-#include "ipmanage/IPText.h"
 
 #include <QLineEdit>
 

@@ -1,6 +1,6 @@
 #include "plugin/DeviceDetection.h"
 
-#include "plugin/TargetSelectHandler.h"
+#include "base/TargetSelectHandler.h"
 
 #include <QPointer>
 #include <QWidget>

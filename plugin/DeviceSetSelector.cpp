@@ -1,7 +1,7 @@
 #include "plugin/DeviceSetSelector.h"
 
-#include "plugin/PanelStep.h"
-#include "plugin/TargetSelectHandler.h"
+#include "base/PanelStep.h"
+#include "base/TargetSelectHandler.h"
 
 #include <QMetaMethod>
 #include <QPointer>

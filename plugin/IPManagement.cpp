@@ -1,8 +1,8 @@
 #include "plugin/IPManagement.h"
 
+#include "base/TargetSelectHandler.h"
 #include "ipmanage/HostIPList.h"
 #include "ipmanage/IPManageDialog.h"
-#include "plugin/TargetSelectHandler.h"
 
 #include <QPointer>
 #include <QWidget>

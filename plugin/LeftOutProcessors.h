@@ -1,7 +1,7 @@
 #pragma once
 
 #include "plugin/EventOrder.h"
-#include "processortree/TreeFill.h"
+#include "processortree/model/TreeFill.h"
 
 #include <QHash>
 #include <QList>

@@ -1,6 +1,6 @@
 #include "plugin/ModelAccess.h"
 
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 
 CModelAccess::CModelAccess(CProcessorTreeModel& model)
     : m_model(&model)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "processortree/IdentityIndex.h"
+#include "processortree/model/IdentityIndex.h"
 
 #include <QUuid>
 

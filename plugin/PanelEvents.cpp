@@ -1,7 +1,7 @@
 #include "plugin/PanelEvents.h"
 
-#include "plugin/GuiCalls.h"
-#include "plugin/TargetSelectHandler.h"
+#include "base/GuiCalls.h"
+#include "base/TargetSelectHandler.h"
 
 #include <QMetaObject>
 

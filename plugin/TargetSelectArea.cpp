@@ -1,18 +1,18 @@
 #include "plugin/TargetSelectArea.h"
 
+#include "base/GuiThread.h"
+#include "base/MetaTypes.h"
+#include "base/PanelStep.h"
+#include "base/TargetSelectHandler.h"
 #include "host/widgets/MenuToolButton.h"
 #include "host/widgets/Separator.h"
 #include "plugin/DeviceDetection.h"
 #include "plugin/DeviceSetSelector.h"
-#include "plugin/GuiThread.h"
 #include "plugin/IPManagement.h"
 #include "plugin/LanUsbWarnings.h"
-#include "plugin/MetaTypes.h"
-#include "plugin/PanelStep.h"
 #include "plugin/TargetSelectData.h"
-#include "plugin/TargetSelectHandler.h"
-#include "processortree/ProcessorTree.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ProcessorTree.h"
 
 #include <QAbstractEventDispatcher>
 #include <QAction>
@@ -64,7 +64,8 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
     , m_ipManagement(new QPushButton(this))
     , m_processorIpLabel(new QLabel(this))
     , m_deviceSetSelector(new CDeviceSetSelector(this))
-    , m_tree(new CProcessorTree(this))
+    , m_tree(new CProcessorTree(*CTargetSelectData::Instance(),
+                                *CTargetSelectData::Instance()->GetModel(), this))
     , m_warnings(new CLanUsbWarnings(this))
 {
     RegisterMetaTypes();

@@ -1,17 +1,17 @@
 #include "plugin/TargetSelectData.h"
 
 #include "Interface/HostEvents.h"
+#include "base/GuiCalls.h"
+#include "base/LogCategories.h"
+#include "base/MetaTypes.h"
+#include "base/PaintScope.h"
+#include "base/TargetSelectHandler.h"
 #include "host/common/AppendLog.h"
 #include "host/common/WorkThread.h"
-#include "plugin/GuiCalls.h"
-#include "plugin/LogCategories.h"
-#include "plugin/MetaTypes.h"
 #include "plugin/PanelEvents.h"
-#include "plugin/TargetSelectHandler.h"
 #include "plugin/TreeEvents.h"
 #include "plugin/TreeSnapshot.h"
-#include "processortree/PaintScope.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 
 #include <QCoreApplication>
 
@@ -209,7 +209,7 @@ void CTargetSelectData::noteChange()
     m_treeEvents->noteChange();
 }
 
-bool CTargetSelectData::IsReadOnly()
+bool CTargetSelectData::IsReadOnly() const
 {
     return m_readOnly;
 }

@@ -2,6 +2,7 @@
 
 #include "Interface/ObserverPattern"
 #include "Interface/TargetSelectAreaInterface.h"
+#include "base/PanelBridge.h"
 #include "plugin/Singleton.h"
 
 #include <QObject>
@@ -37,6 +38,7 @@ class CWorkThread;
 /// one.
 class CTargetSelectData final : public QObject,
                                 public CObserver,
+                                public IPanelBridge,
                                 public CSingleton<CTargetSelectData>
 {
     Q_OBJECT
@@ -65,14 +67,13 @@ public:
     /// Removes every group with its processors. GUI thread.
     void RemoveAllGroups();
 
-    /// Whether the host allows no changes. Any thread.
-    bool IsReadOnly();
     void SetReadOnly(bool readOnly);
 
-    /// While set, the host's "current processor" events are ignored: they echo the user's own
-    /// choice, which is being reported. Any thread.
-    bool IsSelectionEchoGuarded() const;
-    void SetSelectionEchoGuard(bool guarded);
+    bool IsReadOnly() const override;
+    bool IsSelectionEchoGuarded() const override;
+    void SetSelectionEchoGuard(bool guarded) override;
+    void changeTree(std::function<void()> change) override;
+    void noteChange() override;
 
     /// Fills `out` with the tree as it stands, records as the rows hold them. With `onlyAccepted`
     /// the host is asked about each processor afterwards, with no lock held. GUI thread.
@@ -88,14 +89,6 @@ public:
     /// is inside a question to the host is left behind after a moment. Happens by itself when the
     /// application quits. GUI thread.
     void Stop();
-
-    /// Changes the tree without an event of the host's, behind what is queued and not in the middle
-    /// of another change. GUI thread.
-    void changeTree(std::function<void()> change);
-
-    /// Makes void what the host answered so far: its project changed without an event, as by a name
-    /// that the user gave. Any thread.
-    void noteChange();
 
     /// The calls on their way to the GUI thread.
     CGuiCalls& guiCalls() { return *m_calls; }

@@ -1,11 +1,11 @@
 #include "plugin/TreeChanges.h"
 
 #include "Interface/HostEvents.h"
-#include "plugin/GuiCalls.h"
-#include "plugin/LogCategories.h"
-#include "plugin/TargetSelectHandler.h"
-#include "processortree/NodeType.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "base/GuiCalls.h"
+#include "base/LogCategories.h"
+#include "base/NodeType.h"
+#include "base/TargetSelectHandler.h"
+#include "processortree/model/ProcessorTreeModel.h"
 
 #include <QMetaObject>
 #include <QSet>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/HostAnswer.h"
+#include "base/HostQuestion.h"
 #include "plugin/EventOrder.h"
-#include "plugin/HostAnswer.h"
-#include "plugin/HostQuestion.h"
 #include "plugin/LeftOutProcessors.h"
 
 #include <QList>

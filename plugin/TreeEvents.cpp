@@ -1,8 +1,8 @@
 #include "plugin/TreeEvents.h"
 
 #include "Interface/HostEvents.h"
-#include "plugin/GuiCalls.h"
-#include "plugin/TargetSelectHandler.h"
+#include "base/GuiCalls.h"
+#include "base/TargetSelectHandler.h"
 #include "plugin/TreeChanges.h"
 
 #include <utility>

@@ -1,9 +1,9 @@
 #include "plugin/TreeSnapshot.h"
 
 #include "Interface/TargetSelectAreaInterface.h"
-#include "plugin/TargetSelectHandler.h"
-#include "processortree/NodeType.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "base/NodeType.h"
+#include "base/TargetSelectHandler.h"
+#include "processortree/model/ProcessorTreeModel.h"
 
 namespace {
 

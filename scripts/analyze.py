@@ -20,7 +20,7 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ["Interface", "plugin", "processortree", "search", "ipmanage", "host", "tests", "benchmarks"]
+FOLDERS = ["Interface", "base", "plugin", "processortree", "search", "ipmanage", "host", "tests", "benchmarks"]
 # What is not the product.
 APART = ("tests/", "benchmarks/", "host/workbench/")
 FINDING = re.compile(r"^(?P<file>/[^:]+):\d+:\d+: (?:error|warning): .*\[[^\]]+\]$")

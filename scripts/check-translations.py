@@ -25,7 +25,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 # may be missing; the texts of a missing file are all untranslated.
 SETS = {
     "resources/translations/TargetSelectArea_zh_CN.ts":
-        ["plugin", "processortree", "ipmanage", "search"],
+        ["base", "plugin", "processortree", "ipmanage", "search"],
     "host/widgets/translations/HostWidgets_zh_CN.ts": ["host/widgets"],
     "host/workbench/translations/Workbench_zh_CN.ts": ["host/workbench"],
 }

@@ -1,9 +1,9 @@
 #include "search/CompleterProcessorDelegate.h"
 
 #include "Interface/ProcessorNode.h"
+#include "base/PaintScope.h"
 #include "host/widgets/SvgIcons.h"
 #include "host/widgets/ToolTip.h"
-#include "processortree/PaintScope.h"
 #include "search/ProcessorTexts.h"
 
 #include <QAbstractItemView>

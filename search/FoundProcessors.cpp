@@ -1,7 +1,6 @@
 #include "search/FoundProcessors.h"
 
-#include "processortree/NodeType.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "base/NodeType.h"
 #include "search/ProcessorFilterProxyModel.h"
 
 #include <algorithm>
@@ -44,7 +43,7 @@ Items branches(const QStandardItem& parent, int first, int last)
 
 } // namespace
 
-CFoundProcessors::CFoundProcessors(CProcessorTreeModel& tree,
+CFoundProcessors::CFoundProcessors(QStandardItemModel& tree,
                                    const CProcessorFilterProxyModel& filter)
     : m_tree(&tree)
     , m_filter(filter)
@@ -53,7 +52,7 @@ CFoundProcessors::CFoundProcessors(CProcessorTreeModel& tree,
 
 CFoundProcessors::~CFoundProcessors() = default;
 
-const CProcessorTreeModel* CFoundProcessors::tree() const
+const QStandardItemModel* CFoundProcessors::tree() const
 {
     return m_tree;
 }
@@ -69,7 +68,7 @@ void CFoundProcessors::follow()
 void CFoundProcessors::connectTree()
 {
     m_isFollowing = true;
-    const CProcessorTreeModel* tree = m_tree;
+    const QStandardItemModel* tree = m_tree;
     connect(tree, &QAbstractItemModel::rowsInserted, this, &CFoundProcessors::onRowsInserted);
     connect(tree, &QAbstractItemModel::rowsAboutToBeRemoved, this,
             &CFoundProcessors::onRowsAboutToBeRemoved);

@@ -9,9 +9,9 @@
 #include <vector>
 
 class CProcessorFilterProxyModel;
-class CProcessorTreeModel;
 class QModelIndex;
 class QStandardItem;
+class QStandardItemModel;
 
 /// The processors of the tree that match a filter's text, sorted by number and then by their order
 /// in the tree. A processor with matching rows below it is left out.
@@ -33,10 +33,10 @@ public:
     };
 
     /// `filter` owns the object and provides the text.
-    CFoundProcessors(CProcessorTreeModel& tree, const CProcessorFilterProxyModel& filter);
+    CFoundProcessors(QStandardItemModel& tree, const CProcessorFilterProxyModel& filter);
     ~CFoundProcessors() override;
 
-    const CProcessorTreeModel* tree() const;
+    const QStandardItemModel* tree() const;
 
     /// Returns their rows. All of them are in the tree, also while the tree changes.
     const std::vector<QStandardItem*>& items() const { return m_items; }
@@ -92,7 +92,7 @@ private:
     void onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                        const QVector<int>& roles);
 
-    QPointer<CProcessorTreeModel> m_tree;
+    QPointer<QStandardItemModel> m_tree;
     const CProcessorFilterProxyModel& m_filter;
     std::vector<Row> m_rows; // sorted by number, then by place
     bool m_isFollowing = false;

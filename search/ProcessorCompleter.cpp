@@ -1,9 +1,7 @@
 #include "search/ProcessorCompleter.h"
 
+#include "base/PaintScope.h"
 #include "host/widgets/ToolTip.h"
-#include "plugin/TargetSelectData.h"
-#include "processortree/PaintScope.h"
-#include "processortree/ProcessorTreeModel.h"
 #include "search/CompleterProcessorDelegate.h"
 #include "search/PopupPlace.h"
 #include "search/ProcessorFilterModel.h"
@@ -59,14 +57,14 @@ bool isListKey(const QKeyEvent& event)
 
 } // namespace
 
-CProcessorCompleter::CProcessorCompleter(QWidget* field, QObject* parent)
+CProcessorCompleter::CProcessorCompleter(QWidget* field, QAbstractItemModel& tree, QObject* parent)
     : QObject(parent)
     , m_field(field)
 {
     if (field)
         field->installEventFilter(this);
     createPopup();
-    createModels();
+    createModels(tree);
     connectPopup();
     connect(&m_placeWatch, &CPlaceWatch::moved, this, &CProcessorCompleter::placePopup);
     connect(&m_placeWatch, &CPlaceWatch::lost, this, &CProcessorCompleter::dismissLater);
@@ -107,11 +105,10 @@ void CProcessorCompleter::createPopup()
     m_popup->setItemDelegate(new CCompleterProcessorDelegate(m_popup.get()));
 }
 
-void CProcessorCompleter::createModels()
+void CProcessorCompleter::createModels(QAbstractItemModel& tree)
 {
-    CProcessorTreeModel* tree = CTargetSelectData::Instance()->GetModel();
     m_filter = new CProcessorFilterProxyModel(this);
-    m_filter->setSourceModel(tree);
+    m_filter->setSourceModel(&tree);
     m_list = new CProcessorFilterModel(this);
     m_list->setSourceModel(m_filter);
     m_popup->setModel(m_list);
@@ -119,12 +116,12 @@ void CProcessorCompleter::createModels()
     connect(m_list, &CProcessorFilterModel::rowsRemed, this, &CProcessorCompleter::onRowsChanged);
     // The list does not announce these changes. It has applied them by now, because it was
     // connected earlier.
-    connect(tree, &QAbstractItemModel::modelReset, this, [this] {
+    connect(&tree, &QAbstractItemModel::modelReset, this, [this] {
         m_popup->reset();
         onRowsChanged();
     });
-    connect(tree, &QAbstractItemModel::layoutChanged, this, &CProcessorCompleter::onOrderChanged);
-    connect(tree, &QAbstractItemModel::dataChanged, this, &CProcessorCompleter::onOrderChanged);
+    connect(&tree, &QAbstractItemModel::layoutChanged, this, &CProcessorCompleter::onOrderChanged);
+    connect(&tree, &QAbstractItemModel::dataChanged, this, &CProcessorCompleter::onOrderChanged);
 }
 
 void CProcessorCompleter::connectPopup()

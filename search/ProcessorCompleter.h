@@ -33,9 +33,9 @@ class CProcessorCompleter final : public QObject
     Q_OBJECT
 
 public:
-    /// `field` is not owned and may be destroyed first. The processors are those of the bridge's
-    /// model.
-    explicit CProcessorCompleter(QWidget* field, QObject* parent = nullptr);
+    /// Searches `tree`, which outlives the completer: processors and groups with the roles of
+    /// Interface/ProcessorNode.h. `field` is not owned and may be destroyed first.
+    CProcessorCompleter(QWidget* field, QAbstractItemModel& tree, QObject* parent = nullptr);
     ~CProcessorCompleter() override;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -58,7 +58,7 @@ signals:
 
 private:
     void createPopup();
-    void createModels();
+    void createModels(QAbstractItemModel& tree);
     void connectPopup();
     void showPopup();
     void placePopup();

@@ -1,8 +1,7 @@
 #include "search/ProcessorFilterModel.h"
 
-#include "processortree/NodeType.h"
-#include "processortree/ProcessorTreeModel.h"
-#include "processortree/RecordCell.h"
+#include "base/NodeType.h"
+#include "base/RecordCell.h"
 #include "search/FoundProcessors.h"
 #include "search/ProcessorFilterProxyModel.h"
 #include "search/ProcessorTexts.h"

@@ -1,7 +1,6 @@
 #include "search/ProcessorFilterProxyModel.h"
 
-#include "processortree/ProcessorTreeModel.h"
-#include "processortree/RecordCell.h"
+#include "base/RecordCell.h"
 #include "search/FoundProcessors.h"
 
 #include <QMetaMethod>
@@ -28,7 +27,7 @@ void CProcessorFilterProxyModel::setSourceModel(QAbstractItemModel* model)
     if (model)
         m_review = connect(model, &QAbstractItemModel::dataChanged, this,
                            &CProcessorFilterProxyModel::reviewBranch);
-    auto* tree = qobject_cast<CProcessorTreeModel*>(model);
+    auto* tree = qobject_cast<QStandardItemModel*>(model);
     m_found = tree ? std::make_unique<CFoundProcessors>(*tree, *this) : nullptr;
     QSortFilterProxyModel::setSourceModel(model);
 }

@@ -1,7 +1,7 @@
 #include "search/ProcessorTexts.h"
 
 #include "Interface/ProcessorNode.h"
-#include "ipmanage/IPText.h"
+#include "base/IPText.h"
 #include "search/CompleterProcessorDelegate.h"
 
 #include <QStringList>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "processortree/PaintScope.h"
+#include "base/PaintScope.h"
 
 #include <QBitmap>
 #include <QListView>

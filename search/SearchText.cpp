@@ -1,6 +1,6 @@
 #include "search/SearchText.h"
 
-#include "ipmanage/IPText.h"
+#include "base/IPText.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "processortree/RecordCell.h"
+#include "base/RecordCell.h"
 
 #include <QRegExp>
 #include <QString>

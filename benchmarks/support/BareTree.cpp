@@ -1,7 +1,7 @@
 #include "benchmarks/support/BareTree.h"
 
-#include "processortree/NodeType.h"
-#include "processortree/ProcessorItem.h"
+#include "base/NodeType.h"
+#include "processortree/model/ProcessorItem.h"
 
 #include <QHash>
 #include <QVector>

@@ -1,7 +1,7 @@
 #include "Interface/TargetSelectAreaInterface.h"
 #include "Interface/TargetSelectInterfaceHandler.h"
+#include "base/TargetSelectHandler.h"
 #include "plugin/TargetSelectArea.h"
-#include "plugin/TargetSelectHandler.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 

@@ -2,7 +2,7 @@
 #include "Interface/ProcessorNode.h"
 #include "Interface/TargetSelectAreaInterface.h"
 #include "Interface/TargetSelectInterfaceHandler.h"
-#include "plugin/MetaTypes.h"
+#include "base/MetaTypes.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QStringList>

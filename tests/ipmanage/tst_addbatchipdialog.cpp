@@ -1,7 +1,7 @@
 #include "Interface/IPStatusCodes.h"
+#include "base/IPText.h"
 #include "host/widgets/SpinBox.h"
 #include "ipmanage/AddBatchIPDialog.h"
-#include "ipmanage/IPText.h"
 #include "tests/ipmanage/DialogTest.h"
 #include "tests/support/Chinese.h"
 

@@ -1,6 +1,6 @@
 #include "Interface/IPStatusCodes.h"
+#include "base/IPText.h"
 #include "ipmanage/AddSingleIPDialog.h"
-#include "ipmanage/IPText.h"
 #include "ipmanage/LocalAddresses.h"
 #include "tests/ipmanage/DialogTest.h"
 #include "tests/support/Chinese.h"

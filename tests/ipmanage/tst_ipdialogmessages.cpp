@@ -1,12 +1,12 @@
 // All results of the host's check, in all dialogs that use it, in both languages.
 
 #include "Interface/IPStatusCodes.h"
+#include "base/IPText.h"
 #include "host/common/SoftwareName.h"
 #include "host/widgets/HostTheme.h"
 #include "ipmanage/AddBatchIPDialog.h"
 #include "ipmanage/AddBothIpDialog.h"
 #include "ipmanage/AddSingleIPDialog.h"
-#include "ipmanage/IPText.h"
 #include "ipmanage/ModifyIPDialog.h"
 #include "tests/ipmanage/DialogTest.h"
 #include "tests/support/Chinese.h"

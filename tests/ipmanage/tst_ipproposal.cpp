@@ -1,5 +1,5 @@
+#include "base/IPText.h"
 #include "ipmanage/IPProposal.h"
-#include "ipmanage/IPText.h"
 #include "tests/ipmanage/RandomAddresses.h"
 #include "tests/ipmanage/ReferenceAddresses.h"
 #include "tests/support/Seed.h"

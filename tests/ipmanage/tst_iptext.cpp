@@ -1,4 +1,4 @@
-#include "ipmanage/IPText.h"
+#include "base/IPText.h"
 
 #include <QTest>
 #include <QtEndian>

@@ -1,5 +1,5 @@
 #include "Interface/IPStatusCodes.h"
-#include "ipmanage/IPText.h"
+#include "base/IPText.h"
 #include "ipmanage/ModifyIPDialog.h"
 #include "tests/ipmanage/DialogTest.h"
 #include "tests/support/Chinese.h"

@@ -1,6 +1,7 @@
 // Pictures of the dialogs of the panel.
 
 #include "Interface/IPStatusCodes.h"
+#include "base/UserMessages.h"
 #include "host/common/SoftwareName.h"
 #include "host/widgets/IPLineEdit.h"
 #include "host/widgets/SpinBox.h"
@@ -11,7 +12,6 @@
 #include "ipmanage/IPListView.h"
 #include "ipmanage/IPManageDialog.h"
 #include "ipmanage/ModifyIPDialog.h"
-#include "plugin/UserMessages.h"
 #include "tests/pictures/Album.h"
 #include "tests/pictures/Subjects.h"
 #include "tests/support/TestPanel.h"

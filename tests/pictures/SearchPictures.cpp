@@ -1,6 +1,7 @@
 // Pictures of the list of search results.
 
-#include "processortree/ProcessorTreeModel.h"
+#include "plugin/TargetSelectData.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "search/ProcessorCompleter.h"
 #include "tests/pictures/Album.h"
 #include "tests/pictures/Subjects.h"
@@ -40,7 +41,7 @@ class Scene final
 public:
     Scene(const QString& text, bool longNames = false)
         : m_field(&m_window)
-        , m_completer(&m_field)
+        , m_completer(&m_field, *CTargetSelectData::Instance()->GetModel())
     {
         m_panel.host().setProject({}, processors(longNames));
         m_panel.model().reset();

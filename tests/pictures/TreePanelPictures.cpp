@@ -5,9 +5,10 @@
 #include "host/widgets/MenuToolButton.h"
 #include "host/widgets/PureImageBtn.h"
 #include "host/widgets/Separator.h"
-#include "processortree/ProcessorTree.h"
-#include "processortree/ProcessorTreeModel.h"
-#include "processortree/ProcessorTreeView.h"
+#include "plugin/TargetSelectData.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ProcessorTree.h"
+#include "processortree/view/ProcessorTreeView.h"
 #include "tests/pictures/Album.h"
 #include "tests/pictures/Subjects.h"
 #include "tests/support/TestPanel.h"
@@ -51,7 +52,8 @@ public:
         m_detect->setText(QCoreApplication::translate("CTargetSelectArea", "Detect devices"));
         m_detect->setFixedWidth(200);
         m_detect->AddAction(QStringLiteral("All devices"));
-        m_tree = new CProcessorTree;
+        m_tree = new CProcessorTree(*CTargetSelectData::Instance(),
+                                    *CTargetSelectData::Instance()->GetModel());
         layout->addWidget(m_detect, 0, Qt::AlignCenter);
         layout->addWidget(new CSeparator(&m_window, 0, 4));
         layout->addWidget(m_tree, 1);

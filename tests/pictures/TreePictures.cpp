@@ -1,8 +1,8 @@
 // Pictures of the processor tree.
 
 #include "plugin/TargetSelectArea.h"
-#include "processortree/ProcessorTreeModel.h"
-#include "processortree/ProcessorTreeView.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ProcessorTreeView.h"
 #include "tests/pictures/Album.h"
 #include "tests/pictures/Subjects.h"
 #include "tests/support/TestPanel.h"

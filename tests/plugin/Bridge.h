@@ -1,7 +1,7 @@
 #pragma once
 
 #include "plugin/TargetSelectArea.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/support/HostThread.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"

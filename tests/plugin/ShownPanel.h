@@ -4,7 +4,7 @@
 #include "host/widgets/MenuToolButton.h"
 #include "plugin/TargetSelectArea.h"
 #include "plugin/TargetSelectData.h"
-#include "processortree/ProcessorTreeView.h"
+#include "processortree/view/ProcessorTreeView.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 

@@ -1,6 +1,6 @@
 #include "plugin/TargetSelectArea.h"
 #include "plugin/TargetSelectData.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/support/HostThread.h"
 #include "tests/support/Seed.h"
 #include "tests/support/TestPanel.h"

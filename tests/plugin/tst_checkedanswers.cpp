@@ -1,5 +1,5 @@
 #include "plugin/TargetSelectArea.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/plugin/Telling.h"
 #include "tests/support/ReferenceTree.h"
 

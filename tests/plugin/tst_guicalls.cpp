@@ -1,4 +1,4 @@
-#include "plugin/GuiCalls.h"
+#include "base/GuiCalls.h"
 #include "tests/support/HostThread.h"
 #include "tests/support/WarningTrap.h"
 

@@ -1,4 +1,4 @@
-#include "processortree/ProcessorTreeView.h"
+#include "processortree/view/ProcessorTreeView.h"
 #include "tests/plugin/Telling.h"
 #include "tests/support/LogTrap.h"
 

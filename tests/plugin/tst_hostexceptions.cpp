@@ -1,5 +1,5 @@
 #include "plugin/TargetSelectData.h"
-#include "processortree/ProcessorTreeView.h"
+#include "processortree/view/ProcessorTreeView.h"
 #include "tests/plugin/Telling.h"
 
 #include <stdexcept>

@@ -1,6 +1,6 @@
-#include "plugin/MetaTypes.h"
+#include "base/MetaTypes.h"
 #include "plugin/TargetSelectArea.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QDirIterator>

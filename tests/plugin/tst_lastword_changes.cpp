@@ -1,6 +1,6 @@
-#include "plugin/GuiCalls.h"
+#include "base/GuiCalls.h"
+#include "base/RecordCell.h"
 #include "plugin/TargetSelectData.h"
-#include "processortree/RecordCell.h"
 #include "tests/plugin/Telling.h"
 
 #include <QEvent>

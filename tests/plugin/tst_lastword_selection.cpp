@@ -1,4 +1,4 @@
-#include "processortree/ProcessorTreeView.h"
+#include "processortree/view/ProcessorTreeView.h"
 #include "tests/plugin/ShownPanel.h"
 
 /// What the host selects while it is told of the user's selection is what stands.

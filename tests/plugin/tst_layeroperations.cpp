@@ -1,6 +1,6 @@
 #include "host/widgets/PureImageBtn.h"
 #include "plugin/NetUsbTipDlg.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/plugin/ShownPanel.h"
 #include "tests/support/DialogDriver.h"
 

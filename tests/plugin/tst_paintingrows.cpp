@@ -1,5 +1,5 @@
-#include "processortree/ProcessorTreeModel.h"
-#include "processortree/ProcessorTreeView.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ProcessorTreeView.h"
 #include "tests/plugin/ShownPanel.h"
 #include "tests/support/HostThread.h"
 #include "tests/support/TrueHost.h"

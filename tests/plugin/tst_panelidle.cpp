@@ -1,5 +1,5 @@
 #include "host/widgets/HostTheme.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/plugin/ShownPanel.h"
 
 #include <QAbstractEventDispatcher>

@@ -2,7 +2,8 @@
 
 #include "host/widgets/ActionLineEdit.h"
 #include "host/widgets/PureImageBtn.h"
-#include "processortree/ProcessorTree.h"
+#include "plugin/TargetSelectData.h"
+#include "processortree/view/ProcessorTree.h"
 #include "tests/processortree/DrivenTree.h"
 
 #include <QVBoxLayout>
@@ -18,7 +19,8 @@ inline const QString kAddAll =
 struct DrivenPanel
 {
     DrivenPanel()
-        : tree(new CProcessorTree(&window))
+        : tree(new CProcessorTree(*CTargetSelectData::Instance(),
+                                  *CTargetSelectData::Instance()->GetModel(), &window))
     {
         auto* layout = new QVBoxLayout(&window);
         layout->setContentsMargins(0, 0, 0, 0);

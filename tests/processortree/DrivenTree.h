@@ -1,8 +1,8 @@
 #pragma once
 
 #include "plugin/TargetSelectData.h"
-#include "processortree/ProcessorTreeModel.h"
-#include "processortree/ProcessorTreeView.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ProcessorTreeView.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
@@ -29,7 +29,7 @@ inline QString selectedTexts(const QAbstractItemView& view)
 struct DrivenTree
 {
     DrivenTree()
-        : view(new CProcessorTreeView)
+        : view(new CProcessorTreeView(*CTargetSelectData::Instance()))
     {
         fill({testGroup(10), testGroup(11)},
              {testProcessor(1, 10), testProcessor(2, 10), testProcessor(3), testProcessor(4)});

@@ -2,9 +2,9 @@
 
 #include "host/widgets/TreeView.h"
 #include "plugin/TargetSelectData.h"
-#include "processortree/ProcessorSelectionModel.h"
-#include "processortree/ProcessorTreeDelegate.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ProcessorSelectionModel.h"
+#include "processortree/view/ProcessorTreeDelegate.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 
@@ -21,13 +21,13 @@ struct ShownTree
             {testProcessor(1, 10), testProcessor(2, 10), testProcessor(3), testProcessor(4)});
         model().reset();
         view.setModel(&model());
-        selection = new CProcessorSelectionModel(&model(), &view);
+        selection = new CProcessorSelectionModel(*CTargetSelectData::Instance(), &model(), &view);
         QItemSelectionModel* before = view.selectionModel();
         view.setSelectionModel(selection);
         delete before;
         view.setSelectionMode(QAbstractItemView::ExtendedSelection);
         view.setEditTriggers(QAbstractItemView::EditKeyPressed);
-        delegate = new CProcessorTreeDelegate(&view);
+        delegate = new CProcessorTreeDelegate(*CTargetSelectData::Instance(), &view);
         view.setItemDelegate(delegate);
         view.expandAll();
         view.resize(300, 400);

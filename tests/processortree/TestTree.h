@@ -1,6 +1,6 @@
 #pragma once
 
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/TreeDump.h"
 

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "processortree/ProcessorTreeModel.h"
-#include "processortree/ProcessorTreeView.h"
+#include "plugin/TargetSelectData.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ProcessorTreeView.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 
@@ -19,7 +20,7 @@ inline const QString kUntouched = QStringLiteral("All processors(4)[G10[1,2],G11
 struct WholeTree
 {
     explicit WholeTree(Qt::WindowFlags flags = Qt::WindowFlags())
-        : view(new CProcessorTreeView)
+        : view(new CProcessorTreeView(*CTargetSelectData::Instance()))
     {
         panel.host().setProject(
             {testGroup(10), testGroup(11)},

@@ -1,4 +1,4 @@
-#include "processortree/CustomAddProcessor.h"
+#include "processortree/view/CustomAddProcessor.h"
 
 #include "host/widgets/ComboBox.h"
 #include "host/widgets/SpinBox.h"

@@ -1,4 +1,4 @@
-#include "processortree/NameEditor.h"
+#include "processortree/view/NameEditor.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 

@@ -1,4 +1,4 @@
-#include "processortree/NameGuard.h"
+#include "processortree/view/NameGuard.h"
 #include "tests/processortree/TestTree.h"
 #include "tests/support/WarningTrap.h"
 

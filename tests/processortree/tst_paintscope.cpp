@@ -1,4 +1,4 @@
-#include "processortree/PaintScope.h"
+#include "base/PaintScope.h"
 
 #include "search/CompleterProcessorDelegate.h"
 #include "search/ResultList.h"

@@ -1,8 +1,8 @@
-#include "processortree/ProcessorItem.h"
+#include "processortree/model/ProcessorItem.h"
 
-#include "plugin/MetaTypes.h"
-#include "processortree/NodeType.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "base/MetaTypes.h"
+#include "base/NodeType.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 

@@ -1,6 +1,6 @@
-#include "processortree/ProcessorOrder.h"
+#include "processortree/model/ProcessorOrder.h"
 
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/TreeDump.h"
 #include "tests/support/WarningTrap.h"

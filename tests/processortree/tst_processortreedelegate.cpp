@@ -1,4 +1,4 @@
-#include "processortree/ProcessorTreeSearchDelegate.h"
+#include "processortree/view/ProcessorTreeSearchDelegate.h"
 #include "tests/processortree/Buttons.h"
 
 #include <QLineEdit>

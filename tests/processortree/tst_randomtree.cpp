@@ -1,6 +1,6 @@
 #include "Interface/DeviceSetInfo.h"
-#include "processortree/ProcessorTreeModel.h"
-#include "processortree/RecordCell.h"
+#include "base/RecordCell.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/support/ReferenceTree.h"
 #include "tests/support/Seed.h"
 #include "tests/support/TestPanel.h"

@@ -1,7 +1,7 @@
-#include "processortree/RecordCell.h"
+#include "base/RecordCell.h"
 
-#include "plugin/MetaTypes.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "base/MetaTypes.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 

@@ -1,3 +1,4 @@
+#include "plugin/TargetSelectData.h"
 #include "tests/processortree/ShownTree.h"
 
 #include <QSignalSpy>
@@ -231,7 +232,8 @@ void TestSelectionModel::shouldStandAHostThatTakesTheViewAway()
 {
     for (const char* question : {"GetProcessorNode", "ReportSelection"}) {
         ShownTree tree;
-        auto* selection = new CProcessorSelectionModel(&tree.model(), nullptr);
+        auto* selection =
+            new CProcessorSelectionModel(*CTargetSelectData::Instance(), &tree.model(), nullptr);
         const QPointer<CProcessorSelectionModel> alive(selection);
         selection->setCurrentIndex(tree.index(3), QItemSelectionModel::ClearAndSelect);
         tree.host().inside = [&](const QString& name) {

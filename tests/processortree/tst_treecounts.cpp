@@ -1,7 +1,7 @@
 #include "tests/processortree/TestTree.h"
 
-#include "processortree/NodeType.h"
-#include "processortree/ProcessorItem.h"
+#include "base/NodeType.h"
+#include "processortree/model/ProcessorItem.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QTest>

@@ -1,4 +1,5 @@
 #include "host/widgets/HostTheme.h"
+#include "plugin/TargetSelectData.h"
 #include "tests/processortree/DrivenPanel.h"
 
 namespace {
@@ -63,7 +64,8 @@ void TreeLocksTest::shouldAddNothingWhenReadOnly()
     panel.tree->UpdateAddButton();
     QVERIFY(panel.button().isEnabled());
     panel.panel.data().SetReadOnly(true);
-    const CProcessorTree late;
+    const CProcessorTree late(*CTargetSelectData::Instance(),
+                              *CTargetSelectData::Instance()->GetModel());
     QVERIFY(!late.findChild<CPureImageBtn*>()->isEnabled());
 }
 

@@ -1,6 +1,6 @@
 #include "tests/processortree/TestTree.h"
 
-#include "processortree/ProcessorItem.h"
+#include "processortree/model/ProcessorItem.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QSignalSpy>

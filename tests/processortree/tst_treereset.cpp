@@ -1,5 +1,5 @@
 #include "plugin/TargetSelectArea.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/TreeDump.h"
 #include "tests/support/WarningTrap.h"

@@ -1,5 +1,5 @@
 #include "host/widgets/ProcessorDelegate.h"
-#include "processortree/ProcessorSelectionModel.h"
+#include "processortree/view/ProcessorSelectionModel.h"
 #include "tests/processortree/WholeTree.h"
 #include "tests/support/DialogDriver.h"
 

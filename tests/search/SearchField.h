@@ -1,6 +1,7 @@
 #pragma once
 
-#include "processortree/ProcessorTreeModel.h"
+#include "plugin/TargetSelectData.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "search/ProcessorCompleter.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
@@ -77,7 +78,8 @@ struct SearchField
         field->setGeometry(10, 10, 176, 24);
         other = new QLineEdit(window);
         other->setGeometry(200, 10, 80, 24);
-        completer = new CProcessorCompleter(field, window);
+        completer =
+            new CProcessorCompleter(field, *CTargetSelectData::Instance()->GetModel(), window);
         list = listOf(*field);
         QObject::connect(field, &QLineEdit::textEdited, completer.data(),
                          &CProcessorCompleter::setFilterText);

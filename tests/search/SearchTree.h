@@ -1,7 +1,7 @@
 #pragma once
 
-#include "processortree/ProcessorTreeModel.h"
-#include "processortree/RecordCell.h"
+#include "base/RecordCell.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "search/ProcessorFilterModel.h"
 #include "search/ProcessorFilterProxyModel.h"
 #include "tests/support/TestPanel.h"

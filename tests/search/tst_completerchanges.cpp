@@ -1,6 +1,6 @@
 // The open list after changes that its model does not announce.
 
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/search/SearchField.h"
 
 #include <QListView>

@@ -1,3 +1,4 @@
+#include "plugin/TargetSelectData.h"
 #include "tests/search/SearchField.h"
 
 #include <QDialog>
@@ -261,7 +262,7 @@ void TestCompleterKeys::shouldNotCloseADialogWithEscape()
     const SearchField search;
     QDialog dialog;
     QLineEdit field(&dialog);
-    CProcessorCompleter completer(&field);
+    CProcessorCompleter completer(&field, *CTargetSelectData::Instance()->GetModel());
     dialog.setGeometry(100, 100, 200, 300);
     dialog.show();
     dialog.activateWindow();

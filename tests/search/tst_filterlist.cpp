@@ -1,7 +1,7 @@
 // The list of results: its order, its deviations from a regular model, its signals and persistent
 // indexes.
 
-#include "processortree/ProcessorItem.h"
+#include "processortree/model/ProcessorItem.h"
 #include "tests/search/SearchTree.h"
 #include "tests/support/WarningTrap.h"
 

@@ -1,6 +1,6 @@
 // The rows that the filter accepts: the search rules, and the parents of found rows.
 
-#include "processortree/RecordCell.h"
+#include "base/RecordCell.h"
 #include "tests/search/SearchTree.h"
 #include "tests/support/WarningTrap.h"
 

@@ -1,8 +1,8 @@
 // Random changes of the tree and random texts, compared with a search of the whole tree and with a
 // list that is rebuilt after each change.
 
-#include "processortree/ProcessorTreeModel.h"
-#include "processortree/RecordCell.h"
+#include "base/RecordCell.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "search/ProcessorFilterModel.h"
 #include "search/ProcessorFilterProxyModel.h"
 #include "tests/support/Seed.h"

@@ -2,7 +2,7 @@
 
 #include "plugin/TargetSelectArea.h"
 #include "plugin/TargetSelectData.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/support/TreeDump.h"
 
 // The library does this when it is loaded; here its code is part of the test.

@@ -1,7 +1,7 @@
 #include "tests/support/TrueHost.h"
 
 #include "plugin/TargetSelectArea.h"
-#include "processortree/ProcessorTreeModel.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "tests/support/HostThread.h"
 
 #include <QCoreApplication>

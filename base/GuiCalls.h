@@ -1,0 +1,90 @@
+#pragma once
+
+#include "base/HostQuestion.h"
+
+#include <QObject>
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <memory>
+
+/// Calls that run on the GUI thread, one after the other in the order in which they were made. A
+/// call never runs inside another one, nor while the GUI thread is busy.
+///
+/// This class keeps the third law of the bridge: *nobody stands*. The GUI thread never waits for
+/// another thread. Another thread may wait for the end of its call, but leaves at its deadline,
+/// when close() is called, and as soon as the GUI thread has been inside one question to the host
+/// for longer than a question usually takes: the host may be waiting for that very thread. The call
+/// stays queued and runs in its turn; isAwaited() tells it that nobody waits any more.
+///
+/// Lives on the GUI thread, wherever it is created.
+class CGuiCalls final : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Call = std::function<void()>;
+    using Deadline = CHostQuestion::Clock::time_point;
+
+    explicit CGuiCalls(QObject* parent = nullptr);
+    ~CGuiCalls() override;
+
+    /// Keeps calls queued while `isBusy` returns true, which is asked on the GUI thread. Whoever
+    /// makes it return false again calls resume(). To be set before the first call.
+    void waitWhile(std::function<bool()> isBusy) { m_isBusy = std::move(isBusy); }
+
+    /// Schedules the calls that were due while the GUI thread was busy. GUI thread.
+    void resume();
+
+    /// Runs `call` at once on the GUI thread, behind what is queued; queues it on any other thread,
+    /// and where what is queued has to wait. `onQueued`, if given, runs while no other call can be
+    /// queued or begin: just before `call` takes its place. Any thread.
+    void post(Call call, const Call& onQueued = {});
+
+    /// Does the same, but on another thread waits for the end of `call`. The caller holds no lock
+    /// that the GUI thread may want. Returns whether the call has run. Any thread.
+    bool run(Call call, Deadline deadline);
+    bool run(Call call) { return run(std::move(call), deadline()); }
+
+    /// Waits until what was queued so far has run; on the GUI thread, runs it now. Returns whether
+    /// nothing is queued or running. Any thread.
+    bool settle(Deadline deadline);
+    bool settle() { return settle(deadline()); }
+
+    /// Returns whether the caller of the running call waits for its end; true for a call made on
+    /// the GUI thread that runs at once. GUI thread.
+    bool isAwaited() const;
+
+    /// Ends all waits, now and to come, until open(). Any thread.
+    void close();
+    void open();
+
+    /// Closes for good and drops what is queued. GUI thread.
+    void shutDown();
+
+    /// When a wait that begins now ends at the latest.
+    Deadline deadline() const { return CHostQuestion::Clock::now() + m_patience.load(); }
+    void setPatience(std::chrono::milliseconds patience) { m_patience = patience; }
+
+protected:
+    void customEvent(QEvent* event) override;
+
+private:
+    struct Line;
+    struct Ticket;
+    class Turn;
+
+    bool isHere() const;
+    bool isBusy() const { return m_isBusy && m_isBusy(); }
+    bool isFree() const;
+    std::shared_ptr<Ticket> enqueue(Call call, bool awaited, const Call& onQueued);
+    void runNow(const Call& call, const Call& onQueued);
+    void runNext();
+    void poke();
+
+    std::shared_ptr<Line> m_line;
+    std::function<bool()> m_isBusy;
+    int m_missed = 0; // pokes that came while no call could run; GUI thread
+    std::atomic<std::chrono::milliseconds> m_patience{std::chrono::milliseconds(5000)};
+};

@@ -1,0 +1,10 @@
+#include "base/GuiThread.h"
+
+#include <QCoreApplication>
+#include <QThread>
+
+bool isGuiThread()
+{
+    const QCoreApplication* application = QCoreApplication::instance();
+    return application && application->thread() == QThread::currentThread();
+}

@@ -1,0 +1,58 @@
+#include "base/HostAnswer.h"
+
+#include "base/LogCategories.h"
+#include "base/TargetSelectHandler.h"
+
+namespace {
+
+template <typename Record>
+CHostAnswer<Record> ask(Record (Host::*question)(const QUuid&), const QUuid& id, quint32 event)
+{
+    CHostAnswer<Record> answer;
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+        const std::weak_ptr<IAbstractControlInterface> source = HandlerPlace::current();
+        const auto handler = GetTargetSelectHandler();
+        if (!handler)
+            return {};
+        answer = {source, checkedRecord((handler.get()->*question)(id), id, event)};
+        // The host may replace its handler inside the question.
+        if (HandlerPlace::isCurrent(source))
+            break;
+    }
+    return answer;
+}
+
+} // namespace
+
+template <typename Record>
+bool CHostAnswer<Record>::isCurrent() const
+{
+    return HandlerPlace::isCurrent(m_source);
+}
+
+template class CHostAnswer<ProcessorNode>;
+template class CHostAnswer<ProcessorGroupNode>;
+
+template <typename Record>
+std::optional<Record> checkedRecord(const Record& record, const QUuid& id, quint32 event)
+{
+    if (record.id == id)
+        return record;
+    qCInfo(lcBridge, "event %u asked for %s and got %s, which is ignored", event,
+           qPrintable(id.toString()), qPrintable(record.id.toString()));
+    return std::nullopt;
+}
+
+template std::optional<ProcessorNode> checkedRecord(const ProcessorNode&, const QUuid&, quint32);
+template std::optional<ProcessorGroupNode> checkedRecord(const ProcessorGroupNode&, const QUuid&,
+                                                         quint32);
+
+CHostAnswer<ProcessorNode> askForProcessor(const QUuid& id, quint32 event)
+{
+    return ask(&Host::GetProcessorNode, id, event);
+}
+
+CHostAnswer<ProcessorGroupNode> askForGroup(const QUuid& id, quint32 event)
+{
+    return ask(&Host::GetGroupNode, id, event);
+}

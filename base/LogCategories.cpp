@@ -1,0 +1,3 @@
+#include "base/LogCategories.h"
+
+Q_LOGGING_CATEGORY(lcBridge, "targetselect.bridge", QtWarningMsg)

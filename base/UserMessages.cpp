@@ -1,0 +1,24 @@
+#include "base/UserMessages.h"
+
+#include "host/common/SoftwareName.h"
+#include "host/widgets/MessageBox.h"
+
+namespace {
+
+constexpr int kBoxWidth = 330;
+
+} // namespace
+
+void tellUser(QWidget* parent, const QString& text)
+{
+    CMessageBox::information(parent, text, custom_software_name(), QDialogButtonBox::Ok,
+                             QDialogButtonBox::Ok, kBoxWidth);
+}
+
+bool askUser(QWidget* parent, const QString& text)
+{
+    return CMessageBox::question(parent, text, custom_software_name(),
+                                 QDialogButtonBox::Yes | QDialogButtonBox::No,
+                                 QDialogButtonBox::Yes, kBoxWidth)
+           == CMessageBox::Yes;
+}

@@ -1,3 +1,0 @@
-#include "plugin/LogCategories.h"
-
-Q_LOGGING_CATEGORY(lcBridge, "targetselect.bridge", QtWarningMsg)

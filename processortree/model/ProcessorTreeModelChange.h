@@ -1,0 +1,34 @@
+#pragma once
+
+#include "processortree/model/ProcessorTreeModel.h"
+
+#include <exception>
+
+/// A stretch in which rows come or go, and who hears of it has not heard of all.
+class CProcessorTreeModel::Change final
+{
+public:
+    explicit Change(CProcessorTreeModel* model)
+        : m_model(model)
+    {
+        ++m_model->m_changes;
+    }
+
+    Change(const Change&) = delete;
+    Change& operator=(const Change&) = delete;
+
+    ~Change()
+    {
+        // Rows whose removal was announced may stand in the tree still.
+        if (std::uncaught_exceptions() > m_exceptions) {
+            m_model->m_removals = 0;
+            m_model->onRestructured();
+        }
+        if (--m_model->m_changes == 0 && m_model->m_onChanged)
+            m_model->m_onChanged();
+    }
+
+private:
+    CProcessorTreeModel* m_model;
+    const int m_exceptions = std::uncaught_exceptions();
+};

@@ -1,0 +1,39 @@
+#include "processortree/view/AddEntries.h"
+
+#include "base/TargetSelectHandler.h"
+
+namespace {
+
+constexpr int kMostForOne = 254;
+constexpr int kMostForTwo = 253;
+
+} // namespace
+
+bool AddEntries::isVisible(AddKind kind) const
+{
+    switch (kind) {
+    case AddKind::One:
+        return one;
+    case AddKind::Two:
+        return two;
+    case AddKind::Custom:
+        return custom;
+    }
+    return false;
+}
+
+AddEntries addEntries()
+{
+    if (!GetTargetSelectHandler())
+        return {};
+    const QList<ProcessorNode> processors = askHost(&Host::GetAllProcessorNodes);
+    // The host judges by the first processor; where there is none, nothing speaks against adding.
+    const bool empty = processors.isEmpty();
+    const bool permitted = empty || askHost(&Host::CanAddProcessors, processors.first());
+    AddEntries entries;
+    entries.one = permitted && processors.size() <= kMostForOne;
+    entries.two = permitted && processors.size() <= kMostForTwo;
+    entries.custom = entries.one;
+    entries.enabled = empty || askHost(&Host::IsAddProcessorsEnabled, processors.first());
+    return entries;
+}

@@ -1,0 +1,101 @@
+#include "processortree/view/CustomAddProcessor.h"
+
+#include "base/TargetSelectHandler.h"
+#include "host/widgets/ComboBox.h"
+#include "host/widgets/SpinBox.h"
+
+#include <QBoxLayout>
+#include <QEvent>
+#include <QFormLayout>
+#include <QLabel>
+
+namespace {
+
+constexpr int kMaxProcessors = 255;
+constexpr int kFieldWidth = 184;
+constexpr int kOneRowHeight = 121;
+constexpr int kTwoRowsHeight = 157;
+constexpr int kOutputCounts[] = {2, 4, 6, 8, 10, 12, 16, 20, 26, 32, 40, 80};
+
+bool areOutputsFixed()
+{
+    return askHost(&Host::GetFixedOutputCount) > 0;
+}
+
+/// How many processors the project still takes.
+int freePlaces()
+{
+    return qMax(0, kMaxProcessors - askHost(&Host::GetAllProcessorNodes).size());
+}
+
+void name(QLabel* label, QWidget* field, const QString& text)
+{
+    label->setText(text);
+    field->setAccessibleName(text);
+}
+
+} // namespace
+
+CCustomAddProcessor::CCustomAddProcessor(int presetOutputs, QWidget* parent)
+    : CDialog(parent, QString(), QString(), CloseTitleButton)
+    , m_presetOutputs(presetOutputs)
+{
+    Init();
+}
+
+std::pair<int, int> CCustomAddProcessor::addition() const
+{
+    return {m_count->value(), m_outputs ? m_outputs->currentData().toInt() : m_presetOutputs};
+}
+
+void CCustomAddProcessor::InitWidgets()
+{
+    const bool fixedOutputs = areOutputsFixed();
+    m_countLabel = new QLabel(this);
+    m_count = new CSpinBox(this);
+    m_count->setFixedWidth(kFieldWidth);
+    const int places = freePlaces();
+    m_count->setRange(qMin(1, places), places);
+    m_count->setValue(qMin(1, places));
+    setFocusPolicy(Qt::WheelFocus);
+    setFixedHeight(fixedOutputs ? kOneRowHeight : kTwoRowsHeight);
+    if (!fixedOutputs) {
+        m_outputsLabel = new QLabel(this);
+        m_outputs = new CComboBox(this);
+        m_outputs->setFixedWidth(kFieldWidth);
+        for (const int outputs : kOutputCounts)
+            m_outputs->addItem(QString::number(outputs), outputs);
+        m_outputs->setCurrentIndex(m_outputs->findData(m_presetOutputs));
+    }
+    SetDialogBtnRole(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, QDialogButtonBox::Ok);
+    retranslate();
+}
+
+void CCustomAddProcessor::InitLayout(QBoxLayout* body)
+{
+    auto* form = new QFormLayout;
+    form->setSpacing(8);
+    form->setContentsMargins(0, 0, 4, 0);
+    form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    form->setFormAlignment(Qt::AlignRight | Qt::AlignTop);
+    form->addRow(m_countLabel, m_count);
+    if (m_outputs)
+        form->addRow(m_outputsLabel, m_outputs);
+    body->setContentsMargins(12, 12, 12, 0);
+    body->addLayout(form);
+}
+
+void CCustomAddProcessor::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    CDialog::changeEvent(event);
+}
+
+void CCustomAddProcessor::retranslate()
+{
+    setWindowTitle(tr("Custom add processor"));
+    name(m_countLabel, m_count, tr("Number of processors"));
+    if (m_outputs)
+        name(m_outputsLabel, m_outputs, tr("Number of outputs"));
+}

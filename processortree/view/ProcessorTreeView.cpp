@@ -1,0 +1,437 @@
+#include "processortree/view/ProcessorTreeView.h"
+
+#include "base/NodeType.h"
+#include "base/PaintScope.h"
+#include "base/PanelBridge.h"
+#include "base/PanelStep.h"
+#include "base/TargetSelectHandler.h"
+#include "host/widgets/HostTheme.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/Addition.h"
+#include "processortree/view/ArrivalWatch.h"
+#include "processortree/view/ExpandBranches.h"
+#include "processortree/view/ProcessorSelectionModel.h"
+#include "processortree/view/ProcessorTreeDelegate.h"
+#include "processortree/view/TreeDeletion.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScopeGuard>
+#include <QShortcut>
+#include <QStandardItem>
+
+#include <algorithm>
+
+namespace {
+
+// Along the right edge of the viewport: rows end before it, and the mouse does nothing there.
+constexpr int kEdge = 10;
+
+bool isMouseEvent(const QEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+        return true;
+    default:
+        return false;
+    }
+}
+
+QUuid identity(const QModelIndex& index)
+{
+    return index.data(UuidRole).toUuid();
+}
+
+/// Whether the row's menu would offer it.
+bool mayRename(const QModelIndex& index)
+{
+    const auto type = nodeType(index);
+    if (type != NodeProcessor)
+        return type == NodeGroup;
+    const QUuid id = identity(index);
+    return !askHost(&Host::GetProcessorNode, id).hostFlag13
+           || askHost(&Host::CanRenameProcessor, id);
+}
+
+/// With these keys the mouse selects, and drags nothing.
+bool isSelecting(const QMouseEvent& event)
+{
+    return event.buttons() != Qt::NoButton
+           && (event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier));
+}
+
+QRect withoutEdge(const QRect& row)
+{
+    return row.adjusted(0, 0, -kEdge, 0);
+}
+
+} // namespace
+
+CProcessorTreeView::CProcessorTreeView(IPanelBridge& bridge, QWidget* parent)
+    : CTreeView(parent)
+    , m_bridge(bridge)
+    , m_delegate(new CProcessorTreeDelegate(bridge, this))
+    , m_arrivals(new CArrivalWatch(this))
+    , m_groupToFill(new CArrivalWatch(this))
+{
+    setItemDelegate(m_delegate);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(ExtendedSelection);
+    setDragEnabled(true);
+    setAcceptDrops(true);
+    setDropIndicatorShown(false);
+    setDefaultDropAction(Qt::MoveAction);
+    // When the view is through with the click: the host may end it while the menu is open.
+    connect(m_delegate, &CProcessorTreeDelegate::notifyMoreClicked, this,
+            [this](const QModelIndex& index, const QPoint& pos) {
+                const auto open = [this, row = QPersistentModelIndex(index), pos] {
+                    if (row.isValid())
+                        OnNotifyMoreClicked(row, pos);
+                };
+                QMetaObject::invokeMethod(this, open, Qt::QueuedConnection);
+            });
+    connect(this, &CTreeView::RightMenuEvent, this, &CProcessorTreeView::OnRightMenuEvent);
+    connect(m_arrivals, &CArrivalWatch::groupArrived, this, &CProcessorTreeView::onGroupArrived);
+    connect(m_arrivals, &CArrivalWatch::processorArrived, this,
+            &CProcessorTreeView::onProcessorArrived);
+    // Queued: others still have to hear of the group before rows move into it.
+    connect(m_groupToFill, &CArrivalWatch::groupArrived, this,
+            &CProcessorTreeView::onGroupToFillArrived, Qt::QueuedConnection);
+    addShortcut(Qt::Key_F2, &CProcessorTreeView::RenameSelection);
+    addShortcut(Qt::Key_Delete, &CProcessorTreeView::deleteByKey);
+    addShortcut(QKeySequence(QStringLiteral("Ctrl+G")), &CProcessorTreeView::groupSelection);
+}
+
+CProcessorTreeView::~CProcessorTreeView()
+{
+    abandonDrag();
+}
+
+/// Belongs to the editor while one is open, which has the focus then.
+void CProcessorTreeView::addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)())
+{
+    auto* shortcut = new QShortcut(keys, this);
+    shortcut->setContext(Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, action);
+    m_shortcuts.append(shortcut);
+}
+
+/// Not while rows come or go already, as when the host lets events through in the middle of it.
+void CProcessorTreeView::changeTree(const std::function<void(CProcessorTreeModel&)>& change)
+{
+    m_bridge.changeTree([change, model = QPointer<CProcessorTreeModel>(treeModel())] {
+        if (model)
+            change(*model);
+    });
+}
+
+CProcessorTreeModel* CProcessorTreeView::treeModel() const
+{
+    return qobject_cast<CProcessorTreeModel*>(model());
+}
+
+void CProcessorTreeView::setModel(QAbstractItemModel* newModel)
+{
+    const QPointer<CProcessorSelectionModel> before =
+        qobject_cast<CProcessorSelectionModel*>(selectionModel());
+    CTreeView::setModel(newModel);
+    if (before != selectionModel())
+        delete before;
+    if (newModel) {
+        QItemSelectionModel* const given = selectionModel();
+        setSelectionModel(new CProcessorSelectionModel(m_bridge, newModel, this));
+        delete given;
+    }
+    // Behind the selection model, which forgets the selection when the model is reset.
+    m_arrivals->setModel(treeModel());
+    m_groupToFill->setModel(treeModel());
+}
+
+void CProcessorTreeView::outlivePanel()
+{
+    m_retired = true;
+    m_arrivals->stop();
+    m_groupToFill->stop();
+    SetLocked(true);
+    // Blocked it reports nothing, whatever becomes of its rows: the host may have another panel.
+    selectionModel()->blockSignals(true);
+    CPanelStep::keep(this);
+}
+
+/// What menus and dialogs go with: the panel, which this view may outlive.
+QWidget* CProcessorTreeView::dialogParent()
+{
+    return parentWidget() ? parentWidget() : this;
+}
+
+void CProcessorTreeView::SetLocked(bool locked)
+{
+    m_locked = locked;
+    m_delegate->setButtonEnabled(!locked);
+    for (QShortcut* shortcut : qAsConst(m_shortcuts))
+        shortcut->setEnabled(!locked);
+    setContextMenuPolicy(locked ? Qt::PreventContextMenu : Qt::DefaultContextMenu);
+    viewport()->update();
+}
+
+void CProcessorTreeView::selectAll()
+{
+    expandBranches(*this);
+    CTreeView::selectAll();
+}
+
+QList<QPersistentModelIndex> CProcessorTreeView::selectedRows() const
+{
+    const QModelIndexList selected =
+        selectionModel() ? selectionModel()->selectedIndexes() : QModelIndexList();
+    return {selected.begin(), selected.end()};
+}
+
+void CProcessorTreeView::RenameSelection()
+{
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    const Life alive(this);
+    if (selected.size() == 1 && mayRename(selected.first()) && alive)
+        openEditor(selected.first());
+}
+
+void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
+{
+    // Qt warns of what cannot be edited.
+    if (!index.isValid() || !index.flags().testFlag(Qt::ItemIsEditable) || state() == EditingState)
+        return;
+    m_arrivals->stop();
+    edit(index);
+}
+
+void CProcessorTreeView::AddGroup()
+{
+    const Life alive(this);
+    const QUuid id = createGroup();
+    if (alive)
+        m_arrivals->expectGroup(id);
+}
+
+QUuid CProcessorTreeView::createGroup()
+{
+    const CProcessorTreeModel* tree = treeModel();
+    if (!tree)
+        return {};
+    ProcessorGroupNode group;
+    group.name = QStringLiteral("%1 %2").arg(tr("Group")).arg(tree->groupCount() + 1);
+    return askHost(&Host::CreateGroup, group);
+}
+
+void CProcessorTreeView::onGroupArrived(const QUuid& id)
+{
+    const QStandardItem* item = treeModel()->getItem(id);
+    if (!item)
+        return;
+    const QPersistentModelIndex index(item->index());
+    const Life alive(this);
+    // A group is selected, but never current.
+    selectionModel()->select(index, QItemSelectionModel::ClearAndSelect);
+    if (!alive || !index.isValid())
+        return;
+    scrollTo(index);
+    openEditor(index);
+}
+
+void CProcessorTreeView::AddProcessors(AddKind kind)
+{
+    AddProcessors(kind, [this] { return mayChange(); });
+}
+
+void CProcessorTreeView::AddProcessors(AddKind kind, const std::function<bool()>& isAllowed)
+{
+    const Life alive(this);
+    const std::optional<Addition> addition = askForAddition(kind, dialogParent());
+    if (!alive || !addition || addition->size() == 0 || !isAllowed())
+        return;
+    const QUuid group = targetGroup();
+    m_arrivals->expectProcessors(addition->size());
+    {
+        // No QSignalBlocker: the host may destroy the view here.
+        const bool wereBlocked = blockSignals(true);
+        const auto unblock =
+            qScopeGuard([this, view = QPointer<CProcessorTreeView>(this), wereBlocked] {
+                if (view)
+                    blockSignals(wereBlocked);
+            });
+        requestAddition(group, *addition);
+    }
+    if (!alive)
+        return;
+    if (const QStandardItem* item = treeModel() ? treeModel()->getItem(group) : nullptr)
+        expand(item->index());
+}
+
+QUuid CProcessorTreeView::targetGroup() const
+{
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    if (selected.isEmpty())
+        return {};
+    const QModelIndex index = selected.first();
+    return identity(nodeType(index) == NodeProcessor ? index.parent() : index);
+}
+
+void CProcessorTreeView::onProcessorArrived(const QUuid& id)
+{
+    const QStandardItem* item = treeModel()->getItem(id);
+    if (!item)
+        return;
+    const QPersistentModelIndex index(item->index());
+    expand(index.parent());
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+}
+
+void CProcessorTreeView::DeleteSelection()
+{
+    CProcessorTreeModel* const tree = treeModel();
+    if (!tree || !mayChange())
+        return;
+    const Life alive(this);
+    const TreeDeletion deletion = askForDeletion(*tree, selectedRows(), dialogParent());
+    // The host may forbid changes while the user thinks about it.
+    if (!alive || deletion.isEmpty() || !mayChange())
+        return;
+    if (!deletion.group.isNull()) {
+        askHost(&Host::Ungroup, deletion.group);
+        if (alive) {
+            changeTree(
+                [group = deletion.group](CProcessorTreeModel& model) { model.removeNode(group); });
+        }
+        return;
+    }
+    m_pendingDeletions = deletion.processors.size();
+    m_removedSoFar = 0;
+    if (askHost(&Host::IsIpManagementAvailable))
+        askHost(&Host::PreDeleteProcessors, deletion.processors);
+    askHost(&Host::DeleteProcessors, deletion.processors);
+}
+
+bool CProcessorTreeView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == viewport() && isMouseEvent(*event)) {
+        const int x = static_cast<QMouseEvent*>(event)->pos().x();
+        if (x >= viewport()->width() - kEdge && x < viewport()->width())
+            return true;
+    }
+    return CTreeView::eventFilter(watched, event);
+}
+
+void CProcessorTreeView::mousePressEvent(QMouseEvent* event)
+{
+    m_arrivals->stop();
+    CTreeView::mousePressEvent(event);
+}
+
+void CProcessorTreeView::keyPressEvent(QKeyEvent* event)
+{
+    m_arrivals->stop();
+    CTreeView::keyPressEvent(event);
+}
+
+/// With Shift or Ctrl the keys take the current row along, which is a processor: they pass what is
+/// none. Where there is no further one in their direction, it is the last one on the way.
+QModelIndex CProcessorTreeView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const QModelIndex target = CTreeView::moveCursor(action, modifiers);
+    if (!(modifiers & (Qt::ShiftModifier | Qt::ControlModifier)))
+        return target;
+    const bool isUp = action == MoveUp || action == MovePageUp || action == MoveHome;
+    if (!isUp && action != MoveDown && action != MovePageDown && action != MoveEnd)
+        return target;
+    const auto nearest = [&](bool up) {
+        QModelIndex row = target;
+        while (row.isValid() && nodeType(row) != NodeProcessor)
+            row = up ? indexAbove(row) : indexBelow(row);
+        return row;
+    };
+    const QModelIndex onward = nearest(isUp);
+    return onward.isValid() ? onward : nearest(!isUp);
+}
+
+void CProcessorTreeView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (!dragsOthers(*event) && !isSelecting(*event))
+        CTreeView::mouseReleaseEvent(event);
+}
+
+void CProcessorTreeView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (dragsOthers(*event))
+        return;
+    if (isSelecting(*event))
+        event->ignore();
+    else
+        CTreeView::mouseMoveEvent(event);
+}
+
+/// Only processors are dragged.
+bool CProcessorTreeView::dragsOthers(const QMouseEvent& event) const
+{
+    if (!(event.buttons() & Qt::LeftButton))
+        return false;
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    return std::any_of(selected.begin(), selected.end(), [](const QPersistentModelIndex& index) {
+        return nodeType(index) != NodeProcessor;
+    });
+}
+
+void CProcessorTreeView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange && treeModel())
+        treeModel()->updateRootText();
+    CTreeView::changeEvent(event);
+}
+
+void CProcessorTreeView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                                     const QVector<int>& roles)
+{
+    CTreeView::dataChanged(topLeft, bottomRight, roles);
+    // Qt tells the field that edits the row, but not while the view has rows to lay out.
+    QWidget* field = topLeft == bottomRight ? indexWidget(topLeft) : nullptr;
+    if (field)
+        itemDelegate()->setEditorData(field, topLeft);
+}
+
+void CProcessorTreeView::paintEvent(QPaintEvent* event)
+{
+    const CPaintScope painting;
+    CTreeView::paintEvent(event);
+}
+
+void CProcessorTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const
+{
+    CTreeView::drawRow(painter, option, index);
+    if (!m_dropTarget.isValid() || index != m_dropTarget)
+        return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(hostColors().accent);
+    painter->drawRoundedRect(QRectF(withoutEdge(option.rect)).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    painter->restore();
+}
+
+void CProcessorTreeView::DrawSelectRow(QPainter* painter, const QStyleOptionViewItem& option,
+                                       const QRect& row) const
+{
+    CTreeView::DrawSelectRow(painter, option, withoutEdge(row));
+}
+
+void CProcessorTreeView::DrawHoverRow(QPainter* painter, const QStyleOptionViewItem& option,
+                                      const QRect& row) const
+{
+    CTreeView::DrawHoverRow(painter, option, withoutEdge(row));
+}
+
+void CProcessorTreeView::DrawNormalRow(QPainter* painter, const QStyleOptionViewItem& option,
+                                       const QRect& row) const
+{
+    CTreeView::DrawNormalRow(painter, option, withoutEdge(row));
+}

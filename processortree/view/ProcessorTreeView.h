@@ -1,0 +1,165 @@
+#pragma once
+
+#include "Interface/ProcessorNode.h"
+#include "host/widgets/TreeView.h"
+#include "processortree/view/AddEntries.h"
+
+#include <QPointer>
+#include <QUuid>
+
+#include <functional>
+
+class CArrivalWatch;
+class CProcessorTreeDelegate;
+class CProcessorTreeModel;
+class CTreeMenu;
+class IPanelBridge;
+class QDrag;
+class QShortcut;
+
+/// The tree of the project's processors, with everything that a user does to it: menus, adding,
+/// renaming, grouping, moving by drag and drop, deleting.
+///
+/// Only the selection, the current row, what is expanded and the start of an edit are the view's
+/// own affair. Every change is asked of the host, and takes place when the host says so. Keys: F2
+/// renames, Delete deletes or ungroups, Ctrl+A selects all, Ctrl+G groups the selected processors
+/// where the menu of several would, Menu and Shift+F10 open the row's menu. With Shift or Ctrl the
+/// keys that move go from processor to processor, past the groups between them.
+///
+/// GUI thread. The host may change the tree, or destroy the view, whenever it is asked.
+class CProcessorTreeView final : public CTreeView
+{
+    Q_OBJECT
+
+public:
+    explicit CProcessorTreeView(IPanelBridge& bridge, QWidget* parent = nullptr);
+    ~CProcessorTreeView() override;
+
+    /// Gives the view a selection model of its own over `model`, a CProcessorTreeModel.
+    void setModel(QAbstractItemModel* model) override;
+
+    /// For a panel that ends inside a step (see CPanelStep), when Qt may be in the middle of one of
+    /// the view's events: leaves it, and does nothing any more.
+    void outlivePanel();
+
+    /// A locked view shows, and lets pick, but neither its "More" button nor its keys nor its menus
+    /// do anything.
+    void SetLocked(bool locked);
+    bool isLocked() const { return m_locked; }
+
+    /// The slot of that name, where `isAllowed` says whether it may be. Asked behind the dialogs,
+    /// under which the host may have forbidden it.
+    void AddProcessors(AddKind kind, const std::function<bool()>& isAllowed);
+
+public slots:
+    void selectAll() override;
+
+    /// Creates a group, and has the user name it.
+    void AddGroup();
+
+    /// Adds processors to the group that is selected, or that the selected processor is in; unless
+    /// the view is locked, or the tree is read-only.
+    void AddProcessors(AddKind kind);
+
+    /// Deletes the selected processors, or ungroups the selected group.
+    void DeleteSelection();
+
+    /// Has the user rename the selected row.
+    void RenameSelection();
+
+    /// Opens the menu of row `index` at `pos` in the viewport.
+    void OnNotifyMoreClicked(const QModelIndex& index, const QPoint& pos);
+    void OnRightMenuEvent(const QModelIndex& index, const QPoint& pos);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
+    void changeEvent(QEvent* event) override;
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                     const QVector<int>& roles = QVector<int>()) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
+    void paintEvent(QPaintEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                 const QModelIndex& index) const override;
+    void DrawSelectRow(QPainter* painter, const QStyleOptionViewItem& option,
+                       const QRect& row) const override;
+    void DrawHoverRow(QPainter* painter, const QStyleOptionViewItem& option,
+                      const QRect& row) const override;
+    void DrawNormalRow(QPainter* painter, const QStyleOptionViewItem& option,
+                       const QRect& row) const override;
+
+private:
+    /// Tells whether a view is still there, and part of a panel.
+    class Life final
+    {
+    public:
+        explicit Life(const CProcessorTreeView* view)
+            : m_view(view)
+        {
+        }
+        explicit operator bool() const { return m_view && !m_view->m_retired; }
+
+    private:
+        QPointer<const CProcessorTreeView> m_view;
+    };
+
+    CProcessorTreeModel* treeModel() const;
+    QWidget* dialogParent();
+    void changeTree(const std::function<void(CProcessorTreeModel&)>& change);
+    QList<QPersistentModelIndex> selectedRows() const;
+    void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
+    void openEditor(const QPersistentModelIndex& index);
+    bool dragsOthers(const QMouseEvent& event) const;
+
+    bool isReadOnly() const;
+    bool mayChange() const;
+    void appendHostEntries(CTreeMenu& menu, EPrcTreeNodeType type, const QUuid& id);
+    void addAddEntries(CTreeMenu& menu);
+    void addRenameEntry(CTreeMenu& menu, const QPersistentModelIndex& index);
+    void addDeleteEntry(CTreeMenu& menu);
+    void addProcessorEntries(CTreeMenu& menu, const QPersistentModelIndex& index);
+    void addGroupEntries(CTreeMenu& menu, const QPersistentModelIndex& index);
+    void addFrontPanelEntry(CTreeMenu& menu, const QUuid& id);
+    bool offersSelectionMenu() const;
+    void runSelectionMenu(const QModelIndex& index, const QPoint& pos);
+    bool mayGroupSelection() const;
+    void groupSelection();
+    void deleteByKey();
+
+    QUuid createGroup();
+    QUuid targetGroup() const;
+    void onGroupArrived(const QUuid& id);
+    void onProcessorArrived(const QUuid& id);
+    void onGroupToFillArrived(const QUuid& id);
+    void moveTo(const QList<QPersistentModelIndex>& rows, const QUuid& group);
+    void selectMoved(const QList<QPersistentModelIndex>& moved);
+    QModelIndex dropTarget(const QPoint& position, bool* nowhere) const;
+    void setDropTarget(const QModelIndex& index);
+    void runDrag();
+    void abandonDrag();
+    void replaceRemoved(const QModelIndex& parent, int first, int last);
+
+    IPanelBridge& m_bridge;
+    CProcessorTreeDelegate* m_delegate; // Qt child
+    CArrivalWatch* m_arrivals;          // Qt child
+    CArrivalWatch* m_groupToFill;       // Qt child
+    QList<QUuid> m_toGroup;             // processors that go into that group
+    QList<QShortcut*> m_shortcuts;      // Qt children
+    QPersistentModelIndex m_dropTarget; // while something is dragged over it
+    QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
+    int m_pendingDeletions = 0;
+    int m_removedSoFar = 0;
+    bool m_isCurrentDue = false; // to be shown
+    bool m_locked = false;
+    bool m_retired = false;
+};

@@ -1,0 +1,161 @@
+// Drag and drop in the processor tree.
+
+#include "base/NodeType.h"
+#include "base/TargetSelectHandler.h"
+#include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/ProcessorTreeDelegate.h"
+#include "processortree/view/ProcessorTreeView.h"
+
+#include <QApplication>
+#include <QDrag>
+#include <QDropEvent>
+#include <QItemSelection>
+#include <QMimeData>
+#include <QStandardItem>
+
+namespace {
+
+bool isMovable(const CProcessorTreeModel* model, const QMimeData& data)
+{
+    return model && data.hasFormat(model->mimeTypes().value(0));
+}
+
+} // namespace
+
+/// The group, or root, that a drop at `position` goes into; invalid for the root over empty space.
+/// `nowhere` is set over a processor that is in no group.
+QModelIndex CProcessorTreeView::dropTarget(const QPoint& position, bool* nowhere) const
+{
+    const QModelIndex index = indexAt(position);
+    *nowhere = false;
+    if (nodeType(index) != NodeProcessor)
+        return index;
+    *nowhere = nodeType(index.parent()) != NodeGroup;
+    return *nowhere ? QModelIndex() : index.parent();
+}
+
+/// Later, when the view is through with the mouse: the host may destroy it during the drag.
+void CProcessorTreeView::startDrag(Qt::DropActions)
+{
+    QMetaObject::invokeMethod(this, &CProcessorTreeView::runDrag, Qt::QueuedConnection);
+}
+
+/// Without the base, which removes the rows of a move: that is for the host alone to do.
+void CProcessorTreeView::runDrag()
+{
+    QRegion rows;
+    QModelIndexList dragged;
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    for (const QPersistentModelIndex& index : selected) {
+        if (nodeType(index) == NodeProcessor) {
+            dragged.append(index);
+            rows += visualRect(index);
+        }
+    }
+    if (dragged.isEmpty() || !(QApplication::mouseButtons() & Qt::LeftButton))
+        return;
+    const QRect picture = rows.boundingRect() & viewport()->rect();
+    m_drag = new QDrag(this);
+    m_drag->setMimeData(model()->mimeData(dragged));
+    m_drag->setPixmap(viewport()->grab(picture));
+    m_drag->setHotSpot(viewport()->mapFromGlobal(QCursor::pos()) - picture.topLeft());
+    const QPointer<CProcessorTreeView> alive(this);
+    m_drag->exec(Qt::MoveAction);
+    if (alive)
+        m_drag = nullptr;
+}
+
+/// Of a view that ends. Qt works with the drag until that is over, and deletes it then.
+void CProcessorTreeView::abandonDrag()
+{
+    if (!m_drag)
+        return;
+    m_drag->setParent(nullptr);
+    QDrag::cancel();
+}
+
+void CProcessorTreeView::dragMoveEvent(QDragMoveEvent* event)
+{
+    // For its scrolling near the edges; what it says of the drop does not count.
+    CTreeView::dragMoveEvent(event);
+    const Life alive(this);
+    const bool restricted = askHost(&Host::IsRestrictedMode);
+    if (!alive)
+        return;
+    bool nowhere = false;
+    const QModelIndex target = dropTarget(event->pos(), &nowhere);
+    const bool accepted = isMovable(treeModel(), *event->mimeData()) && !restricted && !nowhere;
+    setDropTarget(accepted ? target : QModelIndex());
+    event->setAccepted(accepted);
+}
+
+void CProcessorTreeView::dragLeaveEvent(QDragLeaveEvent* event)
+{
+    CTreeView::dragLeaveEvent(event);
+    setDropTarget({});
+    event->accept();
+}
+
+void CProcessorTreeView::dropEvent(QDropEvent* event)
+{
+    setDropTarget({});
+    stopAutoScroll();
+    setState(NoState);
+    const Life alive(this);
+    if (!isMovable(treeModel(), *event->mimeData()) || askHost(&Host::IsRestrictedMode) || !alive)
+        return;
+    // The view that a move comes from removes its rows; here the model moves them itself.
+    event->setDropAction(Qt::TargetMoveAction);
+    event->accept();
+    bool nowhere = false;
+    const QModelIndex target = dropTarget(event->pos(), &nowhere);
+    if (nowhere)
+        return;
+    const QUuid group = target.data(UuidRole).toUuid();
+    if (target.isValid())
+        expand(target);
+    moveTo(selectedRows(), group);
+    if (alive) {
+        m_delegate->resetButtonState();
+        viewport()->update();
+    }
+}
+
+void CProcessorTreeView::moveTo(const QList<QPersistentModelIndex>& rows, const QUuid& group)
+{
+    changeTree([rows, group, view = QPointer<CProcessorTreeView>(this)](CProcessorTreeModel& tree) {
+        // Qt would have a neighbour take over from a current row that leaves its place.
+        QUuid current;
+        if (view && rows.contains(view->currentIndex())) {
+            current = view->currentIndex().data(UuidRole).toUuid();
+            view->selectionModel()->clearCurrentIndex();
+        }
+        const QList<QPersistentModelIndex> moved = tree.moveProcessors(rows, group);
+        if (view)
+            view->selectMoved(moved);
+        const QStandardItem* item = current.isNull() ? nullptr : tree.getItem(current);
+        if (view && item)
+            view->selectionModel()->setCurrentIndex(item->index(), QItemSelectionModel::NoUpdate);
+    });
+}
+
+void CProcessorTreeView::selectMoved(const QList<QPersistentModelIndex>& moved)
+{
+    QItemSelection selection;
+    for (const QPersistentModelIndex& index : moved) {
+        if (!index.isValid())
+            continue;
+        expand(index.parent());
+        selection.select(index, index);
+    }
+    if (!selection.isEmpty())
+        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+}
+
+void CProcessorTreeView::setDropTarget(const QModelIndex& index)
+{
+    if (m_dropTarget == index)
+        return;
+    m_dropTarget = index;
+    viewport()->update();
+}

@@ -1,0 +1,48 @@
+#include "processortree/view/TreeMenu.h"
+
+#include <QMenu>
+
+CTreeMenu::CTreeMenu(QWidget* parent, int minimumWidth)
+    : m_parent(parent)
+    , m_menu(new QMenu(parent))
+{
+    m_menu->setMinimumWidth(minimumWidth);
+    // An entry of the host's may end the panel, and QMenu goes on with itself after it has acted.
+    QObject::connect(parent, &QObject::destroyed, m_menu.get(), [menu = m_menu.get()] {
+        menu->hide();
+        menu->setParent(nullptr, menu->windowFlags());
+    });
+}
+
+CTreeMenu::~CTreeMenu() = default;
+
+QAction* CTreeMenu::add(const QString& text, const std::function<void()>& action, bool enabled)
+{
+    if (!m_parent)
+        return nullptr;
+    QAction* entry = m_menu->addAction(text);
+    entry->setShortcut(QKeySequence());
+    entry->setEnabled(enabled);
+    m_actions.insert(entry, action);
+    return entry;
+}
+
+void CTreeMenu::addSeparator()
+{
+    if (m_parent)
+        m_menu->addSeparator();
+}
+
+QMenu* CTreeMenu::menu() const
+{
+    return m_parent ? m_menu.get() : nullptr;
+}
+
+void CTreeMenu::run(const QPoint& globalPosition)
+{
+    if (!m_parent || m_menu->isEmpty())
+        return;
+    QAction* chosen = m_menu->exec(globalPosition);
+    if (m_parent && m_actions.contains(chosen))
+        m_actions.value(chosen)();
+}
