@@ -2,9 +2,27 @@
 
 #include "base/GuiThread.h"
 
+#include <atomic>
+
+namespace {
+
+std::atomic<std::chrono::milliseconds> usualDuration{std::chrono::milliseconds(20)};
+
+} // namespace
+
+std::chrono::milliseconds CHostQuestion::usual()
+{
+    return usualDuration;
+}
+
+void CHostQuestion::setUsual(std::chrono::milliseconds duration)
+{
+    usualDuration = duration;
+}
+
 std::optional<CHostQuestion::Clock::time_point> CHostQuestion::Watch::releaseTime() const
 {
-    return nested > 0 ? std::optional(since + kUsual) : std::nullopt;
+    return nested > 0 ? std::optional(since + usual()) : std::nullopt;
 }
 
 CHostQuestion::Watch& CHostQuestion::watch()

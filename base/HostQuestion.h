@@ -19,8 +19,10 @@ public:
 
     using Clock = std::chrono::steady_clock;
 
-    /// How long a question takes at most. Hosts answer at once, unless they wait for something.
-    static constexpr std::chrono::milliseconds kUsual{20};
+    /// How long a question takes at most, 20 ms. Hosts answer at once, unless they wait for
+    /// something. Any thread.
+    static std::chrono::milliseconds usual();
+    static void setUsual(std::chrono::milliseconds duration);
 
     /// What threads wait in for the GUI thread: the condition is notified when a question begins
     /// or ends. Never destroyed.

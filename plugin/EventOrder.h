@@ -30,6 +30,9 @@ public:
         /// The thread that told the event.
         std::thread::id teller() const { return m_teller; }
 
+        /// Rises from event to event.
+        quint64 number() const { return m_number; }
+
     private:
         friend class CEventOrder;
         CPlace(std::shared_ptr<State> state, quint64 number);

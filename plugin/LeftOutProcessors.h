@@ -37,9 +37,10 @@ public:
     {
         QUuid processor;
         Weather weather;
+        quint64 order;
     };
 
-    /// Takes out those that wait for an event about `group`.
+    /// Takes out those that wait for an event about `group`, in the order in which they were added.
     QList<Due> takeDue(const QUuid& group, const CEventOrder::CPlace& place, News news);
 
 private:
@@ -48,6 +49,7 @@ private:
         QUuid group;
         std::thread::id teller;
         Weather weather;
+        quint64 order;
 
         bool isDue(const CEventOrder::CPlace& place, News news) const
         {
@@ -57,4 +59,5 @@ private:
     };
 
     QHash<QUuid, Origin> m_origins;
+    quint64 m_added = 0;
 };

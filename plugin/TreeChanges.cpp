@@ -44,6 +44,7 @@ bool CTreeChanges::holds(const Place& place, const QUuid& id,
 void CTreeChanges::clear()
 {
     m_leftOut.clear();
+    m_groupPlaces.clear();
     m_model.clearToRoot();
 }
 
@@ -53,6 +54,7 @@ void CTreeChanges::reset(const Place& place)
         return;
     QMetaObject::invokeMethod(&m_model, "reset", Qt::DirectConnection);
     m_leftOut.clear();
+    m_groupPlaces.clear();
     noteLeftOut(place, Weather::Fill);
 }
 
@@ -65,8 +67,15 @@ void CTreeChanges::addGroup(const Place& place, const QUuid& id,
     const auto group = holds(place, id, answer) ? answer.record() : askForGroup(id, event).record();
     if (!group || m_model.getItem(id))
         return;
-    QMetaObject::invokeMethod(&m_model, "AppendGroup", Qt::DirectConnection,
-                              Q_ARG(ProcessorGroupNode, *group));
+    // An event that the host tells inside a question of this one may have been faster.
+    if (place->number() < m_lastGroup) {
+        m_model.insertGroup(*group, rowOfGroup(*place));
+    } else {
+        QMetaObject::invokeMethod(&m_model, "AppendGroup", Qt::DirectConnection,
+                                  Q_ARG(ProcessorGroupNode, *group));
+    }
+    m_groupPlaces.insert(id, place->number());
+    m_lastGroup = std::max(m_lastGroup, place->number());
     addLeftOut(place, id, event, News::Change);
 }
 
@@ -208,8 +217,8 @@ void CTreeChanges::noteLeftOut(const Place& place, Weather weather)
 void CTreeChanges::addLeftOut(const Place& place, const QUuid& group, quint32 event, News news)
 {
     const auto due = m_leftOut.takeDue(group, *place, news);
-    for (const auto& [id, weather] : due)
-        addProcessor(place, id, {}, event, weather);
+    for (const CLeftOutProcessors::Due& leftOut : due)
+        addProcessor(place, leftOut.processor, {}, event, leftOut.weather);
     // A fill counts those that it left out.
     if (!due.isEmpty())
         m_model.updateRootText();
@@ -220,9 +229,21 @@ void CTreeChanges::forget(const Place& place, const QUuid& id)
 {
     const bool wasCounted = m_leftOut.isDue(id, *place, News::End);
     m_leftOut.remove(id);
+    m_groupPlaces.remove(id);
     if (wasCounted)
         m_model.updateRootText();
     addLeftOut(place, id, HostEvents::NodeRemoved::number, News::End);
+}
+
+/// The row of a group told at `place`: above those that were told later.
+int CTreeChanges::rowOfGroup(const CEventOrder::CPlace& place) const
+{
+    int row = m_model.groupCount();
+    for (auto other = m_groupPlaces.cbegin(); other != m_groupPlaces.cend(); ++other) {
+        if (other.value() > place.number() && isGroup(other.key()))
+            row = std::min(row, m_model.getItem(other.key())->row());
+    }
+    return row;
 }
 
 bool CTreeChanges::isGroup(const QUuid& id) const

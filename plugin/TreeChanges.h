@@ -5,6 +5,7 @@
 #include "plugin/EventOrder.h"
 #include "plugin/LeftOutProcessors.h"
 
+#include <QHash>
 #include <QList>
 #include <QUuid>
 
@@ -44,7 +45,7 @@ public:
         /// Returns whether the GUI thread could not follow.
         bool isLongAgo() const
         {
-            return CHostQuestion::Clock::now() > when + CHostQuestion::kUsual;
+            return CHostQuestion::Clock::now() > when + CHostQuestion::usual();
         }
     };
     void removeNode(const Place& place, const QUuid& id, const Told& told);
@@ -72,6 +73,7 @@ private:
                     CLeftOutProcessors::News news);
     void forget(const Place& place, const QUuid& id);
     bool isGroup(const QUuid& id) const;
+    int rowOfGroup(const CEventOrder::CPlace& place) const;
     bool isStale(const Place& place, const QUuid& id, const Told& told) const;
     bool dissolve(const Place& place, const QUuid& group);
 
@@ -79,4 +81,6 @@ private:
     CGuiCalls& m_calls;
     CEventOrder m_order;
     CLeftOutProcessors m_leftOut;
+    QHash<QUuid, quint64> m_groupPlaces; // of the groups that came by an event of their own
+    quint64 m_lastGroup = 0;             // the last of these places
 };

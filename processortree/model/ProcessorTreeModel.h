@@ -114,6 +114,9 @@ public slots:
     /// somebody who heard of the row removed it.
     CProcessorItem* AppendGroup(const ProcessorGroupNode& group);
 
+    /// Adds a group above the row `row` of the root.
+    CProcessorItem* insertGroup(const ProcessorGroupNode& group, int row);
+
     /// Adds a processor at its place; nowhere when its group is unknown.
     void AppendProcessor(const ProcessorNode& processor);
 
@@ -133,7 +136,6 @@ private:
 
     bool fill(const QList<ProcessorGroupNode>& groups, const QList<ProcessorNode>& processors);
     QStandardItem* groupItem(const QUuid& groupId) const;
-    CProcessorItem* insertGroup(const ProcessorGroupNode& group, int row);
     CProcessorItem* insertProcessor(const ProcessorNode& processor, QStandardItem* parent);
     void indexRow(QStandardItem* item);
     void setRootCount(int count);

@@ -19,6 +19,8 @@ private slots:
     void shouldShowAProcessorAddedInsideItsQuestionOnce();
     void shouldShowAProcessorListedTwiceOnce_data();
     void shouldShowAProcessorListedTwiceOnce();
+    void shouldKeepGroupsInTheOrderInWhichTheyWereTold_data();
+    void shouldKeepGroupsInTheOrderInWhichTheyWereTold();
 };
 
 void LastWordRowsTest::shouldLeaveNoRowOfAProcessorDeletedInsideAQuestion_data()
@@ -153,6 +155,39 @@ void LastWordRowsTest::shouldShowAProcessorListedTwiceOnce()
     else
         tell();
     VERIFY_TREE_OF(telling.host);
+}
+
+void LastWordRowsTest::shouldKeepGroupsInTheOrderInWhichTheyWereTold_data()
+{
+    QTest::addColumn<bool>("foreign");
+    QTest::newRow("another thread") << true;
+    QTest::newRow("GUI thread") << false;
+}
+
+/// The second group is created and told while the host is asked about the first one.
+void LastWordRowsTest::shouldKeepGroupsInTheOrderInWhichTheyWereTold()
+{
+    QFETCH(bool, foreign);
+    Telling telling;
+    const QList<ProcessorGroupNode> groups{testGroup(100), testGroup(200), testGroup(300)};
+    telling.panel.host().setProject(groups.mid(0, 1), {});
+    telling.panel.notify(16);
+    telling.panel.host().setProject(groups.mid(0, 2), {});
+    telling.during(QStringLiteral("GetGroupNode"), false, [&] {
+        telling.panel.host().setProject(groups, {});
+        telling.panel.notify<QUuid>(17, testId(300));
+    });
+    const auto tell = [&] { telling.panel.notify<QUuid>(17, testId(200)); };
+    if (foreign)
+        QVERIFY(telling.one.run(tell));
+    else
+        tell();
+    QVERIFY(telling.wasAsked());
+    QCOMPARE(telling.panel.dump(), QStringLiteral("All processors(0)[G100[],G200[],G300[]]"));
+    telling.panel.host().setProject(groups + QList<ProcessorGroupNode>{testGroup(400)}, {});
+    telling.panel.notify<QUuid>(17, testId(400));
+    QCOMPARE(telling.panel.dump(),
+             QStringLiteral("All processors(0)[G100[],G200[],G300[],G400[]]"));
 }
 
 QTEST_MAIN(LastWordRowsTest)
