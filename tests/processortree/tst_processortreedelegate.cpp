@@ -72,11 +72,10 @@ void TestProcessorTreeDelegate::shouldAskNothingAboutRowsWithoutAButton()
     QCOMPARE(tree.host().callNames(), QStringList());
     QVERIFY(tree.hasButton(1, QStyle::State_Selected));
     QVERIFY(tree.hasButton(10, QStyle::State_MouseOver));
-    QCOMPARE(tree.host().callNames(),
-             QStringList({QStringLiteral("GetSelectionMode"),
-                          QStringLiteral("ShowProcessorMoreButton"),
-                          QStringLiteral("GetSelectionMode"),
-                          QStringLiteral("ShowNodeMoreButton")}));
+    QCOMPARE(
+        tree.host().callNames(),
+        QStringList({QStringLiteral("GetSelectionMode"), QStringLiteral("ShowProcessorMoreButton"),
+                     QStringLiteral("GetSelectionMode"), QStringLiteral("ShowNodeMoreButton")}));
 }
 
 void TestProcessorTreeDelegate::shouldPaintNoButtonWhileSeveralAreSelected()
