@@ -86,9 +86,9 @@ PROGRAMS = (
     Program(
         "bench_paint",
         (
-            Figure("paint x1 / pixmap, texts", "paint-1x", "pixmap", CPU, 1.1),
+            Figure("paint x1 / pixmap, texts", "paint-1x", "pixmap", CPU, 1.05),
             Figure("paint x1 / SVG renderer", "paint-1x", "renderer", CPU, 0.55),
-            Figure("paint x2 / pixmap, texts", "paint-2x", "pixmap", CPU, 1.1),
+            Figure("paint x2 / pixmap, texts", "paint-2x", "pixmap", CPU, 1.05),
             Figure("paint x2 / SVG renderer", "paint-2x", "renderer", CPU, 0.65),
         ),
     ),

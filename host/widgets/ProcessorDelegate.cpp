@@ -1,5 +1,6 @@
 #include "host/widgets/ProcessorDelegate.h"
 
+#include "host/widgets/ElidedTexts.h"
 #include "host/widgets/ProcessorRow.h"
 #include "host/widgets/ProcessorRowPainter.h"
 #include "host/widgets/SvgIcons.h"
@@ -25,8 +26,9 @@ QString wholeText(const ProcessorRow& row)
 CProcessorDelegate::CProcessorDelegate(QObject* parent)
     : QStyledItemDelegate(parent)
     , m_icons(SvgIcons::shared())
+    , m_texts(std::make_unique<ElidedTexts>())
 {
-    ProcessorRowPainter(*m_icons).load();
+    ProcessorRowPainter(*m_icons, *m_texts).load();
 }
 
 CProcessorDelegate::~CProcessorDelegate() = default;
@@ -34,7 +36,7 @@ CProcessorDelegate::~CProcessorDelegate() = default;
 void CProcessorDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                const QModelIndex& index) const
 {
-    ProcessorRowPainter(*m_icons).paint(*painter, option, ProcessorRow(index));
+    ProcessorRowPainter(*m_icons, *m_texts).paint(*painter, option, ProcessorRow(index));
 }
 
 QSize CProcessorDelegate::sizeHint(const QStyleOptionViewItem& /*option*/,

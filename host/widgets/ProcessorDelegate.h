@@ -6,6 +6,7 @@
 
 #include <memory>
 
+class ElidedTexts;
 class SvgIcons;
 
 /// Paints the content of the rows of a processor tree from their roles (see ProcessorTreeRole). A
@@ -32,4 +33,5 @@ public:
 
 private:
     std::shared_ptr<SvgIcons> m_icons;
+    std::unique_ptr<ElidedTexts> m_texts;
 };

@@ -4,15 +4,26 @@
 #include <QModelIndex>
 #include <QVariant>
 
+#include <array>
+#include <charconv>
+
 namespace {
 
 using namespace ProcessorRowMetrics;
 
+/// Allocates once, because rows are read on every paint.
 QString dotted(quint32 address)
 {
-    const QLatin1Char dot('.');
-    return QString::number(address >> 24U) + dot + QString::number(address >> 16U & 0xFFU) + dot
-           + QString::number(address >> 8U & 0xFFU) + dot + QString::number(address & 0xFFU);
+    QString text;
+    text.reserve(static_cast<int>(sizeof("255.255.255.255")));
+    for (const quint32 shift : {24U, 16U, 8U, 0U}) {
+        if (!text.isEmpty())
+            text += QLatin1Char('.');
+        std::array<char, 3> digits{};
+        const char* end = std::to_chars(digits.begin(), digits.end(), address >> shift & 0xFFU).ptr;
+        text += QLatin1String(digits.begin(), end);
+    }
+    return text;
 }
 
 QString addressLine(const ProcessorNode& record)
@@ -31,7 +42,8 @@ QString addressLine(const ProcessorNode& record)
 std::optional<EPrcTreeNodeType> processorRowType(const QModelIndex& index)
 {
     QVariant value = index.data(NodeTypeRole);
-    if (!value.isValid() || !value.convert(qMetaTypeId<EPrcTreeNodeType>()))
+    const int typeId = qMetaTypeId<EPrcTreeNodeType>();
+    if (value.userType() != typeId && (!value.isValid() || !value.convert(typeId)))
         return std::nullopt;
     return value.value<EPrcTreeNodeType>();
 }

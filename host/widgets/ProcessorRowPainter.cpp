@@ -1,5 +1,6 @@
 #include "host/widgets/ProcessorRowPainter.h"
 
+#include "host/widgets/ElidedTexts.h"
 #include "host/widgets/ProcessorRow.h"
 #include "host/widgets/SvgIcons.h"
 
@@ -64,17 +65,11 @@ void paintText(QPainter& painter, const QRect& rect, const QString& text)
     painter.drawText(rect, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text);
 }
 
-/// Returns the text in one line, elided to `width`.
-QString fitted(const QFontMetrics& metrics, const QString& text, int width)
-{
-    return width > 0 ? metrics.elidedText(text, Qt::ElideRight, width, Qt::TextSingleLine)
-                     : QString();
-}
-
 } // namespace
 
-ProcessorRowPainter::ProcessorRowPainter(SvgIcons& icons)
+ProcessorRowPainter::ProcessorRowPainter(SvgIcons& icons, ElidedTexts& texts)
     : m_icons(icons)
+    , m_texts(texts)
 {
 }
 
@@ -105,16 +100,17 @@ void ProcessorRowPainter::paint(QPainter& painter, const QStyleOptionViewItem& o
         m_icons.paint(painter, layout.warning.topLeft(), icons().warning, kWarningSize);
     painter.setOpacity(1);
 
-    const QString name = fitted(metrics, row.name, nameWidth(metrics, row, layout.name.width()));
+    const QString name =
+        m_texts.elided(metrics, row.name, nameWidth(metrics, row, layout.name.width()));
     painter.setPen(nameColor(option));
     paintText(painter, layout.name, name);
     painter.setPen(detailColor(option));
     if (!row.count.isEmpty()) {
         QRect count = layout.name;
         count.setLeft(count.left() + metrics.horizontalAdvance(name) + kGap);
-        paintText(painter, count, fitted(metrics, row.count, count.width()));
+        paintText(painter, count, m_texts.elided(metrics, row.count, count.width()));
     }
-    paintText(painter, layout.detail, fitted(metrics, row.detail, layout.detail.width()));
+    paintText(painter, layout.detail, m_texts.elided(metrics, row.detail, layout.detail.width()));
     painter.restore();
 }
 

@@ -2,7 +2,7 @@
 
 #include <QStyle>
 
-class QFontMetrics;
+class ElidedTexts;
 class QPainter;
 class QStyleOptionViewItem;
 class SvgIcons;
@@ -12,7 +12,7 @@ struct ProcessorRow;
 class ProcessorRowPainter final
 {
 public:
-    explicit ProcessorRowPainter(SvgIcons& icons);
+    ProcessorRowPainter(SvgIcons& icons, ElidedTexts& texts);
 
     /// Loads all icons, so that painting does not read files.
     void load();
@@ -27,4 +27,5 @@ private:
                    QStyle::State state);
 
     SvgIcons& m_icons;
+    ElidedTexts& m_texts;
 };

@@ -16,6 +16,12 @@ std::optional<CIdentityIndex::Row> CIdentityIndex::row(const QUuid& uuid) const
     return std::nullopt;
 }
 
+const CIdentityTable::Entry* CIdentityIndex::entry(const QStandardItem& item) const
+{
+    const CIdentityTable::Entry* found = m_table.find(item.data(UuidRole).toUuid());
+    return found && found->item == &item ? found : nullptr;
+}
+
 void CIdentityIndex::rebuild(QStandardItem* root)
 {
     const std::lock_guard guard(m_mutex);
@@ -34,6 +40,15 @@ bool CIdentityIndex::add(QStandardItem* item)
 {
     const std::lock_guard guard(m_mutex);
     if (!insertReachable(item))
+        m_hasRepeats = true;
+    return !m_hasRepeats;
+}
+
+bool CIdentityIndex::add(CIdentityTable::Entry row)
+{
+    const std::lock_guard guard(m_mutex);
+    count(row, 1);
+    if (!m_table.insert(std::move(row)))
         m_hasRepeats = true;
     return !m_hasRepeats;
 }

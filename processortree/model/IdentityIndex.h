@@ -32,6 +32,13 @@ public:
     /// The same for any thread.
     std::optional<Row> row(const QUuid& uuid) const;
 
+    /// What is known of the row of `uuid`; null when there is none. Valid until rows change. GUI
+    /// thread.
+    const CIdentityTable::Entry* entry(const QUuid& uuid) const { return m_table.find(uuid); }
+
+    /// What is known of `item`; null unless its identity leads to it. Likewise.
+    const CIdentityTable::Entry* entry(const QStandardItem& item) const;
+
     /// Number of processor rows that a search from the root reaches. GUI thread.
     int processorCount() const { return m_processors; }
 
@@ -46,7 +53,10 @@ public:
     /// over all of them tells which comes first. GUI thread.
     bool add(QStandardItem* item);
 
-    /// The same for many rows at once, which were made with what is told of them here.
+    /// The same for a row without rows below it, which was made with what is told of it here.
+    bool add(CIdentityTable::Entry row);
+
+    /// The same for many such rows at once.
     bool add(Rows&& rows);
 
     /// Forgets `item`, which is about to leave the tree, with everything below it. Returns false

@@ -10,7 +10,7 @@
 #include "processortree/model/TreeFill.h"
 #include "processortree/model/TreeWalk.h"
 
-#include <QSignalBlocker>
+#include <QScopedValueRollback>
 
 /// A stretch of changes that views see as one model reset. No row signal may leave the model
 /// between the two halves of a reset: views and proxies would follow both.
@@ -147,26 +147,6 @@ QList<QUuid> CProcessorTreeModel::getChildProcessor(const QModelIndex& index) co
     return found;
 }
 
-void CProcessorTreeModel::updateProcessor(QStandardItem* item, const ProcessorNode& processor)
-{
-    if (!item || item == m_root)
-        return;
-    const QVariant known = item->data(NodeDataRole);
-    // A monitor state may have brought the new address before, and left the row where it stood.
-    const bool isElsewhere = processor.ipAddress != recordKey(known).ipAddress
-                             || processor.ipAddress != placedKey(known).ipAddress;
-    if (nodeType(*item) == NodeProcessor && processor.reachedByIp && isElsewhere) {
-        removeNode(processorRecord(known).id);
-        AppendProcessor(processor);
-        return;
-    }
-    // The record first: who hears of the new text may look at it.
-    const QPersistentModelIndex index = item->index();
-    storeProcessor(item, processor);
-    if (index.isValid())
-        itemFromIndex(index)->setText(processor.name);
-}
-
 void CProcessorTreeModel::removeAllGroups()
 {
     const Change change(this);
@@ -176,26 +156,6 @@ void CProcessorTreeModel::removeAllGroups()
             m_root->removeRow(row);
     }
     updateRootText();
-}
-
-void CProcessorTreeModel::announceRecords(const QList<QUuid>& processors)
-{
-    for (const QUuid& uuid : processors) {
-        if (const QStandardItem* item = getItem(uuid)) {
-            const QModelIndex index = item->index();
-            emit dataChanged(index, index, {NodeDataRole});
-        }
-    }
-}
-
-void CProcessorTreeModel::updateGroup(QStandardItem* item, const ProcessorGroupNode& group)
-{
-    if (!item || nodeType(*item) != NodeGroup)
-        return;
-    const QPersistentModelIndex index = item->index();
-    item->setData(QVariant::fromValue(group), NodeDataRole);
-    if (index.isValid())
-        itemFromIndex(index)->setText(group.name);
 }
 
 void CProcessorTreeModel::reset()
@@ -265,10 +225,11 @@ void CProcessorTreeModel::AppendProcessors(const QList<QUuid>& processors)
 
 void CProcessorTreeModel::removeNode(const QUuid& uuid)
 {
-    QStandardItem* item = getItem(uuid);
-    const auto type = item ? nodeType(*item) : std::nullopt;
+    const CIdentityTable::Entry* known = m_index.entry(uuid);
+    QStandardItem* item = known ? known->item : nullptr;
     if (!item || !item->parent())
         return;
+    const auto type = known->row.type;
     if (type == NodeGroup) {
         const QPersistentModelIndex group = item->index();
         emptyGroup(group);
@@ -336,12 +297,23 @@ CProcessorItem* CProcessorTreeModel::insertProcessor(const ProcessorNode& proces
                                                      QStandardItem* parent)
 {
     const Change change(this);
-    CProcessorItem* item = makeProcessorItem(processor, CRecordHandle(processor));
+    const CRecordHandle record(processor);
+    CProcessorItem* item = makeProcessorItem(processor, record);
+    const CIdentityTable::Entry made{processor.id, item, {NodeProcessor, record}};
+    const QScopedValueRollback making(m_made, &made);
     parent->insertRow(m_order.insertionRow(*parent, recordKey(processor)), item);
     return item;
 }
 
-/// Takes up a row inserted while the model's signals are blocked.
+/// Takes up the row that the model has just made, of which nothing need be read again.
+void CProcessorTreeModel::indexMade(const QStandardItem& parent, int row)
+{
+    m_order.onInserted(parent, row, m_made->row.record.cell()->placedKey());
+    if (!m_index.add(*m_made))
+        m_rebuildDue = true;
+}
+
+/// Takes up a row that somebody else made, or one inserted while the model's signals are blocked.
 void CProcessorTreeModel::indexRow(QStandardItem* item)
 {
     m_order.onInserted(*item->parent(), item->row(), item->row());
@@ -351,38 +323,9 @@ void CProcessorTreeModel::indexRow(QStandardItem* item)
 
 void CProcessorTreeModel::setRootCount(int count)
 {
-    m_root->setText(QStringLiteral("%1(%2)").arg(tr("All processors"), QString::number(count)));
-}
-
-void CProcessorTreeModel::storeProcessor(QStandardItem* item, const ProcessorNode& processor)
-{
-    const CRecordHandle handle = recordHandle(item->data(NodeDataRole));
-    if (!handle.cell()) {
-        item->setData(QVariant::fromValue(CRecordHandle(processor)), NodeDataRole);
-        return;
-    }
-    handle.cell()->store(processor);
-    // The item holds the same handle as before, so it has nothing to announce itself.
-    const QModelIndex index = item->index();
-    if (index.isValid())
-        emit dataChanged(index, index, {NodeDataRole});
-}
-
-/// Changes a part of the record, which another thread may replace meanwhile.
-void CProcessorTreeModel::modifyProcessor(QStandardItem* item,
-                                          const std::function<void(ProcessorNode&)>& change)
-{
-    const CRecordHandle handle = recordHandle(item->data(NodeDataRole));
-    if (!handle.cell()) {
-        ProcessorNode processor = processorRecord(item->data(NodeDataRole));
-        change(processor);
-        storeProcessor(item, processor);
-        return;
-    }
-    handle.cell()->modify(change);
-    const QModelIndex index = item->index();
-    if (index.isValid())
-        emit dataChanged(index, index, {NodeDataRole});
+    m_rootText = QStringLiteral("%1(%2)").arg(tr("All processors"), QString::number(count));
+    m_rootCount = count;
+    m_root->setText(m_rootText);
 }
 
 /// Whether a search from the root reaches the children of `parent`.
@@ -401,6 +344,11 @@ void CProcessorTreeModel::onRowsInserted(const QModelIndex& parent, int first, i
         QStandardItem* child = item->child(row);
         if (!child)
             continue;
+        if (m_made && m_made->item == child) {
+            if (areSearched)
+                indexMade(*item, row);
+            continue;
+        }
         adoptRecords(child);
         if (areSearched)
             indexRow(child);
@@ -432,52 +380,6 @@ void CProcessorTreeModel::onRowsRemoved()
     --m_removals;
     if (m_rebuildDue)
         onRestructured();
-}
-
-void CProcessorTreeModel::onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
-                                        const QVector<int>& roles)
-{
-    const auto concerns = [&](int role) { return roles.isEmpty() || roles.contains(role); };
-    const bool concernsType = concerns(NodeTypeRole);
-    if (concernsType || concerns(NodeDataRole)) {
-        if (const QStandardItem* parent = itemFromIndex(topLeft.parent()))
-            m_order.onChanged(*parent, topLeft.row(), bottomRight.row());
-        for (int row = topLeft.row(); row <= bottomRight.row(); ++row) {
-            QStandardItem* item = itemFromIndex(topLeft.sibling(row, 0));
-            if (!item)
-                continue;
-            if (concernsType)
-                adoptRecords(item);
-            else
-                adoptRecord(item);
-            m_index.setRecord(item, recordHandle(item->data(NodeDataRole)));
-        }
-    }
-    if (concernsType || concerns(UuidRole))
-        onRestructured();
-}
-
-/// A record that somebody stored plainly moves into a cell, where the work thread can reach it; one
-/// in the cell of another item is copied, for that item's goes on changing.
-void CProcessorTreeModel::adoptRecord(QStandardItem* item)
-{
-    const QVariant stored = item->data(NodeDataRole);
-    CRecordCell* const cell = recordHandle(stored).cell();
-    if (cell
-            ? cell->isOf(item)
-            : stored.userType() != qMetaTypeId<ProcessorNode>() || nodeType(*item) != NodeProcessor)
-        return;
-    const QSignalBlocker blocker(this);
-    item->setData(QVariant::fromValue(CRecordHandle(processorRecord(stored))), NodeDataRole);
-}
-
-void CProcessorTreeModel::adoptRecords(QStandardItem* item)
-{
-    adoptRecord(item);
-    for (int row = 0; row < item->rowCount(); ++row) {
-        if (QStandardItem* child = item->child(row))
-            adoptRecords(child);
-    }
 }
 
 void CProcessorTreeModel::onRestructured()

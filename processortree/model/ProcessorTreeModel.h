@@ -137,10 +137,15 @@ private:
     bool fill(const QList<ProcessorGroupNode>& groups, const QList<ProcessorNode>& processors);
     QStandardItem* groupItem(const QUuid& groupId) const;
     CProcessorItem* insertProcessor(const ProcessorNode& processor, QStandardItem* parent);
+    void indexMade(const QStandardItem& parent, int row);
     void indexRow(QStandardItem* item);
     void setRootCount(int count);
     void emptyGroup(const QPersistentModelIndex& group);
-    void storeProcessor(QStandardItem* item, const ProcessorNode& processor);
+    void replaceProcessor(const QUuid& known, const ProcessorNode& processor);
+    CIdentityIndex::Row rowOf(const QStandardItem& item) const;
+    void storeProcessor(QStandardItem* item, const CRecordHandle& record,
+                        const ProcessorNode& processor);
+    void announceRecord(const QStandardItem& item);
     void modifyProcessor(QStandardItem* item, const std::function<void(ProcessorNode&)>& change);
     QPersistentModelIndex moveProcessor(const QModelIndex& index,
                                         const QPersistentModelIndex& target);
@@ -158,8 +163,12 @@ private:
     void onModelReset();
 
     QStandardItem* m_root = nullptr; // owned by the model, below its invisible root
+    QString m_rootText;              // as the model wrote it
+    int m_rootCount = 0;             // that it shows
     CIdentityIndex m_index;
     CRisingOrder m_order;
+    const CIdentityTable::Entry* m_made = nullptr; // the row that the model is inserting
+    bool m_isCellKept = false; // the next dataChanged is about a record whose cell is the same
     QList<LeftOut> m_leftOut;
     bool m_rebuildDue = false;
     int m_removals = 0; // that are announced, nested ones

@@ -13,15 +13,19 @@ constexpr qint64 kAboveProcessors = -1;
 constexpr qint64 kBehindAddresses = qint64{1} << 32;
 constexpr qint64 kByNumber = kBehindAddresses + 1; // nothing rises past it
 
+qint64 rank(const CRecordCell::Key& key)
+{
+    if (key.ipAddress == kNoProcessorAddress)
+        return kBehindAddresses;
+    return key.reachedByIp && key.ipAddress != 0 ? key.ipAddress : kByNumber;
+}
+
 qint64 rank(const QStandardItem& parent, int row)
 {
     const QStandardItem* item = parent.child(row);
     if (!item || nodeType(*item) != NodeProcessor)
         return kAboveProcessors;
-    const CRecordCell::Key key = placedKey(item->data(NodeDataRole));
-    if (key.ipAddress == kNoProcessorAddress)
-        return kBehindAddresses;
-    return key.reachedByIp && key.ipAddress != 0 ? key.ipAddress : kByNumber;
+    return rank(placedKey(item->data(NodeDataRole)));
 }
 
 /// Whether the ranks rise from row `first` to row `last`, which need not exist.
@@ -47,17 +51,17 @@ int CRisingOrder::insertionRow(const QStandardItem& parent, const CRecordCell::K
 
 void CRisingOrder::onInserted(const QStandardItem& parent, int first, int last)
 {
-    const auto known = m_branches.find(&parent);
-    if (known == m_branches.end())
-        return;
-    std::vector<qint64>& ranks = known->ranks;
-    if (first > static_cast<int>(ranks.size())) {
-        m_branches.erase(known);
-        return;
+    if (makeRoom(parent, first,
+                 static_cast<std::size_t>(last) - static_cast<std::size_t>(first) + 1))
+        onChanged(parent, first, last);
+}
+
+void CRisingOrder::onInserted(const QStandardItem& parent, int row, const CRecordCell::Key& key)
+{
+    if (Branch* const known = makeRoom(parent, row, 1)) {
+        known->ranks[static_cast<std::size_t>(row)] = rank(key);
+        known->rises = known->rises && rises(known->ranks, row - 1, row + 1);
     }
-    const auto added = static_cast<std::size_t>(last) - static_cast<std::size_t>(first) + 1;
-    ranks.insert(ranks.begin() + first, added, 0);
-    onChanged(parent, first, last);
 }
 
 void CRisingOrder::onChanged(const QStandardItem& parent, int first, int last)
@@ -88,6 +92,23 @@ void CRisingOrder::onAboutToBeRemoved(const QStandardItem& parent, int first, in
         m_branches.erase(known);
     else
         ranks.erase(ranks.begin() + first, ranks.begin() + last + 1);
+}
+
+/// Makes room for `count` ranks from `row` on in the branch of `parent`, which is returned; null if
+/// nothing is known of it.
+CRisingOrder::Branch* CRisingOrder::makeRoom(const QStandardItem& parent, int row,
+                                             std::size_t count)
+{
+    const auto known = m_branches.find(&parent);
+    if (known == m_branches.end())
+        return nullptr;
+    std::vector<qint64>& ranks = known->ranks;
+    if (row > static_cast<int>(ranks.size())) {
+        m_branches.erase(known);
+        return nullptr;
+    }
+    ranks.insert(ranks.begin() + row, count, 0);
+    return &*known;
 }
 
 const CRisingOrder::Branch& CRisingOrder::branch(const QStandardItem& parent)

@@ -23,6 +23,9 @@ public:
     /// The rows of `parent` from `first` to `last` are new.
     void onInserted(const QStandardItem& parent, int first, int last);
 
+    /// The row of `parent` at `row` is new, a processor that stands there by `key`.
+    void onInserted(const QStandardItem& parent, int row, const CRecordCell::Key& key);
+
     /// The records of these rows have changed.
     void onChanged(const QStandardItem& parent, int first, int last);
 
@@ -41,6 +44,7 @@ private:
     };
 
     const Branch& branch(const QStandardItem& parent);
+    Branch* makeRoom(const QStandardItem& parent, int row, std::size_t count);
 
     QHash<const QStandardItem*, Branch> m_branches; // by parent, which the model owns
 };

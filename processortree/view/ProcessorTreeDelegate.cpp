@@ -125,9 +125,10 @@ void CProcessorTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem
 {
     const CPaintScope painting;
     CProcessorDelegate::paint(painter, option, index);
-    if (!isButtonPainted(nodeType(index)))
-        return;
+    // Most rows show no button whatever the host answers, so it is not asked about them.
     if (!(option.state & (QStyle::State_Selected | QStyle::State_MouseOver)))
+        return;
+    if (!isButtonPainted(nodeType(index)))
         return;
     const QRectF button = buttonIn(option.rect);
     m_buttonIcons->paint(*painter, button.topLeft(), iconPath(index), kButtonSize);

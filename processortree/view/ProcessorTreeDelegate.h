@@ -20,7 +20,8 @@ class QMouseEvent;
 /// selected and hovered ones, and edits the names of groups and processors in place. GUI thread.
 ///
 /// The button has one state for all rows, of which the row under the mouse shows the feedback.
-/// There is no button while the host has several processors selected in its multi-selection.
+/// There is no button while the host has several processors selected in its multi-selection. The
+/// host is asked about the rows that may show one, and about no other.
 class CProcessorTreeDelegate final : public CProcessorDelegate
 {
     Q_OBJECT

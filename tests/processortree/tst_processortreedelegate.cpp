@@ -14,6 +14,7 @@ private slots:
 
     void shouldPaintTheButtonOfSelectedAndHoveredRows();
     void shouldAskTheHostWhetherAButtonIsWanted();
+    void shouldAskNothingAboutRowsWithoutAButton();
     void shouldPaintNoButtonWhileSeveralAreSelected();
     void shouldPaintTheStateOfTheButton();
     void shouldParseNothingWhilePainting();
@@ -60,6 +61,21 @@ void TestProcessorTreeDelegate::shouldAskTheHostWhetherAButtonIsWanted()
     tree.host().showNodeMoreButton = true;
     tree.host().showProcessorMoreButton = false;
     QVERIFY(!tree.hasButton(1) && tree.hasButton(10) && tree.hasButton(0));
+}
+
+void TestProcessorTreeDelegate::shouldAskNothingAboutRowsWithoutAButton()
+{
+    Buttons tree;
+    tree.host().clearCalls();
+    for (const quint32 n : {1U, 10U, 0U})
+        QVERIFY(!tree.hasButton(n, QStyle::State_None));
+    QCOMPARE(tree.host().callNames(), QStringList());
+    QVERIFY(tree.hasButton(1, QStyle::State_Selected));
+    QVERIFY(tree.hasButton(10, QStyle::State_MouseOver));
+    QCOMPARE(
+        tree.host().callNames(),
+        QStringList({QStringLiteral("GetSelectionMode"), QStringLiteral("ShowProcessorMoreButton"),
+                     QStringLiteral("GetSelectionMode"), QStringLiteral("ShowNodeMoreButton")}));
 }
 
 void TestProcessorTreeDelegate::shouldPaintNoButtonWhileSeveralAreSelected()

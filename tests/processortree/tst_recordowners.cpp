@@ -3,9 +3,11 @@
 #include "processortree/model/ProcessorItem.h"
 #include "tests/support/WarningTrap.h"
 
+#include <QSignalBlocker>
 #include <QTest>
 
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -31,6 +33,20 @@ struct TwoProcessors
     }
 
     QStandardItem* item(quint32 n) { return tree->getItem(testId(n)); }
+
+    /// Writes a record plainly into the row of `n`.
+    void write(quint32 n, const char* name)
+    {
+        item(n)->setData(QVariant::fromValue(named(n, name)), NodeDataRole);
+    }
+
+    /// Whether that record has moved into a cell, which other threads find.
+    bool isAdopted(quint32 n, const char* name)
+    {
+        CRecordCell* cell = cellOf(item(n));
+        const auto found = tree->findRow(testId(n));
+        return cell && cell->load().name == text(name) && found && found->record.cell() == cell;
+    }
 
     /// Whether the row at `row` has a cell of its own, found by its identity, with the record that
     /// was processor 1's, and goes on without it.
@@ -68,6 +84,8 @@ private slots:
     void shouldCopyTheRawDataBelowANewBranch();
     void shouldCopyTheRawDataOfARowWithoutAType();
     void shouldKeepTheRecordOfAMovedRow();
+    void shouldAdoptARecordThatAListenerWrites();
+    void shouldAdoptARecordWrittenAfterASilentUpdate();
     void shouldAdoptARecordWrittenBeforeTheType();
     void shouldAdoptRecordsBelowARowThatBecomesAGroup();
 };
@@ -162,6 +180,29 @@ void RecordOwnersTest::shouldKeepTheRecordOfAMovedRow()
     two.tree.root()->insertRow(1, two.tree.root()->takeRow(0));
     QCOMPARE(cellOf(two.item(1)), cell);
     QCOMPARE(two.tree->findRow(testId(1))->record.cell(), cell);
+}
+
+void RecordOwnersTest::shouldAdoptARecordThatAListenerWrites()
+{
+    TwoProcessors two;
+    bool isFirst = true;
+    QObject::connect(&*two.tree, &QAbstractItemModel::dataChanged, &*two.tree, [&] {
+        if (std::exchange(isFirst, false))
+            two.write(2, "plain");
+    });
+    two.tree->updateProcessor(two.item(1), named(1, "changed"));
+    QVERIFY(two.isAdopted(2, "plain"));
+}
+
+void RecordOwnersTest::shouldAdoptARecordWrittenAfterASilentUpdate()
+{
+    TwoProcessors two;
+    {
+        const QSignalBlocker blocker(&*two.tree);
+        two.tree->updateProcessor(two.item(1), named(1, "changed"));
+    }
+    two.write(2, "plain");
+    QVERIFY(two.isAdopted(2, "plain"));
 }
 
 void RecordOwnersTest::shouldAdoptARecordWrittenBeforeTheType()

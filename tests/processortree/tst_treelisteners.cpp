@@ -1,5 +1,6 @@
 #include "tests/processortree/TestTree.h"
 
+#include "processortree/model/ProcessorItem.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QTest>
@@ -55,6 +56,8 @@ private slots:
     void shouldSayWhenARowGoesWithItsNewText();
     void shouldSayWhenARowGoesWithOtherData();
     void shouldNotUpdateTheTextOfARowThatIsGone();
+    void shouldCountWhatListenersTakeFromUnderAnUpdate();
+    void shouldTakeUpRowsThatAListenerPutsElsewhere();
     void shouldNotReturnAGroupThatIsGone();
     void shouldLeaveRowsThatAreGoneOutOfAMove();
     void shouldMoveNoEmptyRow();
@@ -106,6 +109,32 @@ void TreeListenersTest::shouldNotUpdateTheTextOfARowThatIsGone()
     heard.once(&QAbstractItemModel::dataChanged, [&] { heard.remove(2); });
     heard.tree->announceRecords({testId(2), testId(2), testId(3)});
     QCOMPARE(heard.tree.dump(), text("All processors(3)[G100[],3]"));
+}
+
+void TreeListenersTest::shouldCountWhatListenersTakeFromUnderAnUpdate()
+{
+    HeardTree heard;
+    heard.once(&QAbstractItemModel::rowsRemoved, [&] { heard.remove(2); });
+    heard.tree->updateProcessor(heard.tree->getItem(testId(3)), testIpProcessor(3, 9));
+    QCOMPARE(heard.tree.dump(), text("All processors(2)[G100[1],3]"));
+}
+
+void TreeListenersTest::shouldTakeUpRowsThatAListenerPutsElsewhere()
+{
+    HeardTree heard;
+    heard.once(&QAbstractItemModel::rowsAboutToBeInserted, [&] {
+        auto* item = new CProcessorItem(NodeProcessor, testId(5));
+        item->setText(text("5"));
+        item->setData(QVariant::fromValue(testProcessor(5)), NodeDataRole);
+        heard.tree->getItem(testId(100))->appendRow(item);
+    });
+    heard.tree->AppendProcessor(testProcessor(4));
+    QCOMPARE(heard.tree.dump(), text("All processors(5)[G100[1,2,5],3,4]"));
+    for (const quint32 n : {4U, 5U}) {
+        const auto row = heard.tree->findRow(testId(n));
+        QVERIFY(row && row->record.cell());
+        QCOMPARE(row->record.cell()->load().id, testId(n));
+    }
 }
 
 void TreeListenersTest::shouldNotReturnAGroupThatIsGone()

@@ -14,6 +14,7 @@ class TreeRecordsTest : public QObject
 private slots:
     void shouldUpdateARecordInPlace();
     void shouldPlaceAProcessorWithANewAddressAnew();
+    void shouldLeaveTheRootsTextWhereTheCountStays();
     void shouldKeepThePlaceWhenTheAddressIsNotUsed();
     void shouldMoveAnUpdatedProcessorToItsNewGroup();
     void shouldUpdateTheCellThatOthersHold();
@@ -61,6 +62,21 @@ void TreeRecordsTest::shouldPlaceAProcessorWithANewAddressAnew()
     QCOMPARE(tree.dump(), text("All processors(3)[1,9,5]"));
     tree->updateProcessor(tree->getItem(testId(5)), testIpProcessor(5, 3, 999));
     QCOMPARE(tree.dump(), text("All processors(2)[1,9]"));
+}
+
+void TreeRecordsTest::shouldLeaveTheRootsTextWhereTheCountStays()
+{
+    const WarningTrap warnings;
+    Tree tree;
+    for (const quint32 n : {1U, 5U})
+        tree->AppendProcessor(testIpProcessor(n, n));
+    QSignalSpy dataChanged(&*tree, &QAbstractItemModel::dataChanged);
+    tree->updateProcessor(tree->getItem(testId(5)), testIpProcessor(5, 50));
+    QCOMPARE(dataChanged.count(), 0);
+    // A text that is out of step is written anew.
+    tree.root()->setText(text("other"));
+    tree->updateProcessor(tree->getItem(testId(5)), testIpProcessor(5, 60));
+    QCOMPARE(tree.dump(), text("All processors(2)[1,5]"));
 }
 
 void TreeRecordsTest::shouldKeepThePlaceWhenTheAddressIsNotUsed()

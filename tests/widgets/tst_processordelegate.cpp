@@ -48,6 +48,11 @@ public:
         return image;
     }
 
+    void rename(const QModelIndex& index, const QString& name)
+    {
+        m_model.setData(index, name, Qt::DisplayRole);
+    }
+
     CProcessorDelegate delegate;
 
 private:
@@ -103,6 +108,7 @@ private slots:
     void shouldShowStates();
     void shouldPaintForeignRows();
     void shouldPaintNarrowRows();
+    void shouldElideAnewForAnotherFontWidthOrText();
     void shouldUseTheHeightsOfTheModel();
     void shouldParseNothingWhilePainting();
     void shouldBeSharpAtEveryScale_data();
@@ -282,6 +288,44 @@ void TestProcessorDelegate::shouldPaintNarrowRows()
         painting.delegate.paint(&painter, option, index);
         painter.end();
         QVERIFY(isEmpty(image, {width, 0, 100 - width, 42}));
+    }
+}
+
+void TestProcessorDelegate::shouldElideAnewForAnotherFontWidthOrText()
+{
+    const WarningTrap trap;
+    Painting painting;
+    const QModelIndex index =
+        painting.add(namedProcessor(QStringLiteral("A name that is longer than its row")));
+    const auto paint = [&](const CProcessorDelegate& delegate, const QFont& font, int width) {
+        QImage image(300, 42, QImage::Format_ARGB32_Premultiplied);
+        image.fill(hostColors().window);
+        QStyleOptionViewItem option;
+        option.rect = QRect(0, 0, width, 42);
+        option.palette = QApplication::palette();
+        option.font = font;
+        option.fontMetrics = QFontMetrics(font);
+        QPainter painter(&image);
+        delegate.paint(&painter, option, index);
+        return image;
+    };
+    QFont large = QApplication::font();
+    large.setPixelSize(QFontInfo(large).pixelSize() + 4);
+    QVector<QImage> pictures;
+    for (const char* name : {"A name that is longer than its row", "Another name, as long as it"}) {
+        painting.rename(index, QString::fromLatin1(name));
+        for (const QFont& font : {QApplication::font(), large}) {
+            for (const int width : {160, 200, 160}) {
+                const QImage picture = paint(painting.delegate, font, width);
+                QCOMPARE(picture, paint(CProcessorDelegate(), font, width));
+                pictures.append(picture);
+            }
+        }
+    }
+    for (int row = 0; row < pictures.size(); row += 3) {
+        QVERIFY(pictures.at(row) != pictures.at(row + 1));
+        QCOMPARE(pictures.at(row), pictures.at(row + 2));
+        QVERIFY(row == 0 || pictures.at(row) != pictures.at(row - 3));
     }
 }
 
