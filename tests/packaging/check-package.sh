@@ -33,6 +33,9 @@ for library in TargetSelectArea HostCommon HostWidgets; do
         || fail "the soname of lib$library.so is not lib$library.so.${version%%.*}"
 done
 
+workbench=$work/prefix/bin/workbench
+[ ! -x "$workbench" ] || quietly "$workbench" --self-test
+
 # Copied, so that no header of this tree is in reach of an include.
 mkdir -p "$work/source/tests"
 cp -r "$root/tests/packaging/consumer/." "$work/source"
