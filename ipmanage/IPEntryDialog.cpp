@@ -4,6 +4,7 @@
 #include "ipmanage/DefaultAddresses.h"
 #include "ipmanage/HostIPList.h"
 #include "ipmanage/IPText.h"
+#include "plugin/LogCategories.h"
 #include "plugin/UserMessages.h"
 
 #include <QBoxLayout>
@@ -51,10 +52,13 @@ IPEntryDialog::IPEntryDialog(bool ipManagementMode, int leftMargin, QWidget* par
 void IPEntryDialog::OnAccept()
 {
     const QString message = refusal();
-    if (!message.isEmpty())
+    if (!message.isEmpty()) {
+        qCInfo(lcAddresses, "%s refuses the entry: %s", metaObject()->className(),
+               qPrintable(message));
         tellUser(this, message);
-    else if (save())
+    } else if (save()) {
         done(Accepted);
+    }
 }
 
 void IPEntryDialog::OnReject()

@@ -1,5 +1,6 @@
 #include "ipmanage/IPListModel.h"
 
+#include "plugin/LogCategories.h"
 #include "plugin/TargetSelectHandler.h"
 
 #include <QPointer>
@@ -20,6 +21,10 @@ QVector<SIPListItem> askHost()
         handler->GetIPList(entries);
 
     const int count = qMin(addresses.size(), kMostRows);
+    if (addresses.size() > count || names.size() != addresses.size()
+        || entries.size() != addresses.size())
+        qCInfo(lcAddresses, "%d of %d addresses are shown, with %d names and %d entries", count,
+               addresses.size(), names.size(), entries.size());
     QVector<SIPListItem> items;
     items.reserve(count);
     for (int row = 0; row < count; ++row) {

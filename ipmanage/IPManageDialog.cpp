@@ -10,6 +10,7 @@
 #include "ipmanage/IPListView.h"
 #include "ipmanage/IPText.h"
 #include "ipmanage/ModifyIPDialog.h"
+#include "plugin/LogCategories.h"
 #include "plugin/UserMessages.h"
 
 #include <QBoxLayout>
@@ -303,8 +304,10 @@ void CIPManageDialog::importFile()
 
 void CIPManageDialog::importFiles(const QStringList& files)
 {
-    if (files.size() > 1)
+    if (files.size() > 1) {
+        qCInfo(lcAddresses, "%d files are not imported: one at a time", files.size());
         return;
+    }
     if (files.value(0).isEmpty()) {
         tellUser(this, tr("Import failed, file name is empty."));
         return;
@@ -333,8 +336,11 @@ void CIPManageDialog::exportFile()
     QFile file(path);
     // Opening the file truncates it, so it must not happen without a handler.
     if (path.isEmpty() || !HostIPList::isThere()
-        || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
+        || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
+        qCInfo(lcAddresses, "nothing is exported to \"%s\": %s", qPrintable(path),
+               qPrintable(file.errorString()));
         return;
+    }
     const IPListFile::Result result = IPListFile::write(file, HostIPList::entries());
     file.close();
     switch (result) {

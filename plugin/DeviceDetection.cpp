@@ -1,5 +1,6 @@
 #include "plugin/DeviceDetection.h"
 
+#include "plugin/LogCategories.h"
 #include "plugin/TargetSelectHandler.h"
 
 #include <QPointer>
@@ -17,8 +18,11 @@ void detect(DetectionScope scope)
 {
     const bool all = scope == DetectionScope::AllDevices || isRestricted();
     const auto handler = GetTargetSelectHandler();
-    if (!handler)
+    if (!handler) {
+        qCInfo(lcPanel, "nothing is detected: there is no handler");
         return;
+    }
+    qCDebug(lcPanel, "the host detects %s", all ? "all devices" : "processors");
     if (all)
         handler->DetectAllDevices();
     else
@@ -29,8 +33,10 @@ void detect(DetectionScope scope)
 
 void detectDevices(QWidget* button, DetectionScope scope)
 {
-    if (!button->isEnabled())
+    if (!button->isEnabled()) {
+        qCInfo(lcPanel, "a second detection does not start");
         return;
+    }
     // The host may destroy the button with its panel whenever it is asked.
     const QPointer<QWidget> alive(button);
     const bool focused = button->hasFocus();

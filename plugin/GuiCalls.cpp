@@ -1,5 +1,7 @@
 #include "plugin/GuiCalls.h"
 
+#include "plugin/LogCategories.h"
+
 #include <QCoreApplication>
 #include <QEvent>
 #include <QPointer>
@@ -135,7 +137,11 @@ bool CGuiCalls::run(Call call, Deadline deadline)
         watch.changed.wait_until(guard, until);
     }
     ticket->awaited = false;
-    return ticket->ran;
+    const bool ran = ticket->ran;
+    guard.unlock();
+    if (!ran)
+        qCDebug(lcBridge, "a thread no longer waits for its change");
+    return ran;
 }
 
 bool CGuiCalls::settle(Deadline deadline)

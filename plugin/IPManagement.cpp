@@ -2,6 +2,7 @@
 
 #include "ipmanage/HostIPList.h"
 #include "ipmanage/IPManageDialog.h"
+#include "plugin/LogCategories.h"
 #include "plugin/TargetSelectHandler.h"
 
 #include <QPointer>
@@ -26,7 +27,9 @@ void manageIPAddresses(QWidget* panel)
         return;
     CIPManageDialog(panel).exec();
     const QStringList after = HostIPList::entries();
-    if (!isDetectionDue(before, after))
+    const bool isDue = isDetectionDue(before, after);
+    qCDebug(lcPanel, "after the IP list, the host wants %s detection", isDue ? "a" : "no");
+    if (!isDue)
         return;
     if (const auto handler = GetTargetSelectHandler())
         handler->DetectProcessorsOnly();

@@ -1,6 +1,7 @@
 #include "plugin/PanelEvents.h"
 
 #include "plugin/GuiCalls.h"
+#include "plugin/LogCategories.h"
 #include "plugin/TargetSelectHandler.h"
 
 #include <QMetaObject>
@@ -60,8 +61,10 @@ void CPanelEvents::showCurrent(const Current& current)
     m_calls->run([self = shared_from_this(), current] {
         if (!HandlerPlace::current())
             return;
-        const auto shown =
-            self->holds(current) ? current.processor : askHost(&Host::GetCurrentProcessorId);
+        const bool holds = self->holds(current);
+        if (!holds)
+            qCDebug(lcBridge, "the current processor is asked for again");
+        const auto shown = holds ? current.processor : askHost(&Host::GetCurrentProcessorId);
         if (self->m_panel) {
             QMetaObject::invokeMethod(self->m_panel, "onCurrentProcessorChanged",
                                       Qt::DirectConnection, Q_ARG(QUuid, shown));

@@ -7,6 +7,7 @@
 #include "plugin/GuiThread.h"
 #include "plugin/IPManagement.h"
 #include "plugin/LanUsbWarnings.h"
+#include "plugin/LogCategories.h"
 #include "plugin/MetaTypes.h"
 #include "plugin/PanelStep.h"
 #include "plugin/TargetSelectData.h"
@@ -167,6 +168,7 @@ void CTargetSelectArea::SetCurrentProcessor(const QUuid& id)
 
 void CTargetSelectArea::SetOperationLock(int key, bool locked)
 {
+    qCDebug(lcPanel, "lock %d is %s", key, locked ? "set" : "released");
     m_ipManagement->setEnabled(!locked);
     m_deviceSetSelector->setEnabled(!locked);
     m_tree->SetOperationLock(key, locked);
@@ -277,6 +279,8 @@ void CTargetSelectArea::registerObserver()
     bridge->Start();
     if (const auto handler = GetTargetSelectHandler())
         handler->SetObserver(bridge);
+    else
+        qCInfo(lcPanel, "no observer is registered: there is no handler");
 }
 
 void CTargetSelectArea::updateIpManagement()

@@ -145,8 +145,10 @@ void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool on
         addProcessor(place, id, {}, event);
         return;
     }
-    if (!wantedRow())
+    if (!wantedRow()) {
+        logDropped(event, id, "the tree has no such row");
         return;
+    }
     const bool isFresh = holds(place, id, answer);
     const auto processor = isFresh ? answer.record() : askForProcessor(id, event).record();
     QStandardItem* item = wantedRow();
@@ -253,6 +255,8 @@ bool CTreeChanges::isStale(const Place& place, const QUuid& id, const Told& told
 bool CTreeChanges::dissolve(const Place& place, const QUuid& group)
 {
     constexpr quint32 event = HostEvents::NodeRemoved::number;
+    qCDebug(lcBridge, "the removal of group %s comes late and asks where its processors are",
+            qPrintable(group.toString()));
     const QStandardItem* item = m_model.getItem(group);
     const QList<QUuid> members = m_model.getChildProcessor(item ? item->index() : QModelIndex());
     const auto record = askForGroup(group, event).record();

@@ -2,6 +2,7 @@
 
 #include "host/common/AppendLog.h"
 #include "host/widgets/ToolTip.h"
+#include "plugin/LogCategories.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/NameEditor.h"
@@ -95,8 +96,13 @@ EPrcTreeNodeType typeOrRoot(const QModelIndex& index)
 
 bool rename(EPrcTreeNodeType type, const QUuid& id, const QString& name)
 {
-    if (type == NodeProcessor)
-        return askHost(&Host::RenameProcessor, id, name);
+    if (type == NodeProcessor) {
+        const bool isAccepted = askHost(&Host::RenameProcessor, id, name);
+        if (!isAccepted)
+            qCInfo(lcTree, "%s keeps its name: the host refuses another",
+                   qPrintable(id.toString()));
+        return isAccepted;
+    }
     const auto handler = GetTargetSelectHandler();
     if (handler)
         handler->RenameGroup(id, name);

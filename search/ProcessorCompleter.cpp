@@ -1,6 +1,7 @@
 #include "search/ProcessorCompleter.h"
 
 #include "host/widgets/ToolTip.h"
+#include "plugin/LogCategories.h"
 #include "plugin/TargetSelectData.h"
 #include "processortree/PaintScope.h"
 #include "processortree/ProcessorTreeModel.h"
@@ -165,6 +166,7 @@ bool CProcessorCompleter::eventFilter(QObject* watched, QEvent* event)
 void CProcessorCompleter::setFilterText(const QString& text)
 {
     m_filter->setFilterText(text);
+    qCDebug(lcSearch, "\"%s\" finds %d processors", qPrintable(text), m_list->rowCount());
     if (!text.isEmpty())
         showPopup();
     else if (isOpen())
@@ -267,6 +269,10 @@ void CProcessorCompleter::retranslate()
 void CProcessorCompleter::choose(const QModelIndex& row)
 {
     const QPersistentModelIndex index = treeIndex(row);
+    if (index.isValid())
+        qCDebug(lcSearch, "%s is chosen", qPrintable(index.data(UuidRole).toUuid().toString()));
+    else
+        qCInfo(lcSearch, "row %d, which is chosen, stands for no processor", row.row());
     const QPointer<CProcessorCompleter> alive(this);
     hidePopup();
     emit activated(index);
@@ -287,6 +293,7 @@ void CProcessorCompleter::dismissLater()
 {
     if (!isOpen())
         return;
+    qCDebug(lcSearch, "the list closes: its field is out of reach");
     hidePopup();
     QMetaObject::invokeMethod(
         this, [this] { emit activated(QModelIndex()); }, Qt::QueuedConnection);
