@@ -4,9 +4,12 @@
 #include "ipmanage/IPProposal.h"
 #include "ipmanage/IPText.h"
 #include "ipmanage/LocalAddresses.h"
+#include "plugin/GuiThread.h"
 
 QStringList defaultAddresses(int wanted, bool ipManagementMode)
 {
+    Q_ASSERT(isGuiThread());
+    Q_ASSERT(wanted == 1 || wanted == 2);
     if (ipManagementMode)
         HostIPList::refresh();
     const auto isRejected = [ipManagementMode](quint32 address) {

@@ -124,6 +124,7 @@ QLineEdit* IPEntryDialog::addNameField(int labelWidth)
 
 void IPEntryDialog::propose(const QVector<CIPLineEdit*>& fields)
 {
+    Q_ASSERT(fields.size() == 1 || fields.size() == 2);
     const QStringList proposed = defaultAddresses(fields.size(), m_ipManagementMode);
     for (int i = 0; i < proposed.size(); ++i)
         fields.at(i)->setText(proposed.at(i));

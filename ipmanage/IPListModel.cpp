@@ -1,5 +1,6 @@
 #include "ipmanage/IPListModel.h"
 
+#include "plugin/GuiThread.h"
 #include "plugin/LogCategories.h"
 #include "plugin/TargetSelectHandler.h"
 
@@ -106,6 +107,7 @@ bool CIPListModel::setHeaderData(int section, Qt::Orientation orientation, const
 
 void CIPListModel::reload()
 {
+    Q_ASSERT(isThreadOf(*this));
     const int reload = ++m_reloads;
     const QPointer<CIPListModel> alive(this);
     QVector<SIPListItem> items = askHost();

@@ -1,5 +1,6 @@
 #include "plugin/DeviceDetection.h"
 
+#include "plugin/GuiThread.h"
 #include "plugin/LogCategories.h"
 #include "plugin/TargetSelectHandler.h"
 
@@ -33,6 +34,7 @@ void detect(DetectionScope scope)
 
 void detectDevices(QWidget* button, DetectionScope scope)
 {
+    Q_ASSERT(button && isThreadOf(*button));
     if (!button->isEnabled()) {
         qCInfo(lcPanel, "a second detection does not start");
         return;

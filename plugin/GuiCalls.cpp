@@ -164,6 +164,7 @@ bool CGuiCalls::settle(Deadline deadline)
 
 bool CGuiCalls::isAwaited() const
 {
+    Q_ASSERT(isHere());
     const std::lock_guard guard(mutex());
     return m_line->running && m_line->running->awaited;
 }
@@ -213,6 +214,7 @@ void CGuiCalls::customEvent(QEvent* event)
 
 void CGuiCalls::runNow(const Call& call, const Call& onQueued)
 {
+    Q_ASSERT(isHere());
     const QPointer<CGuiCalls> alive(this);
     {
         auto ticket = std::make_shared<Ticket>();
@@ -232,6 +234,7 @@ void CGuiCalls::runNow(const Call& call, const Call& onQueued)
 /// Runs the first call of the queue, unless another one is in the middle of its work.
 void CGuiCalls::runNext()
 {
+    Q_ASSERT(isHere());
     const bool busy = isBusy();
     std::unique_lock guard(mutex());
     if (m_line->queue.empty())

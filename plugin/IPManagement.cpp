@@ -2,6 +2,7 @@
 
 #include "ipmanage/HostIPList.h"
 #include "ipmanage/IPManageDialog.h"
+#include "plugin/GuiThread.h"
 #include "plugin/LogCategories.h"
 #include "plugin/TargetSelectHandler.h"
 
@@ -20,6 +21,7 @@ bool isDetectionDue(const QStringList& before, const QStringList& after)
 
 void manageIPAddresses(QWidget* panel)
 {
+    Q_ASSERT(panel && isThreadOf(*panel));
     // The host may destroy the panel whenever it is asked, and while the dialog is open.
     const QPointer<QWidget> alive(panel);
     const QStringList before = HostIPList::entries();

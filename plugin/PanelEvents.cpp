@@ -1,6 +1,7 @@
 #include "plugin/PanelEvents.h"
 
 #include "plugin/GuiCalls.h"
+#include "plugin/GuiThread.h"
 #include "plugin/LogCategories.h"
 #include "plugin/TargetSelectHandler.h"
 
@@ -84,6 +85,7 @@ bool CPanelEvents::holds(const Current& current) const
 void CPanelEvents::post(std::function<void(QObject&)> call)
 {
     m_calls->post([self = shared_from_this(), call = std::move(call)] {
+        Q_ASSERT(isThreadOf(*self->m_calls));
         if (self->m_panel)
             call(*self->m_panel);
     });

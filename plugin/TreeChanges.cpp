@@ -2,6 +2,7 @@
 
 #include "Interface/HostEvents.h"
 #include "plugin/GuiCalls.h"
+#include "plugin/GuiThread.h"
 #include "plugin/LogCategories.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/NodeType.h"
@@ -43,12 +44,14 @@ bool CTreeChanges::holds(const Place& place, const QUuid& id,
 
 void CTreeChanges::clear()
 {
+    Q_ASSERT(isThreadOf(m_model));
     m_leftOut.clear();
     m_model.clearToRoot();
 }
 
 void CTreeChanges::reset(const Place& place)
 {
+    Q_ASSERT(isThreadOf(m_model));
     if (!HandlerPlace::isSet())
         return;
     QMetaObject::invokeMethod(&m_model, "reset", Qt::DirectConnection);
@@ -59,6 +62,7 @@ void CTreeChanges::reset(const Place& place)
 void CTreeChanges::addGroup(const Place& place, const QUuid& id,
                             const CHostAnswer<ProcessorGroupNode>& answer)
 {
+    Q_ASSERT(isThreadOf(m_model));
     constexpr quint32 event = HostEvents::GroupAdded::number;
     if (!HandlerPlace::isSet() || m_model.getItem(id))
         return;
@@ -81,6 +85,7 @@ void CTreeChanges::addProcessor(const Place& place, const QUuid& id,
                                 const CHostAnswer<ProcessorNode>& answer, quint32 event,
                                 Weather asking)
 {
+    Q_ASSERT(isThreadOf(m_model));
     if (!HandlerPlace::isSet() || m_model.getItem(id))
         return;
     const bool isFresh = holds(place, id, answer);
@@ -94,6 +99,7 @@ void CTreeChanges::addProcessor(const Place& place, const QUuid& id,
 
 void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
 {
+    Q_ASSERT(isThreadOf(m_model));
     if (!HandlerPlace::isSet())
         return;
     QList<QUuid> missing;
@@ -111,6 +117,7 @@ void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
 
 void CTreeChanges::removeNode(const Place& place, const QUuid& id, const Told& told)
 {
+    Q_ASSERT(isThreadOf(m_model));
     if (!HandlerPlace::isSet() || (isStale(place, id, told) && !dissolve(place, id)))
         return;
     QMetaObject::invokeMethod(&m_model, "removeNode", Qt::DirectConnection, Q_ARG(QUuid, id));
@@ -119,6 +126,7 @@ void CTreeChanges::removeNode(const Place& place, const QUuid& id, const Told& t
 
 void CTreeChanges::removeNodes(const Place& place, const QList<QUuid>& ids, const Told& told)
 {
+    Q_ASSERT(isThreadOf(m_model));
     if (!HandlerPlace::isSet())
         return;
     QList<QUuid> gone;
@@ -135,6 +143,7 @@ void CTreeChanges::removeNodes(const Place& place, const QList<QUuid>& ids, cons
 void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool onlyProcessors,
                                     const CHostAnswer<ProcessorNode>& answer, quint32 event)
 {
+    Q_ASSERT(isThreadOf(m_model));
     if (!HandlerPlace::isSet())
         return;
     const auto wantedRow = [&]() -> QStandardItem* {
@@ -161,11 +170,13 @@ void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool on
 
 void CTreeChanges::announceRecords(const QList<QUuid>& ids)
 {
+    Q_ASSERT(isThreadOf(m_model));
     m_model.announceRecords(ids);
 }
 
 void CTreeChanges::refreshRecords(const Place& place, const QList<QUuid>& ids)
 {
+    Q_ASSERT(isThreadOf(m_model));
     constexpr quint32 event = HostEvents::MonitorStateChanged::number;
     for (const QUuid& id : ids) {
         if (!HandlerPlace::isSet())

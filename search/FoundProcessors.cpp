@@ -1,5 +1,6 @@
 #include "search/FoundProcessors.h"
 
+#include "plugin/GuiThread.h"
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorTreeModel.h"
 #include "search/ProcessorFilterProxyModel.h"
@@ -153,6 +154,7 @@ bool CFoundProcessors::isAnyFoundBelow(const QStandardItem& item) const
 
 CFoundProcessors::Change CFoundProcessors::look()
 {
+    Q_ASSERT(isThreadOf(*this));
     const bool wasLooking = std::exchange(m_isLooking, !text().isEmpty() && !m_isResetting);
     Change change;
     if (!m_isLooking && !wasLooking)

@@ -1,6 +1,7 @@
 #include "search/ProcessorCompleter.h"
 
 #include "host/widgets/ToolTip.h"
+#include "plugin/GuiThread.h"
 #include "plugin/LogCategories.h"
 #include "plugin/TargetSelectData.h"
 #include "processortree/PaintScope.h"
@@ -165,6 +166,7 @@ bool CProcessorCompleter::eventFilter(QObject* watched, QEvent* event)
 
 void CProcessorCompleter::setFilterText(const QString& text)
 {
+    Q_ASSERT(isThreadOf(*this));
     m_filter->setFilterText(text);
     qCDebug(lcSearch, "\"%s\" finds %d processors", qPrintable(text), m_list->rowCount());
     if (!text.isEmpty())
@@ -268,6 +270,7 @@ void CProcessorCompleter::retranslate()
 /// Emits after the popup is closed, because the receiver may open a dialog.
 void CProcessorCompleter::choose(const QModelIndex& row)
 {
+    Q_ASSERT(isThreadOf(*this));
     const QPersistentModelIndex index = treeIndex(row);
     if (index.isValid())
         qCDebug(lcSearch, "%s is chosen", qPrintable(index.data(UuidRole).toUuid().toString()));

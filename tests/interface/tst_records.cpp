@@ -135,6 +135,8 @@ private slots:
     void shouldRegisterTheNodeTypeAsAnEnumeration();
     void shouldConvertNumbersToNodeTypes();
     void shouldStoreRecordsInVariants();
+    void shouldWriteProcessorsForDebugging();
+    void shouldWriteGroupsForDebugging();
 };
 
 void RecordsTest::initTestCase()
@@ -395,6 +397,38 @@ void RecordsTest::shouldStoreRecordsInVariants()
     QCOMPARE(copy.processors.at(0).hostAttribute21, quint16(65535));
     QCOMPARE(copy.processors.at(0).hostText24, processor.hostText24);
     QVERIFY(whole.value<ProcessorNode>().id.isNull());
+}
+
+void RecordsTest::shouldWriteProcessorsForDebugging()
+{
+    ProcessorNode processor;
+    QString text;
+    QDebug(&text) << processor << 1;
+    QCOMPARE(text, QStringLiteral("ProcessorNode({00000000-0000-0000-0000-000000000000}, \"\", "
+                                  "number 0) 1 "));
+    processor.id = QUuid::fromString(QLatin1String("{5b2d1f0c-0000-4000-8000-000000000001}"));
+    processor.name = QStringLiteral("Left");
+    processor.number = 3;
+    processor.groupId = QUuid::fromString(QLatin1String("{5b2d1f0c-0000-4000-8000-000000000002}"));
+    processor.ipAddress = 0xC0A80AFE;
+    processor.online = true;
+    text.clear();
+    QDebug(&text).nospace() << processor;
+    QCOMPARE(text, QStringLiteral("ProcessorNode({5b2d1f0c-0000-4000-8000-000000000001}, \"Left\", "
+                                  "number 3, group {5b2d1f0c-0000-4000-8000-000000000002}, "
+                                  "192.168.10.254, online)"));
+}
+
+void RecordsTest::shouldWriteGroupsForDebugging()
+{
+    ProcessorGroupNode group;
+    group.name = QStringLiteral("Wall");
+    group.processors = {ProcessorNode(), ProcessorNode()};
+    QString text;
+    QDebug(&text).nospace() << group;
+    QCOMPARE(text,
+             QStringLiteral("ProcessorGroupNode({00000000-0000-0000-0000-000000000000}, \"Wall\", "
+                            "2 processors)"));
 }
 
 QTEST_MAIN(RecordsTest)
