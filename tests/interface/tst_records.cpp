@@ -13,7 +13,6 @@
 #include <type_traits>
 
 namespace {
-
 /// Returns the position of each field of a record as "name@offset+size".
 template <typename Record>
 class Layout final
@@ -339,7 +338,6 @@ void RecordsTest::shouldRegisterTheTypesByName_data()
 
 void RecordsTest::shouldRegisterTheTypesByName()
 {
-    const WarningTrap warnings;
     QFETCH(int, id);
     QVERIFY(id != QMetaType::UnknownType);
     QCOMPARE(QMetaType::type(QTest::currentDataTag()), id);
@@ -360,7 +358,6 @@ void RecordsTest::shouldRegisterTheNodeTypeAsAnEnumeration()
 
 void RecordsTest::shouldConvertNumbersToNodeTypes()
 {
-    const WarningTrap warnings;
     const int id = qMetaTypeId<EPrcTreeNodeType>();
     for (const int number : {0, 1, 2}) {
         QVariant value(number);
@@ -376,7 +373,6 @@ void RecordsTest::shouldConvertNumbersToNodeTypes()
 
 void RecordsTest::shouldStoreRecordsInVariants()
 {
-    const WarningTrap warnings;
     ProcessorNode processor;
     processor.id = QUuid::createUuid();
     processor.name = QStringLiteral("Left");
@@ -431,5 +427,5 @@ void RecordsTest::shouldWriteGroupsForDebugging()
                             "2 processors)"));
 }
 
-QTEST_MAIN(RecordsTest)
+TSA_TEST_MAIN(RecordsTest)
 #include "tst_records.moc"

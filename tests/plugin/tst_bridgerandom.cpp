@@ -17,7 +17,6 @@
 #include <iterator>
 
 namespace {
-
 constexpr int kSequences = 1000;
 constexpr int kEvents = 200;
 constexpr quint32 kFirstGroup = 1000;
@@ -156,7 +155,6 @@ void BridgeRandomTest::shouldAgreeWithTheReference_data()
 void BridgeRandomTest::shouldAgreeWithTheReference()
 {
     QFETCH(bool, foreign);
-    const WarningTrap warnings;
     TestPanel panel;
     const QAbstractItemModelTester tester(&panel.model());
     HostThread thread;
@@ -194,5 +192,5 @@ void BridgeRandomTest::shouldAgreeWithTheReference()
     }
 }
 
-QTEST_MAIN(BridgeRandomTest)
+TSA_TEST_MAIN(BridgeRandomTest)
 #include "tst_bridgerandom.moc"

@@ -155,5 +155,5 @@ void LastWordRowsTest::shouldShowAProcessorListedTwiceOnce()
     VERIFY_TREE_OF(telling.host);
 }
 
-QTEST_MAIN(LastWordRowsTest)
+TSA_TEST_MAIN(LastWordRowsTest)
 #include "tst_lastword_rows.moc"

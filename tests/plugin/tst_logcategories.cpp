@@ -232,5 +232,5 @@ void LogCategoriesTest::shouldTellWithoutAHandler()
     QVERIFY(isLogged(QStringLiteral("targetselect.panel: no observer is registered")));
 }
 
-QTEST_MAIN(LogCategoriesTest)
+TSA_TEST_MAIN(LogCategoriesTest)
 #include "tst_logcategories.moc"

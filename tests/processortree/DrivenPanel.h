@@ -100,7 +100,6 @@ struct DrivenPanel
         host().doInside(name, std::move(action));
     }
 
-    WarningTrap trap;
     TestPanel panel;
     QWidget window;
     QPointer<CProcessorTree> tree;

@@ -8,7 +8,6 @@
 #include <memory>
 
 namespace {
-
 CRecordCell* cellOf(const QStandardItem* item)
 {
     return recordHandle(item->data(NodeDataRole)).cell();
@@ -47,7 +46,6 @@ struct TwoProcessors
                    || found->record.cell() == cell);
     }
 
-    WarningTrap warnings;
     Tree tree;
 };
 
@@ -194,5 +192,5 @@ void RecordOwnersTest::shouldAdoptRecordsBelowARowThatBecomesAGroup()
     QCOMPARE(two.tree->findRow(testId(3))->record.cell(), cellOf(item));
 }
 
-QTEST_MAIN(RecordOwnersTest)
+TSA_TEST_MAIN(RecordOwnersTest)
 #include "tst_recordowners.moc"

@@ -34,7 +34,6 @@ private slots:
 
 void TreeRecordsTest::shouldUpdateARecordInPlace()
 {
-    const WarningTrap warnings;
     Tree tree;
     for (const quint32 n : {1U, 5U, 9U})
         tree->AppendProcessor(testIpProcessor(n, n));
@@ -49,7 +48,6 @@ void TreeRecordsTest::shouldUpdateARecordInPlace()
 
 void TreeRecordsTest::shouldPlaceAProcessorWithANewAddressAnew()
 {
-    const WarningTrap warnings;
     Tree tree;
     for (const quint32 n : {1U, 5U, 9U})
         tree->AppendProcessor(testIpProcessor(n, n));
@@ -65,7 +63,6 @@ void TreeRecordsTest::shouldPlaceAProcessorWithANewAddressAnew()
 
 void TreeRecordsTest::shouldKeepThePlaceWhenTheAddressIsNotUsed()
 {
-    const WarningTrap warnings;
     Tree tree;
     for (const quint32 n : {1U, 5U, 9U})
         tree->AppendProcessor(testIpProcessor(n, n));
@@ -78,7 +75,6 @@ void TreeRecordsTest::shouldKeepThePlaceWhenTheAddressIsNotUsed()
 
 void TreeRecordsTest::shouldMoveAnUpdatedProcessorToItsNewGroup()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testIpProcessor(1, 1));
@@ -92,7 +88,6 @@ void TreeRecordsTest::shouldMoveAnUpdatedProcessorToItsNewGroup()
 
 void TreeRecordsTest::shouldUpdateTheCellThatOthersHold()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     const auto row = tree->findRow(testId(1));
@@ -105,7 +100,6 @@ void TreeRecordsTest::shouldUpdateTheCellThatOthersHold()
 
 void TreeRecordsTest::shouldTellViewsOfAnUpdatedRecord()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     ProcessorNode changed = testProcessor(1);
@@ -119,7 +113,6 @@ void TreeRecordsTest::shouldTellViewsOfAnUpdatedRecord()
 
 void TreeRecordsTest::shouldLeaveTheRootOutOfUpdates()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->updateProcessor(tree.root(), testProcessor(1));
     tree->updateProcessor(tree.root(), testIpProcessor(1, 5));
@@ -130,7 +123,6 @@ void TreeRecordsTest::shouldLeaveTheRootOutOfUpdates()
 
 void TreeRecordsTest::shouldUpdateAGroupRowAsAProcessor()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testProcessor(1, 100));
@@ -146,7 +138,6 @@ void TreeRecordsTest::shouldUpdateAGroupRowAsAProcessor()
 
 void TreeRecordsTest::shouldUpdateTheRowOfTheRecordsIdentity()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     tree->AppendProcessor(testProcessor(2));
@@ -159,7 +150,6 @@ void TreeRecordsTest::shouldUpdateTheRowOfTheRecordsIdentity()
 
 void TreeRecordsTest::shouldTakeUpRowsBuiltOutside()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     auto* group = new CProcessorItem(NodeGroup);
@@ -181,7 +171,6 @@ void TreeRecordsTest::shouldTakeUpRowsBuiltOutside()
 
 void TreeRecordsTest::shouldAskTheHostForItsCheckAtEveryRead()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
@@ -204,7 +193,6 @@ void TreeRecordsTest::shouldAskTheHostForItsCheckAtEveryRead()
 
 void TreeRecordsTest::shouldCheckADefaultRecordWhereThereIsNone()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     QCOMPARE(tree.index(100).data(260), QVariant(false));
@@ -220,7 +208,6 @@ void TreeRecordsTest::shouldCheckADefaultRecordWhereThereIsNone()
 
 void TreeRecordsTest::shouldRenameAProcessorAndItsRecord()
 {
-    const WarningTrap warnings;
     Tree tree;
     ProcessorNode processor = testProcessor(1);
     processor.hostAttribute8 = 88;
@@ -235,7 +222,6 @@ void TreeRecordsTest::shouldRenameAProcessorAndItsRecord()
 
 void TreeRecordsTest::shouldRenameAGroupAndItsRecord()
 {
-    const WarningTrap warnings;
     Tree tree;
     ProcessorGroupNode group = testGroup(100);
     group.processors = {testProcessor(1)};
@@ -248,7 +234,6 @@ void TreeRecordsTest::shouldRenameAGroupAndItsRecord()
 
 void TreeRecordsTest::shouldLeaveTheRecordAloneUnderTheSameName()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testProcessor(1));
@@ -267,7 +252,6 @@ void TreeRecordsTest::shouldLeaveTheRecordAloneUnderTheSameName()
 
 void TreeRecordsTest::shouldRenameTheRoot()
 {
-    const WarningTrap warnings;
     Tree tree;
     QVERIFY(tree->setData(tree->index(0, 0), text("Root"), Qt::DisplayRole));
     QCOMPARE(tree.dump(), text("Root[]"));
@@ -276,7 +260,6 @@ void TreeRecordsTest::shouldRenameTheRoot()
 
 void TreeRecordsTest::shouldRefuseInvalidData()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     QVERIFY(!tree->setData(QModelIndex(), text("x"), Qt::DisplayRole));
@@ -289,7 +272,6 @@ void TreeRecordsTest::shouldRefuseInvalidData()
 
 void TreeRecordsTest::shouldPassOtherRolesThrough()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     QVERIFY(tree->setData(tree.index(1), text("tip"), Qt::ToolTipRole));
@@ -299,5 +281,5 @@ void TreeRecordsTest::shouldPassOtherRolesThrough()
     QCOMPARE(tree.processor(1).name, text("1"));
 }
 
-QTEST_MAIN(TreeRecordsTest)
+TSA_TEST_MAIN(TreeRecordsTest)
 #include "tst_treerecords.moc"
