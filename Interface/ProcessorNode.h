@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDebug>
 #include <QList>
 #include <QMetaType>
 #include <QString>
@@ -81,6 +82,32 @@ struct ProcessorGroupNode
     QList<ProcessorNode> processors; ///< Updated by moves. The position in the tree depends only on
                                      ///< each processor's groupId.
 };
+
+/// Writes what identifies a processor: `ProcessorNode({…}, "Left", number 3, group {…}, 10.0.0.7,
+/// online)`. The group, the address and the state are left out where there is none.
+inline QDebug operator<<(QDebug debug, const ProcessorNode& processor)
+{
+    const QDebugStateSaver saver(debug);
+    debug.nospace() << "ProcessorNode(" << qUtf8Printable(processor.id.toString()) << ", "
+                    << processor.name << ", number " << processor.number;
+    if (!processor.groupId.isNull())
+        debug << ", group " << qUtf8Printable(processor.groupId.toString());
+    if (processor.ipAddress != kNoProcessorAddress) {
+        const quint32 address = processor.ipAddress;
+        debug << ", " << (address >> 24) << '.' << ((address >> 16) & 0xFF) << '.'
+              << ((address >> 8) & 0xFF) << '.' << (address & 0xFF);
+    }
+    return debug << (processor.online ? ", online)" : ")");
+}
+
+/// Writes what identifies a group, and how many processors its record names:
+/// `ProcessorGroupNode({…}, "Wall", 12 processors)`.
+inline QDebug operator<<(QDebug debug, const ProcessorGroupNode& group)
+{
+    const QDebugStateSaver saver(debug);
+    return debug.nospace() << "ProcessorGroupNode(" << qUtf8Printable(group.id.toString()) << ", "
+                           << group.name << ", " << group.processors.size() << " processors)";
+}
 
 Q_DECLARE_METATYPE(EPrcTreeNodeType)
 Q_DECLARE_METATYPE(ProcessorNode)

@@ -1,5 +1,7 @@
 #include "base/GuiCalls.h"
 
+#include "base/LogCategories.h"
+
 #include <QCoreApplication>
 #include <QEvent>
 #include <QPointer>
@@ -135,7 +137,11 @@ bool CGuiCalls::run(Call call, Deadline deadline)
         watch.changed.wait_until(guard, until);
     }
     ticket->awaited = false;
-    return ticket->ran;
+    const bool ran = ticket->ran;
+    guard.unlock();
+    if (!ran)
+        qCDebug(lcBridge, "a thread no longer waits for its change");
+    return ran;
 }
 
 bool CGuiCalls::settle(Deadline deadline)
@@ -158,6 +164,7 @@ bool CGuiCalls::settle(Deadline deadline)
 
 bool CGuiCalls::isAwaited() const
 {
+    Q_ASSERT(isHere());
     const std::lock_guard guard(mutex());
     return m_line->running && m_line->running->awaited;
 }
@@ -207,6 +214,7 @@ void CGuiCalls::customEvent(QEvent* event)
 
 void CGuiCalls::runNow(const Call& call, const Call& onQueued)
 {
+    Q_ASSERT(isHere());
     const QPointer<CGuiCalls> alive(this);
     {
         auto ticket = std::make_shared<Ticket>();
@@ -226,6 +234,7 @@ void CGuiCalls::runNow(const Call& call, const Call& onQueued)
 /// Runs the first call of the queue, unless another one is in the middle of its work.
 void CGuiCalls::runNext()
 {
+    Q_ASSERT(isHere());
     const bool busy = isBusy();
     std::unique_lock guard(mutex());
     if (m_line->queue.empty())

@@ -12,12 +12,16 @@ CHostAnswer<Record> ask(Record (Host::*question)(const QUuid&), const QUuid& id,
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
         const std::weak_ptr<IAbstractControlInterface> source = HandlerPlace::current();
         const auto handler = GetTargetSelectHandler();
-        if (!handler)
+        if (!handler) {
+            logDropped(event, id, "there is no handler");
             return {};
+        }
+        qCDebug(lcBridge, "event %u asks for %s", event, qPrintable(id.toString()));
         answer = {source, checkedRecord((handler.get()->*question)(id), id, event)};
         // The host may replace its handler inside the question.
         if (HandlerPlace::isCurrent(source))
             break;
+        qCDebug(lcBridge, "event %u finds another handler after its question", event);
     }
     return answer;
 }
@@ -36,8 +40,10 @@ template class CHostAnswer<ProcessorGroupNode>;
 template <typename Record>
 std::optional<Record> checkedRecord(const Record& record, const QUuid& id, quint32 event)
 {
-    if (record.id == id)
+    if (record.id == id) {
+        qCDebug(lcBridge, "event %u got the record of %s", event, qPrintable(id.toString()));
         return record;
+    }
     qCInfo(lcBridge, "event %u asked for %s and got %s, which is ignored", event,
            qPrintable(id.toString()), qPrintable(record.id.toString()));
     return std::nullopt;

@@ -65,6 +65,7 @@ bool HandlerPlace::isSet()
 
 void HandlerPlace::refresh()
 {
+    Q_ASSERT(isGuiThread());
     const std::lock_guard guard(place().mutex);
     if (place().pointer)
         place().seen = *place().pointer;

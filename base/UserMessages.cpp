@@ -2,6 +2,7 @@
 
 #include "host/common/SoftwareName.h"
 #include "host/widgets/MessageBox.h"
+#include "base/GuiThread.h"
 
 namespace {
 
@@ -11,12 +12,14 @@ constexpr int kBoxWidth = 330;
 
 void tellUser(QWidget* parent, const QString& text)
 {
+    Q_ASSERT(isGuiThread());
     CMessageBox::information(parent, text, custom_software_name(), QDialogButtonBox::Ok,
                              QDialogButtonBox::Ok, kBoxWidth);
 }
 
 bool askUser(QWidget* parent, const QString& text)
 {
+    Q_ASSERT(isGuiThread());
     return CMessageBox::question(parent, text, custom_software_name(),
                                  QDialogButtonBox::Yes | QDialogButtonBox::No,
                                  QDialogButtonBox::Yes, kBoxWidth)

@@ -11,6 +11,11 @@ set(host_libraries HostCommon)
 if(TARGET HostWidgets)
     list(APPEND host_libraries HostWidgets)
 endif()
+# Libraries of one major version take each other's place.
+set_target_properties(TargetSelectArea ${host_libraries} PROPERTIES
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+)
 install(TARGETS TargetSelectArea ${host_libraries}
     EXPORT TargetSelectAreaTargets
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
@@ -31,7 +36,7 @@ configure_package_config_file(
 )
 write_basic_package_version_file(
     "${CMAKE_CURRENT_BINARY_DIR}/TargetSelectAreaConfigVersion.cmake"
-    COMPATIBILITY SameMinorVersion
+    COMPATIBILITY SameMajorVersion
 )
 install(FILES
     "${CMAKE_CURRENT_BINARY_DIR}/TargetSelectAreaConfig.cmake"

@@ -4,9 +4,12 @@
 #include "ipmanage/HostIPList.h"
 #include "ipmanage/IPProposal.h"
 #include "ipmanage/LocalAddresses.h"
+#include "base/GuiThread.h"
 
 QStringList defaultAddresses(int wanted, bool ipManagementMode)
 {
+    Q_ASSERT(isGuiThread());
+    Q_ASSERT(wanted == 1 || wanted == 2);
     if (ipManagementMode)
         HostIPList::refresh();
     const auto isRejected = [ipManagementMode](quint32 address) {

@@ -1,6 +1,8 @@
 #include "ipmanage/HostIPList.h"
 
 #include "base/TargetSelectHandler.h"
+#include "base/IPText.h"
+#include "base/LogCategories.h"
 
 namespace HostIPList {
 
@@ -81,19 +83,27 @@ void save()
 quint32 readOnline()
 {
     const auto handler = GetTargetSelectHandler();
-    return handler ? handler->ReadOnlineIPAddresses() : kNoHost;
+    const quint32 code = handler ? handler->ReadOnlineIPAddresses() : kNoHost;
+    qCDebug(lcAddresses, "reading from online processors ends with code %#x", code);
+    return code;
 }
 
 quint32 importFile(const QString& path)
 {
     const auto handler = GetTargetSelectHandler();
-    return handler ? handler->ImportIPFile(path) : kNoHost;
+    const quint32 code = handler ? handler->ImportIPFile(path) : kNoHost;
+    qCDebug(lcAddresses, "the import of \"%s\" ends with code %#x", qPrintable(path), code);
+    return code;
 }
 
 bool rejects(quint32 address, int* code, bool processorMode)
 {
     const auto handler = GetTargetSelectHandler();
-    return !handler || handler->CheckIPAddress(address, code, processorMode);
+    const bool isRejected = !handler || handler->CheckIPAddress(address, code, processorMode);
+    if (isRejected)
+        qCDebug(lcAddresses, "%s is rejected, code %#x", qPrintable(addressText(address)),
+                static_cast<quint32>(code ? *code : 0));
+    return isRejected;
 }
 
 void showTip(const QString& text)

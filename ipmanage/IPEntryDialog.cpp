@@ -5,6 +5,9 @@
 #include "host/widgets/IPLineEdit.h"
 #include "ipmanage/DefaultAddresses.h"
 #include "ipmanage/HostIPList.h"
+#include "base/IPText.h"
+#include "base/LogCategories.h"
+#include "base/UserMessages.h"
 
 #include <QBoxLayout>
 #include <QEvent>
@@ -51,10 +54,13 @@ IPEntryDialog::IPEntryDialog(bool ipManagementMode, int leftMargin, QWidget* par
 void IPEntryDialog::OnAccept()
 {
     const QString message = refusal();
-    if (!message.isEmpty())
+    if (!message.isEmpty()) {
+        qCInfo(lcAddresses, "%s refuses the entry: %s", metaObject()->className(),
+               qPrintable(message));
         tellUser(this, message);
-    else if (save())
+    } else if (save()) {
         done(Accepted);
+    }
 }
 
 void IPEntryDialog::OnReject()
@@ -120,6 +126,7 @@ QLineEdit* IPEntryDialog::addNameField(int labelWidth)
 
 void IPEntryDialog::propose(const QVector<CIPLineEdit*>& fields)
 {
+    Q_ASSERT(fields.size() == 1 || fields.size() == 2);
     const QStringList proposed = defaultAddresses(fields.size(), m_ipManagementMode);
     for (int i = 0; i < proposed.size(); ++i)
         fields.at(i)->setText(proposed.at(i));

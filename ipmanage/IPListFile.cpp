@@ -11,6 +11,7 @@ namespace IPListFile {
 
 Result write(QIODevice& device, const QStringList& entries)
 {
+    Q_ASSERT(device.isWritable() && device.isTextModeEnabled());
     QTextStream stream(&device);
     bool lossless = true;
     for (const QString& entry : entries) {

@@ -1,6 +1,8 @@
 #include "ipmanage/IPListModel.h"
 
 #include "base/TargetSelectHandler.h"
+#include "base/GuiThread.h"
+#include "base/LogCategories.h"
 
 #include <QPointer>
 #include <QStringList>
@@ -20,6 +22,10 @@ QVector<SIPListItem> askHost()
         handler->GetIPList(entries);
 
     const int count = qMin(addresses.size(), kMostRows);
+    if (addresses.size() > count || names.size() != addresses.size()
+        || entries.size() != addresses.size())
+        qCInfo(lcAddresses, "%d of %d addresses are shown, with %d names and %d entries", count,
+               addresses.size(), names.size(), entries.size());
     QVector<SIPListItem> items;
     items.reserve(count);
     for (int row = 0; row < count; ++row) {
@@ -101,6 +107,7 @@ bool CIPListModel::setHeaderData(int section, Qt::Orientation orientation, const
 
 void CIPListModel::reload()
 {
+    Q_ASSERT(isThreadOf(*this));
     const int reload = ++m_reloads;
     const QPointer<CIPListModel> alive(this);
     QVector<SIPListItem> items = askHost();

@@ -11,6 +11,8 @@
 #include "ipmanage/IPListModel.h"
 #include "ipmanage/IPListView.h"
 #include "ipmanage/ModifyIPDialog.h"
+#include "base/LogCategories.h"
+#include "base/UserMessages.h"
 
 #include <QBoxLayout>
 #include <QEvent>
@@ -303,8 +305,10 @@ void CIPManageDialog::importFile()
 
 void CIPManageDialog::importFiles(const QStringList& files)
 {
-    if (files.size() > 1)
+    if (files.size() > 1) {
+        qCInfo(lcAddresses, "%d files are not imported: one at a time", files.size());
         return;
+    }
     if (files.value(0).isEmpty()) {
         tellUser(this, tr("Import failed, file name is empty."));
         return;
@@ -333,8 +337,11 @@ void CIPManageDialog::exportFile()
     QFile file(path);
     // Opening the file truncates it, so it must not happen without a handler.
     if (path.isEmpty() || !HostIPList::isThere()
-        || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
+        || !file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
+        qCInfo(lcAddresses, "nothing is exported to \"%s\": %s", qPrintable(path),
+               qPrintable(file.errorString()));
         return;
+    }
     const IPListFile::Result result = IPListFile::write(file, HostIPList::entries());
     file.close();
     switch (result) {

@@ -1,6 +1,8 @@
 #include "plugin/DeviceDetection.h"
 
 #include "base/TargetSelectHandler.h"
+#include "base/GuiThread.h"
+#include "base/LogCategories.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -17,8 +19,11 @@ void detect(DetectionScope scope)
 {
     const bool all = scope == DetectionScope::AllDevices || isRestricted();
     const auto handler = GetTargetSelectHandler();
-    if (!handler)
+    if (!handler) {
+        qCInfo(lcPanel, "nothing is detected: there is no handler");
         return;
+    }
+    qCDebug(lcPanel, "the host detects %s", all ? "all devices" : "processors");
     if (all)
         handler->DetectAllDevices();
     else
@@ -29,8 +34,11 @@ void detect(DetectionScope scope)
 
 void detectDevices(QWidget* button, DetectionScope scope)
 {
-    if (!button->isEnabled())
+    Q_ASSERT(button && isThreadOf(*button));
+    if (!button->isEnabled()) {
+        qCInfo(lcPanel, "a second detection does not start");
         return;
+    }
     // The host may destroy the button with its panel whenever it is asked.
     const QPointer<QWidget> alive(button);
     const bool focused = button->hasFocus();

@@ -2,6 +2,7 @@
 
 #include "base/PanelStep.h"
 #include "base/TargetSelectHandler.h"
+#include "base/LogCategories.h"
 
 #include <QMetaMethod>
 #include <QPointer>
@@ -44,6 +45,7 @@ void CDeviceSetSelector::setDeviceSets(const GUID& current, const QList<SDeviceS
     const auto isCurrent = [&](const SDeviceSetInfo& set) { return set.id == current; };
     const auto found = std::find_if(sets.begin(), sets.end(), isCurrent);
     if (sets.size() < 2 || IsNullGuid(current) || found == sets.end()) {
+        qCDebug(lcPanel, "no selector for %d device sets and this current one", sets.size());
         hide();
         return;
     }
@@ -109,6 +111,7 @@ void CDeviceSetSelector::confirm(const QList<SDeviceSetInfo>& sets, int index)
         return;
     // One at a time: the answers would come in the wrong order.
     if (m_asked >= 0) {
+        qCInfo(lcPanel, "device set %d is not chosen: the host is asked about %d", index, m_asked);
         showQuietly(m_asked);
         return;
     }
@@ -123,10 +126,12 @@ void CDeviceSetSelector::confirm(const QList<SDeviceSetInfo>& sets, int index)
     if (!alive || generation != m_generation)
         return;
     m_asked = -1;
-    if (accepted)
+    if (accepted) {
         m_accepted = index;
-    else
-        showQuietly(m_accepted);
+        return;
+    }
+    qCInfo(lcPanel, "the host refuses device set %d", index);
+    showQuietly(m_accepted);
 }
 
 /// Goes back to entry `index`, of which nobody has to hear.

@@ -3,6 +3,9 @@
 #include "base/TargetSelectHandler.h"
 #include "ipmanage/HostIPList.h"
 #include "ipmanage/IPManageDialog.h"
+#include "base/GuiThread.h"
+#include "base/LogCategories.h"
+#include "base/TargetSelectHandler.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -19,6 +22,7 @@ bool isDetectionDue(const QStringList& before, const QStringList& after)
 
 void manageIPAddresses(QWidget* panel)
 {
+    Q_ASSERT(panel && isThreadOf(*panel));
     // The host may destroy the panel whenever it is asked, and while the dialog is open.
     const QPointer<QWidget> alive(panel);
     const QStringList before = HostIPList::entries();
@@ -26,7 +30,9 @@ void manageIPAddresses(QWidget* panel)
         return;
     CIPManageDialog(panel).exec();
     const QStringList after = HostIPList::entries();
-    if (!isDetectionDue(before, after))
+    const bool isDue = isDetectionDue(before, after);
+    qCDebug(lcPanel, "after the IP list, the host wants %s detection", isDue ? "a" : "no");
+    if (!isDue)
         return;
     if (const auto handler = GetTargetSelectHandler())
         handler->DetectProcessorsOnly();

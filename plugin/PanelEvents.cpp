@@ -2,6 +2,8 @@
 
 #include "base/GuiCalls.h"
 #include "base/TargetSelectHandler.h"
+#include "base/GuiThread.h"
+#include "base/LogCategories.h"
 
 #include <QMetaObject>
 
@@ -60,8 +62,10 @@ void CPanelEvents::showCurrent(const Current& current)
     m_calls->run([self = shared_from_this(), current] {
         if (!HandlerPlace::current())
             return;
-        const auto shown =
-            self->holds(current) ? current.processor : askHost(&Host::GetCurrentProcessorId);
+        const bool holds = self->holds(current);
+        if (!holds)
+            qCDebug(lcBridge, "the current processor is asked for again");
+        const auto shown = holds ? current.processor : askHost(&Host::GetCurrentProcessorId);
         if (self->m_panel) {
             QMetaObject::invokeMethod(self->m_panel, "onCurrentProcessorChanged",
                                       Qt::DirectConnection, Q_ARG(QUuid, shown));
@@ -81,6 +85,7 @@ bool CPanelEvents::holds(const Current& current) const
 void CPanelEvents::post(std::function<void(QObject&)> call)
 {
     m_calls->post([self = shared_from_this(), call = std::move(call)] {
+        Q_ASSERT(isThreadOf(*self->m_calls));
         if (self->m_panel)
             call(*self->m_panel);
     });

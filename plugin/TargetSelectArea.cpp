@@ -10,6 +10,9 @@
 #include "plugin/DeviceSetSelector.h"
 #include "plugin/IPManagement.h"
 #include "plugin/LanUsbWarnings.h"
+#include "base/LogCategories.h"
+#include "base/MetaTypes.h"
+#include "base/PanelStep.h"
 #include "plugin/TargetSelectData.h"
 #include "processortree/model/ProcessorTreeModel.h"
 #include "processortree/view/ProcessorTree.h"
@@ -168,6 +171,7 @@ void CTargetSelectArea::SetCurrentProcessor(const QUuid& id)
 
 void CTargetSelectArea::SetOperationLock(int key, bool locked)
 {
+    qCDebug(lcPanel, "lock %d is %s", key, locked ? "set" : "released");
     m_ipManagement->setEnabled(!locked);
     m_deviceSetSelector->setEnabled(!locked);
     m_tree->SetOperationLock(key, locked);
@@ -278,6 +282,8 @@ void CTargetSelectArea::registerObserver()
     bridge->Start();
     if (const auto handler = GetTargetSelectHandler())
         handler->SetObserver(bridge);
+    else
+        qCInfo(lcPanel, "no observer is registered: there is no handler");
 }
 
 void CTargetSelectArea::updateIpManagement()

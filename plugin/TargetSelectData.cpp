@@ -110,9 +110,18 @@ CTargetSelectData::~CTargetSelectData()
 
 void CTargetSelectData::Update(CSubject* subject)
 {
-    if (!subject || m_stopped || !HandlerPlace::isSet())
+    if (!subject)
         return;
-    if (subject->GetEvent() <= HostEvents::kLastNumber)
+    const char* refusal = nullptr;
+    if (m_stopped)
+        refusal = "the bridge has stopped";
+    else if (!HandlerPlace::isSet())
+        refusal = "there is no panel";
+    else if (subject->GetEvent() > HostEvents::kLastNumber)
+        refusal = "its number is unknown";
+    if (refusal)
+        qCInfo(lcBridge, "event %u is dropped: %s", subject->GetEvent(), refusal);
+    else
         dispatch(*subject);
 }
 
@@ -124,6 +133,7 @@ void CTargetSelectData::dispatch(const CSubject& subject)
     const auto tree = m_treeEvents;
     const auto panel = m_panelEvents;
     const quint32 event = subject.GetEvent();
+    qCDebug(lcBridge, "event %u is taken", event);
     switch (event) {
     case DetectStrategyChanged::number:
         post(*jobs, event, [panel, strategy = argument<DetectStrategyChanged>(subject)] {
@@ -163,10 +173,12 @@ void CTargetSelectData::dispatch(const CSubject& subject)
         post(*jobs, event, [panel] { panel->changeLanUsbAddresses(); });
         break;
     case CurrentProcessorChanged::number:
-        if (!IsSelectionEchoGuarded()) {
-            post(*jobs, event,
-                 [panel, current = panel->askForCurrent()] { panel->showCurrent(current); });
+        if (IsSelectionEchoGuarded()) {
+            qCInfo(lcBridge, "event %u is dropped: the user's own choice is being reported", event);
+            break;
         }
+        post(*jobs, event,
+             [panel, current = panel->askForCurrent()] { panel->showCurrent(current); });
         break;
     case MonitorWarningChanged::number:
         post(*jobs, event, [panel] { panel->repaintMonitorWarnings(); });
@@ -180,6 +192,7 @@ void CTargetSelectData::dispatch(const CSubject& subject)
         break;
     }
     default:
+        qCInfo(lcBridge, "event %u is dropped: its number is unknown", event);
         break;
     }
 }

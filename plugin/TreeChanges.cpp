@@ -6,6 +6,7 @@
 #include "base/NodeType.h"
 #include "base/TargetSelectHandler.h"
 #include "processortree/model/ProcessorTreeModel.h"
+#include "base/GuiThread.h"
 
 #include <QMetaObject>
 #include <QSet>
@@ -43,6 +44,7 @@ bool CTreeChanges::holds(const Place& place, const QUuid& id,
 
 void CTreeChanges::clear()
 {
+    Q_ASSERT(isThreadOf(m_model));
     m_leftOut.clear();
     m_groupPlaces.clear();
     m_model.clearToRoot();
@@ -50,6 +52,7 @@ void CTreeChanges::clear()
 
 void CTreeChanges::reset(const Place& place)
 {
+    Q_ASSERT(isThreadOf(m_model));
     if (!HandlerPlace::isSet())
         return;
     QMetaObject::invokeMethod(&m_model, "reset", Qt::DirectConnection);
@@ -61,6 +64,7 @@ void CTreeChanges::reset(const Place& place)
 void CTreeChanges::addGroup(const Place& place, const QUuid& id,
                             const CHostAnswer<ProcessorGroupNode>& answer)
 {
+    Q_ASSERT(isThreadOf(m_model));
     constexpr quint32 event = HostEvents::GroupAdded::number;
     if (!HandlerPlace::isSet() || m_model.getItem(id))
         return;
@@ -90,6 +94,7 @@ void CTreeChanges::addProcessor(const Place& place, const QUuid& id,
                                 const CHostAnswer<ProcessorNode>& answer, quint32 event,
                                 Weather asking)
 {
+    Q_ASSERT(isThreadOf(m_model));
     if (!HandlerPlace::isSet() || m_model.getItem(id))
         return;
     const bool isFresh = holds(place, id, answer);
@@ -103,6 +108,7 @@ void CTreeChanges::addProcessor(const Place& place, const QUuid& id,
 
 void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
 {
+    Q_ASSERT(isThreadOf(m_model));
     if (!HandlerPlace::isSet())
         return;
     QList<QUuid> missing;
@@ -120,6 +126,7 @@ void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
 
 void CTreeChanges::removeNode(const Place& place, const QUuid& id, const Told& told)
 {
+    Q_ASSERT(isThreadOf(m_model));
     if (!HandlerPlace::isSet() || (isStale(place, id, told) && !dissolve(place, id)))
         return;
     QMetaObject::invokeMethod(&m_model, "removeNode", Qt::DirectConnection, Q_ARG(QUuid, id));
@@ -128,6 +135,7 @@ void CTreeChanges::removeNode(const Place& place, const QUuid& id, const Told& t
 
 void CTreeChanges::removeNodes(const Place& place, const QList<QUuid>& ids, const Told& told)
 {
+    Q_ASSERT(isThreadOf(m_model));
     if (!HandlerPlace::isSet())
         return;
     QList<QUuid> gone;
@@ -144,6 +152,7 @@ void CTreeChanges::removeNodes(const Place& place, const QList<QUuid>& ids, cons
 void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool onlyProcessors,
                                     const CHostAnswer<ProcessorNode>& answer, quint32 event)
 {
+    Q_ASSERT(isThreadOf(m_model));
     if (!HandlerPlace::isSet())
         return;
     const auto wantedRow = [&]() -> QStandardItem* {
@@ -154,8 +163,10 @@ void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool on
         addProcessor(place, id, {}, event);
         return;
     }
-    if (!wantedRow())
+    if (!wantedRow()) {
+        logDropped(event, id, "the tree has no such row");
         return;
+    }
     const bool isFresh = holds(place, id, answer);
     const auto processor = isFresh ? answer.record() : askForProcessor(id, event).record();
     QStandardItem* item = wantedRow();
@@ -168,11 +179,13 @@ void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool on
 
 void CTreeChanges::announceRecords(const QList<QUuid>& ids)
 {
+    Q_ASSERT(isThreadOf(m_model));
     m_model.announceRecords(ids);
 }
 
 void CTreeChanges::refreshRecords(const Place& place, const QList<QUuid>& ids)
 {
+    Q_ASSERT(isThreadOf(m_model));
     constexpr quint32 event = HostEvents::MonitorStateChanged::number;
     for (const QUuid& id : ids) {
         if (!HandlerPlace::isSet())
@@ -274,6 +287,8 @@ bool CTreeChanges::isStale(const Place& place, const QUuid& id, const Told& told
 bool CTreeChanges::dissolve(const Place& place, const QUuid& group)
 {
     constexpr quint32 event = HostEvents::NodeRemoved::number;
+    qCDebug(lcBridge, "the removal of group %s comes late and asks where its processors are",
+            qPrintable(group.toString()));
     const QStandardItem* item = m_model.getItem(group);
     const QList<QUuid> members = m_model.getChildProcessor(item ? item->index() : QModelIndex());
     const auto record = askForGroup(group, event).record();

@@ -3,6 +3,7 @@
 #include "Interface/HostEvents.h"
 #include "base/GuiCalls.h"
 #include "base/TargetSelectHandler.h"
+#include "base/LogCategories.h"
 #include "plugin/TreeChanges.h"
 
 #include <utility>
@@ -110,8 +111,10 @@ void CTreeEvents::addGroup(const QUuid& id)
     auto deadline = m_calls->deadline();
     CHostAnswer<ProcessorGroupNode> answer;
     if (m_calls->settle(deadline)) {
-        if (m_model.find(id))
+        if (m_model.find(id)) {
+            logDropped(HostEvents::GroupAdded::number, id, "the tree has it");
             return;
+        }
         answer = asked(deadline, [&] { return askForGroup(id, HostEvents::GroupAdded::number); });
     }
     m_calls->run([changes = m_changes, place, id,
@@ -126,8 +129,10 @@ void CTreeEvents::addProcessor(const QUuid& id)
     auto deadline = m_calls->deadline();
     CHostAnswer<ProcessorNode> answer;
     if (m_calls->settle(deadline)) {
-        if (m_model.find(id))
+        if (m_model.find(id)) {
+            logDropped(event, id, "the tree has it");
             return;
+        }
         answer = asked(deadline, [&] { return askForProcessor(id, event); });
     }
     m_calls->run([changes = m_changes, place, id,
@@ -152,8 +157,10 @@ void CTreeEvents::refresh(const QUuid& id, bool onlyProcessors, quint32 event)
     CHostAnswer<ProcessorNode> answer;
     if (m_calls->settle(deadline)) {
         const auto row = m_model.find(id);
-        if (row && onlyProcessors && row->type != NodeProcessor)
+        if (row && onlyProcessors && row->type != NodeProcessor) {
+            logDropped(event, id, "it is no processor");
             return;
+        }
         if (row)
             answer = asked(deadline, [&] { return askForProcessor(id, event); });
     }

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Looks through our C++ for what no compiler finds.
 
-Fails on a test that waits a fixed time or asserts nothing, and on a warning that is muted or a
-comment that puts work off.
+Fails on a test that waits a fixed time or asserts nothing, on a test program that runs without the
+trap for warnings, and on a warning that is muted or a comment that puts work off.
 """
 
 import pathlib
@@ -15,6 +15,9 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 BARE_WAIT = re.compile(r"\b(qWait|qSleep|sleep_for|sleep_until|usleep|msleep|sleep)\s*\(")
 PUT_OFF = re.compile(r"\b(TODO|FIXME|XXX|HACK)\b")
 MUTED = re.compile(r"\bNOLINT|clazy:exclude|diagnostic\s+ignored|QT_WARNING_DISABLE")
+
+# tests/support/WarningTrap.h has what takes their place.
+UNTRAPPED = re.compile(r"\bQTEST_(GUILESS_|APPLESS_)?MAIN\s*\(|\bQTest::qExec\s*\(")
 
 ASSERTION = re.compile(r"\bQ(TRY_)?(COMPARE|VERIFY)\w*\s*\(|\bQFAIL\s*\(|\bqFail\s*\(|\bQBENCHMARK")
 # .clang-format puts the head of a function and its closing brace at the beginning of a line.
@@ -66,6 +69,9 @@ def main():
             if name.startswith(("tests/", "benchmarks/")) and BARE_WAIT.search(line):
                 findings.append(f"{name}:{number}: waits a fixed time, wait for what should happen:"
                                 f" {line.strip()}")
+            if name.startswith("tests/") and UNTRAPPED.search(line):
+                findings.append(f"{name}:{number}: unexpected warnings would pass, use"
+                                f" TSA_TEST_MAIN or runTests: {line.strip()}")
         if pathlib.Path(name).name.startswith("tst_"):
             findings += [f"{name}: {test} asserts nothing" for test in silent_tests(text)]
     print(*findings, f"{checked} sources, {len(findings)} findings", sep="\n")

@@ -1,6 +1,8 @@
 #include "search/FoundProcessors.h"
 
 #include "base/NodeType.h"
+#include "base/GuiThread.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "search/ProcessorFilterProxyModel.h"
 
 #include <algorithm>
@@ -152,6 +154,7 @@ bool CFoundProcessors::isAnyFoundBelow(const QStandardItem& item) const
 
 CFoundProcessors::Change CFoundProcessors::look()
 {
+    Q_ASSERT(isThreadOf(*this));
     const bool wasLooking = std::exchange(m_isLooking, !text().isEmpty() && !m_isResetting);
     Change change;
     if (!m_isLooking && !wasLooking)

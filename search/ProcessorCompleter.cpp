@@ -2,6 +2,10 @@
 
 #include "base/PaintScope.h"
 #include "host/widgets/ToolTip.h"
+#include "base/GuiThread.h"
+#include "base/LogCategories.h"
+#include "base/PaintScope.h"
+#include "processortree/model/ProcessorTreeModel.h"
 #include "search/CompleterProcessorDelegate.h"
 #include "search/PopupPlace.h"
 #include "search/ProcessorFilterModel.h"
@@ -161,7 +165,9 @@ bool CProcessorCompleter::eventFilter(QObject* watched, QEvent* event)
 
 void CProcessorCompleter::setFilterText(const QString& text)
 {
+    Q_ASSERT(isThreadOf(*this));
     m_filter->setFilterText(text);
+    qCDebug(lcSearch, "\"%s\" finds %d processors", qPrintable(text), m_list->rowCount());
     if (!text.isEmpty())
         showPopup();
     else if (isOpen())
@@ -263,7 +269,12 @@ void CProcessorCompleter::retranslate()
 /// Emits after the popup is closed, because the receiver may open a dialog.
 void CProcessorCompleter::choose(const QModelIndex& row)
 {
+    Q_ASSERT(isThreadOf(*this));
     const QPersistentModelIndex index = treeIndex(row);
+    if (index.isValid())
+        qCDebug(lcSearch, "%s is chosen", qPrintable(index.data(UuidRole).toUuid().toString()));
+    else
+        qCInfo(lcSearch, "row %d, which is chosen, stands for no processor", row.row());
     const QPointer<CProcessorCompleter> alive(this);
     hidePopup();
     emit activated(index);
@@ -284,6 +295,7 @@ void CProcessorCompleter::dismissLater()
 {
     if (!isOpen())
         return;
+    qCDebug(lcSearch, "the list closes: its field is out of reach");
     hidePopup();
     QMetaObject::invokeMethod(
         this, [this] { emit activated(QModelIndex()); }, Qt::QueuedConnection);

@@ -1,6 +1,7 @@
 #include "processortree/view/AddEntries.h"
 
 #include "base/TargetSelectHandler.h"
+#include "base/LogCategories.h"
 
 namespace {
 
@@ -35,5 +36,7 @@ AddEntries addEntries()
     entries.two = permitted && processors.size() <= kMostForTwo;
     entries.custom = entries.one;
     entries.enabled = empty || askHost(&Host::IsAddProcessorsEnabled, processors.first());
+    qCDebug(lcTree, "with %d processors, adding is %s and %s", processors.size(),
+            permitted ? "permitted" : "not permitted", entries.enabled ? "enabled" : "disabled");
     return entries;
 }

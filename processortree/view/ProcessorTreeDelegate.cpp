@@ -7,6 +7,10 @@
 #include "host/common/AppendLog.h"
 #include "host/widgets/ToolTip.h"
 #include "processortree/view/NameEditor.h"
+#include "base/LogCategories.h"
+#include "base/TargetSelectHandler.h"
+#include "base/NodeType.h"
+#include "base/PaintScope.h"
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
@@ -95,8 +99,13 @@ EPrcTreeNodeType typeOrRoot(const QModelIndex& index)
 
 bool rename(EPrcTreeNodeType type, const QUuid& id, const QString& name)
 {
-    if (type == NodeProcessor)
-        return askHost(&Host::RenameProcessor, id, name);
+    if (type == NodeProcessor) {
+        const bool isAccepted = askHost(&Host::RenameProcessor, id, name);
+        if (!isAccepted)
+            qCInfo(lcTree, "%s keeps its name: the host refuses another",
+                   qPrintable(id.toString()));
+        return isAccepted;
+    }
     const auto handler = GetTargetSelectHandler();
     if (handler)
         handler->RenameGroup(id, name);

@@ -5,6 +5,7 @@
 #include "processortree/model/ProcessorTreeModel.h"
 #include "processortree/view/ProcessorTreeDelegate.h"
 #include "processortree/view/ProcessorTreeView.h"
+#include "base/LogCategories.h"
 
 #include <QApplication>
 #include <QDrag>
@@ -85,6 +86,11 @@ void CProcessorTreeView::dragMoveEvent(QDragMoveEvent* event)
     bool nowhere = false;
     const QModelIndex target = dropTarget(event->pos(), &nowhere);
     const bool accepted = isMovable(treeModel(), *event->mimeData()) && !restricted && !nowhere;
+    if (!accepted)
+        qCDebug(lcTree, "no drop here: %s",
+                restricted ? "the host is restricted"
+                : nowhere  ? "the row is in no group"
+                           : "these are no rows of the tree");
     setDropTarget(accepted ? target : QModelIndex());
     event->setAccepted(accepted);
 }

@@ -3,6 +3,7 @@
 #include "base/NodeType.h"
 #include "base/UserMessages.h"
 #include "processortree/model/ProcessorTreeModel.h"
+#include "base/LogCategories.h"
 
 #include <QCoreApplication>
 #include <QPointer>
@@ -55,6 +56,7 @@ TreeDeletion askForDeletion(const CProcessorTreeModel& model,
             const QString message = refusal(index);
             if (message.isEmpty())
                 continue;
+            qCInfo(lcTree, "nothing is deleted: %s", qPrintable(message));
             tellUser(parent, message);
             return {};
         }
@@ -69,6 +71,7 @@ TreeDeletion askForDeletion(const CProcessorTreeModel& model,
     if (selected.isEmpty() || nodeType(selected.first()) != NodeProcessor)
         return {};
     if (selected.size() == model.getAllProcessorCount()) {
+        qCInfo(lcTree, "nothing is deleted: no processor would be left");
         tellUser(parent, Texts::tr("Must keep at least one processor."));
         return {};
     }

@@ -160,5 +160,5 @@ void AppendLogTest::shouldCallTheSinkOneAtATimeOnTheLoggingThread()
     QCOMPARE(messages.back(), std::string("message"));
 }
 
-QTEST_MAIN(AppendLogTest)
+TSA_TEST_MAIN(AppendLogTest)
 #include "tst_appendlog.moc"

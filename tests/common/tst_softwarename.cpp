@@ -1,4 +1,5 @@
 #include "host/common/SoftwareName.h"
+#include "tests/support/WarningTrap.h"
 
 #include <QTest>
 
@@ -48,5 +49,5 @@ void SoftwareNameTest::shouldBeSafeOnAnyThread()
     QVERIFY(!torn);
 }
 
-QTEST_MAIN(SoftwareNameTest)
+TSA_TEST_MAIN(SoftwareNameTest)
 #include "tst_softwarename.moc"

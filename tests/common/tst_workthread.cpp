@@ -14,7 +14,6 @@
 #include <vector>
 
 namespace {
-
 constexpr int kLimitMs = 30000;
 
 /// Jobs that append a letter each, and a job that blocks the thread.
@@ -88,9 +87,6 @@ class WorkThreadTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { m_trap.emplace(); }
-    void cleanup() { m_trap.reset(); }
-
     void shouldRunJobsInOrderOnItsOwnThread();
     void shouldKeepJobsUntilTheStart();
     void shouldReplaceAPendingJobAtItsPosition();
@@ -111,7 +107,6 @@ private slots:
     void shouldAcceptActivationsRightAfterARestart();
 
 private:
-    std::optional<WarningTrap> m_trap;
 };
 
 void WorkThreadTest::shouldRunJobsInOrderOnItsOwnThread()
@@ -391,5 +386,5 @@ void WorkThreadTest::shouldAcceptActivationsRightAfterARestart()
     }
 }
 
-QTEST_MAIN(WorkThreadTest)
+TSA_TEST_MAIN(WorkThreadTest)
 #include "tst_workthread.moc"

@@ -15,7 +15,6 @@
 #include <utility>
 
 namespace {
-
 using Area = ITargetSelectAreaInterface;
 using Handler = ITargetSelectInterfaceHandler;
 
@@ -370,7 +369,6 @@ void InterfacesTest::shouldReleaseTheHandlerWithTheLayer()
 
 void InterfacesTest::shouldHaveNoHandlerWithoutAPanel()
 {
-    const WarningTrap warnings;
     QVERIFY(!CTargetSelectArea::Existing());
     QVERIFY(!GetTargetSelectHandler());
     const TestPanel panel;
@@ -379,7 +377,6 @@ void InterfacesTest::shouldHaveNoHandlerWithoutAPanel()
 
 void InterfacesTest::shouldRefuseAHandlerOfAnotherKind()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     QCOMPARE(GetTargetSelectHandler().get(), static_cast<Handler*>(&panel.host()));
     panel.area().m_controlHandler = std::make_shared<PlainControl>();
@@ -390,7 +387,6 @@ void InterfacesTest::shouldRefuseAHandlerOfAnotherKind()
 
 void InterfacesTest::shouldKeepAReplacedHandlerUntilTheCallEnds()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     auto host = std::make_shared<FakeHandler>();
     const std::weak_ptr<FakeHandler> watch = host;
@@ -405,11 +401,10 @@ void InterfacesTest::shouldKeepAReplacedHandlerUntilTheCallEnds()
 
 void InterfacesTest::shouldReturnThePanelAsItsWidget()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     IAbstractLayerInterface& layer = panel.area();
     QCOMPARE(layer.GetWidget(), static_cast<QWidget*>(&panel.area()));
 }
 
-QTEST_MAIN(InterfacesTest)
+TSA_TEST_MAIN(InterfacesTest)
 #include "tst_interfaces.moc"

@@ -15,7 +15,6 @@
 #include <thread>
 
 namespace {
-
 /// Runs the test's code for each notification and records the event numbers.
 class Observer final : public CObserver
 {
@@ -251,7 +250,6 @@ void ObserverPatternTest::shouldRefuseAnotherThread()
 
 void ObserverPatternTest::shouldRefuseAJobAfterTheNotification()
 {
-    const WarningTrap warnings;
     const LogTrap log;
     QSemaphore notified;
     QSemaphore done;
@@ -348,5 +346,5 @@ void ObserverPatternTest::shouldReturnValueInitialisedResults()
     QCOMPARE(lines(log), kWrongType);
 }
 
-QTEST_MAIN(ObserverPatternTest)
+TSA_TEST_MAIN(ObserverPatternTest)
 #include "tst_observerpattern.moc"

@@ -13,7 +13,6 @@
 #include <type_traits>
 
 namespace {
-
 /// Returns the position of each field of a record as "name@offset+size".
 template <typename Record>
 class Layout final
@@ -135,6 +134,8 @@ private slots:
     void shouldRegisterTheNodeTypeAsAnEnumeration();
     void shouldConvertNumbersToNodeTypes();
     void shouldStoreRecordsInVariants();
+    void shouldWriteProcessorsForDebugging();
+    void shouldWriteGroupsForDebugging();
 };
 
 void RecordsTest::initTestCase()
@@ -337,7 +338,6 @@ void RecordsTest::shouldRegisterTheTypesByName_data()
 
 void RecordsTest::shouldRegisterTheTypesByName()
 {
-    const WarningTrap warnings;
     QFETCH(int, id);
     QVERIFY(id != QMetaType::UnknownType);
     QCOMPARE(QMetaType::type(QTest::currentDataTag()), id);
@@ -358,7 +358,6 @@ void RecordsTest::shouldRegisterTheNodeTypeAsAnEnumeration()
 
 void RecordsTest::shouldConvertNumbersToNodeTypes()
 {
-    const WarningTrap warnings;
     const int id = qMetaTypeId<EPrcTreeNodeType>();
     for (const int number : {0, 1, 2}) {
         QVariant value(number);
@@ -374,7 +373,6 @@ void RecordsTest::shouldConvertNumbersToNodeTypes()
 
 void RecordsTest::shouldStoreRecordsInVariants()
 {
-    const WarningTrap warnings;
     ProcessorNode processor;
     processor.id = QUuid::createUuid();
     processor.name = QStringLiteral("Left");
@@ -397,5 +395,37 @@ void RecordsTest::shouldStoreRecordsInVariants()
     QVERIFY(whole.value<ProcessorNode>().id.isNull());
 }
 
-QTEST_MAIN(RecordsTest)
+void RecordsTest::shouldWriteProcessorsForDebugging()
+{
+    ProcessorNode processor;
+    QString text;
+    QDebug(&text) << processor << 1;
+    QCOMPARE(text, QStringLiteral("ProcessorNode({00000000-0000-0000-0000-000000000000}, \"\", "
+                                  "number 0) 1 "));
+    processor.id = QUuid::fromString(QLatin1String("{5b2d1f0c-0000-4000-8000-000000000001}"));
+    processor.name = QStringLiteral("Left");
+    processor.number = 3;
+    processor.groupId = QUuid::fromString(QLatin1String("{5b2d1f0c-0000-4000-8000-000000000002}"));
+    processor.ipAddress = 0xC0A80AFE;
+    processor.online = true;
+    text.clear();
+    QDebug(&text).nospace() << processor;
+    QCOMPARE(text, QStringLiteral("ProcessorNode({5b2d1f0c-0000-4000-8000-000000000001}, \"Left\", "
+                                  "number 3, group {5b2d1f0c-0000-4000-8000-000000000002}, "
+                                  "192.168.10.254, online)"));
+}
+
+void RecordsTest::shouldWriteGroupsForDebugging()
+{
+    ProcessorGroupNode group;
+    group.name = QStringLiteral("Wall");
+    group.processors = {ProcessorNode(), ProcessorNode()};
+    QString text;
+    QDebug(&text).nospace() << group;
+    QCOMPARE(text,
+             QStringLiteral("ProcessorGroupNode({00000000-0000-0000-0000-000000000000}, \"Wall\", "
+                            "2 processors)"));
+}
+
+TSA_TEST_MAIN(RecordsTest)
 #include "tst_records.moc"

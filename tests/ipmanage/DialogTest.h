@@ -11,8 +11,8 @@
 
 #include <functional>
 
-/// Fixture of a dialog test: a host, a window for the dialog, a driver that operates the dialog,
-/// and a trap for Qt warnings.
+/// Fixture of a dialog test: a host, a window for the dialog, and a driver that operates the
+/// dialog.
 struct DialogTest
 {
     DialogTest()
@@ -54,7 +54,6 @@ struct DialogTest
         return dialog.exec() == QDialog::Rejected ? message : QStringLiteral("accepted");
     }
 
-    WarningTrap trap;
     mutable TestPanel panel;
     QWidget window;
     DialogDriver driver;

@@ -250,5 +250,5 @@ void AddBatchIPDialogTest::shouldFollowTheLanguage()
     QCOMPARE(dialog.exec(), 0);
 }
 
-QTEST_MAIN(AddBatchIPDialogTest)
+TSA_TEST_MAIN(AddBatchIPDialogTest)
 #include "tst_addbatchipdialog.moc"

@@ -237,5 +237,5 @@ void AddBothIpDialogTest::shouldFollowTheLanguage()
     QCOMPARE(dialog.exec(), 0);
 }
 
-QTEST_MAIN(AddBothIpDialogTest)
+TSA_TEST_MAIN(AddBothIpDialogTest)
 #include "tst_addbothipdialog.moc"

@@ -218,5 +218,5 @@ void AddSingleIPDialogTest::shouldFollowTheLanguage()
     QCOMPARE(dialog.exec(), 0);
 }
 
-QTEST_MAIN(AddSingleIPDialogTest)
+TSA_TEST_MAIN(AddSingleIPDialogTest)
 #include "tst_addsingleipdialog.moc"

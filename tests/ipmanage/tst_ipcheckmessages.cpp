@@ -1,5 +1,6 @@
 #include "Interface/IPStatusCodes.h"
 #include "ipmanage/IPCheckMessages.h"
+#include "tests/support/WarningTrap.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -177,5 +178,5 @@ void IPCheckMessagesTest::shouldTranslateInTheContextOfTheDialog()
                             "CAddBothIpDialog CAddBothIpDialog CAddBothIpDialog"));
 }
 
-QTEST_GUILESS_MAIN(IPCheckMessagesTest)
+TSA_GUILESS_TEST_MAIN(IPCheckMessagesTest)
 #include "tst_ipcheckmessages.moc"

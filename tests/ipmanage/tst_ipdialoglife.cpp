@@ -460,5 +460,5 @@ void IPDialogLifeTest::shouldFollowTheLanguageInEveryOpenDialog()
     QVERIFY(test.driver.isDone());
 }
 
-QTEST_MAIN(IPDialogLifeTest)
+TSA_TEST_MAIN(IPDialogLifeTest)
 #include "tst_ipdialoglife.moc"

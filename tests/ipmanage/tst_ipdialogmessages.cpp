@@ -239,5 +239,5 @@ void IPDialogMessagesTest::shouldShowWhyTheHostRejects()
     QCOMPARE(test.host().callCount(QStringLiteral("SaveIPList")), 0);
 }
 
-QTEST_MAIN(IPDialogMessagesTest)
+TSA_TEST_MAIN(IPDialogMessagesTest)
 #include "tst_ipdialogmessages.moc"

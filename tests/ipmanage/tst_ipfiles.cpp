@@ -382,5 +382,5 @@ void IPFilesTest::shouldIgnoreAnImport()
     QCOMPARE(test.asked(), QStringList());
 }
 
-QTEST_MAIN(IPFilesTest)
+TSA_TEST_MAIN(IPFilesTest)
 #include "tst_ipfiles.moc"

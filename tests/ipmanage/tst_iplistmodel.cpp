@@ -14,7 +14,6 @@
 #include <memory>
 
 namespace {
-
 QString text(const char* latin1)
 {
     return QString::fromLatin1(latin1);
@@ -84,7 +83,6 @@ private slots:
 private:
     FakeHandler& host() const { return m_panel->host(); }
 
-    std::unique_ptr<WarningTrap> m_warnings;
     std::unique_ptr<TestPanel> m_panel;
     std::unique_ptr<CIPListModel> m_model;
     std::unique_ptr<Table> m_table;
@@ -93,7 +91,6 @@ private:
 
 void IPListModelTest::init()
 {
-    m_warnings = std::make_unique<WarningTrap>();
     m_panel = std::make_unique<TestPanel>();
     m_model = std::make_unique<CIPListModel>();
     m_table = std::make_unique<Table>();
@@ -108,7 +105,6 @@ void IPListModelTest::cleanup()
     m_table.reset();
     m_model.reset();
     m_panel.reset();
-    m_warnings.reset();
 }
 
 void IPListModelTest::shouldStartEmpty()
@@ -370,5 +366,5 @@ void IPListModelTest::shouldWorkInATable()
     QVERIFY(view.grab().width() > 0);
 }
 
-QTEST_MAIN(IPListModelTest)
+TSA_TEST_MAIN(IPListModelTest)
 #include "tst_iplistmodel.moc"

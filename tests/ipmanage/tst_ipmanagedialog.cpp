@@ -464,5 +464,5 @@ void IPManageDialogTest::shouldFollowTheLanguage()
     QCOMPARE(dialog.exec(), 0);
 }
 
-QTEST_MAIN(IPManageDialogTest)
+TSA_TEST_MAIN(IPManageDialogTest)
 #include "tst_ipmanagedialog.moc"

@@ -163,5 +163,5 @@ void IPManageKeysTest::shouldEditByKeyOrDoubleClick()
     QCOMPARE(dialog.exec(), 0);
 }
 
-QTEST_MAIN(IPManageKeysTest)
+TSA_TEST_MAIN(IPManageKeysTest)
 #include "tst_ipmanagekeys.moc"

@@ -3,6 +3,7 @@
 #include "tests/ipmanage/RandomAddresses.h"
 #include "tests/ipmanage/ReferenceAddresses.h"
 #include "tests/support/Seed.h"
+#include "tests/support/WarningTrap.h"
 
 #include <QTest>
 
@@ -196,5 +197,5 @@ void IPProposalTest::shouldMatchTheReference()
     QVERIFY(questions > kRandomSearches);
 }
 
-QTEST_APPLESS_MAIN(IPProposalTest)
+TSA_APPLESS_TEST_MAIN(IPProposalTest)
 #include "tst_ipproposal.moc"

@@ -3,6 +3,7 @@
 #include "tests/ipmanage/RandomAddresses.h"
 #include "tests/ipmanage/ReferenceAddresses.h"
 #include "tests/support/Seed.h"
+#include "tests/support/WarningTrap.h"
 
 #include <QTest>
 
@@ -225,5 +226,5 @@ void IPRunTest::shouldMatchTheReference()
     QVERIFY(questions > kRandomRuns);
 }
 
-QTEST_APPLESS_MAIN(IPRunTest)
+TSA_APPLESS_TEST_MAIN(IPRunTest)
 #include "tst_iprun.moc"

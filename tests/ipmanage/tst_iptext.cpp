@@ -1,4 +1,5 @@
 #include "base/IPText.h"
+#include "tests/support/WarningTrap.h"
 
 #include <QTest>
 #include <QtEndian>
@@ -116,5 +117,5 @@ void IPTextTest::shouldSwapTheBytesOfAddresses()
         QCOMPARE(networkAddressOfEntry(QStringLiteral("192.168.0.10(Hall)")), quint32{0x0A00A8C0});
 }
 
-QTEST_APPLESS_MAIN(IPTextTest)
+TSA_APPLESS_TEST_MAIN(IPTextTest)
 #include "tst_iptext.moc"

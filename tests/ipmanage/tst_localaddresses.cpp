@@ -1,4 +1,5 @@
 #include "ipmanage/LocalAddresses.h"
+#include "tests/support/WarningTrap.h"
 
 #include <QTest>
 
@@ -166,5 +167,5 @@ void LocalAddressesTest::shouldReturnTheAddressesOfThisPC()
     QVERIFY(proposalBase(local) != 0);
 }
 
-QTEST_GUILESS_MAIN(LocalAddressesTest)
+TSA_GUILESS_TEST_MAIN(LocalAddressesTest)
 #include "tst_localaddresses.moc"

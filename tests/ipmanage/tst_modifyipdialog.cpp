@@ -188,5 +188,5 @@ void ModifyIPDialogTest::shouldFollowTheLanguage()
     QCOMPARE(dialog.exec(), 0);
 }
 
-QTEST_MAIN(ModifyIPDialogTest)
+TSA_TEST_MAIN(ModifyIPDialogTest)
 #include "tst_modifyipdialog.moc"

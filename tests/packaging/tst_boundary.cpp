@@ -13,7 +13,6 @@
 #include <memory>
 
 namespace {
-
 QUuid identity(ushort number)
 {
     return {number, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
@@ -125,7 +124,6 @@ void BoundaryTest::shouldRefuseToHandOutNothing()
 
 void BoundaryTest::shouldHandOutTheSameLayerEachTime()
 {
-    const WarningTrap warnings;
     Host host;
     QVERIFY(host.open());
     QCOMPARE(host.layer()->GetWidget()->parentWidget(), host.window());
@@ -139,7 +137,6 @@ void BoundaryTest::shouldHandOutTheSameLayerEachTime()
 
 void BoundaryTest::shouldReachTheHostsOwnHandler()
 {
-    const WarningTrap warnings;
     Host host;
     QVERIFY(host.open());
     host.handler().detectResult = 4711;
@@ -153,7 +150,6 @@ void BoundaryTest::shouldReachTheHostsOwnHandler()
 
 void BoundaryTest::shouldUnderstandTheHostsTypedEvents()
 {
-    const WarningTrap warnings;
     const LogTrap log;
     Host host;
     QVERIFY(host.open());
@@ -175,7 +171,6 @@ void BoundaryTest::shouldUnderstandTheHostsTypedEvents()
 
 void BoundaryTest::shouldLogAnArgumentOfAnotherType()
 {
-    const WarningTrap warnings;
     const LogTrap log;
     Host host;
     QVERIFY(host.open());
@@ -188,7 +183,6 @@ void BoundaryTest::shouldLogAnArgumentOfAnotherType()
 
 void BoundaryTest::shouldLiveThroughTheEndOfItsWindowAndUnloading()
 {
-    const WarningTrap warnings;
     Host host;
     QVERIFY(host.open());
     host.handler().setProject({}, {processor(1)});
@@ -212,5 +206,5 @@ void BoundaryTest::shouldLiveThroughTheEndOfItsWindowAndUnloading()
     QTRY_COMPARE(next.tree(), QStringLiteral("G100[7]"));
 }
 
-QTEST_MAIN(BoundaryTest)
+TSA_TEST_MAIN(BoundaryTest)
 #include "tst_boundary.moc"

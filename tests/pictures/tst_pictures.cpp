@@ -2,6 +2,7 @@
 
 #include "tests/pictures/Album.h"
 #include "tests/pictures/Comparison.h"
+#include "tests/support/WarningTrap.h"
 
 #include <QApplication>
 #include <QColor>
@@ -145,7 +146,7 @@ int main(int argc, char** argv)
     preparePictures(1);
     QApplication application(argc, argv);
     PicturesTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runTests(test, argc, argv);
 }
 
 #include "tst_pictures.moc"

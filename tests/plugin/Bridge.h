@@ -53,7 +53,6 @@ public:
         return nullptr;
     }
 
-    const WarningTrap warnings;
     TestPanel panel;
     const QAbstractItemModelTester tester;
     std::optional<HostThread> thread;

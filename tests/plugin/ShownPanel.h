@@ -44,7 +44,6 @@ public:
     QPushButton* ipManagement() { return inColumn<QPushButton>(); }
     QLabel* label() { return inColumn<QLabel>(); }
 
-    const WarningTrap warnings;
     QWidget window;
     TestPanel panel;
 };

@@ -111,7 +111,6 @@ public:
         }
     }
 
-    const WarningTrap warnings;
     /// The bridge may say that the host knew nothing of what it had told of.
     const MessageTrap messages;
     TestPanel panel;

@@ -239,6 +239,6 @@ void BridgeTest::shouldRemoveAllGroups()
     QCOMPARE(bridge.panel.dump(), QStringLiteral("All processors(1)[2]"));
 }
 
-QTEST_MAIN(BridgeTest)
+TSA_TEST_MAIN(BridgeTest)
 
 #include "tst_bridge.moc"

@@ -164,6 +164,6 @@ void BridgeForwardingTest::shouldRepaintForMonitorWarnings()
     QTRY_VERIFY(counter.paints > before);
 }
 
-QTEST_MAIN(BridgeForwardingTest)
+TSA_TEST_MAIN(BridgeForwardingTest)
 
 #include "tst_bridgeforwarding.moc"

@@ -47,7 +47,6 @@ private slots:
 
 void BridgeLifeTest::shouldDoNothingWithoutAPanel()
 {
-    const WarningTrap warnings;
     HostThread host;
     auto handler = std::make_shared<FakeHandler>();
     CObserver* observer = nullptr;
@@ -75,7 +74,6 @@ void BridgeLifeTest::shouldDoNothingWithoutAPanel()
 
 void BridgeLifeTest::shouldDropJobsOfADestroyedPanel()
 {
-    const WarningTrap warnings;
     HostThread host;
     std::future<void> raised;
     {
@@ -104,7 +102,6 @@ void BridgeLifeTest::shouldDropJobsOfADestroyedPanel()
 
 void BridgeLifeTest::shouldWriteNothingForADestroyedPanel()
 {
-    const WarningTrap warnings;
     CProcessorTreeModel* model = CTargetSelectData::Instance()->GetModel();
     {
         TestPanel panel;
@@ -126,7 +123,6 @@ void BridgeLifeTest::shouldWriteNothingForADestroyedPanel()
 
 void BridgeLifeTest::shouldAddNothingForADestroyedPanel()
 {
-    const WarningTrap warnings;
     HostThread host;
     auto panel = std::make_unique<TestPanel>();
     CProcessorTreeModel& model = panel->model();
@@ -151,7 +147,6 @@ void BridgeLifeTest::shouldAddNothingForADestroyedPanel()
 
 void BridgeLifeTest::shouldKeepAReplacedHandlerAliveDuringItsCall()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     auto first = std::make_shared<FakeHandler>();
     const std::weak_ptr<FakeHandler> watched = first;
@@ -169,7 +164,6 @@ void BridgeLifeTest::shouldKeepAReplacedHandlerAliveDuringItsCall()
 
 void BridgeLifeTest::shouldStartOverWithANewPanel()
 {
-    const WarningTrap warnings;
     {
         TestPanel panel;
         panel.host().setProject({}, {testProcessor(1)});
@@ -189,7 +183,6 @@ void BridgeLifeTest::shouldStartOverWithANewPanel()
 
 void BridgeLifeTest::shouldReleaseTheHostWhenTheBridgeIsDeleted()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     panel.host().setProject({}, {testProcessor(1)});
@@ -212,7 +205,6 @@ void BridgeLifeTest::shouldReleaseTheHostWhenTheBridgeIsDeleted()
 
 void BridgeLifeTest::shouldTakeNoEventsAfterStopAndAgainAfterStart()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     panel.host().setProject({}, {testProcessor(1)});
@@ -233,7 +225,6 @@ void BridgeLifeTest::shouldTakeNoEventsAfterStopAndAgainAfterStart()
 
 void BridgeLifeTest::shouldStopWhileTheWorkThreadWaitsForTheGuiThread()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     panel.host().setProject({}, {testProcessor(1)});
@@ -250,7 +241,6 @@ void BridgeLifeTest::shouldStopWhileTheWorkThreadWaitsForTheGuiThread()
 
 void BridgeLifeTest::shouldStopWhenTheApplicationQuits()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     panel.host().setProject({}, {testProcessor(1)});
@@ -266,7 +256,6 @@ void BridgeLifeTest::shouldStopWhenTheApplicationQuits()
 
 void BridgeLifeTest::shouldRefuseArgumentsOnTheWorkThread()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     const LogTrap log;
     CSubject subject;
@@ -287,7 +276,6 @@ void BridgeLifeTest::shouldStandAHandlerOfAnotherKind()
     {
     };
 
-    const WarningTrap warnings;
     TestPanel panel;
     CObserver* observer = panel.host().observer;
     panel.area().m_controlHandler = std::make_shared<OtherHandler>();
@@ -305,5 +293,5 @@ void BridgeLifeTest::shouldStandAHandlerOfAnotherKind()
     QCOMPARE(panel.dump(), QStringLiteral("All processors(0)[]"));
 }
 
-QTEST_MAIN(BridgeLifeTest)
+TSA_TEST_MAIN(BridgeLifeTest)
 #include "tst_bridgelife.moc"

@@ -16,7 +16,6 @@
 #include <future>
 
 namespace {
-
 /// Everything that GUI code asks of the bridge.
 void askEverything(TestPanel& panel)
 {
@@ -48,7 +47,6 @@ private slots:
 
 void BridgeLockingTest::shouldAnswerTheGuiThreadWhileAnEventWaitsForIt()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     panel.host().setProject({testGroup(100)}, {testProcessor(1)});
@@ -71,7 +69,6 @@ void BridgeLockingTest::shouldAnswerTheGuiThreadWhileAnEventWaitsForIt()
 
 void BridgeLockingTest::shouldAnswerSlotsThatTheEventItselfTriggers()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     panel.host().setProject({}, {testProcessor(1), testProcessor(2)});
@@ -109,7 +106,6 @@ void BridgeLockingTest::shouldAnswerFiltersWhileRowsAreInserted()
         }
     };
 
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     AskingProxy proxy;
@@ -137,7 +133,6 @@ void BridgeLockingTest::shouldAnswerFiltersWhileRowsAreInserted()
 
 void BridgeLockingTest::shouldAnswerTheGuiThreadWhileTheHostIsAsked()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     panel.host().setProject({testGroup(100)}, {testProcessor(1)});
@@ -163,7 +158,6 @@ void BridgeLockingTest::shouldAnswerTheGuiThreadWhileTheHostIsAsked()
 
 void BridgeLockingTest::shouldAnswerTheGuiThreadWhileTheWorkThreadAsksTheHost()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     panel.host().setProject({}, {testProcessor(1)});
     panel.notify(16);
@@ -184,7 +178,6 @@ void BridgeLockingTest::shouldAnswerTheGuiThreadWhileTheWorkThreadAsksTheHost()
 
 void BridgeLockingTest::shouldStandEventsOfTwoThreads()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread one;
     HostThread two;
@@ -206,7 +199,6 @@ void BridgeLockingTest::shouldStandEventsOfTwoThreads()
 
 void BridgeLockingTest::shouldStandEventsInsideViewSignals()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     panel.host().setProject({testGroup(100)}, {testProcessor(1), testProcessor(2)});
@@ -226,7 +218,6 @@ void BridgeLockingTest::shouldStandEventsInsideViewSignals()
 
 void BridgeLockingTest::shouldChangeRecordsWithoutASignalOffTheGuiThread()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     panel.host().setProject({}, {testProcessor(1)});
     panel.notify(16);
@@ -265,7 +256,6 @@ void BridgeLockingTest::shouldRefilterAfterMonitorStates()
         }
     };
 
-    const WarningTrap warnings;
     TestPanel panel;
     OnlineProxy proxy;
     proxy.setFilterRole(NodeDataRole);
@@ -286,7 +276,6 @@ void BridgeLockingTest::shouldRefilterAfterMonitorStates()
 
 void BridgeLockingTest::shouldFindARowWhileItMoves()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     panel.host().setProject({testGroup(100)}, {testProcessor(1)});
@@ -304,6 +293,6 @@ void BridgeLockingTest::shouldFindARowWhileItMoves()
     QVERIFY(found);
 }
 
-QTEST_MAIN(BridgeLockingTest)
+TSA_TEST_MAIN(BridgeLockingTest)
 
 #include "tst_bridgelocking.moc"

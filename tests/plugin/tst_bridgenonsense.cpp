@@ -100,6 +100,6 @@ void BridgeNonsenseTest::shouldStandNonsense()
     QVERIFY(!bridge.panel.model().getItem(testId(7)));
 }
 
-QTEST_MAIN(BridgeNonsenseTest)
+TSA_TEST_MAIN(BridgeNonsenseTest)
 
 #include "tst_bridgenonsense.moc"

@@ -15,7 +15,6 @@
 #include <mutex>
 
 namespace {
-
 /// Has a thread of the host's tell that processor `n` was added; false when that gets stuck.
 bool addFrom(HostThread& thread, TestPanel& panel, quint32 n)
 {
@@ -65,7 +64,6 @@ void BridgeQuestionsTest::shouldStandEventsInsideASnapshotQuestion()
 {
     QFETCH(bool, foreign);
     QFETCH(quint32, event);
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     panel.host().setProject({testGroup(100)}, {testProcessor(1), testProcessor(2, 100)});
@@ -133,7 +131,6 @@ void BridgeQuestionsTest::shouldStandEventsInsideASnapshotQuestion()
 
 void BridgeQuestionsTest::shouldApplyInOrderWhatASnapshotQuestionLeftQueued()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     panel.host().setProject({testGroup(100)}, {testProcessor(1), testProcessor(2, 100)});
@@ -166,7 +163,6 @@ void BridgeQuestionsTest::shouldLetTheHostWaitInsideAnyQuestion_data()
 void BridgeQuestionsTest::shouldLetTheHostWaitInsideAnyQuestion()
 {
     QFETCH(QString, question);
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     // Patience would end any wait; here nothing but the question may.
@@ -209,7 +205,6 @@ void BridgeQuestionsTest::shouldLetTheHostWaitInsideAnyQuestion()
 
 void BridgeQuestionsTest::shouldLetTheHostWaitInsideAQuestionOffTheGuiThread()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread one;
     HostThread two;
@@ -227,7 +222,6 @@ void BridgeQuestionsTest::shouldLetTheHostWaitInsideAQuestionOffTheGuiThread()
 
 void BridgeQuestionsTest::shouldLetTheHostHoldItsOwnLockWhileItNotifies()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     std::timed_mutex projectMutex;
@@ -259,7 +253,6 @@ void BridgeQuestionsTest::shouldLetTheHostHoldItsOwnLockWhileItNotifies()
 
 void BridgeQuestionsTest::shouldKeepTheOrderOfEventsFromBothThreads()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     HostThread host;
     panel.host().setProject({}, {testProcessor(1), testProcessor(2)});
@@ -287,7 +280,6 @@ void BridgeQuestionsTest::shouldKeepTheOrderOfEventsFromBothThreads()
 
 void BridgeQuestionsTest::shouldAskAgainWhenARecordChangedMeanwhile()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     panel.host().setProject({}, {testProcessor(1)});
     panel.notify(16);
@@ -305,7 +297,6 @@ void BridgeQuestionsTest::shouldAskAgainWhenARecordChangedMeanwhile()
 
 void BridgeQuestionsTest::shouldNotAskForEverWhenEveryQuestionChangesTheRecord()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     panel.host().setProject({}, {testProcessor(1)});
     panel.notify(16);
@@ -324,6 +315,6 @@ void BridgeQuestionsTest::shouldNotAskForEverWhenEveryQuestionChangesTheRecord()
     QVERIFY(asked <= 10);
 }
 
-QTEST_MAIN(BridgeQuestionsTest)
+TSA_TEST_MAIN(BridgeQuestionsTest)
 
 #include "tst_bridgequestions.moc"

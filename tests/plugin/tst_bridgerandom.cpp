@@ -18,7 +18,6 @@
 #include <iterator>
 
 namespace {
-
 constexpr int kSequences = 1000;
 constexpr int kEvents = 200;
 constexpr quint32 kFirstGroup = 1000;
@@ -169,7 +168,6 @@ void BridgeRandomTest::shouldAgreeWithTheReference_data()
 void BridgeRandomTest::shouldAgreeWithTheReference()
 {
     QFETCH(bool, foreign);
-    const WarningTrap warnings;
     TestPanel panel;
     const QAbstractItemModelTester tester(&panel.model());
     HostThread thread;
@@ -212,5 +210,5 @@ void BridgeRandomTest::shouldAgreeWithTheReference()
     }
 }
 
-QTEST_MAIN(BridgeRandomTest)
+TSA_TEST_MAIN(BridgeRandomTest)
 #include "tst_bridgerandom.moc"

@@ -57,6 +57,6 @@ void BridgeSnapshotTest::shouldOfferProcessorsForTheSnapshot()
     QCOMPARE(snapshot.processors.at(0).id, testId(4));
 }
 
-QTEST_MAIN(BridgeSnapshotTest)
+TSA_TEST_MAIN(BridgeSnapshotTest)
 
 #include "tst_bridgesnapshot.moc"

@@ -18,7 +18,6 @@
 #include <future>
 
 namespace {
-
 constexpr quint32 kGroups = 8;
 constexpr quint32 kProcessors = 120;
 constexpr quint32 kFirstGroup = 1000;
@@ -137,7 +136,6 @@ void BridgeStressTest::shouldKeepGoingUnderFullLoad()
                            ? qEnvironmentVariableIntValue("TSA_STRESS_EVENTS")
                            : 6000;
 
-    const WarningTrap warnings;
     QWidget window;
     window.resize(220, 600);
     TestPanel panel;
@@ -204,7 +202,6 @@ void BridgeStressTest::shouldTakeABurstOfAppends()
 {
     constexpr quint32 kBurst = 3000;
 
-    const WarningTrap warnings;
     QWidget window;
     window.resize(220, 400);
     TestPanel panel;
@@ -233,5 +230,5 @@ void BridgeStressTest::shouldTakeABurstOfAppends()
     QCOMPARE(proxy.rowCount(proxy.index(0, 0)), static_cast<int>(kBurst));
 }
 
-QTEST_MAIN(BridgeStressTest)
+TSA_TEST_MAIN(BridgeStressTest)
 #include "tst_bridgestress.moc"

@@ -174,5 +174,5 @@ void CheckedAnswersTest::shouldShowNoIdentityTwice()
     }
 }
 
-QTEST_MAIN(CheckedAnswersTest)
+TSA_TEST_MAIN(CheckedAnswersTest)
 #include "tst_checkedanswers.moc"

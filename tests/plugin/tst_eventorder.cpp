@@ -1,6 +1,7 @@
 #include "plugin/EventOrder.h"
 #include "tests/support/HostThread.h"
 #include "tests/support/TestPanel.h"
+#include "tests/support/WarningTrap.h"
 
 #include <QTest>
 
@@ -84,5 +85,5 @@ void EventOrderTest::shouldOutliveTheOrder()
     place.reset();
 }
 
-QTEST_GUILESS_MAIN(EventOrderTest)
+TSA_GUILESS_TEST_MAIN(EventOrderTest)
 #include "tst_eventorder.moc"

@@ -24,7 +24,6 @@ private slots:
 
 void ForeignCreationTest::shouldCreateTheBridgeOnceOnTheGuiThread()
 {
-    const WarningTrap warnings;
     HostThread one;
     HostThread two;
     std::atomic<int> ready{0};
@@ -49,7 +48,6 @@ void ForeignCreationTest::shouldCreateTheBridgeOnceOnTheGuiThread()
 
 void ForeignCreationTest::shouldBuildNoPanelOnAnotherThread()
 {
-    const WarningTrap warnings;
     HostThread thread;
     CTargetSelectArea* built = nullptr;
     QVERIFY(thread.run([&] { built = CTargetSelectArea::Instance(); }));
@@ -65,5 +63,5 @@ void ForeignCreationTest::shouldBuildNoPanelOnAnotherThread()
     QCOMPARE(panel.dump(), QStringLiteral("All processors(1)[1]"));
 }
 
-QTEST_MAIN(ForeignCreationTest)
+TSA_TEST_MAIN(ForeignCreationTest)
 #include "tst_foreigncreation.moc"

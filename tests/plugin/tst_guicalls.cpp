@@ -18,9 +18,6 @@ class GuiCallsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { m_trap.emplace(); }
-    void cleanup() { m_trap.reset(); }
-
     void shouldRunOnTheGuiThreadAndWait();
     void shouldRunAtOnceOnTheGuiThread();
     void shouldKeepTheOrder();
@@ -46,7 +43,6 @@ private slots:
     void shouldPokeOncePerCall();
 
 private:
-    std::optional<WarningTrap> m_trap;
 };
 
 void GuiCallsTest::shouldRunOnTheGuiThreadAndWait()
@@ -409,5 +405,5 @@ void GuiCallsTest::shouldPokeOncePerCall()
     QVERIFY2(counter.events <= 102, qPrintable(QString::number(counter.events)));
 }
 
-QTEST_GUILESS_MAIN(GuiCallsTest)
+TSA_GUILESS_TEST_MAIN(GuiCallsTest)
 #include "tst_guicalls.moc"

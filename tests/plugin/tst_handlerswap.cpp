@@ -231,5 +231,5 @@ void HandlerSwapTest::shouldDoWhatNeedsNoHandler()
     QTRY_COMPARE(resets.count(), 1);
 }
 
-QTEST_MAIN(HandlerSwapTest)
+TSA_TEST_MAIN(HandlerSwapTest)
 #include "tst_handlerswap.moc"

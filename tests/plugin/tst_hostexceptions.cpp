@@ -178,5 +178,5 @@ void HostExceptionsTest::shouldGoOnAfterAnExceptionInAQuestionOfThePanel()
     VERIFY_TREE_OF(telling.host);
 }
 
-QTEST_MAIN(HostExceptionsTest)
+TSA_TEST_MAIN(HostExceptionsTest)
 #include "tst_hostexceptions.moc"

@@ -10,7 +10,6 @@
 #include <QTest>
 
 namespace {
-
 struct Invocation
 {
     QString where;
@@ -87,7 +86,6 @@ void InvokedNamesTest::shouldResolveEveryCallByName()
 
 void InvokedNamesTest::shouldRegisterItsTypesOnceAndInPeace()
 {
-    const WarningTrap warnings;
     RegisterMetaTypes();
     const int known = QMetaType::type("ProcessorNode");
     RegisterMetaTypes();
@@ -137,5 +135,5 @@ void InvokedNamesTest::shouldOfferTheSlotsOfThePanel()
     QCOMPARE(parameters("UpdateMonitorWarningState()"), Names());
 }
 
-QTEST_MAIN(InvokedNamesTest)
+TSA_TEST_MAIN(InvokedNamesTest)
 #include "tst_invokednames.moc"

@@ -194,5 +194,5 @@ void LastWordChangesTest::shouldDeferEventsInsideACallWithoutMorePokes()
     QVERIFY2(counter.events <= 400, qPrintable(QString::number(counter.events)));
 }
 
-QTEST_MAIN(LastWordChangesTest)
+TSA_TEST_MAIN(LastWordChangesTest)
 #include "tst_lastword_changes.moc"

@@ -137,5 +137,5 @@ void LastWordFillsTest::shouldKeepWhatTheGuiThreadTellsDuringAFill()
     VERIFY_TREE_OF(telling.host);
 }
 
-QTEST_MAIN(LastWordFillsTest)
+TSA_TEST_MAIN(LastWordFillsTest)
 #include "tst_lastword_fills.moc"

@@ -258,5 +258,5 @@ void LastWordOrdersTest::shouldKeepAllOrdersRaisedInsideAQuestion()
     QVERIFY(asked > 0);
 }
 
-QTEST_MAIN(LastWordOrdersTest)
+TSA_TEST_MAIN(LastWordOrdersTest)
 #include "tst_lastword_orders.moc"

@@ -99,5 +99,5 @@ void LastWordRecordsTest::shouldKeepTheNewerAnswerOfTwoThreads()
     VERIFY_TREE_OF(telling.host);
 }
 
-QTEST_MAIN(LastWordRecordsTest)
+TSA_TEST_MAIN(LastWordRecordsTest)
 #include "tst_lastword_records.moc"

@@ -190,5 +190,5 @@ void LastWordRowsTest::shouldKeepGroupsInTheOrderInWhichTheyWereTold()
              QStringLiteral("All processors(0)[G100[],G200[],G300[],G400[]]"));
 }
 
-QTEST_MAIN(LastWordRowsTest)
+TSA_TEST_MAIN(LastWordRowsTest)
 #include "tst_lastword_rows.moc"

@@ -44,5 +44,5 @@ void LastWordSelectionTest::shouldKeepWhatTheHostSelectsInsideTheReport()
     QCOMPARE(view.currentIndex(), shown.panel.index(2));
 }
 
-QTEST_MAIN(LastWordSelectionTest)
+TSA_TEST_MAIN(LastWordSelectionTest)
 #include "tst_lastword_selection.moc"

@@ -84,5 +84,5 @@ void LastWordStormTest::shouldEndAsTheProject()
     VERIFY_TREE_OF(telling.host);
 }
 
-QTEST_MAIN(LastWordStormTest)
+TSA_TEST_MAIN(LastWordStormTest)
 #include "tst_lastword_storm.moc"

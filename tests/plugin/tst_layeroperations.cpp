@@ -7,7 +7,6 @@
 #include <QSignalSpy>
 
 namespace {
-
 std::vector<LanUsbProcessorInfo> warning(const char* device)
 {
     return {{"192.168.0.1", "Stage", device}};
@@ -458,7 +457,6 @@ void LayerOperationsTest::shouldWarnWhileAWarningIsOpen()
 
 void LayerOperationsTest::shouldWarnBeforeThePanelIsShown()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     bool shown = false;
     DialogDriver driver;
@@ -516,5 +514,5 @@ void LayerOperationsTest::shouldWarnForTheNextPanel()
     }
 }
 
-QTEST_MAIN(LayerOperationsTest)
+TSA_TEST_MAIN(LayerOperationsTest)
 #include "tst_layeroperations.moc"

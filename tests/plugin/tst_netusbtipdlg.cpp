@@ -17,7 +17,6 @@
 #include <optional>
 
 namespace {
-
 using Records = std::vector<LanUsbProcessorInfo>;
 
 LanUsbProcessorInfo record(int n)
@@ -95,8 +94,6 @@ class NetUsbTipDlgTest : public QObject
 
 private slots:
     void initTestCase();
-    void init() { m_warnings.emplace(); }
-    void cleanup() { m_warnings.reset(); }
     void shouldNameTheDeviceAndItsProcessors();
     void shouldShowTheFirstFiveOnly_data();
     void shouldShowTheFirstFiveOnly();
@@ -118,7 +115,6 @@ private slots:
     void shouldFollowALanguageChangeWhileOpen();
 
 private:
-    std::optional<WarningTrap> m_warnings;
 };
 
 void NetUsbTipDlgTest::initTestCase()
@@ -341,5 +337,5 @@ void NetUsbTipDlgTest::shouldFollowALanguageChangeWhileOpen()
     QTRY_COMPARE(shown.dialog.height(), english);
 }
 
-QTEST_MAIN(NetUsbTipDlgTest)
+TSA_TEST_MAIN(NetUsbTipDlgTest)
 #include "tst_netusbtipdlg.moc"

@@ -210,5 +210,5 @@ void NobodyStandsTest::shouldNotKeepTheGuiThreadDuringAQuestionElsewhere()
     QVERIFY(released);
 }
 
-QTEST_MAIN(NobodyStandsTest)
+TSA_TEST_MAIN(NobodyStandsTest)
 #include "tst_nobodystands.moc"

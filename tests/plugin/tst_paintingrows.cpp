@@ -168,5 +168,5 @@ void PaintingRowsTest::shouldKeepAllOrdersRaisedWhilePainting()
     QVERIFY(told > 100);
 }
 
-QTEST_MAIN(PaintingRowsTest)
+TSA_TEST_MAIN(PaintingRowsTest)
 #include "tst_paintingrows.moc"

@@ -14,7 +14,6 @@
 #include <algorithm>
 
 namespace {
-
 const QString kAvailable = QStringLiteral("IsIpManagementAvailable");
 
 /// The last part of a column's text that the host was asked with, "before|after" for example.
@@ -66,7 +65,6 @@ private slots:
 
 void PanelTest::shouldRefuseANullLayer()
 {
-    const WarningTrap warnings;
     QWidget window;
     QVERIFY(!TargetSelectArea_Init(nullptr, &window));
     QVERIFY(!CTargetSelectArea::Existing());
@@ -84,7 +82,6 @@ void PanelTest::shouldHandOutOnePanel()
     {
     };
 
-    const WarningTrap warnings;
     QWidget first;
     QWidget second;
     IAbstractLayerInterface* layer = nullptr;
@@ -103,7 +100,6 @@ void PanelTest::shouldHandOutOnePanel()
 
 void PanelTest::shouldBuildANewPanelAfterItsParentDied()
 {
-    const WarningTrap warnings;
     IAbstractLayerInterface* layer = nullptr;
     {
         QWidget window;
@@ -118,7 +114,6 @@ void PanelTest::shouldBuildANewPanelAfterItsParentDied()
 
 void PanelTest::shouldBeDeletedThroughTheLayer()
 {
-    const WarningTrap warnings;
     IAbstractLayerInterface* layer = nullptr;
     QWidget window;
     QVERIFY(TargetSelectArea_Init(&layer, &window));
@@ -129,7 +124,6 @@ void PanelTest::shouldBeDeletedThroughTheLayer()
 
 void PanelTest::shouldReleaseTheHandlerWithThePanel()
 {
-    const WarningTrap warnings;
     std::weak_ptr<FakeHandler> watched;
     {
         TestPanel panel;
@@ -145,7 +139,6 @@ void PanelTest::shouldReleaseTheHandlerWithThePanel()
 
 void PanelTest::shouldNotReachTheHostFromItsConstructor()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     panel.host().clearCalls();
     const CTargetSelectArea another;
@@ -467,5 +460,5 @@ void PanelTest::shouldPaintItsStyleSheet()
     QCOMPARE(image.pixelColor(3, 3), QColor(0x12, 0x34, 0x56));
 }
 
-QTEST_MAIN(PanelTest)
+TSA_TEST_MAIN(PanelTest)
 #include "tst_panel.moc"

@@ -248,5 +248,5 @@ void PanelDetectionTest::shouldStandAHandlerThatIsTakenAway()
     QVERIFY(shown.detection()->isEnabled());
 }
 
-QTEST_MAIN(PanelDetectionTest)
+TSA_TEST_MAIN(PanelDetectionTest)
 #include "tst_paneldetection.moc"

@@ -459,5 +459,5 @@ void PanelDeviceSetsTest::shouldFollowTheHostsEvent()
     QTRY_VERIFY(!shown.selector()->isVisible());
 }
 
-QTEST_MAIN(PanelDeviceSetsTest)
+TSA_TEST_MAIN(PanelDeviceSetsTest)
 #include "tst_paneldevicesets.moc"

@@ -240,5 +240,5 @@ void PanelIdleTest::shouldPaintNothingForTheSameAgain()
     QCOMPARE(activity.paints, 0);
 }
 
-QTEST_MAIN(PanelIdleTest)
+TSA_TEST_MAIN(PanelIdleTest)
 #include "tst_panelidle.moc"

@@ -103,5 +103,5 @@ void QuittingTest::shouldNotStoreWhatAJobLeftBehindWasAnswered()
     QVERIFY(!slow.waited);
 }
 
-QTEST_MAIN(QuittingTest)
+TSA_TEST_MAIN(QuittingTest)
 #include "tst_quitting.moc"

@@ -102,7 +102,6 @@ struct DrivenPanel
         host().doInside(name, std::move(action));
     }
 
-    WarningTrap trap;
     TestPanel panel;
     QWidget window;
     QPointer<CProcessorTree> tree;

@@ -133,7 +133,6 @@ struct DrivenTree
         host().doInside(name, std::move(action));
     }
 
-    WarningTrap trap;
     TestPanel panel;
     QPointer<CProcessorTreeView> view;
     DialogDriver driver;

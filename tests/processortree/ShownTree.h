@@ -56,7 +56,6 @@ struct ShownTree
         QTest::mouseClick(viewport(), Qt::LeftButton, modifiers, position);
     }
 
-    WarningTrap trap;
     TestPanel panel;
     CTreeView view;
     CProcessorSelectionModel* selection = nullptr; // Qt child of the view

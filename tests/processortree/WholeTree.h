@@ -108,7 +108,6 @@ struct WholeTree
     /// The field that is open for a name; null when there is none.
     QLineEdit* editor() const { return viewport()->findChild<QLineEdit*>(); }
 
-    WarningTrap trap;
     TestPanel panel;
     QPointer<CProcessorTreeView> view;
 };

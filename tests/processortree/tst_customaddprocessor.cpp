@@ -198,6 +198,6 @@ void TestCustomAddProcessor::shouldFollowTheLanguage()
     QCOMPARE(outputsField(dialog)->accessibleName(), QStringLiteral("输出口数量"));
 }
 
-QTEST_MAIN(TestCustomAddProcessor)
+TSA_TEST_MAIN(TestCustomAddProcessor)
 
 #include "tst_customaddprocessor.moc"

@@ -6,7 +6,6 @@
 #include <stdexcept>
 
 namespace {
-
 const auto kClearAndSelect = QItemSelectionModel::ClearAndSelect;
 
 /// A whole tree in the panel itself.
@@ -39,7 +38,6 @@ struct PanelTree
         host().doInside(question, [] { throw std::runtime_error("host"); });
     }
 
-    WarningTrap trap;
     TestPanel panel;
     CProcessorTreeView* view = nullptr; // the panel's
 };
@@ -173,5 +171,5 @@ void HostInReportsTest::shouldAddAgainAfterAHostThatThrew()
     QCOMPARE(tree.host().callCount(QStringLiteral("AddProcessors")), 1);
 }
 
-QTEST_MAIN(HostInReportsTest)
+TSA_TEST_MAIN(HostInReportsTest)
 #include "tst_hostinreports.moc"

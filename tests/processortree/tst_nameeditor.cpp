@@ -12,7 +12,6 @@
 #include <memory>
 
 namespace {
-
 /// A field for names, with the focus.
 struct Field
 {
@@ -40,7 +39,6 @@ struct Field
         edit->paste();
     }
 
-    WarningTrap trap;
     TestPanel panel;
     std::unique_ptr<QLineEdit> edit;
 };
@@ -191,6 +189,6 @@ void TestNameEditor::shouldStandAHostThatTakesTheFieldAway()
     QTRY_VERIFY(!alive);
 }
 
-QTEST_MAIN(TestNameEditor)
+TSA_TEST_MAIN(TestNameEditor)
 
 #include "tst_nameeditor.moc"

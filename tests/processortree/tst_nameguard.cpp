@@ -8,7 +8,6 @@
 #include <random>
 
 namespace {
-
 const QTextCodec& utf8()
 {
     return NameGuard::codec(true);
@@ -179,7 +178,6 @@ void TestNameGuard::shouldAgreeWithTheSlowWay_data()
 
 void TestNameGuard::shouldAgreeWithTheSlowWay()
 {
-    const WarningTrap trap;
     QFETCH(const bool, isUtf8);
     const QTextCodec& codec = NameGuard::codec(isUtf8);
     std::mt19937 random(20240611);
@@ -209,6 +207,6 @@ void TestNameGuard::shouldAgreeWithTheSlowWay()
     }
 }
 
-QTEST_GUILESS_MAIN(TestNameGuard)
+TSA_GUILESS_TEST_MAIN(TestNameGuard)
 
 #include "tst_nameguard.moc"

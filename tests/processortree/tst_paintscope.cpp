@@ -187,5 +187,5 @@ void PaintScopeTest::shouldEndInADelegateWhenTheHostThrows()
     tree.host().inside = nullptr;
 }
 
-QTEST_MAIN(PaintScopeTest)
+TSA_TEST_MAIN(PaintScopeTest)
 #include "tst_paintscope.moc"

@@ -26,7 +26,6 @@
 #include <utility>
 
 namespace {
-
 /// Closes every menu and dialog as soon as it is there.
 class Closer final : public QObject
 {
@@ -108,7 +107,6 @@ struct ShownTree
         return panel.area().findChild<Button*>();
     }
 
-    WarningTrap trap;
     TestPanel panel;
     QPointer<CProcessorTreeView> view;
 };
@@ -361,6 +359,6 @@ void PanelEndTest::shouldLeaveNothingBehindThatReports()
     QCOMPARE(tree.panel.host().callCount(QStringLiteral("ReportSelection")), 0);
 }
 
-QTEST_MAIN(PanelEndTest)
+TSA_TEST_MAIN(PanelEndTest)
 
 #include "tst_panelend.moc"

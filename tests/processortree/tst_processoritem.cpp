@@ -49,7 +49,6 @@ void ProcessorItemTest::shouldSetUpARowOfItsKind_data()
 
 void ProcessorItemTest::shouldSetUpARowOfItsKind()
 {
-    const WarningTrap warnings;
     QFETCH(int, type);
     QFETCH(int, height);
     QFETCH(bool, drags);
@@ -110,7 +109,6 @@ void ProcessorItemTest::shouldReadTheNodeTypeInEveryForm_data()
 
 void ProcessorItemTest::shouldReadTheNodeTypeInEveryForm()
 {
-    const WarningTrap warnings;
     QFETCH(QVariant, value);
     QFETCH(int, type);
     const int typeBefore = value.userType();
@@ -121,7 +119,6 @@ void ProcessorItemTest::shouldReadTheNodeTypeInEveryForm()
 
 void ProcessorItemTest::shouldReadTheNodeTypeOfItemsAndIndexes()
 {
-    const WarningTrap warnings;
     QStandardItemModel model;
     auto* item = new CProcessorItem(NodeProcessor);
     model.appendRow(item);
@@ -150,7 +147,6 @@ void ProcessorItemTest::shouldWriteOneByteIntoTheDragPayload_data()
 
 void ProcessorItemTest::shouldWriteOneByteIntoTheDragPayload()
 {
-    const WarningTrap warnings;
     QFETCH(QString, rows);
     QFETCH(QByteArray, bytes);
     CProcessorTreeModel model;
@@ -180,7 +176,6 @@ void ProcessorItemTest::shouldWriteOneByteIntoTheDragPayload()
 
 void ProcessorItemTest::shouldStopAtARowWithoutAType()
 {
-    const WarningTrap warnings;
     CProcessorTreeModel model;
     model.initRoot();
     model.AppendProcessor(testProcessor(1));
@@ -193,5 +188,5 @@ void ProcessorItemTest::shouldStopAtARowWithoutAType()
     QCOMPARE(invalid->data(QStringLiteral("PROCESSOR INFO")), QByteArray(1, '\0'));
 }
 
-QTEST_MAIN(ProcessorItemTest)
+TSA_TEST_MAIN(ProcessorItemTest)
 #include "tst_processoritem.moc"

@@ -10,7 +10,6 @@
 #include <QTest>
 
 namespace {
-
 /// One letter for the row in the dump, then its kind: a number ("a#5": addressed by number 5), an
 /// address ("b@7"), both ("c@7#5": addressed by IP), an address that is not used ("d~7#5"), or "-"
 /// for none ("e@-": addressed by IP without an address).
@@ -99,7 +98,6 @@ void ProcessorOrderTest::shouldPlaceProcessorsInAGroup_data()
 
 void ProcessorOrderTest::shouldPlaceProcessorsInAGroup()
 {
-    const WarningTrap warnings;
     QFETCH(QString, arrivals);
     QFETCH(QString, order);
     CProcessorTreeModel model;
@@ -132,7 +130,6 @@ void ProcessorOrderTest::shouldPlaceProcessorsUnderTheRoot_data()
 
 void ProcessorOrderTest::shouldPlaceProcessorsUnderTheRoot()
 {
-    const WarningTrap warnings;
     QFETCH(QString, arrivals);
     QFETCH(QString, rows);
     CProcessorTreeModel model;
@@ -151,7 +148,6 @@ void ProcessorOrderTest::shouldPlaceProcessorsUnderTheRoot()
 
 void ProcessorOrderTest::shouldStayBelowRowsWithoutAType()
 {
-    const WarningTrap warnings;
     CProcessorTreeModel model;
     const QAbstractItemModelTester tester(&model);
     model.initRoot();
@@ -163,7 +159,6 @@ void ProcessorOrderTest::shouldStayBelowRowsWithoutAType()
 
 void ProcessorOrderTest::shouldStayBelowASingleRowWithoutAType()
 {
-    const WarningTrap warnings;
     CProcessorTreeModel model;
     const QAbstractItemModelTester tester(&model);
     model.initRoot();
@@ -188,5 +183,5 @@ void ProcessorOrderTest::shouldFindTheSameRowAskedDirectly()
     QCOMPARE(insertionRow(*root, recordKey(testIpProcessor(1, 7))), 2);
 }
 
-QTEST_MAIN(ProcessorOrderTest)
+TSA_TEST_MAIN(ProcessorOrderTest)
 #include "tst_processororder.moc"

@@ -320,6 +320,6 @@ void TestProcessorTreeDelegate::shouldOfferNothingInSearchResults()
     tree.view.setItemDelegate(tree.delegate);
 }
 
-QTEST_MAIN(TestProcessorTreeDelegate)
+TSA_TEST_MAIN(TestProcessorTreeDelegate)
 
 #include "tst_processortreedelegate.moc"

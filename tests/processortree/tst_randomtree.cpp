@@ -16,7 +16,6 @@
 #include <random>
 
 namespace {
-
 constexpr quint32 kProcessors = 12; // identities 1 to 12
 constexpr quint32 kFirstGroup = 101;
 constexpr quint32 kGroups = 4;
@@ -346,7 +345,6 @@ private slots:
 
 void RandomTreeTest::shouldAgreeWithTheReferenceOnRandomOperations()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     for (const quint32 seed : seeds(2500)) {
         const QString wrong = Sequence(panel, seed).run(false);
@@ -359,7 +357,6 @@ void RandomTreeTest::shouldAgreeWithTheReferenceOnRandomOperations()
 
 void RandomTreeTest::shouldAgreeUnderATesterAProxyAndAView()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     for (const quint32 seed : seeds(40)) {
         Sequence sequence(panel, seed);
@@ -379,7 +376,6 @@ void RandomTreeTest::shouldAgreeUnderATesterAProxyAndAView()
 
 void RandomTreeTest::shouldAgreeWithTheReferenceOnHostEvents()
 {
-    const WarningTrap warnings;
     for (const quint32 seed : seeds(150)) {
         TestPanel panel;
         ReferenceTree reference;
@@ -410,5 +406,5 @@ void RandomTreeTest::shouldAgreeWithTheReferenceOnHostEvents()
     }
 }
 
-QTEST_MAIN(RandomTreeTest)
+TSA_TEST_MAIN(RandomTreeTest)
 #include "tst_randomtree.moc"

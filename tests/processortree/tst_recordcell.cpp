@@ -14,7 +14,6 @@
 #include <thread>
 
 namespace {
-
 ProcessorNode named(const QString& name)
 {
     ProcessorNode processor = testProcessor(1);
@@ -55,7 +54,6 @@ void RecordCellTest::initTestCase()
 
 void RecordCellTest::shouldReadARecordInEveryForm()
 {
-    const WarningTrap warnings;
     const ProcessorNode record = named(QStringLiteral("Left"));
     const QVariant plain = QVariant::fromValue(record);
     const QVariant cell = QVariant::fromValue(CRecordHandle(record));
@@ -73,7 +71,6 @@ void RecordCellTest::shouldReadARecordInEveryForm()
 
 void RecordCellTest::shouldReadADefaultRecordFromAnythingElse()
 {
-    const WarningTrap warnings;
     for (const QVariant& value : {QVariant(), QVariant(7), QVariant::fromValue(testGroup(1)),
                                   QVariant::fromValue(CRecordHandle())}) {
         QVERIFY(processorRecord(value).id.isNull());
@@ -105,7 +102,6 @@ void RecordCellTest::shouldShareOneCellBetweenHandles()
 
 void RecordCellTest::shouldReadTheSameThroughItemAndIndex()
 {
-    const WarningTrap warnings;
     CProcessorTreeModel model;
     const QAbstractItemModelTester tester(&model);
     model.initRoot();
@@ -118,7 +114,6 @@ void RecordCellTest::shouldReadTheSameThroughItemAndIndex()
 
 void RecordCellTest::shouldTakeUpRecordsWrittenFromOutside()
 {
-    const WarningTrap warnings;
     CProcessorTreeModel model;
     const QAbstractItemModelTester tester(&model);
     model.initRoot();
@@ -152,7 +147,6 @@ void RecordCellTest::shouldHandOutARecordAndNotTheCell()
 
 void RecordCellTest::shouldShowWhatAnotherThreadWrites()
 {
-    const WarningTrap warnings;
     CProcessorTreeModel model;
     const QAbstractItemModelTester tester(&model);
     model.initRoot();
@@ -175,7 +169,6 @@ void RecordCellTest::shouldShowWhatAnotherThreadWrites()
 
 void RecordCellTest::shouldTellViewsOnceAsked()
 {
-    const WarningTrap warnings;
     CProcessorTreeModel model;
     const QAbstractItemModelTester tester(&model);
     model.initRoot();
@@ -191,7 +184,6 @@ void RecordCellTest::shouldTellViewsOnceAsked()
 
 void RecordCellTest::shouldNeverShowHalfARecord()
 {
-    const WarningTrap warnings;
     CProcessorTreeModel model;
     model.initRoot();
     model.AppendProcessor(named(QStringLiteral("0")));
@@ -221,7 +213,6 @@ void RecordCellTest::shouldNeverShowHalfARecord()
 
 void RecordCellTest::shouldOutliveTheRow()
 {
-    const WarningTrap warnings;
     CProcessorTreeModel model;
     model.initRoot();
     model.AppendProcessor(named(QStringLiteral("Left")));
@@ -232,5 +223,5 @@ void RecordCellTest::shouldOutliveTheRow()
     QVERIFY(!model.findRow(testId(1)));
 }
 
-QTEST_MAIN(RecordCellTest)
+TSA_TEST_MAIN(RecordCellTest)
 #include "tst_recordcell.moc"

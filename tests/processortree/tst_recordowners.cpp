@@ -10,7 +10,6 @@
 #include <utility>
 
 namespace {
-
 CRecordCell* cellOf(const QStandardItem* item)
 {
     return recordHandle(item->data(NodeDataRole)).cell();
@@ -63,7 +62,6 @@ struct TwoProcessors
                    || found->record.cell() == cell);
     }
 
-    WarningTrap warnings;
     Tree tree;
 };
 
@@ -235,5 +233,5 @@ void RecordOwnersTest::shouldAdoptRecordsBelowARowThatBecomesAGroup()
     QCOMPARE(two.tree->findRow(testId(3))->record.cell(), cellOf(item));
 }
 
-QTEST_MAIN(RecordOwnersTest)
+TSA_TEST_MAIN(RecordOwnersTest)
 #include "tst_recordowners.moc"

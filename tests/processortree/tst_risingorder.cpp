@@ -11,7 +11,6 @@
 #include <random>
 
 namespace {
-
 constexpr quint32 kGroup = 5000;
 constexpr int kSteps = 120;
 
@@ -245,7 +244,6 @@ private slots:
 
 void RisingOrderTest::shouldFindThePlaceThatAScanFinds()
 {
-    const WarningTrap warnings;
     const TestPanel panel;
     for (const quint32 seed : seeds(60)) {
         ChangingTree tree(seed);
@@ -319,5 +317,5 @@ void RisingOrderTest::shouldForgetRemovedParents()
     QCOMPARE(order.insertionRow(*group, recordKey(testIpProcessor(9, 5))), 2);
 }
 
-QTEST_MAIN(RisingOrderTest)
+TSA_TEST_MAIN(RisingOrderTest)
 #include "tst_risingorder.moc"

@@ -219,5 +219,5 @@ void SelectionMenuTest::shouldGroupByKeyOnlyWhatTheMenuWould()
     QVERIFY(!groupsWith([&](DrivenTree& tree) { tree.host().setProcessor(backedUp); }));
 }
 
-QTEST_MAIN(SelectionMenuTest)
+TSA_TEST_MAIN(SelectionMenuTest)
 #include "tst_selectionmenu.moc"

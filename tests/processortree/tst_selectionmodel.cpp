@@ -246,6 +246,6 @@ void TestSelectionModel::shouldStandAHostThatTakesTheViewAway()
     }
 }
 
-QTEST_MAIN(TestSelectionModel)
+TSA_TEST_MAIN(TestSelectionModel)
 
 #include "tst_selectionmodel.moc"

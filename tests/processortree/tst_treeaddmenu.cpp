@@ -249,6 +249,6 @@ void TreeAddMenuTest::shouldStandAModelThatChangesUnderTheMenu()
     QCOMPARE(panel.panel.dump(), QStringLiteral("All processors(1)[G12[7]]"));
 }
 
-QTEST_MAIN(TreeAddMenuTest)
+TSA_TEST_MAIN(TreeAddMenuTest)
 
 #include "tst_treeaddmenu.moc"

@@ -9,7 +9,6 @@
 #include <utility>
 
 namespace {
-
 /// The processors that a walk from `parent` meets; it enters groups alone.
 int walkedProcessors(const QStandardItem& parent)
 {
@@ -71,7 +70,6 @@ struct CountedTree
         return QStringLiteral("%1 in %2").arg(tree->getAllProcessorCount()).arg(tree->groupCount());
     }
 
-    WarningTrap warnings;
     TestPanel panel;
     Tree tree;
     bool areAlwaysRight = true;
@@ -237,5 +235,5 @@ void TreeCountsTest::shouldCountAfterABatch()
     QCOMPARE(counted.tree->groupCount(), 1);
 }
 
-QTEST_MAIN(TreeCountsTest)
+TSA_TEST_MAIN(TreeCountsTest)
 #include "tst_treecounts.moc"

@@ -8,7 +8,6 @@
 #include <functional>
 
 namespace {
-
 /// A tree with the group 100, which holds 1 and 2, and with 3 outside. Whoever hears the first
 /// signal of one kind changes the tree at once.
 struct HeardTree
@@ -38,7 +37,6 @@ struct HeardTree
         item->parent()->removeRow(item->row());
     }
 
-    WarningTrap warnings;
     TestPanel panel;
     Tree tree;
 };
@@ -192,5 +190,5 @@ void TreeListenersTest::shouldKeepTheRootThatAListenerMade()
     QCOMPARE(heard.tree.dump(), text("All processors(0)[]"));
 }
 
-QTEST_MAIN(TreeListenersTest)
+TSA_TEST_MAIN(TreeListenersTest)
 #include "tst_treelisteners.moc"

@@ -218,6 +218,6 @@ void TreeLocksTest::shouldDisableWhatIsForbiddenWhileItAsks()
     QCOMPARE(panel.offered(), kAddAll);
 }
 
-QTEST_MAIN(TreeLocksTest)
+TSA_TEST_MAIN(TreeLocksTest)
 
 #include "tst_treelocks.moc"

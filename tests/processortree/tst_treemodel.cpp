@@ -68,7 +68,6 @@ void TreeModelTest::shouldOfferItsSlotsByName()
 
 void TreeModelTest::shouldShowTheRootAlone()
 {
-    const WarningTrap warnings;
     Tree tree;
     QCOMPARE(tree.dump(), text("All processors(0)[]"));
     QCOMPARE(tree->columnCount(), 1);
@@ -86,7 +85,6 @@ void TreeModelTest::shouldShowTheRootAlone()
 
 void TreeModelTest::shouldTakeASecondRootForTheRoot()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->initRoot();
     tree->AppendProcessor(testProcessor(1));
@@ -96,7 +94,6 @@ void TreeModelTest::shouldTakeASecondRootForTheRoot()
 
 void TreeModelTest::shouldDoNothingWithoutARoot()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     panel.host().setProject({testGroup(100)}, {testProcessor(1)});
     CProcessorTreeModel model;
@@ -123,7 +120,6 @@ void TreeModelTest::shouldDoNothingWithoutARoot()
 
 void TreeModelTest::shouldGoBackToTheRoot()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testProcessor(1, 100));
@@ -136,7 +132,6 @@ void TreeModelTest::shouldGoBackToTheRoot()
 
 void TreeModelTest::shouldKeepUngroupedProcessorsBelowGroups()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     tree->AppendProcessor(testProcessor(2));
@@ -151,7 +146,6 @@ void TreeModelTest::shouldKeepUngroupedProcessorsBelowGroups()
 
 void TreeModelTest::shouldKeepTheRecordOfAGroup()
 {
-    const WarningTrap warnings;
     Tree tree;
     ProcessorGroupNode group = testGroup(100);
     group.hostAttribute3 = 33;
@@ -165,7 +159,6 @@ void TreeModelTest::shouldKeepTheRecordOfAGroup()
 
 void TreeModelTest::shouldKeepTheOrderOfArrivalInAGroup()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     for (const quint32 shown : {6U, 3U, 10U})
@@ -175,7 +168,6 @@ void TreeModelTest::shouldKeepTheOrderOfArrivalInAGroup()
 
 void TreeModelTest::shouldOrderByAddressInAGroup()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testIpProcessor(1, 0x0A000005, 100));
@@ -186,7 +178,6 @@ void TreeModelTest::shouldOrderByAddressInAGroup()
 
 void TreeModelTest::shouldLeaveOutProcessorsOfUnknownGroups()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     tree->AppendProcessor(testProcessor(2, 100));
@@ -197,7 +188,6 @@ void TreeModelTest::shouldLeaveOutProcessorsOfUnknownGroups()
 
 void TreeModelTest::shouldCountProcessorsAppendedByNumber()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testProcessor(1, 100));
@@ -206,7 +196,6 @@ void TreeModelTest::shouldCountProcessorsAppendedByNumber()
 
 void TreeModelTest::shouldUseTheGroupBehindAnotherRowOfItsIdentity()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendGroup(testGroup(101));
@@ -220,7 +209,6 @@ void TreeModelTest::shouldUseTheGroupBehindAnotherRowOfItsIdentity()
 
 void TreeModelTest::shouldFindRowsDepthFirst()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testProcessor(1, 100));
@@ -238,7 +226,6 @@ void TreeModelTest::shouldFindRowsDepthFirst()
 
 void TreeModelTest::shouldFindTheFirstOfSeveralRows()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testProcessor(1));
@@ -257,7 +244,6 @@ void TreeModelTest::shouldFindTheFirstOfSeveralRows()
 
 void TreeModelTest::shouldFollowIdentitiesWrittenIntoRows()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testProcessor(1, 100));
@@ -280,7 +266,6 @@ void TreeModelTest::shouldFollowIdentitiesWrittenIntoRows()
 
 void TreeModelTest::shouldDescendIntoGroupsAlone()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     auto* hidden = new CProcessorItem(NodeProcessor);
@@ -297,7 +282,6 @@ void TreeModelTest::shouldDescendIntoGroupsAlone()
 
 void TreeModelTest::shouldPassOverRowsWithoutAType()
 {
-    const WarningTrap warnings;
     Tree tree;
     auto* plain = new QStandardItem(text("?"));
     plain->setData(testId(5), 257);
@@ -319,7 +303,6 @@ void TreeModelTest::shouldPassOverRowsWithoutAType()
 
 void TreeModelTest::shouldCountProcessorsInNestedGroups()
 {
-    const WarningTrap warnings;
     Tree tree;
     CProcessorItem* outer = tree->AppendGroup(testGroup(100));
     auto* inner = new CProcessorItem(NodeGroup);
@@ -337,7 +320,6 @@ void TreeModelTest::shouldCountProcessorsInNestedGroups()
 
 void TreeModelTest::shouldListProcessorsBelowARow()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendGroup(testGroup(101));
@@ -354,7 +336,6 @@ void TreeModelTest::shouldListProcessorsBelowARow()
 
 void TreeModelTest::shouldRemoveAProcessor()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testProcessor(1, 100));
@@ -369,7 +350,6 @@ void TreeModelTest::shouldRemoveAProcessor()
 
 void TreeModelTest::shouldKeepTheProcessorsOfARemovedGroup()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     Tree tree;
     tree->AppendGroup(testGroup(100));
@@ -390,7 +370,6 @@ void TreeModelTest::shouldKeepTheProcessorsOfARemovedGroup()
 
 void TreeModelTest::shouldPlaceTheProcessorsOfARemovedGroupByAddress()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     for (const quint32 n : {2U, 4U, 9U})
@@ -403,7 +382,6 @@ void TreeModelTest::shouldPlaceTheProcessorsOfARemovedGroupByAddress()
 
 void TreeModelTest::shouldNotRemoveTheRootOrUnknownRows()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     tree.root()->setText(text("kept"));
@@ -416,7 +394,6 @@ void TreeModelTest::shouldNotRemoveTheRootOrUnknownRows()
 
 void TreeModelTest::shouldRemoveSeveralRowsInTheirOrder()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     for (const quint32 n : {1U, 2U, 3U})
@@ -428,7 +405,6 @@ void TreeModelTest::shouldRemoveSeveralRowsInTheirOrder()
 
 void TreeModelTest::shouldRemoveAllGroups()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendGroup(testGroup(101));
@@ -442,7 +418,6 @@ void TreeModelTest::shouldRemoveAllGroups()
 
 void TreeModelTest::shouldStandBeingCleared()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     panel.host().setProject({testGroup(100)}, {testProcessor(1)});
     Tree tree;
@@ -466,7 +441,6 @@ void TreeModelTest::shouldStandBeingCleared()
 
 void TreeModelTest::shouldStandLosingItsRoot()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     panel.host().setProject({testGroup(100)}, {testProcessor(1)});
     for (const bool taken : {false, true}) {
@@ -493,7 +467,6 @@ void TreeModelTest::shouldStandLosingItsRoot()
 
 void TreeModelTest::shouldStandAHostsNonsense()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     const QString longName(10000, QLatin1Char('n'));
     QList<ProcessorGroupNode> groups{testGroup(100), testGroup(100), testGroup(0), testGroup(1)};
@@ -521,5 +494,5 @@ void TreeModelTest::shouldStandAHostsNonsense()
              QStringLiteral("All processors(%1)").arg(tree->getAllProcessorCount()));
 }
 
-QTEST_MAIN(TreeModelTest)
+TSA_TEST_MAIN(TreeModelTest)
 #include "tst_treemodel.moc"

@@ -12,7 +12,6 @@
 #include <memory>
 
 namespace {
-
 QString text(const char* latin1)
 {
     return QString::fromLatin1(latin1);
@@ -68,14 +67,12 @@ private:
         return index(n).data(259).value<ProcessorGroupNode>();
     }
 
-    std::unique_ptr<WarningTrap> m_warnings;
     std::unique_ptr<TestPanel> m_panel;
     std::unique_ptr<QAbstractItemModelTester> m_tester;
 };
 
 void TreeMovesTest::init()
 {
-    m_warnings = std::make_unique<WarningTrap>();
     m_panel = std::make_unique<TestPanel>();
     m_tester = std::make_unique<QAbstractItemModelTester>(&m_panel->model());
     ProcessorGroupNode a = testGroup(100, text("A"));
@@ -93,7 +90,6 @@ void TreeMovesTest::cleanup()
 {
     m_tester.reset();
     m_panel.reset();
-    m_warnings.reset();
 }
 
 void TreeMovesTest::shouldMoveARowBetweenParents()
@@ -330,5 +326,5 @@ void TreeMovesTest::shouldKeepRowsFindableForThreads()
     QVERIFY(!model().findRow(testId(1)));
 }
 
-QTEST_MAIN(TreeMovesTest)
+TSA_TEST_MAIN(TreeMovesTest)
 #include "tst_treemoves.moc"

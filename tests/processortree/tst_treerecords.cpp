@@ -35,7 +35,6 @@ private slots:
 
 void TreeRecordsTest::shouldUpdateARecordInPlace()
 {
-    const WarningTrap warnings;
     Tree tree;
     for (const quint32 n : {1U, 5U, 9U})
         tree->AppendProcessor(testIpProcessor(n, n));
@@ -50,7 +49,6 @@ void TreeRecordsTest::shouldUpdateARecordInPlace()
 
 void TreeRecordsTest::shouldPlaceAProcessorWithANewAddressAnew()
 {
-    const WarningTrap warnings;
     Tree tree;
     for (const quint32 n : {1U, 5U, 9U})
         tree->AppendProcessor(testIpProcessor(n, n));
@@ -81,7 +79,6 @@ void TreeRecordsTest::shouldLeaveTheRootsTextWhereTheCountStays()
 
 void TreeRecordsTest::shouldKeepThePlaceWhenTheAddressIsNotUsed()
 {
-    const WarningTrap warnings;
     Tree tree;
     for (const quint32 n : {1U, 5U, 9U})
         tree->AppendProcessor(testIpProcessor(n, n));
@@ -94,7 +91,6 @@ void TreeRecordsTest::shouldKeepThePlaceWhenTheAddressIsNotUsed()
 
 void TreeRecordsTest::shouldMoveAnUpdatedProcessorToItsNewGroup()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testIpProcessor(1, 1));
@@ -108,7 +104,6 @@ void TreeRecordsTest::shouldMoveAnUpdatedProcessorToItsNewGroup()
 
 void TreeRecordsTest::shouldUpdateTheCellThatOthersHold()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     const auto row = tree->findRow(testId(1));
@@ -121,7 +116,6 @@ void TreeRecordsTest::shouldUpdateTheCellThatOthersHold()
 
 void TreeRecordsTest::shouldTellViewsOfAnUpdatedRecord()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     ProcessorNode changed = testProcessor(1);
@@ -135,7 +129,6 @@ void TreeRecordsTest::shouldTellViewsOfAnUpdatedRecord()
 
 void TreeRecordsTest::shouldLeaveTheRootOutOfUpdates()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->updateProcessor(tree.root(), testProcessor(1));
     tree->updateProcessor(tree.root(), testIpProcessor(1, 5));
@@ -146,7 +139,6 @@ void TreeRecordsTest::shouldLeaveTheRootOutOfUpdates()
 
 void TreeRecordsTest::shouldUpdateAGroupRowAsAProcessor()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testProcessor(1, 100));
@@ -162,7 +154,6 @@ void TreeRecordsTest::shouldUpdateAGroupRowAsAProcessor()
 
 void TreeRecordsTest::shouldUpdateTheRowOfTheRecordsIdentity()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     tree->AppendProcessor(testProcessor(2));
@@ -175,7 +166,6 @@ void TreeRecordsTest::shouldUpdateTheRowOfTheRecordsIdentity()
 
 void TreeRecordsTest::shouldTakeUpRowsBuiltOutside()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     auto* group = new CProcessorItem(NodeGroup);
@@ -197,7 +187,6 @@ void TreeRecordsTest::shouldTakeUpRowsBuiltOutside()
 
 void TreeRecordsTest::shouldAskTheHostForItsCheckAtEveryRead()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
@@ -220,7 +209,6 @@ void TreeRecordsTest::shouldAskTheHostForItsCheckAtEveryRead()
 
 void TreeRecordsTest::shouldCheckADefaultRecordWhereThereIsNone()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     QCOMPARE(tree.index(100).data(260), QVariant(false));
@@ -236,7 +224,6 @@ void TreeRecordsTest::shouldCheckADefaultRecordWhereThereIsNone()
 
 void TreeRecordsTest::shouldRenameAProcessorAndItsRecord()
 {
-    const WarningTrap warnings;
     Tree tree;
     ProcessorNode processor = testProcessor(1);
     processor.hostAttribute8 = 88;
@@ -251,7 +238,6 @@ void TreeRecordsTest::shouldRenameAProcessorAndItsRecord()
 
 void TreeRecordsTest::shouldRenameAGroupAndItsRecord()
 {
-    const WarningTrap warnings;
     Tree tree;
     ProcessorGroupNode group = testGroup(100);
     group.processors = {testProcessor(1)};
@@ -264,7 +250,6 @@ void TreeRecordsTest::shouldRenameAGroupAndItsRecord()
 
 void TreeRecordsTest::shouldLeaveTheRecordAloneUnderTheSameName()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendGroup(testGroup(100));
     tree->AppendProcessor(testProcessor(1));
@@ -283,7 +268,6 @@ void TreeRecordsTest::shouldLeaveTheRecordAloneUnderTheSameName()
 
 void TreeRecordsTest::shouldRenameTheRoot()
 {
-    const WarningTrap warnings;
     Tree tree;
     QVERIFY(tree->setData(tree->index(0, 0), text("Root"), Qt::DisplayRole));
     QCOMPARE(tree.dump(), text("Root[]"));
@@ -292,7 +276,6 @@ void TreeRecordsTest::shouldRenameTheRoot()
 
 void TreeRecordsTest::shouldRefuseInvalidData()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     QVERIFY(!tree->setData(QModelIndex(), text("x"), Qt::DisplayRole));
@@ -305,7 +288,6 @@ void TreeRecordsTest::shouldRefuseInvalidData()
 
 void TreeRecordsTest::shouldPassOtherRolesThrough()
 {
-    const WarningTrap warnings;
     Tree tree;
     tree->AppendProcessor(testProcessor(1));
     QVERIFY(tree->setData(tree.index(1), text("tip"), Qt::ToolTipRole));
@@ -315,5 +297,5 @@ void TreeRecordsTest::shouldPassOtherRolesThrough()
     QCOMPARE(tree.processor(1).name, text("1"));
 }
 
-QTEST_MAIN(TreeRecordsTest)
+TSA_TEST_MAIN(TreeRecordsTest)
 #include "tst_treerecords.moc"

@@ -245,6 +245,6 @@ void TestTreeRenaming::shouldStandAResetWhileEditing()
     QVERIFY(tree.index(3).isValid());
 }
 
-QTEST_MAIN(TestTreeRenaming)
+TSA_TEST_MAIN(TestTreeRenaming)
 
 #include "tst_treerenaming.moc"

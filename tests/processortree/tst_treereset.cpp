@@ -14,7 +14,6 @@
 #include <memory>
 
 namespace {
-
 QString text(const char* latin1)
 {
     return QString::fromLatin1(latin1);
@@ -101,7 +100,6 @@ private:
     QString dump() const { return dumpTree(*m_model); }
     FakeHandler& host() const { return m_panel->host(); }
 
-    std::unique_ptr<WarningTrap> m_warnings;
     std::unique_ptr<TestPanel> m_panel;
     std::unique_ptr<CProcessorTreeModel> m_model;
     std::unique_ptr<QAbstractItemModelTester> m_tester;
@@ -109,7 +107,6 @@ private:
 
 void TreeResetTest::init()
 {
-    m_warnings = std::make_unique<WarningTrap>();
     m_panel = std::make_unique<TestPanel>();
     m_model = std::make_unique<CProcessorTreeModel>();
     m_tester = std::make_unique<QAbstractItemModelTester>(m_model.get());
@@ -124,7 +121,6 @@ void TreeResetTest::cleanup()
     m_tester.reset();
     m_model.reset();
     m_panel.reset();
-    m_warnings.reset();
 }
 
 void TreeResetTest::shouldFillTheTreeInHostOrder()
@@ -377,5 +373,5 @@ void TreeResetTest::shouldLetTheHostLookAtTheTreeDuringAReset()
     QCOMPARE(dump(), text("All processors(5)[G101[2,2],G100[1,4,1]]"));
 }
 
-QTEST_MAIN(TreeResetTest)
+TSA_TEST_MAIN(TreeResetTest)
 #include "tst_treereset.moc"

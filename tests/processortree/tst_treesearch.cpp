@@ -352,6 +352,6 @@ void TreeSearchTest::shouldOutliveAPanelDestroyedByAChoice()
     QTRY_VERIFY(!results);
 }
 
-QTEST_MAIN(TreeSearchTest)
+TSA_TEST_MAIN(TreeSearchTest)
 
 #include "tst_treesearch.moc"

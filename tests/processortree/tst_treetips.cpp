@@ -155,6 +155,6 @@ void TestTreeTips::shouldTranslate()
     QCOMPARE(QToolTip::text(), QStringLiteral("更多"));
 }
 
-QTEST_MAIN(TestTreeTips)
+TSA_TEST_MAIN(TestTreeTips)
 
 #include "tst_treetips.moc"

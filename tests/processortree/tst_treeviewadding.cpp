@@ -363,6 +363,6 @@ void TreeViewAddingTest::shouldOutliveAViewDestroyedByANewGroup()
     }
 }
 
-QTEST_MAIN(TreeViewAddingTest)
+TSA_TEST_MAIN(TreeViewAddingTest)
 
 #include "tst_treeviewadding.moc"

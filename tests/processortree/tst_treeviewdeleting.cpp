@@ -448,6 +448,6 @@ void TreeViewDeletingTest::shouldStandOnTheRootWhenTheHostRemovesTheGroup()
     QCOMPARE(tree.selected(), QStringLiteral("All processors(4)"));
 }
 
-QTEST_MAIN(TreeViewDeletingTest)
+TSA_TEST_MAIN(TreeViewDeletingTest)
 
 #include "tst_treeviewdeleting.moc"

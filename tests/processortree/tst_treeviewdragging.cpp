@@ -498,5 +498,5 @@ void TreeViewDraggingTest::shouldKeepRowsThatAnotherWidgetTakes()
     QCOMPARE(tree.moves(), QString());
 }
 
-QTEST_MAIN(TreeViewDraggingTest)
+TSA_TEST_MAIN(TreeViewDraggingTest)
 #include "tst_treeviewdragging.moc"

@@ -271,5 +271,5 @@ void TreeViewEventsTest::shouldStandTheRootBeingRemoved()
     QCOMPARE(tree.selected(), QStringLiteral("1"));
 }
 
-QTEST_MAIN(TreeViewEventsTest)
+TSA_TEST_MAIN(TreeViewEventsTest)
 #include "tst_treeviewevents.moc"

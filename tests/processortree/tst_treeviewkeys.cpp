@@ -451,5 +451,5 @@ void TreeViewKeysTest::shouldStandEventsWhileRenaming()
     QVERIFY(!tree.view->grab().isNull());
 }
 
-QTEST_MAIN(TreeViewKeysTest)
+TSA_TEST_MAIN(TreeViewKeysTest)
 #include "tst_treeviewkeys.moc"

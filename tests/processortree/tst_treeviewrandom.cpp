@@ -325,5 +325,5 @@ void TreeViewRandomTest::shouldAgreeWithTheReference()
     }
 }
 
-QTEST_MAIN(TreeViewRandomTest)
+TSA_TEST_MAIN(TreeViewRandomTest)
 #include "tst_treeviewrandom.moc"

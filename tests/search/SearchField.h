@@ -150,7 +150,6 @@ struct SearchField
         return texts.join(QLatin1Char(' '));
     }
 
-    WarningTrap trap;
     TestPanel panel;
     QPointer<WindowProbe> window;
     QPointer<FieldProbe> field;

@@ -76,5 +76,5 @@ void CompleterChangesTest::shouldPaintAChange()
     QCOMPARE(search.rows(), rows);
 }
 
-QTEST_MAIN(CompleterChangesTest)
+TSA_TEST_MAIN(CompleterChangesTest)
 #include "tst_completerchanges.moc"

@@ -193,6 +193,6 @@ void TestCompleterClosing::shouldSurviveItsDestructionInANestedLoop()
     QCOMPARE(whole, qstrcmp(QTest::currentDataTag(), "focus") != 0);
 }
 
-QTEST_MAIN(TestCompleterClosing)
+TSA_TEST_MAIN(TestCompleterClosing)
 
 #include "tst_completerclosing.moc"

@@ -16,7 +16,6 @@
 #include <initializer_list>
 
 namespace {
-
 const QColor kStrong(240, 240, 246);
 const QColor kNormal(200, 200, 205);
 const QColor kWeak(136, 136, 146);
@@ -75,7 +74,6 @@ struct PaintedRow
         return image;
     }
 
-    WarningTrap trap;
     TestPanel panel;
     QStandardItemModel model;
     QListView view;
@@ -424,6 +422,6 @@ void TestCompleterDelegate::shouldBeTranslatedToChinese()
             == expected(QStringLiteral("IP:无效"), kDetail, Qt::AlignTop, kWeak));
 }
 
-QTEST_MAIN(TestCompleterDelegate)
+TSA_TEST_MAIN(TestCompleterDelegate)
 
 #include "tst_completerdelegate.moc"

@@ -322,6 +322,6 @@ void TestCompleterKeys::shouldForwardInputMethodsToTheField()
     }
 }
 
-QTEST_MAIN(TestCompleterKeys)
+TSA_TEST_MAIN(TestCompleterKeys)
 
 #include "tst_completerkeys.moc"

@@ -91,6 +91,6 @@ void TestCompleterMouse::shouldCloseOnAPressOutside()
     QCOMPARE(search.field->text(), QStringLiteral("1"));
 }
 
-QTEST_MAIN(TestCompleterMouse)
+TSA_TEST_MAIN(TestCompleterMouse)
 
 #include "tst_completermouse.moc"

@@ -148,6 +148,6 @@ void TestCompleterTree::shouldChooseTheRightRowAfterAReorder()
     QCOMPARE(search.told(), QStringLiteral("Stage 11"));
 }
 
-QTEST_MAIN(TestCompleterTree)
+TSA_TEST_MAIN(TestCompleterTree)
 
 #include "tst_completertree.moc"

@@ -300,6 +300,6 @@ void CompleterWindowTest::shouldStayOnTheScreen()
     QCOMPARE(search.popup()->geometry().bottom(), search.field->mapToGlobal(QPoint(0, 0)).y());
 }
 
-QTEST_MAIN(CompleterWindowTest)
+TSA_TEST_MAIN(CompleterWindowTest)
 
 #include "tst_completerwindow.moc"

@@ -12,7 +12,6 @@
 #include <QTest>
 
 namespace {
-
 /// The list without children of its rows.
 ///
 /// A model tester rejects two properties of the list. Every row counts the whole list as its
@@ -64,7 +63,6 @@ private slots:
 
 void FilterListTest::shouldListNoGroupsAndNoRoot()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addGroup(kGroup, QStringLiteral("All left"));
     search.addByNumber(1, QStringLiteral("all"), 0, kGroup);
@@ -74,7 +72,6 @@ void FilterListTest::shouldListNoGroupsAndNoRoot()
 
 void FilterListTest::shouldListByNumberAcrossGroups()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addGroup(kGroup, QStringLiteral("Left"));
     search.addGroup(kOtherGroup, QStringLiteral("Right"));
@@ -89,7 +86,6 @@ void FilterListTest::shouldListByNumberAcrossGroups()
 
 void FilterListTest::shouldListEqualNumbersInTheOrderOfTheTree()
 {
-    const WarningTrap warnings;
     SearchTree search;
     QStringList expected;
     for (quint32 id = 1; id <= 60; ++id) {
@@ -102,7 +98,6 @@ void FilterListTest::shouldListEqualNumbersInTheOrderOfTheTree()
 
 void FilterListTest::shouldLeaveOutRowsWithChildren()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("node"), 0);
     search.item(1)->appendRow(new QStandardItem(QStringLiteral("note")));
@@ -112,7 +107,6 @@ void FilterListTest::shouldLeaveOutRowsWithChildren()
 
 void FilterListTest::shouldSkipRowsWithoutAType()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addGroup(kGroup, QStringLiteral("Left"));
     search.addByNumber(1, QStringLiteral("mixer"), 0, kGroup);
@@ -124,7 +118,6 @@ void FilterListTest::shouldSkipRowsWithoutAType()
 
 void FilterListTest::shouldListAnyTree()
 {
-    const WarningTrap warnings;
     QStandardItemModel tree;
     auto* group = new CProcessorItem(NodeGroup);
     tree.appendRow(group);
@@ -144,7 +137,6 @@ void FilterListTest::shouldListAnyTree()
 
 void FilterListTest::shouldCountAllRowsForEveryParent()
 {
-    const WarningTrap warnings;
     SearchTree search;
     for (quint32 id = 1; id <= 3; ++id)
         search.addByNumber(id, QStringLiteral("n"), 0);
@@ -156,7 +148,6 @@ void FilterListTest::shouldCountAllRowsForEveryParent()
 
 void FilterListTest::shouldReturnIndexesWithoutAParentOnly()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("n"), 0);
     search.found(QStringLiteral("n"));
@@ -178,7 +169,6 @@ void FilterListTest::shouldReturnIndexesWithoutAParentOnly()
 
 void FilterListTest::shouldBeEmptyWithoutASource()
 {
-    const WarningTrap warnings;
     CProcessorFilterModel list;
     QCOMPARE(list.rowCount(), 0);
     QCOMPARE(list.columnCount(), 0);
@@ -193,7 +183,6 @@ void FilterListTest::shouldBeEmptyWithoutASource()
 
 void FilterListTest::shouldIgnoreANullSource()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("n"), 0);
     search.list().setSourceModel(nullptr);
@@ -203,7 +192,6 @@ void FilterListTest::shouldIgnoreANullSource()
 
 void FilterListTest::shouldDisconnectFromAFormerSource()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("n"), 0);
     search.found(QStringLiteral("n"));
@@ -221,7 +209,6 @@ void FilterListTest::shouldDisconnectFromAFormerSource()
 
 void FilterListTest::shouldSurviveItsSource()
 {
-    const WarningTrap warnings;
     SearchTree search;
     QPersistentModelIndex held;
     {
@@ -239,7 +226,6 @@ void FilterListTest::shouldSurviveItsSource()
 
 void FilterListTest::shouldReturnTheDataOfTheTree()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("one"), 4);
     search.found(QStringLiteral("one"));
@@ -255,7 +241,6 @@ void FilterListTest::shouldReturnTheDataOfTheTree()
 
 void FilterListTest::shouldMapBothWays()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addGroup(kGroup, QStringLiteral("Left"));
     search.addByNumber(1, QStringLiteral("n1"), 5, kGroup);
@@ -276,7 +261,6 @@ void FilterListTest::shouldMapBothWays()
 
 void FilterListTest::shouldResetWhenRowsAreInserted()
 {
-    const WarningTrap warnings;
     SearchTree search;
     QStringList heard;
     QString atTheEnd;
@@ -301,7 +285,6 @@ void FilterListTest::shouldResetWhenRowsAreInserted()
 
 void FilterListTest::shouldResetWhenRowsAreRemoved()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("n1"), 5);
     search.addByNumber(2, QStringLiteral("n2"), 5);
@@ -322,7 +305,6 @@ void FilterListTest::shouldResetWhenRowsAreRemoved()
 
 void FilterListTest::shouldEmitForUnreadRows()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addGroup(kGroup, QStringLiteral("Left"));
     search.addByNumber(1, QStringLiteral("ab"), 0, kGroup);
@@ -340,7 +322,6 @@ void FilterListTest::shouldEmitForUnreadRows()
 
 void FilterListTest::shouldResetOncePerText()
 {
-    const WarningTrap warnings;
     SearchTree search;
     for (quint32 id = 1; id <= 40; ++id)
         search.addByNumber(id, id % 2 ? QStringLiteral("stage") : QStringLiteral("stand"), 6);
@@ -364,7 +345,6 @@ void FilterListTest::shouldResetOncePerText()
 /// The item of a removed row is destroyed before the last receiver of rowsRemoved() is called.
 void FilterListTest::shouldNotListARowBeingRemoved()
 {
-    const WarningTrap warnings;
     CProcessorTreeModel tree;
     CProcessorFilterProxyModel filter;
     CProcessorFilterModel list;
@@ -396,7 +376,6 @@ void FilterListTest::shouldNotListARowBeingRemoved()
 
 void FilterListTest::shouldEmitNoSignalForOtherChanges()
 {
-    const WarningTrap warnings;
     const TestPanel panel;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("n1"), 1);
@@ -425,7 +404,6 @@ void FilterListTest::shouldEmitNoSignalForOtherChanges()
 
 void FilterListTest::shouldPassTheModelTester()
 {
-    const WarningTrap warnings;
     SearchTree search;
     FlatList flat(search.list());
     const QAbstractItemModelTester tester(&flat);
@@ -443,7 +421,6 @@ void FilterListTest::shouldPassTheModelTester()
 
 void FilterListTest::shouldMoveTheCurrentIndexToItsProcessor()
 {
-    const WarningTrap warnings;
     SearchTree search;
     QListView view;
     view.setModel(&search.list());
@@ -474,7 +451,6 @@ void FilterListTest::shouldClearTheCurrentIndexOfARemovedRow_data()
 
 void FilterListTest::shouldClearTheCurrentIndexOfARemovedRow()
 {
-    const WarningTrap warnings;
     const TestPanel panel;
     QFETCH(int, change);
     SearchTree other;
@@ -513,5 +489,5 @@ void FilterListTest::shouldClearTheCurrentIndexOfARemovedRow()
     QCOMPARE(view.currentIndex().isValid(), search.list().rowCount() > 0);
 }
 
-QTEST_MAIN(FilterListTest)
+TSA_TEST_MAIN(FilterListTest)
 #include "tst_filterlist.moc"

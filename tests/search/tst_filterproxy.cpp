@@ -9,7 +9,6 @@
 #include <QTest>
 
 namespace {
-
 constexpr quint32 kAddress = 0xC0A80114; // 192.168.1.20
 
 /// Processor 1, a mixer that shows the number 7, in the group Left.
@@ -50,7 +49,6 @@ private slots:
 
 void FilterProxyTest::shouldBeSetUpForASearch()
 {
-    const WarningTrap warnings;
     const CProcessorFilterProxyModel filter;
     QVERIFY(filter.isRecursiveFilteringEnabled());
     QCOMPARE(filter.filterCaseSensitivity(), Qt::CaseInsensitive);
@@ -60,7 +58,6 @@ void FilterProxyTest::shouldBeSetUpForASearch()
 
 void FilterProxyTest::shouldFindNothingWithoutAText()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("one"), 0);
     QCOMPARE(search.filter().rowCount(), 0);
@@ -71,7 +68,6 @@ void FilterProxyTest::shouldFindNothingWithoutAText()
 
 void FilterProxyTest::shouldFindAnAddressUnderAnyName()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByAddress(1, QStringLiteral("by address"), kAddress, 0);
     ProcessorNode byNumber = testProcessor(2);
@@ -85,7 +81,6 @@ void FilterProxyTest::shouldFindAnAddressUnderAnyName()
 
 void FilterProxyTest::shouldFindADisplayedNumber()
 {
-    const WarningTrap warnings;
     SearchTree search;
     for (const int number : {0, 1, 8, 9, 10, 19, 20})
         search.addByNumber(static_cast<quint32>(number) + 1, QString(QChar('a' + number)), number);
@@ -97,7 +92,6 @@ void FilterProxyTest::shouldFindADisplayedNumber()
 
 void FilterProxyTest::shouldNotFindAnAddressedProcessorByItsNumber()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByAddress(1, QStringLiteral("by address"), 0x0A000002, 76);
     QCOMPARE(search.found(QStringLiteral("77")), QString());
@@ -106,7 +100,6 @@ void FilterProxyTest::shouldNotFindAnAddressedProcessorByItsNumber()
 
 void FilterProxyTest::shouldFindADisplayedNumberBelowOne()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("below"), -5);
     QCOMPARE(search.found(QStringLiteral("-4")), QStringLiteral("below"));
@@ -115,7 +108,6 @@ void FilterProxyTest::shouldFindADisplayedNumberBelowOne()
 
 void FilterProxyTest::shouldFindNumbersBeyondTheRangeOfInt()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("last"), 2147483647);
     QCOMPARE(search.found(QStringLiteral("2147483648")), QStringLiteral("last"));
@@ -137,7 +129,6 @@ void FilterProxyTest::shouldFindNamesInAnyCase_data()
 
 void FilterProxyTest::shouldFindNamesInAnyCase()
 {
-    const WarningTrap warnings;
     QFETCH(QString, name);
     QFETCH(QString, text);
     SearchTree search;
@@ -149,7 +140,6 @@ void FilterProxyTest::shouldFindNamesInAnyCase()
 
 void FilterProxyTest::shouldSearchForATextLiterally()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("a*b"), 0);
     search.addByNumber(2, QStringLiteral("axb"), 1);
@@ -160,7 +150,6 @@ void FilterProxyTest::shouldSearchForATextLiterally()
 
 void FilterProxyTest::shouldKeepTheParentsOfFoundRows()
 {
-    const WarningTrap warnings;
     SearchTree search;
     const QAbstractItemModelTester tester(&search.filter());
     search.addGroup(kGroup, QStringLiteral("Left"));
@@ -182,7 +171,6 @@ void FilterProxyTest::shouldKeepTheParentsOfFoundRows()
 
 void FilterProxyTest::shouldNotifyReceiversThatReadRows()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("mixer"), 6);
     search.addByNumber(2, QStringLiteral("mast"), 6);
@@ -206,7 +194,6 @@ void FilterProxyTest::shouldNotifyReceiversThatReadRows()
 
 void FilterProxyTest::shouldReturnItsRowsAfterUnreadTexts()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("mixer"), 6);
     search.addByNumber(2, QStringLiteral("stage"), 6);
@@ -221,7 +208,6 @@ void FilterProxyTest::shouldReturnItsRowsAfterUnreadTexts()
 
 void FilterProxyTest::shouldFindGroupsAndTheRootByTheirTexts()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addGroup(kGroup, QStringLiteral("Left"));
     search.addByNumber(1, QStringLiteral("mixer"), 6, kGroup);
@@ -236,7 +222,6 @@ void FilterProxyTest::shouldFindGroupsAndTheRootByTheirTexts()
 
 void FilterProxyTest::shouldFollowARecordThatStopsMatching()
 {
-    const WarningTrap warnings;
     SearchTree search;
     addMixer(search);
     QCOMPARE(search.found(QStringLiteral("7")), QStringLiteral("mixer"));
@@ -247,7 +232,6 @@ void FilterProxyTest::shouldFollowARecordThatStopsMatching()
 
 void FilterProxyTest::shouldFollowARecordThatStartsMatching()
 {
-    const WarningTrap warnings;
     SearchTree search;
     addMixer(search);
     QCOMPARE(search.found(QStringLiteral("8")), QString());
@@ -258,7 +242,6 @@ void FilterProxyTest::shouldFollowARecordThatStartsMatching()
 
 void FilterProxyTest::shouldFollowANameThatTheRecordLacks()
 {
-    const WarningTrap warnings;
     SearchTree search;
     addMixer(search);
     QCOMPARE(search.found(QStringLiteral("stage")), QString());
@@ -271,7 +254,6 @@ void FilterProxyTest::shouldFollowANameThatTheRecordLacks()
 
 void FilterProxyTest::shouldFollowAnAnnouncedRecord()
 {
-    const WarningTrap warnings;
     SearchTree search;
     addMixer(search);
     QCOMPARE(search.found(QStringLiteral("8")), QString());
@@ -284,7 +266,6 @@ void FilterProxyTest::shouldFollowAnAnnouncedRecord()
 
 void FilterProxyTest::shouldFollowAnotherSource()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("mixer"), 0);
     QCOMPARE(search.found(QStringLiteral("m")), QStringLiteral("mixer"));
@@ -300,7 +281,6 @@ void FilterProxyTest::shouldFollowAnotherSource()
 
 void FilterProxyTest::shouldBeEmptyWithoutASourceModel()
 {
-    const WarningTrap warnings;
     SearchTree search;
     {
         SearchTree other;
@@ -314,5 +294,5 @@ void FilterProxyTest::shouldBeEmptyWithoutASourceModel()
     QCOMPARE(search.found(QStringLiteral("m")), QString());
 }
 
-QTEST_GUILESS_MAIN(FilterProxyTest)
+TSA_GUILESS_TEST_MAIN(FilterProxyTest)
 #include "tst_filterproxy.moc"

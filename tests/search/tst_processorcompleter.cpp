@@ -310,6 +310,6 @@ void TestProcessorCompleter::shouldRetranslateAtOnce()
     QVERIFY(search.popup()->grab().toImage() == english);
 }
 
-QTEST_MAIN(TestProcessorCompleter)
+TSA_TEST_MAIN(TestProcessorCompleter)
 
 #include "tst_processorcompleter.moc"

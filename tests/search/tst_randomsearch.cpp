@@ -23,7 +23,6 @@
 #include <vector>
 
 namespace {
-
 constexpr int kSteps = 150;
 constexpr quint32 kProcessors = 14; // with the identities 1 to 14
 constexpr quint32 kFirstGroup = 101;
@@ -432,7 +431,6 @@ private slots:
 
 void RandomSearchTest::shouldMatchASearchFromScratch()
 {
-    const WarningTrap warnings;
     TestPanel panel;
     for (const quint32 seed : seeds(400)) {
         const QString wrong = Sequence(panel, seed).run();
@@ -441,5 +439,5 @@ void RandomSearchTest::shouldMatchASearchFromScratch()
     }
 }
 
-QTEST_MAIN(RandomSearchTest)
+TSA_TEST_MAIN(RandomSearchTest)
 #include "tst_randomsearch.moc"

@@ -10,7 +10,6 @@
 #include <memory>
 
 namespace {
-
 /// "mixer" and "mast", numbers 1 and 2, in a group.
 struct TwoFound : SearchTree
 {
@@ -56,7 +55,6 @@ private slots:
 
 void SearchReentryTest::shouldSearchForATextDuringARemoval()
 {
-    const WarningTrap warnings;
     TwoFound search{QString()};
     const auto typing = connect(&search.tree(), &QAbstractItemModel::rowsAboutToBeRemoved, this,
                                 [&] { search.filter().setFilterText(QStringLiteral("m")); });
@@ -75,7 +73,6 @@ void SearchReentryTest::shouldReadTheListDuringARemoval_data()
 
 void SearchReentryTest::shouldReadTheListDuringARemoval()
 {
-    const WarningTrap warnings;
     QFETCH(bool, atTheEnd);
     TwoFound search;
     CProcessorFilterModel other;
@@ -95,7 +92,6 @@ void SearchReentryTest::shouldReadTheListDuringARemoval()
 
 void SearchReentryTest::shouldMapRowsDuringARemoval()
 {
-    const WarningTrap warnings;
     TwoFound search;
     int heard = 0;
     bool areMapped = true;
@@ -114,7 +110,6 @@ void SearchReentryTest::shouldMapRowsDuringARemoval()
 
 void SearchReentryTest::shouldAnnounceTheParentOfARemovedRow()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("node"), 0);
     search.item(1)->appendRow(new QStandardItem(QStringLiteral("note")));
@@ -131,7 +126,6 @@ void SearchReentryTest::shouldAnnounceTheParentOfARemovedRow()
 
 void SearchReentryTest::shouldFollowATreeThatChangesAtOnce()
 {
-    const WarningTrap warnings;
     TwoFound search;
     TwoFound other;
     const auto changing = connect(&search.filter(), &QAbstractItemModel::modelReset, this, [&] {
@@ -146,7 +140,6 @@ void SearchReentryTest::shouldFollowATreeThatChangesAtOnce()
 
 void SearchReentryTest::shouldListATreeWhenTheFilterIsReset()
 {
-    const WarningTrap warnings;
     TwoFound search;
     TwoFound other;
     QStringList listed;
@@ -162,7 +155,6 @@ void SearchReentryTest::shouldListATreeWhenTheFilterIsReset()
 
 void SearchReentryTest::shouldAcceptTheSameSourceTwice()
 {
-    const WarningTrap warnings;
     SearchTree search;
     search.addByNumber(1, QStringLiteral("mixer"), 6);
     CProcessorFilterModel list;
@@ -180,7 +172,6 @@ void SearchReentryTest::shouldAcceptTheSameSourceTwice()
 
 void SearchReentryTest::shouldSurviveItsDestructionByAReceiver()
 {
-    const WarningTrap warnings;
     TwoFound search(QStringLiteral("mi"));
     auto list = std::make_unique<CProcessorFilterModel>();
     list->setSourceModel(&search.filter());
@@ -193,7 +184,6 @@ void SearchReentryTest::shouldSurviveItsDestructionByAReceiver()
 
 void SearchReentryTest::shouldNotifyReceiversOfTheFilter()
 {
-    const WarningTrap warnings;
     TwoFound search{QString()};
     const QSignalSpy came(&search.filter(), &QAbstractItemModel::rowsInserted);
     const QSignalSpy went(&search.filter(), &QAbstractItemModel::rowsRemoved);
@@ -207,7 +197,6 @@ void SearchReentryTest::shouldNotifyReceiversOfTheFilter()
 
 void SearchReentryTest::shouldNotAskTheFilterForPainting()
 {
-    const WarningTrap warnings;
     TwoFound search{QString()};
     QListView view;
     view.setModel(&search.list());
@@ -225,5 +214,5 @@ void SearchReentryTest::shouldNotAskTheFilterForPainting()
     QCOMPARE(forgotten, 3);
 }
 
-QTEST_MAIN(SearchReentryTest)
+TSA_TEST_MAIN(SearchReentryTest)
 #include "tst_searchreentry.moc"

@@ -10,7 +10,6 @@
 #include <chrono>
 
 namespace {
-
 constexpr int kUsualSeconds = 60;
 constexpr int kShownComplaints = 12;
 
@@ -62,7 +61,6 @@ void StormTest::shouldEndAsTheHostsProject()
     int slowFailures = 0;
     for (quint32 seed = firstSeed(); rounds == 0 || !end.hasExpired(); ++seed, ++rounds) {
         qInfo("TSA_SEED=%u", seed);
-        const WarningTrap warnings;
         const StormPlan plan = StormPlan::draw(seed, without());
         int steps = static_cast<int>(plan.steps.size());
         StormOutcome outcome = playStorm(plan, steps);
@@ -91,6 +89,6 @@ int main(int argc, char** argv)
     qputenv("QTEST_FUNCTION_TIMEOUT", limitMs);
     QApplication application(argc, argv);
     StormTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runTests(test, argc, argv);
 }
 #include "tst_storm.moc"

@@ -14,7 +14,6 @@
 #include <memory>
 
 namespace {
-
 QString text(const char* utf8)
 {
     return QString::fromUtf8(utf8);
@@ -120,7 +119,6 @@ void DaysWorkTest::shouldDoADaysWork_data()
 void DaysWorkTest::shouldDoADaysWork()
 {
     QFETCH(QStringList, arguments);
-    const WarningTrap trap;
     m_expected.clear();
     m_eventsInside = !arguments.isEmpty();
     m_program = std::make_unique<WorkbenchProgram>();
@@ -556,6 +554,6 @@ QString DaysWorkTest::report(const char* step, const QString& what)
         .arg(text(step), what, QString::fromUtf8(m_program->complaints()), name);
 }
 
-QTEST_MAIN(DaysWorkTest)
+TSA_TEST_MAIN(DaysWorkTest)
 
 #include "tst_dayswork.moc"

@@ -48,7 +48,6 @@ struct AddressForm
 
     QAccessibleInterface& accessible() { return *QAccessible::queryAccessibleInterface(&field); }
 
-    WarningTrap trap;
     QWidget window;
     QLineEdit before{&window};
     CIPLineEdit field{&window};

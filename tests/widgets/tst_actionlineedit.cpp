@@ -12,7 +12,6 @@
 #include <QTranslator>
 
 namespace {
-
 struct Form
 {
     Form()
@@ -29,7 +28,6 @@ struct Form
 
     QToolButton* buttonAt(int x) { return qobject_cast<QToolButton*>(field.childAt(x, 12)); }
 
-    WarningTrap trap;
     QWidget window;
     CActionLineEdit field{&window};
     QAction* search = nullptr;
@@ -135,6 +133,6 @@ void TestActionLineEdit::shouldShowItsClearButtonInTheThemesColour()
     QTRY_VERIFY(brightest() > 150);
 }
 
-QTEST_MAIN(TestActionLineEdit)
+TSA_TEST_MAIN(TestActionLineEdit)
 
 #include "tst_actionlineedit.moc"

@@ -11,7 +11,6 @@
 #include <QWheelEvent>
 
 namespace {
-
 struct Form
 {
     Form()
@@ -41,7 +40,6 @@ struct Form
         return QToolTip::text();
     }
 
-    WarningTrap trap;
     QWidget window;
     QLineEdit other{&window};
     CComboBox box{&window};
@@ -159,6 +157,6 @@ void TestComboBox::shouldShowElidedTextsWhole()
     QToolTip::hideText();
 }
 
-QTEST_MAIN(TestComboBox)
+TSA_TEST_MAIN(TestComboBox)
 
 #include "tst_combobox.moc"

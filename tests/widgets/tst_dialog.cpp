@@ -18,7 +18,6 @@
 #include <utility>
 
 namespace {
-
 /// A form of two rows that relies on the sizes of the frame.
 class EntryDialog final : public CDialog
 {
@@ -180,7 +179,6 @@ private slots:
 
 void DialogTest::shouldKeepItsSizes()
 {
-    const WarningTrap trap;
     EntryDialog dialog;
     showActive(dialog);
     QCOMPARE(dialog.size(), QSize(260, 146));
@@ -199,7 +197,6 @@ void DialogTest::shouldKeepItsSizes()
 
 void DialogTest::shouldFillTheFrameWithoutButtons()
 {
-    const WarningTrap trap;
     ListDialog dialog;
     showActive(dialog);
     QCOMPARE(placeIn(dialog, *dialog.tools), QRect(0, 30, 648, 37));
@@ -217,7 +214,6 @@ void DialogTest::shouldKeepItsTitleBarAboveAnEmptyBody()
 
 void DialogTest::shouldDrawItsOutlineOverTheBody()
 {
-    const WarningTrap trap;
     ListDialog dialog;
     dialog.list->setStyleSheet(QStringLiteral("background: #ff0000"));
     showActive(dialog);
@@ -239,7 +235,6 @@ void DialogTest::shouldRunTheHooksInOrderOnce()
 
 void DialogTest::shouldPressTheDefaultButtonOnEnter()
 {
-    const WarningTrap trap;
     for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
         EntryDialog dialog;
         showActive(dialog);
@@ -273,7 +268,6 @@ void DialogTest::shouldRejectOnEveryWayToClose_data()
 void DialogTest::shouldRejectOnEveryWayToClose()
 {
     QFETCH(const Way, leave);
-    const WarningTrap trap;
     EntryDialog dialog;
     showActive(dialog);
     leave(dialog);
@@ -354,7 +348,6 @@ void DialogTest::shouldFollowTheLanguage()
 
 void DialogTest::shouldMoveWithItsTitleBar()
 {
-    const WarningTrap trap;
     EntryDialog dialog;
     showActive(dialog);
     dialog.move(100, 100);
@@ -448,5 +441,5 @@ void DialogTest::shouldBlockItsParentsWindowOnly()
     QCOMPARE(dialog.exec(), 1);
 }
 
-QTEST_MAIN(DialogTest)
+TSA_TEST_MAIN(DialogTest)
 #include "tst_dialog.moc"

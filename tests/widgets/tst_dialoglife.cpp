@@ -15,7 +15,6 @@
 #include <functional>
 
 namespace {
-
 /// Runs a step inside exec(), after it was shown.
 class StackDialog final : public CDialog
 {
@@ -101,7 +100,6 @@ void DialogLifeTest::shouldCloseWithItsParent_data()
 void DialogLifeTest::shouldCloseWithItsParent()
 {
     QFETCH(const QString, name);
-    const WarningTrap trap;
     Host host;
     StackDialog dialog(host.panel, QStringLiteral("one"));
     QCOMPARE(dialog.execWith([&] { destroyLater(victim(host, name)); }), 0);
@@ -113,7 +111,6 @@ void DialogLifeTest::shouldCloseWithItsParent()
 void DialogLifeTest::shouldCloseNestedDialogsAndMenus()
 {
     QFETCH(const QString, name);
-    const WarningTrap trap;
     Host host;
     QStringList ends;
     const auto ended = [&ends](const char* who, int result) {
@@ -151,7 +148,6 @@ void DialogLifeTest::shouldCloseNestedDialogsAndMenus()
 
 void DialogLifeTest::shouldRejectAMessageBox()
 {
-    const WarningTrap trap;
     Host host;
     StackDialog dialog(host.panel, QStringLiteral("one"));
     int answer = -1;
@@ -170,7 +166,6 @@ void DialogLifeTest::shouldRejectAMessageBox()
 
 void DialogLifeTest::shouldSurviveItsParentAfterExec()
 {
-    const WarningTrap trap;
     Host host;
     StackDialog dialog(host.panel, QStringLiteral("one"));
     QCOMPARE(dialog.execWith([&] { dialog.accept(); }), 1);
@@ -180,7 +175,6 @@ void DialogLifeTest::shouldSurviveItsParentAfterExec()
 
 void DialogLifeTest::shouldNotAppearAfterItsParentWasDestroyed()
 {
-    const WarningTrap trap;
     Host host;
     StackDialog dialog(host.panel, QStringLiteral("one"));
     delete host.panel;
@@ -200,7 +194,6 @@ void DialogLifeTest::shouldNotAppearAfterItsParentWasDestroyed()
 
 void DialogLifeTest::shouldFollowAChangeOfParent()
 {
-    const WarningTrap trap;
     Host host;
     StackDialog dialog(host.window, QStringLiteral("one"));
     dialog.setParent(nullptr, dialog.windowFlags());
@@ -212,7 +205,6 @@ void DialogLifeTest::shouldFollowAChangeOfParent()
 
 void DialogLifeTest::shouldCloseWithoutASignal()
 {
-    const WarningTrap trap;
     Host host;
     StackDialog dialog(host.panel, QStringLiteral("one"));
     int told = 0;
@@ -223,7 +215,6 @@ void DialogLifeTest::shouldCloseWithoutASignal()
 
 void DialogLifeTest::shouldBeDestroyedWithItsParentWhenOnlyShown()
 {
-    const WarningTrap trap;
     Host host;
     const QPointer<QDialog> shown = new StackDialog(host.panel, QStringLiteral("shown"));
     shown->show();
@@ -232,5 +223,5 @@ void DialogLifeTest::shouldBeDestroyedWithItsParentWhenOnlyShown()
     QVERIFY(!shown);
 }
 
-QTEST_MAIN(DialogLifeTest)
+TSA_TEST_MAIN(DialogLifeTest)
 #include "tst_dialoglife.moc"

@@ -13,7 +13,6 @@
 #include <functional>
 
 namespace {
-
 class SmallDialog final : public CDialog
 {
 public:
@@ -113,7 +112,6 @@ private slots:
 
 void DialogWindowTest::shouldAppearOverItsParent()
 {
-    const WarningTrap trap;
     const Window host;
     SmallDialog dialog(host.field);
     dialog.execWith([&] {
@@ -125,7 +123,6 @@ void DialogWindowTest::shouldAppearOverItsParent()
 
 void DialogWindowTest::shouldStayOnTheScreen()
 {
-    const WarningTrap trap;
     const Window host;
     SmallDialog dialog(host.field);
     dialog.move(-300, -200);
@@ -137,7 +134,6 @@ void DialogWindowTest::shouldStayOnTheScreen()
 
 void DialogWindowTest::shouldFollowTheMouse()
 {
-    const WarningTrap trap;
     const Window host;
     SmallDialog dialog(host.field);
     dialog.execWith([&] {
@@ -161,7 +157,6 @@ void DialogWindowTest::shouldFollowTheMouse()
 
 void DialogWindowTest::shouldKeepMouseEventsFromItsParent()
 {
-    const WarningTrap trap;
     const Window host;
     SmallDialog dialog(host.field);
     dialog.execWith([&] {
@@ -176,5 +171,5 @@ void DialogWindowTest::shouldKeepMouseEventsFromItsParent()
     });
 }
 
-QTEST_MAIN(DialogWindowTest)
+TSA_TEST_MAIN(DialogWindowTest)
 #include "tst_dialogwindow.moc"

@@ -22,7 +22,6 @@
 #include <utility>
 
 namespace {
-
 QImage shown(QWidget& widget)
 {
     return widget.grab().toImage();
@@ -69,7 +68,6 @@ private slots:
 
 void HostThemeTest::initTestCase()
 {
-    const WarningTrap trap;
     ApplyHostTheme(*qApp);
 }
 
@@ -96,7 +94,6 @@ void HostThemeTest::shouldWriteInTwelvePixels()
 
 void HostThemeTest::shouldKeepFieldsOf24Pixels()
 {
-    const WarningTrap trap;
     QWidget window;
     auto* layout = new QVBoxLayout(&window);
     auto* line = new QLineEdit(QStringLiteral("Ägypten"), &window);
@@ -274,5 +271,5 @@ void HostThemeTest::shouldSelectTextInTheAccent()
     QVERIFY(some.copy(rest) == shown(address).copy(rest));
 }
 
-QTEST_MAIN(HostThemeTest)
+TSA_TEST_MAIN(HostThemeTest)
 #include "tst_hosttheme.moc"

@@ -1,4 +1,5 @@
 #include "host/widgets/IPOctets.h"
+#include "tests/support/WarningTrap.h"
 
 #include <QTest>
 
@@ -89,6 +90,6 @@ void TestIPFieldText::shouldReadEveryAddressOfABytePattern()
     }
 }
 
-QTEST_APPLESS_MAIN(TestIPFieldText)
+TSA_APPLESS_TEST_MAIN(TestIPFieldText)
 
 #include "tst_ipfieldtext.moc"

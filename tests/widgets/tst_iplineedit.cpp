@@ -105,7 +105,6 @@ void TestIPLineEdit::shouldSelectByMouse()
 
 void TestIPLineEdit::shouldPassEnterOn()
 {
-    const WarningTrap trap;
     QDialog dialog;
     dialog.resize(300, 100);
     CIPLineEdit field(&dialog);
@@ -210,6 +209,6 @@ void TestIPLineEdit::shouldShowFocusInItsFrame()
     QVERIFY(qBlue(focused) > qRed(focused));
 }
 
-QTEST_MAIN(TestIPLineEdit)
+TSA_TEST_MAIN(TestIPLineEdit)
 
 #include "tst_iplineedit.moc"

@@ -149,6 +149,6 @@ void TestIPLineEditClipboard::shouldOfferAMenu()
     QTRY_VERIFY(!menu);
 }
 
-QTEST_MAIN(TestIPLineEditClipboard)
+TSA_TEST_MAIN(TestIPLineEditClipboard)
 
 #include "tst_iplineedit_clipboard.moc"

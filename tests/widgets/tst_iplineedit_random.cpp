@@ -13,7 +13,6 @@
 #include <random>
 
 namespace {
-
 constexpr int kSteps = 150000;
 
 /// Applies the same operations to a field, by events, and to the reference implementation.
@@ -215,7 +214,6 @@ private slots:
 
 void TestIPLineEditRandom::shouldMatchTheReferenceField()
 {
-    const WarningTrap trap;
     const quint32 seed = firstSeed();
     qInfo("TSA_SEED=%u", seed);
 
@@ -250,6 +248,6 @@ void TestIPLineEditRandom::shouldMatchTheReferenceField()
     }
 }
 
-QTEST_MAIN(TestIPLineEditRandom)
+TSA_TEST_MAIN(TestIPLineEditRandom)
 
 #include "tst_iplineedit_random.moc"

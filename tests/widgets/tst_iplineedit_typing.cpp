@@ -222,6 +222,6 @@ void TestIPLineEditTyping::shouldHaveNoUndo()
     QCOMPARE(form.field.text(), QStringLiteral("10.20.30.40"));
 }
 
-QTEST_MAIN(TestIPLineEditTyping)
+TSA_TEST_MAIN(TestIPLineEditTyping)
 
 #include "tst_iplineedit_typing.moc"

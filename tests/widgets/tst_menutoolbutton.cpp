@@ -11,7 +11,6 @@
 #include <QTest>
 
 namespace {
-
 struct Form
 {
     Form()
@@ -39,7 +38,6 @@ struct Form
         QCoreApplication::processEvents();
     }
 
-    WarningTrap trap;
     QWidget window;
     QLineEdit before{&window};
     CMenuToolButton button{&window};
@@ -235,7 +233,6 @@ void TestMenuToolButton::shouldDoNothingWhenDisabled()
 
 void TestMenuToolButton::shouldSurviveItsDestructionInAClick()
 {
-    const WarningTrap trap;
     for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
         QPointer<CMenuToolButton> button = new CMenuToolButton;
         connect(button, &QAbstractButton::clicked, button, [&] { delete button; });
@@ -258,7 +255,6 @@ void TestMenuToolButton::shouldSurviveItsDestructionInTheMenu_data()
 void TestMenuToolButton::shouldSurviveItsDestructionInTheMenu()
 {
     QFETCH(QString, by);
-    const WarningTrap trap;
     DialogDriver driver;
     QPointer<CMenuToolButton> button = new CMenuToolButton;
     const QAction* entry = button->AddAction(QStringLiteral("Entry"));
@@ -280,6 +276,6 @@ void TestMenuToolButton::shouldSurviveItsDestructionInTheMenu()
     QTRY_VERIFY(!menu);
 }
 
-QTEST_MAIN(TestMenuToolButton)
+TSA_TEST_MAIN(TestMenuToolButton)
 
 #include "tst_menutoolbutton.moc"

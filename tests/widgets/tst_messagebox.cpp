@@ -13,7 +13,6 @@
 #include <QTest>
 
 namespace {
-
 const QString kCaption = QStringLiteral("Host");
 
 QLabel* textOf(const QWidget& box)
@@ -60,7 +59,6 @@ void MessageBoxTest::shouldAnswerByKeyboard()
     QFETCH(const QVector<int>, keys);
     QFETCH(const int, button);
     QFETCH(const int, answer);
-    const WarningTrap trap;
     DialogDriver driver;
     driver.then([&keys](QWidget& box) {
         QApplication::setActiveWindow(&box);
@@ -75,7 +73,6 @@ void MessageBoxTest::shouldAnswerByKeyboard()
 
 void MessageBoxTest::shouldAnswerByMouse()
 {
-    const WarningTrap trap;
     QWidget window;
     window.show();
     DialogDriver driver;
@@ -88,7 +85,6 @@ void MessageBoxTest::shouldAnswerByMouse()
 
 void MessageBoxTest::shouldAlwaysInform()
 {
-    const WarningTrap trap;
     DialogDriver driver;
     QString text;
     driver.thenReadMessage(text).thenEscape();
@@ -100,7 +96,6 @@ void MessageBoxTest::shouldAlwaysInform()
 
 void MessageBoxTest::shouldKeepItsWidth()
 {
-    const WarningTrap trap;
     DialogDriver driver;
     const auto check = [](int width) {
         return [width](QWidget& box) {
@@ -117,7 +112,6 @@ void MessageBoxTest::shouldKeepItsWidth()
 
 void MessageBoxTest::shouldShowPlainText()
 {
-    const WarningTrap trap;
     QImage plain;
     QImage bold;
     DialogDriver driver;
@@ -147,7 +141,6 @@ void MessageBoxTest::shouldShowPlainText()
 
 void MessageBoxTest::shouldWrapWithinItsWidth()
 {
-    const WarningTrap trap;
     DialogDriver driver;
     int one = 0;
     const auto height = [](int& value) {
@@ -173,7 +166,6 @@ void MessageBoxTest::shouldWrapWithinItsWidth()
 
 void MessageBoxTest::shouldScrollALongText()
 {
-    const WarningTrap trap;
     DialogDriver driver;
     driver.then([](QWidget& box) {
         const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
@@ -204,5 +196,5 @@ void MessageBoxTest::shouldBeAnAlert()
     CMessageBox::information(nullptr, QStringLiteral("Done."), kCaption);
 }
 
-QTEST_MAIN(MessageBoxTest)
+TSA_TEST_MAIN(MessageBoxTest)
 #include "tst_messagebox.moc"

@@ -15,7 +15,6 @@
 #include <limits>
 
 namespace {
-
 constexpr int kWidth = 240;
 constexpr int kTextEnd = kWidth - 40;
 
@@ -130,7 +129,6 @@ void TestProcessorDelegate::cleanup()
 
 void TestProcessorDelegate::shouldShowStatesByShape()
 {
-    const WarningTrap trap;
     Painting painting;
     const QRect icon(0, 0, 24, 42);
     QVector<QImage> shapes;
@@ -148,7 +146,6 @@ void TestProcessorDelegate::shouldShowStatesByShape()
 
 void TestProcessorDelegate::shouldMarkWarnings()
 {
-    const WarningTrap trap;
     Painting painting;
     ProcessorNode record = stateOf(true, 0);
     const QImage without = painting.paint(painting.add(record));
@@ -162,7 +159,6 @@ void TestProcessorDelegate::shouldMarkWarnings()
 
 void TestProcessorDelegate::shouldShowTheAddressOrNumber()
 {
-    const WarningTrap trap;
     Painting painting;
     const QRect lower(24, 22, kTextEnd - 24, 20);
     const auto detail = [&](const ProcessorNode& record) {
@@ -187,7 +183,6 @@ void TestProcessorDelegate::shouldShowTheAddressOrNumber()
 
 void TestProcessorDelegate::shouldAlignNamesWithEditors()
 {
-    const WarningTrap trap;
     Painting painting;
     const QString text = QStringLiteral("HH");
     ProcessorNode record = stateOf(true, 0);
@@ -202,7 +197,6 @@ void TestProcessorDelegate::shouldAlignNamesWithEditors()
 
 void TestProcessorDelegate::shouldEndTextsBeforeTheButton()
 {
-    const WarningTrap trap;
     Painting painting;
     const QString longName = QStringLiteral("A processor whose name is far too long for its row");
     const QRect behind(kTextEnd, 0, 40, 32);
@@ -215,7 +209,6 @@ void TestProcessorDelegate::shouldEndTextsBeforeTheButton()
 
 void TestProcessorDelegate::shouldCountTheMembersOfAGroup()
 {
-    const WarningTrap trap;
     Painting painting;
     const QString longName = QStringLiteral("A group whose name is far too long for its row");
     for (const QString& name : {QStringLiteral("Short"), longName}) {
@@ -229,7 +222,6 @@ void TestProcessorDelegate::shouldCountTheMembersOfAGroup()
 
 void TestProcessorDelegate::shouldPaintTheArrowOfARowThatExpands()
 {
-    const WarningTrap trap;
     Painting painting;
     const QModelIndex group = painting.add(groupRow(QStringLiteral("G")));
     const QRect column(0, 0, 25, 32);
@@ -246,7 +238,6 @@ void TestProcessorDelegate::shouldPaintTheArrowOfARowThatExpands()
 
 void TestProcessorDelegate::shouldShowStates()
 {
-    const WarningTrap trap;
     Painting painting;
     const QModelIndex index = painting.add(stateOf(true, 0));
     const QImage normal = painting.paint(index);
@@ -256,7 +247,6 @@ void TestProcessorDelegate::shouldShowStates()
 
 void TestProcessorDelegate::shouldPaintForeignRows()
 {
-    const WarningTrap trap;
     Painting painting;
     const QRect row(0, 0, kWidth, 32);
     auto* plain = new QStandardItem(QStringLiteral("plain"));
@@ -273,7 +263,6 @@ void TestProcessorDelegate::shouldPaintForeignRows()
 
 void TestProcessorDelegate::shouldPaintNarrowRows()
 {
-    const WarningTrap trap;
     Painting painting;
     ProcessorNode record = stateOf(true, 0);
     record.hostFlag17 = true;
@@ -331,7 +320,6 @@ void TestProcessorDelegate::shouldElideAnewForAnotherFontWidthOrText()
 
 void TestProcessorDelegate::shouldUseTheHeightsOfTheModel()
 {
-    const WarningTrap trap;
     Painting painting;
     const QStyleOptionViewItem option;
     auto* row = processorRow(stateOf(true, 0));
@@ -345,7 +333,6 @@ void TestProcessorDelegate::shouldUseTheHeightsOfTheModel()
 
 void TestProcessorDelegate::shouldParseNothingWhilePainting()
 {
-    const WarningTrap trap;
     const int before = SvgIcons::parseCount();
     Painting painting;
     const int parses = SvgIcons::parseCount();
@@ -376,7 +363,6 @@ void TestProcessorDelegate::shouldBeSharpAtEveryScale_data()
 void TestProcessorDelegate::shouldBeSharpAtEveryScale()
 {
     QFETCH(const qreal, scale);
-    const WarningTrap trap;
     const QString path = QStringLiteral(":/HostWidgets/icons/processor-online.svg");
     SvgIcons icons;
     QVERIFY(icons.pixmap(path, 24, scale).isNull());
@@ -404,7 +390,6 @@ void TestProcessorDelegate::shouldBeSharpAtEveryScale()
 
 void TestProcessorDelegate::shouldShowElidedTextsWhole()
 {
-    const WarningTrap trap;
     const QString longName = QStringLiteral("A processor whose name is far too long for its row");
     QStandardItemModel model;
     ProcessorNode record = namedProcessor(longName);
@@ -445,7 +430,6 @@ void TestProcessorDelegate::shouldShowElidedTextsWhole()
 
 void TestProcessorDelegate::shouldExplainTheWarning()
 {
-    const WarningTrap trap;
     QStandardItemModel model;
     ProcessorNode record = namedProcessor(QStringLiteral("short"));
     record.hostFlag17 = true;
@@ -463,6 +447,6 @@ void TestProcessorDelegate::shouldExplainTheWarning()
     QCOMPARE(QToolTip::text(), QStringLiteral("Monitor warning"));
 }
 
-QTEST_MAIN(TestProcessorDelegate)
+TSA_TEST_MAIN(TestProcessorDelegate)
 
 #include "tst_processordelegate.moc"

@@ -7,7 +7,6 @@
 #include <QTest>
 
 namespace {
-
 using Flags = QItemSelectionModel;
 
 struct Form
@@ -32,7 +31,6 @@ struct Form
         QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, end);
     }
 
-    WarningTrap trap;
     SampleTree tree;
     CTreeView view;
     CProcessorItemSelectionModel selection;
@@ -236,6 +234,6 @@ void TestProcessorItemSelectionModel::shouldKeepLargeRangesTogether()
     QCOMPARE(form.selection.selection().size(), 3);
 }
 
-QTEST_MAIN(TestProcessorItemSelectionModel)
+TSA_TEST_MAIN(TestProcessorItemSelectionModel)
 
 #include "tst_processoritemselectionmodel.moc"

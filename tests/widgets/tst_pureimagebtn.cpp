@@ -11,7 +11,6 @@
 #include <QTest>
 
 namespace {
-
 struct Form
 {
     Form()
@@ -39,7 +38,6 @@ struct Form
 
     QColor color() { return button.grab().toImage().pixelColor(8, 8); }
 
-    WarningTrap trap;
     QTemporaryDir folder;
     QWidget window;
     QLineEdit other{&window};
@@ -172,6 +170,6 @@ void TestPureImageBtn::shouldDrawSharpOnDenseScreens()
     QCOMPARE(image.pixelColor(17, 16), QColor(Qt::black));
 }
 
-QTEST_MAIN(TestPureImageBtn)
+TSA_TEST_MAIN(TestPureImageBtn)
 
 #include "tst_pureimagebtn.moc"

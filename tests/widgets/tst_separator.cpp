@@ -25,7 +25,6 @@ void TestSeparator::initTestCase()
 
 void TestSeparator::shouldDrawOneLineAcross()
 {
-    const WarningTrap trap;
     QWidget window;
     auto* layout = new QVBoxLayout(&window);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -46,7 +45,6 @@ void TestSeparator::shouldDrawOneLineAcross()
 
 void TestSeparator::shouldDrawOneLineDown()
 {
-    const WarningTrap trap;
     QWidget window;
     auto* layout = new QHBoxLayout(&window);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -71,6 +69,6 @@ void TestSeparator::shouldBeAtLeastAsThickAsItsLine()
     QCOMPARE(line.sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
 }
 
-QTEST_MAIN(TestSeparator)
+TSA_TEST_MAIN(TestSeparator)
 
 #include "tst_separator.moc"

@@ -8,7 +8,6 @@
 #include <QWheelEvent>
 
 namespace {
-
 void turnWheel(QWidget& widget)
 {
     QWheelEvent event(widget.rect().center(), widget.mapToGlobal(widget.rect().center()), {},
@@ -47,7 +46,6 @@ void TestSpinBox::shouldLimitTypedNumbersToTheRange()
 {
     QFETCH(const QString, typed);
     QFETCH(const int, value);
-    const WarningTrap trap;
     QWidget window;
     window.resize(200, 80);
     CSpinBox box(&window);
@@ -76,7 +74,6 @@ void TestSpinBox::shouldLimitTypedNumbersToTheRange()
 
 void TestSpinBox::shouldReactToTheWheelOnlyWithTheFocus()
 {
-    const WarningTrap trap;
     QWidget window;
     window.resize(200, 80);
     QLineEdit other(&window);
@@ -94,6 +91,6 @@ void TestSpinBox::shouldReactToTheWheelOnlyWithTheFocus()
     QCOMPARE(box.value(), 1);
 }
 
-QTEST_MAIN(TestSpinBox)
+TSA_TEST_MAIN(TestSpinBox)
 
 #include "tst_spinbox.moc"

@@ -11,7 +11,6 @@
 #include <QToolTip>
 
 namespace {
-
 const QColor kBase(10, 20, 30);
 const QColor kAlternate(200, 210, 220);
 
@@ -69,7 +68,6 @@ struct Form
         return true;
     }
 
-    WarningTrap trap;
     Model model;
     QWidget window;
     CTableView table{&window};
@@ -238,6 +236,6 @@ void TestTableView::shouldKeepTheKeysOfATable()
     QCOMPARE(selectedRows(), 100);
 }
 
-QTEST_MAIN(TestTableView)
+TSA_TEST_MAIN(TestTableView)
 
 #include "tst_tableview.moc"

@@ -11,7 +11,6 @@
 #include <QToolTip>
 
 namespace {
-
 QWidget* shownTip()
 {
     const QWidgetList windows = QApplication::topLevelWidgets();
@@ -61,7 +60,6 @@ struct Form
 
     QRect area() const { return {button.mapToGlobal(QPoint()), button.size()}; }
 
-    WarningTrap trap;
     QWidget window;
     QPushButton button{&window};
 };
@@ -183,6 +181,6 @@ void TestToolTip::shouldLeaveOthersAlone()
     QVERIFY(!form.ask(CToolTip::Below).isValid());
 }
 
-QTEST_MAIN(TestToolTip)
+TSA_TEST_MAIN(TestToolTip)
 
 #include "tst_tooltip.moc"

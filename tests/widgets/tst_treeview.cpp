@@ -16,7 +16,6 @@
 #include <QTest>
 
 namespace {
-
 /// Lets only processors become current.
 class StrictSelection final : public CProcessorItemSelectionModel
 {
@@ -160,7 +159,6 @@ struct Form
         return asked.isEmpty() ? QString() : asked.last().at(0).toModelIndex().data().toString();
     }
 
-    WarningTrap trap;
     SampleTree tree;
     CProcessorDelegate delegate;
     View view;
@@ -530,7 +528,6 @@ void TestTreeView::shouldNotScrollHorizontally()
 
 void TestTreeView::shouldWorkWithoutAModel()
 {
-    const WarningTrap trap;
     View view;
     view.resize(200, 200);
     view.show();
@@ -546,6 +543,6 @@ void TestTreeView::shouldWorkWithoutAModel()
     QVERIFY(!view.hoveredIndex().isValid());
 }
 
-QTEST_MAIN(TestTreeView)
+TSA_TEST_MAIN(TestTreeView)
 
 #include "tst_treeview.moc"

@@ -53,7 +53,6 @@ struct WorkbenchUnderTest
     ProjectStore& store() { return session.store(); }
     ProcessorNode processor(quint32 n);
 
-    WarningTrap warnings;
     Session session;
     Language language;
     MainWindow window{session, language};

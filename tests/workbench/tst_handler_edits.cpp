@@ -13,7 +13,6 @@ Q_DECLARE_METATYPE(Notifier::Delivery)
 Q_DECLARE_METATYPE(HostReply)
 
 namespace {
-
 /// "G1[P11,P12] G2[P13] P14": the groups and, behind them, who stands under the root.
 QString treeText(const ProjectStore& store)
 {
@@ -93,7 +92,6 @@ void HandlerEditsTest::shouldReplyWhenTheAnswersSay_data()
 
 void HandlerEditsTest::shouldReplyWhenTheAnswersSay()
 {
-    const WarningTrap warnings;
     QFETCH(HostReply, reply);
     QFETCH(Notifier::Delivery, delivery);
     HandlerUnderTest test;
@@ -450,5 +448,5 @@ void HandlerEditsTest::shouldExtendContextMenus()
     QVERIFY(none.isEmpty());
 }
 
-QTEST_MAIN(HandlerEditsTest)
+TSA_TEST_MAIN(HandlerEditsTest)
 #include "tst_handler_edits.moc"

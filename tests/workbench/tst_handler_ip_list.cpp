@@ -2,6 +2,7 @@
 #include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/addresses/IpFile.h"
 #include "tests/support/LogTrap.h"
+#include "tests/support/WarningTrap.h"
 #include "tests/workbench/HandlerUnderTest.h"
 
 #include <QTemporaryDir>
@@ -320,5 +321,5 @@ void HandlerIpListTest::shouldAddProcessorsForEntries()
     QCOMPARE(test.store.snapshot().processors.last().ipAddress, 0x0A000032U);
 }
 
-QTEST_GUILESS_MAIN(HandlerIpListTest)
+TSA_GUILESS_TEST_MAIN(HandlerIpListTest)
 #include "tst_handler_ip_list.moc"

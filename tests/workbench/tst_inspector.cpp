@@ -18,7 +18,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
 /// "Role:name" of what is told, front to back, and of what lies in it.
 QStringList told(const QJsonArray& elements)
 {
@@ -80,8 +79,6 @@ struct Window : QWidget
         activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(this));
     }
-
-    const WarningTrap warnings;
 };
 
 void fill(QStandardItemModel& model, int rows, const QString& prefix)
@@ -259,7 +256,6 @@ void InspectorTest::shouldAnswerWhoConnects()
 
 void InspectorTest::shouldSayWhyNobodyCanConnect()
 {
-    const WarningTrap warnings;
     Inspector inspector;
     QString problem;
     QVERIFY(!inspector.listen(QStringLiteral("/nowhere/inspector"), problem));
@@ -267,6 +263,6 @@ void InspectorTest::shouldSayWhyNobodyCanConnect()
              qPrintable(problem));
 }
 
-QTEST_MAIN(InspectorTest)
+TSA_TEST_MAIN(InspectorTest)
 
 #include "tst_inspector.moc"

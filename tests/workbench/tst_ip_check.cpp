@@ -3,6 +3,7 @@
 #include "host/workbench/addresses/IpCheck.h"
 #include "host/workbench/addresses/PcNetworkReader.h"
 #include "host/workbench/project/Project.h"
+#include "tests/support/WarningTrap.h"
 
 #include <QTest>
 #include <QtEndian>
@@ -186,5 +187,5 @@ void IpCheckTest::shouldReadTheNetworkOnceASecond()
     QCOMPARE(PcNetworkCache([] { return office(); }).current().adapters.size(), 4);
 }
 
-QTEST_GUILESS_MAIN(IpCheckTest)
+TSA_GUILESS_TEST_MAIN(IpCheckTest)
 #include "tst_ip_check.moc"

@@ -1,6 +1,7 @@
 #include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/addresses/IpFile.h"
 #include "host/workbench/project/Project.h"
+#include "tests/support/WarningTrap.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QTest>
@@ -232,5 +233,5 @@ void IpFileTest::shouldReadWhatAnExportWrites()
     }
 }
 
-QTEST_GUILESS_MAIN(IpFileTest)
+TSA_GUILESS_TEST_MAIN(IpFileTest)
 #include "tst_ip_file.moc"

@@ -1,4 +1,5 @@
 #include "host/workbench/addresses/IpList.h"
+#include "tests/support/WarningTrap.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QTest>
@@ -109,5 +110,5 @@ void IpListTest::shouldSayWhy()
     QCOMPARE(texts.size(), 7);
 }
 
-QTEST_GUILESS_MAIN(IpListTest)
+TSA_GUILESS_TEST_MAIN(IpListTest)
 #include "tst_ip_list.moc"

@@ -75,5 +75,5 @@ void IpRoundTripTest::shouldImportWhatWasExported()
     QCOMPARE(entriesOf(workbench.handler), before);
 }
 
-QTEST_MAIN(IpRoundTripTest)
+TSA_TEST_MAIN(IpRoundTripTest)
 #include "tst_ip_round_trip.moc"

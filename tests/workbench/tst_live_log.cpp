@@ -33,7 +33,6 @@ private slots:
 
 void LiveLogTest::shouldTakeLinesFromEveryThread()
 {
-    const WarningTrap warnings;
     TraceModel trace;
     const QAbstractItemModelTester tester(&trace);
     std::vector<std::thread> threads;
@@ -70,7 +69,6 @@ void LiveLogTest::shouldNameTheWorkThread()
 
 void LiveLogTest::shouldKeepTheLastTenThousandLines()
 {
-    const WarningTrap warnings;
     TraceModel trace;
     const QAbstractItemModelTester tester(&trace);
     qRegisterMetaType<QVector<TraceEntry>>();
@@ -149,7 +147,6 @@ void LiveLogTest::shouldKeepTextsShort()
 /// Also what has no room in the model any more.
 void LiveLogTest::shouldWriteToAFile()
 {
-    const WarningTrap warnings;
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("trace.txt"));
     TraceModel trace;
@@ -173,7 +170,6 @@ void LiveLogTest::shouldWriteToAFile()
 
 void LiveLogTest::shouldSayWhyItCannotWrite()
 {
-    const WarningTrap warnings;
     TraceModel trace;
     TraceFile file(trace, QStringLiteral("/nowhere/trace.txt"));
     QString problem;
@@ -182,5 +178,5 @@ void LiveLogTest::shouldSayWhyItCannotWrite()
              qPrintable(problem));
 }
 
-QTEST_GUILESS_MAIN(LiveLogTest)
+TSA_GUILESS_TEST_MAIN(LiveLogTest)
 #include "tst_live_log.moc"

@@ -10,7 +10,6 @@
 #include <thread>
 
 namespace {
-
 /// A notifier with an observer that it tells.
 struct Watched
 {
@@ -46,7 +45,6 @@ private slots:
 
 void NotifierTest::shouldDeliverInOrderOnItsOwnThread()
 {
-    const WarningTrap warnings;
     Watched host;
     for (const quint32 number : {16U, 30U, 37U})
         host.notifier.raise(HostEvent(number));
@@ -195,5 +193,5 @@ void NotifierTest::shouldGetAlongWithoutAnObserver()
     QCOMPARE(trace.entry(1).text, QStringLiteral("16 had no observer"));
 }
 
-QTEST_GUILESS_MAIN(NotifierTest)
+TSA_GUILESS_TEST_MAIN(NotifierTest)
 #include "tst_notifier.moc"

@@ -1,4 +1,5 @@
 #include "host/workbench/addresses/AddressTexts.h"
+#include "tests/support/WarningTrap.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QTest>
@@ -152,5 +153,5 @@ void ProjectTest::shouldReadListsOfAddresses()
     QVERIFY(!addressesOfText(QStringLiteral("10.0.0.1; 10.0.0.2")));
 }
 
-QTEST_GUILESS_MAIN(ProjectTest)
+TSA_GUILESS_TEST_MAIN(ProjectTest)
 #include "tst_project.moc"

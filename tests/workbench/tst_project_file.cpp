@@ -2,6 +2,7 @@
 #include "host/workbench/project/FieldTexts.h"
 #include "host/workbench/project/Guid.h"
 #include "host/workbench/project/ProjectJson.h"
+#include "tests/support/WarningTrap.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QDir>
@@ -414,5 +415,5 @@ void ProjectFileTest::shouldSayWhyItCannotSave()
              qPrintable(problem));
 }
 
-QTEST_GUILESS_MAIN(ProjectFileTest)
+TSA_GUILESS_TEST_MAIN(ProjectFileTest)
 #include "tst_project_file.moc"

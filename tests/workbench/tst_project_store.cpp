@@ -89,7 +89,6 @@ void ProjectStoreTest::shouldRaiseTheEventsOfEachChange_data()
 
 void ProjectStoreTest::shouldRaiseTheEventsOfEachChange()
 {
-    const WarningTrap warnings;
     QFETCH(Notifier::Delivery, delivery);
     StoreUnderTest test(delivery);
     ProjectStore& store = test.store;
@@ -290,5 +289,5 @@ void ProjectStoreTest::shouldReplaceAnswers()
     QCOMPARE(test.store.snapshot().answers.selectionMode, 2);
 }
 
-QTEST_GUILESS_MAIN(ProjectStoreTest)
+TSA_GUILESS_TEST_MAIN(ProjectStoreTest)
 #include "tst_project_store.moc"

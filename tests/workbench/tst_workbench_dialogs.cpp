@@ -163,6 +163,6 @@ void WorkbenchDialogsTest::shouldEditDeviceSets()
     QCOMPARE(selector->currentText(), QStringLiteral("Set 3"));
 }
 
-QTEST_MAIN(WorkbenchDialogsTest)
+TSA_TEST_MAIN(WorkbenchDialogsTest)
 
 #include "tst_workbench_dialogs.moc"

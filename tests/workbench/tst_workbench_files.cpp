@@ -85,6 +85,6 @@ void WorkbenchFilesTest::shouldAskBeforeChangesAreLost()
     QVERIFY(test.window.close());
 }
 
-QTEST_MAIN(WorkbenchFilesTest)
+TSA_TEST_MAIN(WorkbenchFilesTest)
 
 #include "tst_workbench_files.moc"

@@ -43,7 +43,6 @@ void WorkbenchHandlerTest::shouldAnswerWithRecords()
 
 void WorkbenchHandlerTest::shouldCarryOutWhatThePanelAsksFor()
 {
-    const WarningTrap warnings;
     HandlerUnderTest test;
     test.handler.AddProcessors(sampleId(1), 2);
     QCOMPARE(test.events(), QStringLiteral("19"));
@@ -286,5 +285,5 @@ void WorkbenchHandlerTest::shouldTraceEveryCallWithItsThread()
     QVERIFY(test.lastEntry().text.endsWith(QStringLiteral("= \"P11\"")));
 }
 
-QTEST_MAIN(WorkbenchHandlerTest)
+TSA_TEST_MAIN(WorkbenchHandlerTest)
 #include "tst_workbench_handler.moc"

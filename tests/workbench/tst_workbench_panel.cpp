@@ -266,6 +266,6 @@ void WorkbenchPanelTest::shouldWarnOfTheSelectedProcessors()
     test.waitForPanel();
 }
 
-QTEST_MAIN(WorkbenchPanelTest)
+TSA_TEST_MAIN(WorkbenchPanelTest)
 
 #include "tst_workbench_panel.moc"

@@ -1,3 +1,5 @@
+#include "tests/support/WarningTrap.h"
+
 #include <QFile>
 #include <QTest>
 #include <QXmlStreamReader>
@@ -45,5 +47,5 @@ void WorkbenchTranslationTest::shouldBeCompleteAndKeepPlaces()
     QVERIFY2(translated > 150, qPrintable(QString::number(translated)));
 }
 
-QTEST_GUILESS_MAIN(WorkbenchTranslationTest)
+TSA_GUILESS_TEST_MAIN(WorkbenchTranslationTest)
 #include "tst_workbench_translation.moc"

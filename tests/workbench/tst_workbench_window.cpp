@@ -345,6 +345,6 @@ void WorkbenchWindowTest::shouldLeaveTheTreesKeysToThePanel()
     QVERIFY(seen.size() > 35);
 }
 
-QTEST_MAIN(WorkbenchWindowTest)
+TSA_TEST_MAIN(WorkbenchWindowTest)
 
 #include "tst_workbench_window.moc"

@@ -1,0 +1,49 @@
+#include "tests/support/WarningTrap.h"
+
+#include <QProcess>
+#include <QTest>
+
+class WarningTrapTest final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldFailARunWithUnexpectedWarnings_data();
+    void shouldFailARunWithUnexpectedWarnings();
+};
+
+void WarningTrapTest::shouldFailARunWithUnexpectedWarnings_data()
+{
+    QTest::addColumn<QString>("function"); // empty for all
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("complaint");
+    QTest::newRow("silent") << "shouldInform" << 0 << "";
+    QTest::newRow("warning") << "shouldWarn:here" << 1
+                             << "unexpected warning in shouldWarn(here): this is unexpected";
+    QTest::newRow("warning of another thread")
+        << "shouldWarn:on another thread" << 1
+        << "unexpected warning in shouldWarn(on another thread): this is unexpected";
+    QTest::newRow("taken warning") << "shouldTakeItsWarning" << 0 << "";
+    QTest::newRow("warning before a taken one")
+        << "" << 1 << "unexpected warning in shouldWarn(here): this is unexpected";
+    QTest::newRow("failure") << "shouldFail" << 1 << "";
+}
+
+void WarningTrapTest::shouldFailARunWithUnexpectedWarnings()
+{
+    QFETCH(QString, function);
+    QFETCH(int, exitCode);
+    QFETCH(QString, complaint);
+    QProcess program;
+    program.start(QStringLiteral(WARNING_PROGRAM),
+                  function.isEmpty() ? QStringList() : QStringList(function));
+    QVERIFY(program.waitForFinished());
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    const QString output = QString::fromUtf8(program.readAllStandardOutput());
+    QVERIFY2(output.contains(complaint), qPrintable(output));
+    QCOMPARE(output.contains(QStringLiteral("unexpected warning")), !complaint.isEmpty());
+    QCOMPARE(program.exitCode(), exitCode);
+}
+
+TSA_GUILESS_TEST_MAIN(WarningTrapTest)
+#include "tst_warningtrap.moc"
