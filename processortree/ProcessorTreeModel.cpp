@@ -7,6 +7,7 @@
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorItem.h"
 #include "processortree/ProcessorTreeModelChange.h"
+#include "processortree/RowDescription.h"
 #include "processortree/TreeFill.h"
 #include "processortree/TreeWalk.h"
 
@@ -72,6 +73,8 @@ QVariant CProcessorTreeModel::data(const QModelIndex& index, int role) const
     QVariant stored = QStandardItemModel::data(index, role);
     if (role == NodeDataRole && stored.userType() == qMetaTypeId<CRecordHandle>())
         return QVariant::fromValue(processorRecord(stored));
+    if (role == Qt::AccessibleDescriptionRole && index.isValid() && !stored.isValid())
+        return rowDescription(index);
     return stored;
 }
 

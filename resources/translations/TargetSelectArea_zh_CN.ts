@@ -415,6 +415,14 @@
         <source>All processors</source>
         <translation>全部处理器</translation>
     </message>
+    <message>
+        <source>Project, Processor groups: %1</source>
+        <translation>项目，处理器组：%1</translation>
+    </message>
+    <message>
+        <source>Processor group, Processors: %1</source>
+        <translation>处理器组，处理器：%1</translation>
+    </message>
 </context>
 <context>
     <name>CTargetSelectArea</name>
