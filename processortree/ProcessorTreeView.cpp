@@ -4,6 +4,7 @@
 #include "plugin/PanelStep.h"
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
+#include "processortree/AccessibleTree.h"
 #include "processortree/Addition.h"
 #include "processortree/ArrivalWatch.h"
 #include "processortree/ExpandBranches.h"
@@ -76,6 +77,7 @@ CProcessorTreeView::CProcessorTreeView(QWidget* parent)
     , m_arrivals(new CArrivalWatch(this))
     , m_groupToFill(new CArrivalWatch(this))
 {
+    AccessibleTree::install();
     setItemDelegate(m_delegate);
     setEditTriggers(NoEditTriggers);
     setSelectionMode(ExtendedSelection);
@@ -205,6 +207,8 @@ void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
         return;
     m_arrivals->stop();
     edit(index);
+    if (QWidget* field = indexWidget(index))
+        field->setAccessibleName(tr("Name"));
 }
 
 void CProcessorTreeView::AddGroup()

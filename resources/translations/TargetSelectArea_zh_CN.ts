@@ -454,6 +454,18 @@
 <context>
     <name>CProcessorTreeView</name>
     <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Expand</source>
+        <translation>展开</translation>
+    </message>
+    <message>
+        <source>Collapse</source>
+        <translation>折叠</translation>
+    </message>
+    <message>
         <source>Group</source>
         <translation>组</translation>
     </message>
