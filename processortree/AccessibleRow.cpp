@@ -54,7 +54,7 @@ void showMenu(CProcessorTreeView& view, const QPersistentModelIndex& row)
     view.setFocus(Qt::OtherFocusReason);
     view.scrollTo(row);
     const QPoint place = view.visualRect(row).center();
-    QContextMenuEvent menu(QContextMenuEvent::Mouse, place, view.viewport()->mapToGlobal(place));
+    QContextMenuEvent menu(QContextMenuEvent::Other, place, view.viewport()->mapToGlobal(place));
     QApplication::sendEvent(view.viewport(), &menu);
 }
 

@@ -1,5 +1,7 @@
 #include "host/widgets/MenuToolButton.h"
 
+#include "host/widgets/MenuByKey.h"
+
 #include <QKeyEvent>
 #include <QMenu>
 #include <QStyleOptionToolButton>
@@ -57,6 +59,7 @@ QSize CMenuToolButton::sizeHint() const
 
 void CMenuToolButton::keyPressEvent(QKeyEvent* event)
 {
+    const MenuByKey first(m_menu);
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:

@@ -4,7 +4,7 @@
 #include "tests/support/Chinese.h"
 #include "tests/support/DialogDriver.h"
 
-#include <QAction>
+#include <QMenu>
 
 /// The tree as a screen reader meets it: its rows, their texts and states, and what they do.
 class TreeAccessibilityTest final : public QObject
@@ -247,6 +247,7 @@ void TreeAccessibilityTest::shouldOpenTheMenuOfARow()
     driver.then([&](QWidget& menu) {
         for (const QAction* action : menu.actions())
             entries += action->text() + QLatin1Char('|');
+        QCOMPARE(static_cast<QMenu&>(menu).activeAction(), menu.actions().first());
         menu.close();
     });
     HeardTree::act(*tree.group(), "ShowMenu");

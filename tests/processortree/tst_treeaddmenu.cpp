@@ -126,7 +126,7 @@ void TreeAddMenuTest::shouldOpenItsMenuByKeys()
     DrivenPanel panel;
     panel.button().setFocus();
     panel.driver.then([](QWidget& menu) {
-        QTest::keyClick(&menu, Qt::Key_Down);
+        QCOMPARE(static_cast<QMenu&>(menu).activeAction()->text(), kAddGroup);
         QTest::keyClick(&menu, Qt::Key_Down);
         QTest::keyClick(&menu, Qt::Key_Return);
     });

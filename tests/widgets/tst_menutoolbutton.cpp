@@ -168,6 +168,7 @@ void TestMenuToolButton::shouldOpenTheMenuByKeys()
     QWidget* opened = nullptr;
     form.driver.then([&](QWidget& menu) {
         opened = &menu;
+        QCOMPARE(form.button.menu()->activeAction(), form.all);
         menu.close();
     });
     QTest::keyClick(&form.button, Qt::Key_Down, static_cast<Qt::KeyboardModifier>(modifier));
