@@ -151,6 +151,8 @@ void CProcessorTree::retranslate()
 {
     m_search->setPlaceholderText(tr("Search"));
     m_search->setAccessibleName(tr("Search"));
+    // Assistive technology reads the text as the name of the button in the field.
+    m_searchAction->setText(tr("Search"));
     m_searchAction->setToolTip(tr("Search"));
     m_addButton->setAccessibleName(tr("Add"));
     m_treeView->setAccessibleName(tr("Processors"));

@@ -1,6 +1,7 @@
 #include "host/widgets/MenuToolButton.h"
 
 #include "host/widgets/MenuByKey.h"
+#include "host/widgets/ToolButtonAccessible.h"
 
 #include <QKeyEvent>
 #include <QMenu>
@@ -27,6 +28,7 @@ CMenuToolButton::CMenuToolButton(QWidget* parent)
     : QToolButton(parent)
     , m_menu(new QMenu(this))
 {
+    installToolButtonAccessibility();
     setToolButtonStyle(Qt::ToolButtonTextOnly);
     setPopupMode(MenuButtonPopup);
     setFocusPolicy(Qt::StrongFocus);

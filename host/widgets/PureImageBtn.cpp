@@ -1,7 +1,7 @@
 #include "host/widgets/PureImageBtn.h"
 
 #include "host/widgets/MenuByKey.h"
-#include "host/widgets/PureImageBtnAccessible.h"
+#include "host/widgets/ToolButtonAccessible.h"
 
 #include <QKeyEvent>
 #include <QStyleOptionToolButton>
@@ -16,7 +16,7 @@ constexpr int kImage = 16;
 CPureImageBtn::CPureImageBtn(QWidget* parent)
     : QToolButton(parent)
 {
-    installPureImageBtnAccessibility();
+    installToolButtonAccessibility();
     setAutoRaise(true);
     setToolButtonStyle(Qt::ToolButtonIconOnly);
     setIconSize({kImage, kImage});

@@ -221,6 +221,26 @@ void TestMenuToolButton::shouldHaveItsTextAsAccessibleName()
     QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&form.button);
     QVERIFY(accessible);
     QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("Detect"));
+    QCOMPARE(accessible->role(), QAccessible::ButtonMenu);
+    QCOMPARE(accessible->actionInterface()->actionNames(),
+             QStringList({QStringLiteral("Press"), QStringLiteral("ShowMenu"),
+                          QStringLiteral("SetFocus")}));
+    QSignalSpy clicks(&form.button, &QAbstractButton::clicked);
+    accessible->actionInterface()->doAction(QStringLiteral("Press"));
+    QTRY_COMPARE(clicks.count(), 1);
+    bool opened = false;
+    form.driver.then([&](QWidget& menu) {
+        opened = &menu == form.button.menu();
+        menu.close();
+    });
+    accessible->actionInterface()->doAction(QStringLiteral("ShowMenu"));
+    QTRY_VERIFY(opened);
+    QVERIFY(!form.button.isDown());
+    QCOMPARE(accessible->childCount(), 1);
+    QCOMPARE(accessible->child(0)->object(), form.button.menu());
+    QCOMPARE(accessible->indexOfChild(accessible->child(0)), 0);
+    QCOMPARE(accessible->indexOfChild(accessible), -1);
+    QVERIFY(!accessible->child(1));
 }
 
 void TestMenuToolButton::shouldDoNothingWhenDisabled()

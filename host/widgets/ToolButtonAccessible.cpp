@@ -1,6 +1,7 @@
-#include "host/widgets/PureImageBtnAccessible.h"
+#include "host/widgets/ToolButtonAccessible.h"
 
 #include "host/widgets/MenuByKey.h"
+#include "host/widgets/MenuToolButton.h"
 #include "host/widgets/PureImageBtn.h"
 
 #include <QAccessibleWidget>
@@ -9,10 +10,10 @@
 
 namespace {
 
-class AccessibleImageButton final : public QAccessibleWidget
+class AccessibleToolButton final : public QAccessibleWidget
 {
 public:
-    explicit AccessibleImageButton(CPureImageBtn* button)
+    explicit AccessibleToolButton(QToolButton* button)
         : QAccessibleWidget(button)
     {
     }
@@ -30,6 +31,24 @@ public:
         state.checkable = button().isCheckable();
         state.checked = button().isChecked();
         return state;
+    }
+
+    QString text(QAccessible::Text kind) const override
+    {
+        const QString text = QAccessibleWidget::text(kind);
+        return kind == QAccessible::Name && text.isEmpty() ? button().text() : text;
+    }
+
+    int childCount() const override { return button().menu() ? 1 : 0; }
+
+    QAccessibleInterface* child(int number) const override
+    {
+        return number == 0 ? QAccessible::queryAccessibleInterface(button().menu()) : nullptr;
+    }
+
+    int indexOfChild(const QAccessibleInterface* child) const override
+    {
+        return child && button().menu() && child->object() == button().menu() ? 0 : -1;
     }
 
     QStringList actionNames() const override
@@ -67,18 +86,19 @@ public:
     }
 
 private:
-    CPureImageBtn& button() const { return static_cast<CPureImageBtn&>(*widget()); }
+    QToolButton& button() const { return static_cast<QToolButton&>(*widget()); }
 };
 
 QAccessibleInterface* createInterface(const QString&, QObject* object)
 {
-    auto* button = qobject_cast<CPureImageBtn*>(object);
-    return button ? new AccessibleImageButton(button) : nullptr;
+    const bool isOne =
+        qobject_cast<CPureImageBtn*>(object) || qobject_cast<CMenuToolButton*>(object);
+    return isOne ? new AccessibleToolButton(static_cast<QToolButton*>(object)) : nullptr;
 }
 
 } // namespace
 
-void installPureImageBtnAccessibility()
+void installToolButtonAccessibility()
 {
     static const bool installed = [] {
         QAccessible::installFactory(createInterface);
