@@ -113,6 +113,8 @@ void CProcessorTree::createAddMenu()
         if (entry == Entry::Group)
             menu->addSeparator();
     }
+    // Before the entry acts: assistive technology triggers it and leaves the menu open.
+    connect(menu, &QMenu::triggered, menu, &QWidget::hide);
     connect(menu, &QMenu::aboutToShow, this, [this] { fromMenu([this] { refreshMenu(); }); });
     m_addButton->setMenu(menu);
 }

@@ -62,7 +62,15 @@ void CTreeMenu::run(const QPoint& globalPosition, bool byKey)
     const auto start = [menu = m_menu.get()] { activateFirstEntry(*menu); };
     if (byKey)
         QMetaObject::invokeMethod(m_menu.get(), start, Qt::QueuedConnection);
-    QAction* chosen = m_menu->exec(globalPosition);
-    if (m_parent && m_actions.contains(chosen))
-        m_actions.value(chosen)();
+    // Assistive technology triggers an entry and leaves the menu open.
+    QAction* triggered = nullptr;
+    const auto close = [this, &triggered](QAction* entry) {
+        triggered = entry;
+        m_menu->hide();
+    };
+    const auto connection = QObject::connect(m_menu.get(), &QMenu::triggered, m_menu.get(), close);
+    m_menu->exec(globalPosition);
+    QObject::disconnect(connection);
+    if (m_parent && m_actions.contains(triggered))
+        m_actions.value(triggered)();
 }

@@ -32,6 +32,8 @@ CMenuToolButton::CMenuToolButton(QWidget* parent)
     setToolButtonStyle(Qt::ToolButtonTextOnly);
     setPopupMode(MenuButtonPopup);
     setFocusPolicy(Qt::StrongFocus);
+    // Before the entry acts: assistive technology triggers it and leaves the menu open.
+    connect(m_menu, &QMenu::triggered, m_menu, &QWidget::hide);
     setMenu(m_menu);
 }
 

@@ -91,8 +91,10 @@ private:
 
 QAccessibleInterface* createInterface(const QString&, QObject* object)
 {
-    const bool isOne =
-        qobject_cast<CPureImageBtn*>(object) || qobject_cast<CMenuToolButton*>(object);
+    // Not those of Qt's own making, such as the buttons in fields.
+    const bool isOne = qobject_cast<CPureImageBtn*>(object)
+                       || qobject_cast<CMenuToolButton*>(object)
+                       || object->metaObject() == &QToolButton::staticMetaObject;
     return isOne ? new AccessibleToolButton(static_cast<QToolButton*>(object)) : nullptr;
 }
 

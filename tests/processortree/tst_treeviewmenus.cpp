@@ -62,6 +62,7 @@ private slots:
     void shouldRunItsEntries_data();
     void shouldRunItsEntries();
     void shouldOpenTheSameMenuByButtonAndKey();
+    void shouldRunAnEntryThatAssistiveTechnologyTriggers();
     void shouldOpenNoneWhenLocked();
     void shouldDoNothingOnceLocked_data();
     void shouldDoNothingOnceLocked();
@@ -266,6 +267,20 @@ void TreeViewMenusTest::shouldOpenTheSameMenuByButtonAndKey()
     QCOMPARE(menus.size(), 3);
     QCOMPARE(menus.count(kGroup + QStringLiteral("|Rename|--|Delete")), 3);
     QCOMPARE(started, QStringList({QString(), QString(), QStringLiteral("Add processor group")}));
+}
+
+void TreeViewMenusTest::shouldRunAnEntryThatAssistiveTechnologyTriggers()
+{
+    DrivenTree tree;
+    tree.driver.then([](QWidget& menu) {
+        for (QAction* entry : menu.actions()) {
+            if (entry->text() == QStringLiteral("Rename"))
+                entry->trigger();
+        }
+        QVERIFY(menu.isHidden());
+    });
+    tree.rightClick(10);
+    QVERIFY(tree.editor());
 }
 
 void TreeViewMenusTest::shouldOpenNoneWhenLocked()

@@ -85,6 +85,7 @@ private slots:
     void shouldClickByKeys();
     void shouldOpenTheMenuByKeys_data();
     void shouldOpenTheMenuByKeys();
+    void shouldCloseItsMenuBeforeATriggeredEntryActs();
     void shouldShowItsStates();
     void shouldCentreItsText();
     void shouldElideTextsThatDoNotFit();
@@ -173,6 +174,17 @@ void TestMenuToolButton::shouldOpenTheMenuByKeys()
     });
     QTest::keyClick(&form.button, Qt::Key_Down, static_cast<Qt::KeyboardModifier>(modifier));
     QCOMPARE(opened, form.button.menu());
+}
+
+void TestMenuToolButton::shouldCloseItsMenuBeforeATriggeredEntryActs()
+{
+    Form form;
+    bool wasClosed = false;
+    connect(form.few, &QAction::triggered, this,
+            [&] { wasClosed = form.button.menu()->isHidden(); });
+    form.driver.then([&](QWidget&) { form.few->trigger(); });
+    QTest::mouseClick(&form.button, Qt::LeftButton, {}, form.onArrow());
+    QVERIFY(wasClosed);
 }
 
 void TestMenuToolButton::shouldShowItsStates()
