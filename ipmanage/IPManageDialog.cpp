@@ -115,6 +115,8 @@ void CIPManageDialog::createAddMenu()
     menu->setFixedHeight(kAddMenuHeight);
     for (const IPManageMenuId id : {IPManageReadOnline, IPManageAddOne, IPManageAddMultiple})
         m_actions.insert(id, menu->addAction(QString()));
+    // Before the entry acts: assistive technology triggers it and leaves the menu open.
+    connect(menu, &QMenu::triggered, menu, &QWidget::hide);
     QToolButton* button = m_buttons[IPManageAdd];
     button->setMenu(menu);
     button->setPopupMode(QToolButton::InstantPopup);

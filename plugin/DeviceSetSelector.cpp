@@ -4,8 +4,8 @@
 #include "base/TargetSelectHandler.h"
 #include "base/LogCategories.h"
 
+#include <QLabel>
 #include <QMetaMethod>
-#include <QPointer>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -37,6 +37,19 @@ CDeviceSetSelector::CDeviceSetSelector(QWidget* parent)
 {
     setTextHorizontalAlignment(Qt::AlignHCenter);
     hide();
+}
+
+/// Qt gives the chosen entry as the accessible name of a combo box on some platforms, where a label
+/// beside the box names it.
+void CDeviceSetSelector::setSpokenName(const QString& name)
+{
+    setAccessibleName(name);
+    if (!m_label) {
+        m_label = new QLabel(parentWidget());
+        m_label->setBuddy(this);
+        m_label->hide();
+    }
+    m_label->setText(name);
 }
 
 void CDeviceSetSelector::setDeviceSets(const GUID& current, const QList<SDeviceSetInfo>& sets)

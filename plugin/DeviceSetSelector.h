@@ -4,6 +4,9 @@
 #include "host/widgets/ComboBox.h"
 
 #include <QList>
+#include <QPointer>
+
+class QLabel;
 
 /// Shows the host's device sets and has the user pick another one, which the host may refuse; it is
 /// asked about one at a time. There only while there is a choice. GUI thread; the host may destroy
@@ -14,6 +17,9 @@ class CDeviceSetSelector final : public CComboBox
 
 public:
     explicit CDeviceSetSelector(QWidget* parent = nullptr);
+
+    /// Has assistive technology call the selector `name`. Needs a parent.
+    void setSpokenName(const QString& name);
 
     /// Offers `sets` with `current` chosen. Hidden and empty with fewer than two sets, with an
     /// all-zero `current` and with one that is none of them.
@@ -31,7 +37,8 @@ private:
     void confirm(const QList<SDeviceSetInfo>& sets, int index);
     void showQuietly(int index);
 
-    int m_accepted = -1;  // the entry that a refused choice goes back to
+    QPointer<QLabel> m_label; // never shown; child of the parent
+    int m_accepted = -1;      // the entry that a refused choice goes back to
     int m_asked = -1;     // the entry that the host is asked about; another choice goes back to it
     int m_generation = 0; // which list of device sets is shown
     int m_questions = 0;  // to the host, nested, about a choice

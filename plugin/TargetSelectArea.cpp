@@ -271,7 +271,7 @@ void CTargetSelectArea::retranslate()
     const QList<QAction*> entries = m_detection->menu()->actions();
     entries.at(0)->setText(tr("All devices"));
     entries.at(1)->setText(tr("Processors only"));
-    m_deviceSetSelector->setAccessibleName(tr("Device set"));
+    m_deviceSetSelector->setSpokenName(tr("Device set"));
     showLanUsbAddress();
     CTargetSelectData::Instance()->GetModel()->updateRootText();
 }

@@ -4,7 +4,7 @@
 #include "base/PaintScope.h"
 #include "host/widgets/SvgIcons.h"
 #include "host/widgets/ToolTip.h"
-#include "search/ProcessorTexts.h"
+#include "base/ProcessorTexts.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

@@ -2,7 +2,6 @@
 
 #include "base/NodeType.h"
 #include "base/GuiThread.h"
-#include "processortree/model/ProcessorTreeModel.h"
 #include "search/ProcessorFilterProxyModel.h"
 
 #include <algorithm>

@@ -5,7 +5,6 @@
 #include "base/GuiThread.h"
 #include "base/LogCategories.h"
 #include "base/PaintScope.h"
-#include "processortree/model/ProcessorTreeModel.h"
 #include "search/CompleterProcessorDelegate.h"
 #include "search/PopupPlace.h"
 #include "search/ProcessorFilterModel.h"

@@ -4,7 +4,6 @@
 #include "base/RecordCell.h"
 #include "search/FoundProcessors.h"
 #include "search/ProcessorFilterProxyModel.h"
-#include "search/ProcessorTexts.h"
 
 #include <algorithm>
 
@@ -77,13 +76,7 @@ int CProcessorFilterModel::columnCount(const QModelIndex& parent) const
 
 QVariant CProcessorFilterModel::data(const QModelIndex& index, int role) const
 {
-    if (!sourceModel())
-        return {};
-    const QModelIndex row = readableIndex(index);
-    const QVariant value = row.data(role);
-    if (role == Qt::AccessibleDescriptionRole && row.isValid() && !value.isValid())
-        return processorDescription(row.data(NodeDataRole).value<ProcessorNode>());
-    return value;
+    return sourceModel() ? readableIndex(index).data(role) : QVariant();
 }
 
 Qt::ItemFlags CProcessorFilterModel::flags(const QModelIndex& index) const

@@ -1,5 +1,8 @@
 #include "host/widgets/MenuToolButton.h"
 
+#include "host/widgets/MenuByKey.h"
+#include "host/widgets/ToolButtonAccessible.h"
+
 #include <QKeyEvent>
 #include <QMenu>
 #include <QStyleOptionToolButton>
@@ -25,9 +28,12 @@ CMenuToolButton::CMenuToolButton(QWidget* parent)
     : QToolButton(parent)
     , m_menu(new QMenu(this))
 {
+    installToolButtonAccessibility();
     setToolButtonStyle(Qt::ToolButtonTextOnly);
     setPopupMode(MenuButtonPopup);
     setFocusPolicy(Qt::StrongFocus);
+    // Before the entry acts: assistive technology triggers it and leaves the menu open.
+    connect(m_menu, &QMenu::triggered, m_menu, &QWidget::hide);
     setMenu(m_menu);
 }
 
@@ -57,6 +63,7 @@ QSize CMenuToolButton::sizeHint() const
 
 void CMenuToolButton::keyPressEvent(QKeyEvent* event)
 {
+    const MenuByKey first(m_menu);
     switch (event->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:

@@ -1,5 +1,8 @@
 #include "host/widgets/PureImageBtn.h"
 
+#include "host/widgets/MenuByKey.h"
+#include "host/widgets/ToolButtonAccessible.h"
+
 #include <QKeyEvent>
 #include <QStyleOptionToolButton>
 #include <QStylePainter>
@@ -13,6 +16,7 @@ constexpr int kImage = 16;
 CPureImageBtn::CPureImageBtn(QWidget* parent)
     : QToolButton(parent)
 {
+    installToolButtonAccessibility();
     setAutoRaise(true);
     setToolButtonStyle(Qt::ToolButtonIconOnly);
     setIconSize({kImage, kImage});
@@ -35,6 +39,7 @@ QSize CPureImageBtn::sizeHint() const
 
 void CPureImageBtn::keyPressEvent(QKeyEvent* event)
 {
+    const MenuByKey first(menu());
     const bool opens = menu() && popupMode() != DelayedPopup;
     switch (event->key()) {
     case Qt::Key_Return:

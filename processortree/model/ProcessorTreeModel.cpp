@@ -9,6 +9,7 @@
 #include "processortree/model/ProcessorTreeModelChange.h"
 #include "processortree/model/TreeFill.h"
 #include "processortree/model/TreeWalk.h"
+#include "processortree/model/RowDescription.h"
 
 #include <QScopedValueRollback>
 
@@ -72,6 +73,8 @@ QVariant CProcessorTreeModel::data(const QModelIndex& index, int role) const
     QVariant stored = QStandardItemModel::data(index, role);
     if (role == NodeDataRole && stored.userType() == qMetaTypeId<CRecordHandle>())
         return QVariant::fromValue(processorRecord(stored));
+    if (role == Qt::AccessibleDescriptionRole && index.isValid() && !stored.isValid())
+        return rowDescription(index);
     return stored;
 }
 

@@ -105,6 +105,8 @@ void CProcessorTree::createAddMenu()
         if (entry == Entry::Group)
             menu->addSeparator();
     }
+    // Before the entry acts: assistive technology triggers it and leaves the menu open.
+    connect(menu, &QMenu::triggered, menu, &QWidget::hide);
     connect(menu, &QMenu::aboutToShow, this, [this] { fromMenu([this] { refreshMenu(); }); });
     m_addButton->setMenu(menu);
 }
@@ -142,6 +144,8 @@ void CProcessorTree::retranslate()
 {
     m_search->setPlaceholderText(tr("Search"));
     m_search->setAccessibleName(tr("Search"));
+    // Assistive technology reads the text as the name of the button in the field.
+    m_searchAction->setText(tr("Search"));
     m_searchAction->setToolTip(tr("Search"));
     m_addButton->setAccessibleName(tr("Add"));
     m_treeView->setAccessibleName(tr("Processors"));

@@ -13,6 +13,11 @@
 #include "processortree/view/ProcessorSelectionModel.h"
 #include "processortree/view/ProcessorTreeDelegate.h"
 #include "processortree/view/TreeDeletion.h"
+#include "base/PanelStep.h"
+#include "base/TargetSelectHandler.h"
+#include "processortree/view/AccessibleTree.h"
+#include "base/NodeType.h"
+#include "base/PaintScope.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -77,6 +82,7 @@ CProcessorTreeView::CProcessorTreeView(IPanelBridge& bridge, QWidget* parent)
     , m_arrivals(new CArrivalWatch(this))
     , m_groupToFill(new CArrivalWatch(this))
 {
+    AccessibleTree::install();
     setItemDelegate(m_delegate);
     setEditTriggers(NoEditTriggers);
     setSelectionMode(ExtendedSelection);
@@ -205,6 +211,8 @@ void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
         return;
     m_arrivals->stop();
     edit(index);
+    if (QWidget* field = indexWidget(index))
+        field->setAccessibleName(tr("Name"));
 }
 
 void CProcessorTreeView::AddGroup()

@@ -160,6 +160,7 @@ private:
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
     bool m_isCurrentDue = false; // to be shown
+    bool m_isMenuByKey = false;  // the one that is asked for
     bool m_locked = false;
     bool m_retired = false;
 };

@@ -44,6 +44,7 @@ bool isDeletable(const QModelIndex& index)
 
 void CProcessorTreeView::OnNotifyMoreClicked(const QModelIndex& index, const QPoint& pos)
 {
+    m_isMenuByKey = false;
     OnRightMenuEvent(index, pos);
 }
 
@@ -68,7 +69,7 @@ void CProcessorTreeView::OnRightMenuEvent(const QModelIndex& index, const QPoint
     if (alive && !isReadOnly() && type == NodeProcessor)
         addFrontPanelEntry(menu, id);
     if (alive)
-        menu.run(place);
+        menu.run(place, m_isMenuByKey);
 }
 
 bool CProcessorTreeView::isReadOnly() const
@@ -170,6 +171,8 @@ void CProcessorTreeView::addFrontPanelEntry(CTreeMenu& menu, const QUuid& id)
 void CProcessorTreeView::contextMenuEvent(QContextMenuEvent* event)
 {
     const Life alive(this);
+    // Assistive technology has no mouse either.
+    m_isMenuByKey = event->reason() != QContextMenuEvent::Mouse;
     const bool several = offersSelectionMenu();
     if (!alive)
         return;
@@ -211,7 +214,7 @@ void CProcessorTreeView::runSelectionMenu(const QModelIndex& index, const QPoint
     if (alive && !isReadOnly())
         addFrontPanelEntry(menu, id);
     if (alive)
-        menu.run(place);
+        menu.run(place, m_isMenuByKey);
 }
 
 /// A processor that has, or is, a backup stays where it is.

@@ -28,8 +28,9 @@ public:
     /// For the host's own entries; null when the parent is gone.
     QMenu* menu() const;
 
-    /// Shows the menu, unless it is empty, until the user chooses or leaves it.
-    void run(const QPoint& globalPosition);
+    /// Shows the menu, unless it is empty, until the user chooses or leaves it. Opened `byKey`, its
+    /// first entry that can be chosen is active.
+    void run(const QPoint& globalPosition, bool byKey);
 
 private:
     QPointer<QWidget> m_parent;

@@ -147,41 +147,6 @@
     </message>
 </context>
 <context>
-    <name>CCompleterProcessorDelegate</name>
-    <message>
-        <source>Number</source>
-        <translation>编号</translation>
-    </message>
-    <message>
-        <source>Invalid</source>
-        <translation>无效</translation>
-    </message>
-    <message>
-        <source>Processor</source>
-        <translation>处理器</translation>
-    </message>
-    <message>
-        <source>Backup processor</source>
-        <translation>备份处理器</translation>
-    </message>
-    <message>
-        <source>Online</source>
-        <translation>在线</translation>
-    </message>
-    <message>
-        <source>Offline</source>
-        <translation>离线</translation>
-    </message>
-    <message>
-        <source>Has a backup</source>
-        <translation>有备份</translation>
-    </message>
-    <message>
-        <source>Warning</source>
-        <translation>警告</translation>
-    </message>
-</context>
-<context>
     <name>CCustomAddProcessor</name>
     <message>
         <source>Custom add processor</source>
@@ -415,6 +380,14 @@
         <source>All processors</source>
         <translation>全部处理器</translation>
     </message>
+    <message>
+        <source>Project, Processor groups: %1</source>
+        <translation>项目，处理器组：%1</translation>
+    </message>
+    <message>
+        <source>Processor group, Processors: %1</source>
+        <translation>处理器组，处理器：%1</translation>
+    </message>
 </context>
 <context>
     <name>CTargetSelectArea</name>
@@ -445,6 +418,18 @@
 </context>
 <context>
     <name>CProcessorTreeView</name>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Expand</source>
+        <translation>展开</translation>
+    </message>
+    <message>
+        <source>Collapse</source>
+        <translation>折叠</translation>
+    </message>
     <message>
         <source>Group</source>
         <translation>组</translation>
@@ -500,6 +485,41 @@
     <message>
         <source>Want to delete the selected processor?</source>
         <translation>要删除所选处理器吗？</translation>
+    </message>
+</context>
+<context>
+    <name>ProcessorTexts</name>
+    <message>
+        <source>Number</source>
+        <translation>编号</translation>
+    </message>
+    <message>
+        <source>Invalid</source>
+        <translation>无效</translation>
+    </message>
+    <message>
+        <source>Processor</source>
+        <translation>处理器</translation>
+    </message>
+    <message>
+        <source>Backup processor</source>
+        <translation>备份处理器</translation>
+    </message>
+    <message>
+        <source>Online</source>
+        <translation>在线</translation>
+    </message>
+    <message>
+        <source>Offline</source>
+        <translation>离线</translation>
+    </message>
+    <message>
+        <source>Has a backup</source>
+        <translation>有备份</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>警告</translation>
     </message>
 </context>
 </TS>

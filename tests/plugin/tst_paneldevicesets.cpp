@@ -75,6 +75,10 @@ void PanelDeviceSetsTest::shouldHaveItsShape()
     QCOMPARE(shown.selector()->textHorizontalAlignment(), Qt::AlignHCenter);
     QVERIFY(!shown.selector()->isVisible());
     QCOMPARE(shown.selector()->accessibleName(), QStringLiteral("Device set"));
+    const auto labels =
+        QAccessible::queryAccessibleInterface(shown.selector())->relations(QAccessible::Label);
+    QCOMPARE(labels.size(), 1);
+    QCOMPARE(labels.first().first->text(QAccessible::Name), QStringLiteral("Device set"));
 }
 
 void PanelDeviceSetsTest::shouldBeThereOnlyWhenThereIsAChoice_data()

@@ -75,6 +75,10 @@ void ProcessorTreeTest::shouldHaveItsShape()
         QVERIFY(action->shortcut().isEmpty());
     QCOMPARE(panel.view().model(), &panel.model());
     QCOMPARE(nameOf(panel.field()), QStringLiteral("Search"));
+    QStringList inField;
+    for (QToolButton* small : panel.field().findChildren<QToolButton*>())
+        inField.append(nameOf(*small));
+    QCOMPARE(inField, QStringList({QStringLiteral("Search"), QStringLiteral("Clear")}));
     QCOMPARE(nameOf(panel.button()), QStringLiteral("Add"));
     QCOMPARE(nameOf(panel.view()), QStringLiteral("Processors"));
 }

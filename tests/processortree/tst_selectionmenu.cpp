@@ -120,6 +120,7 @@ void SelectionMenuTest::shouldOpenTheMenuOfSeveralWithinTheView()
     QPoint place;
     tree.driver.then([&](QWidget& menu) {
         place = viewport->mapFromGlobal(menu.pos());
+        QVERIFY(static_cast<QMenu&>(menu).activeAction());
         menu.close();
     });
     if (isMenuKey) {

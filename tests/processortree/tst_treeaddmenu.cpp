@@ -15,6 +15,7 @@ private slots:
     void shouldRunItsEntries_data();
     void shouldRunItsEntries();
     void shouldOpenItsMenuByKeys();
+    void shouldCloseItsMenuBeforeATriggeredEntryActs();
     void shouldCloseItsMenuByAnotherClick();
     void shouldOutliveAPanelDestroyedByTheMenu_data();
     void shouldOutliveAPanelDestroyedByTheMenu();
@@ -126,12 +127,23 @@ void TreeAddMenuTest::shouldOpenItsMenuByKeys()
     DrivenPanel panel;
     panel.button().setFocus();
     panel.driver.then([](QWidget& menu) {
-        QTest::keyClick(&menu, Qt::Key_Down);
+        QCOMPARE(static_cast<QMenu&>(menu).activeAction()->text(), kAddGroup);
         QTest::keyClick(&menu, Qt::Key_Down);
         QTest::keyClick(&menu, Qt::Key_Return);
     });
     QTest::keyClick(&panel.button(), Qt::Key_Space);
     QCOMPARE(panel.asked(), QStringLiteral("AddProcessors"));
+}
+
+void TreeAddMenuTest::shouldCloseItsMenuBeforeATriggeredEntryActs()
+{
+    DrivenPanel panel;
+    bool wasClosed = false;
+    panel.inside(QStringLiteral("CreateGroup"), [&] { wasClosed = panel.menu().isHidden(); });
+    panel.driver.then([](QWidget& menu) { menu.actions().first()->trigger(); });
+    panel.press();
+    QCOMPARE(panel.asked(), QStringLiteral("CreateGroup"));
+    QVERIFY(wasClosed);
 }
 
 void TreeAddMenuTest::shouldCloseItsMenuByAnotherClick()

@@ -61,6 +61,7 @@ private slots:
     void shouldRunItsEntries_data();
     void shouldRunItsEntries();
     void shouldOpenTheSameMenuByButtonAndKey();
+    void shouldRunAnEntryThatAssistiveTechnologyTriggers();
     void shouldOpenNoneWhenLocked();
     void shouldDoNothingOnceLocked_data();
     void shouldDoNothingOnceLocked();
@@ -248,18 +249,37 @@ void TreeViewMenusTest::shouldOpenTheSameMenuByButtonAndKey()
     tree.host().showNodeMoreButton = true;
     tree.select({10});
     QStringList menus;
+    QStringList started;
     for (int n = 0; n < 3; ++n)
         tree.driver.then([&](QWidget& menu) {
             menus.append(entriesOf(menu));
+            const QAction* active = static_cast<QMenu&>(menu).activeAction();
+            started.append(active ? active->text() : QString());
             menu.close();
         });
     tree.rightClick(10);
     const QRect row = tree.view->visualRect(tree.index(10));
     QTest::mouseClick(tree.view->viewport(), Qt::LeftButton, Qt::NoModifier,
                       {row.left() + row.width() - 30, row.center().y()});
+    QTRY_COMPARE(menus.size(), 2);
     QTest::keyClick(tree.view.data(), Qt::Key_F10, Qt::ShiftModifier);
     QCOMPARE(menus.size(), 3);
     QCOMPARE(menus.count(kGroup + QStringLiteral("|Rename|--|Delete")), 3);
+    QCOMPARE(started, QStringList({QString(), QString(), QStringLiteral("Add processor group")}));
+}
+
+void TreeViewMenusTest::shouldRunAnEntryThatAssistiveTechnologyTriggers()
+{
+    DrivenTree tree;
+    tree.driver.then([](QWidget& menu) {
+        for (QAction* entry : menu.actions()) {
+            if (entry->text() == QStringLiteral("Rename"))
+                entry->trigger();
+        }
+        QVERIFY(menu.isHidden());
+    });
+    tree.rightClick(10);
+    QVERIFY(tree.editor());
 }
 
 void TreeViewMenusTest::shouldOpenNoneWhenLocked()

@@ -83,6 +83,7 @@ private slots:
     void shouldClickByKeys();
     void shouldOpenTheMenuByKeys_data();
     void shouldOpenTheMenuByKeys();
+    void shouldCloseItsMenuBeforeATriggeredEntryActs();
     void shouldShowItsStates();
     void shouldCentreItsText();
     void shouldElideTextsThatDoNotFit();
@@ -166,10 +167,22 @@ void TestMenuToolButton::shouldOpenTheMenuByKeys()
     QWidget* opened = nullptr;
     form.driver.then([&](QWidget& menu) {
         opened = &menu;
+        QCOMPARE(form.button.menu()->activeAction(), form.all);
         menu.close();
     });
     QTest::keyClick(&form.button, Qt::Key_Down, static_cast<Qt::KeyboardModifier>(modifier));
     QCOMPARE(opened, form.button.menu());
+}
+
+void TestMenuToolButton::shouldCloseItsMenuBeforeATriggeredEntryActs()
+{
+    Form form;
+    bool wasClosed = false;
+    connect(form.few, &QAction::triggered, this,
+            [&] { wasClosed = form.button.menu()->isHidden(); });
+    form.driver.then([&](QWidget&) { form.few->trigger(); });
+    QTest::mouseClick(&form.button, Qt::LeftButton, {}, form.onArrow());
+    QVERIFY(wasClosed);
 }
 
 void TestMenuToolButton::shouldShowItsStates()
@@ -218,6 +231,26 @@ void TestMenuToolButton::shouldHaveItsTextAsAccessibleName()
     QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&form.button);
     QVERIFY(accessible);
     QCOMPARE(accessible->text(QAccessible::Name), QStringLiteral("Detect"));
+    QCOMPARE(accessible->role(), QAccessible::ButtonMenu);
+    QCOMPARE(accessible->actionInterface()->actionNames(),
+             QStringList({QStringLiteral("Press"), QStringLiteral("ShowMenu"),
+                          QStringLiteral("SetFocus")}));
+    QSignalSpy clicks(&form.button, &QAbstractButton::clicked);
+    accessible->actionInterface()->doAction(QStringLiteral("Press"));
+    QTRY_COMPARE(clicks.count(), 1);
+    bool opened = false;
+    form.driver.then([&](QWidget& menu) {
+        opened = &menu == form.button.menu();
+        menu.close();
+    });
+    accessible->actionInterface()->doAction(QStringLiteral("ShowMenu"));
+    QTRY_VERIFY(opened);
+    QVERIFY(!form.button.isDown());
+    QCOMPARE(accessible->childCount(), 1);
+    QCOMPARE(accessible->child(0)->object(), form.button.menu());
+    QCOMPARE(accessible->indexOfChild(accessible->child(0)), 0);
+    QCOMPARE(accessible->indexOfChild(accessible), -1);
+    QVERIFY(!accessible->child(1));
 }
 
 void TestMenuToolButton::shouldDoNothingWhenDisabled()

@@ -3,6 +3,7 @@
 #include "tests/support/DialogDriver.h"
 #include "tests/support/WarningTrap.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLineEdit>
 #include <QMenu>
@@ -59,6 +60,9 @@ private slots:
     void shouldClickByMouseAndKeys();
     void shouldOpenItsMenuOnPress_data();
     void shouldOpenItsMenuOnPress();
+    void shouldPressForAssistiveTechnology();
+    void shouldOpenItsMenuForAssistiveTechnology_data();
+    void shouldOpenItsMenuForAssistiveTechnology();
     void shouldDrawSharpOnDenseScreens();
 };
 
@@ -130,13 +134,19 @@ void TestPureImageBtn::shouldOpenItsMenuOnPress()
     Form form;
     QVERIFY(form.isActive());
     QMenu menu;
+    menu.addAction(QStringLiteral("Disabled"))->setEnabled(false);
+    menu.addSeparator();
+    menu.addAction(QStringLiteral("Hidden"))->setVisible(false);
     const QAction* entry = menu.addAction(QStringLiteral("Entry"));
+    menu.addAction(QStringLiteral("Next"));
     QSignalSpy chosen(entry, &QAction::triggered);
     form.button.setMenu(&menu);
     form.button.setPopupMode(QToolButton::InstantPopup);
     form.button.setFocus();
     form.driver.then([&](QWidget& opened) {
-        QTest::keyClick(&opened, Qt::Key_Down);
+        if (key == 0)
+            QTest::keyClick(&opened, Qt::Key_Down);
+        QCOMPARE(menu.activeAction(), entry);
         QTest::keyClick(&opened, Qt::Key_Return);
     });
     if (key == 0)
@@ -145,6 +155,67 @@ void TestPureImageBtn::shouldOpenItsMenuOnPress()
         QTest::keyClick(&form.button, static_cast<Qt::Key>(key));
     QCOMPARE(chosen.count(), 1);
     QVERIFY(menu.isHidden());
+    QVERIFY(!form.button.isDown());
+}
+
+void TestPureImageBtn::shouldPressForAssistiveTechnology()
+{
+    Form form;
+    QAccessibleInterface& button = *QAccessible::queryAccessibleInterface(&form.button);
+    QCOMPARE(button.role(), QAccessible::Button);
+    QVERIFY(!button.state().hasPopup);
+    const auto actions = [&] { return button.actionInterface()->actionNames(); };
+    QCOMPARE(actions().join(QLatin1Char(',')), QStringLiteral("Press,SetFocus"));
+    QSignalSpy clicks(&form.button, &QAbstractButton::clicked);
+    button.actionInterface()->doAction(QStringLiteral("Press"));
+    QTRY_COMPARE(clicks.count(), 1);
+    form.other.setFocus();
+    button.actionInterface()->doAction(QStringLiteral("SetFocus"));
+    QVERIFY(form.button.hasFocus());
+    form.button.setEnabled(false);
+    QCOMPARE(actions(), QStringList());
+    button.actionInterface()->doAction(QStringLiteral("Press"));
+    QCoreApplication::processEvents();
+    QCOMPARE(clicks.count(), 1);
+}
+
+void TestPureImageBtn::shouldOpenItsMenuForAssistiveTechnology_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<bool>("isOnly");
+    QTest::addColumn<bool>("opens");
+    QTest::newRow("menu") << "ShowMenu" << true << true;
+    QTest::newRow("press") << "Press" << true << true;
+    QTest::newRow("menu beside a press") << "ShowMenu" << false << true;
+    QTest::newRow("press beside a menu") << "Press" << false << false;
+}
+
+void TestPureImageBtn::shouldOpenItsMenuForAssistiveTechnology()
+{
+    QFETCH(QString, action);
+    QFETCH(bool, isOnly);
+    QFETCH(bool, opens);
+    Form form;
+    QMenu menu;
+    QAction* entry = menu.addAction(QStringLiteral("Entry"));
+    form.button.setMenu(&menu);
+    form.button.setPopupMode(isOnly ? QToolButton::InstantPopup : QToolButton::MenuButtonPopup);
+    QAccessibleInterface& button = *QAccessible::queryAccessibleInterface(&form.button);
+    QCOMPARE(button.role(), QAccessible::ButtonMenu);
+    QVERIFY(button.state().hasPopup);
+    QVERIFY(button.actionInterface()->actionNames().contains(action));
+    QSignalSpy clicks(&form.button, &QAbstractButton::clicked);
+    QAction* active = nullptr;
+    if (opens) {
+        form.driver.then([&](QWidget& opened) {
+            active = menu.activeAction();
+            opened.close();
+        });
+    }
+    button.actionInterface()->doAction(action);
+    QVERIFY(menu.isHidden()); // whoever asked does not wait for its end
+    QTRY_COMPARE(active, opens ? entry : nullptr);
+    QTRY_COMPARE(clicks.count(), opens ? 0 : 1);
     QVERIFY(!form.button.isDown());
 }
 

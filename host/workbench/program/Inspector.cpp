@@ -81,8 +81,16 @@ QJsonArray children(QAccessibleInterface& parent)
     QJsonArray found;
     for (int at = 0; at < parent.childCount(); ++at) {
         QAccessibleInterface* child = parent.child(at);
-        if (child && child->isValid() && !child->state().invisible && !isElsewhere(*child))
+        if (!child || !child->isValid() || child->state().invisible || isElsewhere(*child))
+            continue;
+        if (!child->state().offscreen) {
             found.append(element(*child, child->rect()));
+            continue;
+        }
+        // A row that is scrolled out of view may have rows below it that are not.
+        const QJsonArray below = children(*child);
+        for (const QJsonValue& inView : below)
+            found.append(inView);
     }
     return found;
 }
