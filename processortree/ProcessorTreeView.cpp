@@ -45,17 +45,6 @@ QUuid identity(const QModelIndex& index)
     return index.data(UuidRole).toUuid();
 }
 
-/// Whether the row's menu would offer it.
-bool mayRename(const QModelIndex& index)
-{
-    const auto type = nodeType(index);
-    if (type != NodeProcessor)
-        return type == NodeGroup;
-    const QUuid id = identity(index);
-    return !askHost(&Host::GetProcessorNode, id).hostFlag13
-           || askHost(&Host::CanRenameProcessor, id);
-}
-
 /// With these keys the mouse selects, and drags nothing.
 bool isSelecting(const QMouseEvent& event)
 {
@@ -188,23 +177,6 @@ QList<QPersistentModelIndex> CProcessorTreeView::selectedRows() const
     const QModelIndexList selected =
         selectionModel() ? selectionModel()->selectedIndexes() : QModelIndexList();
     return {selected.begin(), selected.end()};
-}
-
-void CProcessorTreeView::RenameSelection()
-{
-    const QList<QPersistentModelIndex> selected = selectedRows();
-    const Life alive(this);
-    if (selected.size() == 1 && mayRename(selected.first()) && alive)
-        openEditor(selected.first());
-}
-
-void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
-{
-    // Qt warns of what cannot be edited.
-    if (!index.isValid() || !index.flags().testFlag(Qt::ItemIsEditable) || state() == EditingState)
-        return;
-    m_arrivals->stop();
-    edit(index);
 }
 
 void CProcessorTreeView::AddGroup()
