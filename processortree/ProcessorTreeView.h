@@ -117,6 +117,7 @@ private:
     void changeTree(const std::function<void(CProcessorTreeModel&)>& change);
     QList<QPersistentModelIndex> selectedRows() const;
     void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
+    QWidget* openField() const;
     void openEditor(const QPersistentModelIndex& index);
     bool dragsOthers(const QMouseEvent& event) const;
 
@@ -151,6 +152,7 @@ private:
     CArrivalWatch* m_groupToFill;       // Qt child
     QList<QUuid> m_toGroup;             // processors that go into that group
     QList<QShortcut*> m_shortcuts;      // Qt children
+    QPersistentModelIndex m_editedRow;  // the last one that got a field for its name
     QPersistentModelIndex m_dropTarget; // while something is dragged over it
     QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
     int m_pendingDeletions = 0;

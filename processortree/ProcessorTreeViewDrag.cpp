@@ -100,7 +100,7 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
 {
     setDropTarget({});
     stopAutoScroll();
-    setState(NoState);
+    setState(openField() ? EditingState : NoState);
     const Life alive(this);
     if (!isMovable(treeModel(), *event->mimeData()) || askHost(&Host::IsRestrictedMode) || !alive)
         return;

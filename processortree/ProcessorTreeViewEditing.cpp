@@ -28,13 +28,32 @@ void CProcessorTreeView::RenameSelection()
         openEditor(selected.first());
 }
 
+/// The field that is open; null when there is none.
+QWidget* CProcessorTreeView::openField() const
+{
+    return m_editedRow.isValid() ? indexWidget(m_editedRow) : nullptr;
+}
+
+/// There is one field at a time: one that is open on another row commits its name and closes first.
 void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
 {
-    // Qt warns of what cannot be edited.
-    if (!index.isValid() || !index.flags().testFlag(Qt::ItemIsEditable) || state() == EditingState)
+    const Life alive(this);
+    const QPersistentModelIndex row = index;
+    if (QWidget* field = openField()) {
+        if (m_editedRow == row) {
+            field->setFocus();
+            return;
+        }
+        commitData(field);
+        if (alive && field == openField())
+            closeEditor(field, QAbstractItemDelegate::NoHint);
+    }
+    if (!alive || !row.isValid() || !row.flags().testFlag(Qt::ItemIsEditable))
         return;
     m_arrivals->stop();
-    edit(index);
+    // The slot of that name would warn of a row whose field does not open.
+    if (edit(row, AllEditTriggers, nullptr))
+        m_editedRow = row;
 }
 
 /// Tab would go on with the next row, which nobody asked whether it may be renamed.

@@ -30,7 +30,10 @@ QModelIndex firstSelected(const QItemSelectionModel* selection)
 void CProcessorTreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     if (!treeModel() || !treeModel()->isRemoving()) {
-        CTreeView::currentChanged(current, previous);
+        // A group is current only until the selection model clears it, and may be renamed
+        // meanwhile: Qt would close the field on it.
+        const bool isPassing = nodeType(previous) == NodeGroup;
+        CTreeView::currentChanged(current, isPassing ? QModelIndex() : previous);
         return;
     }
     const auto show = [this] {

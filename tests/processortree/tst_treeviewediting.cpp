@@ -1,3 +1,4 @@
+#include "tests/processortree/DrivenTree.h"
 #include "tests/processortree/WholeTree.h"
 
 namespace {
@@ -10,6 +11,19 @@ QPointer<QLineEdit> openEditor(WholeTree& tree, quint32 n)
     return tree.editor();
 }
 
+/// Renames row `n` by its menu, or as F2 does, while a field is open.
+void renameAgain(WholeTree& tree, quint32 n, bool byMenu)
+{
+    if (byMenu) {
+        DialogDriver driver;
+        driver.then([](QWidget& menu) { choose(menu, QStringLiteral("Rename")); });
+        tree.view->OnRightMenuEvent(tree.index(n), tree.place(n));
+        return;
+    }
+    tree.select({n});
+    tree.view->RenameSelection();
+}
+
 } // namespace
 
 /// How the field for a name begins and ends.
@@ -20,6 +34,11 @@ class TreeViewEditingTest final : public QObject
 private slots:
     void shouldOnlyCommitByTab_data();
     void shouldOnlyCommitByTab();
+    void shouldCommitBeforeAnotherRename_data();
+    void shouldCommitBeforeAnotherRename();
+    void shouldStandAHostThatChangesTheTreeBetweenRenames_data();
+    void shouldStandAHostThatChangesTheTreeBetweenRenames();
+    void shouldKeepTheFieldOfARowThatIsRenamedAgain();
 };
 
 void TreeViewEditingTest::shouldOnlyCommitByTab_data()
@@ -46,6 +65,75 @@ void TreeViewEditingTest::shouldOnlyCommitByTab()
     QCOMPARE(tree.selected(), QStringLiteral("New"));
     QVERIFY(tree.host().selections.isEmpty());
     QVERIFY(tree.view->hasFocus());
+}
+
+void TreeViewEditingTest::shouldCommitBeforeAnotherRename_data()
+{
+    QTest::addColumn<bool>("byMenu");
+    QTest::newRow("menu") << true;
+    QTest::newRow("key") << false;
+}
+
+void TreeViewEditingTest::shouldCommitBeforeAnotherRename()
+{
+    QFETCH(bool, byMenu);
+    WholeTree tree;
+    const QPointer<QLineEdit> editor = openEditor(tree, 3);
+    QVERIFY(editor);
+    QTest::keyClicks(editor, QStringLiteral("New"));
+    renameAgain(tree, 10, byMenu);
+    QTRY_VERIFY(!editor);
+    QCOMPARE(tree.panel.dump(), QStringLiteral("All processors(4)[G10[1,2],G11[],New,4]"));
+    QVERIFY(tree.editor());
+    QCOMPARE(tree.editor()->text(), QStringLiteral("G10"));
+    tree.view->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(tree.view));
+    QVERIFY(tree.editor()->hasFocus());
+    QTest::keyClicks(tree.editor(), QStringLiteral("Left"));
+    QTest::keyClick(tree.editor(), Qt::Key_Return);
+    QTRY_VERIFY(!tree.editor());
+    QCOMPARE(tree.panel.dump(), QStringLiteral("All processors(4)[Left[1,2],G11[],New,4]"));
+}
+
+void TreeViewEditingTest::shouldStandAHostThatChangesTheTreeBetweenRenames_data()
+{
+    QTest::addColumn<int>("change");
+    QTest::newRow("takes the next row away") << 0;
+    QTest::newRow("takes the first row away") << 1;
+    QTest::newRow("takes the panel away") << 2;
+}
+
+void TreeViewEditingTest::shouldStandAHostThatChangesTheTreeBetweenRenames()
+{
+    QFETCH(int, change);
+    WholeTree tree;
+    QVERIFY(openEditor(tree, 3));
+    QTest::keyClicks(tree.editor(), QStringLiteral("New"));
+    tree.host().doInside(QStringLiteral("RenameProcessor"), [&] {
+        if (change == 2)
+            tree.view->outlivePanel();
+        else
+            tree.panel.notify<QUuid>(20, testId(change == 0 ? 11 : 3));
+    });
+    renameAgain(tree, 11, false);
+    QCOMPARE(tree.host().callCount(QStringLiteral("RenameProcessor")), 1);
+    QCoreApplication::processEvents();
+    if (change == 2)
+        QTRY_VERIFY(!tree.view);
+    else
+        QTRY_COMPARE(tree.viewport()->findChildren<QLineEdit*>().size(), change == 0 ? 0 : 1);
+}
+
+void TreeViewEditingTest::shouldKeepTheFieldOfARowThatIsRenamedAgain()
+{
+    WholeTree tree;
+    const QPointer<QLineEdit> editor = openEditor(tree, 3);
+    QVERIFY(editor);
+    QTest::keyClicks(editor, QStringLiteral("New"));
+    renameAgain(tree, 3, false);
+    QCOMPARE(tree.editor(), editor.data());
+    QCOMPARE(editor->text(), QStringLiteral("New"));
+    QCOMPARE(tree.host().callCount(QStringLiteral("RenameProcessor")), 0);
 }
 
 QTEST_MAIN(TreeViewEditingTest)
