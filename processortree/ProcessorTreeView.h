@@ -41,7 +41,7 @@ public:
     void outlivePanel();
 
     /// A locked view shows, and lets pick, but neither its "More" button nor its keys nor its menus
-    /// do anything.
+    /// do anything, nothing is dragged or dropped, and an open field drops what was typed.
     void SetLocked(bool locked);
     bool isLocked() const { return m_locked; }
 
@@ -86,6 +86,7 @@ protected:
                      const QVector<int>& roles = QVector<int>()) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
+    void commitData(QWidget* editor) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     void paintEvent(QPaintEvent* event) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
@@ -157,7 +158,8 @@ private:
     QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
-    bool m_isCurrentDue = false; // to be shown
+    bool m_isCurrentDue = false;  // to be shown
+    bool m_editsReadOnly = false; // the field was opened in a read-only tree
     bool m_locked = false;
     bool m_retired = false;
 };

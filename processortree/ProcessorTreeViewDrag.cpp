@@ -37,7 +37,8 @@ QModelIndex CProcessorTreeView::dropTarget(const QPoint& position, bool* nowhere
 /// Later, when the view is through with the mouse: the host may destroy it during the drag.
 void CProcessorTreeView::startDrag(Qt::DropActions)
 {
-    QMetaObject::invokeMethod(this, &CProcessorTreeView::runDrag, Qt::QueuedConnection);
+    if (mayChange())
+        QMetaObject::invokeMethod(this, &CProcessorTreeView::runDrag, Qt::QueuedConnection);
 }
 
 /// Without the base, which removes the rows of a move: that is for the host alone to do.
@@ -52,7 +53,7 @@ void CProcessorTreeView::runDrag()
             rows += visualRect(index);
         }
     }
-    if (dragged.isEmpty() || !(QApplication::mouseButtons() & Qt::LeftButton))
+    if (dragged.isEmpty() || !mayChange() || !(QApplication::mouseButtons() & Qt::LeftButton))
         return;
     const QRect picture = rows.boundingRect() & viewport()->rect();
     m_drag = new QDrag(this);
@@ -84,7 +85,8 @@ void CProcessorTreeView::dragMoveEvent(QDragMoveEvent* event)
         return;
     bool nowhere = false;
     const QModelIndex target = dropTarget(event->pos(), &nowhere);
-    const bool accepted = isMovable(treeModel(), *event->mimeData()) && !restricted && !nowhere;
+    const bool accepted =
+        isMovable(treeModel(), *event->mimeData()) && !restricted && !nowhere && mayChange();
     setDropTarget(accepted ? target : QModelIndex());
     event->setAccepted(accepted);
 }
@@ -102,7 +104,8 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
     stopAutoScroll();
     setState(openField() ? EditingState : NoState);
     const Life alive(this);
-    if (!isMovable(treeModel(), *event->mimeData()) || askHost(&Host::IsRestrictedMode) || !alive)
+    if (!isMovable(treeModel(), *event->mimeData()) || askHost(&Host::IsRestrictedMode) || !alive
+        || !mayChange())
         return;
     // The view that a move comes from removes its rows; here the model moves them itself.
     event->setDropAction(Qt::TargetMoveAction);
@@ -124,6 +127,9 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
 void CProcessorTreeView::moveTo(const QList<QPersistentModelIndex>& rows, const QUuid& group)
 {
     changeTree([rows, group, view = QPointer<CProcessorTreeView>(this)](CProcessorTreeModel& tree) {
+        // It may have waited for its turn.
+        if (view && !view->mayChange())
+            return;
         // Qt would have a neighbour take over from a current row that leaves its place.
         QUuid current;
         if (view && rows.contains(view->currentIndex())) {

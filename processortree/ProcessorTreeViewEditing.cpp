@@ -1,5 +1,6 @@
 // The field for a name in the tree's view.
 
+#include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/ArrivalWatch.h"
 #include "processortree/NodeType.h"
@@ -48,12 +49,22 @@ void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
         if (alive && field == openField())
             closeEditor(field, QAbstractItemDelegate::NoHint);
     }
-    if (!alive || !row.isValid() || !row.flags().testFlag(Qt::ItemIsEditable))
+    if (!alive || m_locked || !row.isValid() || !row.flags().testFlag(Qt::ItemIsEditable))
         return;
     m_arrivals->stop();
     // The slot of that name would warn of a row whose field does not open.
-    if (edit(row, AllEditTriggers, nullptr))
+    if (edit(row, AllEditTriggers, nullptr)) {
         m_editedRow = row;
+        m_editsReadOnly = CTargetSelectData::Instance()->IsReadOnly();
+    }
+}
+
+/// Drops what was typed when the tree was locked, or became read-only, under the open field. In a
+/// tree that was read-only before, "Rename" is offered all the same.
+void CProcessorTreeView::commitData(QWidget* editor)
+{
+    if (!m_locked && (m_editsReadOnly || !CTargetSelectData::Instance()->IsReadOnly()))
+        CTreeView::commitData(editor);
 }
 
 /// Tab would go on with the next row, which nobody asked whether it may be renamed.

@@ -238,7 +238,8 @@ void CProcessorTreeView::deleteByKey()
 void CProcessorTreeView::groupSelection()
 {
     const Life alive(this);
-    if (isReadOnly() || !offersSelectionMenu() || !alive || !mayGroupSelection() || !alive)
+    if (!mayChange() || !offersSelectionMenu() || !alive || !mayGroupSelection() || !alive
+        || !mayChange())
         return;
     m_toGroup.clear();
     const QList<QPersistentModelIndex> selected = selectedRows();

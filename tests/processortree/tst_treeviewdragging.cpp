@@ -1,3 +1,4 @@
+#include "plugin/TargetSelectData.h"
 #include "tests/processortree/WholeTree.h"
 
 #include <QApplication>
@@ -239,10 +240,13 @@ class TreeViewDraggingTest : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup();
     void shouldMoveProcessors_data();
     void shouldMoveProcessors();
     void shouldDropNothingInRestrictedMode();
     void shouldKeepRowsWhenRestrictedAtTheDrop();
+    void shouldMoveNothingThatIsForbidden_data();
+    void shouldMoveNothingThatIsForbidden();
     void shouldEndByEscape();
     void shouldNotDrag_data();
     void shouldNotDrag();
@@ -252,6 +256,11 @@ private slots:
     void shouldStandTheEndOfTheViewMeanwhile();
     void shouldKeepRowsThatAnotherWidgetTakes();
 };
+
+void TreeViewDraggingTest::cleanup()
+{
+    CTargetSelectData::Instance()->SetReadOnly(false);
+}
 
 void TreeViewDraggingTest::shouldMoveProcessors_data()
 {
@@ -326,6 +335,46 @@ void TreeViewDraggingTest::shouldKeepRowsWhenRestrictedAtTheDrop()
     user.call([&] { tree.host().restrictedMode = true; });
     QVERIFY(user.letGo().run());
     QCOMPARE(user.watch.drops, 1);
+    QCOMPARE(tree.dump(), kUntouched);
+    QCOMPARE(tree.moves(), QString());
+}
+
+void TreeViewDraggingTest::shouldMoveNothingThatIsForbidden_data()
+{
+    QTest::addColumn<bool>("byLock"); // else read-only
+    QTest::addColumn<int>("when");    // 0 before the drag, 1 during it, 2 right before the drop
+    const char* const moments[] = {"before", "meanwhile", "at the drop"};
+    for (const bool byLock : {false, true}) {
+        for (int when = 0; when < 3; ++when)
+            QTest::addRow("%s, %s", byLock ? "lock" : "read-only", moments[when]) << byLock << when;
+    }
+}
+
+void TreeViewDraggingTest::shouldMoveNothingThatIsForbidden()
+{
+    QFETCH(bool, byLock);
+    QFETCH(int, when);
+    DraggedTree tree;
+    QVERIFY(tree.isReady());
+    const auto forbid = [&] {
+        if (byLock)
+            tree.view->SetLocked(true);
+        else
+            tree.panel.data().SetReadOnly(true);
+    };
+    User user(tree);
+    tree.select({1});
+    if (when == 0)
+        forbid();
+    user.pull(tree.place(1), tree.place(10), when > 0);
+    if (when == 1)
+        user.call(forbid);
+    user.moveTo(tree.place(11));
+    if (when == 2)
+        user.call(forbid);
+    QVERIFY(user.letGo().run());
+    QCOMPARE(user.watch.dragged, when > 0);
+    QCOMPARE(user.watch.drops, when == 2 ? 1 : 0);
     QCOMPARE(tree.dump(), kUntouched);
     QCOMPARE(tree.moves(), QString());
 }

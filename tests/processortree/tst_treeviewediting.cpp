@@ -1,3 +1,4 @@
+#include "plugin/TargetSelectData.h"
 #include "tests/processortree/DrivenTree.h"
 #include "tests/processortree/WholeTree.h"
 
@@ -38,6 +39,11 @@ private slots:
     void shouldCommitBeforeAnotherRename();
     void shouldStandAHostThatChangesTheTreeBetweenRenames_data();
     void shouldStandAHostThatChangesTheTreeBetweenRenames();
+    void cleanup();
+    void shouldDropWhatIsForbiddenMeanwhile_data();
+    void shouldDropWhatIsForbiddenMeanwhile();
+    void shouldCommitWhatIsForbiddenOnlyForAWhile();
+    void shouldCommitInATreeThatWasReadOnly();
     void shouldKeepTheFieldOfARowThatIsRenamedAgain();
 };
 
@@ -134,6 +140,71 @@ void TreeViewEditingTest::shouldKeepTheFieldOfARowThatIsRenamedAgain()
     QCOMPARE(tree.editor(), editor.data());
     QCOMPARE(editor->text(), QStringLiteral("New"));
     QCOMPARE(tree.host().callCount(QStringLiteral("RenameProcessor")), 0);
+}
+
+void TreeViewEditingTest::cleanup()
+{
+    CTargetSelectData::Instance()->SetReadOnly(false);
+}
+
+void TreeViewEditingTest::shouldDropWhatIsForbiddenMeanwhile_data()
+{
+    QTest::addColumn<bool>("byLock"); // else read-only
+    QTest::addColumn<int>("end");     // 0 by Return, 1 by Tab, 2 by a click
+    const char* const ends[] = {"Return", "Tab", "click"};
+    for (const bool byLock : {false, true}) {
+        for (int end = 0; end < 3; ++end)
+            QTest::addRow("%s, %s", byLock ? "lock" : "read-only", ends[end]) << byLock << end;
+    }
+}
+
+void TreeViewEditingTest::shouldDropWhatIsForbiddenMeanwhile()
+{
+    QFETCH(bool, byLock);
+    QFETCH(int, end);
+    WholeTree tree;
+    const QPointer<QLineEdit> editor = openEditor(tree, 3);
+    QVERIFY(editor);
+    QTest::keyClicks(editor, QStringLiteral("New"));
+    if (byLock)
+        tree.view->SetLocked(true);
+    else
+        tree.panel.data().SetReadOnly(true);
+    if (end == 2)
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.place(4));
+    else
+        QTest::keyClick(editor, end == 0 ? Qt::Key_Return : Qt::Key_Tab);
+    QTRY_VERIFY(!editor);
+    QCOMPARE(tree.host().callCount(QStringLiteral("RenameProcessor")), 0);
+    QCOMPARE(tree.panel.dump(), kUntouched);
+}
+
+void TreeViewEditingTest::shouldCommitWhatIsForbiddenOnlyForAWhile()
+{
+    WholeTree tree;
+    const QPointer<QLineEdit> editor = openEditor(tree, 3);
+    QVERIFY(editor);
+    QTest::keyClicks(editor, QStringLiteral("New"));
+    tree.panel.data().SetReadOnly(true);
+    tree.view->SetLocked(true);
+    tree.panel.data().SetReadOnly(false);
+    tree.view->SetLocked(false);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_VERIFY(!editor);
+    QCOMPARE(tree.panel.dump(), QStringLiteral("All processors(4)[G10[1,2],G11[],New,4]"));
+}
+
+/// Its menus offer "Rename" all the same.
+void TreeViewEditingTest::shouldCommitInATreeThatWasReadOnly()
+{
+    WholeTree tree;
+    tree.panel.data().SetReadOnly(true);
+    const QPointer<QLineEdit> editor = openEditor(tree, 3);
+    QVERIFY(editor);
+    QTest::keyClicks(editor, QStringLiteral("New"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_VERIFY(!editor);
+    QCOMPARE(tree.panel.dump(), QStringLiteral("All processors(4)[G10[1,2],G11[],New,4]"));
 }
 
 QTEST_MAIN(TreeViewEditingTest)
