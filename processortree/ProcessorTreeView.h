@@ -145,6 +145,8 @@ private:
     QModelIndex dropTarget(const QPoint& position, bool* nowhere) const;
     void setDropTarget(const QModelIndex& index);
     void runDrag();
+    QList<QPersistentModelIndex> rowsOf(const QList<QUuid>& processors) const;
+    QList<QUuid> selectedProcessors() const;
     void abandonDrag();
     void replaceRemoved(const QModelIndex& parent, int first, int last);
 
@@ -156,6 +158,7 @@ private:
     QPersistentModelIndex m_editedRow;  // the last one that got a field for its name
     QPersistentModelIndex m_dropTarget; // while something is dragged over it
     QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
+    QList<QUuid> m_dragged;             // processors that were selected when it started
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
     bool m_isCurrentDue = false;  // to be shown

@@ -34,11 +34,37 @@ QModelIndex CProcessorTreeView::dropTarget(const QPoint& position, bool* nowhere
     return *nowhere ? QModelIndex() : index.parent();
 }
 
-/// Later, when the view is through with the mouse: the host may destroy it during the drag.
+QList<QUuid> CProcessorTreeView::selectedProcessors() const
+{
+    QList<QUuid> processors;
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    for (const QPersistentModelIndex& index : selected) {
+        if (nodeType(index) == NodeProcessor)
+            processors.append(index.data(UuidRole).toUuid());
+    }
+    return processors;
+}
+
+/// Those that are there, wherever they stand by now.
+QList<QPersistentModelIndex> CProcessorTreeView::rowsOf(const QList<QUuid>& processors) const
+{
+    QList<QPersistentModelIndex> rows;
+    for (const QUuid& processor : processors) {
+        const QStandardItem* item = treeModel() ? treeModel()->getItem(processor) : nullptr;
+        if (item && nodeType(*item) == NodeProcessor)
+            rows.append(item->index());
+    }
+    return rows;
+}
+
+/// Later, when the view is through with the mouse: the host may destroy it during the drag. What is
+/// dragged is settled now, and kept by identity: the host may select and move other rows meanwhile.
 void CProcessorTreeView::startDrag(Qt::DropActions)
 {
-    if (mayChange())
-        QMetaObject::invokeMethod(this, &CProcessorTreeView::runDrag, Qt::QueuedConnection);
+    if (!mayChange())
+        return;
+    m_dragged = selectedProcessors();
+    QMetaObject::invokeMethod(this, &CProcessorTreeView::runDrag, Qt::QueuedConnection);
 }
 
 /// Without the base, which removes the rows of a move: that is for the host alone to do.
@@ -46,12 +72,10 @@ void CProcessorTreeView::runDrag()
 {
     QRegion rows;
     QModelIndexList dragged;
-    const QList<QPersistentModelIndex> selected = selectedRows();
-    for (const QPersistentModelIndex& index : selected) {
-        if (nodeType(index) == NodeProcessor) {
-            dragged.append(index);
-            rows += visualRect(index);
-        }
+    const QList<QPersistentModelIndex> present = rowsOf(m_dragged);
+    for (const QPersistentModelIndex& index : present) {
+        dragged.append(index);
+        rows += visualRect(index);
     }
     if (dragged.isEmpty() || !mayChange() || !(QApplication::mouseButtons() & Qt::LeftButton))
         return;
@@ -117,7 +141,7 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
     const QUuid group = target.data(UuidRole).toUuid();
     if (target.isValid())
         expand(target);
-    moveTo(selectedRows(), group);
+    moveTo(m_drag ? rowsOf(m_dragged) : selectedRows(), group);
     if (alive) {
         m_delegate->resetButtonState();
         viewport()->update();

@@ -13,6 +13,7 @@
 #include <QStandardItem>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -241,10 +242,7 @@ void CProcessorTreeView::groupSelection()
     if (!mayChange() || !offersSelectionMenu() || !alive || !mayGroupSelection() || !alive
         || !mayChange())
         return;
-    m_toGroup.clear();
-    const QList<QPersistentModelIndex> selected = selectedRows();
-    for (const QPersistentModelIndex& index : selected)
-        m_toGroup.append(index.data(UuidRole).toUuid());
+    m_toGroup = selectedProcessors();
     const QUuid group = createGroup();
     if (!alive || group.isNull() || !treeModel())
         return;
@@ -256,13 +254,6 @@ void CProcessorTreeView::groupSelection()
 
 void CProcessorTreeView::onGroupToFillArrived(const QUuid& id)
 {
-    const CProcessorTreeModel* tree = treeModel();
-    QList<QPersistentModelIndex> rows;
-    for (const QUuid& processor : qAsConst(m_toGroup)) {
-        const QStandardItem* item = tree ? tree->getItem(processor) : nullptr;
-        if (item)
-            rows.append(item->index());
-    }
-    m_toGroup.clear();
+    const QList<QPersistentModelIndex> rows = rowsOf(std::exchange(m_toGroup, {}));
     moveTo(rows, id);
 }

@@ -243,6 +243,8 @@ private slots:
     void cleanup();
     void shouldMoveProcessors_data();
     void shouldMoveProcessors();
+    void shouldMoveWhatWasDragged_data();
+    void shouldMoveWhatWasDragged();
     void shouldDropNothingInRestrictedMode();
     void shouldKeepRowsWhenRestrictedAtTheDrop();
     void shouldMoveNothingThatIsForbidden_data();
@@ -307,6 +309,50 @@ void TreeViewDraggingTest::shouldMoveProcessors()
     QTEST(tree.dump(), "tree");
     QTEST(tree.moves(), "moves");
     QTEST(tree.selected(), "selected");
+}
+
+void TreeViewDraggingTest::shouldMoveWhatWasDragged_data()
+{
+    QTest::addColumn<int>("change"); // that the host makes meanwhile
+    QTest::addColumn<QString>("tree");
+    QTest::addColumn<QString>("moves");
+    QTest::newRow("another selection")
+        << 0 << QStringLiteral("All processors(4)[G10[2],G11[1,3],4]") << QStringLiteral("1,3>11");
+    QTest::newRow("one moved") << 1 << QStringLiteral("All processors(4)[G10[2],G11[1,3],4]")
+                               << QStringLiteral("1,3>11");
+    QTest::newRow("one removed") << 2 << QStringLiteral("All processors(3)[G10[2],G11[3],4]")
+                                 << QStringLiteral("3>11");
+    QTest::newRow("all told anew")
+        << 3 << QStringLiteral("All processors(4)[G10[2],G11[1,3],4]") << QStringLiteral("1,3>11");
+}
+
+void TreeViewDraggingTest::shouldMoveWhatWasDragged()
+{
+    QFETCH(int, change);
+    DraggedTree tree;
+    QVERIFY(tree.isReady());
+    User user(tree);
+    tree.select({1, 3});
+    const QPoint to = tree.place(11);
+    user.pull(tree.place(1), to);
+    user.call([&] {
+        if (change == 0) {
+            tree.select({4});
+        } else if (change == 1) {
+            tree.host().setProcessor(testIpProcessor(1, 0x0A000001, 10));
+            tree.panel.notify<QUuid>(25, testId(1));
+        } else if (change == 2) {
+            tree.host().removeProcessor(testId(1));
+            tree.panel.notify<QUuid>(20, testId(1));
+        } else {
+            tree.panel.notify(16);
+            tree.view->expandAll();
+        }
+    });
+    user.moveTo(change == 2 ? to - QPoint(0, 42) : to); // a row less above
+    QVERIFY(user.letGo().run());
+    QTEST(tree.dump(), "tree");
+    QTEST(tree.moves(), "moves");
 }
 
 void TreeViewDraggingTest::shouldDropNothingInRestrictedMode()
