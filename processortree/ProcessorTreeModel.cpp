@@ -156,6 +156,7 @@ void CProcessorTreeModel::updateProcessor(QStandardItem* item, const ProcessorNo
     const bool isElsewhere = processor.ipAddress != recordKey(known).ipAddress
                              || processor.ipAddress != placedKey(known).ipAddress;
     if (nodeType(*item) == NodeProcessor && processor.reachedByIp && isElsewhere) {
+        const Move move(this, processorRecord(known).id);
         removeNode(processorRecord(known).id);
         AppendProcessor(processor);
         return;

@@ -126,7 +126,13 @@ void CProcessorTreeView::setModel(QAbstractItemModel* newModel)
 {
     const QPointer<CProcessorSelectionModel> before =
         qobject_cast<CProcessorSelectionModel*>(selectionModel());
+    if (treeModel())
+        disconnect(treeModel(), &CProcessorTreeModel::moveEnded, this, nullptr);
+    m_movingRows.clear();
     CTreeView::setModel(newModel);
+    if (treeModel())
+        connect(treeModel(), &CProcessorTreeModel::moveEnded, this,
+                &CProcessorTreeView::onMoveEnded);
     if (before != selectionModel())
         delete before;
     if (newModel) {

@@ -13,6 +13,7 @@ class CProcessorTreeDelegate;
 class CProcessorTreeModel;
 class CTreeMenu;
 class QDrag;
+class QLineEdit;
 class QShortcut;
 
 /// The tree of the project's processors, with everything that a user does to it: menus, adding,
@@ -113,13 +114,27 @@ private:
         QPointer<const CProcessorTreeView> m_view;
     };
 
+    /// A row that moves, as it was when it left its place.
+    struct MovingRow
+    {
+        QUuid id;
+        QPersistentModelIndex parent;
+        int row = -1;
+        bool isSelected = false;
+        bool isCurrent = false;
+        bool isStanding = false; // the one that the user stands on
+        QPointer<QLineEdit> field;
+    };
+
     CProcessorTreeModel* treeModel() const;
     QWidget* dialogParent();
     void changeTree(const std::function<void(CProcessorTreeModel&)>& change);
     QList<QPersistentModelIndex> selectedRows() const;
     void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
-    QWidget* openField() const;
+    QLineEdit* openField() const;
     void openEditor(const QPersistentModelIndex& index);
+    QLineEdit* detachField();
+    void attachField(QLineEdit* field, const QModelIndex& index);
     bool dragsOthers(const QMouseEvent& event) const;
 
     bool mayChange() const;
@@ -140,15 +155,21 @@ private:
     void onGroupArrived(const QUuid& id);
     void onProcessorArrived(const QUuid& id);
     void onGroupToFillArrived(const QUuid& id);
-    void moveTo(const QList<QPersistentModelIndex>& rows, const QUuid& group);
-    void selectMoved(const QList<QPersistentModelIndex>& moved);
+    void moveTo(const QList<QUuid>& processors, const QUuid& group);
+    void selectMoved(const QList<QUuid>& moved);
     QModelIndex dropTarget(const QPoint& position, bool* nowhere) const;
     void setDropTarget(const QModelIndex& index);
     void runDrag();
     QList<QPersistentModelIndex> rowsOf(const QList<QUuid>& processors) const;
     QList<QUuid> selectedProcessors() const;
     void abandonDrag();
+    QModelIndex standingRow() const;
     void replaceRemoved(const QModelIndex& parent, int first, int last);
+    void takeOver(const QModelIndex& parent, int above, int below);
+    bool keepMoving(const QModelIndex& parent, int first, int last);
+    void onMoveEnded(const QUuid& id);
+    void putBack(const MovingRow& moved, const QModelIndex& index);
+    void replaceLost(const MovingRow& lost);
 
     CProcessorTreeDelegate* m_delegate; // Qt child
     CArrivalWatch* m_arrivals;          // Qt child
@@ -156,12 +177,14 @@ private:
     QList<QUuid> m_toGroup;             // processors that go into that group
     QList<QShortcut*> m_shortcuts;      // Qt children
     QPersistentModelIndex m_editedRow;  // the last one that got a field for its name
+    QList<MovingRow> m_movingRows;      // on their way
     QPersistentModelIndex m_dropTarget; // while something is dragged over it
     QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
     QList<QUuid> m_dragged;             // processors that were selected when it started
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
     bool m_isCurrentDue = false;  // to be shown
+    bool m_isMoving = false;      // a row leaves the selection, or is put back
     bool m_editsReadOnly = false; // the field was opened in a read-only tree
     bool m_locked = false;
     bool m_retired = false;

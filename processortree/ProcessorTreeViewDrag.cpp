@@ -45,18 +45,6 @@ QList<QUuid> CProcessorTreeView::selectedProcessors() const
     return processors;
 }
 
-/// Those that are there, wherever they stand by now.
-QList<QPersistentModelIndex> CProcessorTreeView::rowsOf(const QList<QUuid>& processors) const
-{
-    QList<QPersistentModelIndex> rows;
-    for (const QUuid& processor : processors) {
-        const QStandardItem* item = treeModel() ? treeModel()->getItem(processor) : nullptr;
-        if (item && nodeType(*item) == NodeProcessor)
-            rows.append(item->index());
-    }
-    return rows;
-}
-
 /// Later, when the view is through with the mouse: the host may destroy it during the drag. What is
 /// dragged is settled now, and kept by identity: the host may select and move other rows meanwhile.
 void CProcessorTreeView::startDrag(Qt::DropActions)
@@ -72,10 +60,12 @@ void CProcessorTreeView::runDrag()
 {
     QRegion rows;
     QModelIndexList dragged;
-    const QList<QPersistentModelIndex> present = rowsOf(m_dragged);
-    for (const QPersistentModelIndex& index : present) {
-        dragged.append(index);
-        rows += visualRect(index);
+    for (const QUuid& processor : qAsConst(m_dragged)) {
+        const QStandardItem* item = treeModel() ? treeModel()->getItem(processor) : nullptr;
+        if (!item)
+            continue;
+        dragged.append(item->index());
+        rows += visualRect(item->index());
     }
     if (dragged.isEmpty() || !mayChange() || !(QApplication::mouseButtons() & Qt::LeftButton))
         return;
@@ -141,45 +131,11 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
     const QUuid group = target.data(UuidRole).toUuid();
     if (target.isValid())
         expand(target);
-    moveTo(m_drag ? rowsOf(m_dragged) : selectedRows(), group);
+    moveTo(m_drag ? m_dragged : selectedProcessors(), group);
     if (alive) {
         m_delegate->resetButtonState();
         viewport()->update();
     }
-}
-
-void CProcessorTreeView::moveTo(const QList<QPersistentModelIndex>& rows, const QUuid& group)
-{
-    changeTree([rows, group, view = QPointer<CProcessorTreeView>(this)](CProcessorTreeModel& tree) {
-        // It may have waited for its turn.
-        if (view && !view->mayChange())
-            return;
-        // Qt would have a neighbour take over from a current row that leaves its place.
-        QUuid current;
-        if (view && rows.contains(view->currentIndex())) {
-            current = view->currentIndex().data(UuidRole).toUuid();
-            view->selectionModel()->clearCurrentIndex();
-        }
-        const QList<QPersistentModelIndex> moved = tree.moveProcessors(rows, group);
-        if (view)
-            view->selectMoved(moved);
-        const QStandardItem* item = current.isNull() ? nullptr : tree.getItem(current);
-        if (view && item)
-            view->selectionModel()->setCurrentIndex(item->index(), QItemSelectionModel::NoUpdate);
-    });
-}
-
-void CProcessorTreeView::selectMoved(const QList<QPersistentModelIndex>& moved)
-{
-    QItemSelection selection;
-    for (const QPersistentModelIndex& index : moved) {
-        if (!index.isValid())
-            continue;
-        expand(index.parent());
-        selection.select(index, index);
-    }
-    if (!selection.isEmpty())
-        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
 }
 
 void CProcessorTreeView::setDropTarget(const QModelIndex& index)

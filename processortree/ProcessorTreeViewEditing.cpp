@@ -3,8 +3,11 @@
 #include "plugin/TargetSelectData.h"
 #include "plugin/TargetSelectHandler.h"
 #include "processortree/ArrivalWatch.h"
+#include "processortree/NameEditor.h"
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorTreeView.h"
+
+#include <QLineEdit>
 
 namespace {
 
@@ -30,9 +33,9 @@ void CProcessorTreeView::RenameSelection()
 }
 
 /// The field that is open; null when there is none.
-QWidget* CProcessorTreeView::openField() const
+QLineEdit* CProcessorTreeView::openField() const
 {
-    return m_editedRow.isValid() ? indexWidget(m_editedRow) : nullptr;
+    return m_editedRow.isValid() ? qobject_cast<QLineEdit*>(indexWidget(m_editedRow)) : nullptr;
 }
 
 /// There is one field at a time: one that is open on another row commits its name and closes first.
@@ -40,7 +43,7 @@ void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
 {
     const Life alive(this);
     const QPersistentModelIndex row = index;
-    if (QWidget* field = openField()) {
+    if (QLineEdit* field = openField()) {
         if (m_editedRow == row) {
             field->setFocus();
             return;
@@ -65,6 +68,45 @@ void CProcessorTreeView::commitData(QWidget* editor)
 {
     if (!m_locked && (m_editsReadOnly || !CTargetSelectData::Instance()->IsReadOnly()))
         CTreeView::commitData(editor);
+}
+
+/// Takes the open field from its row, which leaves its place. The field stays as it is, with the
+/// keyboard and all.
+QLineEdit* CProcessorTreeView::detachField()
+{
+    QLineEdit* const field = openField();
+    disconnect(field, &QObject::destroyed, this, nullptr);
+    field->removeEventFilter(itemDelegate());
+    editorDestroyed(field); // what makes Qt forget it, without hiding it
+    return field;
+}
+
+/// Opens the detached field `field` for row `index`.
+void CProcessorTreeView::attachField(QLineEdit* field, const QModelIndex& index)
+{
+    const Life alive(this);
+    const QPersistentModelIndex row = index;
+    const int start = field->selectionStart();
+    const int length = field->selectionLength();
+    const int cursor = field->cursorPosition();
+    CNameEditor::passOn(*field);
+    scrollTo(row);
+    const bool isOpen = edit(row, AllEditTriggers, nullptr);
+    if (!alive)
+        return;
+    if (!isOpen) {
+        field->hide();
+        field->deleteLater();
+        return;
+    }
+    m_editedRow = row;
+    // Qt selects all of the text.
+    if (start < 0)
+        field->setCursorPosition(cursor);
+    else if (cursor == start)
+        field->setSelection(start + length, -length);
+    else
+        field->setSelection(start, length);
 }
 
 /// Tab would go on with the next row, which nobody asked whether it may be renamed.

@@ -254,6 +254,5 @@ void CProcessorTreeView::groupSelection()
 
 void CProcessorTreeView::onGroupToFillArrived(const QUuid& id)
 {
-    const QList<QPersistentModelIndex> rows = rowsOf(std::exchange(m_toGroup, {}));
-    moveTo(rows, id);
+    moveTo(std::exchange(m_toGroup, {}), id);
 }

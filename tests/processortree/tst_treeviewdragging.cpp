@@ -291,7 +291,7 @@ void TreeViewDraggingTest::shouldMoveProcessors_data()
         "1,2>0", "1,2");
     row("onto the own group", {1}, 10, kUntouched, "", "1");
     row("from two parents", {3, 1}, 10, QStringLiteral("All processors(4)[G10[1,2,3],G11[],4]"),
-        "3>10", "3");
+        "3>10", "1,3");
 }
 
 void TreeViewDraggingTest::shouldMoveProcessors()
@@ -302,6 +302,7 @@ void TreeViewDraggingTest::shouldMoveProcessors()
     QVERIFY(tree.isReady());
     User user(tree);
     tree.select(dragged);
+    tree.host().selections.clear();
     const QPoint to = onto < 0 ? tree.nowhere() : tree.place(static_cast<quint32>(onto));
     QVERIFY(user.pull(tree.place(dragged.first()), to).letGo().run());
 
@@ -309,6 +310,8 @@ void TreeViewDraggingTest::shouldMoveProcessors()
     QTEST(tree.dump(), "tree");
     QTEST(tree.moves(), "moves");
     QTEST(tree.selected(), "selected");
+    QCOMPARE(tree.view->currentIndex(), tree.index(dragged.first()));
+    QVERIFY(tree.host().selections.isEmpty()); // it has not changed
 }
 
 void TreeViewDraggingTest::shouldMoveWhatWasDragged_data()
