@@ -51,6 +51,7 @@ public:
     void AddProcessors(AddKind kind, const std::function<bool()>& isAllowed);
 
 public slots:
+    void reset() override;
     void selectAll() override;
 
     /// Creates a group, and has the user name it.
@@ -133,8 +134,9 @@ private:
     void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
     QLineEdit* openField() const;
     void openEditor(const QPersistentModelIndex& index);
-    QLineEdit* detachField();
+    void detachField(QLineEdit* field);
     void attachField(QLineEdit* field, const QModelIndex& index);
+    static void dropField(QLineEdit* field);
     bool dragsOthers(const QMouseEvent& event) const;
 
     bool mayChange() const;
@@ -177,6 +179,8 @@ private:
     QList<QUuid> m_toGroup;             // processors that go into that group
     QList<QShortcut*> m_shortcuts;      // Qt children
     QPersistentModelIndex m_editedRow;  // the last one that got a field for its name
+    QUuid m_editedId;
+    QPointer<QLineEdit> m_field;        // on that row, until it closes
     QList<MovingRow> m_movingRows;      // on their way
     QPersistentModelIndex m_dropTarget; // while something is dragged over it
     QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child

@@ -5,9 +5,11 @@
 #include "processortree/ArrivalWatch.h"
 #include "processortree/NameEditor.h"
 #include "processortree/NodeType.h"
+#include "processortree/ProcessorTreeModel.h"
 #include "processortree/ProcessorTreeView.h"
 
 #include <QLineEdit>
+#include <QStandardItem>
 
 namespace {
 
@@ -58,6 +60,8 @@ void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
     // The slot of that name would warn of a row whose field does not open.
     if (edit(row, AllEditTriggers, nullptr)) {
         m_editedRow = row;
+        m_editedId = row.data(UuidRole).toUuid();
+        m_field = openField();
         m_editsReadOnly = CTargetSelectData::Instance()->IsReadOnly();
     }
 }
@@ -70,15 +74,13 @@ void CProcessorTreeView::commitData(QWidget* editor)
         CTreeView::commitData(editor);
 }
 
-/// Takes the open field from its row, which leaves its place. The field stays as it is, with the
-/// keyboard and all.
-QLineEdit* CProcessorTreeView::detachField()
+/// Takes the open field `field` from its row, which leaves its place. The field stays as it is,
+/// with the keyboard and all.
+void CProcessorTreeView::detachField(QLineEdit* field)
 {
-    QLineEdit* const field = openField();
     disconnect(field, &QObject::destroyed, this, nullptr);
     field->removeEventFilter(itemDelegate());
     editorDestroyed(field); // what makes Qt forget it, without hiding it
-    return field;
 }
 
 /// Opens the detached field `field` for row `index`.
@@ -95,11 +97,11 @@ void CProcessorTreeView::attachField(QLineEdit* field, const QModelIndex& index)
     if (!alive)
         return;
     if (!isOpen) {
-        field->hide();
-        field->deleteLater();
+        dropField(field);
         return;
     }
     m_editedRow = row;
+    m_field = field;
     // Qt selects all of the text.
     if (start < 0)
         field->setCursorPosition(cursor);
@@ -109,9 +111,34 @@ void CProcessorTreeView::attachField(QLineEdit* field, const QModelIndex& index)
         field->setSelection(start, length);
 }
 
+void CProcessorTreeView::dropField(QLineEdit* field)
+{
+    field->hide();
+    field->deleteLater();
+}
+
+/// Of a model that was reset, as it is when processors are added, the open field goes on with the
+/// row that has the identity of its own.
+void CProcessorTreeView::reset()
+{
+    const QPointer<QLineEdit> field = m_editedRow.isValid() ? nullptr : m_field.data();
+    if (field)
+        detachField(field);
+    CTreeView::reset();
+    if (!field)
+        return;
+    const QStandardItem* item = treeModel() ? treeModel()->getItem(m_editedId) : nullptr;
+    if (item && !m_retired)
+        attachField(field, item->index());
+    else
+        dropField(field);
+}
+
 /// Tab would go on with the next row, which nobody asked whether it may be renamed.
 void CProcessorTreeView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
 {
+    if (editor == m_field)
+        m_field = nullptr;
     const bool goesOn = hint == QAbstractItemDelegate::EditNextItem
                         || hint == QAbstractItemDelegate::EditPreviousItem;
     CTreeView::closeEditor(editor, goesOn ? QAbstractItemDelegate::NoHint : hint);

@@ -66,8 +66,10 @@ bool CProcessorTreeView::keepMoving(const QModelIndex& parent, int first, int la
     moving.isSelected = selection->isSelected(index);
     moving.isCurrent = currentIndex() == index;
     moving.isStanding = standingRow() == index;
-    if (m_editedRow == index && openField())
-        moving.field = detachField();
+    if (m_editedRow == index && openField()) {
+        moving.field = openField();
+        detachField(moving.field);
+    }
     m_movingRows.append(moving);
     // Qt would have a neighbour take over from it.
     const QScopedValueRollback<bool> isMoving(m_isMoving, true);
@@ -108,10 +110,8 @@ void CProcessorTreeView::putBack(const MovingRow& moved, const QModelIndex& inde
 /// Of a row that left for a place that is gone: it was removed after all.
 void CProcessorTreeView::replaceLost(const MovingRow& lost)
 {
-    if (lost.field) {
-        lost.field->hide();
-        lost.field->deleteLater();
-    }
+    if (lost.field)
+        dropField(lost.field);
     ++m_removedSoFar;
     if (lost.isStanding && lost.parent.isValid())
         takeOver(lost.parent, lost.row - 1, lost.row);

@@ -58,6 +58,8 @@ void CProcessorTreeView::rowsAboutToBeRemoved(const QModelIndex& parent, int fir
         return;
     }
     CTreeView::rowsAboutToBeRemoved(parent, first, last);
+    if (!openField())
+        m_field = nullptr;
     ++m_removedSoFar;
     replaceRemoved(parent, first, last);
 }

@@ -44,6 +44,9 @@ private slots:
     void shouldDropWhatIsForbiddenMeanwhile();
     void shouldCommitWhatIsForbiddenOnlyForAWhile();
     void shouldCommitInATreeThatWasReadOnly();
+    void shouldStayOpenWhenProcessorsAreAdded_data();
+    void shouldStayOpenWhenProcessorsAreAdded();
+    void shouldGoWithItsRowInAReset();
     void shouldKeepTheFieldOfARowThatIsRenamedAgain();
 };
 
@@ -205,6 +208,65 @@ void TreeViewEditingTest::shouldCommitInATreeThatWasReadOnly()
     QTest::keyClick(editor, Qt::Key_Return);
     QTRY_VERIFY(!editor);
     QCOMPARE(tree.panel.dump(), QStringLiteral("All processors(4)[G10[1,2],G11[],New,4]"));
+}
+
+void TreeViewEditingTest::shouldStayOpenWhenProcessorsAreAdded_data()
+{
+    QTest::addColumn<quint32>("row");
+    QTest::addColumn<bool>("isPanel");
+    for (const bool isPanel : {false, true}) {
+        for (const quint32 row : {1U, 3U, 11U})
+            QTest::addRow("%u%s", row, isPanel ? ", in the panel" : "") << row << isPanel;
+    }
+}
+
+void TreeViewEditingTest::shouldStayOpenWhenProcessorsAreAdded()
+{
+    QFETCH(quint32, row);
+    QFETCH(bool, isPanel);
+    WholeTree tree;
+    if (isPanel) // which expands the tree after a reset
+        connect(&tree.model(), &QAbstractItemModel::modelReset, tree.view,
+                [&] { tree.view->expandAll(); });
+    const QPointer<QLineEdit> editor = openEditor(tree, row);
+    QVERIFY(editor);
+    QTest::keyClicks(editor, QStringLiteral("New"));
+    QTest::keyClick(editor, Qt::Key_Left);
+    for (const quint32 n : {5U, 6U}) {
+        tree.host().setProcessor(testProcessor(n, 11));
+        tree.panel.notify<QList<QUuid>>(19, {testId(n)});
+        QCoreApplication::processEvents();
+        QVERIFY(editor && editor->isVisible() && editor->hasFocus());
+    }
+    QCOMPARE(tree.host().callCount(QStringLiteral("RenameProcessor")), 0);
+    QCOMPARE(tree.host().callCount(QStringLiteral("RenameGroup")), 0);
+    QCOMPARE(tree.view->indexWidget(tree.index(row)), editor.data());
+    QVERIFY(tree.view->visualRect(tree.index(row)).contains(editor->geometry()));
+    QTest::keyClick(editor, Qt::Key_E);
+    QCOMPARE(editor->text(), QStringLiteral("Neew"));
+    QTest::keyClick(editor, Qt::Key_Return);
+    QTRY_VERIFY(!editor);
+    QCOMPARE(tree.index(row).data().toString(), QStringLiteral("Neew"));
+}
+
+void TreeViewEditingTest::shouldGoWithItsRowInAReset()
+{
+    WholeTree tree;
+    QPointer<QLineEdit> editor = openEditor(tree, 3);
+    QVERIFY(editor);
+    QTest::keyClicks(editor, QStringLiteral("New"));
+    tree.host().setProject({}, {testProcessor(4)});
+    tree.panel.notify(16);
+    QTRY_VERIFY(!editor);
+    QCOMPARE(tree.host().callCount(QStringLiteral("RenameProcessor")), 0);
+    // A field that was closed before does not come again.
+    tree.view->expandAll();
+    editor = openEditor(tree, 4);
+    QVERIFY(editor);
+    QTest::keyClick(editor, Qt::Key_Escape);
+    tree.panel.notify(16);
+    QTRY_VERIFY(!editor);
+    QVERIFY(!tree.editor());
 }
 
 QTEST_MAIN(TreeViewEditingTest)
