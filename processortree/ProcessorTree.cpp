@@ -119,13 +119,8 @@ void CProcessorTree::createAddMenu()
 
 void CProcessorTree::createTree()
 {
-    CProcessorTreeModel* model = treeModel();
-    m_treeView->setModel(model);
+    m_treeView->setModel(treeModel());
     expandBranches(*m_treeView);
-    connect(model, &QAbstractItemModel::modelReset, m_treeView,
-            [view = m_treeView] { expandBranches(*view); });
-    connect(model, &QAbstractItemModel::rowsInserted, m_treeView,
-            [view = m_treeView](const QModelIndex& parentIndex) { view->expand(parentIndex); });
 }
 
 void CProcessorTree::createLayout()

@@ -21,6 +21,7 @@
 #include <QStandardItem>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -81,6 +82,12 @@ CProcessorTreeView::CProcessorTreeView(QWidget* parent)
                 };
                 QMetaObject::invokeMethod(this, open, Qt::QueuedConnection);
             });
+    connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
+        if (m_isByUser && nodeType(index) == NodeGroup)
+            m_closed.insert(identity(index));
+    });
+    connect(this, &QTreeView::expanded, this,
+            [this](const QModelIndex& index) { m_closed.remove(identity(index)); });
     connect(this, &CTreeView::RightMenuEvent, this, &CProcessorTreeView::OnRightMenuEvent);
     connect(m_arrivals, &CArrivalWatch::groupArrived, this, &CProcessorTreeView::onGroupArrived);
     connect(m_arrivals, &CArrivalWatch::processorArrived, this,
@@ -262,8 +269,11 @@ void CProcessorTreeView::onProcessorArrived(const QUuid& id)
     if (!item)
         return;
     const QPersistentModelIndex index(item->index());
+    const Life alive(this);
     expand(index.parent());
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    if (alive && index.isValid())
+        scrollTo(index);
 }
 
 void CProcessorTreeView::DeleteSelection()
@@ -304,13 +314,28 @@ bool CProcessorTreeView::eventFilter(QObject* watched, QEvent* event)
 void CProcessorTreeView::mousePressEvent(QMouseEvent* event)
 {
     m_arrivals->stop();
-    CTreeView::mousePressEvent(event);
+    followUser([&] { CTreeView::mousePressEvent(event); });
+}
+
+void CProcessorTreeView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    followUser([&] { CTreeView::mouseDoubleClickEvent(event); });
+}
+
+/// Takes note of groups that the user closes by `act`.
+void CProcessorTreeView::followUser(const std::function<void()>& act)
+{
+    const QPointer<CProcessorTreeView> alive(this);
+    const bool wasByUser = std::exchange(m_isByUser, true);
+    act();
+    if (alive)
+        m_isByUser = wasByUser;
 }
 
 void CProcessorTreeView::keyPressEvent(QKeyEvent* event)
 {
     m_arrivals->stop();
-    CTreeView::keyPressEvent(event);
+    followUser([&] { CTreeView::keyPressEvent(event); });
 }
 
 /// With Shift or Ctrl the keys take the current row along, which is a processor: they pass what is
@@ -358,6 +383,27 @@ bool CProcessorTreeView::dragsOthers(const QMouseEvent& event) const
     return std::any_of(selected.begin(), selected.end(), [](const QPersistentModelIndex& index) {
         return nodeType(index) != NodeProcessor;
     });
+}
+
+void CProcessorTreeView::rowsInserted(const QModelIndex& parent, int start, int end)
+{
+    CTreeView::rowsInserted(parent, start, end);
+    if (!m_closed.contains(identity(parent)))
+        expand(parent);
+}
+
+/// After a reset, which closed all rows.
+void CProcessorTreeView::expandOpen()
+{
+    const QSet<QUuid> closed = std::exchange(m_closed, {});
+    expandBranches(*this);
+    for (const QUuid& group : closed) {
+        const QStandardItem* item = treeModel() ? treeModel()->getItem(group) : nullptr;
+        if (!item)
+            continue;
+        collapse(item->index());
+        m_closed.insert(group);
+    }
 }
 
 void CProcessorTreeView::changeEvent(QEvent* event)

@@ -4,6 +4,7 @@
 #include "processortree/AddEntries.h"
 
 #include <QPointer>
+#include <QSet>
 #include <QUuid>
 
 #include <functional>
@@ -20,10 +21,11 @@ class QShortcut;
 /// renaming, grouping, moving by drag and drop, deleting.
 ///
 /// Only the selection, the current row, what is expanded and the start of an edit are the view's
-/// own affair. Every change is asked of the host, and takes place when the host says so. Keys: F2
-/// renames, Delete deletes or ungroups, Ctrl+A selects all, Ctrl+G groups the selected processors
-/// where the menu of several would, Menu and Shift+F10 open the row's menu. With Shift or Ctrl the
-/// keys that move go from processor to processor, past the groups between them.
+/// own affair. Rows that come are expanded, except below groups that the user closed. Every change
+/// is asked of the host, and takes place when the host says so. Keys: F2 renames, Delete deletes or
+/// ungroups, Ctrl+A selects all, Ctrl+G groups the selected processors where the menu of several
+/// would, Menu and Shift+F10 open the row's menu. With Shift or Ctrl the keys that move go from
+/// processor to processor, past the groups between them.
 ///
 /// GUI thread. The host may change the tree, or destroy the view, whenever it is asked.
 class CProcessorTreeView final : public CTreeView
@@ -74,6 +76,7 @@ public slots:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -87,6 +90,7 @@ protected:
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                      const QVector<int>& roles = QVector<int>()) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void rowsInserted(const QModelIndex& parent, int start, int end) override;
     void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
     void commitData(QWidget* editor) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
@@ -137,6 +141,8 @@ private:
     void detachField(QLineEdit* field);
     void attachField(QLineEdit* field, const QModelIndex& index);
     static void dropField(QLineEdit* field);
+    void followUser(const std::function<void()>& act);
+    void expandOpen();
     bool dragsOthers(const QMouseEvent& event) const;
 
     bool mayChange() const;
@@ -179,6 +185,7 @@ private:
     QList<QUuid> m_toGroup;             // processors that go into that group
     QList<QShortcut*> m_shortcuts;      // Qt children
     QPersistentModelIndex m_editedRow;  // the last one that got a field for its name
+    QSet<QUuid> m_closed;               // groups, by the user
     QUuid m_editedId;
     QPointer<QLineEdit> m_field;        // on that row, until it closes
     QList<MovingRow> m_movingRows;      // on their way
@@ -187,6 +194,7 @@ private:
     QList<QUuid> m_dragged;             // processors that were selected when it started
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
+    bool m_isByUser = false;      // what happens
     bool m_isCurrentDue = false;  // to be shown
     bool m_isMoving = false;      // a row leaves the selection, or is put back
     bool m_editsReadOnly = false; // the field was opened in a read-only tree

@@ -11,6 +11,8 @@
 #include <QLineEdit>
 #include <QStandardItem>
 
+#include <utility>
+
 namespace {
 
 /// Whether the row's menu would offer it.
@@ -121,10 +123,14 @@ void CProcessorTreeView::dropField(QLineEdit* field)
 /// row that has the identity of its own.
 void CProcessorTreeView::reset()
 {
-    const QPointer<QLineEdit> field = m_editedRow.isValid() ? nullptr : m_field.data();
+    const QPointer<QLineEdit> known = std::exchange(m_field, nullptr);
+    // Qt hides what it closes.
+    const bool goesOn = known && !known->isHidden() && !m_editedRow.isValid();
+    const QPointer<QLineEdit> field = goesOn ? known.data() : nullptr;
     if (field)
         detachField(field);
     CTreeView::reset();
+    expandOpen();
     if (!field)
         return;
     const QStandardItem* item = treeModel() ? treeModel()->getItem(m_editedId) : nullptr;
