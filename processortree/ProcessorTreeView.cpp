@@ -233,9 +233,11 @@ void CProcessorTreeView::AddProcessors(AddKind kind)
 void CProcessorTreeView::AddProcessors(AddKind kind, const std::function<bool()>& isAllowed)
 {
     const Life alive(this);
-    const std::optional<Addition> addition = askForAddition(kind, dialogParent());
+    const std::optional<Addition> addition = askForAddition(kind, m_outputs, dialogParent());
     if (!alive || !addition || addition->size() == 0 || !isAllowed())
         return;
+    if (addition->outputs && !addition->areOutputsFixed)
+        m_outputs = *addition->outputs;
     const QUuid group = targetGroup();
     m_arrivals->expectProcessors(addition->size());
     {

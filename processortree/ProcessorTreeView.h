@@ -192,6 +192,7 @@ private:
     QPersistentModelIndex m_dropTarget; // while something is dragged over it
     QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
     QList<QUuid> m_dragged;             // processors that were selected when it started
+    int m_outputs = 0;                  // of new processors, as the user chose last
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
     bool m_isByUser = false;      // what happens
