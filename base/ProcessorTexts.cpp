@@ -31,11 +31,9 @@ QString processorDetail(const ProcessorNode& processor)
 QString processorDescription(const ProcessorNode& processor)
 {
     QStringList texts;
-    texts << (processor.redundancyMode == kBackupMode
-                  ? ProcessorTexts::tr("Backup processor")
-                  : ProcessorTexts::tr("Processor"));
-    texts << (processor.online ? ProcessorTexts::tr("Online")
-                               : ProcessorTexts::tr("Offline"));
+    texts << (processor.redundancyMode == kBackupMode ? ProcessorTexts::tr("Backup processor")
+                                                      : ProcessorTexts::tr("Processor"));
+    texts << (processor.online ? ProcessorTexts::tr("Online") : ProcessorTexts::tr("Offline"));
     if (processor.redundancyMode != 0 && processor.redundancyMode != kBackupMode)
         texts << ProcessorTexts::tr("Has a backup");
     if (processor.hostFlag17)

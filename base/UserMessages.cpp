@@ -1,8 +1,8 @@
 #include "base/UserMessages.h"
 
+#include "base/GuiThread.h"
 #include "host/common/SoftwareName.h"
 #include "host/widgets/MessageBox.h"
-#include "base/GuiThread.h"
 
 namespace {
 

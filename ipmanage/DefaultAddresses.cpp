@@ -1,10 +1,10 @@
 #include "ipmanage/DefaultAddresses.h"
 
+#include "base/GuiThread.h"
 #include "base/IPText.h"
 #include "ipmanage/HostIPList.h"
 #include "ipmanage/IPProposal.h"
 #include "ipmanage/LocalAddresses.h"
-#include "base/GuiThread.h"
 
 QStringList defaultAddresses(int wanted, bool ipManagementMode)
 {

@@ -1,8 +1,8 @@
 #include "ipmanage/HostIPList.h"
 
-#include "base/TargetSelectHandler.h"
 #include "base/IPText.h"
 #include "base/LogCategories.h"
+#include "base/TargetSelectHandler.h"
 
 namespace HostIPList {
 

@@ -1,13 +1,11 @@
 #include "ipmanage/IPEntryDialog.h"
 
 #include "base/IPText.h"
+#include "base/LogCategories.h"
 #include "base/UserMessages.h"
 #include "host/widgets/IPLineEdit.h"
 #include "ipmanage/DefaultAddresses.h"
 #include "ipmanage/HostIPList.h"
-#include "base/IPText.h"
-#include "base/LogCategories.h"
-#include "base/UserMessages.h"
 
 #include <QBoxLayout>
 #include <QEvent>

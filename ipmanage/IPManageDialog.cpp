@@ -2,6 +2,7 @@
 
 #include "Interface/IPStatusCodes.h"
 #include "base/IPText.h"
+#include "base/LogCategories.h"
 #include "base/UserMessages.h"
 #include "host/widgets/ToolTip.h"
 #include "ipmanage/AddBatchIPDialog.h"
@@ -11,8 +12,6 @@
 #include "ipmanage/IPListModel.h"
 #include "ipmanage/IPListView.h"
 #include "ipmanage/ModifyIPDialog.h"
-#include "base/LogCategories.h"
-#include "base/UserMessages.h"
 
 #include <QBoxLayout>
 #include <QEvent>

@@ -1,8 +1,8 @@
 #include "plugin/DeviceDetection.h"
 
-#include "base/TargetSelectHandler.h"
 #include "base/GuiThread.h"
 #include "base/LogCategories.h"
+#include "base/TargetSelectHandler.h"
 
 #include <QPointer>
 #include <QWidget>

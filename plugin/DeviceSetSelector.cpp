@@ -1,8 +1,8 @@
 #include "plugin/DeviceSetSelector.h"
 
+#include "base/LogCategories.h"
 #include "base/PanelStep.h"
 #include "base/TargetSelectHandler.h"
-#include "base/LogCategories.h"
 
 #include <QLabel>
 #include <QMetaMethod>

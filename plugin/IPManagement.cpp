@@ -1,11 +1,10 @@
 #include "plugin/IPManagement.h"
 
-#include "base/TargetSelectHandler.h"
-#include "ipmanage/HostIPList.h"
-#include "ipmanage/IPManageDialog.h"
 #include "base/GuiThread.h"
 #include "base/LogCategories.h"
 #include "base/TargetSelectHandler.h"
+#include "ipmanage/HostIPList.h"
+#include "ipmanage/IPManageDialog.h"
 
 #include <QPointer>
 #include <QWidget>

@@ -1,9 +1,9 @@
 #include "plugin/PanelEvents.h"
 
 #include "base/GuiCalls.h"
-#include "base/TargetSelectHandler.h"
 #include "base/GuiThread.h"
 #include "base/LogCategories.h"
+#include "base/TargetSelectHandler.h"
 
 #include <QMetaObject>
 

@@ -1,6 +1,7 @@
 #include "plugin/TargetSelectArea.h"
 
 #include "base/GuiThread.h"
+#include "base/LogCategories.h"
 #include "base/MetaTypes.h"
 #include "base/PanelStep.h"
 #include "base/TargetSelectHandler.h"
@@ -10,9 +11,6 @@
 #include "plugin/DeviceSetSelector.h"
 #include "plugin/IPManagement.h"
 #include "plugin/LanUsbWarnings.h"
-#include "base/LogCategories.h"
-#include "base/MetaTypes.h"
-#include "base/PanelStep.h"
 #include "plugin/TargetSelectData.h"
 #include "processortree/model/ProcessorTreeModel.h"
 #include "processortree/view/ProcessorTree.h"

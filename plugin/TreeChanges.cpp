@@ -2,11 +2,11 @@
 
 #include "Interface/HostEvents.h"
 #include "base/GuiCalls.h"
+#include "base/GuiThread.h"
 #include "base/LogCategories.h"
 #include "base/NodeType.h"
 #include "base/TargetSelectHandler.h"
 #include "processortree/model/ProcessorTreeModel.h"
-#include "base/GuiThread.h"
 
 #include <QMetaObject>
 #include <QSet>

@@ -2,8 +2,8 @@
 
 #include "Interface/HostEvents.h"
 #include "base/GuiCalls.h"
-#include "base/TargetSelectHandler.h"
 #include "base/LogCategories.h"
+#include "base/TargetSelectHandler.h"
 #include "plugin/TreeChanges.h"
 
 #include <utility>

@@ -2,9 +2,9 @@
 
 #include "Interface/ProcessorNode.h"
 #include "base/PaintScope.h"
+#include "base/ProcessorTexts.h"
 #include "host/widgets/SvgIcons.h"
 #include "host/widgets/ToolTip.h"
-#include "base/ProcessorTexts.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "search/FoundProcessors.h"
 
-#include "base/NodeType.h"
 #include "base/GuiThread.h"
+#include "base/NodeType.h"
 #include "search/ProcessorFilterProxyModel.h"
 
 #include <algorithm>

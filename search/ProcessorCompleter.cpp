@@ -1,10 +1,9 @@
 #include "search/ProcessorCompleter.h"
 
-#include "base/PaintScope.h"
-#include "host/widgets/ToolTip.h"
 #include "base/GuiThread.h"
 #include "base/LogCategories.h"
 #include "base/PaintScope.h"
+#include "host/widgets/ToolTip.h"
 #include "search/CompleterProcessorDelegate.h"
 #include "search/PopupPlace.h"
 #include "search/ProcessorFilterModel.h"

@@ -7,9 +7,9 @@
 #include "base/TargetSelectHandler.h"
 #include "processortree/model/ProcessorItem.h"
 #include "processortree/model/ProcessorTreeModelChange.h"
+#include "processortree/model/RowDescription.h"
 #include "processortree/model/TreeFill.h"
 #include "processortree/model/TreeWalk.h"
-#include "processortree/model/RowDescription.h"
 
 #include <QScopedValueRollback>
 

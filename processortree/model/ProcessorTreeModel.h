@@ -97,11 +97,18 @@ public:
     /// Whether rows are about to be removed.
     bool isRemoving() const { return m_removals > 0; }
 
+    /// Whether the row of `id` moves: once removed it comes again at another place, unless that is
+    /// gone. Signals tell of a removal and an insertion, and moveEnded() of the end.
+    bool isMoving(const QUuid& id) const { return m_moving.contains(id); }
+
     /// Has `tell` called each time that isChanging() ends.
     void setOnChanged(std::function<void()> tell) { m_onChanged = std::move(tell); }
 
     /// Tells views that the records of `processors` were replaced behind the model's back.
     void announceRecords(const QList<QUuid>& processors);
+
+signals:
+    void moveEnded(const QUuid& id);
 
 public slots:
     /// Fills the tree anew with the host's groups and processors; without a handler rows stay.
@@ -133,6 +140,7 @@ public slots:
 private:
     class Batch;
     class Change;
+    class Move;
 
     bool fill(const QList<ProcessorGroupNode>& groups, const QList<ProcessorNode>& processors);
     QStandardItem* groupItem(const QUuid& groupId) const;
@@ -173,5 +181,6 @@ private:
     bool m_rebuildDue = false;
     int m_removals = 0; // that are announced, nested ones
     int m_changes = 0;  // nested ones
+    QList<QUuid> m_moving;
     std::function<void()> m_onChanged;
 };

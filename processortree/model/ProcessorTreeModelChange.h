@@ -32,3 +32,31 @@ private:
     CProcessorTreeModel* m_model;
     const int m_exceptions = std::uncaught_exceptions();
 };
+
+/// A stretch in which the row of `id` is removed, to come again at another place.
+class CProcessorTreeModel::Move final
+{
+public:
+    Move(CProcessorTreeModel* model, const QUuid& id)
+        : m_change(model)
+        , m_model(model)
+        , m_id(id)
+    {
+        m_model->m_moving.append(id);
+    }
+
+    Move(const Move&) = delete;
+    Move& operator=(const Move&) = delete;
+
+    /// Those who hear of the end may throw.
+    ~Move() noexcept(false)
+    {
+        m_model->m_moving.removeOne(m_id);
+        emit m_model->moveEnded(m_id);
+    }
+
+private:
+    const Change m_change;
+    CProcessorTreeModel* m_model;
+    const QUuid m_id;
+};

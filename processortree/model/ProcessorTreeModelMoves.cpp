@@ -71,6 +71,7 @@ bool CProcessorTreeModel::moveRows(const QModelIndex& sourceParent, int sourceRo
     m_index.setMoving(true);
     const auto end = qScopeGuard([this] { m_index.setMoving(false); });
     for (int moved = 0; moved < movable && from.isValid(); ++moved) {
+        const Move move(this, index(sourceRow, 0, from).data(UuidRole).toUuid());
         const QList<QStandardItem*> row = itemFromIndex(from)->takeRow(sourceRow);
         // Whoever hears of the row's leaving may take its destination away, or rows behind it.
         if (row.isEmpty())

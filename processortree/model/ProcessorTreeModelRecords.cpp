@@ -29,6 +29,7 @@ void CProcessorTreeModel::updateProcessor(QStandardItem* item, const ProcessorNo
         const quint32 placed = cell ? cell->placedKey().ipAddress : known.ipAddress;
         // A monitor state may have brought the new address before, and left the row where it stood.
         if (processor.ipAddress != known.ipAddress || processor.ipAddress != placed) {
+            const Move move(this, known.id);
             replaceProcessor(known.id, processor);
             return;
         }

@@ -1,8 +1,8 @@
 #include "processortree/model/RowDescription.h"
 
 #include "base/NodeType.h"
-#include "processortree/model/ProcessorTreeModel.h"
 #include "base/ProcessorTexts.h"
+#include "processortree/model/ProcessorTreeModel.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "processortree/view/AddEntries.h"
 
-#include "base/TargetSelectHandler.h"
 #include "base/LogCategories.h"
+#include "base/TargetSelectHandler.h"
 
 namespace {
 

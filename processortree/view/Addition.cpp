@@ -28,22 +28,26 @@ AddPath addPath()
     return usesAddresses ? AddPath::Addresses : AddPath::Count;
 }
 
-std::optional<Addition> askForCount(AddKind kind, QWidget* parent)
+std::optional<Addition> askForCount(AddKind kind, int lastOutputs, QWidget* parent)
 {
     Addition addition;
     addition.count = kind == AddKind::One ? 1 : 2;
     if (kind != AddKind::Custom)
         return addition;
     const QPointer<QWidget> alive(parent);
-    const int preset = askHost(&Host::GetFixedOutputCount);
+    const int fixed = askHost(&Host::GetFixedOutputCount);
     if (!alive)
         return {};
-    CCustomAddProcessor dialog(preset, parent);
+    addition.areOutputsFixed = fixed > 0;
+    // A box that shows no choice would leave the number open, and the user would not notice.
+    const int proposed = lastOutputs > 0 ? lastOutputs : CCustomAddProcessor::kFewestOutputs;
+    CCustomAddProcessor dialog(addition.areOutputsFixed ? fixed : proposed, parent);
     if (dialog.exec() != QDialog::Accepted)
         return {};
     const auto [count, outputs] = dialog.addition();
     addition.count = count;
-    addition.outputs = outputs;
+    if (outputs > 0)
+        addition.outputs = outputs;
     return addition;
 }
 
@@ -97,7 +101,7 @@ std::optional<Addition> askForEntries(AddKind kind, QWidget* parent)
 
 } // namespace
 
-std::optional<Addition> askForAddition(AddKind kind, QWidget* parent)
+std::optional<Addition> askForAddition(AddKind kind, int outputs, QWidget* parent)
 {
     const QPointer<QWidget> alive(parent);
     const AddPath path = addPath();
@@ -105,7 +109,7 @@ std::optional<Addition> askForAddition(AddKind kind, QWidget* parent)
         return {};
     switch (path) {
     case AddPath::Count:
-        return askForCount(kind, parent);
+        return askForCount(kind, outputs, parent);
     case AddPath::Addresses:
         return askForAddresses(kind, false, parent);
     case AddPath::IPList:

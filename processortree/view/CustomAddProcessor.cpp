@@ -15,7 +15,8 @@ constexpr int kMaxProcessors = 255;
 constexpr int kFieldWidth = 184;
 constexpr int kOneRowHeight = 121;
 constexpr int kTwoRowsHeight = 157;
-constexpr int kOutputCounts[] = {2, 4, 6, 8, 10, 12, 16, 20, 26, 32, 40, 80};
+constexpr int kOutputCounts[] = {
+    CCustomAddProcessor::kFewestOutputs, 4, 6, 8, 10, 12, 16, 20, 26, 32, 40, 80};
 
 bool areOutputsFixed()
 {

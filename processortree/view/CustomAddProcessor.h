@@ -16,6 +16,8 @@ class CCustomAddProcessor final : public CDialog
     Q_OBJECT
 
 public:
+    static constexpr int kFewestOutputs = 2;
+
     /// `presetOutputs` is proposed, or, when the host fixes the number, taken. One that the list
     /// does not hold leaves the choice open.
     CCustomAddProcessor(int presetOutputs, QWidget* parent);

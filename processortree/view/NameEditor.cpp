@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QPointer>
 
+#include <utility>
+
 namespace {
 
 bool isUtf8()
@@ -20,6 +22,12 @@ bool isUtf8()
 
 QLineEdit* CNameEditor::create(QWidget* parent)
 {
+    const auto present = parent->findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QLineEdit* field : present) {
+        CNameEditor* const editor = of(*field);
+        if (editor && std::exchange(editor->m_passedOn, false))
+            return field;
+    }
     auto* field = new QLineEdit(parent);
     // The menu is prevented, not left out: it would become the row's behind the field.
     field->setContextMenuPolicy(Qt::PreventContextMenu);
@@ -27,10 +35,21 @@ QLineEdit* CNameEditor::create(QWidget* parent)
     return field;
 }
 
+void CNameEditor::passOn(QLineEdit& field)
+{
+    if (CNameEditor* const editor = of(field))
+        editor->m_passedOn = true;
+}
+
+CNameEditor* CNameEditor::of(const QLineEdit& field)
+{
+    return field.findChild<CNameEditor*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
 QString CNameEditor::name(QLineEdit& field)
 {
     const QPointer<QLineEdit> alive(&field);
-    if (auto* editor = field.findChild<CNameEditor*>(QString(), Qt::FindDirectChildrenOnly)) {
+    if (CNameEditor* const editor = of(field)) {
         editor->m_composing = false;
         editor->fitIfDue();
     }

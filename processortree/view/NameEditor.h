@@ -12,8 +12,11 @@ class CNameEditor final : public QObject
     Q_OBJECT
 
 public:
-    /// A plain field for a name, without a context menu.
+    /// A plain field for a name, without a context menu; or the one in `parent` that is passed on.
     static QLineEdit* create(QWidget* parent);
+
+    /// Has the next create() in the same parent return `field`, with what was typed in it.
+    static void passOn(QLineEdit& field);
 
     /// The name in a field that create() made, within the limit also while an input method is at
     /// work.
@@ -24,6 +27,8 @@ public:
 private:
     explicit CNameEditor(QLineEdit* field);
 
+    static CNameEditor* of(const QLineEdit& field);
+
     void onTextChanged();
     void fitIfDue();
 
@@ -31,4 +36,5 @@ private:
     bool m_composing = false;
     bool m_due = false;
     bool m_fitting = false;
+    bool m_passedOn = false;
 };

@@ -54,6 +54,14 @@ void CProcessorSelectionModel::setCurrentIndex(const QModelIndex& index,
         select(row, command);
 }
 
+void CProcessorSelectionModel::restore(const QModelIndex& index, bool selected, bool current)
+{
+    if (selected)
+        CProcessorItemSelectionModel::select(QItemSelection(index, index), Select);
+    if (current)
+        CProcessorItemSelectionModel::setCurrentIndex(index, NoUpdate);
+}
+
 void CProcessorSelectionModel::select(const QItemSelection& selection,
                                       QItemSelectionModel::SelectionFlags command)
 {

@@ -25,6 +25,9 @@ public:
 
     using CProcessorItemSelectionModel::select;
 
+    /// Selects row `index`, or makes it current, as it was before it moved: the host is not told.
+    void restore(const QModelIndex& index, bool selected, bool current);
+
 public slots:
     /// Ignored for rows other than processors.
     void setCurrentIndex(const QModelIndex& index,

@@ -115,10 +115,6 @@ void CProcessorTree::createTree()
 {
     m_treeView->setModel(&m_model);
     expandBranches(*m_treeView);
-    connect(&m_model, &QAbstractItemModel::modelReset, m_treeView,
-            [view = m_treeView] { expandBranches(*view); });
-    connect(&m_model, &QAbstractItemModel::rowsInserted, m_treeView,
-            [view = m_treeView](const QModelIndex& parentIndex) { view->expand(parentIndex); });
 }
 
 void CProcessorTree::createLayout()

@@ -1,5 +1,6 @@
 #include "processortree/view/ProcessorTreeDelegate.h"
 
+#include "base/LogCategories.h"
 #include "base/NodeType.h"
 #include "base/PaintScope.h"
 #include "base/PanelBridge.h"
@@ -7,10 +8,6 @@
 #include "host/common/AppendLog.h"
 #include "host/widgets/ToolTip.h"
 #include "processortree/view/NameEditor.h"
-#include "base/LogCategories.h"
-#include "base/TargetSelectHandler.h"
-#include "base/NodeType.h"
-#include "base/PaintScope.h"
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
@@ -73,12 +70,17 @@ bool isButtonWanted(std::optional<EPrcTreeNodeType> type)
                                          : &Host::ShowNodeMoreButton);
 }
 
+bool hasButton(std::optional<EPrcTreeNodeType> type)
+{
+    return !isMultiSelection() && isButtonWanted(type);
+}
+
 /// For painting, where an exception of the host's ends: Qt's widgets are built without exceptions,
 /// and would leave their painter active.
 bool isButtonPainted(std::optional<EPrcTreeNodeType> type)
 {
     try {
-        return !isMultiSelection() && isButtonWanted(type);
+        return hasButton(type);
     } catch (...) {
         AppendLog(__func__, __FILE__, __LINE__, "The host threw while a row was painted.");
         return false;
@@ -212,10 +214,10 @@ bool CProcessorTreeDelegate::editorEvent(QEvent* event, QAbstractItemModel* mode
 
     // The host may change the model when it is asked.
     const QPersistentModelIndex row(index);
-    const bool hasButton = !isMultiSelection();
+    const bool reacts = hasButton(nodeType(index));
     if (!row.isValid())
         return false;
-    if (!hasButton) {
+    if (!reacts) {
         resetButtonState();
         return CProcessorDelegate::editorEvent(event, model, option, row);
     }
@@ -238,7 +240,7 @@ bool CProcessorTreeDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* vie
     const QPersistentModelIndex row(index);
     const QRectF button = buttonIn(option.rect);
     if (event->type() == QEvent::ToolTip && row.isValid() && isInside(button, event->pos())
-        && !isMultiSelection()) {
+        && hasButton(nodeType(index))) {
         CToolTip::ShowText(tr("More"), event->globalPos(), view->viewport(), button.toRect(),
                            kToolTipTime);
         return true;
@@ -377,6 +379,10 @@ void CProcessorTreeDelegate::changeState(QStyle::State set, QStyle::State cleare
 
 void CProcessorTreeDelegate::showToolTip()
 {
+    // The host may change the model, or destroy the view.
+    const QPointer<CProcessorTreeDelegate> alive(this);
+    if (!hasButton(nodeType(m_row)) || !alive)
+        return;
     // Rows may have moved under a mouse that rests.
     if (!m_view || !m_view->isVisible() || !m_lastPosition || !m_row.isValid()
         || m_view->indexAt(*m_lastPosition) != m_row)

@@ -7,17 +7,13 @@
 #include "base/TargetSelectHandler.h"
 #include "host/widgets/HostTheme.h"
 #include "processortree/model/ProcessorTreeModel.h"
+#include "processortree/view/AccessibleTree.h"
 #include "processortree/view/Addition.h"
 #include "processortree/view/ArrivalWatch.h"
 #include "processortree/view/ExpandBranches.h"
 #include "processortree/view/ProcessorSelectionModel.h"
 #include "processortree/view/ProcessorTreeDelegate.h"
 #include "processortree/view/TreeDeletion.h"
-#include "base/PanelStep.h"
-#include "base/TargetSelectHandler.h"
-#include "processortree/view/AccessibleTree.h"
-#include "base/NodeType.h"
-#include "base/PaintScope.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -26,6 +22,7 @@
 #include <QStandardItem>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -48,17 +45,6 @@ bool isMouseEvent(const QEvent& event)
 QUuid identity(const QModelIndex& index)
 {
     return index.data(UuidRole).toUuid();
-}
-
-/// Whether the row's menu would offer it.
-bool mayRename(const QModelIndex& index)
-{
-    const auto type = nodeType(index);
-    if (type != NodeProcessor)
-        return type == NodeGroup;
-    const QUuid id = identity(index);
-    return !askHost(&Host::GetProcessorNode, id).hostFlag13
-           || askHost(&Host::CanRenameProcessor, id);
 }
 
 /// With these keys the mouse selects, and drags nothing.
@@ -99,6 +85,12 @@ CProcessorTreeView::CProcessorTreeView(IPanelBridge& bridge, QWidget* parent)
                 };
                 QMetaObject::invokeMethod(this, open, Qt::QueuedConnection);
             });
+    connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
+        if (m_isByUser && nodeType(index) == NodeGroup)
+            m_closed.insert(identity(index));
+    });
+    connect(this, &QTreeView::expanded, this,
+            [this](const QModelIndex& index) { m_closed.remove(identity(index)); });
     connect(this, &CTreeView::RightMenuEvent, this, &CProcessorTreeView::OnRightMenuEvent);
     connect(m_arrivals, &CArrivalWatch::groupArrived, this, &CProcessorTreeView::onGroupArrived);
     connect(m_arrivals, &CArrivalWatch::processorArrived, this,
@@ -143,7 +135,13 @@ void CProcessorTreeView::setModel(QAbstractItemModel* newModel)
 {
     const QPointer<CProcessorSelectionModel> before =
         qobject_cast<CProcessorSelectionModel*>(selectionModel());
+    if (treeModel())
+        disconnect(treeModel(), &CProcessorTreeModel::moveEnded, this, nullptr);
+    m_movingRows.clear();
     CTreeView::setModel(newModel);
+    if (treeModel())
+        connect(treeModel(), &CProcessorTreeModel::moveEnded, this,
+                &CProcessorTreeView::onMoveEnded);
     if (before != selectionModel())
         delete before;
     if (newModel) {
@@ -196,25 +194,6 @@ QList<QPersistentModelIndex> CProcessorTreeView::selectedRows() const
     return {selected.begin(), selected.end()};
 }
 
-void CProcessorTreeView::RenameSelection()
-{
-    const QList<QPersistentModelIndex> selected = selectedRows();
-    const Life alive(this);
-    if (selected.size() == 1 && mayRename(selected.first()) && alive)
-        openEditor(selected.first());
-}
-
-void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
-{
-    // Qt warns of what cannot be edited.
-    if (!index.isValid() || !index.flags().testFlag(Qt::ItemIsEditable) || state() == EditingState)
-        return;
-    m_arrivals->stop();
-    edit(index);
-    if (QWidget* field = indexWidget(index))
-        field->setAccessibleName(tr("Name"));
-}
-
 void CProcessorTreeView::AddGroup()
 {
     const Life alive(this);
@@ -256,9 +235,11 @@ void CProcessorTreeView::AddProcessors(AddKind kind)
 void CProcessorTreeView::AddProcessors(AddKind kind, const std::function<bool()>& isAllowed)
 {
     const Life alive(this);
-    const std::optional<Addition> addition = askForAddition(kind, dialogParent());
+    const std::optional<Addition> addition = askForAddition(kind, m_outputs, dialogParent());
     if (!alive || !addition || addition->size() == 0 || !isAllowed())
         return;
+    if (addition->outputs && !addition->areOutputsFixed)
+        m_outputs = *addition->outputs;
     const QUuid group = targetGroup();
     m_arrivals->expectProcessors(addition->size());
     {
@@ -292,8 +273,11 @@ void CProcessorTreeView::onProcessorArrived(const QUuid& id)
     if (!item)
         return;
     const QPersistentModelIndex index(item->index());
+    const Life alive(this);
     expand(index.parent());
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    if (alive && index.isValid())
+        scrollTo(index);
 }
 
 void CProcessorTreeView::DeleteSelection()
@@ -334,13 +318,28 @@ bool CProcessorTreeView::eventFilter(QObject* watched, QEvent* event)
 void CProcessorTreeView::mousePressEvent(QMouseEvent* event)
 {
     m_arrivals->stop();
-    CTreeView::mousePressEvent(event);
+    followUser([&] { CTreeView::mousePressEvent(event); });
+}
+
+void CProcessorTreeView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    followUser([&] { CTreeView::mouseDoubleClickEvent(event); });
+}
+
+/// Takes note of groups that the user closes by `act`.
+void CProcessorTreeView::followUser(const std::function<void()>& act)
+{
+    const QPointer<CProcessorTreeView> alive(this);
+    const bool wasByUser = std::exchange(m_isByUser, true);
+    act();
+    if (alive)
+        m_isByUser = wasByUser;
 }
 
 void CProcessorTreeView::keyPressEvent(QKeyEvent* event)
 {
     m_arrivals->stop();
-    CTreeView::keyPressEvent(event);
+    followUser([&] { CTreeView::keyPressEvent(event); });
 }
 
 /// With Shift or Ctrl the keys take the current row along, which is a processor: they pass what is
@@ -388,6 +387,27 @@ bool CProcessorTreeView::dragsOthers(const QMouseEvent& event) const
     return std::any_of(selected.begin(), selected.end(), [](const QPersistentModelIndex& index) {
         return nodeType(index) != NodeProcessor;
     });
+}
+
+void CProcessorTreeView::rowsInserted(const QModelIndex& parent, int start, int end)
+{
+    CTreeView::rowsInserted(parent, start, end);
+    if (!m_closed.contains(identity(parent)))
+        expand(parent);
+}
+
+/// After a reset, which closed all rows.
+void CProcessorTreeView::expandOpen()
+{
+    const QSet<QUuid> closed = std::exchange(m_closed, {});
+    expandBranches(*this);
+    for (const QUuid& group : closed) {
+        const QStandardItem* item = treeModel() ? treeModel()->getItem(group) : nullptr;
+        if (!item)
+            continue;
+        collapse(item->index());
+        m_closed.insert(group);
+    }
 }
 
 void CProcessorTreeView::changeEvent(QEvent* event)

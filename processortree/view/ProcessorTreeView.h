@@ -5,6 +5,7 @@
 #include "processortree/view/AddEntries.h"
 
 #include <QPointer>
+#include <QSet>
 #include <QUuid>
 
 #include <functional>
@@ -15,16 +16,18 @@ class CProcessorTreeModel;
 class CTreeMenu;
 class IPanelBridge;
 class QDrag;
+class QLineEdit;
 class QShortcut;
 
 /// The tree of the project's processors, with everything that a user does to it: menus, adding,
 /// renaming, grouping, moving by drag and drop, deleting.
 ///
 /// Only the selection, the current row, what is expanded and the start of an edit are the view's
-/// own affair. Every change is asked of the host, and takes place when the host says so. Keys: F2
-/// renames, Delete deletes or ungroups, Ctrl+A selects all, Ctrl+G groups the selected processors
-/// where the menu of several would, Menu and Shift+F10 open the row's menu. With Shift or Ctrl the
-/// keys that move go from processor to processor, past the groups between them.
+/// own affair. Rows that come are expanded, except below groups that the user closed. Every change
+/// is asked of the host, and takes place when the host says so. Keys: F2 renames, Delete deletes or
+/// ungroups, Ctrl+A selects all, Ctrl+G groups the selected processors where the menu of several
+/// would, Menu and Shift+F10 open the row's menu. With Shift or Ctrl the keys that move go from
+/// processor to processor, past the groups between them.
 ///
 /// GUI thread. The host may change the tree, or destroy the view, whenever it is asked.
 class CProcessorTreeView final : public CTreeView
@@ -43,7 +46,7 @@ public:
     void outlivePanel();
 
     /// A locked view shows, and lets pick, but neither its "More" button nor its keys nor its menus
-    /// do anything.
+    /// do anything, nothing is dragged or dropped, and an open field drops what was typed.
     void SetLocked(bool locked);
     bool isLocked() const { return m_locked; }
 
@@ -52,6 +55,7 @@ public:
     void AddProcessors(AddKind kind, const std::function<bool()>& isAllowed);
 
 public slots:
+    void reset() override;
     void selectAll() override;
 
     /// Creates a group, and has the user name it.
@@ -74,6 +78,7 @@ public slots:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -87,7 +92,10 @@ protected:
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
                      const QVector<int>& roles = QVector<int>()) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void rowsInserted(const QModelIndex& parent, int start, int end) override;
     void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
+    void commitData(QWidget* editor) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     void paintEvent(QPaintEvent* event) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                  const QModelIndex& index) const override;
@@ -113,12 +121,30 @@ private:
         QPointer<const CProcessorTreeView> m_view;
     };
 
+    /// A row that moves, as it was when it left its place.
+    struct MovingRow
+    {
+        QUuid id;
+        QPersistentModelIndex parent;
+        int row = -1;
+        bool isSelected = false;
+        bool isCurrent = false;
+        bool isStanding = false; // the one that the user stands on
+        QPointer<QLineEdit> field;
+    };
+
     CProcessorTreeModel* treeModel() const;
     QWidget* dialogParent();
     void changeTree(const std::function<void(CProcessorTreeModel&)>& change);
     QList<QPersistentModelIndex> selectedRows() const;
     void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
+    QLineEdit* openField() const;
     void openEditor(const QPersistentModelIndex& index);
+    void detachField(QLineEdit* field);
+    void attachField(QLineEdit* field, const QModelIndex& index);
+    static void dropField(QLineEdit* field);
+    void followUser(const std::function<void()>& act);
+    void expandOpen();
     bool dragsOthers(const QMouseEvent& event) const;
 
     bool isReadOnly() const;
@@ -141,13 +167,21 @@ private:
     void onGroupArrived(const QUuid& id);
     void onProcessorArrived(const QUuid& id);
     void onGroupToFillArrived(const QUuid& id);
-    void moveTo(const QList<QPersistentModelIndex>& rows, const QUuid& group);
-    void selectMoved(const QList<QPersistentModelIndex>& moved);
+    void moveTo(const QList<QUuid>& processors, const QUuid& group);
+    void selectMoved(const QList<QUuid>& moved);
     QModelIndex dropTarget(const QPoint& position, bool* nowhere) const;
     void setDropTarget(const QModelIndex& index);
     void runDrag();
+    QList<QPersistentModelIndex> rowsOf(const QList<QUuid>& processors) const;
+    QList<QUuid> selectedProcessors() const;
     void abandonDrag();
+    QModelIndex standingRow() const;
     void replaceRemoved(const QModelIndex& parent, int first, int last);
+    void takeOver(const QModelIndex& parent, int above, int below);
+    bool keepMoving(const QModelIndex& parent, int first, int last);
+    void onMoveEnded(const QUuid& id);
+    void putBack(const MovingRow& moved, const QModelIndex& index);
+    void replaceLost(const MovingRow& lost);
 
     IPanelBridge& m_bridge;
     CProcessorTreeDelegate* m_delegate; // Qt child
@@ -155,12 +189,22 @@ private:
     CArrivalWatch* m_groupToFill;       // Qt child
     QList<QUuid> m_toGroup;             // processors that go into that group
     QList<QShortcut*> m_shortcuts;      // Qt children
+    QPersistentModelIndex m_editedRow;  // the last one that got a field for its name
+    QSet<QUuid> m_closed;               // groups, by the user
+    QUuid m_editedId;
+    QPointer<QLineEdit> m_field;        // on that row, until it closes
+    QList<MovingRow> m_movingRows;      // on their way
     QPersistentModelIndex m_dropTarget; // while something is dragged over it
     QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
+    QList<QUuid> m_dragged;             // processors that were selected when it started
+    int m_outputs = 0;                  // of new processors, as the user chose last
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
-    bool m_isCurrentDue = false; // to be shown
-    bool m_isMenuByKey = false;  // the one that is asked for
+    bool m_isByUser = false;      // what happens
+    bool m_isCurrentDue = false;  // to be shown
+    bool m_isMenuByKey = false;   // the one that is asked for
+    bool m_isMoving = false;      // a row leaves the selection, or is put back
+    bool m_editsReadOnly = false; // the field was opened in a read-only tree
     bool m_locked = false;
     bool m_retired = false;
 };

@@ -1,11 +1,11 @@
 // Drag and drop in the processor tree.
 
+#include "base/LogCategories.h"
 #include "base/NodeType.h"
 #include "base/TargetSelectHandler.h"
 #include "processortree/model/ProcessorTreeModel.h"
 #include "processortree/view/ProcessorTreeDelegate.h"
 #include "processortree/view/ProcessorTreeView.h"
-#include "base/LogCategories.h"
 
 #include <QApplication>
 #include <QDrag>
@@ -35,9 +35,24 @@ QModelIndex CProcessorTreeView::dropTarget(const QPoint& position, bool* nowhere
     return *nowhere ? QModelIndex() : index.parent();
 }
 
-/// Later, when the view is through with the mouse: the host may destroy it during the drag.
+QList<QUuid> CProcessorTreeView::selectedProcessors() const
+{
+    QList<QUuid> processors;
+    const QList<QPersistentModelIndex> selected = selectedRows();
+    for (const QPersistentModelIndex& index : selected) {
+        if (nodeType(index) == NodeProcessor)
+            processors.append(index.data(UuidRole).toUuid());
+    }
+    return processors;
+}
+
+/// Later, when the view is through with the mouse: the host may destroy it during the drag. What is
+/// dragged is settled now, and kept by identity: the host may select and move other rows meanwhile.
 void CProcessorTreeView::startDrag(Qt::DropActions)
 {
+    if (!mayChange())
+        return;
+    m_dragged = selectedProcessors();
     QMetaObject::invokeMethod(this, &CProcessorTreeView::runDrag, Qt::QueuedConnection);
 }
 
@@ -46,14 +61,14 @@ void CProcessorTreeView::runDrag()
 {
     QRegion rows;
     QModelIndexList dragged;
-    const QList<QPersistentModelIndex> selected = selectedRows();
-    for (const QPersistentModelIndex& index : selected) {
-        if (nodeType(index) == NodeProcessor) {
-            dragged.append(index);
-            rows += visualRect(index);
-        }
+    for (const QUuid& processor : qAsConst(m_dragged)) {
+        const QStandardItem* item = treeModel() ? treeModel()->getItem(processor) : nullptr;
+        if (!item)
+            continue;
+        dragged.append(item->index());
+        rows += visualRect(item->index());
     }
-    if (dragged.isEmpty() || !(QApplication::mouseButtons() & Qt::LeftButton))
+    if (dragged.isEmpty() || !mayChange() || !(QApplication::mouseButtons() & Qt::LeftButton))
         return;
     const QRect picture = rows.boundingRect() & viewport()->rect();
     m_drag = new QDrag(this);
@@ -85,12 +100,15 @@ void CProcessorTreeView::dragMoveEvent(QDragMoveEvent* event)
         return;
     bool nowhere = false;
     const QModelIndex target = dropTarget(event->pos(), &nowhere);
-    const bool accepted = isMovable(treeModel(), *event->mimeData()) && !restricted && !nowhere;
-    if (!accepted)
+    const bool accepted =
+        isMovable(treeModel(), *event->mimeData()) && !restricted && !nowhere && mayChange();
+    if (!accepted) {
         qCDebug(lcTree, "no drop here: %s",
-                restricted ? "the host is restricted"
-                : nowhere  ? "the row is in no group"
-                           : "these are no rows of the tree");
+                restricted     ? "the host is restricted"
+                : nowhere      ? "the row is in no group"
+                : !mayChange() ? "the tree is locked or read-only"
+                               : "these are no rows of the tree");
+    }
     setDropTarget(accepted ? target : QModelIndex());
     event->setAccepted(accepted);
 }
@@ -106,9 +124,10 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
 {
     setDropTarget({});
     stopAutoScroll();
-    setState(NoState);
+    setState(openField() ? EditingState : NoState);
     const Life alive(this);
-    if (!isMovable(treeModel(), *event->mimeData()) || askHost(&Host::IsRestrictedMode) || !alive)
+    if (!isMovable(treeModel(), *event->mimeData()) || askHost(&Host::IsRestrictedMode) || !alive
+        || !mayChange())
         return;
     // The view that a move comes from removes its rows; here the model moves them itself.
     event->setDropAction(Qt::TargetMoveAction);
@@ -120,42 +139,11 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
     const QUuid group = target.data(UuidRole).toUuid();
     if (target.isValid())
         expand(target);
-    moveTo(selectedRows(), group);
+    moveTo(m_drag ? m_dragged : selectedProcessors(), group);
     if (alive) {
         m_delegate->resetButtonState();
         viewport()->update();
     }
-}
-
-void CProcessorTreeView::moveTo(const QList<QPersistentModelIndex>& rows, const QUuid& group)
-{
-    changeTree([rows, group, view = QPointer<CProcessorTreeView>(this)](CProcessorTreeModel& tree) {
-        // Qt would have a neighbour take over from a current row that leaves its place.
-        QUuid current;
-        if (view && rows.contains(view->currentIndex())) {
-            current = view->currentIndex().data(UuidRole).toUuid();
-            view->selectionModel()->clearCurrentIndex();
-        }
-        const QList<QPersistentModelIndex> moved = tree.moveProcessors(rows, group);
-        if (view)
-            view->selectMoved(moved);
-        const QStandardItem* item = current.isNull() ? nullptr : tree.getItem(current);
-        if (view && item)
-            view->selectionModel()->setCurrentIndex(item->index(), QItemSelectionModel::NoUpdate);
-    });
-}
-
-void CProcessorTreeView::selectMoved(const QList<QPersistentModelIndex>& moved)
-{
-    QItemSelection selection;
-    for (const QPersistentModelIndex& index : moved) {
-        if (!index.isValid())
-            continue;
-        expand(index.parent());
-        selection.select(index, index);
-    }
-    if (!selection.isEmpty())
-        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
 }
 
 void CProcessorTreeView::setDropTarget(const QModelIndex& index)

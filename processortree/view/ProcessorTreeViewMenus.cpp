@@ -13,6 +13,7 @@
 #include <QStandardItem>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -241,12 +242,10 @@ void CProcessorTreeView::deleteByKey()
 void CProcessorTreeView::groupSelection()
 {
     const Life alive(this);
-    if (isReadOnly() || !offersSelectionMenu() || !alive || !mayGroupSelection() || !alive)
+    if (!mayChange() || !offersSelectionMenu() || !alive || !mayGroupSelection() || !alive
+        || !mayChange())
         return;
-    m_toGroup.clear();
-    const QList<QPersistentModelIndex> selected = selectedRows();
-    for (const QPersistentModelIndex& index : selected)
-        m_toGroup.append(index.data(UuidRole).toUuid());
+    m_toGroup = selectedProcessors();
     const QUuid group = createGroup();
     if (!alive || group.isNull() || !treeModel())
         return;
@@ -258,13 +257,5 @@ void CProcessorTreeView::groupSelection()
 
 void CProcessorTreeView::onGroupToFillArrived(const QUuid& id)
 {
-    const CProcessorTreeModel* tree = treeModel();
-    QList<QPersistentModelIndex> rows;
-    for (const QUuid& processor : qAsConst(m_toGroup)) {
-        const QStandardItem* item = tree ? tree->getItem(processor) : nullptr;
-        if (item)
-            rows.append(item->index());
-    }
-    m_toGroup.clear();
-    moveTo(rows, id);
+    moveTo(std::exchange(m_toGroup, {}), id);
 }

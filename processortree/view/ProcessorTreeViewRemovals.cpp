@@ -29,8 +29,15 @@ QModelIndex firstSelected(const QItemSelectionModel* selection)
 /// each time the view would lay out its rows anew.
 void CProcessorTreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
+    if (m_isMoving) {
+        viewport()->update();
+        return;
+    }
     if (!treeModel() || !treeModel()->isRemoving()) {
-        CTreeView::currentChanged(current, previous);
+        // A group is current only until the selection model clears it, and may be renamed
+        // meanwhile: Qt would close the field on it.
+        const bool isPassing = nodeType(previous) == NodeGroup;
+        CTreeView::currentChanged(current, isPassing ? QModelIndex() : previous);
         return;
     }
     const auto show = [this] {
@@ -46,22 +53,42 @@ void CProcessorTreeView::rowsAboutToBeRemoved(const QModelIndex& parent, int fir
     // The root goes with a reset only, and that says so itself.
     if (!parent.isValid())
         return;
+    if (keepMoving(parent, first, last)) {
+        CTreeView::rowsAboutToBeRemoved(parent, first, last);
+        return;
+    }
     CTreeView::rowsAboutToBeRemoved(parent, first, last);
+    if (!openField())
+        m_field = nullptr;
     ++m_removedSoFar;
     replaceRemoved(parent, first, last);
+}
+
+/// The row that the user stands on: the first one that is selected, or else the current one.
+QModelIndex CProcessorTreeView::standingRow() const
+{
+    const QModelIndex selected = firstSelected(selectionModel());
+    return selected.isValid() ? selected : currentIndex();
 }
 
 /// Finds another row to stand on when the one that the user stands on is removed.
 void CProcessorTreeView::replaceRemoved(const QModelIndex& parent, int first, int last)
 {
-    const QModelIndex selected = firstSelected(selectionModel());
-    const QModelIndex standing = selected.isValid() ? selected : currentIndex();
+    const QModelIndex standing = standingRow();
     if (standing.parent() != parent || standing.row() < first || standing.row() > last)
         return;
     if (nodeType(standing) == NodeGroup) {
         selectionModel()->select(model()->index(0, 0), QItemSelectionModel::ClearAndSelect);
         return;
     }
+    takeOver(parent, first - 1, last + 1);
+}
+
+/// Has a processor of `parent` become the one to stand on, once the last of the requested deletions
+/// has arrived: the next one from row `below` downward or else from row `above` upward. Where there
+/// are no such rows it is, at once, the first one that is in no group.
+void CProcessorTreeView::takeOver(const QModelIndex& parent, int above, int below)
+{
     const auto isProcessorAt = [&](const QModelIndex& under, int row) {
         const QModelIndex index = model()->index(row, 0, under);
         return index.flags().testFlag(Qt::ItemIsEnabled) && nodeType(index) == NodeProcessor;
@@ -79,13 +106,13 @@ void CProcessorTreeView::replaceRemoved(const QModelIndex& parent, int first, in
         }
         return false;
     };
-    if (last - first + 1 >= model()->rowCount(parent)) {
+    if (above < 0 && below >= model()->rowCount(parent)) {
         const QModelIndex root = model()->index(0, 0);
         if (parent != root)
             chooseAmong(root, 0, model()->rowCount(root), 1);
         return;
     }
     if (m_removedSoFar == m_pendingDeletions
-        && !chooseAmong(parent, last + 1, model()->rowCount(parent), 1))
-        chooseAmong(parent, first - 1, -1, -1);
+        && !chooseAmong(parent, below, model()->rowCount(parent), 1))
+        chooseAmong(parent, above, -1, -1);
 }

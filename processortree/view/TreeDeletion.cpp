@@ -1,9 +1,9 @@
 #include "processortree/view/TreeDeletion.h"
 
+#include "base/LogCategories.h"
 #include "base/NodeType.h"
 #include "base/UserMessages.h"
 #include "processortree/model/ProcessorTreeModel.h"
-#include "base/LogCategories.h"
 
 #include <QCoreApplication>
 #include <QPointer>

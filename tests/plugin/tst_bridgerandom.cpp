@@ -79,7 +79,8 @@ private:
         case 1:
             return groupId();
         case 2:
-            return m_random.bounded(4U) == 0 ? QUuid() : testId(kFirstUnknown + m_random.bounded(3U));
+            return m_random.bounded(4U) == 0 ? QUuid()
+                                             : testId(kFirstUnknown + m_random.bounded(3U));
         default:
             return testId(1 + m_random.bounded(m_processorCount));
         }

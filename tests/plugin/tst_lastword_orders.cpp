@@ -215,11 +215,9 @@ void LastWordOrdersTest::shouldKeepAllOrdersRaisedInsideAQuestion_data()
     for (const Event asking :
          {TrueHost::Added, TrueHost::Changed, TrueHost::Moved, TrueHost::ProjectChanged})
         add(asking, false, QStringLiteral("GetProcessorNode"));
-    // The row that goes or moves is selected, and the selection with it.
+    // The row that goes is selected, and the selection with it.
     QTest::newRow("20 of the GUI thread, ReportSelection")
         << TrueHost::Removed << false << QStringLiteral("ReportSelection") << false;
-    QTest::newRow("25 moved of the GUI thread, ReportSelection")
-        << TrueHost::Moved << false << QStringLiteral("ReportSelection") << false;
     QTest::newRow("20 group of the GUI thread, SetProcessorGroup")
         << TrueHost::GroupRemoved << false << QStringLiteral("SetProcessorGroup") << false;
 }

@@ -1,6 +1,6 @@
+#include "base/LogCategories.h"
 #include "ipmanage/AddSingleIPDialog.h"
 #include "ipmanage/HostIPList.h"
-#include "base/LogCategories.h"
 #include "plugin/TargetSelectArea.h"
 #include "plugin/TargetSelectData.h"
 #include "search/ProcessorCompleter.h"

@@ -25,6 +25,12 @@ private slots:
     void shouldHaveItsShape();
     void shouldBeWalkedByTab();
     void shouldShowTheHostsTreeExpanded();
+    void shouldKeepGroupsClosedByTheUser_data();
+    void shouldKeepGroupsClosedByTheUser();
+    void shouldOpenAClosedGroupForTheNewest_data();
+    void shouldOpenAClosedGroupForTheNewest();
+    void shouldShowTheNewest_data();
+    void shouldShowTheNewest();
     void shouldForgetHowItWasExpanded();
     void shouldSelectTheHostsProcessor_data();
     void shouldSelectTheHostsProcessor();
@@ -110,6 +116,126 @@ void ProcessorTreeTest::shouldShowTheHostsTreeExpanded()
     panel.fill({testGroup(12)}, {testProcessor(6, 12)});
     QVERIFY(panel.view().isExpanded(panel.index(0)));
     QVERIFY(panel.view().isExpanded(panel.index(12)));
+}
+
+namespace {
+
+/// Closes group 10, as users do: by a click on its arrow, a double click, or a key.
+void closeGroup(DrivenPanel& panel, int way)
+{
+    CProcessorTreeView& view = panel.view();
+    const QRect row = view.visualRect(panel.index(10));
+    const QPoint arrow(row.left() + 10, row.center().y());
+    const QPoint name(row.left() + 70, row.center().y());
+    if (way == 0) {
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, arrow);
+    } else {
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, name);
+        if (way == 1)
+            QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, name);
+        else
+            QTest::keyClick(&view, Qt::Key_Left);
+    }
+    QVERIFY(!view.isExpanded(panel.index(10)));
+}
+
+/// The host adds 5 in group 10 and 6 in group 11; `event` 16 tells all anew.
+void add(DrivenPanel& panel, quint32 event)
+{
+    panel.host().setProcessor(testProcessor(5, 10));
+    panel.host().setProcessor(testProcessor(6, 11));
+    if (event == 19) {
+        panel.panel.notify<QList<QUuid>>(19, {testId(5), testId(6)});
+    } else if (event == 18) {
+        panel.panel.notify<QUuid>(18, testId(5));
+        panel.panel.notify<QUuid>(18, testId(6));
+    } else {
+        panel.panel.notify(16);
+    }
+    QTRY_VERIFY(panel.index(6).isValid());
+}
+
+} // namespace
+
+void ProcessorTreeTest::shouldKeepGroupsClosedByTheUser_data()
+{
+    QTest::addColumn<int>("way");
+    QTest::addColumn<quint32>("event");
+    const char* const ways[] = {"arrow", "double click", "key"};
+    for (int way = 0; way < 3; ++way) {
+        for (const quint32 event : {16U, 18U, 19U})
+            QTest::addRow("%s, %u", ways[way], event) << way << event;
+    }
+}
+
+void ProcessorTreeTest::shouldKeepGroupsClosedByTheUser()
+{
+    QFETCH(int, way);
+    QFETCH(quint32, event);
+    DrivenPanel panel;
+    closeGroup(panel, way);
+    add(panel, event);
+    QVERIFY(panel.view().isExpanded(panel.index(0)));
+    QVERIFY(!panel.view().isExpanded(panel.index(10)));
+    QVERIFY(panel.view().isExpanded(panel.index(11)));
+    // Once opened, it stays open.
+    panel.view().expand(panel.index(10));
+    panel.panel.notify(16);
+    QVERIFY(panel.view().isExpanded(panel.index(10)));
+}
+
+void ProcessorTreeTest::shouldOpenAClosedGroupForTheNewest_data()
+{
+    QTest::addColumn<quint32>("event");
+    QTest::newRow("one by one") << 18U;
+    QTest::newRow("at once") << 19U;
+}
+
+void ProcessorTreeTest::shouldOpenAClosedGroupForTheNewest()
+{
+    QFETCH(quint32, event);
+    DrivenPanel panel;
+    closeGroup(panel, 2);
+    panel.driver.then([](QWidget& menu) { choose(menu, QStringLiteral("Add 1 processor")); });
+    panel.press();
+    panel.host().setProcessor(testProcessor(5, 10));
+    if (event == 18)
+        panel.panel.notify<QUuid>(18, testId(5));
+    else
+        panel.panel.notify<QList<QUuid>>(19, {testId(5)});
+    QTRY_COMPARE(panel.view().currentIndex(), panel.index(5));
+    QVERIFY(panel.view().isExpanded(panel.index(10)));
+}
+
+void ProcessorTreeTest::shouldShowTheNewest_data()
+{
+    shouldOpenAClosedGroupForTheNewest_data();
+}
+
+/// In a tree with more rows than the view has room for.
+void ProcessorTreeTest::shouldShowTheNewest()
+{
+    QFETCH(quint32, event);
+    DrivenPanel panel;
+    QList<ProcessorNode> processors;
+    for (quint32 n = 1; n <= 20; ++n)
+        processors.append(testProcessor(n, 10));
+    for (quint32 n = 21; n <= 40; ++n)
+        processors.append(testProcessor(n, 11));
+    panel.fill({testGroup(10), testGroup(11)}, processors);
+    panel.view().selectionModel()->select(panel.index(11), QItemSelectionModel::ClearAndSelect);
+    panel.driver.then([](QWidget& menu) { choose(menu, QStringLiteral("Add 1 processor")); });
+    panel.press();
+    panel.host().setProcessor(testProcessor(41, 11));
+    if (event == 18)
+        panel.panel.notify<QUuid>(18, testId(41));
+    else
+        panel.panel.notify<QList<QUuid>>(19, {testId(41)});
+    QTRY_COMPARE(panel.view().currentIndex(), panel.index(41));
+    QCoreApplication::processEvents();
+    const QRect row = panel.view().visualRect(panel.index(41));
+    QVERIFY(row.top() >= 0);
+    QVERIFY(row.bottom() <= panel.view().viewport()->height()); // Qt scrolls a pixel too little
 }
 
 void ProcessorTreeTest::shouldForgetHowItWasExpanded()

@@ -26,6 +26,7 @@ private slots:
     void shouldTellOfNothingWhenPressedOutside();
     void shouldTellOfNothingForOtherButtons();
     void shouldTellOfNothingWhileSeveralAreSelected();
+    void shouldTellOfNothingWithoutAButton();
     void shouldTellOfNothingWhenDisabled();
     void shouldToggleOnEveryClick();
     void shouldForgetTheMouseAfterADrop();
@@ -211,6 +212,34 @@ void TestProcessorTreeDelegate::shouldTellOfNothingWhileSeveralAreSelected()
     QCOMPARE(tree.clicks.count(), 0);
     QVERIFY(!tree.isOver());
     QVERIFY(tree.selection->isSelected(tree.index(3)));
+}
+
+/// The host has none for this kind of row.
+void TestProcessorTreeDelegate::shouldTellOfNothingWithoutAButton()
+{
+    Buttons tree;
+    for (const bool forProcessors : {false, true}) {
+        tree.host().showProcessorMoreButton = forProcessors;
+        tree.host().showNodeMoreButton = !forProcessors;
+        for (const quint32 row : {3U, 11U}) {
+            const bool hasButton = forProcessors == (row == 3);
+            const QPoint middle = tree.button(row).center();
+            tree.move(middle);
+            QCOMPARE(tree.isOver(), hasButton);
+            tree.press(middle);
+            QCOMPARE(tree.isDown(), hasButton);
+            tree.release(middle);
+            QCOMPARE(tree.clicks.count(), hasButton ? 1 : 0);
+            tree.clicks.clear();
+        }
+    }
+    // One that goes between press and release.
+    tree.press(tree.button(3).center());
+    QVERIFY(tree.isDown());
+    tree.host().showProcessorMoreButton = false;
+    tree.release(tree.button(3).center());
+    QVERIFY(!tree.isDown());
+    QCOMPARE(tree.clicks.count(), 0);
 }
 
 void TestProcessorTreeDelegate::shouldTellOfNothingWhenDisabled()

@@ -40,7 +40,6 @@ struct DescribedTree
 
     QString of(quint32 n) { return described(panel.index(n)); }
 
-    WarningTrap trap;
     TestPanel panel;
 };
 
@@ -119,5 +118,5 @@ void RowDescriptionTest::shouldSpeakTheUsersLanguage()
     QCOMPARE(tree.of(1), QStringLiteral("处理器, 离线, 编号: 1"));
 }
 
-QTEST_MAIN(RowDescriptionTest)
+TSA_TEST_MAIN(RowDescriptionTest)
 #include "tst_rowdescription.moc"

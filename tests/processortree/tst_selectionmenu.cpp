@@ -18,6 +18,8 @@ private slots:
     void shouldGroupTheSelected_data();
     void shouldGroupTheSelected();
     void shouldGroupByKeyOnlyWhatTheMenuWould();
+    void shouldNotGroupOnceForbidden_data();
+    void shouldNotGroupOnceForbidden();
 };
 
 void SelectionMenuTest::shouldOfferTheMenuOfSeveral_data()
@@ -218,6 +220,45 @@ void SelectionMenuTest::shouldGroupByKeyOnlyWhatTheMenuWould()
     QVERIFY(!groupsWith([](DrivenTree& tree) { tree.host().restrictedMode = true; }));
     QVERIFY(!groupsWith([](DrivenTree& tree) { tree.panel.data().SetReadOnly(true); }));
     QVERIFY(!groupsWith([&](DrivenTree& tree) { tree.host().setProcessor(backedUp); }));
+}
+
+void SelectionMenuTest::shouldNotGroupOnceForbidden_data()
+{
+    QTest::addColumn<bool>("byLock"); // else read-only
+    QTest::addColumn<QString>("question");
+    for (const bool byLock : {false, true}) {
+        for (const char* question : {"GetSelectionMode", "GetProcessorNode", "CreateGroup", ""})
+            QTest::addRow("%s, %s", byLock ? "lock" : "read-only", question) << byLock << question;
+    }
+}
+
+void SelectionMenuTest::shouldNotGroupOnceForbidden()
+{
+    QFETCH(bool, byLock);
+    QFETCH(QString, question);
+    DrivenTree tree;
+    tree.host().selectionMode = 2;
+    tree.host().selectedProcessors = QList<QUuid>{testId(2), testId(3)};
+    tree.host().createdGroup = testId(12);
+    tree.host().setGroup(testGroup(12));
+    tree.select({2, 3});
+    const auto forbid = [&] {
+        if (byLock)
+            tree.view->SetLocked(true);
+        else
+            tree.panel.data().SetReadOnly(true);
+    };
+    tree.inside(question, forbid);
+    QTest::keyClick(tree.view.data(), Qt::Key_G, Qt::ControlModifier);
+    const bool isCreated = question.isEmpty() || question == QLatin1String("CreateGroup");
+    QCOMPARE(!tree.asked({QStringLiteral("CreateGroup")}).isEmpty(), isCreated);
+    if (question.isEmpty())
+        forbid();
+    tree.panel.notify<QUuid>(17, testId(12));
+    QTRY_VERIFY(tree.index(12).isValid());
+    QCoreApplication::processEvents();
+    QCOMPARE(tree.panel.dump(), QStringLiteral("All processors(4)[G10[1,2],G11[],G12[],3,4]"));
+    QVERIFY(tree.host().memberships.isEmpty());
 }
 
 TSA_TEST_MAIN(SelectionMenuTest)

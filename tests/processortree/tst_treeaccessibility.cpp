@@ -284,5 +284,5 @@ void TreeAccessibilityTest::shouldActOnNothingThatIsLocked()
     QVERIFY(!tree.editor());
 }
 
-QTEST_MAIN(TreeAccessibilityTest)
+TSA_TEST_MAIN(TreeAccessibilityTest)
 #include "tst_treeaccessibility.moc"

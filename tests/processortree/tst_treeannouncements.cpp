@@ -155,5 +155,5 @@ void TreeAnnouncementsTest::shouldStandTheEndOfTheTree()
     QVERIFY(!tree.panel.index(1).isValid());
 }
 
-QTEST_MAIN(TreeAnnouncementsTest)
+TSA_TEST_MAIN(TreeAnnouncementsTest)
 #include "tst_treeannouncements.moc"

@@ -38,6 +38,7 @@ private slots:
     void shouldShowNoTipAfterAPressOrLeave();
     void shouldShowNoTipForARowThatIsGone();
     void shouldAnswerAskedTips();
+    void shouldShowNoTipWithoutAButton();
     void shouldHideTheTipInTime();
 
     void shouldTranslate();
@@ -129,6 +130,28 @@ void TestTreeTips::shouldAnswerAskedTips()
     tree.host().selectionMode = 2;
     tree.host().selectedProcessors = {testId(1), testId(2)};
     QVERIFY(!ask(tree.button(3).center()));
+}
+
+void TestTreeTips::shouldShowNoTipWithoutAButton()
+{
+    Buttons tree;
+    auto* timer = tree.delegate->findChild<QTimer*>();
+    tree.host().showProcessorMoreButton = false;
+    const QPoint middle = tree.button(3).center();
+    tree.move(middle);
+    tree.move(middle + QPoint(1, 1));
+    QVERIFY(!timer->isActive());
+    QHelpEvent help(QEvent::ToolTip, middle, tree.viewport()->mapToGlobal(middle));
+    QApplication::sendEvent(tree.viewport(), &help);
+    QVERIFY(!QToolTip::isVisible());
+    // The mouse rests when the host takes the button away.
+    tree.host().showProcessorMoreButton = true;
+    tree.move(middle);
+    tree.move(middle + QPoint(1, 1));
+    QVERIFY(timer->isActive());
+    tree.host().showProcessorMoreButton = false;
+    QTRY_VERIFY(!timer->isActive());
+    QVERIFY(!QToolTip::isVisible());
 }
 
 void TestTreeTips::shouldHideTheTipInTime()

@@ -43,6 +43,8 @@ private slots:
     void shouldAddToTheSelectedGroup_data();
     void shouldAddToTheSelectedGroup();
     void shouldProposeTheHostsOutputs();
+    void shouldProposeTheOutputsChosenLast();
+    void shouldSendNoOutputsThatNobodyChose();
     void shouldStandOnTheNewest_data();
     void shouldStandOnTheNewest();
     void shouldLeaveTheUserWhereHeWent();
@@ -154,6 +156,55 @@ void TreeViewAddingTest::shouldProposeTheHostsOutputs()
     tree.view->AddProcessors(AddKind::Custom);
     QCOMPARE(tree.asked(kRequests),
              QStringLiteral("AddProcessors(0,1) SetNewProcessorOutputs(20)"));
+}
+
+void TreeViewAddingTest::shouldProposeTheOutputsChosenLast()
+{
+    DrivenTree tree;
+    // Adds with what the box says, or with the choice by the key, and returns what it said first.
+    const auto proposed = [&](const QList<Qt::Key>& keys, bool confirms = true) {
+        QString text;
+        tree.driver.then([&](QWidget& dialog) {
+            auto* outputs = dialog.findChild<CComboBox*>();
+            text = outputs->currentText();
+            for (const Qt::Key key : keys)
+                QTest::keyClick(outputs, key);
+            clickButton(dialog, confirms ? QStringLiteral("OK") : QStringLiteral("Cancel"));
+        });
+        tree.view->AddProcessors(AddKind::Custom);
+        return text;
+    };
+    QCOMPARE(proposed({}), QStringLiteral("2"));
+    QCOMPARE(tree.asked(kRequests), QStringLiteral("AddProcessors(0,1) SetNewProcessorOutputs(2)"));
+    QCOMPARE(proposed({Qt::Key_Down, Qt::Key_Down}), QStringLiteral("2"));
+    QCOMPARE(proposed({Qt::Key_Down}, false), QStringLiteral("6"));
+    tree.host().clearCalls();
+    QCOMPARE(proposed({}), QStringLiteral("6"));
+    QCOMPARE(tree.asked(kRequests), QStringLiteral("AddProcessors(0,1) SetNewProcessorOutputs(6)"));
+    // What the host fixes is no choice of the user's.
+    tree.host().fixedOutputCount = 20;
+    tree.driver.then([](QWidget& dialog) { clickButton(dialog, QStringLiteral("OK")); });
+    tree.view->AddProcessors(AddKind::Custom);
+    tree.host().fixedOutputCount = 0;
+    QCOMPARE(proposed({}), QStringLiteral("6"));
+}
+
+/// The host fixes a number that the box does not hold, but no longer when the dialog asks.
+void TreeViewAddingTest::shouldSendNoOutputsThatNobodyChose()
+{
+    DrivenTree tree;
+    tree.host().fixedOutputCount = 7;
+    tree.host().inside = [&](const QString& name) {
+        if (name == QLatin1String("GetFixedOutputCount") && tree.host().callCount(name) > 1)
+            tree.host().fixedOutputCount = 0;
+    };
+    tree.driver.then([](QWidget& dialog) {
+        QCOMPARE(dialog.findChild<CComboBox*>()->currentIndex(), -1);
+        clickButton(dialog, QStringLiteral("OK"));
+    });
+    tree.view->AddProcessors(AddKind::Custom);
+    tree.host().inside = nullptr;
+    QCOMPARE(tree.asked(kRequests), QStringLiteral("AddProcessors(0,1)"));
 }
 
 void TreeViewAddingTest::shouldStandOnTheNewest_data()

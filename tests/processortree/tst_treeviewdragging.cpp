@@ -1,3 +1,4 @@
+#include "plugin/TargetSelectData.h"
 #include "tests/processortree/WholeTree.h"
 
 #include <QApplication>
@@ -239,10 +240,15 @@ class TreeViewDraggingTest : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup();
     void shouldMoveProcessors_data();
     void shouldMoveProcessors();
+    void shouldMoveWhatWasDragged_data();
+    void shouldMoveWhatWasDragged();
     void shouldDropNothingInRestrictedMode();
     void shouldKeepRowsWhenRestrictedAtTheDrop();
+    void shouldMoveNothingThatIsForbidden_data();
+    void shouldMoveNothingThatIsForbidden();
     void shouldEndByEscape();
     void shouldNotDrag_data();
     void shouldNotDrag();
@@ -252,6 +258,11 @@ private slots:
     void shouldStandTheEndOfTheViewMeanwhile();
     void shouldKeepRowsThatAnotherWidgetTakes();
 };
+
+void TreeViewDraggingTest::cleanup()
+{
+    CTargetSelectData::Instance()->SetReadOnly(false);
+}
 
 void TreeViewDraggingTest::shouldMoveProcessors_data()
 {
@@ -280,7 +291,7 @@ void TreeViewDraggingTest::shouldMoveProcessors_data()
         "1,2>0", "1,2");
     row("onto the own group", {1}, 10, kUntouched, "", "1");
     row("from two parents", {3, 1}, 10, QStringLiteral("All processors(4)[G10[1,2,3],G11[],4]"),
-        "3>10", "3");
+        "3>10", "1,3");
 }
 
 void TreeViewDraggingTest::shouldMoveProcessors()
@@ -291,6 +302,7 @@ void TreeViewDraggingTest::shouldMoveProcessors()
     QVERIFY(tree.isReady());
     User user(tree);
     tree.select(dragged);
+    tree.host().selections.clear();
     const QPoint to = onto < 0 ? tree.nowhere() : tree.place(static_cast<quint32>(onto));
     QVERIFY(user.pull(tree.place(dragged.first()), to).letGo().run());
 
@@ -298,6 +310,52 @@ void TreeViewDraggingTest::shouldMoveProcessors()
     QTEST(tree.dump(), "tree");
     QTEST(tree.moves(), "moves");
     QTEST(tree.selected(), "selected");
+    QCOMPARE(tree.view->currentIndex(), tree.index(dragged.first()));
+    QVERIFY(tree.host().selections.isEmpty()); // it has not changed
+}
+
+void TreeViewDraggingTest::shouldMoveWhatWasDragged_data()
+{
+    QTest::addColumn<int>("change"); // that the host makes meanwhile
+    QTest::addColumn<QString>("tree");
+    QTest::addColumn<QString>("moves");
+    QTest::newRow("another selection")
+        << 0 << QStringLiteral("All processors(4)[G10[2],G11[1,3],4]") << QStringLiteral("1,3>11");
+    QTest::newRow("one moved") << 1 << QStringLiteral("All processors(4)[G10[2],G11[1,3],4]")
+                               << QStringLiteral("1,3>11");
+    QTest::newRow("one removed") << 2 << QStringLiteral("All processors(3)[G10[2],G11[3],4]")
+                                 << QStringLiteral("3>11");
+    QTest::newRow("all told anew")
+        << 3 << QStringLiteral("All processors(4)[G10[2],G11[1,3],4]") << QStringLiteral("1,3>11");
+}
+
+void TreeViewDraggingTest::shouldMoveWhatWasDragged()
+{
+    QFETCH(int, change);
+    DraggedTree tree;
+    QVERIFY(tree.isReady());
+    User user(tree);
+    tree.select({1, 3});
+    const QPoint to = tree.place(11);
+    user.pull(tree.place(1), to);
+    user.call([&] {
+        if (change == 0) {
+            tree.select({4});
+        } else if (change == 1) {
+            tree.host().setProcessor(testIpProcessor(1, 0x0A000001, 10));
+            tree.panel.notify<QUuid>(25, testId(1));
+        } else if (change == 2) {
+            tree.host().removeProcessor(testId(1));
+            tree.panel.notify<QUuid>(20, testId(1));
+        } else {
+            tree.panel.notify(16);
+            tree.view->expandAll();
+        }
+    });
+    user.moveTo(change == 2 ? to - QPoint(0, 42) : to); // a row less above
+    QVERIFY(user.letGo().run());
+    QTEST(tree.dump(), "tree");
+    QTEST(tree.moves(), "moves");
 }
 
 void TreeViewDraggingTest::shouldDropNothingInRestrictedMode()
@@ -326,6 +384,46 @@ void TreeViewDraggingTest::shouldKeepRowsWhenRestrictedAtTheDrop()
     user.call([&] { tree.host().restrictedMode = true; });
     QVERIFY(user.letGo().run());
     QCOMPARE(user.watch.drops, 1);
+    QCOMPARE(tree.dump(), kUntouched);
+    QCOMPARE(tree.moves(), QString());
+}
+
+void TreeViewDraggingTest::shouldMoveNothingThatIsForbidden_data()
+{
+    QTest::addColumn<bool>("byLock"); // else read-only
+    QTest::addColumn<int>("when");    // 0 before the drag, 1 during it, 2 right before the drop
+    const char* const moments[] = {"before", "meanwhile", "at the drop"};
+    for (const bool byLock : {false, true}) {
+        for (int when = 0; when < 3; ++when)
+            QTest::addRow("%s, %s", byLock ? "lock" : "read-only", moments[when]) << byLock << when;
+    }
+}
+
+void TreeViewDraggingTest::shouldMoveNothingThatIsForbidden()
+{
+    QFETCH(bool, byLock);
+    QFETCH(int, when);
+    DraggedTree tree;
+    QVERIFY(tree.isReady());
+    const auto forbid = [&] {
+        if (byLock)
+            tree.view->SetLocked(true);
+        else
+            tree.panel.data().SetReadOnly(true);
+    };
+    User user(tree);
+    tree.select({1});
+    if (when == 0)
+        forbid();
+    user.pull(tree.place(1), tree.place(10), when > 0);
+    if (when == 1)
+        user.call(forbid);
+    user.moveTo(tree.place(11));
+    if (when == 2)
+        user.call(forbid);
+    QVERIFY(user.letGo().run());
+    QCOMPARE(user.watch.dragged, when > 0);
+    QCOMPARE(user.watch.drops, when == 2 ? 1 : 0);
     QCOMPARE(tree.dump(), kUntouched);
     QCOMPARE(tree.moves(), QString());
 }

@@ -163,7 +163,6 @@ struct Session
 
 void inSession(const std::function<void(Session&)>& walk)
 {
-    const WarningTrap trap;
     try {
         Session session;
         walk(session);
@@ -367,5 +366,5 @@ void ScreenReaderTest::shouldHearAlerts()
     });
 }
 
-QTEST_MAIN(ScreenReaderTest)
+TSA_TEST_MAIN(ScreenReaderTest)
 #include "tst_screenreader.moc"
