@@ -94,7 +94,8 @@ ProcessorNode processorRecord(const QVariant& stored)
 
 namespace {
 
-/// What `ofCell` says of the cell in `stored`, or the key of the record that `stored` holds plainly.
+/// What `ofCell` says of the cell in `stored`, or the key of the record that `stored` holds
+/// plainly.
 CRecordCell::Key keyIn(const QVariant& stored, CRecordCell::Key (CRecordCell::*ofCell)() const)
 {
     if (stored.userType() != qMetaTypeId<CRecordHandle>())
