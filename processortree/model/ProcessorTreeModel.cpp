@@ -257,13 +257,19 @@ void CProcessorTreeModel::removeNodes(const QList<QUuid>& uuids)
 bool CProcessorTreeModel::fill(const QList<ProcessorGroupNode>& groups,
                                const QList<ProcessorNode>& processors)
 {
+    // One large block, taken while few small ones are free: those that rows leave behind are as
+    // large as those that the new rows need, unless the allocator has joined them for this one.
+    CIdentityIndex::Rows known;
+    known.reserve(static_cast<std::size_t>(groups.size())
+                  + static_cast<std::size_t>(processors.size()));
     // Before the rows go, so that their records go with them.
     m_index.rebuild(nullptr);
     m_root->removeRows(0, m_root->rowCount());
     m_root->removeColumns(0, m_root->columnCount());
     m_index.rebuild(m_root);
     m_leftOut.clear();
-    return m_index.add(fillTree(*m_root, groups, processors, m_leftOut));
+    fillTree(*m_root, groups, processors, known, m_leftOut);
+    return m_index.add(std::move(known));
 }
 
 /// The row that takes the processors of `groupId`; null when there is none.

@@ -39,14 +39,16 @@ using Branches = QHash<QUuid, Branch>;
 void plantGroups(QStandardItem& root, const QList<ProcessorGroupNode>& groups, int room,
                  Branches& branches, CIdentityIndex::Rows& known)
 {
-    const auto branchOff = [room](QStandardItem* parent, int above) {
-        Branch branch{parent, above, {}, {}};
+    // Made in their place, as copies of a branch have no room.
+    const auto branchOff = [&](const QUuid& id, QStandardItem* parent, int above) {
+        Branch& branch = branches[id];
+        branch.parent = parent;
+        branch.above = above;
         branch.keys.reserve(static_cast<std::size_t>(room));
         branch.rows.reserve(room);
-        return branch;
     };
     branches.reserve(groups.size() + 1);
-    branches.insert(QUuid(), branchOff(&root, groups.size()));
+    branchOff(QUuid(), &root, groups.size());
 
     QList<QStandardItem*> rows;
     rows.reserve(groups.size());
@@ -55,19 +57,17 @@ void plantGroups(QStandardItem& root, const QList<ProcessorGroupNode>& groups, i
         rows.append(item);
         known.push_back({group.id, item, {NodeGroup, {}}});
         if (!branches.contains(group.id))
-            branches.insert(group.id, branchOff(item, 0));
+            branchOff(group.id, item, 0);
     }
     root.insertRows(0, rows);
 }
 
 } // namespace
 
-CIdentityIndex::Rows fillTree(QStandardItem& root, const QList<ProcessorGroupNode>& groups,
-                              const QList<ProcessorNode>& processors, QList<LeftOut>& leftOut)
+void fillTree(QStandardItem& root, const QList<ProcessorGroupNode>& groups,
+              const QList<ProcessorNode>& processors, CIdentityIndex::Rows& known,
+              QList<LeftOut>& leftOut)
 {
-    CIdentityIndex::Rows known;
-    known.reserve(static_cast<std::size_t>(groups.size())
-                  + static_cast<std::size_t>(processors.size()));
     Branches branches;
     // Room for as many as stand in each parent where all have the same number.
     plantGroups(root, groups, processors.size() / (groups.size() + 1) + 1, branches, known);
@@ -84,7 +84,6 @@ CIdentityIndex::Rows fillTree(QStandardItem& root, const QList<ProcessorGroupNod
     }
     for (const Branch& branch : qAsConst(branches))
         branch.parent->insertRows(branch.above, branch.rows);
-    return known;
 }
 
 void dropRepeats(QList<ProcessorGroupNode>& groups, QList<ProcessorNode>& processors)

@@ -15,12 +15,13 @@ struct LeftOut
 };
 
 /// Fills the empty `root` of a tree with the host's records in host order, as appending each group
-/// and each processor would, and returns what it has made. Processors of unknown groups are added
-/// to `leftOut` instead.
+/// and each processor would, and adds what it has made to `known`. Processors of unknown groups are
+/// added to `leftOut` instead.
 ///
 /// Every parent gets its rows in one go: attaching them one by one costs as much again.
-CIdentityIndex::Rows fillTree(QStandardItem& root, const QList<ProcessorGroupNode>& groups,
-                              const QList<ProcessorNode>& processors, QList<LeftOut>& leftOut);
+void fillTree(QStandardItem& root, const QList<ProcessorGroupNode>& groups,
+              const QList<ProcessorNode>& processors, CIdentityIndex::Rows& known,
+              QList<LeftOut>& leftOut);
 
 /// Leaves the first of the records that share an identity, groups before processors, and none with
 /// a null identity.
