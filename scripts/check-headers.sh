@@ -8,7 +8,7 @@ qt=${1:-$(qmake -query QT_INSTALL_HEADERS)}
 
 flags=(-x c++ -std=c++17 -fPIC -fsyntax-only -Wall -Wextra -Wpedantic -Wshadow -Werror -I.
     -DQT_NO_CAST_FROM_ASCII -DQT_NO_CAST_TO_ASCII -DQT_GUI_LIB -DQT_WIDGETS_LIB)
-for module in Core Gui Widgets Network Svg Test; do
+for module in Core Gui Widgets Network Svg Test DBus; do
     flags+=(-isystem "$qt/Qt$module")
 done
 flags+=(-isystem "$qt")

@@ -4,6 +4,7 @@
 #include "host/widgets/IPEditor.h"
 #include "host/widgets/IPFieldLayout.h"
 #include "host/widgets/IPLineEditAccessible.h"
+#include "host/widgets/MenuByKey.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -195,7 +196,9 @@ void CIPLineEdit::contextMenuEvent(QContextMenuEvent* event)
     menu->setAttribute(Qt::WA_DeleteOnClose);
     fillMenu(*menu);
     const QPoint atCursor = mapToGlobal(cursorRect(m_editor->cursor()).bottomLeft());
-    menu->popup(event->reason() == QContextMenuEvent::Keyboard ? atCursor : event->globalPos());
+    const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
+    const MenuByKey first(isByKey ? menu : nullptr);
+    menu->popup(isByKey ? atCursor : event->globalPos());
 }
 
 void CIPLineEdit::dragEnterEvent(QDragEnterEvent* event)
@@ -462,16 +465,17 @@ bool CIPLineEdit::pasteAt(const QString& text, const QPoint& position)
 void CIPLineEdit::fillMenu(QMenu& menu)
 {
     const bool hasText = !m_editor->copiedText().isEmpty();
-    QAction* cutAction = menu.addAction(tr("Cut"), this, &CIPLineEdit::cut);
+    QAction* cutAction = menu.addAction(tr("Cu&t"), this, &CIPLineEdit::cut);
     cutAction->setEnabled(hasText);
-    QAction* copyAction = menu.addAction(tr("Copy"), this, [this] { copy(QClipboard::Clipboard); });
+    QAction* copyAction =
+        menu.addAction(tr("&Copy"), this, [this] { copy(QClipboard::Clipboard); });
     copyAction->setEnabled(hasText);
     QAction* pasteAction =
-        menu.addAction(tr("Paste"), this, [this] { paste(clipboardText(QClipboard::Clipboard)); });
+        menu.addAction(tr("&Paste"), this, [this] { paste(clipboardText(QClipboard::Clipboard)); });
     IPEditor pasted = *m_editor;
     pasteAction->setEnabled(pasted.paste(clipboardText(QClipboard::Clipboard)));
     menu.addSeparator();
-    QAction* selectAction = menu.addAction(tr("Select All"), this, &CIPLineEdit::selectAll);
+    QAction* selectAction = menu.addAction(tr("Select &All"), this, &CIPLineEdit::selectAll);
     selectAction->setEnabled(!m_editor->isEmpty());
 }
 

@@ -8,6 +8,8 @@ class QMenu;
 /// active. GUI thread.
 class MenuByKey final : public QObject
 {
+    Q_OBJECT
+
 public:
     /// `menu` may be null, and may be destroyed meanwhile.
     explicit MenuByKey(QMenu* menu);

@@ -259,6 +259,6 @@ QStringList AccessibleRow::keyBindingsForAction(const QString& action) const
     if (action == collapseAction())
         return {QKeySequence(Qt::Key_Left).toString(QKeySequence::NativeText)};
     if (action == showMenuAction())
-        return {QKeySequence(Qt::SHIFT | Qt::Key_F10).toString(QKeySequence::NativeText)};
+        return {QKeySequence(QStringLiteral("Shift+F10")).toString(QKeySequence::NativeText)};
     return {};
 }

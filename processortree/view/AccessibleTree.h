@@ -24,6 +24,7 @@ public:
     static void install();
 
     explicit AccessibleTree(CProcessorTreeView* view);
+    ~AccessibleTree() override;
 
     /// Null while the view is being destroyed.
     CProcessorTreeView* view() const;
@@ -48,9 +49,6 @@ public:
     int indexOfChild(const QAccessibleInterface* child) const override;
     QAccessibleInterface* childAt(int x, int y) const override;
     QAccessibleInterface* focusChild() const override;
-
-protected:
-    ~AccessibleTree() override;
 
 private:
     std::unique_ptr<TreeAnnouncer> m_announcer;

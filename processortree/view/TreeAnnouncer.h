@@ -15,6 +15,8 @@ class QItemSelectionModel;
 /// was told of a row has changed. Does nothing while no assistive technology runs. GUI thread.
 class TreeAnnouncer final : public QObject
 {
+    Q_OBJECT
+
 public:
     /// `tree` owns the announcer.
     explicit TreeAnnouncer(AccessibleTree& tree);

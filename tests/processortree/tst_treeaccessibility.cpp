@@ -245,9 +245,10 @@ void TreeAccessibilityTest::shouldOpenTheMenuOfARow()
     DialogDriver driver;
     QString entries;
     driver.then([&](QWidget& menu) {
-        for (const QAction* action : menu.actions())
+        const QList<QAction*> actions = menu.actions();
+        for (const QAction* action : actions)
             entries += action->text() + QLatin1Char('|');
-        QCOMPARE(static_cast<QMenu&>(menu).activeAction(), menu.actions().first());
+        QCOMPARE(static_cast<QMenu&>(menu).activeAction(), actions.first());
         menu.close();
     });
     HeardTree::act(*tree.group(), "ShowMenu");

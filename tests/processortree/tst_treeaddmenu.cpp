@@ -140,7 +140,7 @@ void TreeAddMenuTest::shouldCloseItsMenuBeforeATriggeredEntryActs()
     DrivenPanel panel;
     bool wasClosed = false;
     panel.inside(QStringLiteral("CreateGroup"), [&] { wasClosed = panel.menu().isHidden(); });
-    panel.driver.then([](QWidget& menu) { menu.actions().first()->trigger(); });
+    panel.driver.then([](QWidget& menu) { menu.actions().constFirst()->trigger(); });
     panel.press();
     QCOMPARE(panel.asked(), QStringLiteral("CreateGroup"));
     QVERIFY(wasClosed);

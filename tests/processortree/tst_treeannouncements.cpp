@@ -72,7 +72,7 @@ void TreeAnnouncementsTest::shouldAnnounceChangesOfARow()
     Announcements announcements;
     const auto change = [&](const std::function<void(ProcessorNode&)>& what) {
         announcements.clear();
-        ProcessorNode record = tree.index(1).data(NodeDataRole).value<ProcessorNode>();
+        auto record = tree.index(1).data(NodeDataRole).value<ProcessorNode>();
         what(record);
         tree.model().updateProcessor(tree.model().getItem(testId(1)), record);
         return announcements.of(QAccessible::NameChanged) + QLatin1Char('|')

@@ -272,7 +272,8 @@ void TreeViewMenusTest::shouldRunAnEntryThatAssistiveTechnologyTriggers()
 {
     DrivenTree tree;
     tree.driver.then([](QWidget& menu) {
-        for (QAction* entry : menu.actions()) {
+        const QList<QAction*> entries = menu.actions();
+        for (QAction* entry : entries) {
             if (entry->text() == QStringLiteral("Rename"))
                 entry->trigger();
         }

@@ -219,7 +219,7 @@ std::optional<Heard> ScreenReader::find(const QString& application, const QStrin
     const Heard desktop(latin(kRegistry), QStringLiteral("/org/a11y/atspi/accessible/root"));
     for (const Heard& program : desktop.children()) {
         if (program.name() == application) {
-            if (const auto found = findIn(program, role, name))
+            if (auto found = findIn(program, role, name))
                 return found;
         }
     }
@@ -232,7 +232,7 @@ std::optional<Heard> ScreenReader::findIn(const Heard& within, const QString& ro
     if (within.role() == role && within.name() == name)
         return within;
     for (const Heard& child : within.children()) {
-        if (const auto found = findIn(child, role, name))
+        if (auto found = findIn(child, role, name))
             return found;
     }
     return std::nullopt;

@@ -86,20 +86,20 @@
 <context>
     <name>CIPLineEdit</name>
     <message>
-        <source>Cut</source>
-        <translation>剪切</translation>
+        <source>Cu&amp;t</source>
+        <translation>剪切(&amp;T)</translation>
     </message>
     <message>
-        <source>Copy</source>
-        <translation>复制</translation>
+        <source>&amp;Copy</source>
+        <translation>复制(&amp;C)</translation>
     </message>
     <message>
-        <source>Paste</source>
-        <translation>粘贴</translation>
+        <source>&amp;Paste</source>
+        <translation>粘贴(&amp;P)</translation>
     </message>
     <message>
-        <source>Select All</source>
-        <translation>全选</translation>
+        <source>Select &amp;All</source>
+        <translation>全选(&amp;A)</translation>
     </message>
 </context>
 <context>
