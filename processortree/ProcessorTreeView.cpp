@@ -334,32 +334,6 @@ void CProcessorTreeView::followUser(const std::function<void()>& act)
         m_isByUser = wasByUser;
 }
 
-void CProcessorTreeView::keyPressEvent(QKeyEvent* event)
-{
-    m_arrivals->stop();
-    followUser([&] { CTreeView::keyPressEvent(event); });
-}
-
-/// With Shift or Ctrl the keys take the current row along, which is a processor: they pass what is
-/// none. Where there is no further one in their direction, it is the last one on the way.
-QModelIndex CProcessorTreeView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
-{
-    const QModelIndex target = CTreeView::moveCursor(action, modifiers);
-    if (!(modifiers & (Qt::ShiftModifier | Qt::ControlModifier)))
-        return target;
-    const bool isUp = action == MoveUp || action == MovePageUp || action == MoveHome;
-    if (!isUp && action != MoveDown && action != MovePageDown && action != MoveEnd)
-        return target;
-    const auto nearest = [&](bool up) {
-        QModelIndex row = target;
-        while (row.isValid() && nodeType(row) != NodeProcessor)
-            row = up ? indexAbove(row) : indexBelow(row);
-        return row;
-    };
-    const QModelIndex onward = nearest(isUp);
-    return onward.isValid() ? onward : nearest(!isUp);
-}
-
 void CProcessorTreeView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (!dragsOthers(*event) && !isSelecting(*event))

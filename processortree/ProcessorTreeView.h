@@ -3,6 +3,7 @@
 #include "host/widgets/TreeView.h"
 #include "processortree/AddEntries.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QSet>
 #include <QUuid>
@@ -25,7 +26,8 @@ class QShortcut;
 /// is asked of the host, and takes place when the host says so. Keys: F2 renames, Delete deletes or
 /// ungroups, Ctrl+A selects all, Ctrl+G groups the selected processors where the menu of several
 /// would, Menu and Shift+F10 open the row's menu. With Shift or Ctrl the keys that move go from
-/// processor to processor, past the groups between them.
+/// processor to processor, past the groups between them. A name that is typed
+/// is searched for among the processors that are shown.
 ///
 /// GUI thread. The host may change the tree, or destroy the view, whenever it is asked.
 class CProcessorTreeView final : public CTreeView
@@ -55,6 +57,7 @@ public:
 public slots:
     void reset() override;
     void selectAll() override;
+    void keyboardSearch(const QString& search) override;
 
     /// Creates a group, and has the user name it.
     void AddGroup();
@@ -192,6 +195,8 @@ private:
     QPersistentModelIndex m_dropTarget; // while something is dragged over it
     QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
     QList<QUuid> m_dragged;             // processors that were selected when it started
+    QString m_typed;                    // of the name that the user searches for
+    QElapsedTimer m_sinceKey;           // invalid before the first one
     int m_outputs = 0;                  // of new processors, as the user chose last
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
