@@ -28,6 +28,9 @@ namespace {
 // Along the right edge of the viewport: rows end before it, and the mouse does nothing there.
 constexpr int kEdge = 10;
 
+// Of rows that wait for their new place.
+constexpr qreal kCutOpacity = 0.4;
+
 bool isMouseEvent(const QEvent& event)
 {
     switch (event.type()) {
@@ -98,6 +101,8 @@ CProcessorTreeView::CProcessorTreeView(QWidget* parent)
     addShortcut(Qt::Key_F2, &CProcessorTreeView::RenameSelection);
     addShortcut(Qt::Key_Delete, &CProcessorTreeView::deleteByKey);
     addShortcut(QKeySequence(QStringLiteral("Ctrl+G")), &CProcessorTreeView::groupSelection);
+    addShortcut(QKeySequence(QStringLiteral("Ctrl+X")), &CProcessorTreeView::cutSelection);
+    addShortcut(QKeySequence(QStringLiteral("Ctrl+V")), &CProcessorTreeView::pasteCut);
 }
 
 CProcessorTreeView::~CProcessorTreeView()
@@ -408,7 +413,10 @@ void CProcessorTreeView::paintEvent(QPaintEvent* event)
 void CProcessorTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const
 {
+    const bool isCut = !m_cut.isEmpty() && m_cut.contains(identity(index));
+    painter->setOpacity(isCut ? kCutOpacity : 1);
     CTreeView::drawRow(painter, option, index);
+    painter->setOpacity(1);
     if (!m_dropTarget.isValid() || index != m_dropTarget)
         return;
     painter->save();

@@ -1,5 +1,6 @@
 // Keys in the processor tree.
 
+#include "plugin/TargetSelectHandler.h"
 #include "processortree/ArrivalWatch.h"
 #include "processortree/NodeType.h"
 #include "processortree/ProcessorTreeView.h"
@@ -12,6 +13,10 @@
 void CProcessorTreeView::keyPressEvent(QKeyEvent* event)
 {
     m_arrivals->stop();
+    if (event->matches(QKeySequence::Cancel) && !m_cut.isEmpty()) {
+        setCut({});
+        return;
+    }
     followUser([&] { CTreeView::keyPressEvent(event); });
 }
 
@@ -33,6 +38,30 @@ QModelIndex CProcessorTreeView::moveCursor(CursorAction action, Qt::KeyboardModi
     };
     const QModelIndex onward = nearest(isUp);
     return onward.isValid() ? onward : nearest(!isUp);
+}
+
+void CProcessorTreeView::cutSelection()
+{
+    if (mayChange())
+        setCut(selectedProcessors());
+}
+
+/// Under the conditions of a drop, and with what the host hears of one.
+void CProcessorTreeView::pasteCut()
+{
+    const Life alive(this);
+    if (m_cut.isEmpty() || askHost(&Host::IsRestrictedMode) || !alive || !mayChange())
+        return;
+    const QModelIndex row = standingRow();
+    const QList<QUuid> processors = m_cut;
+    if (row.isValid() && moveOnto(processors, row) && alive)
+        setCut({});
+}
+
+void CProcessorTreeView::setCut(const QList<QUuid>& processors)
+{
+    m_cut = processors;
+    viewport()->update();
 }
 
 /// Qt's own search stays before the first row of that name that cannot become current. This one
