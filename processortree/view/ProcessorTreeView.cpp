@@ -29,6 +29,9 @@ namespace {
 // Along the right edge of the viewport: rows end before it, and the mouse does nothing there.
 constexpr int kEdge = 10;
 
+// Of rows that wait for their new place.
+constexpr qreal kCutOpacity = 0.4;
+
 bool isMouseEvent(const QEvent& event)
 {
     switch (event.type()) {
@@ -101,6 +104,8 @@ CProcessorTreeView::CProcessorTreeView(IPanelBridge& bridge, QWidget* parent)
     addShortcut(Qt::Key_F2, &CProcessorTreeView::RenameSelection);
     addShortcut(Qt::Key_Delete, &CProcessorTreeView::deleteByKey);
     addShortcut(QKeySequence(QStringLiteral("Ctrl+G")), &CProcessorTreeView::groupSelection);
+    addShortcut(QKeySequence(QStringLiteral("Ctrl+X")), &CProcessorTreeView::cutSelection);
+    addShortcut(QKeySequence(QStringLiteral("Ctrl+V")), &CProcessorTreeView::pasteCut);
 }
 
 CProcessorTreeView::~CProcessorTreeView()
@@ -336,32 +341,6 @@ void CProcessorTreeView::followUser(const std::function<void()>& act)
         m_isByUser = wasByUser;
 }
 
-void CProcessorTreeView::keyPressEvent(QKeyEvent* event)
-{
-    m_arrivals->stop();
-    followUser([&] { CTreeView::keyPressEvent(event); });
-}
-
-/// With Shift or Ctrl the keys take the current row along, which is a processor: they pass what is
-/// none. Where there is no further one in their direction, it is the last one on the way.
-QModelIndex CProcessorTreeView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
-{
-    const QModelIndex target = CTreeView::moveCursor(action, modifiers);
-    if (!(modifiers & (Qt::ShiftModifier | Qt::ControlModifier)))
-        return target;
-    const bool isUp = action == MoveUp || action == MovePageUp || action == MoveHome;
-    if (!isUp && action != MoveDown && action != MovePageDown && action != MoveEnd)
-        return target;
-    const auto nearest = [&](bool up) {
-        QModelIndex row = target;
-        while (row.isValid() && nodeType(row) != NodeProcessor)
-            row = up ? indexAbove(row) : indexBelow(row);
-        return row;
-    };
-    const QModelIndex onward = nearest(isUp);
-    return onward.isValid() ? onward : nearest(!isUp);
-}
-
 void CProcessorTreeView::mouseReleaseEvent(QMouseEvent* event)
 {
     if (!dragsOthers(*event) && !isSelecting(*event))
@@ -436,7 +415,10 @@ void CProcessorTreeView::paintEvent(QPaintEvent* event)
 void CProcessorTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const
 {
+    const bool isCut = !m_cut.isEmpty() && m_cut.contains(identity(index));
+    painter->setOpacity(isCut ? kCutOpacity : 1);
     CTreeView::drawRow(painter, option, index);
+    painter->setOpacity(1);
     if (!m_dropTarget.isValid() || index != m_dropTarget)
         return;
     painter->save();

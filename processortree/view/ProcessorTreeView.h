@@ -4,6 +4,7 @@
 #include "host/widgets/TreeView.h"
 #include "processortree/view/AddEntries.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QSet>
 #include <QUuid>
@@ -26,8 +27,10 @@ class QShortcut;
 /// own affair. Rows that come are expanded, except below groups that the user closed. Every change
 /// is asked of the host, and takes place when the host says so. Keys: F2 renames, Delete deletes or
 /// ungroups, Ctrl+A selects all, Ctrl+G groups the selected processors where the menu of several
-/// would, Menu and Shift+F10 open the row's menu. With Shift or Ctrl the keys that move go from
-/// processor to processor, past the groups between them.
+/// would, Ctrl+X marks the selected processors and Ctrl+V moves them onto the selected row, as a
+/// drop would, Escape takes that mark back, Menu and Shift+F10 open the row's menu. With Shift or
+/// Ctrl the keys that move go from processor to processor, past the groups between them. A name
+/// that is typed is searched for among the processors that are shown.
 ///
 /// GUI thread. The host may change the tree, or destroy the view, whenever it is asked.
 class CProcessorTreeView final : public CTreeView
@@ -57,6 +60,7 @@ public:
 public slots:
     void reset() override;
     void selectAll() override;
+    void keyboardSearch(const QString& search) override;
 
     /// Creates a group, and has the user name it.
     void AddGroup();
@@ -169,7 +173,11 @@ private:
     void onGroupToFillArrived(const QUuid& id);
     void moveTo(const QList<QUuid>& processors, const QUuid& group);
     void selectMoved(const QList<QUuid>& moved);
-    QModelIndex dropTarget(const QPoint& position, bool* nowhere) const;
+    static QModelIndex dropTarget(const QModelIndex& index, bool* nowhere);
+    bool moveOnto(const QList<QUuid>& processors, const QModelIndex& index);
+    void cutSelection();
+    void pasteCut();
+    void setCut(const QList<QUuid>& processors);
     void setDropTarget(const QModelIndex& index);
     void runDrag();
     QList<QPersistentModelIndex> rowsOf(const QList<QUuid>& processors) const;
@@ -189,6 +197,7 @@ private:
     CArrivalWatch* m_groupToFill;       // Qt child
     QList<QUuid> m_toGroup;             // processors that go into that group
     QList<QShortcut*> m_shortcuts;      // Qt children
+    QList<QUuid> m_cut;                 // processors that wait for the group that they go into
     QPersistentModelIndex m_editedRow;  // the last one that got a field for its name
     QSet<QUuid> m_closed;               // groups, by the user
     QUuid m_editedId;
@@ -197,6 +206,8 @@ private:
     QPersistentModelIndex m_dropTarget; // while something is dragged over it
     QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
     QList<QUuid> m_dragged;             // processors that were selected when it started
+    QString m_typed;                    // of the name that the user searches for
+    QElapsedTimer m_sinceKey;           // invalid before the first one
     int m_outputs = 0;                  // of new processors, as the user chose last
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;

@@ -23,11 +23,10 @@ bool isMovable(const CProcessorTreeModel* model, const QMimeData& data)
 
 } // namespace
 
-/// The group, or root, that a drop at `position` goes into; invalid for the root over empty space.
+/// The group, or root, that a drop on row `index` goes into; invalid for the root over empty space.
 /// `nowhere` is set over a processor that is in no group.
-QModelIndex CProcessorTreeView::dropTarget(const QPoint& position, bool* nowhere) const
+QModelIndex CProcessorTreeView::dropTarget(const QModelIndex& index, bool* nowhere)
 {
-    const QModelIndex index = indexAt(position);
     *nowhere = false;
     if (nodeType(index) != NodeProcessor)
         return index;
@@ -99,7 +98,7 @@ void CProcessorTreeView::dragMoveEvent(QDragMoveEvent* event)
     if (!alive)
         return;
     bool nowhere = false;
-    const QModelIndex target = dropTarget(event->pos(), &nowhere);
+    const QModelIndex target = dropTarget(indexAt(event->pos()), &nowhere);
     const bool accepted =
         isMovable(treeModel(), *event->mimeData()) && !restricted && !nowhere && mayChange();
     if (!accepted) {
@@ -132,18 +131,27 @@ void CProcessorTreeView::dropEvent(QDropEvent* event)
     // The view that a move comes from removes its rows; here the model moves them itself.
     event->setDropAction(Qt::TargetMoveAction);
     event->accept();
+    moveOnto(m_drag ? m_dragged : selectedProcessors(), indexAt(event->pos()));
+}
+
+/// Moves processors to where row `index` is, or says that they belong. Returns whether they may go
+/// there.
+bool CProcessorTreeView::moveOnto(const QList<QUuid>& processors, const QModelIndex& index)
+{
     bool nowhere = false;
-    const QModelIndex target = dropTarget(event->pos(), &nowhere);
+    const QModelIndex target = dropTarget(index, &nowhere);
     if (nowhere)
-        return;
+        return false;
+    const Life alive(this);
     const QUuid group = target.data(UuidRole).toUuid();
     if (target.isValid())
         expand(target);
-    moveTo(m_drag ? m_dragged : selectedProcessors(), group);
+    moveTo(processors, group);
     if (alive) {
         m_delegate->resetButtonState();
         viewport()->update();
     }
+    return true;
 }
 
 void CProcessorTreeView::setDropTarget(const QModelIndex& index)

@@ -6,6 +6,7 @@
 #include <QInputMethodEvent>
 #include <QPaintEvent>
 #include <QRegion>
+#include <QScopeGuard>
 
 namespace {
 
@@ -46,6 +47,9 @@ private slots:
     void shouldPaintTheWholeRowThatKeysLeave();
     void shouldExtendTheSelectionToEitherEnd();
     void shouldMoveTheCurrentRowPastGroups();
+    void shouldSearchPastGroups();
+    void shouldSearchByWholeNames();
+    void shouldSearchInTheRowsThatAreShown();
     void shouldOpenTheMenuByKey();
     void shouldDoNothingWhenLocked();
     void shouldRename_data();
@@ -276,6 +280,52 @@ void TreeViewKeysTest::shouldMoveTheCurrentRowPastGroups()
     QCOMPARE(tree.selected(), QStringLiteral("2,3"));
     tree.press(Qt::Key_Up, Qt::ControlModifier);
     QCOMPARE(tree.view->currentIndex(), tree.index(2));
+}
+
+void TreeViewKeysTest::shouldSearchPastGroups()
+{
+    WholeTree tree;
+    for (const auto& [n, name] : {std::pair<quint32, const char*>{2, "Gate"}, {4, "garden"}}) {
+        ProcessorNode processor = testProcessor(n, n == 2 ? 10 : 0);
+        processor.name = QString::fromLatin1(name);
+        tree.host().setProcessor(processor);
+        tree.panel.notify<QUuid>(25, testId(n));
+    }
+    // The groups G10 and G11 stand before and between them.
+    for (const quint32 hit : {2U, 4U, 2U}) {
+        tree.press(Qt::Key_G);
+        QCOMPARE(tree.view->currentIndex(), tree.index(hit));
+        QVERIFY(tree.selection()->isSelected(tree.index(hit)));
+    }
+}
+
+void TreeViewKeysTest::shouldSearchByWholeNames()
+{
+    WholeTree tree;
+    tree.host().setProject({testGroup(2)},
+                           {testProcessor(21, 2), testProcessor(22, 2), testProcessor(23)});
+    tree.panel.notify(16);
+    const int interval = QApplication::keyboardInputInterval();
+    const auto restore = qScopeGuard([&] { QApplication::setKeyboardInputInterval(interval); });
+    QApplication::setKeyboardInputInterval(60000);
+    QTest::keyClicks(tree.view, QStringLiteral("23"));
+    QCOMPARE(tree.view->currentIndex(), tree.index(23));
+    tree.press(Qt::Key_X); // no name begins with "23x"
+    QCOMPARE(tree.view->currentIndex(), tree.index(23));
+}
+
+void TreeViewKeysTest::shouldSearchInTheRowsThatAreShown()
+{
+    WholeTree tree;
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.place(2));
+    tree.view->collapse(tree.index(10));
+    tree.press(Qt::Key_1);
+    QVERIFY(tree.view->currentIndex() != tree.index(1));
+    tree.press(Qt::Key_1);
+    QVERIFY(tree.view->currentIndex() != tree.index(1));
+    tree.view->setModel(nullptr);
+    tree.press(Qt::Key_1);
+    QVERIFY(!tree.view->currentIndex().isValid());
 }
 
 void TreeViewKeysTest::shouldOpenTheMenuByKey()
