@@ -126,7 +126,7 @@ void IPFilesTest::shouldReportAFullDevice()
     for (int n = 0; n < 255; ++n)
         entries.append(QStringLiteral("10.0.0.9(x)"));
     SmallDevice device(room);
-    QVERIFY(device.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    QVERIFY(device.open(QIODevice::WriteOnly | QIODevice::Text | QIODevice::Unbuffered));
     const IPListFile::Result result = IPListFile::write(device, entries);
     QCOMPARE(result, fits ? IPListFile::Result::Written : IPListFile::Result::Failed);
 }

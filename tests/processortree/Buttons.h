@@ -38,7 +38,7 @@ struct Buttons : ShownTree
     bool isOver() const { return delegate->buttonState().testFlag(QStyle::State_MouseOver); }
     bool isDown() const { return delegate->buttonState().testFlag(QStyle::State_Sunken); }
 
-    /// What is painted on the button's place in row `n`, apart from the row itself.
+    /// Returns what is painted at the place of the button of row `n`, without the row itself.
     QImage painted(quint32 n, QStyle::State state)
     {
         QImage image(300, 42, QImage::Format_ARGB32_Premultiplied);

@@ -47,7 +47,7 @@ struct DrivenPanel
         host().clearCalls();
     }
 
-    /// The host lists as many processors, whatever the tree shows.
+    /// Makes the host list this many processors, independent of the tree.
     void list(int count)
     {
         QList<ProcessorNode> processors;
@@ -71,7 +71,7 @@ struct DrivenPanel
 
     void press() { QTest::mouseClick(&button(), Qt::LeftButton); }
 
-    /// What the menu offers.
+    /// Returns the entries of the menu.
     QString offered()
     {
         QString entries;
@@ -83,7 +83,7 @@ struct DrivenPanel
         return entries;
     }
 
-    /// What the host was asked to add: "CreateGroup AddProcessors".
+    /// Returns the requests to add: "CreateGroup AddProcessors".
     QString asked()
     {
         QStringList names;
@@ -96,7 +96,7 @@ struct DrivenPanel
         return names.join(QLatin1Char(' '));
     }
 
-    /// Has the host do `action`, once, inside the question of that name.
+    /// Makes the host run `action` once, inside the question of that name.
     void inside(const QString& name, std::function<void()> action)
     {
         host().doInside(name, std::move(action));

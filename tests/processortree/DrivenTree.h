@@ -63,7 +63,7 @@ struct DrivenTree
         host().clearCalls();
     }
 
-    /// Gives the view the keyboard, at first and after a box had it.
+    /// Activates the view, at the start and after a message box was active.
     void activate() const
     {
         view->activateWindow();
@@ -75,7 +75,7 @@ struct DrivenTree
     /// Row `n`; 0 is the root.
     QModelIndex index(quint32 n) { return panel.index(n); }
 
-    /// A place on the name of row `n`.
+    /// Returns a point on the name of row `n`.
     QPoint place(quint32 n)
     {
         const QRect row = view->visualRect(index(n));
@@ -94,7 +94,7 @@ struct DrivenTree
         host().clearCalls();
     }
 
-    /// Press, request for a menu, release: what the platform sends.
+    /// Sends what the platform sends: press, context menu event, release.
     void rightClick(quint32 n)
     {
         QWidget* const viewport = view->viewport();
@@ -111,10 +111,10 @@ struct DrivenTree
 
     QString current() const { return view->currentIndex().data().toString(); }
 
-    /// The field that is open for a name; null when there is none.
+    /// Returns the open editor of a name, or null.
     QLineEdit* editor() const { return view->viewport()->findChild<QLineEdit*>(); }
 
-    /// What the host was asked of `names`, with identities as numbers: "AddProcessors(10,1)".
+    /// Returns the calls of these names, with identities as numbers: "AddProcessors(10,1)".
     QString asked(const QStringList& names)
     {
         QStringList texts;
@@ -127,7 +127,7 @@ struct DrivenTree
         return texts.join(QLatin1Char(' '));
     }
 
-    /// Has the host do `action`, once, inside the question of that name.
+    /// Makes the host run `action` once, inside the question of that name.
     void inside(const QString& name, std::function<void()> action)
     {
         host().doInside(name, std::move(action));

@@ -51,14 +51,14 @@ struct WholeTree
 
     QModelIndex index(quint32 n) { return panel.index(n); }
 
-    /// A place on the name of row `n`; 0 is the root.
+    /// Returns a point on the name of row `n`; 0 is the root.
     QPoint place(quint32 n)
     {
         const QRect row = view->visualRect(n == 0 ? root() : index(n));
         return {row.left() + 70, row.center().y()};
     }
 
-    /// A place below all rows.
+    /// Returns a point below all rows.
     QPoint nowhere() { return {100, viewport()->height() - 20}; }
 
     /// Makes the rows the selected ones, the first one current where it may be.
@@ -86,7 +86,7 @@ struct WholeTree
         return texts.join(QLatin1Char(','));
     }
 
-    /// "2>10": what the host was told of moves, in their order.
+    /// Returns the moves that were reported to the host, in order: "2>10".
     QString moves()
     {
         QStringList told;
@@ -105,7 +105,7 @@ struct WholeTree
         QTest::keyClick(view, key, modifiers);
     }
 
-    /// The field that is open for a name; null when there is none.
+    /// Returns the open editor of a name, or null.
     QLineEdit* editor() const { return viewport()->findChild<QLineEdit*>(); }
 
     TestPanel panel;

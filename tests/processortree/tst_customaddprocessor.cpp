@@ -168,7 +168,7 @@ void TestCustomAddProcessor::shouldArrangeTheForm()
         const auto* buttons = window.findChild<QDialogButtonBox*>();
         QCOMPARE(buttons->standardButtons(), QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
         QVERIFY(buttons->button(QDialogButtonBox::Ok)->isDefault());
-        // Nothing is squeezed into the fixed height.
+        // The fixed height leaves enough room for each row.
         const int lowest = window.height() - CDialog::kButtonRowHeight;
         for (int row = 0; row < form->rowCount(); ++row) {
             for (const auto role : {QFormLayout::LabelRole, QFormLayout::FieldRole}) {

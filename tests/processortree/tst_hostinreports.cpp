@@ -23,7 +23,7 @@ struct PanelTree
     QItemSelectionModel* selection() const { return view->selectionModel(); }
     void choose(quint32 n) { selection()->setCurrentIndex(panel.index(n), kClearAndSelect); }
 
-    /// "2>4": the selected rows and the current one.
+    /// Returns the selected rows and the current row: "2>4".
     QString state() const
     {
         QStringList texts;
@@ -44,7 +44,7 @@ struct PanelTree
 
 } // namespace
 
-/// What a host does to the selection while it is told of one, and what it throws.
+/// The host changes the selection, or throws, inside ReportSelection.
 class HostInReportsTest : public QObject
 {
     Q_OBJECT
@@ -147,7 +147,7 @@ void HostInReportsTest::shouldEndTheRemovalWhenTheHostThrows()
 {
     PanelTree tree;
     const LogTrap log;
-    // The only row of the group: another one is chosen while it goes.
+    // It is the only row of the group: another one becomes current while it is removed.
     tree.panel.model().removeNode(testId(1));
     tree.choose(2);
     tree.throwIn(QStringLiteral("ReportSelection"));

@@ -144,7 +144,7 @@ void TestNameEditor::shouldLeaveCompositionAlone()
 void TestNameEditor::shouldFitWhatIsComposedAtLast()
 {
     const Field field(4);
-    // One event brings text and goes on composing.
+    // A single event commits text and continues the composition.
     field.compose(QStringLiteral("wen"), QStringLiteral("中中"));
     QCOMPARE(field.edit->text(), QStringLiteral("中中"));
     field.compose(QString());

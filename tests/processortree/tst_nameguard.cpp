@@ -23,7 +23,7 @@ int bytes(const QTextCodec& codec, const QString& text)
     return codec.fromUnicode(text).size();
 }
 
-/// One code point after the other, until one does not fit.
+/// Takes code points until one does not fit.
 QString slowPrefix(const QString& text, int maxBytes, const QTextCodec& codec)
 {
     QString prefix;
@@ -60,7 +60,7 @@ QString randomText(std::mt19937& random)
     return text;
 }
 
-/// Half of a pair before the cursor is dropped; what is left is what the limit is for.
+/// Drops half of a surrogate pair before the cursor, then applies the limit.
 QString withoutHalf(const QString& text, int cursor)
 {
     if (cursor == 0 || !text.at(cursor - 1).isHighSurrogate())

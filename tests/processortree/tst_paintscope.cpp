@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Tells whether something of the panel paints when it is read.
+/// Returns whether a widget of the panel is painting at the moment.
 class WatchedModel final : public QStandardItemModel
 {
 public:
@@ -32,7 +32,7 @@ public:
     mutable int unpainted = 0;
 };
 
-/// Of the questions that the host is asked, how many it is asked while something paints.
+/// Counts the questions to the host, and those that are asked during painting.
 struct Questions
 {
     explicit Questions(FakeHandler& host)

@@ -1,4 +1,4 @@
-// The host ends the panel in its answer to a question, whatever the user is doing in the tree.
+// The host destroys the panel inside a question, at every step that the user can take.
 
 #include "host/widgets/MenuToolButton.h"
 #include "host/widgets/PureImageBtn.h"
@@ -26,7 +26,7 @@
 #include <utility>
 
 namespace {
-/// Closes every menu and dialog as soon as it is there.
+/// Closes every menu and dialog as soon as it is shown.
 class Closer final : public QObject
 {
 public:
@@ -41,7 +41,7 @@ public:
     }
 };
 
-/// Ends the panel as soon as a menu or dialog of its is there.
+/// Destroys the panel as soon as one of its menus or dialogs is shown.
 class Ender final : public QObject
 {
 public:
@@ -237,7 +237,7 @@ void PanelEndTest::shouldStandItInEveryQuestion()
         ShownTree tree;
         bool ended = false;
         tree.panel.host().inside = [&](const QString& asked) {
-            // Nothing survives the end of a window that is just being painted.
+            // A window must not be destroyed while it is being painted.
             const bool painting =
                 tree.viewport() && tree.viewport()->testAttribute(Qt::WA_WState_InPaintEvent);
             if (asked != question || painting || std::exchange(ended, true))
@@ -333,7 +333,7 @@ void PanelEndTest::shouldStandItInAnEntryOfTheHosts()
     QTRY_VERIFY(!tree.view);
 }
 
-/// The host has another panel by the time it answers the question in which it ended the first.
+/// The host creates another panel in the question in which it destroys the first one.
 void PanelEndTest::shouldLeaveNothingBehindThatReports()
 {
     ShownTree tree;

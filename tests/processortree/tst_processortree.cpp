@@ -270,7 +270,7 @@ void ProcessorTreeTest::shouldSelectTheHostsProcessor()
     QCOMPARE(changes.count(), report ? 1 : 0);
     QCOMPARE(panel.host().selections.size(), report ? 1 : 0);
     QVERIFY(!panel.view().selectionModel()->signalsBlocked());
-    // Again: not even what is collapsed comes back.
+    // A second time: collapsed rows stay collapsed.
     panel.view().collapse(panel.index(11));
     panel.tree->SelectProcessor(testId(2), report);
     QVERIFY(!panel.view().isExpanded(panel.index(11)));

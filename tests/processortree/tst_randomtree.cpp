@@ -110,7 +110,7 @@ QList<int> pathOf(const QStandardItem* item)
     return path;
 }
 
-/// What differs between the model and the reference; empty when nothing does.
+/// Returns the differences between the model and the reference; empty without any.
 QString difference(const CProcessorTreeModel& model, const ReferenceTree& reference)
 {
     const QString line = dumpTree(model);
@@ -157,7 +157,7 @@ public:
 
     CProcessorTreeModel& model() { return m_model; }
 
-    /// Empty when all went well. With `everyStep` the first operation that went wrong is named.
+    /// Returns an empty text on success. With `everyStep` it names the first wrong operation.
     QString run(bool everyStep)
     {
         for (int step = 0; step < kOperations; ++step) {
@@ -267,7 +267,7 @@ private:
         return QStringLiteral("moveProcessors");
     }
 
-    /// What the host was told of moves, in groups and one by one.
+    /// Compares the moves that were reported to the host.
     void checkMemberships()
     {
         QVector<QPair<QUuid, QUuid>> told;
@@ -281,7 +281,7 @@ private:
         m_reference.memberships.clear();
     }
 
-    /// What views and outside code do to rows.
+    /// Changes rows as views and outside code do.
     QString edit(int kind)
     {
         const QUuid id = m_dice.anyId();

@@ -67,7 +67,7 @@ struct TwoProcessors
 
 } // namespace
 
-/// Each row has its record to itself, whatever others put into it.
+/// Each row owns its record, also after other code wrote a handle of another row into it.
 class RecordOwnersTest : public QObject
 {
     Q_OBJECT

@@ -33,7 +33,7 @@ bool precedes(const CRecordCell::Key& sibling, const ProcessorNode& added)
     return sibling.number < added.number;
 }
 
-/// The row at which `added` belongs, found by looking at every sibling from the last one on.
+/// Returns the row of `added`, found by a scan of all siblings from the last one.
 int scannedRow(const QStandardItem& parent, const ProcessorNode& added)
 {
     const int rows = parent.rowCount();
@@ -51,7 +51,7 @@ int scannedRow(const QStandardItem& parent, const ProcessorNode& added)
     return 0;
 }
 
-/// A tree that changes at random, mostly by what keeps addresses rising.
+/// A tree with random changes, most of which keep the addresses rising.
 class ChangingTree final
 {
 public:
@@ -59,7 +59,7 @@ public:
         : m_generator(seed)
     {
         m_tree->AppendGroup(testGroup(kGroup));
-        // Of some trees all addresses are used, of others hardly any.
+        // Some trees use all addresses, others only a few.
         m_oddities = below(3) == 0 ? 12 : 2;
     }
 
@@ -270,7 +270,7 @@ void RisingOrderTest::shouldKeepItsOrderWhenTheWorkThreadBringsAnAddress()
         CRecordCell& cell = *recordHandle(tree->getItem(testId(n))->data(NodeDataRole)).cell();
         QVERIFY(cell.replace(testIpProcessor(n, address), cell.version()));
     }
-    // The row that has yet to move misleads none of those that come meanwhile.
+    // A row that is about to move does not affect the places of rows that are added meanwhile.
     tree->AppendProcessor(testIpProcessor(20, 8));
     tree->AppendProcessor(testIpProcessor(21, 4));
     QCOMPARE(tree.dump(), text("All processors(7)[1,3,21,5,7,20,9]"));

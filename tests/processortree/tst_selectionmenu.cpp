@@ -126,7 +126,7 @@ void SelectionMenuTest::shouldOpenTheMenuOfSeveralWithinTheView()
         menu.close();
     });
     if (isMenuKey) {
-        // What Qt makes of it.
+        // Qt sends this event for the Menu key.
         const QPoint row = tree.view->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
         QContextMenuEvent event(QContextMenuEvent::Keyboard, row, tree.view->mapToGlobal(row));
         QApplication::sendEvent(tree.view, &event);

@@ -152,7 +152,7 @@ void TreeAddMenuTest::shouldCloseItsMenuByAnotherClick()
     const QPoint onButton = panel.button().mapTo(&panel.window, QPoint(8, 8));
     bool closed = false;
     panel.driver.then([&](QWidget& menu) {
-        // As from the platform, which knows of windows only.
+        // The platform delivers events to windows, not to widgets.
         QTest::mouseClick(panel.window.windowHandle(), Qt::LeftButton, {}, onButton);
         closed = menu.isHidden();
     });

@@ -43,7 +43,7 @@ struct HeardTree
 
 } // namespace
 
-/// Those who hear of a change of the model change it themselves.
+/// Receivers of the model's signals change the model themselves.
 class TreeListenersTest : public QObject
 {
     Q_OBJECT
@@ -82,7 +82,7 @@ void TreeListenersTest::shouldNotRenameAGroupThatIsGone()
 void TreeListenersTest::shouldSayWhenARowGoesWithItsNewText()
 {
     HeardTree heard;
-    // The record has that name already, so the text is all that changes.
+    // The record already has that name, so only the text changes.
     heard.tree->getItem(testId(1))->setText(text("other"));
     heard.once(&QAbstractItemModel::dataChanged, [&] { heard.remove(1); });
     QVERIFY(!heard.tree->setData(heard.tree.index(1), text("1"), Qt::DisplayRole));

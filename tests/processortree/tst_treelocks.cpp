@@ -108,7 +108,7 @@ void TreeLocksTest::shouldFollowLocks_data()
         {"r+ a1", false, false},
         {"1+ r+ 1-", false, false},
         {"r+ 1+ r- 1-", false, true},
-        // Writable again, the panel adds, whatever is locked.
+        // A panel that becomes writable can add in spite of a lock.
         {"1+ r+ r-", true, true},
     };
     for (const auto& row : rows)

@@ -18,7 +18,7 @@ QLineEdit* edit(ShownTree& tree, quint32 n)
     return tree.viewport()->findChild<QLineEdit*>();
 }
 
-/// Ends editing, which happens behind the key.
+/// Presses a key that ends editing, and waits for the queued end.
 void pressKey(QLineEdit* editor, Qt::Key key)
 {
     const QPointer<QLineEdit> open(editor);

@@ -232,7 +232,7 @@ void TreeResetTest::shouldDoNothingWithoutAHandler()
     m_model->AppendProcessors({testId(9)});
     QCOMPARE(dump(), before);
 
-    // An empty tree can be filled with nothing, for those who wait to hear of it.
+    // A reset of an empty tree without a handler still emits the signals.
     m_model->clearToRoot();
     QSignalSpy resets(m_model.get(), &QAbstractItemModel::modelReset);
     m_model->reset();

@@ -48,7 +48,7 @@ struct SearchedPanel : DrivenPanel
         return names.join(QLatin1Char(','));
     }
 
-    /// As from the platform, which knows of windows only.
+    /// Sends the event to the window, as the platform does.
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
         QTest::keyClick(window.windowHandle(), key, modifiers);
@@ -211,7 +211,7 @@ void TreeSearchTest::shouldCloseTheListBeforeItLeaves()
     panel.key(Qt::Key_Escape);
     QCOMPARE(panel.field().text(), QString());
     QVERIFY(panel.view().hasFocus());
-    // With nothing to clear it leaves all the same.
+    // With an empty field, Escape moves the focus as well.
     panel.field().setFocus();
     panel.key(Qt::Key_Escape);
     QVERIFY(panel.view().hasFocus());
@@ -299,7 +299,7 @@ void TreeSearchTest::shouldStandAModelThatChangesUnderTheList()
     QCOMPARE(panel.panel.dump(), QStringLiteral("All processors(1)[Omega]"));
     QCOMPARE(panel.selected(), QString());
     QCOMPARE(panel.field().text(), QString());
-    // Gone before the host could be told of it.
+    // The processor is removed before the host gets the report.
     panel.tree->SelectProcessor(testId(9), false);
     panel.fill({}, {named(1, QStringLiteral("Alpha")), named(2, QStringLiteral("Alto"))});
     panel.tree->SelectProcessor(testId(1), false);

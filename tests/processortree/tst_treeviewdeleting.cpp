@@ -248,7 +248,7 @@ void TreeViewDeletingTest::shouldStandTheHostRemovingMoreMeanwhile_data()
     QTest::newRow("the group") << 1U << 10U << "All processors(4)[4,5,3,2]";
 }
 
-/// The row that takes over is reported while the old one is being removed.
+/// The new current row is reported while the old one is being removed.
 void TreeViewDeletingTest::shouldStandTheHostRemovingMoreMeanwhile()
 {
     QFETCH(quint32, deleted);
@@ -426,7 +426,7 @@ void TreeViewDeletingTest::shouldWaitForAllThatWereAskedFor()
     press(tree, Qt::Key_Delete);
     tree.panel.notify<QUuid>(20, testId(1));
     QCOMPARE(tree.selected(), QStringLiteral("2"));
-    // The host kept it, and the user asks once more.
+    // The host did not delete it, and the user tries again.
     tree.activate();
     press(tree, Qt::Key_Delete);
     tree.panel.notify<QUuid>(20, testId(2));

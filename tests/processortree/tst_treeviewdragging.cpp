@@ -18,7 +18,7 @@ QString at(const QPoint& place)
     return QStringLiteral("%1 %2").arg(place.x()).arg(place.y());
 }
 
-/// What reaches the tree of mouse and drags.
+/// Records the mouse and drag events that reach the tree.
 class Watch final : public QObject
 {
 public:
@@ -166,7 +166,7 @@ private:
         }
     }
 
-    /// Lets go of everything, so that no test waits without end.
+    /// Releases the mouse buttons and keys, so that no test waits for ever.
     void giveUp()
     {
         m_worked = false;

@@ -46,7 +46,7 @@ void moveMouse(const WholeTree& tree, const QPoint& position, Qt::MouseButtons b
 
 } // namespace
 
-/// What the tree does about the mouse, about drags, and about its host meanwhile.
+/// The tree under mouse events, drags, and changes by the host.
 class TreeViewEventsTest : public QObject
 {
     Q_OBJECT

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What a widget has been painted of.
+/// Records the painted region of a widget.
 class PaintedRegion final : public QObject
 {
 public:
@@ -28,7 +28,7 @@ public:
 
 } // namespace
 
-/// What keys do in the tree, and in the field for a name.
+/// The keys of the tree and of the editor of a name.
 class TreeViewKeysTest : public QObject
 {
     Q_OBJECT
@@ -155,7 +155,7 @@ void TreeViewKeysTest::shouldExtendTheSelectionPastGroups()
         QCOMPARE(extend(Qt::Key_Up), QLatin1String(selected));
     QCOMPARE(tree.view->currentIndex(), tree.index(1));
 
-    // What a closed group holds is not seen, and not selected.
+    // Rows of a collapsed group are not visible, and not selected.
     QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.place(3));
     tree.view->collapse(tree.index(10));
     QCOMPARE(extend(Qt::Key_Up), QStringLiteral("3"));
@@ -229,7 +229,7 @@ void TreeViewKeysTest::shouldKeepTheStartOfARangeThroughOtherKeys()
     tree.press(Qt::Key_C, Qt::ControlModifier);
     tree.press(Qt::Key_Up, Qt::ShiftModifier);
     QCOMPARE(tree.selected(), QStringLiteral("1,2"));
-    // A range that Ctrl leads away from begins where it leads to.
+    // After Ctrl has moved the current row, a range begins there.
     tree.press(Qt::Key_Down, Qt::ControlModifier);
     tree.press(Qt::Key_Down, Qt::ControlModifier);
     tree.press(Qt::Key_Down, Qt::ShiftModifier);

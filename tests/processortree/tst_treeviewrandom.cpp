@@ -67,7 +67,7 @@ public:
         }
     }
 
-    /// What is wrong now; empty when nothing is.
+    /// Returns what is wrong at the moment; empty if nothing is.
     QString wrong()
     {
         if (m_tree.panel.dump() != m_reference.dump())

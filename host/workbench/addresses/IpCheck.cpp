@@ -8,7 +8,7 @@ namespace {
 
 constexpr quint32 kEverywhere = 0xFFFFFFFF;
 
-/// What is special about the address in the adapter's subnet, 0 for nothing.
+/// Returns the code of a special address of the adapter's subnet, or 0.
 quint32 checkInSubnet(quint32 address, const PcAdapter& adapter)
 {
     // Subnets of one or two addresses have neither a broadcast address nor one of their own.

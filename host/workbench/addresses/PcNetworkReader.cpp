@@ -17,7 +17,7 @@ enum RouteColumn { Destination = 1, Gateway = 2, Flags = 3, Mask = 7, RouteColum
 constexpr uint kRouteUp = 0x1;
 constexpr uint kRouteHasGateway = 0x2;
 
-/// The number in a column; `isRoute` is cleared when there is none.
+/// Returns the number in a column; clears `isRoute` if there is none.
 quint32 routeNumber(const QByteArray& column, bool& isRoute)
 {
     bool isNumber = false;

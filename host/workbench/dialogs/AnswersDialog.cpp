@@ -18,7 +18,7 @@ constexpr int kRowsOfAColumn = 16;
 
 } // namespace
 
-/// Makes a field for each answer.
+/// Creates a field for each answer.
 class AnswersDialog::Builder final
 {
 public:
@@ -75,7 +75,7 @@ private:
     AnswersDialog& m_dialog;
 };
 
-/// Takes the answers from the fields.
+/// Reads the answers from the fields.
 class AnswersDialog::Collector final
 {
 public:

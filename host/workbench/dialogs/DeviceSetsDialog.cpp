@@ -81,7 +81,7 @@ void DeviceSetsDialog::add(const DeviceSet& set)
     item->setFlags(item->flags() | Qt::ItemIsEditable);
 }
 
-/// Offers the sets as they are; the choice stays where it was as far as it can.
+/// Lists the sets; keeps the chosen one if it still exists.
 void DeviceSetsDialog::updateCurrent()
 {
     const int chosen = m_current->currentIndex();

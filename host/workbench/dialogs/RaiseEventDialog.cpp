@@ -18,7 +18,7 @@ constexpr int kLastNumber = 255;
 
 using EventNumber::ArgumentType;
 
-/// The identities of a text, parted by commas or spaces; nothing when one of them is none.
+/// Returns the identities of a text, separated by commas or spaces, unless one is invalid.
 std::optional<QList<QUuid>> identities(const QString& text)
 {
     QList<QUuid> ids;

@@ -1,4 +1,4 @@
-// The questions that have a plain answer in the project's settings.
+// The questions that the settings of the project answer.
 
 #include "host/workbench/handler/WorkbenchHandler.h"
 #include "host/workbench/store/ProjectStore.h"

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// The detection strategy that goes by the IP list.
+/// The detection strategy that uses the IP list.
 constexpr int kStrategyByAddress = 2;
 
 struct Plan
@@ -43,7 +43,7 @@ Plan planFor(const Project& project)
     return plan;
 }
 
-/// What a host does that talks to devices meanwhile: no input is handled, all else is.
+/// Processes events except for user input, as a host does while it talks to devices.
 void pause(int milliseconds)
 {
     const QDeadlineTimer deadline(milliseconds);
@@ -71,7 +71,7 @@ void WorkbenchHandler::DetectProcessorsOnly()
     detect();
 }
 
-/// False when a detection is running already.
+/// Returns false if a detection is already running.
 bool WorkbenchHandler::detect()
 {
     if (std::exchange(m_detecting, true)) {

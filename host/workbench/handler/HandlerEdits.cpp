@@ -1,4 +1,4 @@
-// What the panel asks to have changed in the tree, and the marks on its rows.
+// The requests of the panel to change the tree, and the marks on its rows.
 
 #include "host/common/AppendLog.h"
 #include "host/workbench/addresses/AddressTexts.h"
@@ -28,7 +28,7 @@ int encodedBytes(const HandlerAnswers& answers, const QString& name)
     return (codec ? codec->fromUnicode(name) : name.toUtf8()).size();
 }
 
-/// Why `name` is no name for anything; empty when it is one.
+/// Returns why `name` is invalid; empty if it is valid.
 QString nameRefusal(const HandlerAnswers& answers, const QString& name)
 {
     if (!answers.acceptNewNames)
@@ -59,7 +59,7 @@ bool isDeleteBlocked(const Project& project, const QUuid& id)
     return project.answers.blockDelete || (node && node->hostFlag13);
 }
 
-/// Those of `ids` that the host is ready to delete.
+/// Returns those of `ids` that the host deletes.
 QList<QUuid> deletable(const Project& project, const QList<QUuid>& ids)
 {
     QList<QUuid> ready;
@@ -169,7 +169,7 @@ void WorkbenchHandler::SetProcessorGroup(const ProcessorGroupNode& group, const 
 QUuid WorkbenchHandler::CreateGroup(const ProcessorGroupNode& group)
 {
     m_trace.called("CreateGroup", group);
-    // The identity is told now, even when the group comes later.
+    // The identity is returned now, even if the group is added later.
     ProcessorGroupNode created = group;
     const bool isTaken = m_store.read([&](const Project& project) {
         return project.hasGroup(group.id) || project.processor(group.id);
@@ -208,7 +208,7 @@ void WorkbenchHandler::RenameGroup(const QUuid& id, const QString& name)
         return;
     }
     logLine("RenameGroup", QStringLiteral("\"%1\" is refused: %2").arg(name, refusal));
-    // The panel cannot be told "no" and shows the name; only the tree as it is takes it back.
+    // RenameGroup() has no result, so only a reset of the tree restores the old name.
     edit("RenameGroup", [this] { m_store.announceTree(); });
 }
 
@@ -240,13 +240,13 @@ void WorkbenchHandler::SetFrontPanelHighlight(bool on)
                 .arg(shortId(id), isLit ? QStringLiteral("lit") : QStringLiteral("dark")));
 }
 
-/// Has `function` carried out by `change` when the answers want it to be.
+/// Calls `change` for `function` at the time that the answers demand.
 void WorkbenchHandler::edit(const char* function, const std::function<void()>& change)
 {
     const auto reply =
         m_store.read([](const Project& project) { return project.answers.hostReply; });
     if (reply == HostReply::AfterReturn || reply == HostReply::SecondLater) {
-        // What was asked of one project is not for the next.
+        // A request for one project must not change the next one.
         const int number = m_store.projectNumber();
         const int delay = reply == HostReply::SecondLater ? kLateReplyMs : 0;
         // Coarse timers may overtake each other.

@@ -161,7 +161,7 @@ QString WorkbenchHandler::GetIPEntry(int row)
     return m_trace.answered("GetIPEntry", isRow ? ipEntryText(entries.at(row)) : QString(), row);
 }
 
-/// Carries out a change of the list, or tells in the log why `function` refused `what`.
+/// Applies a change of the list, or logs why `function` refused `what`.
 void WorkbenchHandler::changeIpList(const char* function, const QString& what,
                                     const std::function<IpRefusal(IpList&)>& change)
 {

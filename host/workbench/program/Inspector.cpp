@@ -13,7 +13,7 @@
 
 namespace {
 
-// How far to look on where a view shows nothing.
+// The step of the search for cells where a view shows none, in pixels.
 constexpr int kStep = 8;
 
 QJsonObject element(QAccessibleInterface& found, const QRect& frame);
@@ -66,7 +66,7 @@ QJsonArray cells(QAccessibleInterface& view, const QWidget& viewport)
     return found;
 }
 
-/// A window, which is told of at its own place, or something that lies in a hidden one.
+/// Returns whether it is a window, which has its own entry, or is part of a hidden one.
 bool isElsewhere(const QAccessibleInterface& child)
 {
     const auto* widget = qobject_cast<const QWidget*>(child.object());
@@ -116,7 +116,7 @@ QJsonObject element(QAccessibleInterface& found, const QRect& frame)
     return told;
 }
 
-/// The visible windows, the one in front first.
+/// Returns the visible windows, the front one first.
 QWidgetList windows()
 {
     QWidgetList shown;

@@ -82,7 +82,7 @@ void LayerCommands::openPanel()
         showNotice();
     if (panel)
         panel->show();
-    // The locks went with the panel that was there before.
+    // The locks ended with the previous panel.
     m_actions[Do::LockOperations]->setChecked(false);
     updateEnabled();
 }
@@ -172,7 +172,7 @@ void LayerCommands::lockByKey()
     dialog->open();
 }
 
-/// What stands in the dock while there is no panel.
+/// Shows a notice in the dock while there is no panel.
 void LayerCommands::showNotice()
 {
     auto* notice = new QLabel;

@@ -120,7 +120,7 @@ void LogPanel::retranslate()
     showCount();
 }
 
-/// Brings the latest line in sight if that is wanted.
+/// Scrolls to the latest line if that is switched on.
 void LogPanel::follow()
 {
     if (m_follow->isChecked())

@@ -133,7 +133,7 @@ void MainWindow::focusPanel()
     }
 }
 
-/// The host is busy, so what is shown has to be painted at once.
+/// The host is busy, so the status bar has to be painted at once.
 void MainWindow::showDetection(int done, int total)
 {
     const bool isOver = done >= total;

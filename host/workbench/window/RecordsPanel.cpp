@@ -175,7 +175,7 @@ bool RecordsPanel::eventFilter(QObject* watched, QEvent* event)
     return true;
 }
 
-/// What to do about an empty project, in place of its rows.
+/// Shows how to fill an empty project, in place of its rows.
 void RecordsPanel::paintHint()
 {
     QPainter painter(m_view->viewport());
