@@ -204,7 +204,7 @@ void LogCategoriesTest::shouldTellWhatASearchFinds()
     panel.host().setProject({}, {testProcessor(1), testProcessor(2), testProcessor(12)});
     panel.notify(16);
     QLineEdit field;
-    CProcessorCompleter completer(&field);
+    CProcessorCompleter completer(&field, *CTargetSelectData::Instance()->GetModel());
     const MessageTrap trap;
     completer.setFilterText(QStringLiteral("2"));
     QVERIFY(isLogged(QStringLiteral("targetselect.search: \"2\" finds 2 processors")));
