@@ -3,6 +3,7 @@
 #include "Interface/ProcessorNode.h"
 #include "processortree/model/IdentityIndex.h"
 #include "processortree/model/RisingOrder.h"
+#include "processortree/model/RowMoves.h"
 #include "processortree/model/TreeFill.h"
 
 #include <QList>
@@ -97,18 +98,14 @@ public:
     /// Whether rows are about to be removed.
     bool isRemoving() const { return m_removals > 0; }
 
-    /// Whether the row of `id` moves: once removed it comes again at another place, unless that is
-    /// gone. Signals tell of a removal and an insertion, and moveEnded() of the end.
-    bool isMoving(const QUuid& id) const { return m_moving.contains(id); }
+    /// The rows that are removed to come again at another place.
+    const CRowMoves& moves() const { return m_moves; }
 
     /// Has `tell` called each time that isChanging() ends.
     void setOnChanged(std::function<void()> tell) { m_onChanged = std::move(tell); }
 
     /// Tells views that the records of `processors` were replaced behind the model's back.
     void announceRecords(const QList<QUuid>& processors);
-
-signals:
-    void moveEnded(const QUuid& id);
 
 public slots:
     /// Fills the tree anew with the host's groups and processors; without a handler rows stay.
@@ -181,6 +178,6 @@ private:
     bool m_rebuildDue = false;
     int m_removals = 0; // that are announced, nested ones
     int m_changes = 0;  // nested ones
-    QList<QUuid> m_moving;
+    CRowMoves m_moves;
     std::function<void()> m_onChanged;
 };

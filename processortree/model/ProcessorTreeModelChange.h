@@ -42,18 +42,14 @@ public:
         , m_model(model)
         , m_id(id)
     {
-        m_model->m_moving.append(id);
+        m_model->m_moves.begin(id);
     }
 
     Move(const Move&) = delete;
     Move& operator=(const Move&) = delete;
 
     /// Those who hear of the end may throw.
-    ~Move() noexcept(false)
-    {
-        m_model->m_moving.removeOne(m_id);
-        emit m_model->moveEnded(m_id);
-    }
+    ~Move() noexcept(false) { m_model->m_moves.end(m_id); }
 
 private:
     const Change m_change;

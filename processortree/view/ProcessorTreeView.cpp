@@ -141,12 +141,11 @@ void CProcessorTreeView::setModel(QAbstractItemModel* newModel)
     const QPointer<CProcessorSelectionModel> before =
         qobject_cast<CProcessorSelectionModel*>(selectionModel());
     if (treeModel())
-        disconnect(treeModel(), &CProcessorTreeModel::moveEnded, this, nullptr);
+        disconnect(&treeModel()->moves(), &CRowMoves::ended, this, nullptr);
     m_movingRows.clear();
     CTreeView::setModel(newModel);
     if (treeModel())
-        connect(treeModel(), &CProcessorTreeModel::moveEnded, this,
-                &CProcessorTreeView::onMoveEnded);
+        connect(&treeModel()->moves(), &CRowMoves::ended, this, &CProcessorTreeView::onMoveEnded);
     if (before != selectionModel())
         delete before;
     if (newModel) {
@@ -279,6 +278,8 @@ void CProcessorTreeView::onProcessorArrived(const QUuid& id)
         return;
     const QPersistentModelIndex index(item->index());
     const Life alive(this);
+    // In the middle of the request the view's signals are blocked.
+    m_closed.remove(identity(index.parent()));
     expand(index.parent());
     selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
     if (alive && index.isValid())

@@ -59,7 +59,7 @@ void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
         return;
     m_arrivals->stop();
     // The slot of that name would warn of a row whose field does not open.
-    if (edit(row, AllEditTriggers, nullptr)) {
+    if (edit(row, AllEditTriggers, nullptr) && alive) {
         m_editedRow = row;
         m_editedId = row.data(UuidRole).toUuid();
         m_field = openField();

@@ -1,8 +1,8 @@
 // Keys in the processor tree.
 
+#include "base/NodeType.h"
 #include "base/TargetSelectHandler.h"
 #include "processortree/view/ArrivalWatch.h"
-#include "base/NodeType.h"
 #include "processortree/view/ProcessorTreeView.h"
 
 #include <QApplication>

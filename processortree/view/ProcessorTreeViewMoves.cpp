@@ -56,7 +56,7 @@ bool CProcessorTreeView::keepMoving(const QModelIndex& parent, int first, int la
     const QModelIndex index = model()->index(first, 0, parent);
     const QUuid id = index.data(UuidRole).toUuid();
     auto* const selection = qobject_cast<CProcessorSelectionModel*>(selectionModel());
-    if (!selection || first != last || !treeModel() || !treeModel()->isMoving(id))
+    if (!selection || first != last || !treeModel() || !treeModel()->moves().isMoving(id))
         return false;
     MovingRow moving;
     moving.id = id;

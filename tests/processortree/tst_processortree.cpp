@@ -187,23 +187,38 @@ void ProcessorTreeTest::shouldKeepGroupsClosedByTheUser()
 void ProcessorTreeTest::shouldOpenAClosedGroupForTheNewest_data()
 {
     QTest::addColumn<quint32>("event");
-    QTest::newRow("one by one") << 18U;
-    QTest::newRow("at once") << 19U;
+    QTest::addColumn<bool>("early");
+    for (const bool early : {false, true}) {
+        QTest::addRow("one by one%s", early ? ", early" : "") << 18U << early;
+        QTest::addRow("at once%s", early ? ", early" : "") << 19U << early;
+    }
 }
 
 void ProcessorTreeTest::shouldOpenAClosedGroupForTheNewest()
 {
     QFETCH(quint32, event);
+    QFETCH(bool, early);
     DrivenPanel panel;
     closeGroup(panel, 2);
+    const auto arrive = [&] {
+        panel.host().setProcessor(testProcessor(5, 10));
+        if (event == 18)
+            panel.panel.notify<QUuid>(18, testId(5));
+        else
+            panel.panel.notify<QList<QUuid>>(19, {testId(5)});
+    };
+    // A place for the new one that is not the closed group.
+    panel.view().selectionModel()->select(panel.index(0), QItemSelectionModel::ClearAndSelect);
+    if (early)
+        panel.inside(QStringLiteral("AddProcessors"), arrive);
     panel.driver.then([](QWidget& menu) { choose(menu, QStringLiteral("Add 1 processor")); });
     panel.press();
-    panel.host().setProcessor(testProcessor(5, 10));
-    if (event == 18)
-        panel.panel.notify<QUuid>(18, testId(5));
-    else
-        panel.panel.notify<QList<QUuid>>(19, {testId(5)});
+    if (!early)
+        arrive();
     QTRY_COMPARE(panel.view().currentIndex(), panel.index(5));
+    QVERIFY(panel.view().isExpanded(panel.index(10)));
+    // It stays open.
+    panel.panel.notify(16);
     QVERIFY(panel.view().isExpanded(panel.index(10)));
 }
 
