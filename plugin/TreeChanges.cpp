@@ -121,6 +121,10 @@ void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
     }
     QMetaObject::invokeMethod(&m_model, "AppendProcessors", Qt::DirectConnection,
                               Q_ARG(QList<QUuid>, missing));
+    for (const QUuid& id : qAsConst(missing)) {
+        if (m_model.getItem(id))
+            m_leftOut.remove(id);
+    }
     noteLeftOut(place, Weather::Calm);
 }
 

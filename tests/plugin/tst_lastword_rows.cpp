@@ -19,6 +19,7 @@ private slots:
     void shouldShowAProcessorAddedInsideItsQuestionOnce();
     void shouldShowAProcessorListedTwiceOnce_data();
     void shouldShowAProcessorListedTwiceOnce();
+    void shouldNotBringBackAProcessorThatOnceMissedItsGroup();
     void shouldKeepGroupsInTheOrderInWhichTheyWereTold_data();
     void shouldKeepGroupsInTheOrderInWhichTheyWereTold();
 };
@@ -155,6 +156,19 @@ void LastWordRowsTest::shouldShowAProcessorListedTwiceOnce()
     else
         tell();
     VERIFY_TREE_OF(telling.host);
+}
+
+/// A fill finds no group for it; a list brings it outside all groups.
+void LastWordRowsTest::shouldNotBringBackAProcessorThatOnceMissedItsGroup()
+{
+    Telling telling;
+    telling.panel.host().setProject({}, {testProcessor(1), testProcessor(2, 100)});
+    telling.panel.notify(16);
+    telling.panel.host().setProject({}, {testProcessor(1), testProcessor(2)});
+    telling.panel.notify<QList<QUuid>>(19, {testId(2)});
+    QCOMPARE(telling.panel.dump(), QStringLiteral("All processors(2)[1,2]"));
+    telling.panel.notify<QList<QUuid>>(21, {testId(100), testId(2)});
+    QCOMPARE(telling.panel.dump(), QStringLiteral("All processors(1)[1]"));
 }
 
 void LastWordRowsTest::shouldKeepGroupsInTheOrderInWhichTheyWereTold_data()
