@@ -101,6 +101,9 @@ public:
     /// The rows that are removed to come again at another place.
     const CRowMoves& moves() const { return m_moves; }
 
+    /// Adds a group above the row `row` of the root.
+    CProcessorItem* insertGroup(const ProcessorGroupNode& group, int row);
+
     /// Has `tell` called each time that isChanging() ends.
     void setOnChanged(std::function<void()> tell) { m_onChanged = std::move(tell); }
 
@@ -117,9 +120,6 @@ public slots:
     /// Adds a group behind the other groups and returns its row; null without a root, or when
     /// somebody who heard of the row removed it.
     CProcessorItem* AppendGroup(const ProcessorGroupNode& group);
-
-    /// Adds a group above the row `row` of the root.
-    CProcessorItem* insertGroup(const ProcessorGroupNode& group, int row);
 
     /// Adds a processor at its place; nowhere when its group is unknown.
     void AppendProcessor(const ProcessorNode& processor);

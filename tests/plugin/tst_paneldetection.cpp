@@ -26,7 +26,7 @@ void pickByKeys(CMenuToolButton& button, int entry)
 {
     DialogDriver driver;
     driver.then([entry](QWidget& menu) {
-        for (int n = 0; n <= entry; ++n)
+        for (int n = 0; n < entry; ++n)
             QTest::keyClick(&menu, Qt::Key_Down);
         QTest::keyClick(&menu, Qt::Key_Return);
     });

@@ -103,6 +103,7 @@ void PaintScopeTest::shouldEndWithAnException()
 void PaintScopeTest::shouldHoldInEveryQuestionOfAPaintedTree()
 {
     WholeTree tree;
+    tree.view->selectAll();
     const Questions questions(tree.host());
     tree.viewport()->repaint();
     QVERIFY(questions.all > 0);
@@ -113,6 +114,7 @@ void PaintScopeTest::shouldHoldInEveryQuestionOfAPaintedTree()
 void PaintScopeTest::shouldHoldInThePictureOfADrag()
 {
     WholeTree tree;
+    tree.view->selectAll();
     const Questions questions(tree.host());
     QVERIFY(!tree.viewport()->grab(tree.view->visualRect(tree.index(1))).isNull());
     QVERIFY(questions.all > 0);
@@ -127,6 +129,7 @@ void PaintScopeTest::shouldHoldWhereADelegatePaintsAlone()
     QPainter painter(&image);
     QStyleOptionViewItem option;
     option.rect = image.rect();
+    option.state |= QStyle::State_Selected;
     tree.view->itemDelegate()->paint(&painter, option, tree.index(1));
     QVERIFY(questions.all > 0);
     QCOMPARE(questions.painting, questions.all);
@@ -160,6 +163,7 @@ void PaintScopeTest::shouldHoldWhereSearchResultsArePainted()
 void PaintScopeTest::shouldPaintAgainAfterAHostThatThrows()
 {
     WholeTree tree;
+    tree.view->selectAll();
     const QImage before = tree.viewport()->grab().toImage();
     const LogTrap log;
     tree.host().inside = [](const QString&) { throw std::runtime_error("host"); };
@@ -180,6 +184,7 @@ void PaintScopeTest::shouldEndInADelegateWhenTheHostThrows()
     QPainter painter(&image);
     QStyleOptionViewItem option;
     option.rect = image.rect();
+    option.state |= QStyle::State_Selected;
     const LogTrap log;
     tree.view->itemDelegate()->paint(&painter, option, tree.index(1));
     QCOMPARE(log.messages().size(), 1);

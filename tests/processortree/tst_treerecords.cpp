@@ -64,7 +64,6 @@ void TreeRecordsTest::shouldPlaceAProcessorWithANewAddressAnew()
 
 void TreeRecordsTest::shouldLeaveTheRootsTextWhereTheCountStays()
 {
-    const WarningTrap warnings;
     Tree tree;
     for (const quint32 n : {1U, 5U})
         tree->AppendProcessor(testIpProcessor(n, n));

@@ -282,7 +282,6 @@ void TestProcessorDelegate::shouldPaintNarrowRows()
 
 void TestProcessorDelegate::shouldElideAnewForAnotherFontWidthOrText()
 {
-    const WarningTrap trap;
     Painting painting;
     const QModelIndex index =
         painting.add(namedProcessor(QStringLiteral("A name that is longer than its row")));
