@@ -341,8 +341,7 @@ void DaysWorkTest::ungroup()
     confirm("Are you sure you want to ungroup the selected processor group (the processors under "
             "the group still remains)?",
             "Yes");
-    // When a current processor goes, host and panel choose the next one each. The panel's choice
-    // stays: the host was told of it.
+    // The processor moves out and stays current.
     expect({pickedProcessor("Spare", "Stage right"), pickedGroup("new group 1", "Stage right"),
             text("AppendContextMenu(1, <new group 1>, false)"), text("Ungroup(<new group 1>)"),
             text("SetProcessorGroup(no group, {}, 1: [<Spare>])"),
@@ -448,7 +447,7 @@ void DaysWorkTest::lock()
     // No menu comes; the click after it would only close one.
     m_user->rightClick(row("Processor 10"));
     m_user->click(row("Processor 11"));
-    expect({pickedProcessor("new 6", "Stage right"), pickedProcessor("new 7", "new 6")});
+    expect({pickedProcessor("new 6", "Spare"), pickedProcessor("new 7", "new 6")});
     m_user->key(text("ctrl+alt+l"));
     m_user->findIn(text("enabled"), menuButton("Add"));
 }
