@@ -4,14 +4,13 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QStandardItemModel>
 #include <QVector>
 
 #include <vector>
 
 class CProcessorFilterProxyModel;
 class QModelIndex;
-class QStandardItem;
-class QStandardItemModel;
 
 /// The processors of the tree that match a filter's text, sorted by number and then by their order
 /// in the tree. A processor with matching rows below it is left out.

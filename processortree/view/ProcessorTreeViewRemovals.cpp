@@ -4,6 +4,8 @@
 #include "processortree/model/ProcessorTreeModel.h"
 #include "processortree/view/ProcessorTreeView.h"
 
+#include <QLineEdit>
+
 #include <utility>
 
 namespace {
