@@ -122,7 +122,7 @@ QLineEdit* IPEntryDialog::addNameField(int labelWidth)
     return field;
 }
 
-void IPEntryDialog::propose(const QVector<CIPLineEdit*>& fields)
+void IPEntryDialog::propose(const QVector<CIPLineEdit*>& fields) const
 {
     Q_ASSERT(fields.size() == 1 || fields.size() == 2);
     const QStringList proposed = defaultAddresses(fields.size(), m_ipManagementMode);

@@ -58,7 +58,7 @@ protected:
 
     /// Writes free addresses into `fields`, which are 1 or 2. A field stays as it is when the
     /// search finds no address for it.
-    void propose(const QVector<CIPLineEdit*>& fields);
+    void propose(const QVector<CIPLineEdit*>& fields) const;
 
     /// Returns the message for an address that the host rejects; empty when the host accepts it, or
     /// rejects it with the code `ignored`.

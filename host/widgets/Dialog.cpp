@@ -21,30 +21,30 @@ constexpr int kButtonMargin = 16;
 
 struct ButtonText
 {
-    QDialogButtonBox::StandardButton button;
     const char* text;
+    QDialogButtonBox::StandardButton button;
     char letter; ///< Presses the button together with Alt, in every language.
 };
 
 constexpr ButtonText kButtonTexts[] = {
-    {QDialogButtonBox::Ok, QT_TRANSLATE_NOOP("CDialog", "OK"), 'O'},
-    {QDialogButtonBox::Cancel, QT_TRANSLATE_NOOP("CDialog", "Cancel"), 'C'},
-    {QDialogButtonBox::Yes, QT_TRANSLATE_NOOP("CDialog", "Yes"), 'Y'},
-    {QDialogButtonBox::No, QT_TRANSLATE_NOOP("CDialog", "No"), 'N'},
-    {QDialogButtonBox::YesToAll, QT_TRANSLATE_NOOP("CDialog", "Yes to all"), 'A'},
-    {QDialogButtonBox::NoToAll, QT_TRANSLATE_NOOP("CDialog", "No to all"), 'L'},
-    {QDialogButtonBox::Close, QT_TRANSLATE_NOOP("CDialog", "Close"), 'C'},
-    {QDialogButtonBox::Open, QT_TRANSLATE_NOOP("CDialog", "Open"), 'O'},
-    {QDialogButtonBox::Save, QT_TRANSLATE_NOOP("CDialog", "Save"), 'S'},
-    {QDialogButtonBox::SaveAll, QT_TRANSLATE_NOOP("CDialog", "Save all"), 'A'},
-    {QDialogButtonBox::Discard, QT_TRANSLATE_NOOP("CDialog", "Discard"), 'D'},
-    {QDialogButtonBox::Apply, QT_TRANSLATE_NOOP("CDialog", "Apply"), 'A'},
-    {QDialogButtonBox::Reset, QT_TRANSLATE_NOOP("CDialog", "Reset"), 'R'},
-    {QDialogButtonBox::RestoreDefaults, QT_TRANSLATE_NOOP("CDialog", "Restore defaults"), 'F'},
-    {QDialogButtonBox::Abort, QT_TRANSLATE_NOOP("CDialog", "Abort"), 'B'},
-    {QDialogButtonBox::Retry, QT_TRANSLATE_NOOP("CDialog", "Retry"), 'R'},
-    {QDialogButtonBox::Ignore, QT_TRANSLATE_NOOP("CDialog", "Ignore"), 'I'},
-    {QDialogButtonBox::Help, QT_TRANSLATE_NOOP("CDialog", "Help"), 'H'},
+    {QT_TRANSLATE_NOOP("CDialog", "OK"), QDialogButtonBox::Ok, 'O'},
+    {QT_TRANSLATE_NOOP("CDialog", "Cancel"), QDialogButtonBox::Cancel, 'C'},
+    {QT_TRANSLATE_NOOP("CDialog", "Yes"), QDialogButtonBox::Yes, 'Y'},
+    {QT_TRANSLATE_NOOP("CDialog", "No"), QDialogButtonBox::No, 'N'},
+    {QT_TRANSLATE_NOOP("CDialog", "Yes to all"), QDialogButtonBox::YesToAll, 'A'},
+    {QT_TRANSLATE_NOOP("CDialog", "No to all"), QDialogButtonBox::NoToAll, 'L'},
+    {QT_TRANSLATE_NOOP("CDialog", "Close"), QDialogButtonBox::Close, 'C'},
+    {QT_TRANSLATE_NOOP("CDialog", "Open"), QDialogButtonBox::Open, 'O'},
+    {QT_TRANSLATE_NOOP("CDialog", "Save"), QDialogButtonBox::Save, 'S'},
+    {QT_TRANSLATE_NOOP("CDialog", "Save all"), QDialogButtonBox::SaveAll, 'A'},
+    {QT_TRANSLATE_NOOP("CDialog", "Discard"), QDialogButtonBox::Discard, 'D'},
+    {QT_TRANSLATE_NOOP("CDialog", "Apply"), QDialogButtonBox::Apply, 'A'},
+    {QT_TRANSLATE_NOOP("CDialog", "Reset"), QDialogButtonBox::Reset, 'R'},
+    {QT_TRANSLATE_NOOP("CDialog", "Restore defaults"), QDialogButtonBox::RestoreDefaults, 'F'},
+    {QT_TRANSLATE_NOOP("CDialog", "Abort"), QDialogButtonBox::Abort, 'B'},
+    {QT_TRANSLATE_NOOP("CDialog", "Retry"), QDialogButtonBox::Retry, 'R'},
+    {QT_TRANSLATE_NOOP("CDialog", "Ignore"), QDialogButtonBox::Ignore, 'I'},
+    {QT_TRANSLATE_NOOP("CDialog", "Help"), QDialogButtonBox::Help, 'H'},
 };
 
 QDialogButtonBox* createButtonBox(QWidget* dialog)
@@ -346,7 +346,7 @@ void CDialog::focusFirst()
 
 void CDialog::retranslateButtons()
 {
-    for (const auto& [button, text, letter] : kButtonTexts) {
+    for (const auto& [text, button, letter] : kButtonTexts) {
         if (QPushButton* found = m_buttonBox->button(button)) {
             found->setText(tr(text));
             // After the text, which resets the shortcut.

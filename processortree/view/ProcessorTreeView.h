@@ -143,7 +143,7 @@ private:
     QList<QPersistentModelIndex> selectedRows() const;
     void addShortcut(const QKeySequence& keys, void (CProcessorTreeView::*action)());
     QLineEdit* openField() const;
-    void openEditor(const QPersistentModelIndex& index);
+    void openEditor(const QModelIndex& index);
     void detachField(QLineEdit* field);
     void attachField(QLineEdit* field, const QModelIndex& index);
     static void dropField(QLineEdit* field);

@@ -42,10 +42,10 @@ QLineEdit* CProcessorTreeView::openField() const
 }
 
 /// There is one field at a time: one that is open on another row commits its name and closes first.
-void CProcessorTreeView::openEditor(const QPersistentModelIndex& index)
+void CProcessorTreeView::openEditor(const QModelIndex& index)
 {
     const Life alive(this);
-    const QPersistentModelIndex row = index;
+    const QPersistentModelIndex row(index);
     if (QLineEdit* field = openField()) {
         if (m_editedRow == row) {
             field->setFocus();
