@@ -76,7 +76,7 @@ void CProcessorTreeView::keyboardSearch(const QString& search)
     if (!model() || m_typed.isEmpty())
         return;
     const bool isOneKey = m_typed.count(m_typed.front()) == m_typed.size();
-    const QString wanted = isOneKey ? m_typed.left(1) : m_typed;
+    const QString wanted = isOneKey ? QString(m_typed.at(0)) : m_typed;
 
     QModelIndexList rows;
     for (QModelIndex row = model()->index(0, 0); row.isValid(); row = indexBelow(row)) {
