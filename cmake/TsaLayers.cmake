@@ -2,7 +2,6 @@
 #
 # A row names a folder, without those below it, and the folders or single headers that it may include
 # besides itself. It may also include whatever those may. A row names only folders of rows above it.
-# A row that ends with "later" is not yet checked.
 set(TSA_LAYERS
     "host/common                 |"
     "Interface                   | host/common/AppendLog.h"

@@ -212,9 +212,11 @@ bool CProcessorTreeDelegate::editorEvent(QEvent* event, QAbstractItemModel* mode
         && kind != QEvent::MouseButtonRelease)
         return CProcessorDelegate::editorEvent(event, model, option, index);
 
-    // The host may change the model when it is asked.
+    // The host may change the model when it is asked; beside the button it is not asked about that.
+    const auto& mouse = static_cast<const QMouseEvent&>(*event);
     const QPersistentModelIndex row(index);
-    const bool reacts = hasButton(nodeType(index));
+    const bool isOver = isInside(buttonIn(option.rect), mouse.localPos());
+    const bool reacts = isOver ? hasButton(nodeType(index)) : !isMultiSelection();
     if (!row.isValid())
         return false;
     if (!reacts) {
@@ -222,7 +224,6 @@ bool CProcessorTreeDelegate::editorEvent(QEvent* event, QAbstractItemModel* mode
         return CProcessorDelegate::editorEvent(event, model, option, row);
     }
 
-    const auto& mouse = static_cast<const QMouseEvent&>(*event);
     m_row = row;
     m_button = buttonIn(option.rect);
     if (kind == QEvent::MouseMove)

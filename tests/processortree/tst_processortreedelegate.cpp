@@ -27,6 +27,7 @@ private slots:
     void shouldTellOfNothingForOtherButtons();
     void shouldTellOfNothingWhileSeveralAreSelected();
     void shouldTellOfNothingWithoutAButton();
+    void shouldNotAskForTheButtonBesideIt();
     void shouldTellOfNothingWhenDisabled();
     void shouldToggleOnEveryClick();
     void shouldForgetTheMouseAfterADrop();
@@ -240,6 +241,17 @@ void TestProcessorTreeDelegate::shouldTellOfNothingWithoutAButton()
     tree.release(tree.button(3).center());
     QVERIFY(!tree.isDown());
     QCOMPARE(tree.clicks.count(), 0);
+}
+
+void TestProcessorTreeDelegate::shouldNotAskForTheButtonBesideIt()
+{
+    Buttons tree;
+    const QString question = QStringLiteral("ShowProcessorMoreButton");
+    tree.host().clearCalls();
+    tree.move(tree.row(3).center());
+    QCOMPARE(tree.host().callCount(question), 0);
+    tree.move(tree.button(3).center());
+    QCOMPARE(tree.host().callCount(question), 1);
 }
 
 void TestProcessorTreeDelegate::shouldTellOfNothingWhenDisabled()
