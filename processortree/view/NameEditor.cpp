@@ -22,7 +22,9 @@ bool isUtf8()
 
 QLineEdit* CNameEditor::create(QWidget* parent)
 {
-    const auto present = parent->findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto present =
+        parent ? parent->findChildren<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly)
+               : QList<QLineEdit*>();
     for (QLineEdit* field : present) {
         CNameEditor* const editor = of(*field);
         if (editor && std::exchange(editor->m_passedOn, false))

@@ -13,6 +13,7 @@ class CNameEditor final : public QObject
 
 public:
     /// A plain field for a name, without a context menu; or the one in `parent` that is passed on.
+    /// Without a parent the caller owns the field.
     static QLineEdit* create(QWidget* parent);
 
     /// Has the next create() in the same parent return `field`, with what was typed in it.

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QTest>
 
 #include <memory>
 
@@ -111,6 +112,13 @@ void takeStates(Album& album)
         album.save("several-selected", scene.area());
         scene.dragOver(1001);
         album.save("dragged", scene.area());
+    }
+    {
+        Scene scene(12);
+        scene.select({2, 3});
+        QTest::keyClick(&scene.view(), Qt::Key_X, Qt::ControlModifier);
+        scene.select({4});
+        album.save("cut", scene.area());
     }
     {
         Scene scene(12);
