@@ -1,5 +1,6 @@
 #include "base/GuiCalls.h"
 
+#include "base/ContractCheck.h"
 #include "base/LogCategories.h"
 
 #include <QCoreApplication>
@@ -24,6 +25,17 @@ QEvent::Type pokeType()
 std::mutex& mutex()
 {
     return CHostQuestion::watch().mutex;
+}
+
+void reportWait(const QString& reason)
+{
+    ContractCheck::report(ContractCheck::Finding::EventWaited, reason);
+}
+
+void reportBusy()
+{
+    reportWait(QStringLiteral("it is raised on the GUI thread while rows change, while the tree is "
+                              "painted, or inside a question that another event asks"));
 }
 
 } // namespace
@@ -110,6 +122,7 @@ void CGuiCalls::post(Call call, const Call& onQueued)
             runNow(call, onQueued);
             return;
         }
+        reportBusy();
     }
     enqueue(std::move(call), false, onQueued);
 }
@@ -119,6 +132,7 @@ bool CGuiCalls::run(Call call, Deadline deadline)
     if (isHere()) {
         settle();
         if (!isFree()) {
+            reportBusy();
             enqueue(std::move(call), false, {});
             return false;
         }
@@ -138,9 +152,17 @@ bool CGuiCalls::run(Call call, Deadline deadline)
     }
     ticket->awaited = false;
     const bool ran = ticket->ran;
+    const bool isClosed = line->closed;
+    const bool isHeldUp = watch.releaseTime().has_value();
     guard.unlock();
-    if (!ran)
+    if (!ran) {
         qCDebug(lcBridge, "a thread no longer waits for its change");
+        if (!isClosed) {
+            reportWait(isHeldUp ? QStringLiteral("the GUI thread has been inside a question for "
+                                                 "more than 20 ms")
+                                : QStringLiteral("the GUI thread handles no events for too long"));
+        }
+    }
     return ran;
 }
 

@@ -1,5 +1,6 @@
 #include "base/HostAnswer.h"
 
+#include "base/ContractCheck.h"
 #include "base/LogCategories.h"
 #include "base/TargetSelectHandler.h"
 
@@ -8,6 +9,7 @@ namespace {
 template <typename Record>
 CHostAnswer<Record> ask(Record (Host::*question)(const QUuid&), const QUuid& id, quint32 event)
 {
+    const ContractCheck::EventScope scope(event);
     CHostAnswer<Record> answer;
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
         const std::weak_ptr<IAbstractControlInterface> source = HandlerPlace::current();

@@ -5,6 +5,7 @@ Q_LOGGING_CATEGORY(lcTree, "targetselect.tree", QtWarningMsg)
 Q_LOGGING_CATEGORY(lcSearch, "targetselect.search", QtWarningMsg)
 Q_LOGGING_CATEGORY(lcAddresses, "targetselect.addresses", QtWarningMsg)
 Q_LOGGING_CATEGORY(lcPanel, "targetselect.panel", QtWarningMsg)
+Q_LOGGING_CATEGORY(lcCheck, "targetselect.check", QtWarningMsg)
 
 void logDropped(quint32 event, const QUuid& id, const char* reason)
 {

@@ -11,6 +11,7 @@ Q_DECLARE_LOGGING_CATEGORY(lcTree)      // names, drops, deletions and additions
 Q_DECLARE_LOGGING_CATEGORY(lcSearch)    // texts, what they find, choices
 Q_DECLARE_LOGGING_CATEGORY(lcAddresses) // entries of addresses, import, export
 Q_DECLARE_LOGGING_CATEGORY(lcPanel)     // connection to the host, detections, device sets, locks
+Q_DECLARE_LOGGING_CATEGORY(lcCheck)     // where the host breaks the contract; see ContractCheck
 
 /// Logs in lcBridge that event number `event` about `id` has no effect. Any thread.
 void logDropped(quint32 event, const QUuid& id, const char* reason);

@@ -1,5 +1,7 @@
 #include "base/TargetSelectHandler.h"
 
+#include "base/CheckedHandler.h"
+#include "base/ContractCheck.h"
 #include "base/GuiThread.h"
 #include "base/HostQuestion.h"
 #include "base/PanelStep.h"
@@ -23,12 +25,26 @@ struct Question
     std::shared_ptr<ITargetSelectInterfaceHandler> handler; // may end here, inside the question
 };
 
+/// The same while the contract checks are on.
+struct CheckedQuestion : Question
+{
+    explicit CheckedQuestion(std::shared_ptr<ITargetSelectInterfaceHandler> asked)
+        : Question(std::move(asked))
+        , checked(*handler)
+    {
+    }
+
+    CCheckedHandler checked;
+};
+
 /// The handler is not owned here: one that the host replaces has to go.
 struct Place
 {
     std::mutex mutex;
     const Control* pointer = nullptr;
     std::weak_ptr<IAbstractControlInterface> seen;
+    std::weak_ptr<IAbstractControlInterface> connected; // the observer is registered with it
+    bool isConnected = false;
 };
 
 // Never destroyed: other threads may ask while the process ends.
@@ -36,6 +52,21 @@ Place& place()
 {
     static auto* const instance = new Place;
     return *instance;
+}
+
+/// Events of a host that has replaced its handler reach the panel through the old one's observer.
+void checkConnection(const Control& handler)
+{
+    {
+        const std::lock_guard guard(place().mutex);
+        const auto& connected = place().connected;
+        const bool isSame = !connected.owner_before(handler) && !handler.owner_before(connected);
+        if (isSame || !place().isConnected)
+            return;
+    }
+    ContractCheck::report(ContractCheck::Finding::HandlerReplaced,
+                          QStringLiteral("the handler is not the one that Initialize() or "
+                                         "Reconnect() has registered the observer with"));
 }
 
 } // namespace
@@ -46,6 +77,11 @@ std::shared_ptr<ITargetSelectInterfaceHandler> GetTargetSelectHandler()
         std::dynamic_pointer_cast<ITargetSelectInterfaceHandler>(HandlerPlace::current());
     if (!handler)
         return {};
+    if (ContractCheck::isOn()) {
+        checkConnection(handler);
+        const auto question = std::make_shared<CheckedQuestion>(std::move(handler));
+        return {question, &question->checked};
+    }
     auto* const operations = handler.get();
     return {std::make_shared<Question>(std::move(handler)), operations};
 }
@@ -55,6 +91,21 @@ void HandlerPlace::set(const Control* pointer)
     const std::lock_guard guard(place().mutex);
     place().pointer = pointer;
     place().seen.reset();
+    place().connected.reset();
+    place().isConnected = false;
+}
+
+void HandlerPlace::noteConnected(const Control& handler)
+{
+    const std::lock_guard guard(place().mutex);
+    place().connected = handler;
+    place().isConnected = true;
+}
+
+bool HandlerPlace::isConnected()
+{
+    const std::lock_guard guard(place().mutex);
+    return place().isConnected;
 }
 
 bool HandlerPlace::isSet()

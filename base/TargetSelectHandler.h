@@ -38,6 +38,12 @@ namespace HandlerPlace {
 /// is read on the GUI thread only. GUI thread.
 void set(const std::shared_ptr<IAbstractControlInterface>* place);
 
+/// Notes the handler that the panel's observer is registered with. Any thread.
+void noteConnected(const std::shared_ptr<IAbstractControlInterface>& handler);
+
+/// Returns whether a handler was noted since the panel was built. Any thread.
+bool isConnected();
+
 /// Returns whether there is a panel. Any thread.
 bool isSet();
 

@@ -29,6 +29,7 @@ public:
     void add(const LeftOut& leftOut, const CEventOrder::CPlace& place, Weather weather);
     void remove(const QUuid& id) { m_origins.remove(id); }
     void clear() { m_origins.clear(); }
+    bool contains(const QUuid& id) const { return m_origins.contains(id); }
 
     /// Returns whether `id` is to be looked at again on an event about it.
     bool isDue(const QUuid& id, const CEventOrder::CPlace& place, News news) const;

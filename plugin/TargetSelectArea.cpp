@@ -1,5 +1,6 @@
 #include "plugin/TargetSelectArea.h"
 
+#include "base/ContractCheck.h"
 #include "base/GuiThread.h"
 #include "base/LogCategories.h"
 #include "base/MetaTypes.h"
@@ -7,10 +8,12 @@
 #include "base/TargetSelectHandler.h"
 #include "host/widgets/MenuToolButton.h"
 #include "host/widgets/Separator.h"
+#include "plugin/DeadLayer.h"
 #include "plugin/DeviceDetection.h"
 #include "plugin/DeviceSetSelector.h"
 #include "plugin/IPManagement.h"
 #include "plugin/LanUsbWarnings.h"
+#include "plugin/PanelChecks.h"
 #include "plugin/TargetSelectData.h"
 #include "processortree/model/ProcessorTreeModel.h"
 #include "processortree/view/ProcessorTree.h"
@@ -39,6 +42,23 @@ constexpr int kStrategyByAddress = 2;
 
 /// The panel of the process. Cleared before anything of the panel is torn down.
 std::atomic<CTargetSelectArea*> existingPanel{nullptr};
+
+/// Where the layer is in a panel, which is not to be looked up in a dead one.
+std::ptrdiff_t placeOfLayer(CTargetSelectArea& panel)
+{
+    const auto* layer = reinterpret_cast<char*>(static_cast<ITargetSelectAreaInterface*>(&panel));
+    return layer - reinterpret_cast<char*>(&panel);
+}
+std::ptrdiff_t layerInPanel = 0;
+
+void checkThread(const char* operation)
+{
+    if (!ContractCheck::isOn() || isGuiThread())
+        return;
+    ContractCheck::report(
+        ContractCheck::Finding::CallOnWrongThread,
+        QStringLiteral("%1 is called on the GUI thread alone").arg(QLatin1String(operation)));
+}
 
 } // namespace
 
@@ -104,6 +124,9 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
     // A host assigns its handler without a word; other threads are to have it soon all the same.
     if (const auto* dispatcher = QAbstractEventDispatcher::instance())
         connect(dispatcher, &QAbstractEventDispatcher::awake, this, &HandlerPlace::refresh);
+    layerInPanel = placeOfLayer(*this);
+    if (ContractCheck::isOn())
+        m_checks = new CPanelChecks(*this);
 }
 
 CTargetSelectArea::~CTargetSelectArea()
@@ -120,13 +143,28 @@ CTargetSelectArea::~CTargetSelectArea()
     }
 }
 
+void* CTargetSelectArea::operator new(std::size_t size)
+{
+    return ::operator new(size);
+}
+
+void CTargetSelectArea::operator delete(void* memory)
+{
+    if (ContractCheck::isOn())
+        DeadLayer::bury(static_cast<char*>(memory) + layerInPanel);
+    else
+        ::operator delete(memory);
+}
+
 QWidget* CTargetSelectArea::GetWidget()
 {
+    checkThread("GetWidget");
     return this;
 }
 
 bool CTargetSelectArea::Initialize()
 {
+    checkThread("Initialize");
     const QPointer<CTargetSelectArea> alive(this);
     registerObserver();
     if (!alive)
@@ -135,40 +173,48 @@ bool CTargetSelectArea::Initialize()
     if (!alive)
         return true;
     m_tree->ResetView();
+    if (m_checks)
+        m_checks->noteInitialized();
     updateIpManagement();
     return true;
 }
 
 bool CTargetSelectArea::Reconnect()
 {
+    checkThread("Reconnect");
     registerObserver();
     return true;
 }
 
 quint32 CTargetSelectArea::DetectDevices()
 {
+    checkThread("DetectDevices");
     const auto handler = GetTargetSelectHandler();
     return handler ? handler->DetectAllDevices() : 0;
 }
 
 void CTargetSelectArea::GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAccepted)
 {
+    checkThread("GetProcessorTree");
     CTargetSelectData::Instance()->GetProcessorTree(out, onlyAccepted);
 }
 
 void CTargetSelectArea::SetReadOnly(bool readOnly)
 {
+    checkThread("SetReadOnly");
     CTargetSelectData::Instance()->SetReadOnly(readOnly);
     m_tree->UpdateAddButton();
 }
 
 void CTargetSelectArea::SetCurrentProcessor(const QUuid& id)
 {
+    checkThread("SetCurrentProcessor");
     m_tree->SelectProcessor(id, true);
 }
 
 void CTargetSelectArea::SetOperationLock(int key, bool locked)
 {
+    checkThread("SetOperationLock");
     qCDebug(lcPanel, "lock %d is %s", key, locked ? "set" : "released");
     m_ipManagement->setEnabled(!locked);
     m_deviceSetSelector->setEnabled(!locked);
@@ -177,21 +223,25 @@ void CTargetSelectArea::SetOperationLock(int key, bool locked)
 
 void CTargetSelectArea::RemoveAllGroups()
 {
+    checkThread("RemoveAllGroups");
     CTargetSelectData::Instance()->RemoveAllGroups();
 }
 
 void CTargetSelectArea::ApplyOperationLock(int key)
 {
+    checkThread("ApplyOperationLock");
     m_tree->ApplyOperationLock(key);
 }
 
 void CTargetSelectArea::ShowLanUsbWarning(const std::vector<LanUsbProcessorInfo>& processors)
 {
+    checkThread("ShowLanUsbWarning");
     m_warnings->show(processors);
 }
 
 QList<ProcessorNode> CTargetSelectArea::GetAllProcessorNodes()
 {
+    checkThread("GetAllProcessorNodes");
     const auto handler = GetTargetSelectHandler();
     return handler ? handler->GetAllProcessorNodes() : QList<ProcessorNode>();
 }
@@ -237,6 +287,7 @@ void CTargetSelectArea::showLanUsbAddress()
 
 void CTargetSelectArea::UpdateMonitorWarningState()
 {
+    checkThread("UpdateMonitorWarningState");
     m_tree->UpdateMonitorWarnings();
 }
 
@@ -278,10 +329,23 @@ void CTargetSelectArea::registerObserver()
 {
     CTargetSelectData* bridge = CTargetSelectData::Instance();
     bridge->Start();
-    if (const auto handler = GetTargetSelectHandler())
+    const auto control = HandlerPlace::current();
+    HandlerPlace::noteConnected(control);
+    if (const auto handler = GetTargetSelectHandler()) {
         handler->SetObserver(bridge);
-    else
-        qCInfo(lcPanel, "no observer is registered: there is no handler");
+        return;
+    }
+    qCInfo(lcPanel, "no observer is registered: there is no handler");
+    if (control) {
+        ContractCheck::report(
+            ContractCheck::Finding::ForeignHandler,
+            QStringLiteral("m_controlHandler is an ITargetSelectInterfaceHandler, "
+                           "got another class"));
+    } else {
+        ContractCheck::report(ContractCheck::Finding::NoHandler,
+                              QStringLiteral("m_controlHandler is assigned before Initialize() and "
+                                             "Reconnect(), it is empty"));
+    }
 }
 
 void CTargetSelectArea::updateIpManagement()

@@ -8,11 +8,13 @@
 #include <QUuid>
 #include <QWidget>
 
+#include <cstddef>
 #include <memory>
 
 class CDeviceSetSelector;
 class CLanUsbWarnings;
 class CMenuToolButton;
+class CPanelChecks;
 class CProcessorTree;
 class QLabel;
 class QPushButton;
@@ -39,6 +41,10 @@ public:
     /// Builds a panel. Does not reach the host, which has given no handler yet.
     explicit CTargetSelectArea(QWidget* parent = nullptr);
     ~CTargetSelectArea() override;
+
+    /// Keeps the memory while the contract checks are on, so that later uses of the layer are told.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* memory);
 
     QWidget* GetWidget() override;
     bool Initialize() override;
@@ -89,6 +95,7 @@ private:
     CDeviceSetSelector* m_deviceSetSelector; // Qt child
     CProcessorTree* m_tree;                  // Qt child
     CLanUsbWarnings* m_warnings;             // Qt child
+    CPanelChecks* m_checks = nullptr;        // Qt child; null while the checks are off
     quint32 m_lanUsbAddress = 0;             // of the first LAN-USB processor
     int m_detectStrategy = 0;
 };

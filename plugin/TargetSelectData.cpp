@@ -1,13 +1,16 @@
 #include "plugin/TargetSelectData.h"
 
 #include "Interface/HostEvents.h"
+#include "base/ContractCheck.h"
 #include "base/GuiCalls.h"
 #include "base/LogCategories.h"
 #include "base/MetaTypes.h"
 #include "base/PaintScope.h"
+#include "base/RequestWatch.h"
 #include "base/TargetSelectHandler.h"
 #include "host/common/AppendLog.h"
 #include "host/common/WorkThread.h"
+#include "plugin/EventChecks.h"
 #include "plugin/PanelEvents.h"
 #include "plugin/TreeEvents.h"
 #include "plugin/TreeSnapshot.h"
@@ -112,6 +115,10 @@ void CTargetSelectData::Update(CSubject* subject)
 {
     if (!subject)
         return;
+    if (ContractCheck::isOn()) {
+        EventChecks::check(*subject);
+        RequestWatch::noteEvent(subject->GetEvent());
+    }
     const char* refusal = nullptr;
     if (m_stopped)
         refusal = "the bridge has stopped";
@@ -123,6 +130,8 @@ void CTargetSelectData::Update(CSubject* subject)
         qCInfo(lcBridge, "event %u is dropped: %s", subject->GetEvent(), refusal);
     else
         dispatch(*subject);
+    if (ContractCheck::isOn())
+        EventChecks::checkRemoval(*subject);
 }
 
 void CTargetSelectData::dispatch(const CSubject& subject)
@@ -133,6 +142,7 @@ void CTargetSelectData::dispatch(const CSubject& subject)
     const auto tree = m_treeEvents;
     const auto panel = m_panelEvents;
     const quint32 event = subject.GetEvent();
+    const ContractCheck::EventScope scope(event);
     qCDebug(lcBridge, "event %u is taken", event);
     switch (event) {
     case DetectStrategyChanged::number:

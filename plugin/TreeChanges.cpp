@@ -1,10 +1,12 @@
 #include "plugin/TreeChanges.h"
 
 #include "Interface/HostEvents.h"
+#include "base/ContractCheck.h"
 #include "base/GuiCalls.h"
 #include "base/GuiThread.h"
 #include "base/LogCategories.h"
 #include "base/NodeType.h"
+#include "base/RequestWatch.h"
 #include "base/TargetSelectHandler.h"
 #include "processortree/model/ProcessorTreeModel.h"
 
@@ -15,11 +17,23 @@
 
 using Weather = CLeftOutProcessors::Weather;
 using News = CLeftOutProcessors::News;
+using ContractCheck::Finding;
 
 CTreeChanges::CTreeChanges(CProcessorTreeModel& model, CGuiCalls& calls)
     : m_model(model)
     , m_calls(calls)
 {
+}
+
+/// Logs that event number `event` is about `id`, for which there is no row.
+void CTreeChanges::logMissing(quint32 event, const QUuid& id) const
+{
+    logDropped(event, id, "the tree has no such row");
+    if (!m_leftOut.contains(id) && !RequestWatch::wasTakenOut(id)) {
+        ContractCheck::report(Finding::NotInTree,
+                              QStringLiteral("the tree does not hold %1").arg(id.toString()),
+                              event);
+    }
 }
 
 /// Returns whether `answer` may be used as it is.
@@ -131,7 +145,11 @@ void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
 void CTreeChanges::removeNode(const Place& place, const QUuid& id, const Told& told)
 {
     Q_ASSERT(isThreadOf(m_model));
-    if (!HandlerPlace::isSet() || (isStale(place, id, told) && !dissolve(place, id)))
+    if (!HandlerPlace::isSet())
+        return;
+    if (!m_model.getItem(id))
+        logMissing(HostEvents::NodeRemoved::number, id);
+    if (isStale(place, id, told) && !dissolve(place, id))
         return;
     QMetaObject::invokeMethod(&m_model, "removeNode", Qt::DirectConnection, Q_ARG(QUuid, id));
     forget(place, id);
@@ -144,6 +162,8 @@ void CTreeChanges::removeNodes(const Place& place, const QList<QUuid>& ids, cons
         return;
     QList<QUuid> gone;
     for (const QUuid& id : ids) {
+        if (!m_model.getItem(id))
+            logMissing(HostEvents::NodesRemoved::number, id);
         if (!isStale(place, id, told) || dissolve(place, id))
             gone.append(id);
     }
@@ -168,7 +188,7 @@ void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool on
         return;
     }
     if (!wantedRow()) {
-        logDropped(event, id, "the tree has no such row");
+        logMissing(event, id);
         return;
     }
     const bool isFresh = holds(place, id, answer);
@@ -197,6 +217,8 @@ void CTreeChanges::refreshRecords(const Place& place, const QList<QUuid>& ids)
         const QStandardItem* item = m_model.getItem(id);
         if (!item && m_leftOut.isDue(id, *place, News::Change))
             addProcessor(place, id, {}, event);
+        else if (!item)
+            logMissing(event, id);
         if (!item || nodeType(*item) != NodeProcessor)
             continue;
         const auto processor = askForProcessor(id, event).record();
@@ -219,6 +241,10 @@ void CTreeChanges::noteIfLeftOut(const Place& place, const LeftOut& leftOut, Wea
     }
     qCDebug(lcBridge, "processor %s is left out: group %s is unknown",
             qPrintable(leftOut.processor.toString()), qPrintable(leftOut.group.toString()));
+    ContractCheck::report(Finding::UnknownGroup,
+                          QStringLiteral("%1 names group %2, which was not told; it has no row "
+                                         "until the group comes")
+                              .arg(leftOut.processor.toString(), leftOut.group.toString()));
     m_leftOut.add(leftOut, *place, m_order.hasNoOther() ? weather : Weather::Rough);
 }
 
@@ -293,6 +319,7 @@ bool CTreeChanges::dissolve(const Place& place, const QUuid& group)
     constexpr quint32 event = HostEvents::NodeRemoved::number;
     qCDebug(lcBridge, "the removal of group %s comes late and asks where its processors are",
             qPrintable(group.toString()));
+    const ContractCheck::Probe probe;
     const QStandardItem* item = m_model.getItem(group);
     const QList<QUuid> members = m_model.getChildProcessor(item ? item->index() : QModelIndex());
     const auto record = askForGroup(group, event).record();

@@ -61,6 +61,7 @@ public:
     void refreshRecords(const Place& place, const QList<QUuid>& ids);
 
 private:
+    void logMissing(quint32 event, const QUuid& id) const;
     template <typename Record>
     bool holds(const Place& place, const QUuid& id, const CHostAnswer<Record>& answer) const;
 

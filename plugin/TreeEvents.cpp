@@ -1,6 +1,7 @@
 #include "plugin/TreeEvents.h"
 
 #include "Interface/HostEvents.h"
+#include "base/ContractCheck.h"
 #include "base/GuiCalls.h"
 #include "base/LogCategories.h"
 #include "base/TargetSelectHandler.h"
@@ -20,6 +21,13 @@ auto asked(CGuiCalls::Deadline& deadline, Question question)
     auto answer = question();
     deadline += CHostQuestion::Clock::now() - begun;
     return answer;
+}
+
+void logPresent(quint32 event, const QUuid& id)
+{
+    logDropped(event, id, "the tree has it");
+    ContractCheck::report(ContractCheck::Finding::AlreadyInTree,
+                          QStringLiteral("%1 is told as new").arg(id.toString()), event);
 }
 
 } // namespace
@@ -112,7 +120,7 @@ void CTreeEvents::addGroup(const QUuid& id)
     CHostAnswer<ProcessorGroupNode> answer;
     if (m_calls->settle(deadline)) {
         if (m_model.find(id)) {
-            logDropped(HostEvents::GroupAdded::number, id, "the tree has it");
+            logPresent(HostEvents::GroupAdded::number, id);
             return;
         }
         answer = asked(deadline, [&] { return askForGroup(id, HostEvents::GroupAdded::number); });
@@ -130,7 +138,7 @@ void CTreeEvents::addProcessor(const QUuid& id)
     CHostAnswer<ProcessorNode> answer;
     if (m_calls->settle(deadline)) {
         if (m_model.find(id)) {
-            logDropped(event, id, "the tree has it");
+            logPresent(event, id);
             return;
         }
         answer = asked(deadline, [&] { return askForProcessor(id, event); });

@@ -1,0 +1,139 @@
+#include "base/RequestWatch.h"
+
+#include "Interface/HostRequests.h"
+#include "base/ContractCheck.h"
+#include "base/TargetSelectHandler.h"
+
+#include <QCoreApplication>
+#include <QSet>
+#include <QStringList>
+#include <QTimer>
+
+#include <algorithm>
+#include <iterator>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace {
+
+const HostRequests::Request& requestOf(const char* operation)
+{
+    const auto found = std::find_if(
+        std::begin(HostRequests::kRequests), std::end(HostRequests::kRequests),
+        [&](const auto& request) { return qstrcmp(request.operation, operation) == 0; });
+    Q_ASSERT(found != std::end(HostRequests::kRequests));
+    return *found;
+}
+
+QString numbersOf(const HostRequests::Request& request)
+{
+    QStringList numbers;
+    for (const int number : request.events) {
+        if (number != HostRequests::kNone)
+            numbers.append(QString::number(number));
+    }
+    return numbers.join(QStringLiteral(" or "));
+}
+
+} // namespace
+
+struct RequestWatch::State
+{
+    const HostRequests::Request& request;
+    bool isAnswered = false; // guarded like the list of them
+};
+
+namespace {
+
+struct Open
+{
+    std::mutex mutex;
+    std::vector<std::weak_ptr<RequestWatch::State>> states;
+    quint64 happenings = 0; // requests and events
+    QSet<QUuid> takenOut;
+};
+
+// Never destroyed: other threads may tell events while the process ends.
+Open& open()
+{
+    static auto* const instance = new Open;
+    return *instance;
+}
+
+quint64 happeningsSoFar()
+{
+    const std::lock_guard guard(open().mutex);
+    return open().happenings;
+}
+
+bool isAnswered(const RequestWatch::State& state)
+{
+    const std::lock_guard guard(open().mutex);
+    return state.isAnswered;
+}
+
+} // namespace
+
+RequestWatch::CRequest::CRequest(const char* operation)
+    : m_state(new State{requestOf(operation)})
+{
+    const std::lock_guard guard(open().mutex);
+    auto& states = open().states;
+    states.erase(std::remove_if(states.begin(), states.end(),
+                                [](const auto& state) { return state.expired(); }),
+                 states.end());
+    states.push_back(m_state);
+    ++open().happenings;
+}
+
+void RequestWatch::CRequest::await(Outcome outcome)
+{
+    const auto judge = [state = m_state, outcome = std::move(outcome),
+                        happenings = happeningsSoFar()] {
+        // A panel that has gone wants to know nothing any more.
+        if (!HandlerPlace::current())
+            return;
+        const HostRequests::Request& request = state->request;
+        const QString events = numbersOf(request);
+        if (!events.isEmpty() && !isAnswered(*state)) {
+            ContractCheck::report(ContractCheck::Finding::NoFollowUp,
+                                  QStringLiteral("%1 is followed by event %2, none came in %3 ms")
+                                      .arg(QLatin1String(request.operation), events)
+                                      .arg(HostRequests::kFollowUpMs));
+        } else if (outcome && happenings == happeningsSoFar()) {
+            const QString contradiction = outcome();
+            if (!contradiction.isEmpty()) {
+                ContractCheck::report(ContractCheck::Finding::NotCarriedOut,
+                                      QStringLiteral("after %1 %2, but %3")
+                                          .arg(QLatin1String(request.operation),
+                                               QLatin1String(request.outcome), contradiction));
+            }
+        }
+    };
+    if (auto* const application = QCoreApplication::instance())
+        QTimer::singleShot(HostRequests::kFollowUpMs, application, judge);
+}
+
+void RequestWatch::noteTakenOut(const QUuid& id)
+{
+    const std::lock_guard guard(open().mutex);
+    open().takenOut.insert(id);
+}
+
+bool RequestWatch::wasTakenOut(const QUuid& id)
+{
+    const std::lock_guard guard(open().mutex);
+    return open().takenOut.contains(id);
+}
+
+void RequestWatch::noteEvent(quint32 event)
+{
+    const std::lock_guard guard(open().mutex);
+    ++open().happenings;
+    for (const auto& weak : open().states) {
+        const auto state = weak.lock();
+        if (state && HostRequests::isFollowedBy(state->request, event))
+            state->isAnswered = true;
+    }
+}

@@ -1,0 +1,234 @@
+#include "tests/contract/FoundBreaches.h"
+#include "tests/packaging/LibraryHost.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QTreeView>
+
+#include <stdexcept>
+#include <thread>
+
+namespace {
+
+/// What a host does that answers slowly: longer than 50 ms.
+void takeLonger()
+{
+    QElapsedTimer time;
+    time.start();
+    while (!time.hasExpired(60))
+        std::this_thread::yield();
+}
+
+/// A host whose panel is shown with two processors of no group.
+class ShownHost final
+{
+public:
+    ShownHost()
+    {
+        if (!host.open())
+            qFatal("the library is not there");
+        host.window()->resize(240, 600);
+        host.layer()->GetWidget()->resize(220, 600);
+        host.handler().setProject({group(100)}, {processor(1), processor(2)});
+        host.handler().selectionMode = 2;
+        host.handler().selectedProcessors = {identity(1), identity(2)};
+        host.notify(16);
+        host.window()->show();
+    }
+
+    QTreeView& tree() const { return *host.layer()->GetWidget()->findChild<QTreeView*>(); }
+
+    /// Selects rows as a user does.
+    bool select(const QStringList& names)
+    {
+        const auto rows = [&] {
+            return tree().model()->match(tree().model()->index(0, 0), Qt::DisplayRole,
+                                         QStringLiteral("*"), -1,
+                                         Qt::MatchWildcard | Qt::MatchRecursive);
+        };
+        host.window()->activateWindow();
+        if (!QTest::qWaitForWindowActive(host.window())
+            || !QTest::qWaitFor([&] { return rows().size() == 4; }))
+            return false;
+        Qt::KeyboardModifiers modifiers;
+        for (const QModelIndex& row : rows()) {
+            if (!names.contains(row.data().toString()))
+                continue;
+            QTest::mouseClick(tree().viewport(), Qt::LeftButton, modifiers,
+                              tree().visualRect(row).center());
+            modifiers = Qt::ControlModifier;
+        }
+        return true;
+    }
+
+    mutable LibraryHost host;
+};
+
+} // namespace
+
+/// What the contract checks say of a handler that answers wrongly, and of requests that nothing
+/// follows.
+class TestContractAnswers final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldTellNullAndRepeatedIdentitiesInLists();
+    void shouldTellListsOfUnequalLength();
+    void shouldNameTheOperationThatIsSlow();
+    void shouldNameTheOperationThatThrows();
+    void shouldTellAGroupThatNoEventFollows();
+    void shouldTellANameThatIsNotKept();
+    void shouldTellAGroupThatIsNotDissolved();
+    void shouldSayNothingOfRequestsThatAreCarriedOut();
+};
+
+void TestContractAnswers::shouldTellNullAndRepeatedIdentitiesInLists()
+{
+    FoundBreaches found;
+    LibraryHost host;
+    QVERIFY(host.open());
+    ProcessorNode nameless;
+    nameless.name = QStringLiteral("Nobody");
+    host.handler().setProject({group(100), group(100)}, {processor(1), nameless});
+    host.notify(16);
+    QTRY_VERIFY(found.has(QStringLiteral("TSA-E20")));
+    QVERIFY(found.line(QStringLiteral("TSA-E20")).contains(QStringLiteral("GetAllGroupNodes")));
+    QVERIFY(found.line(QStringLiteral("TSA-E19")).contains(QStringLiteral("\"Nobody\"")));
+}
+
+void TestContractAnswers::shouldTellListsOfUnequalLength()
+{
+    FoundBreaches found;
+    ShownHost shown;
+    LibraryHost& host = shown.host;
+    host.handler().ipManagementAvailable = true;
+    host.handler().ipAddresses =
+        QStringList{QStringLiteral("10.0.0.1"), QStringLiteral("10.0.0.2")};
+    host.handler().ipNames = QStringList{QStringLiteral("A")};
+    host.layer()->Initialize();
+    host.notify<int>(0, 2);
+    QPushButton* manage = nullptr;
+    QTRY_VERIFY([&] {
+        for (auto* button : host.layer()->GetWidget()->findChildren<QPushButton*>()) {
+            if (button->text().startsWith(QStringLiteral("IP address")) && button->isVisible())
+                manage = button;
+        }
+        return manage;
+    }());
+    QTimer::singleShot(0, this, [] {
+        if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+            dialog->reject();
+    });
+    QTest::mouseClick(manage, Qt::LeftButton);
+    QVERIFY(found.line(QStringLiteral("TSA-E29")).contains(QStringLiteral("2 addresses and 1")));
+}
+
+void TestContractAnswers::shouldNameTheOperationThatIsSlow()
+{
+    FoundBreaches found;
+    LibraryHost host;
+    QVERIFY(host.open());
+    host.handler().setProject({}, {processor(1)});
+    host.handler().doInside(QStringLiteral("GetProcessorNode"), takeLonger);
+    host.notify<QUuid>(18, identity(1));
+    const QString line = found.line(QStringLiteral("TSA-W23"));
+    QVERIFY2(line.contains(QStringLiteral("GetProcessorNode")), qPrintable(line));
+
+    // A detection takes its time.
+    host.handler().doInside(QStringLiteral("DetectAllDevices"), takeLonger);
+    host.area()->DetectDevices();
+    QCOMPARE(found.lines(QStringLiteral("TSA-W23")).size(), 1);
+}
+
+void TestContractAnswers::shouldNameTheOperationThatThrows()
+{
+    FoundBreaches found;
+    LibraryHost host;
+    QVERIFY(host.open());
+    host.handler().doInside(QStringLiteral("DetectAllDevices"),
+                            [] { throw std::runtime_error("no cable"); });
+    QVERIFY_EXCEPTION_THROWN(host.area()->DetectDevices(), std::runtime_error);
+    const QString line = found.line(QStringLiteral("TSA-E27"));
+    QVERIFY2(line.contains(QStringLiteral("DetectAllDevices")), qPrintable(line));
+    QVERIFY2(line.contains(QStringLiteral("\"no cable\"")), qPrintable(line));
+}
+
+void TestContractAnswers::shouldTellAGroupThatNoEventFollows()
+{
+    FoundBreaches found;
+    ShownHost shown;
+    QVERIFY(shown.select({QStringLiteral("1"), QStringLiteral("2")}));
+    QTest::keyClick(&shown.tree(), Qt::Key_G, Qt::ControlModifier);
+    QVERIFY(shown.host.handler().callNames().contains(QStringLiteral("CreateGroup")));
+    QTRY_VERIFY(found.has(QStringLiteral("TSA-W25")));
+    const QString line = found.line(QStringLiteral("TSA-W25"));
+    QVERIFY2(line.contains(QStringLiteral("CreateGroup")), qPrintable(line));
+    QVERIFY2(line.contains(QStringLiteral("17 or 16")), qPrintable(line));
+}
+
+void TestContractAnswers::shouldTellANameThatIsNotKept()
+{
+    FoundBreaches found;
+    ShownHost shown;
+    QVERIFY(shown.select({QStringLiteral("2")}));
+    QTest::keyClick(&shown.tree(), Qt::Key_F2);
+    auto* const field = shown.tree().viewport()->findChild<QLineEdit*>();
+    QVERIFY(field);
+    QTest::keyClicks(field, QStringLiteral("Left wing"));
+    QTest::keyClick(field, Qt::Key_Return);
+    QTRY_VERIFY(found.has(QStringLiteral("TSA-W26")));
+    const QString line = found.line(QStringLiteral("TSA-W26"));
+    QVERIFY2(line.contains(QStringLiteral("RenameProcessor")), qPrintable(line));
+    QVERIFY2(line.contains(QStringLiteral("named \"2\"")), qPrintable(line));
+}
+
+void TestContractAnswers::shouldTellAGroupThatIsNotDissolved()
+{
+    FoundBreaches found;
+    ShownHost shown;
+    QVERIFY(shown.select({QStringLiteral("G100")}));
+    QTest::keyClick(&shown.tree(), Qt::Key_Delete);
+    QVERIFY(shown.host.handler().callNames().contains(QStringLiteral("Ungroup")));
+    QTRY_VERIFY(found.has(QStringLiteral("TSA-W26")));
+    QVERIFY(found.line(QStringLiteral("TSA-W26")).contains(QStringLiteral("GetGroupNode")));
+}
+
+void TestContractAnswers::shouldSayNothingOfRequestsThatAreCarriedOut()
+{
+    FoundBreaches found;
+    ShownHost shown;
+    FakeHandler& handler = shown.host.handler();
+    QVERIFY(shown.select({QStringLiteral("2")}));
+    QTest::keyClick(&shown.tree(), Qt::Key_F2);
+    auto* const field = shown.tree().viewport()->findChild<QLineEdit*>();
+    QVERIFY(field);
+    QTest::keyClicks(field, QStringLiteral("Left wing"));
+    QTest::keyClick(field, Qt::Key_Return);
+    QTRY_VERIFY(handler.callNames().contains(QStringLiteral("RenameProcessor")));
+    ProcessorNode renamed = processor(2);
+    renamed.name = QStringLiteral("Left wing");
+    handler.setProcessor(renamed);
+
+    handler.createdGroup = identity(200);
+    QVERIFY(shown.select({QStringLiteral("1"), QStringLiteral("Left wing")}));
+    QTest::keyClick(&shown.tree(), Qt::Key_G, Qt::ControlModifier);
+    handler.setGroup(group(200));
+    shown.host.notify<QUuid>(17, identity(200));
+    QTRY_VERIFY(!handler.memberships.isEmpty());
+    renamed.groupId = identity(200);
+    handler.setProcessor(renamed);
+    handler.setProcessor(processor(1, 200));
+    QVERIFY(FoundBreaches::waitForJudgement());
+    QCOMPARE(found.lines(QStringLiteral("TSA-W25")), QStringList());
+    QCOMPARE(found.lines(QStringLiteral("TSA-W26")), QStringList());
+}
+
+TSA_TEST_MAIN(TestContractAnswers)
+
+#include "tst_contractanswers.moc"
