@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kMostRows = 255;
 
-QVector<SIPListItem> askHost()
+QVector<SIPListItem> readHostList()
 {
     QStringList addresses;
     QStringList names;
@@ -110,7 +110,7 @@ void CIPListModel::reload()
     Q_ASSERT(isThreadOf(*this));
     const int reload = ++m_reloads;
     const QPointer<CIPListModel> alive(this);
-    QVector<SIPListItem> items = askHost();
+    QVector<SIPListItem> items = readHostList();
     if (!alive || reload != m_reloads)
         return;
     beginResetModel();

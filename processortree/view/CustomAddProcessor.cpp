@@ -29,7 +29,7 @@ int freePlaces()
     return qMax(0, kMaxProcessors - askHost(&Host::GetAllProcessorNodes).size());
 }
 
-void name(QLabel* label, QWidget* field, const QString& text)
+void setName(QLabel* label, QWidget* field, const QString& text)
 {
     label->setText(text);
     field->setAccessibleName(text);
@@ -44,7 +44,7 @@ CCustomAddProcessor::CCustomAddProcessor(int presetOutputs, QWidget* parent)
     Init();
 }
 
-std::pair<int, int> CCustomAddProcessor::addition() const
+std::pair<int, int> CCustomAddProcessor::countAndOutputs() const
 {
     return {m_count->value(), m_outputs ? m_outputs->currentData().toInt() : m_presetOutputs};
 }
@@ -96,7 +96,7 @@ void CCustomAddProcessor::changeEvent(QEvent* event)
 void CCustomAddProcessor::retranslate()
 {
     setWindowTitle(tr("Custom add processor"));
-    name(m_countLabel, m_count, tr("Number of processors"));
+    setName(m_countLabel, m_count, tr("Number of processors"));
     if (m_outputs)
-        name(m_outputsLabel, m_outputs, tr("Number of outputs"));
+        setName(m_outputsLabel, m_outputs, tr("Number of outputs"));
 }

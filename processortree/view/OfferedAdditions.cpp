@@ -1,4 +1,4 @@
-#include "processortree/view/AddEntries.h"
+#include "processortree/view/OfferedAdditions.h"
 
 #include "base/LogCategories.h"
 #include "base/TargetSelectHandler.h"
@@ -10,7 +10,7 @@ constexpr int kMostForTwo = 253;
 
 } // namespace
 
-bool AddEntries::isVisible(AddKind kind) const
+bool OfferedAdditions::isVisible(AddKind kind) const
 {
     switch (kind) {
     case AddKind::One:
@@ -23,7 +23,7 @@ bool AddEntries::isVisible(AddKind kind) const
     return false;
 }
 
-AddEntries addEntries()
+OfferedAdditions offeredAdditions()
 {
     if (!GetTargetSelectHandler())
         return {};
@@ -31,7 +31,7 @@ AddEntries addEntries()
     // The host judges by the first processor; where there is none, nothing speaks against adding.
     const bool empty = processors.isEmpty();
     const bool permitted = empty || askHost(&Host::CanAddProcessors, processors.first());
-    AddEntries entries;
+    OfferedAdditions entries;
     entries.one = permitted && processors.size() <= kMostForOne;
     entries.two = permitted && processors.size() <= kMostForTwo;
     entries.custom = entries.one;
