@@ -1,5 +1,6 @@
 #include "ipmanage/IPListModel.h"
 
+#include "Interface/ProjectLimits.h"
 #include "base/GuiThread.h"
 #include "base/LogCategories.h"
 #include "base/TargetSelectHandler.h"
@@ -8,8 +9,6 @@
 #include <QStringList>
 
 namespace {
-
-constexpr int kMostRows = 255;
 
 QVector<SIPListItem> readHostList()
 {
@@ -21,7 +20,7 @@ QVector<SIPListItem> readHostList()
     if (const auto handler = GetTargetSelectHandler())
         handler->GetIPList(entries);
 
-    const int count = qMin(addresses.size(), kMostRows);
+    const int count = qMin(addresses.size(), ProjectLimits::kMaxIpEntries);
     if (addresses.size() > count || names.size() != addresses.size()
         || entries.size() != addresses.size())
         qCInfo(lcAddresses, "%d of %d addresses are shown, with %d names and %d entries", count,

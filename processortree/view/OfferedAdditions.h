@@ -3,8 +3,7 @@
 /// The ways of adding processors that menus offer.
 enum class AddKind { One, Two, Custom };
 
-/// The ways of adding processors that a menu offers at the moment. The one home of the limits: a
-/// project holds at most 255 processors. GUI thread; asks the host.
+/// The ways of adding processors that a menu offers at the moment. GUI thread; asks the host.
 struct OfferedAdditions
 {
     bool one = false; ///< Visible; so are the next two.
