@@ -1,20 +1,15 @@
 #include "base/UserMessages.h"
 
+#include "base/DialogSizes.h"
 #include "base/GuiThread.h"
 #include "host/common/SoftwareName.h"
 #include "host/widgets/MessageBox.h"
-
-namespace {
-
-constexpr int kBoxWidth = 330;
-
-} // namespace
 
 void tellUser(QWidget* parent, const QString& text)
 {
     Q_ASSERT(isGuiThread());
     CMessageBox::information(parent, text, custom_software_name(), QDialogButtonBox::Ok,
-                             QDialogButtonBox::Ok, kBoxWidth);
+                             QDialogButtonBox::Ok, DialogSizes::kMessageWidth);
 }
 
 bool askUser(QWidget* parent, const QString& text)
@@ -22,6 +17,6 @@ bool askUser(QWidget* parent, const QString& text)
     Q_ASSERT(isGuiThread());
     return CMessageBox::question(parent, text, custom_software_name(),
                                  QDialogButtonBox::Yes | QDialogButtonBox::No,
-                                 QDialogButtonBox::Yes, kBoxWidth)
+                                 QDialogButtonBox::Yes, DialogSizes::kMessageWidth)
            == CMessageBox::Yes;
 }

@@ -1,6 +1,7 @@
 // Address files of any content: what is read from them is a list that the host can keep, and comes
 // back the same when it is written to a file.
 
+#include "Interface/ProjectLimits.h"
 #include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/addresses/IpCheck.h"
 #include "host/workbench/addresses/IpFile.h"
@@ -42,7 +43,7 @@ IpList listOf(const ImportedIpList& imported)
 void check(const QByteArray& bytes)
 {
     const ImportedIpList imported = parseIpFile(bytes);
-    expect(imported.lines.size() <= IpList::kMaxEntries, "too many entries");
+    expect(imported.lines.size() <= ProjectLimits::kMaxIpEntries, "too many entries");
     expect(imported.refused.size() <= ImportedIpList::kMaxRefusedKept, "too many refused lines");
     expect(imported.refusedCount >= imported.refused.size(), "refused lines are not counted");
     for (const RefusedIpLine& line : imported.refused)

@@ -1,5 +1,6 @@
 #include "ipmanage/AddBatchIPDialog.h"
 
+#include "Interface/ProjectLimits.h"
 #include "base/IPText.h"
 #include "host/widgets/IPLineEdit.h"
 #include "host/widgets/SpinBox.h"
@@ -63,9 +64,9 @@ bool CAddBatchIPDialog::save()
 /// Limits the number to the free places. It is at least 1, because a spin box needs a valid range.
 void CAddBatchIPDialog::limitCount()
 {
-    constexpr int most = HostIPList::kMaxEntries;
-    const int taken = isForIPList() ? HostIPList::count() : HostIPList::processorCount();
-    m_count->setRange(1, most - qBound(0, taken, most - 1));
+    const int room = isForIPList() ? ProjectLimits::kMaxIpEntries - qMax(0, HostIPList::count())
+                                   : ProjectLimits::kMaxProcessors - HostIPList::processorCount();
+    m_count->setRange(1, qMax(1, room));
 }
 
 /// Returns false when the host handler disappeared during the run.

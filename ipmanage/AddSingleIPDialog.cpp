@@ -1,5 +1,6 @@
 #include "ipmanage/AddSingleIPDialog.h"
 
+#include "Interface/ProjectLimits.h"
 #include "base/IPText.h"
 #include "host/widgets/IPLineEdit.h"
 #include "ipmanage/HostIPList.h"
@@ -44,7 +45,7 @@ bool CAddSingleIPDialog::save()
 {
     if (!isForIPList())
         return true;
-    if (HostIPList::count() > HostIPList::kMaxEntries)
+    if (HostIPList::count() > ProjectLimits::kMaxIpEntries)
         return false;
     HostIPList::add(m_address->text(), m_name->text());
     HostIPList::save();

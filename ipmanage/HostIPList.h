@@ -8,9 +8,6 @@
 /// empty value, 0, or the value stated below. GUI thread.
 namespace HostIPList {
 
-/// Maximum number of entries in the list, and of processors in the project.
-constexpr int kMaxEntries = 255;
-
 /// Returns whether the host has set a handler.
 bool isThere();
 

@@ -1,5 +1,6 @@
 #include "ipmanage/IPEntryDialog.h"
 
+#include "base/DialogSizes.h"
 #include "base/IPText.h"
 #include "base/LogCategories.h"
 #include "base/UserMessages.h"
@@ -16,9 +17,6 @@
 
 namespace {
 
-constexpr int kDialogWidth = 260;
-constexpr int kOneRowHeight = 114;
-constexpr int kTwoRowsHeight = 146;
 constexpr int kFieldWidth = 172;
 constexpr int kRowHeight = 24;
 constexpr int kMaxNameLength = 32;
@@ -71,7 +69,7 @@ void IPEntryDialog::InitWidgets()
     SetDialogBtnRole(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, QDialogButtonBox::Ok);
     EnableDialogBtn(QDialogButtonBox::Ok, true);
     createFields();
-    setFixedSize(kDialogWidth, m_rows.size() > 1 ? kTwoRowsHeight : kOneRowHeight);
+    setFixedSize(m_rows.size() > 1 ? DialogSizes::kTwoRowAddressEntry : DialogSizes::kAddressEntry);
     retranslate();
 }
 

@@ -1,5 +1,6 @@
 #include "ipmanage/IPListModel.h"
 
+#include "Interface/ProjectLimits.h"
 #include "base/GuiThread.h"
 #include "base/LogCategories.h"
 #include "base/TargetSelectHandler.h"
@@ -9,9 +10,7 @@
 
 namespace {
 
-constexpr int kMostRows = 255;
-
-QVector<SIPListItem> askHost()
+QVector<SIPListItem> readHostList()
 {
     QStringList addresses;
     QStringList names;
@@ -21,7 +20,7 @@ QVector<SIPListItem> askHost()
     if (const auto handler = GetTargetSelectHandler())
         handler->GetIPList(entries);
 
-    const int count = qMin(addresses.size(), kMostRows);
+    const int count = qMin(addresses.size(), ProjectLimits::kMaxIpEntries);
     if (addresses.size() > count || names.size() != addresses.size()
         || entries.size() != addresses.size())
         qCInfo(lcAddresses, "%d of %d addresses are shown, with %d names and %d entries", count,
@@ -110,7 +109,7 @@ void CIPListModel::reload()
     Q_ASSERT(isThreadOf(*this));
     const int reload = ++m_reloads;
     const QPointer<CIPListModel> alive(this);
-    QVector<SIPListItem> items = askHost();
+    QVector<SIPListItem> items = readHostList();
     if (!alive || reload != m_reloads)
         return;
     beginResetModel();

@@ -1,6 +1,8 @@
 #include "ipmanage/IPManageDialog.h"
 
 #include "Interface/IPStatusCodes.h"
+#include "Interface/ProjectLimits.h"
+#include "base/DialogSizes.h"
 #include "base/IPText.h"
 #include "base/LogCategories.h"
 #include "base/UserMessages.h"
@@ -82,7 +84,7 @@ CIPManageDialog::CIPManageDialog(QWidget* parent)
 
 void CIPManageDialog::InitWidgets()
 {
-    setFixedSize(648, 393);
+    setFixedSize(DialogSizes::kAddressManagement);
     createButtons();
     createAddMenu();
     m_view = new CIPListView(this);
@@ -254,7 +256,7 @@ void CIPManageDialog::addMultiple()
 /// Returns whether the list has room for an entry; otherwise informs the user.
 bool CIPManageDialog::hasRoom()
 {
-    if (HostIPList::entries().size() < HostIPList::kMaxEntries)
+    if (HostIPList::entries().size() < ProjectLimits::kMaxIpEntries)
         return true;
     tellUser(this, tr("The number of IP addresses exceeds 255, and some IP addresses are not "
                       "added."));

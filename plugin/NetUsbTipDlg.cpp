@@ -1,5 +1,6 @@
 #include "plugin/NetUsbTipDlg.h"
 
+#include "base/DialogSizes.h"
 #include "host/common/SoftwareName.h"
 #include "plugin/WrappedLabel.h"
 
@@ -11,7 +12,7 @@
 
 namespace {
 
-constexpr int kWidth = 293;
+constexpr int kWidth = DialogSizes::kLanUsbWarningWidth;
 constexpr int kMargin = 16;
 constexpr int kMarginAbove = 12;
 constexpr int kMarginBelow = 12;

@@ -8,10 +8,10 @@
 #include "base/TargetSelectHandler.h"
 #include "host/widgets/MenuToolButton.h"
 #include "host/widgets/Separator.h"
+#include "plugin/AddressManagement.h"
 #include "plugin/DeadLayer.h"
 #include "plugin/DeviceDetection.h"
 #include "plugin/DeviceSetSelector.h"
-#include "plugin/IPManagement.h"
 #include "plugin/LanUsbWarnings.h"
 #include "plugin/PanelChecks.h"
 #include "plugin/TargetSelectData.h"
@@ -104,7 +104,7 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
                 [detect, scope] { detect(scope); });
     }
     m_ipManagement->setFixedWidth(kControlWidth);
-    connect(m_ipManagement, &QPushButton::clicked, this, [this] { manageIPAddresses(this); });
+    connect(m_ipManagement, &QPushButton::clicked, this, [this] { manageAddresses(this); });
     m_deviceSetSelector->setFixedWidth(kControlWidth);
     m_processorIpLabel->setFixedWidth(kControlWidth);
     m_processorIpLabel->setAlignment(Qt::AlignCenter);

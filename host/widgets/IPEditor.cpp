@@ -127,7 +127,7 @@ void IPEditor::selectAll()
 void IPEditor::type(QChar character)
 {
     if (character == kDot)
-        toNextOctet();
+        moveToNextOctet();
     else if (IPOctets::isOctet(character))
         insert(character);
 }
@@ -204,7 +204,7 @@ bool IPEditor::insert(const QString& digits)
     return true;
 }
 
-void IPEditor::toNextOctet()
+void IPEditor::moveToNextOctet()
 {
     const int octet = octetAt(m_cursor);
     const bool skips = std::exchange(m_movedOn, false);

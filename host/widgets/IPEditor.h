@@ -74,7 +74,7 @@ public:
 
 private:
     bool insert(const QString& digits);
-    void toNextOctet();
+    void moveToNextOctet();
     void put(int anchor, int cursor);
     void tidy(int keptOctet);
 

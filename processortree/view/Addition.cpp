@@ -44,7 +44,7 @@ std::optional<Addition> askForCount(AddKind kind, int lastOutputs, QWidget* pare
     CCustomAddProcessor dialog(addition.areOutputsFixed ? fixed : proposed, parent);
     if (dialog.exec() != QDialog::Accepted)
         return {};
-    const auto [count, outputs] = dialog.addition();
+    const auto [count, outputs] = dialog.countAndOutputs();
     addition.count = count;
     if (outputs > 0)
         addition.outputs = outputs;
@@ -94,7 +94,7 @@ std::optional<Addition> askForEntries(AddKind kind, QWidget* parent)
         };
         const auto entry = std::find_if(entries.begin(), entries.end(), isIts);
         if (entry != entries.end())
-            addition.entries.append(*entry);
+            addition.listEntries.append(*entry);
     }
     return addition;
 }
@@ -122,8 +122,8 @@ void requestAddition(const QUuid& group, const Addition& addition)
 {
     if (!addition.addresses.isEmpty())
         askHost(&Host::AddProcessorsWithIps, group, addition.addresses);
-    else if (!addition.entries.isEmpty())
-        askHost(&Host::AddProcessorsFromIpList, group, addition.entries);
+    else if (!addition.listEntries.isEmpty())
+        askHost(&Host::AddProcessorsFromIpList, group, addition.listEntries);
     else if (addition.count > 0)
         askHost(&Host::AddProcessors, group, addition.count);
     if (addition.outputs)

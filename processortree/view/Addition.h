@@ -1,6 +1,6 @@
 #pragma once
 
-#include "processortree/view/AddEntries.h"
+#include "processortree/view/OfferedAdditions.h"
 
 #include <QList>
 #include <QStringList>
@@ -19,10 +19,10 @@ struct Addition
     std::optional<int> outputs;   ///< Of each, where the user was asked.
     bool areOutputsFixed = false; ///< By the host, so that the user did not choose them.
     QList<quint32> addresses;
-    QStringList entries;
+    QStringList listEntries;
 
     /// How many processors that makes.
-    int size() const { return count + addresses.size() + entries.size(); }
+    int size() const { return count + addresses.size() + listEntries.size(); }
 };
 
 /// Asks the host how new processors get their addresses, and the user for what that takes. Nothing

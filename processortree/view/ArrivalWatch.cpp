@@ -32,8 +32,8 @@ void CArrivalWatch::setModel(CProcessorTreeModel* model)
     m_model = model;
     if (!model)
         return;
-    connect(model, &QAbstractItemModel::rowsInserted, this, &CArrivalWatch::look);
-    connect(model, &QAbstractItemModel::modelReset, this, &CArrivalWatch::look);
+    connect(model, &QAbstractItemModel::rowsInserted, this, &CArrivalWatch::noteArrivals);
+    connect(model, &QAbstractItemModel::modelReset, this, &CArrivalWatch::noteArrivals);
 }
 
 void CArrivalWatch::expectProcessors(int count)
@@ -46,7 +46,7 @@ void CArrivalWatch::expectProcessors(int count)
 void CArrivalWatch::expectGroup(const QUuid& id)
 {
     m_group = id;
-    look();
+    noteArrivals();
 }
 
 void CArrivalWatch::stop()
@@ -56,7 +56,7 @@ void CArrivalWatch::stop()
     m_group = QUuid();
 }
 
-void CArrivalWatch::look()
+void CArrivalWatch::noteArrivals()
 {
     if (!m_model || (m_expected <= 0 && m_group.isNull()))
         return;

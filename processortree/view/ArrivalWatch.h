@@ -35,7 +35,7 @@ signals:
     void groupArrived(const QUuid& id);
 
 private:
-    void look();
+    void noteArrivals();
 
     QPointer<CProcessorTreeModel> m_model;
     QSet<QUuid> m_known; // processors that were there, or have been told of

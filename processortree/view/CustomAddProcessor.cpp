@@ -1,5 +1,7 @@
 #include "processortree/view/CustomAddProcessor.h"
 
+#include "Interface/ProjectLimits.h"
+#include "base/DialogSizes.h"
 #include "base/TargetSelectHandler.h"
 #include "host/widgets/ComboBox.h"
 #include "host/widgets/SpinBox.h"
@@ -11,10 +13,7 @@
 
 namespace {
 
-constexpr int kMaxProcessors = 255;
 constexpr int kFieldWidth = 184;
-constexpr int kOneRowHeight = 121;
-constexpr int kTwoRowsHeight = 157;
 constexpr int kOutputCounts[] = {
     CCustomAddProcessor::kFewestOutputs, 4, 6, 8, 10, 12, 16, 20, 26, 32, 40, 80};
 
@@ -26,10 +25,10 @@ bool areOutputsFixed()
 /// How many processors the project still takes.
 int freePlaces()
 {
-    return qMax(0, kMaxProcessors - askHost(&Host::GetAllProcessorNodes).size());
+    return qMax(0, ProjectLimits::kMaxProcessors - askHost(&Host::GetAllProcessorNodes).size());
 }
 
-void name(QLabel* label, QWidget* field, const QString& text)
+void setName(QLabel* label, QWidget* field, const QString& text)
 {
     label->setText(text);
     field->setAccessibleName(text);
@@ -44,7 +43,7 @@ CCustomAddProcessor::CCustomAddProcessor(int presetOutputs, QWidget* parent)
     Init();
 }
 
-std::pair<int, int> CCustomAddProcessor::addition() const
+std::pair<int, int> CCustomAddProcessor::countAndOutputs() const
 {
     return {m_count->value(), m_outputs ? m_outputs->currentData().toInt() : m_presetOutputs};
 }
@@ -59,7 +58,8 @@ void CCustomAddProcessor::InitWidgets()
     m_count->setRange(qMin(1, places), places);
     m_count->setValue(qMin(1, places));
     setFocusPolicy(Qt::WheelFocus);
-    setFixedHeight(fixedOutputs ? kOneRowHeight : kTwoRowsHeight);
+    setFixedHeight(fixedOutputs ? DialogSizes::kAdditionHeightWithoutOutputs
+                                : DialogSizes::kAdditionHeight);
     if (!fixedOutputs) {
         m_outputsLabel = new QLabel(this);
         m_outputs = new CComboBox(this);
@@ -96,7 +96,7 @@ void CCustomAddProcessor::changeEvent(QEvent* event)
 void CCustomAddProcessor::retranslate()
 {
     setWindowTitle(tr("Custom add processor"));
-    name(m_countLabel, m_count, tr("Number of processors"));
+    setName(m_countLabel, m_count, tr("Number of processors"));
     if (m_outputs)
-        name(m_outputsLabel, m_outputs, tr("Number of outputs"));
+        setName(m_outputsLabel, m_outputs, tr("Number of outputs"));
 }

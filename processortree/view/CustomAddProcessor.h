@@ -9,8 +9,8 @@ class CSpinBox;
 class QLabel;
 
 /// Asks how many processors to add and, unless the host fixes it, how many outputs each has. The
-/// number is limited to what the project still has room for. addition() is the answer once exec()
-/// returned 1. GUI thread.
+/// number is limited to what the project still has room for. countAndOutputs() is the answer once
+/// exec() returned 1. GUI thread.
 class CCustomAddProcessor final : public CDialog
 {
     Q_OBJECT
@@ -22,8 +22,8 @@ public:
     /// does not hold leaves the choice open.
     CCustomAddProcessor(int presetOutputs, QWidget* parent);
 
-    /// Number of processors, and outputs of each: 0 when no number was chosen.
-    std::pair<int, int> addition() const;
+    /// Returns the number of processors, and of outputs of each: 0 if no number was chosen.
+    std::pair<int, int> countAndOutputs() const;
 
 protected:
     void InitWidgets() override;

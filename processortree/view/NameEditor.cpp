@@ -48,7 +48,7 @@ CNameEditor* CNameEditor::of(const QLineEdit& field)
     return field.findChild<CNameEditor*>(QString(), Qt::FindDirectChildrenOnly);
 }
 
-QString CNameEditor::name(QLineEdit& field)
+QString CNameEditor::finishName(QLineEdit& field)
 {
     const QPointer<QLineEdit> alive(&field);
     if (CNameEditor* const editor = of(field)) {

@@ -19,9 +19,8 @@ public:
     /// Has the next create() in the same parent return `field`, with what was typed in it.
     static void passOn(QLineEdit& field);
 
-    /// The name in a field that create() made, within the limit also while an input method is at
-    /// work.
-    static QString name(QLineEdit& field);
+    /// Ends a composition in a field that create() made, cuts the text to the limit and returns it.
+    static QString finishName(QLineEdit& field);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -6,8 +6,8 @@
 #include "host/widgets/ActionLineEdit.h"
 #include "host/widgets/PureImageBtn.h"
 #include "processortree/model/ProcessorTreeModel.h"
-#include "processortree/view/AddEntries.h"
 #include "processortree/view/ExpandBranches.h"
+#include "processortree/view/OfferedAdditions.h"
 #include "processortree/view/ProcessorTreeView.h"
 #include "search/ProcessorCompleter.h"
 
@@ -101,13 +101,13 @@ void CProcessorTree::createAddMenu()
         action->setShortcut(QKeySequence());
         m_entries.insert(entry, action);
         connect(action, &QAction::triggered, this,
-                [this, entry] { fromMenu([this, entry] { run(entry); }); });
+                [this, entry] { runFromMenu([this, entry] { run(entry); }); });
         if (entry == Entry::Group)
             menu->addSeparator();
     }
     // Before the entry acts: assistive technology triggers it and leaves the menu open.
     connect(menu, &QMenu::triggered, menu, &QWidget::hide);
-    connect(menu, &QMenu::aboutToShow, this, [this] { fromMenu([this] { refreshMenu(); }); });
+    connect(menu, &QMenu::aboutToShow, this, [this] { runFromMenu([this] { refreshMenu(); }); });
     m_addButton->setMenu(menu);
 }
 
@@ -266,7 +266,7 @@ void CProcessorTree::UpdateMonitorWarnings()
 }
 
 /// Runs a step that the menu is the cause of, and in which the host may destroy the panel.
-void CProcessorTree::fromMenu(const std::function<void()>& step)
+void CProcessorTree::runFromMenu(const std::function<void()>& step)
 {
     const CPanelStep panelStep;
     const QPointer<CProcessorTree> alive(this);
@@ -284,7 +284,7 @@ void CProcessorTree::fromMenu(const std::function<void()>& step)
 void CProcessorTree::refreshMenu()
 {
     const QPointer<CProcessorTree> alive(this);
-    const AddEntries entries = addEntries();
+    const OfferedAdditions entries = offeredAdditions();
     if (!alive)
         return;
     const std::pair<Entry, AddKind> kinds[] = {

@@ -70,7 +70,7 @@ private:
 
     void refreshMenu();
     void run(Entry entry);
-    void fromMenu(const std::function<void()>& step);
+    void runFromMenu(const std::function<void()>& step);
 
     bool mayAdd() const;
     void setAddEnabled(bool enabled);

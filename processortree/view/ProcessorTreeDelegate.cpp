@@ -178,7 +178,7 @@ void CProcessorTreeDelegate::setModelData(QWidget* editor, QAbstractItemModel* m
     if (!field || !hasName(type))
         return;
 
-    QString name = CNameEditor::name(*field).trimmed();
+    QString name = CNameEditor::finishName(*field).trimmed();
     if (name.isEmpty())
         name = oldName;
     if (!rename(type, id, name) || !aliveModel || !row.isValid())

@@ -2,7 +2,7 @@
 
 #include "Interface/ProcessorNode.h"
 #include "host/widgets/TreeView.h"
-#include "processortree/view/AddEntries.h"
+#include "processortree/view/OfferedAdditions.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
@@ -154,7 +154,7 @@ private:
     bool isReadOnly() const;
     bool mayChange() const;
     void appendHostEntries(CTreeMenu& menu, EPrcTreeNodeType type, const QUuid& id);
-    void addAddEntries(CTreeMenu& menu);
+    void addAdditionEntries(CTreeMenu& menu);
     void addRenameEntry(CTreeMenu& menu, const QPersistentModelIndex& index);
     void addDeleteEntry(CTreeMenu& menu);
     void addProcessorEntries(CTreeMenu& menu, const QPersistentModelIndex& index);

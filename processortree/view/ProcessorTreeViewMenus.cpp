@@ -60,7 +60,7 @@ void CProcessorTreeView::OnRightMenuEvent(const QModelIndex& index, const QPoint
     const QPoint place = viewport()->mapToGlobal(pos);
     CTreeMenu menu(dialogParent(), kMenuWidth);
     if (!isReadOnly())
-        addAddEntries(menu);
+        addAdditionEntries(menu);
     if (alive && type == NodeGroup)
         addGroupEntries(menu, row);
     if (alive && type == NodeProcessor)
@@ -90,14 +90,14 @@ void CProcessorTreeView::appendHostEntries(CTreeMenu& menu, EPrcTreeNodeType typ
         askHost(&Host::AppendContextMenu, type, id, isReadOnly(), menu.menu());
 }
 
-void CProcessorTreeView::addAddEntries(CTreeMenu& menu)
+void CProcessorTreeView::addAdditionEntries(CTreeMenu& menu)
 {
     menu.add(tr("Add processor group"), [this] {
         if (mayChange())
             AddGroup();
     });
     menu.addSeparator();
-    const AddEntries entries = addEntries();
+    const OfferedAdditions entries = offeredAdditions();
     const std::pair<AddKind, QString> kinds[] = {{AddKind::One, tr("Add 1 processor")},
                                                  {AddKind::Two, tr("Add 2 processor")},
                                                  {AddKind::Custom, tr("Custom adds...")}};

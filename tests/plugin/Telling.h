@@ -51,7 +51,7 @@ public:
 
     /// Does `action`, once, inside the next question of that name, before it is answered or, with
     /// `answered`, when the answer is fixed; on whatever thread asks. Arm one at a time.
-    void during(const QString& question, bool answered, std::function<void()> action)
+    void doDuring(const QString& question, bool answered, std::function<void()> action)
     {
         m_question = question;
         m_answered = answered;
@@ -59,7 +59,7 @@ public:
         m_armed = true;
     }
 
-    /// Whether the action of during() has run or is running.
+    /// Whether the action of doDuring() has run or is running.
     bool wasAsked() const { return !m_armed; }
     void disarm() { m_armed = false; }
 
@@ -69,7 +69,7 @@ public:
     {
         bool cameBack = false;
         const int before = jobs.count();
-        during(QStringLiteral("DetectAllDevices"), false, [&] {
+        doDuring(QStringLiteral("DetectAllDevices"), false, [&] {
             cameBack = comesBack(one.post(tell));
             jobs.wait(before + warned, kJob);
         });
@@ -84,7 +84,7 @@ public:
     {
         bool cameBack = true;
         const int before = jobs.count();
-        during(questionOf(slow), true, [&] {
+        doDuring(questionOf(slow), true, [&] {
             cameBack = isReleased(two.post([this, newer] { host.tell(newer); }));
             jobs.wait(before + newer.count(TrueHost::Warned), kJob);
         });

@@ -96,7 +96,7 @@ void HostExceptionsTest::shouldGoOnAfterAnException()
     const bool adds = TrueHost::canHappen(TrueHost::Nothing, {event}) && event != TrueHost::Reset;
     telling.host.start({adds ? TrueHost::Nothing : TrueHost::Grouped});
     telling.host.change(event);
-    telling.during(question, false, fail);
+    telling.doDuring(question, false, fail);
     const auto tell = [&] { attempt([&] { telling.host.notify(event); }); };
     if (foreign)
         QVERIFY(telling.one.run(tell));
@@ -121,7 +121,7 @@ void HostExceptionsTest::shouldGoOnAfterAnExceptionInAFillOfAnotherThread()
 {
     Telling telling;
     telling.host.start({TrueHost::Grouped});
-    telling.during(QStringLiteral("GetAllGroupNodes"), false, fail);
+    telling.doDuring(QStringLiteral("GetAllGroupNodes"), false, fail);
     // Queued without a wait; handled here, outside the event loops, which let no exception through.
     QVERIFY(comesBack(telling.one.post([&] { telling.host.tell({TrueHost::Reset}); })));
     attempt([] { QCoreApplication::sendPostedEvents(); });
@@ -139,7 +139,7 @@ void HostExceptionsTest::shouldReportSelectionsAfterAnException()
 {
     Telling telling;
     telling.host.start({TrueHost::Ungrouped, TrueHost::Ungrouped, TrueHost::Ungrouped});
-    telling.during(QStringLiteral("ReportSelection"), false, fail);
+    telling.doDuring(QStringLiteral("ReportSelection"), false, fail);
     attempt([&] { telling.panel.area().SetCurrentProcessor(testId(1)); });
     QVERIFY(telling.wasAsked());
     QVERIFY(!telling.panel.data().IsSelectionEchoGuarded());
@@ -162,7 +162,7 @@ void HostExceptionsTest::shouldGoOnAfterAnExceptionInAQuestionOfThePanel()
 {
     Telling telling;
     telling.host.start({TrueHost::Ungrouped});
-    telling.during(QStringLiteral("DetectAllDevices"), false, fail);
+    telling.doDuring(QStringLiteral("DetectAllDevices"), false, fail);
     attempt([&] { telling.panel.area().DetectDevices(); });
     std::atomic<bool> inserted{false};
     connect(&telling.panel.model(), &QAbstractItemModel::rowsInserted, this,

@@ -36,7 +36,7 @@ private:
     /// Tells 25 of processor 1, and does `action` on this thread when the answer is fixed.
     static void changeDuringAnswer(Telling& telling, const std::function<void()>& action)
     {
-        telling.during(QStringLiteral("GetProcessorNode"), true, [&] { onGuiThread(action); });
+        telling.doDuring(QStringLiteral("GetProcessorNode"), true, [&] { onGuiThread(action); });
         QVERIFY(telling.one.run([&] { telling.panel.notify<QUuid>(25, testId(1)); }));
         QVERIFY(telling.wasAsked());
     }
@@ -74,7 +74,7 @@ void LastWordChangesTest::shouldKeepTheGroupsRemovedWhileAnAnswerIsOnItsWay()
 {
     Telling telling;
     telling.panel.host().setProject({testGroup(100)}, {});
-    telling.during(QStringLiteral("GetGroupNode"), true, [&] {
+    telling.doDuring(QStringLiteral("GetGroupNode"), true, [&] {
         onGuiThread([&] {
             telling.panel.host().setProject({}, {});
             telling.panel.area().RemoveAllGroups();
@@ -104,8 +104,8 @@ void LastWordChangesTest::shouldFindProcessorsOfAGroupDissolvedDuringAFillByItsT
     Telling telling;
     telling.panel.host().setProject({testGroup(100)}, {testProcessor(1, 100)});
     // The teller of 16 does not wait for the fill, and tells of the group's end behind it.
-    telling.during(QStringLiteral("GetAllProcessorNodes"), true,
-                   [&] { telling.panel.host().setProject({}, {testProcessor(1)}); });
+    telling.doDuring(QStringLiteral("GetAllProcessorNodes"), true,
+                     [&] { telling.panel.host().setProject({}, {testProcessor(1)}); });
     QVERIFY(telling.one.run([&] { telling.panel.notify(16); }));
     QTRY_VERIFY(telling.wasAsked());
     QVERIFY(telling.one.run([&] { telling.panel.notify<QUuid>(20, testId(100)); }));
@@ -118,8 +118,8 @@ void LastWordChangesTest::shouldFillFromOneHandler()
     const auto other = std::make_shared<FakeHandler>();
     other->setProject({testGroup(200)}, {testProcessor(2, 200)});
     telling.panel.host().setProject({testGroup(100)}, {testProcessor(1, 100)});
-    telling.during(QStringLiteral("GetAllProcessorNodes"), true,
-                   [&] { telling.panel.area().m_controlHandler = other; });
+    telling.doDuring(QStringLiteral("GetAllProcessorNodes"), true,
+                     [&] { telling.panel.area().m_controlHandler = other; });
     telling.panel.notify(16);
     QCOMPARE(telling.panel.dump(), QStringLiteral("All processors(1)[G200[2]]"));
 }
@@ -131,7 +131,7 @@ void LastWordChangesTest::shouldWaitForTheGuiThreadBehindASlowAnswer()
     telling.panel.data().guiCalls().setPatience(std::chrono::milliseconds(200));
     telling.panel.host().setProject({}, {testProcessor(1)});
     const auto end = CHostQuestion::Clock::now() + std::chrono::milliseconds(400);
-    telling.during(QStringLiteral("GetProcessorNode"), true, [&] {
+    telling.doDuring(QStringLiteral("GetProcessorNode"), true, [&] {
         while (CHostQuestion::Clock::now() < end)
             std::this_thread::yield();
     });

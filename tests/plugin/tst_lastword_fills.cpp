@@ -54,7 +54,7 @@ void LastWordFillsTest::shouldKeepTheWarningToldDuringAFill()
     Telling telling;
     telling.host.start({TrueHost::Grouped});
     bool cameBack = false;
-    telling.during(QStringLiteral("GetAllGroupNodes"), true, [&] {
+    telling.doDuring(QStringLiteral("GetAllGroupNodes"), true, [&] {
         const int before = telling.jobs.count();
         cameBack = comesBack(telling.two.post([&] { telling.host.tell({TrueHost::Warned}); }));
         telling.jobs.wait(before + 1, kJob);
@@ -96,7 +96,7 @@ void LastWordFillsTest::shouldKeepWhatAnotherThreadTellsDuringAFill()
     Telling telling;
     telling.host.start({start});
     bool cameBack = false;
-    telling.during(question, answered, [&] {
+    telling.doDuring(question, answered, [&] {
         cameBack = comesBack(telling.two.post([&] { telling.host.tell(events); }));
     });
     QVERIFY(fill(telling));
@@ -132,7 +132,7 @@ void LastWordFillsTest::shouldKeepWhatTheGuiThreadTellsDuringAFill()
     QFETCH(QVector<TrueHost::Event>, events);
     Telling telling;
     telling.host.start({start});
-    telling.during(question, answered, [&] { telling.host.tell(events); });
+    telling.doDuring(question, answered, [&] { telling.host.tell(events); });
     QVERIFY(fill(telling));
     VERIFY_TREE_OF(telling.host);
 }

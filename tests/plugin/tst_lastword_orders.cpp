@@ -234,7 +234,7 @@ void LastWordOrdersTest::shouldKeepAllOrdersRaisedInsideAQuestion()
     for (const Sequence& sequence : sequences({asking}, 2)) {
         telling.host.start({sequence.start});
         telling.panel.area().SetCurrentProcessor(testId(1));
-        telling.during(question, answered, [&] {
+        telling.doDuring(question, answered, [&] {
             ++asked;
             telling.host.tell(sequence.events.mid(1));
         });

@@ -126,8 +126,8 @@ void LastWordRowsTest::shouldShowAProcessorAddedInsideItsQuestionOnce()
     Telling telling;
     telling.host.start({TrueHost::Nothing});
     telling.host.change(TrueHost::ListAdded);
-    telling.during(QStringLiteral("GetProcessorNode"), answered,
-                   [&] { telling.host.notify(raised); });
+    telling.doDuring(QStringLiteral("GetProcessorNode"), answered,
+                     [&] { telling.host.notify(raised); });
     const auto tell = [&] { telling.host.notify(TrueHost::ListAdded); };
     if (foreign)
         QVERIFY(telling.one.run(tell));
@@ -187,7 +187,7 @@ void LastWordRowsTest::shouldKeepGroupsInTheOrderInWhichTheyWereTold()
     telling.panel.host().setProject(groups.mid(0, 1), {});
     telling.panel.notify(16);
     telling.panel.host().setProject(groups.mid(0, 2), {});
-    telling.during(QStringLiteral("GetGroupNode"), false, [&] {
+    telling.doDuring(QStringLiteral("GetGroupNode"), false, [&] {
         telling.panel.host().setProject(groups, {});
         telling.panel.notify<QUuid>(17, testId(300));
     });

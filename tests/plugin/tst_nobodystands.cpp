@@ -50,7 +50,7 @@ void NobodyStandsTest::shouldReleaseATellerThatAReportWaitsFor()
     QCOMPARE(driven.asked(), QStringLiteral("AddProcessors"));
     bool reported = false;
     bool tookIt = false;
-    driven.inside(QStringLiteral("ReportSelection"), [&] {
+    driven.doInside(QStringLiteral("ReportSelection"), [&] {
         reported = true;
         tookIt = takeAndRelease(project);
     });
@@ -71,8 +71,8 @@ void NobodyStandsTest::shouldReleaseATellerWhoseCallAsks()
     std::timed_mutex project;
     telling.host.start({TrueHost::Nothing});
     bool tookIt = false;
-    telling.during(QStringLiteral("GetProcessorNode"), false,
-                   [&] { tookIt = takeAndRelease(project); });
+    telling.doDuring(QStringLiteral("GetProcessorNode"), false,
+                     [&] { tookIt = takeAndRelease(project); });
     QVERIFY(telling.one.run([&] {
         const std::lock_guard guard(project);
         telling.host.tell({TrueHost::ListAdded});
@@ -97,7 +97,7 @@ void NobodyStandsTest::shouldReleaseThirdThreadsInsideTheQuestionOfACall()
     const bool adds = TrueHost::canHappen(TrueHost::Nothing, {event});
     telling.host.start({TrueHost::Nothing, adds ? TrueHost::Nothing : TrueHost::Grouped});
     bool released = false;
-    telling.during(QStringLiteral("GetProcessorNode"), false, [&] {
+    telling.doDuring(QStringLiteral("GetProcessorNode"), false, [&] {
         released = isReleased(telling.two.post([&] { telling.host.tell({event}, 2); }));
     });
     QVERIFY(telling.one.run([&] { telling.host.tell({TrueHost::ListAdded}); }));
@@ -111,7 +111,7 @@ void NobodyStandsTest::shouldReleaseATellerAmongManyShortQuestions()
     telling.host.start({TrueHost::Ungrouped});
     bool released = false;
     // What counts is the question that the GUI thread is in, not those inside it.
-    telling.during(QStringLiteral("DetectAllDevices"), false, [&] {
+    telling.doDuring(QStringLiteral("DetectAllDevices"), false, [&] {
         const auto told = telling.one.post([&] { telling.host.tell({TrueHost::Changed}); });
         const auto limit = std::chrono::steady_clock::now() + kReleased;
         while (!released && std::chrono::steady_clock::now() < limit) {
@@ -186,7 +186,7 @@ void NobodyStandsTest::shouldNotKeepTheGuiThreadDuringAQuestionElsewhere()
     Latch asked;
     Latch done;
     std::atomic<bool> released{false};
-    telling.during(Telling::questionOf(event), true, [&] {
+    telling.doDuring(Telling::questionOf(event), true, [&] {
         asked.arrive();
         released = done.wait(1, kReleased);
     });

@@ -48,7 +48,7 @@ struct DrivenPanel
     }
 
     /// Makes the host list this many processors, independent of the tree.
-    void list(int count)
+    void listProcessors(int count)
     {
         QList<ProcessorNode> processors;
         for (int n = 0; n < count; ++n)
@@ -97,7 +97,7 @@ struct DrivenPanel
     }
 
     /// Makes the host run `action` once, inside the question of that name.
-    void inside(const QString& name, std::function<void()> action)
+    void doInside(const QString& name, std::function<void()> action)
     {
         host().doInside(name, std::move(action));
     }

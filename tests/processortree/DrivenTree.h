@@ -128,7 +128,7 @@ struct DrivenTree
     }
 
     /// Makes the host run `action` once, inside the question of that name.
-    void inside(const QString& name, std::function<void()> action)
+    void doInside(const QString& name, std::function<void()> action)
     {
         host().doInside(name, std::move(action));
     }

@@ -12,7 +12,7 @@
 
 namespace {
 
-using Addition = std::pair<int, int>;
+using CountAndOutputs = std::pair<int, int>;
 
 CSpinBox* countField(const QWidget& dialog)
 {
@@ -72,7 +72,7 @@ void TestCustomAddProcessor::shouldOfferOutputs()
     }
     QCOMPARE(texts.join(QLatin1Char(' ')), QStringLiteral("2 4 6 8 10 12 16 20 26 32 40 80"));
     QCOMPARE(outputs->currentText(), QStringLiteral("16"));
-    QCOMPARE(dialog.addition(), Addition(1, 16));
+    QCOMPARE(dialog.countAndOutputs(), CountAndOutputs(1, 16));
     QCOMPARE(dialog.height(), 157);
 }
 
@@ -81,9 +81,9 @@ void TestCustomAddProcessor::shouldLeaveOutPresetsItDoesNotKnow()
     const DialogTest test;
     const CCustomAddProcessor dialog(7, nullptr);
     QCOMPARE(outputsField(dialog)->currentIndex(), -1);
-    QCOMPARE(dialog.addition(), Addition(1, 0));
+    QCOMPARE(dialog.countAndOutputs(), CountAndOutputs(1, 0));
     outputsField(dialog)->setCurrentIndex(2);
-    QCOMPARE(dialog.addition(), Addition(1, 6));
+    QCOMPARE(dialog.countAndOutputs(), CountAndOutputs(1, 6));
 }
 
 void TestCustomAddProcessor::shouldTakeOutputsTheHostFixes()
@@ -94,7 +94,7 @@ void TestCustomAddProcessor::shouldTakeOutputsTheHostFixes()
     QVERIFY(!outputsField(dialog));
     QCOMPARE(dialog.height(), 121);
     QCOMPARE(dialog.findChildren<QFormLayout*>().value(0)->rowCount(), 1);
-    QCOMPARE(dialog.addition(), Addition(1, 7));
+    QCOMPARE(dialog.countAndOutputs(), CountAndOutputs(1, 7));
     test.host().fixedOutputCount = -1;
     const CCustomAddProcessor free(8, nullptr);
     QVERIFY(outputsField(free));
@@ -137,7 +137,7 @@ void TestCustomAddProcessor::shouldTellWhatWasEntered()
     });
     CCustomAddProcessor dialog(4, &test.window);
     QCOMPARE(dialog.exec(), 1);
-    QCOMPARE(dialog.addition(), Addition(12, 6));
+    QCOMPARE(dialog.countAndOutputs(), CountAndOutputs(12, 6));
 }
 
 void TestCustomAddProcessor::shouldBeCancelled()

@@ -156,9 +156,9 @@ void TestNameEditor::shouldFitTheNameInTheMiddleOfAComposition()
 {
     const Field field(4);
     field.compose(QStringLiteral("wen"), QStringLiteral("中中"));
-    QCOMPARE(CNameEditor::name(*field.edit), QStringLiteral("中"));
+    QCOMPARE(CNameEditor::finishName(*field.edit), QStringLiteral("中"));
     QLineEdit other(QStringLiteral("any"));
-    QCOMPARE(CNameEditor::name(other), QStringLiteral("any"));
+    QCOMPARE(CNameEditor::finishName(other), QStringLiteral("any"));
 }
 
 void TestNameEditor::shouldKnowNoLimitOfZero()

@@ -119,7 +119,7 @@ void send(QWidget* widget, QEvent&& event)
         QApplication::sendEvent(widget, &event);
 }
 
-void key(ShownTree& tree, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+void pressKey(ShownTree& tree, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     if (tree.view)
         QTest::keyClick(tree.view.data(), key, modifiers);
@@ -136,7 +136,7 @@ void openMenu(ShownTree& tree, quint32 n)
 
 void typeAName(ShownTree& tree)
 {
-    key(tree, Qt::Key_F2);
+    pressKey(tree, Qt::Key_F2);
     const QPointer<QLineEdit> editor =
         tree.view ? tree.viewport()->findChild<QLineEdit*>() : nullptr;
     if (editor)
@@ -209,11 +209,11 @@ void PanelEndTest::shouldStandItInEveryQuestion_data()
     });
     add("menu", [](ShownTree& tree) { openMenu(tree, 1); });
     add("menu of another row", [](ShownTree& tree) { openMenu(tree, 3); });
-    add("menu by key", [](ShownTree& tree) { key(tree, Qt::Key_F10, Qt::ShiftModifier); });
-    add("down", [](ShownTree& tree) { key(tree, Qt::Key_Down); });
-    add("home", [](ShownTree& tree) { key(tree, Qt::Key_Home); });
-    add("all", [](ShownTree& tree) { key(tree, Qt::Key_A, Qt::ControlModifier); });
-    add("delete", [](ShownTree& tree) { key(tree, Qt::Key_Delete); });
+    add("menu by key", [](ShownTree& tree) { pressKey(tree, Qt::Key_F10, Qt::ShiftModifier); });
+    add("down", [](ShownTree& tree) { pressKey(tree, Qt::Key_Down); });
+    add("home", [](ShownTree& tree) { pressKey(tree, Qt::Key_Home); });
+    add("all", [](ShownTree& tree) { pressKey(tree, Qt::Key_A, Qt::ControlModifier); });
+    add("delete", [](ShownTree& tree) { pressKey(tree, Qt::Key_Delete); });
     add("rename", typeAName);
     add("drop", drop);
     add("more", clickMore);
@@ -265,9 +265,9 @@ void PanelEndTest::shouldStandItUnderWhatItOpened_data()
         QTest::mousePress(button, Qt::LeftButton, Qt::NoModifier, place);
     };
     add("menu", [](ShownTree& tree) { openMenu(tree, 1); });
-    add("menu by key", [](ShownTree& tree) { key(tree, Qt::Key_F10, Qt::ShiftModifier); });
+    add("menu by key", [](ShownTree& tree) { pressKey(tree, Qt::Key_F10, Qt::ShiftModifier); });
     add("more", clickMore);
-    add("deletion", [](ShownTree& tree) { key(tree, Qt::Key_Delete); });
+    add("deletion", [](ShownTree& tree) { pressKey(tree, Qt::Key_Delete); });
     add("add", [press](ShownTree& tree) { press(tree.button<CPureImageBtn>(), {8, 8}); });
     add("add by key",
         [](ShownTree& tree) { QTest::keyClick(tree.button<CPureImageBtn>(), Qt::Key_Down); });

@@ -210,7 +210,7 @@ void ProcessorTreeTest::shouldOpenAClosedGroupForTheNewest()
     // A place for the new one that is not the closed group.
     panel.view().selectionModel()->select(panel.index(0), QItemSelectionModel::ClearAndSelect);
     if (early)
-        panel.inside(QStringLiteral("AddProcessors"), arrive);
+        panel.doInside(QStringLiteral("AddProcessors"), arrive);
     panel.driver.then([](QWidget& menu) { choose(menu, QStringLiteral("Add 1 processor")); });
     panel.press();
     if (!early)
@@ -307,13 +307,14 @@ void ProcessorTreeTest::shouldStandItsEndInASelection()
     for (const char* question : {"ReportSelection", "GetProcessorNode"}) {
         DrivenPanel panel;
         panel.tree->SelectProcessor(testId(3), false);
-        panel.inside(QLatin1String(question), [&] { delete panel.tree; });
+        panel.doInside(QLatin1String(question), [&] { delete panel.tree; });
         panel.tree->SelectProcessor(testId(2), true);
         QVERIFY(!panel.tree);
     }
     DrivenPanel panel;
     panel.tree->SelectProcessor(testId(3), false);
-    panel.inside(QStringLiteral("GetProcessorNode"), [&] { panel.model().removeNode(testId(2)); });
+    panel.doInside(QStringLiteral("GetProcessorNode"),
+                   [&] { panel.model().removeNode(testId(2)); });
     panel.tree->SelectProcessor(testId(2), true);
     QVERIFY(!panel.view().selectionModel()->signalsBlocked());
 }

@@ -184,7 +184,7 @@ void SelectionMenuTest::shouldGroupTheSelected()
             tree.panel.notify<QUuid>(17, testId(12));
     };
     if (early)
-        tree.inside(QStringLiteral("CreateGroup"), arrive);
+        tree.doInside(QStringLiteral("CreateGroup"), arrive);
     if (byKey) {
         QTest::keyClick(tree.view.data(), Qt::Key_G, Qt::ControlModifier);
     } else {
@@ -248,7 +248,7 @@ void SelectionMenuTest::shouldNotGroupOnceForbidden()
         else
             tree.panel.data().SetReadOnly(true);
     };
-    tree.inside(question, forbid);
+    tree.doInside(question, forbid);
     QTest::keyClick(tree.view.data(), Qt::Key_G, Qt::ControlModifier);
     const bool isCreated = question.isEmpty() || question == QLatin1String("CreateGroup");
     QCOMPARE(!tree.asked({QStringLiteral("CreateGroup")}).isEmpty(), isCreated);

@@ -61,7 +61,7 @@ void TreeAddMenuTest::shouldOfferWhatTheHostAllows()
     QFETCH(bool, enabled);
     QFETCH(QString, entries);
     DrivenPanel panel;
-    panel.list(listed);
+    panel.listProcessors(listed);
     panel.host().canAdd = permitted;
     panel.host().addEnabled = enabled;
     QCOMPARE(panel.offered(), entries);
@@ -74,9 +74,9 @@ void TreeAddMenuTest::shouldAskAnewForEveryOpening()
     QCOMPARE(panel.offered(), kAddAll);
     panel.host().addEnabled = false;
     QVERIFY(panel.offered().contains(QLatin1String("(Add 1 processor)")));
-    panel.list(255);
+    panel.listProcessors(255);
     QCOMPARE(panel.offered(), kAddGroup + QStringLiteral("|--"));
-    panel.list(4);
+    panel.listProcessors(4);
     panel.host().addEnabled = true;
     QCOMPARE(panel.offered(), kAddAll);
     QCOMPARE(panel.host().callCount(QStringLiteral("GetAllProcessorNodes")), 4);
@@ -139,7 +139,7 @@ void TreeAddMenuTest::shouldCloseItsMenuBeforeATriggeredEntryActs()
 {
     DrivenPanel panel;
     bool wasClosed = false;
-    panel.inside(QStringLiteral("CreateGroup"), [&] { wasClosed = panel.menu().isHidden(); });
+    panel.doInside(QStringLiteral("CreateGroup"), [&] { wasClosed = panel.menu().isHidden(); });
     panel.driver.then([](QWidget& menu) { menu.actions().constFirst()->trigger(); });
     panel.press();
     QCOMPARE(panel.asked(), QStringLiteral("CreateGroup"));
@@ -187,7 +187,7 @@ void TreeAddMenuTest::shouldOutliveAPanelDestroyedByTheMenu()
     DrivenPanel panel;
     panel.button().setFocus();
     const QPointer<QMenu> menu(&panel.menu());
-    panel.inside(question, [&] { runWithin(nested, [&] { delete panel.tree; }); });
+    panel.doInside(question, [&] { runWithin(nested, [&] { delete panel.tree; }); });
     if (byKey)
         QTest::keyClick(&panel.button(), Qt::Key_Down);
     else
@@ -237,7 +237,7 @@ void TreeAddMenuTest::shouldOutliveAPanelDestroyedByAnEntry()
     DrivenPanel panel;
     const QPointer<QMenu> menu(&panel.menu());
     const auto end = [&] { runWithin(nested, [&] { delete panel.tree; }); };
-    panel.inside(question, end);
+    panel.doInside(question, end);
     panel.driver.then([&](QWidget& opened) { choose(opened, entry); });
     if (question.isEmpty())
         panel.driver.then([&](QWidget&) { end(); });
@@ -251,7 +251,7 @@ void TreeAddMenuTest::shouldStandAModelThatChangesUnderTheMenu()
 {
     DrivenPanel panel;
     panel.tree->SelectProcessor(testId(2), false);
-    panel.inside(QStringLiteral("GetAllProcessorNodes"), [&] { panel.fill({}, {}); });
+    panel.doInside(QStringLiteral("GetAllProcessorNodes"), [&] { panel.fill({}, {}); });
     panel.driver.then([&](QWidget& menu) {
         panel.fill({testGroup(12)}, {testProcessor(7, 12)});
         choose(menu, QStringLiteral("Add 1 processor"));

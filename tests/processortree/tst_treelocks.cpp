@@ -209,8 +209,8 @@ void TreeLocksTest::shouldNotActOnAMenuForbiddenMeanwhile()
 void TreeLocksTest::shouldDisableWhatIsForbiddenWhileItAsks()
 {
     DrivenPanel panel;
-    panel.inside(QStringLiteral("GetAllProcessorNodes"),
-                 [&] { follow(panel, QStringLiteral("1+")); });
+    panel.doInside(QStringLiteral("GetAllProcessorNodes"),
+                   [&] { follow(panel, QStringLiteral("1+")); });
     QCOMPARE(panel.offered(),
              QStringLiteral("(Add processor group)|--|(Add 1 processor)|(Add 2 processor)|"
                             "(Custom adds...)"));

@@ -49,7 +49,7 @@ struct SearchedPanel : DrivenPanel
     }
 
     /// Sends the event to the window, as the platform does.
-    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
         QTest::keyClick(window.windowHandle(), key, modifiers);
     }
@@ -62,7 +62,7 @@ struct SearchedPanel : DrivenPanel
 
     void search(const QString& text)
     {
-        key(Qt::Key_F, Qt::ControlModifier);
+        pressKey(Qt::Key_F, Qt::ControlModifier);
         type(text);
     }
 
@@ -120,11 +120,11 @@ void TreeSearchTest::shouldListWhatMatches()
     QCOMPARE(SearchedPanel::found(), QStringLiteral("Alpha,Alto"));
     panel.type(QStringLiteral("x"));
     QCOMPARE(SearchedPanel::found(), QString());
-    panel.key(Qt::Key_Backspace);
+    panel.pressKey(Qt::Key_Backspace);
     QCOMPARE(SearchedPanel::found(), QStringLiteral("Alpha,Alto"));
     QCOMPARE(panel.field().text(), QStringLiteral("al"));
     QCOMPARE(panel.host().selections.size(), 0);
-    panel.key(Qt::Key_Escape);
+    panel.pressKey(Qt::Key_Escape);
 }
 
 void TreeSearchTest::shouldEndOnTheChosenRow_data()
@@ -148,7 +148,7 @@ void TreeSearchTest::shouldEndOnTheChosenRow()
     if (by == QLatin1String("click"))
         panel.clickRow(0);
     else
-        panel.key(by == QLatin1String("Up") ? Qt::Key_Up : Qt::Key_Down);
+        panel.pressKey(by == QLatin1String("Up") ? Qt::Key_Up : Qt::Key_Down);
     QCOMPARE(panel.selected(), QStringLiteral("Alto"));
     QCOMPARE(panel.view().currentIndex(), panel.index(2));
     const QRect row = panel.view().visualRect(panel.index(2));
@@ -171,7 +171,7 @@ void TreeSearchTest::shouldReportNothingNew()
     panel.tree->SelectProcessor(testId(2), true);
     panel.host().selections.clear();
     panel.search(QStringLiteral("alto"));
-    panel.key(Qt::Key_Down);
+    panel.pressKey(Qt::Key_Down);
     QCOMPARE(panel.selected(), QStringLiteral("Alto"));
     QCOMPARE(panel.host().selections.size(), 0);
     QCOMPARE(panel.field().text(), QString());
@@ -183,18 +183,18 @@ void TreeSearchTest::shouldChooseNothingByReturnAlone()
     panel.tree->SelectProcessor(testId(1), false);
     panel.host().selections.clear();
     panel.search(QStringLiteral("alto"));
-    panel.key(Qt::Key_Return);
+    panel.pressKey(Qt::Key_Return);
     QCOMPARE(SearchedPanel::found(), QStringLiteral("closed"));
     QCOMPARE(panel.selected(), QStringLiteral("Alpha"));
     QCOMPARE(panel.field().text(), QStringLiteral("alto"));
     // A row that is current is chosen.
     panel.field().setFocus();
-    panel.key(Qt::Key_Backspace);
+    panel.pressKey(Qt::Key_Backspace);
     QAbstractItemView* list = SearchedPanel::results();
     QVERIFY(list);
     list->selectionModel()->setCurrentIndex(list->model()->index(0, 0),
                                             QItemSelectionModel::NoUpdate);
-    panel.key(Qt::Key_Return);
+    panel.pressKey(Qt::Key_Return);
     QCOMPARE(panel.selected(), QStringLiteral("Alto"));
     QCOMPARE(panel.host().selections.size(), 1);
     QCOMPARE(panel.field().text(), QString());
@@ -204,16 +204,16 @@ void TreeSearchTest::shouldCloseTheListBeforeItLeaves()
 {
     SearchedPanel panel;
     panel.search(QStringLiteral("al"));
-    panel.key(Qt::Key_Escape);
+    panel.pressKey(Qt::Key_Escape);
     QCOMPARE(SearchedPanel::found(), QStringLiteral("closed"));
     QCOMPARE(panel.field().text(), QStringLiteral("al"));
     panel.field().setFocus();
-    panel.key(Qt::Key_Escape);
+    panel.pressKey(Qt::Key_Escape);
     QCOMPARE(panel.field().text(), QString());
     QVERIFY(panel.view().hasFocus());
     // With an empty field, Escape moves the focus as well.
     panel.field().setFocus();
-    panel.key(Qt::Key_Escape);
+    panel.pressKey(Qt::Key_Escape);
     QVERIFY(panel.view().hasFocus());
     QVERIFY(panel.host().selections.isEmpty());
 }
@@ -227,7 +227,7 @@ void TreeSearchTest::shouldGoToTheFieldByCtrlF()
           static_cast<QWidget*>(&panel.field())}) {
         panel.field().deselect();
         from->setFocus();
-        panel.key(Qt::Key_F, Qt::ControlModifier);
+        panel.pressKey(Qt::Key_F, Qt::ControlModifier);
         QVERIFY(panel.field().hasFocus());
         QCOMPARE(panel.field().selectedText(), QStringLiteral("before"));
     }
@@ -237,11 +237,11 @@ void TreeSearchTest::shouldCloseTheListWithTheText()
 {
     SearchedPanel panel;
     panel.search(QStringLiteral("al"));
-    panel.key(Qt::Key_Backspace);
-    panel.key(Qt::Key_Backspace);
+    panel.pressKey(Qt::Key_Backspace);
+    panel.pressKey(Qt::Key_Backspace);
     QCOMPARE(SearchedPanel::found(), QStringLiteral("closed"));
     panel.search(QStringLiteral("b"));
-    panel.key(Qt::Key_Escape);
+    panel.pressKey(Qt::Key_Escape);
     QTest::mouseClick(panel.field().childAt(162, 12), Qt::LeftButton);
     QCOMPARE(panel.field().text(), QString());
     QCOMPARE(SearchedPanel::found(), QStringLiteral("closed"));
@@ -251,14 +251,14 @@ void TreeSearchTest::shouldSearchAgainByItsIcon()
 {
     SearchedPanel panel;
     panel.search(QStringLiteral("al"));
-    panel.key(Qt::Key_Escape);
+    panel.pressKey(Qt::Key_Escape);
     auto* icon = qobject_cast<QToolButton*>(panel.field().childAt(14, 12));
     QVERIFY(icon);
     QCOMPARE(icon->toolTip(), QStringLiteral("Search"));
     panel.fill({}, {named(7, QStringLiteral("Altar"))});
     QTest::mouseClick(icon, Qt::LeftButton);
     QCOMPARE(SearchedPanel::found(), QStringLiteral("Altar"));
-    panel.key(Qt::Key_Escape);
+    panel.pressKey(Qt::Key_Escape);
 }
 
 void TreeSearchTest::shouldSearchWhenLocked()
@@ -280,9 +280,9 @@ void TreeSearchTest::shouldKeepTheDialogsEscape()
     panel.window.addAction(&outer);
     QSignalSpy closed(&outer, &QAction::triggered);
     panel.search(QStringLiteral("al"));
-    panel.key(Qt::Key_Escape);
+    panel.pressKey(Qt::Key_Escape);
     panel.field().setFocus();
-    panel.key(Qt::Key_Escape);
+    panel.pressKey(Qt::Key_Escape);
     QCOMPARE(panel.field().text(), QString());
     QCOMPARE(closed.count(), 0);
 }
@@ -293,8 +293,8 @@ void TreeSearchTest::shouldStandAModelThatChangesUnderTheList()
     panel.search(QStringLiteral("al"));
     panel.panel.model().removeNode(testId(1));
     QCOMPARE(SearchedPanel::found(), QStringLiteral("Alto"));
-    panel.inside(QStringLiteral("ReportSelection"),
-                 [&] { panel.fill({}, {named(9, QStringLiteral("Omega"))}); });
+    panel.doInside(QStringLiteral("ReportSelection"),
+                   [&] { panel.fill({}, {named(9, QStringLiteral("Omega"))}); });
     panel.clickRow(0);
     QCOMPARE(panel.panel.dump(), QStringLiteral("All processors(1)[Omega]"));
     QCOMPARE(panel.selected(), QString());
@@ -304,9 +304,9 @@ void TreeSearchTest::shouldStandAModelThatChangesUnderTheList()
     panel.fill({}, {named(1, QStringLiteral("Alpha")), named(2, QStringLiteral("Alto"))});
     panel.tree->SelectProcessor(testId(1), false);
     panel.search(QStringLiteral("alto"));
-    panel.inside(QStringLiteral("GetProcessorNode"),
-                 [&] { panel.panel.model().removeNode(testId(2)); });
-    panel.key(Qt::Key_Down);
+    panel.doInside(QStringLiteral("GetProcessorNode"),
+                   [&] { panel.panel.model().removeNode(testId(2)); });
+    panel.pressKey(Qt::Key_Down);
     QCOMPARE(panel.selected(), QStringLiteral("Alpha"));
 }
 
@@ -342,9 +342,9 @@ void TreeSearchTest::shouldOutliveAPanelDestroyedByAChoice()
     panel.tree->SelectProcessor(testId(3), false);
     panel.search(QStringLiteral("alto"));
     const QPointer<QWidget> results = SearchedPanel::results();
-    panel.inside(question, [&] { runWithin(nested, [&] { delete panel.tree; }); });
+    panel.doInside(question, [&] { runWithin(nested, [&] { delete panel.tree; }); });
     if (byKey)
-        panel.key(Qt::Key_Down);
+        panel.pressKey(Qt::Key_Down);
     else
         QTest::mousePress(SearchedPanel::results()->viewport(), Qt::LeftButton, {}, QPoint(60, 20));
     QVERIFY(!panel.tree);

@@ -235,7 +235,7 @@ void TreeViewAddingTest::shouldStandOnTheNewest()
         }
     };
     if (early)
-        tree.inside(QStringLiteral("AddProcessors"), arrive);
+        tree.doInside(QStringLiteral("AddProcessors"), arrive);
     tree.view->AddProcessors(AddKind::Two);
     if (!early)
         arrive();
@@ -289,8 +289,8 @@ void TreeViewAddingTest::shouldAddOnlyWhatTheDialogProduced()
 {
     DrivenTree tree;
     tree.host().ipManagementAvailable = true;
-    tree.inside(QStringLiteral("RefreshIPList"),
-                [&] { tree.host().ipList.append(QStringLiteral("192.168.0.77(Found)")); });
+    tree.doInside(QStringLiteral("RefreshIPList"),
+                  [&] { tree.host().ipList.append(QStringLiteral("192.168.0.77(Found)")); });
     tree.select({10});
     tree.driver.then(fillIn);
     tree.view->AddProcessors(AddKind::One);
@@ -335,7 +335,7 @@ void TreeViewAddingTest::shouldNameANewGroup()
             tree.panel.notify<QUuid>(17, testId(12));
     };
     if (early)
-        tree.inside(QStringLiteral("CreateGroup"), arrive);
+        tree.doInside(QStringLiteral("CreateGroup"), arrive);
     tree.view->AddGroup();
     QCOMPARE(tree.asked({QStringLiteral("CreateGroup")}), QStringLiteral("CreateGroup(Group 3)"));
     if (!early)
@@ -378,7 +378,7 @@ void TreeViewAddingTest::shouldOutliveAViewDestroyedMeanwhile()
     tree.host().usesIpAddressing = path == 1;
     tree.host().ipManagementAvailable = path == 2;
     tree.select({10});
-    tree.inside(question, [&] { delete tree.view; });
+    tree.doInside(question, [&] { delete tree.view; });
     if (hasDialog) {
         tree.driver.then([&](QWidget& dialog) {
             if (question.isEmpty())
@@ -398,7 +398,7 @@ void TreeViewAddingTest::shouldOutliveAViewDestroyedByANewGroup()
         DrivenTree tree;
         tree.host().createdGroup = testId(12);
         tree.host().setGroup(testGroup(12));
-        tree.inside(QLatin1String(question), [&] { delete tree.view; });
+        tree.doInside(QLatin1String(question), [&] { delete tree.view; });
         tree.view->AddGroup();
         tree.panel.notify<QUuid>(17, testId(12));
         QVERIFY2(!tree.view, question);
@@ -408,7 +408,7 @@ void TreeViewAddingTest::shouldOutliveAViewDestroyedByANewGroup()
         tree.host().setProcessor(testProcessor(5));
         tree.select({3});
         tree.view->AddProcessors(AddKind::One);
-        tree.inside(QLatin1String(question), [&] { delete tree.view; });
+        tree.doInside(QLatin1String(question), [&] { delete tree.view; });
         tree.model().AppendProcessor(testProcessor(5));
         QVERIFY2(!tree.view, question);
     }

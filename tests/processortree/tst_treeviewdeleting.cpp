@@ -260,8 +260,8 @@ void TreeViewDeletingTest::shouldStandTheHostRemovingMoreMeanwhile()
     tree.select({deleted});
     tree.driver.thenEnter();
     press(tree, Qt::Key_Delete);
-    tree.inside(QStringLiteral("ReportSelection"),
-                [&] { tree.panel.notify<QUuid>(20, testId(more)); });
+    tree.doInside(QStringLiteral("ReportSelection"),
+                  [&] { tree.panel.notify<QUuid>(20, testId(more)); });
     tree.panel.notify<QUuid>(20, testId(deleted));
     QTRY_COMPARE(tree.panel.dump(), left);
     QVERIFY(!tree.view->grab().isNull());
@@ -273,7 +273,7 @@ void TreeViewDeletingTest::shouldStandTheHostInitialisingMeanwhile()
     tree.select({1});
     tree.driver.thenEnter();
     press(tree, Qt::Key_Delete);
-    tree.inside(QStringLiteral("ReportSelection"), [&] { tree.panel.area().Initialize(); });
+    tree.doInside(QStringLiteral("ReportSelection"), [&] { tree.panel.area().Initialize(); });
     tree.panel.notify<QUuid>(20, testId(1));
     QTRY_COMPARE(tree.panel.dump(), QStringLiteral("All processors(0)[]"));
 }
@@ -325,7 +325,7 @@ void TreeViewDeletingTest::shouldOutliveAViewDestroyedMeanwhile()
               {testProcessor(1, 10), testProcessor(2, 12), testProcessor(3)});
     tree.host().ipManagementAvailable = true;
     tree.select(rows);
-    tree.inside(question, [&] { delete tree.view; });
+    tree.doInside(question, [&] { delete tree.view; });
     tree.driver.then([&](QWidget& box) {
         if (question.isEmpty())
             delete tree.view;

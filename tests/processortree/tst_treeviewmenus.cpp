@@ -402,7 +402,7 @@ void TreeViewMenusTest::shouldOutliveAViewDestroyedMeanwhile()
         tree.host().selectionMode = 2;
         tree.host().selectedProcessors = QList<QUuid>{testId(1), testId(2)};
     }
-    tree.inside(question, [&] { delete tree.view; });
+    tree.doInside(question, [&] { delete tree.view; });
     const QPoint position = tree.place(1);
     QContextMenuEvent event(QContextMenuEvent::Mouse, position,
                             tree.view->viewport()->mapToGlobal(position));

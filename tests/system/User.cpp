@@ -58,13 +58,13 @@ Element User::findIn(const QString& state, const Wanted& wanted)
     return *found;
 }
 
-void User::lose(const Wanted& wanted)
+void User::waitUntilGone(const Wanted& wanted)
 {
     waitFor(QStringLiteral("the end of ") + wanted.text(),
             [&] { return !m_program.look().find(wanted); });
 }
 
-void User::haveKeyboardIn(const QString& role, const QString& value)
+void User::waitForKeyboardIn(const QString& role, const QString& value)
 {
     waitFor(QStringLiteral("the keyboard in %1 \"%2\"").arg(role, value), [&] {
         const std::optional<Element> focus = m_program.look().focus();
@@ -130,7 +130,7 @@ void User::scrollUp(const Wanted& within, const Wanted& top)
     find(top);
 }
 
-void User::key(const QString& keys)
+void User::pressKeys(const QString& keys)
 {
     waitFor(QStringLiteral("the keyboard"), [this] { return m_program.look().takesKeys(); });
     input(QStringLiteral("key ") + keys);
@@ -138,7 +138,7 @@ void User::key(const QString& keys)
 
 void User::write(const QString& text)
 {
-    key(QStringLiteral("ctrl+a"));
+    pressKeys(QStringLiteral("ctrl+a"));
     input({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("2"), text});
     waitFor(QStringLiteral("the text \"%1\"").arg(text), [&] {
         const std::optional<Element> focus = m_program.look().focus();

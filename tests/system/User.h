@@ -25,10 +25,10 @@ public:
     Element findIn(const QString& state, const Wanted& wanted);
 
     /// Waits until it has gone.
-    void lose(const Wanted& wanted);
+    void waitUntilGone(const Wanted& wanted);
 
     /// Waits until the keyboard goes to something with `value`; whatever the value when null.
-    void haveKeyboardIn(const QString& role, const QString& value = QString());
+    void waitForKeyboardIn(const QString& role, const QString& value = QString());
 
     /// Waits until `condition`; `what` says what was missing.
     void waitFor(const QString& what, const std::function<bool()>& condition);
@@ -48,7 +48,7 @@ public:
     void scrollUp(const Wanted& within, const Wanted& top);
 
     /// Such as "Return", "ctrl+q".
-    void key(const QString& keys);
+    void pressKeys(const QString& keys);
 
     /// Writes over what the field with the keyboard holds.
     void write(const QString& text);

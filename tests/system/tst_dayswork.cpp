@@ -173,12 +173,12 @@ void DaysWorkTest::openProject()
         || !QFile::setPermissions(project, QFile::ReadOwner | QFile::WriteOwner))
         throw Stuck(text("%1 cannot be copied").arg(project));
     m_program->nameIdentities(project);
-    m_user->key(text("ctrl+shift+s"));
+    m_user->pressKeys(text("ctrl+shift+s"));
     m_user->find(row("All processors(120)"));
-    m_user->key(text("ctrl+o"));
-    m_user->haveKeyboardIn(text("EditableText"));
+    m_user->pressKeys(text("ctrl+o"));
+    m_user->waitForKeyboardIn(text("EditableText"));
     m_user->write(project);
-    m_user->key(text("Return"));
+    m_user->pressKeys(text("Return"));
     m_user->find(row("All processors(4)"));
     m_user->findIn(text("selected"), row("Stage left"));
     expect({text("SetObserver()")});
@@ -195,9 +195,9 @@ void DaysWorkTest::pickAndSearch()
 void DaysWorkTest::rename()
 {
     m_user->choose(text("Rename"), row("Spare"));
-    m_user->haveKeyboardIn(text("EditableText"), text("Spare"));
+    m_user->waitForKeyboardIn(text("EditableText"), text("Spare"));
     m_user->write(text("Foyer"));
-    m_user->key(text("Return"));
+    m_user->pressKeys(text("Return"));
     expect({pickedProcessor("Spare", "Wing east"), text("AppendContextMenu(2, <Spare>, false)"),
             text(R"(RenameProcessor(<Spare>, "Foyer"))"), text("RenameProcessor() = true")});
     m_user->find(row("Foyer"));
@@ -287,7 +287,7 @@ void DaysWorkTest::addByList()
     m_user->click(menuButton("Add"));
     m_user->click(entry("Add 1 processor"));
     m_user->click(button("Cancel", "Add IP"));
-    m_user->lose(dialog("Add IP"));
+    m_user->waitUntilGone(dialog("Add IP"));
     expect({text("RefreshIPList()")});
 }
 
@@ -295,9 +295,9 @@ void DaysWorkTest::group()
 {
     m_user->click(menuButton("Add"));
     m_user->click(entry("Add processor group"));
-    m_user->haveKeyboardIn(text("EditableText"), text("Group 3"));
+    m_user->waitForKeyboardIn(text("EditableText"), text("Group 3"));
     m_user->write(text("Roof"));
-    m_user->key(text("Return"));
+    m_user->pressKeys(text("Return"));
     expect({text(R"(CreateGroup("Group 3"))"), text("CreateGroup() = <new group 1>"),
             pickedGroup("new group 1", "new 10"), text(R"(RenameGroup(<new group 1>, "Roof"))")});
     m_user->findIn(text("selected"), row("Roof"));
@@ -326,12 +326,12 @@ void DaysWorkTest::remove()
     m_user->clickWith(text("ctrl"), row("Processor 9"));
     expect({pickedProcessor("new 4", "Stage right"),
             text("ReportSelection(<new 5>, 2: [<new 4>, <new 5>], 0, <new 4>)")});
-    m_user->key(text("Delete"));
+    m_user->pressKeys(text("Delete"));
     confirm("Want to delete the selected processor?", "Yes");
     expect({text("PreDeleteProcessors(2: [<new 4>, <new 5>])"),
             text("DeleteProcessors(2: [<new 4>, <new 5>])"),
             pickedProcessor("Stage right", "new 5")});
-    m_user->lose(row("Processor 9"));
+    m_user->waitUntilGone(row("Processor 9"));
 }
 
 void DaysWorkTest::ungroup()
@@ -346,7 +346,7 @@ void DaysWorkTest::ungroup()
             text("AppendContextMenu(1, <new group 1>, false)"), text("Ungroup(<new group 1>)"),
             text("SetProcessorGroup(no group, {}, 1: [<Spare>])"),
             text("ReportSelection({}, 0: [], 0, <Stage right>)")});
-    m_user->lose(row("Roof"));
+    m_user->waitUntilGone(row("Roof"));
 }
 
 void DaysWorkTest::manageAddresses()
@@ -370,7 +370,7 @@ void DaysWorkTest::manageAddresses()
     m_user->click(button("Delete", "IP address management"));
     expect(
         {text(R"(DeleteIPAddress("203.0.113.24"))"), text(R"(DeleteIPAddress("203.0.113.25"))")});
-    m_user->lose({text("Cell"), text("203.0.113.25"), text("IP addresses")});
+    m_user->waitUntilGone({text("Cell"), text("203.0.113.25"), text("IP addresses")});
 }
 
 /// The dialog of before is open still.
@@ -383,9 +383,9 @@ void DaysWorkTest::importAndExport()
     file.close();
     m_user->click(button("Import", "IP address management"));
     m_user->find(dialog("Import an IP address list"));
-    m_user->haveKeyboardIn(text("EditableText"));
+    m_user->waitForKeyboardIn(text("EditableText"));
     m_user->write(imported);
-    m_user->key(text("Return"));
+    m_user->pressKeys(text("Return"));
     m_user->find({text("Cell"), text("203.0.113.41"), text("IP addresses")});
     expect({text(R"(ImportIPFile("~/import.txt"))"), text("ImportIPFile() = 0"),
             text(R"(ShowTipMessage("Import successfully."))")});
@@ -393,9 +393,9 @@ void DaysWorkTest::importAndExport()
     const QString exported = m_program->path(text("export.txt"));
     m_user->click(button("Export", "IP address management"));
     m_user->find(dialog("Export an IP address list"));
-    m_user->haveKeyboardIn(text("EditableText"));
+    m_user->waitForKeyboardIn(text("EditableText"));
     m_user->write(exported);
-    m_user->key(text("Return"));
+    m_user->pressKeys(text("Return"));
     expect({text(R"(ShowTipMessage("Export successfully."))")});
     QFile written(exported);
     const QByteArray wanted = "203.0.113.10,Desk\n203.0.113.21,Balcony\n203.0.113.22,\n"
@@ -403,7 +403,7 @@ void DaysWorkTest::importAndExport()
     if (!written.open(QIODevice::ReadOnly) || written.readAll() != wanted)
         throw Stuck(text("%1 is not as it should be").arg(exported));
     m_user->click(button("Close", "IP address management"));
-    m_user->lose(dialog("IP address management"));
+    m_user->waitUntilGone(dialog("IP address management"));
     expect({text("IpListChanged(6 texts, 6 texts) = true"), text("DetectProcessorsOnly()")});
 }
 
@@ -429,10 +429,10 @@ void DaysWorkTest::detect()
 
 void DaysWorkTest::switchLanguage()
 {
-    m_user->key(text("ctrl+alt+z"));
+    m_user->pressKeys(text("ctrl+alt+z"));
     m_user->find(menuButton("检测设备"));
     m_user->find({text("TreeItem"), text("全部处理器(20)"), text("处理器")});
-    m_user->key(text("ctrl+alt+e"));
+    m_user->pressKeys(text("ctrl+alt+e"));
     m_user->find(menuButton("Detect devices"));
     m_user->find(row("All processors(20)"));
     expect({});
@@ -440,7 +440,7 @@ void DaysWorkTest::switchLanguage()
 
 void DaysWorkTest::lock()
 {
-    m_user->key(text("ctrl+alt+l"));
+    m_user->pressKeys(text("ctrl+alt+l"));
     m_user->findIn(text("disabled"), menuButton("Add"));
     m_user->findIn(text("disabled"), button("IP address management..."));
     m_user->findIn(text("disabled"), {text("ComboBox"), text("Rehearsal"), {}});
@@ -448,31 +448,31 @@ void DaysWorkTest::lock()
     m_user->rightClick(row("Processor 10"));
     m_user->click(row("Processor 11"));
     expect({pickedProcessor("new 6", "Spare"), pickedProcessor("new 7", "new 6")});
-    m_user->key(text("ctrl+alt+l"));
+    m_user->pressKeys(text("ctrl+alt+l"));
     m_user->findIn(text("enabled"), menuButton("Add"));
 }
 
 void DaysWorkTest::readOnly()
 {
-    m_user->key(text("ctrl+alt+r"));
+    m_user->pressKeys(text("ctrl+alt+r"));
     m_user->findIn(text("disabled"), menuButton("Add"));
     m_user->rightClick(row("Stage"));
     m_user->find(entry("Rename"));
     m_user->findIn(text("disabled"), entry("Delete"));
     if (m_program->look().find(entry("Add 1 processor")))
         throw Stuck(text("a read-only tree offers additions"));
-    m_user->key(text("Escape"));
-    m_user->lose(entry("Rename"));
+    m_user->pressKeys(text("Escape"));
+    m_user->waitUntilGone(entry("Rename"));
     expect({pickedGroup("Stage", "new 6"), text("AppendContextMenu(1, <Stage>, true)")});
-    m_user->key(text("ctrl+alt+r"));
+    m_user->pressKeys(text("ctrl+alt+r"));
     m_user->findIn(text("enabled"), menuButton("Add"));
 }
 
 void DaysWorkTest::quit()
 {
-    m_user->key(text("ctrl+s"));
+    m_user->pressKeys(text("ctrl+s"));
     m_user->find({text("Window"), text("day.json - Workbench"), {}});
-    m_user->key(text("ctrl+q"));
+    m_user->pressKeys(text("ctrl+q"));
     const QByteArray complaints = m_program->waitForEnd();
     if (m_program->exitCode() != 0 || !complaints.isEmpty())
         throw Stuck(text("it ended with %1").arg(m_program->exitCode()));
@@ -497,10 +497,10 @@ void DaysWorkTest::search(const char* words, const char* name)
 /// Switches what the handler answers.
 void DaysWorkTest::answer(const char* answerName)
 {
-    m_user->key(text("ctrl+shift+h"));
+    m_user->pressKeys(text("ctrl+shift+h"));
     m_user->click({text("CheckBox"), text(answerName), text("Handler answers")});
     m_user->click(button("OK", "Handler answers"));
-    m_user->lose(dialog("Handler answers"));
+    m_user->waitUntilGone(dialog("Handler answers"));
 }
 
 /// Answers a question of the panel's.
@@ -511,7 +511,7 @@ void DaysWorkTest::confirm(const char* question, const char* reply)
         return box && box->description == text(question);
     });
     m_user->click(button(reply, "Workbench"));
-    m_user->lose(messageBox("Workbench"));
+    m_user->waitUntilGone(messageBox("Workbench"));
 }
 
 /// Waits until the panel has made these requests after those expected so far, and no other ones.

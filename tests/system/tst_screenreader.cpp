@@ -125,7 +125,7 @@ struct Session
 
     void hearKey(const char* announcement, const char* key)
     {
-        hear(announcement, [&] { user.key(text(key)); });
+        hear(announcement, [&] { user.pressKeys(text(key)); });
     }
 
     void hearAction(const char* announcement, const Heard& thing, const char* action)
@@ -243,7 +243,7 @@ void ScreenReaderTest::shouldHearRowsThatKeysReach()
         session.hearKey("focus Stage left", "Down");
         session.hearKey("focus Stage", "Left");
         QVERIFY(session.row("Stage").is("focused"));
-        session.user.key(text("Left"));
+        session.user.pressKeys(text("Left"));
         session.user.waitFor(text("collapsed"),
                              [&] { return session.row("Stage").is("collapsed"); });
         QVERIFY(!Session::inPanel("tree item", "Stage left"));
@@ -274,7 +274,7 @@ void ScreenReaderTest::shouldHearMenus()
         QCOMPARE(session.entries().join(QLatin1Char('|')),
                  text("Add processor group|Add 1 processor|Add 2 processor|Custom adds..."));
         session.hearKey("focus Add 1 processor", "Down");
-        session.user.key(text("Escape"));
+        session.user.pressKeys(text("Escape"));
         session.hearAction("focus Add processor group", session.row("Wings"), "ShowMenu");
         QVERIFY(session.entries().contains(text("Rename")));
         session.hearKey("focus Wings", "Escape");

@@ -4,7 +4,7 @@
 #include "host/widgets/SvgIcons.h"
 #include "host/widgets/TreeView.h"
 #include "tests/support/WarningTrap.h"
-#include "tests/widgets/ProcessorRows.h"
+#include "tests/widgets/SampleTree.h"
 
 #include <QApplication>
 #include <QHelpEvent>

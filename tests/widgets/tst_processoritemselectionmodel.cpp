@@ -1,7 +1,7 @@
 #include "host/widgets/ProcessorItemSelectionModel.h"
 #include "host/widgets/TreeView.h"
 #include "tests/support/WarningTrap.h"
-#include "tests/widgets/ProcessorRows.h"
+#include "tests/widgets/SampleTree.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -4,7 +4,7 @@
 #include "host/widgets/ProcessorDelegate.h"
 #include "host/widgets/ProcessorItemSelectionModel.h"
 #include "tests/support/WarningTrap.h"
-#include "tests/widgets/ProcessorRows.h"
+#include "tests/widgets/SampleTree.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -141,7 +141,7 @@ struct Form
         QCoreApplication::sendEvent(&view, &menu);
     }
 
-    void key(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    void pressKey(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(&view, static_cast<Qt::Key>(key), modifiers);
     }
@@ -252,10 +252,10 @@ void TestTreeView::shouldRequestTheMenuByKeyboard()
              form.view.visualRect(form.tree.processor(1)).bottomLeft());
     QCOMPARE(form.selected(), QStringLiteral("1 2"));
 
-    form.key(Qt::Key_F10, Qt::ShiftModifier);
+    form.pressKey(Qt::Key_F10, Qt::ShiftModifier);
     QCOMPARE(form.asked.count(), 2);
     form.view.setContextMenuPolicy(Qt::PreventContextMenu);
-    form.key(Qt::Key_F10, Qt::ShiftModifier);
+    form.pressKey(Qt::Key_F10, Qt::ShiftModifier);
     form.menuKey();
     QCOMPARE(form.asked.count(), 2);
     form.view.setContextMenuPolicy(Qt::DefaultContextMenu);
@@ -338,13 +338,13 @@ void TestTreeView::shouldMoveThroughRowsThatCannotBeCurrent()
     form.click(form.at(form.tree.all()));
     QStringList way;
     for (int step = 0; step < 8; ++step) {
-        form.key(Qt::Key_Down);
+        form.pressKey(Qt::Key_Down);
         way += form.selected();
     }
     QCOMPARE(way.join(QLatin1Char(' ')), QStringLiteral("A 1 2 B 3 4 5 5"));
     way.clear();
     for (int step = 0; step < 7; ++step) {
-        form.key(Qt::Key_Up);
+        form.pressKey(Qt::Key_Up);
         way += form.selected();
     }
     QCOMPARE(way.join(QLatin1Char(' ')), QStringLiteral("4 3 B 2 1 A All(5)"));
@@ -357,17 +357,17 @@ void TestTreeView::shouldMoveByPages()
     form.click(form.at(form.tree.all()));
     QStringList way;
     for (int step = 0; step < 4; ++step) {
-        form.key(Qt::Key_PageDown);
+        form.pressKey(Qt::Key_PageDown);
         way += form.selected();
         QVERIFY(form.view.viewport()->rect().contains(
             form.at(form.view.selectionModel()->selectedIndexes().first())));
     }
     QCOMPARE(way.join(QLatin1Char(' ')), QStringLiteral("1 B 4 5"));
-    form.key(Qt::Key_PageUp);
+    form.pressKey(Qt::Key_PageUp);
     QCOMPARE(form.selected(), QStringLiteral("4"));
-    form.key(Qt::Key_Home);
+    form.pressKey(Qt::Key_Home);
     QCOMPARE(form.selected(), QStringLiteral("All(5)"));
-    form.key(Qt::Key_End);
+    form.pressKey(Qt::Key_End);
     QCOMPARE(form.selected(), QStringLiteral("5"));
 }
 
@@ -375,22 +375,22 @@ void TestTreeView::shouldCollapseAndExpandByKeys()
 {
     Form form;
     form.click(form.at(form.tree.processor(2)));
-    form.key(Qt::Key_Left);
+    form.pressKey(Qt::Key_Left);
     QCOMPARE(form.selected(), QStringLiteral("A"));
-    form.key(Qt::Key_Left);
+    form.pressKey(Qt::Key_Left);
     QVERIFY(!form.view.isExpanded(form.tree.a()));
-    form.key(Qt::Key_Right);
+    form.pressKey(Qt::Key_Right);
     QVERIFY(form.view.isExpanded(form.tree.a()));
-    form.key(Qt::Key_Right);
+    form.pressKey(Qt::Key_Right);
     QCOMPARE(form.selected(), QStringLiteral("1"));
-    form.key(Qt::Key_Right);
+    form.pressKey(Qt::Key_Right);
     QCOMPARE(form.selected(), QStringLiteral("1"));
-    form.key(Qt::Key_Left);
-    form.key(Qt::Key_Left);
-    form.key(Qt::Key_Left);
+    form.pressKey(Qt::Key_Left);
+    form.pressKey(Qt::Key_Left);
+    form.pressKey(Qt::Key_Left);
     QCOMPARE(form.selected(), QStringLiteral("All(5)"));
-    form.key(Qt::Key_Left);
-    form.key(Qt::Key_Left);
+    form.pressKey(Qt::Key_Left);
+    form.pressKey(Qt::Key_Left);
     QVERIFY(!form.view.isExpanded(form.tree.all()));
     QCOMPARE(form.selected(), QStringLiteral("All(5)"));
 }
@@ -400,14 +400,14 @@ void TestTreeView::shouldEditTheRowWithTheKeyboardFocus()
     Form form;
     form.click(form.at(form.tree.processor(1)));
     form.click(form.at(form.tree.a()));
-    form.key(Qt::Key_F2);
+    form.pressKey(Qt::Key_F2);
     auto* editor = form.view.findChild<QLineEdit*>();
     QVERIFY(editor);
     QCOMPARE(editor->text(), QStringLiteral("A"));
     QTest::keyClick(editor, Qt::Key_Escape);
     form.click(form.at(form.tree.processor(1)));
     QTRY_VERIFY(!form.view.findChild<QLineEdit*>());
-    form.key(Qt::Key_F2);
+    form.pressKey(Qt::Key_F2);
     editor = form.view.findChild<QLineEdit*>();
     QVERIFY(editor);
     QCOMPARE(editor->text(), QStringLiteral("1"));
@@ -442,9 +442,9 @@ void TestTreeView::shouldShowFocusToKeyboardUsersOnly()
     QTRY_VERIFY(form.view.hasFocus());
     form.click(form.at(form.tree.processor(1)));
     QCOMPARE(focused(), QString());
-    form.key(Qt::Key_Up);
+    form.pressKey(Qt::Key_Up);
     QCOMPARE(focused(), QStringLiteral("A selected focus"));
-    form.key(Qt::Key_Down);
+    form.pressKey(Qt::Key_Down);
     QCOMPARE(focused(), QStringLiteral("1 selected focus"));
     form.click(form.at(form.tree.processor(2)));
     QCOMPARE(focused(), QString());

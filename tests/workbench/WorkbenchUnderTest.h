@@ -49,7 +49,7 @@ struct WorkbenchUnderTest
     /// The handler as the panel has it.
     std::shared_ptr<ITargetSelectInterfaceHandler> handler();
 
-    QAction* action(Do what) { return window.actions()[what]; }
+    QAction* action(ActionId id) { return window.actions()[id]; }
     ProjectStore& store() { return session.store(); }
     ProcessorNode processor(quint32 n);
 

@@ -29,7 +29,7 @@ private:
 void WorkbenchDialogsTest::shouldForceChecksOfAddresses()
 {
     WorkbenchUnderTest test;
-    test.action(Do::HandlerAnswers)->trigger();
+    test.action(ActionId::HandlerAnswers)->trigger();
     auto* dialog = openDialog<QDialog>();
     QVERIFY(dialog);
     // A smaller screen than anybody has leaves the buttons in reach.
@@ -52,7 +52,7 @@ void WorkbenchDialogsTest::shouldForceChecksOfAddresses()
 void WorkbenchDialogsTest::shouldSwitchEveryAnswer()
 {
     WorkbenchUnderTest test;
-    test.action(Do::HandlerAnswers)->trigger();
+    test.action(ActionId::HandlerAnswers)->trigger();
     auto* dialog = openDialog<QDialog>();
     QVERIFY(dialog);
     QHash<QString, QWidget*> fields;
@@ -91,7 +91,7 @@ void WorkbenchDialogsTest::shouldRaiseAnyEvent()
     test.window.records().select({sampleId(12)});
     test.session.trace().clear();
     const auto raise = [&](int number, int type, const QString& value) {
-        test.action(Do::RaiseEvent)->trigger();
+        test.action(ActionId::RaiseEvent)->trigger();
         auto* dialog = openDialog<RaiseEventDialog>();
         dialog->numberField()->setValue(number);
         if (type >= 0)
@@ -143,7 +143,7 @@ void WorkbenchDialogsTest::shouldEditDeviceSets()
                 QTest::mouseClick(button, Qt::LeftButton);
         }
     };
-    test.action(Do::DeviceSets)->trigger();
+    test.action(ActionId::DeviceSets)->trigger();
     auto* dialog = openDialog<QDialog>();
     QVERIFY(dialog);
     press(dialog, QStringLiteral("&Add"));

@@ -48,12 +48,12 @@ void WorkbenchFilesTest::shouldSaveAndRemember()
     QVERIFY(test.window.windowTitle().startsWith(QStringLiteral("saved.json")));
     QCOMPARE(test.window.actions().recentMenu()->actions().first()->text(), path);
 
-    test.action(Do::NewProject)->trigger();
+    test.action(ActionId::NewProject)->trigger();
     QVERIFY(test.store().snapshot().processors.isEmpty());
     test.window.actions().recentMenu()->actions().first()->trigger();
     QCOMPARE(test.store().snapshot().processors.size(), 5);
     test.store().addProcessors(QUuid(), 1);
-    test.action(Do::SaveProject)->trigger();
+    test.action(ActionId::SaveProject)->trigger();
     QCOMPARE(loadProject(path, problem)->processors.size(), 6);
     QVERIFY(!test.window.files().save(QStringLiteral("/nowhere/x.json"), problem));
     QCOMPARE(test.window.files().path(), path);
@@ -74,12 +74,12 @@ void WorkbenchFilesTest::shouldAskBeforeChangesAreLost()
         });
     };
     answer(QMessageBox::Cancel);
-    test.action(Do::NewProject)->trigger();
+    test.action(ActionId::NewProject)->trigger();
     QCOMPARE(test.store().snapshot().processors.size(), 5);
     answer(QMessageBox::Cancel);
     QVERIFY(!test.window.close());
     answer(QMessageBox::Discard);
-    test.action(Do::NewProject)->trigger();
+    test.action(ActionId::NewProject)->trigger();
     QCOMPARE(asked, 3);
     QVERIFY(test.store().snapshot().processors.isEmpty());
     QVERIFY(test.window.close());

@@ -75,7 +75,7 @@ void WorkbenchPanelTest::shouldShowTheSampleProject()
 {
     QFETCH(Notifier::Delivery, delivery);
     WorkbenchUnderTest test(delivery);
-    test.action(Do::OpenSample)->trigger();
+    test.action(ActionId::OpenSample)->trigger();
     test.waitForPanel();
     QCOMPARE(test.store().snapshot().processors.size(), 120);
     QVERIFY2(test.panelTree().startsWith(QStringLiteral("All processors(120)[Main stage[Stage 1,")),
@@ -119,16 +119,16 @@ void WorkbenchPanelTest::shouldDestroyThePanelAndInitialiseItAgain()
 {
     WorkbenchUnderTest test;
     for (int round = 0; round < 3; ++round) {
-        test.action(Do::ClosePanel)->trigger();
+        test.action(ActionId::ClosePanel)->trigger();
         QVERIFY(!test.session.layer());
-        QVERIFY(!test.action(Do::Reconnect)->isEnabled());
+        QVERIFY(!test.action(ActionId::Reconnect)->isEnabled());
         test.store().addProcessors(QUuid(), 1);
         QTRY_VERIFY(test.session.notifier().isIdle());
-        test.action(Do::OpenPanel)->trigger();
+        test.action(ActionId::OpenPanel)->trigger();
         QVERIFY(test.session.layer());
         test.waitForPanel();
-        test.action(Do::Reconnect)->trigger();
-        test.action(Do::OpenPanel)->trigger();
+        test.action(ActionId::Reconnect)->trigger();
+        test.action(ActionId::OpenPanel)->trigger();
         test.waitForPanel();
     }
     QCOMPARE(test.store().snapshot().processors.size(), 7);
@@ -140,9 +140,9 @@ void WorkbenchPanelTest::shouldOutliveAPanelDestroyedUnderEvents()
     for (int n = 0; n < 50; ++n)
         test.store().addProcessors(QUuid(), 1);
     QVERIFY(!test.session.notifier().isIdle());
-    test.action(Do::ClosePanel)->trigger();
+    test.action(ActionId::ClosePanel)->trigger();
     QTRY_VERIFY_WITH_TIMEOUT(test.session.notifier().isIdle(), 30000);
-    test.action(Do::OpenPanel)->trigger();
+    test.action(ActionId::OpenPanel)->trigger();
     test.waitForPanel();
     QCOMPARE(test.store().snapshot().processors.size(), 54);
 }
@@ -220,7 +220,7 @@ void WorkbenchPanelTest::shouldLockByKey()
     auto* panel = test.session.layer()->GetWidget();
     const auto* selector = panel->findChild<QComboBox*>();
     const auto act = [&](int key, int what) {
-        test.action(Do::LockByKey)->trigger();
+        test.action(ActionId::LockByKey)->trigger();
         auto* dialog = openDialog<QDialog>();
         dialog->findChild<QSpinBox*>()->setValue(key);
         dialog->findChild<QComboBox*>()->setCurrentIndex(what);
@@ -236,10 +236,10 @@ void WorkbenchPanelTest::shouldLockByKey()
     act(7, 2);
     QCOMPARE(tree->contextMenuPolicy(), Qt::PreventContextMenu);
     // Another panel knows nothing of the locks.
-    test.action(Do::LockOperations)->trigger();
-    test.action(Do::ClosePanel)->trigger();
-    test.action(Do::OpenPanel)->trigger();
-    QVERIFY(!test.action(Do::LockOperations)->isChecked());
+    test.action(ActionId::LockOperations)->trigger();
+    test.action(ActionId::ClosePanel)->trigger();
+    test.action(ActionId::OpenPanel)->trigger();
+    QVERIFY(!test.action(ActionId::LockOperations)->isChecked());
     QVERIFY(test.session.layer()->GetWidget()->findChild<QComboBox*>()->isEnabled());
     test.waitForPanel();
 }
@@ -254,7 +254,7 @@ void WorkbenchPanelTest::shouldWarnOfTheSelectedProcessors()
             lines = dialog.accessibleDescription().split(QLatin1Char('\n'));
             QTest::keyClick(&dialog, Qt::Key_Escape);
         });
-        test.action(Do::LanUsbWarning)->trigger();
+        test.action(ActionId::LanUsbWarning)->trigger();
         const bool isAnswered = QTest::qWaitFor([&] { return driver.isDone(); });
         return isAnswered ? lines.mid(1) : QStringList({QStringLiteral("not shown")});
     };

@@ -116,11 +116,12 @@ void WorkbenchWindowTest::shouldWorkByMouse()
     QCOMPARE(test.window.records().selectedProcessors(),
              (QList<QUuid>{sampleId(13), sampleId(14)}));
     QCOMPARE(test.window.records().fields()->topLevelItemCount(), 28);
-    auto* button = test.window.findChild<QToolBar*>()->widgetForAction(test.action(Do::GoOnline));
+    auto* button =
+        test.window.findChild<QToolBar*>()->widgetForAction(test.action(ActionId::GoOnline));
     QTest::mouseClick(button, Qt::LeftButton);
     QVERIFY(test.processor(13).online && test.processor(14).online);
 
-    test.action(Do::MoveToGroup)->trigger();
+    test.action(ActionId::MoveToGroup)->trigger();
     auto* move = openDialog<QInputDialog>();
     QVERIFY(move);
     auto* list = move->findChild<QListView*>();
@@ -215,7 +216,7 @@ void WorkbenchWindowTest::shouldShowARowInTheLog()
     QVERIFY(lines->rowCount() > 0);
     QVERIFY(lines->rowCount() < test.session.trace().rowCount());
 
-    test.action(Do::Chinese)->trigger();
+    test.action(ActionId::Chinese)->trigger();
     QMenu chinese;
     test.handler()->AppendContextMenu(NodeGroup, sampleId(1), false, &chinese);
     QCOMPARE(chinese.actions().constLast()->text(), QString::fromUtf8("宿主：在日志中显示"));
@@ -225,16 +226,16 @@ void WorkbenchWindowTest::shouldMarkProcessors()
 {
     WorkbenchUnderTest test(Notifier::Delivery::GuiThread);
     test.window.records().select({sampleId(11), sampleId(13)});
-    test.action(Do::ToggleHasBackup)->trigger();
+    test.action(ActionId::ToggleHasBackup)->trigger();
     QCOMPARE(test.processor(13).redundancyMode, 1);
-    test.action(Do::ToggleBackup)->trigger();
+    test.action(ActionId::ToggleBackup)->trigger();
     QCOMPARE(test.processor(13).redundancyMode, 2);
-    test.action(Do::ToggleBackup)->trigger();
+    test.action(ActionId::ToggleBackup)->trigger();
     QCOMPARE(test.processor(13).redundancyMode, 0);
-    test.action(Do::ToggleProtected)->trigger();
+    test.action(ActionId::ToggleProtected)->trigger();
     QVERIFY(test.handler()->IsDeleteBlocked(sampleId(13)));
     QVERIFY(!test.handler()->IsDeleteBlocked(sampleId(12)));
-    test.action(Do::ToggleProtected)->trigger();
+    test.action(ActionId::ToggleProtected)->trigger();
     QVERIFY(!test.handler()->IsDeleteBlocked(sampleId(13)));
 }
 
@@ -242,22 +243,22 @@ void WorkbenchWindowTest::shouldLogTheTree()
 {
     WorkbenchUnderTest test;
     test.session.trace().clear();
-    test.action(Do::LogTree)->trigger();
+    test.action(ActionId::LogTree)->trigger();
     test.session.trace().flush();
     QCOMPARE(test.session.trace().rowCount(), 7);
     QVERIFY(test.session.trace().entry(2).text.contains(QStringLiteral("P11 10.0.0.1 offline")));
     test.session.trace().clear();
-    test.action(Do::LogProcessors)->trigger();
+    test.action(ActionId::LogProcessors)->trigger();
     test.session.trace().flush();
     QCOMPARE(test.session.trace().rowCount(), 6);
-    test.action(Do::RemoveAllGroups)->trigger();
+    test.action(ActionId::RemoveAllGroups)->trigger();
     QCOMPARE(test.panelTree(), QStringLiteral("All processors(1)[P14]"));
-    test.action(Do::AnnounceProject)->trigger();
+    test.action(ActionId::AnnounceProject)->trigger();
     test.waitForPanel();
-    test.action(Do::SetReadOnly)->trigger();
-    test.action(Do::LockOperations)->trigger();
-    test.action(Do::ApplyLock)->trigger();
-    test.action(Do::DetectDevices)->trigger();
+    test.action(ActionId::SetReadOnly)->trigger();
+    test.action(ActionId::LockOperations)->trigger();
+    test.action(ActionId::ApplyLock)->trigger();
+    test.action(ActionId::DetectDevices)->trigger();
     QVERIFY(test.processor(11).online);
     test.waitForPanel();
 }
@@ -265,35 +266,35 @@ void WorkbenchWindowTest::shouldLogTheTree()
 void WorkbenchWindowTest::shouldFollowTheLanguage()
 {
     WorkbenchUnderTest test;
-    const QString english = test.action(Do::SaveProject)->text();
-    test.action(Do::Chinese)->trigger();
-    QTRY_COMPARE(test.action(Do::SaveProject)->text(), QString::fromUtf8("保存(&S)"));
+    const QString english = test.action(ActionId::SaveProject)->text();
+    test.action(ActionId::Chinese)->trigger();
+    QTRY_COMPARE(test.action(ActionId::SaveProject)->text(), QString::fromUtf8("保存(&S)"));
     QTRY_COMPARE(test.panelTree(), QString::fromUtf8("全部处理器(4)[G1[P11,P12],G2[P13],P14]"));
     QCOMPARE(test.window.records().model().headerData(0, Qt::Horizontal).toString(),
              QString::fromUtf8("名称"));
     QCOMPARE(test.window.log().clearButton()->text(), QString::fromUtf8("清空"));
     for (const QAction* action : test.window.findChild<QToolBar*>()->actions())
         QVERIFY2(!action->iconText().contains(QLatin1Char('(')), qPrintable(action->iconText()));
-    test.action(Do::English)->trigger();
-    QTRY_COMPARE(test.action(Do::SaveProject)->text(), english);
+    test.action(ActionId::English)->trigger();
+    QTRY_COMPARE(test.action(ActionId::SaveProject)->text(), english);
     QTRY_VERIFY(test.panelTree().startsWith(QStringLiteral("All processors(4)")));
 }
 
 void WorkbenchWindowTest::shouldOfferOnlyWhatIsPossible()
 {
     WorkbenchUnderTest test;
-    QVERIFY(!test.action(Do::Remove)->isEnabled());
-    QVERIFY(!test.action(Do::GoOnline)->isEnabled());
+    QVERIFY(!test.action(ActionId::Remove)->isEnabled());
+    QVERIFY(!test.action(ActionId::GoOnline)->isEnabled());
     test.window.records().select({sampleId(11), sampleId(12)});
-    QVERIFY(test.action(Do::GoOnline)->isEnabled());
-    QVERIFY(!test.action(Do::MakeCurrent)->isEnabled());
-    QVERIFY(!test.action(Do::Rename)->isEnabled());
+    QVERIFY(test.action(ActionId::GoOnline)->isEnabled());
+    QVERIFY(!test.action(ActionId::MakeCurrent)->isEnabled());
+    QVERIFY(!test.action(ActionId::Rename)->isEnabled());
     test.window.records().select({sampleId(1)});
-    QVERIFY(test.action(Do::Rename)->isEnabled());
-    QVERIFY(!test.action(Do::GoOnline)->isEnabled());
+    QVERIFY(test.action(ActionId::Rename)->isEnabled());
+    QVERIFY(!test.action(ActionId::GoOnline)->isEnabled());
     test.store().addProcessors(QUuid(), 251);
-    QVERIFY(!test.action(Do::AddProcessor)->isEnabled());
-    QVERIFY(!test.action(Do::AddProcessors)->isEnabled());
+    QVERIFY(!test.action(ActionId::AddProcessor)->isEnabled());
+    QVERIFY(!test.action(ActionId::AddProcessors)->isEnabled());
     test.waitForPanel();
 }
 
@@ -318,8 +319,9 @@ void WorkbenchWindowTest::shouldNameItsWidgets()
         }
     };
     check(&test.window);
-    for (const Do what : {Do::AddProcessors, Do::DeviceSets, Do::HandlerAnswers, Do::RaiseEvent}) {
-        test.action(what)->trigger();
+    for (const ActionId id : {ActionId::AddProcessors, ActionId::DeviceSets,
+                              ActionId::HandlerAnswers, ActionId::RaiseEvent}) {
+        test.action(id)->trigger();
         auto* dialog = openDialog<QDialog>();
         QVERIFY(dialog);
         check(dialog);

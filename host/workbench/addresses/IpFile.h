@@ -24,7 +24,7 @@ struct ImportedIpList
 {
     static constexpr int kMaxRefusedKept = 20;
 
-    QList<ImportedIpLine> lines;  ///< At most IpList::kMaxEntries, no address twice.
+    QList<ImportedIpLine> lines;  ///< At most ProjectLimits::kMaxIpEntries, no address twice.
     QList<RefusedIpLine> refused; ///< The first kMaxRefusedKept.
     int refusedCount = 0;
 

@@ -38,7 +38,7 @@ QString refusalText(IpRefusal refusal)
     case IpRefusal::Duplicate:
         return QStringLiteral("the address is there already");
     case IpRefusal::Full:
-        return QStringLiteral("the list is full with %1 entries").arg(IpList::kMaxEntries);
+        return QStringLiteral("the list is full with %1 entries").arg(ProjectLimits::kMaxIpEntries);
     case IpRefusal::NoSuchRow:
         return QStringLiteral("there is no such row");
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Interface/ProjectLimits.h"
+
 #include <QList>
 #include <QSet>
 #include <QString>
@@ -41,18 +43,17 @@ enum class IpRefusal {
 /// Returns the reason in English, for the log.
 QString refusalText(IpRefusal refusal);
 
-/// The host's IP list: at most kMaxEntries entries, no address twice, in the order in which they
-/// were added. A plain value.
+/// The host's IP list: at most ProjectLimits::kMaxIpEntries entries, no address twice, in the order
+/// in which they were added. A plain value.
 class IpList final
 {
 public:
-    static constexpr int kMaxEntries = 255;
     static constexpr int kMaxNameLength = 256;
 
     const QList<IpEntry>& entries() const { return m_entries; }
     const QSet<quint32>& addresses() const { return m_addresses; }
     int size() const { return m_entries.size(); }
-    bool isFull() const { return size() >= kMaxEntries; }
+    bool isFull() const { return size() >= ProjectLimits::kMaxIpEntries; }
 
     IpRefusal append(const IpEntry& entry);
 

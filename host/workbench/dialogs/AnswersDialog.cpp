@@ -58,7 +58,7 @@ public:
         add(name, box);
     }
 
-    void address(const char* name, const QList<quint32>& value)
+    void visitAddress(const char* name, const QList<quint32>& value)
     {
         add(name, new QLineEdit(addressesText(value), &m_dialog));
     }
@@ -101,7 +101,7 @@ public:
                           .arg(QLatin1String(name));
     }
 
-    void address(const char* name, QList<quint32>& value)
+    void visitAddress(const char* name, QList<quint32>& value)
     {
         const auto addresses = addressesOfText(field<QLineEdit>(name)->text());
         if (addresses)

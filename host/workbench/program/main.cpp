@@ -75,7 +75,7 @@ int main(int argc, char** argv)
     Inspector inspector;
     Language language;
     MainWindow window(session, language);
-    window.actions()[Do::GuiThreadEvents]->setChecked(options.guiThreadEvents);
+    window.actions()[ActionId::GuiThreadEvents]->setChecked(options.guiThreadEvents);
     QString problem;
     observe(options, trace, inspector, problem);
     load(options, window, problem);

@@ -56,12 +56,12 @@ void FieldWriter::operator()(const char* name, const std::array<quint32, 4>& val
     put(name, array);
 }
 
-void FieldWriter::address(const char* name, quint32 value)
+void FieldWriter::visitAddress(const char* name, quint32 value)
 {
     put(name, dottedAddress(value));
 }
 
-void FieldWriter::address(const char* name, const QList<quint32>& value)
+void FieldWriter::visitAddress(const char* name, const QList<quint32>& value)
 {
     QJsonArray array;
     for (const quint32 address : value)
@@ -263,13 +263,13 @@ void FieldReader::operator()(const char* name, HostReply& value)
     report(pathTo(name), tr("one of %1 is expected").arg(names.join(QStringLiteral(", "))));
 }
 
-void FieldReader::address(const char* name, quint32& value)
+void FieldReader::visitAddress(const char* name, quint32& value)
 {
     if (const auto json = take(name))
         readAddress(*json, pathTo(name), value);
 }
 
-void FieldReader::address(const char* name, QList<quint32>& value)
+void FieldReader::visitAddress(const char* name, QList<quint32>& value)
 {
     const auto json = take(name);
     if (!json)

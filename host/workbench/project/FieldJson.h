@@ -38,8 +38,8 @@ public:
     void operator()(const char* name, float value) { put(name, static_cast<double>(value)); }
     void operator()(const char* name, const std::array<quint32, 4>& value);
     void operator()(const char* name, HostReply value) { put(name, hostReplyName(value)); }
-    void address(const char* name, quint32 value);
-    void address(const char* name, const QList<quint32>& value);
+    void visitAddress(const char* name, quint32 value);
+    void visitAddress(const char* name, const QList<quint32>& value);
 
     QJsonObject object;
 
@@ -72,8 +72,8 @@ public:
     void operator()(const char* name, float& value);
     void operator()(const char* name, std::array<quint32, 4>& value);
     void operator()(const char* name, HostReply& value);
-    void address(const char* name, quint32& value);
-    void address(const char* name, QList<quint32>& value);
+    void visitAddress(const char* name, quint32& value);
+    void visitAddress(const char* name, QList<quint32>& value);
 
     /// Returns the value of a member, of any type, and marks the member as known.
     std::optional<QJsonValue> take(const char* name);

@@ -35,7 +35,7 @@ public:
     {
         put(name, QString::number(value));
     }
-    void address(const char* name, quint32 value) { put(name, dottedAddress(value)); }
+    void visitAddress(const char* name, quint32 value) { put(name, dottedAddress(value)); }
 
     QList<FieldText> texts;
 

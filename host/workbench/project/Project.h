@@ -2,6 +2,7 @@
 
 #include "Interface/DeviceSetInfo.h"
 #include "Interface/ProcessorNode.h"
+#include "Interface/ProjectLimits.h"
 #include "host/workbench/addresses/IpList.h"
 #include "host/workbench/project/HostReply.h"
 
@@ -57,13 +58,11 @@ struct HandlerAnswers
 /// The project of the host. A plain value that does not announce changes.
 ///
 /// Identities are unique over groups and processors, the group of a processor exists or is null,
-/// and there are at most kMaxProcessors processors: the operations keep that. ProcessorGroupNode's
-/// list of processors stays empty in here; group() and allGroups() fill it in.
+/// and there are at most ProjectLimits::kMaxProcessors processors: the operations keep that.
+/// ProcessorGroupNode's list of processors stays empty in here; group() and allGroups() fill it in.
 class Project final
 {
 public:
-    static constexpr int kMaxProcessors = 255;
-
     QList<ProcessorGroupNode> groups;
     QList<ProcessorNode> processors;
     QList<DeviceSet> deviceSets;
@@ -77,7 +76,7 @@ public:
     ProcessorNode* processor(const QUuid& id);
     const ProcessorGroupNode* findGroup(const QUuid& id) const;
     bool hasGroup(const QUuid& id) const { return findGroup(id) != nullptr; }
-    int roomForProcessors() const { return kMaxProcessors - processors.size(); }
+    int roomForProcessors() const { return ProjectLimits::kMaxProcessors - processors.size(); }
 
     /// The group's record with its processors; default-constructed for an unknown identity.
     ProcessorGroupNode group(const QUuid& id) const;

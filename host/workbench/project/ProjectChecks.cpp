@@ -1,5 +1,6 @@
 #include "host/workbench/project/ProjectChecks.h"
 
+#include "Interface/ProjectLimits.h"
 #include "host/workbench/project/Guid.h"
 
 #include <QCoreApplication>
@@ -39,11 +40,11 @@ Problem checkProcessors(const Project& project, QSet<QUuid>& seen)
 {
     for (int at = 0; at < project.processors.size(); ++at) {
         const ProcessorNode& node = project.processors.at(at);
-        if (at >= Project::kMaxProcessors)
+        if (at >= ProjectLimits::kMaxProcessors)
             return JsonProblem{
                 pathTo("processors", at),
                 Messages::tr("a project holds at most %1 processors; this one has %2")
-                    .arg(Project::kMaxProcessors)
+                    .arg(ProjectLimits::kMaxProcessors)
                     .arg(project.processors.size())};
         if (auto problem = checkIdentity(node.id, pathTo("processors", at), seen))
             return problem;

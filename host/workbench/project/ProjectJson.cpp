@@ -1,5 +1,6 @@
 #include "host/workbench/project/ProjectJson.h"
 
+#include "Interface/ProjectLimits.h"
 #include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/project/FieldJson.h"
 #include "host/workbench/project/JsonLocator.h"
@@ -92,9 +93,8 @@ void readIpList(FieldReader& reader, IpList& list)
                 Messages::tr("the name has more than %1 characters").arg(IpList::kMaxNameLength));
             return;
         default:
-            reader.report(
-                path,
-                Messages::tr("the IP list holds at most %1 entries").arg(IpList::kMaxEntries));
+            reader.report(path, Messages::tr("the IP list holds at most %1 entries")
+                                    .arg(ProjectLimits::kMaxIpEntries));
             return;
         }
     }

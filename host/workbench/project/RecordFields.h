@@ -5,7 +5,8 @@
 /// The fields of the records, by name and in their order, for everybody who goes through all of
 /// them: the project file, the list of fields in the window, the tests.
 ///
-/// `visit(name, field)` is called for each field; addresses go to `visit.address(name, field)`.
+/// `visit(name, field)` is called for each field; addresses go to `visit.visitAddress(name,
+/// field)`.
 
 template <typename Node, typename Visitor>
 void visitProcessorFields(Node& node, Visitor& visit)
@@ -34,8 +35,8 @@ void visitProcessorFields(Node& node, Visitor& visit)
     visit("hostAttribute22", node.hostAttribute22);
     visit("hostFlag23", node.hostFlag23);
     visit("hostText24", node.hostText24);
-    visit.address("ipAddress", node.ipAddress);
-    visit.address("secondAddress", node.secondAddress);
+    visit.visitAddress("ipAddress", node.ipAddress);
+    visit.visitAddress("secondAddress", node.secondAddress);
     visit("online", node.online);
     visit("reachedByIp", node.reachedByIp);
 }
@@ -70,7 +71,7 @@ void visitAnswerFields(Answers& answers, Visitor& visit)
     visit("usesIpAddressing", answers.usesIpAddressing);
     visit("ipManagementAvailable", answers.ipManagementAvailable);
     visit("lanUsbMode", answers.lanUsbMode);
-    visit.address("lanUsbAddresses", answers.lanUsbAddresses);
+    visit.visitAddress("lanUsbAddresses", answers.lanUsbAddresses);
     visit("nameMaxBytes", answers.nameMaxBytes);
     visit("nameUtf8", answers.nameUtf8);
     visit("fixedOutputCount", answers.fixedOutputCount);

@@ -59,20 +59,20 @@ std::vector<Tour::Step> Tour::steps()
     Session* session = &m_window.session();
     ProjectStore* store = &session->store();
     RecordsPanel* records = &m_window.records();
-    const auto trigger = [this](Do what) { m_window.actions()[what]->trigger(); };
+    const auto trigger = [this](ActionId id) { m_window.actions()[id]->trigger(); };
     const auto shown = [session] { return session->panelShowsProject(); };
     const auto count = [store] { return store->snapshot().processors.size(); };
     const auto processorAt = [store](int at) { return store->snapshot().processors.value(at).id; };
 
     return {
-        {QStringLiteral("empty project"), [=] { trigger(Do::NewProject); },
+        {QStringLiteral("empty project"), [=] { trigger(ActionId::NewProject); },
          [=] { return shown() && count() == 0; }},
-        {QStringLiteral("sample project"), [=] { trigger(Do::OpenSample); },
+        {QStringLiteral("sample project"), [=] { trigger(ActionId::OpenSample); },
          [=] { return shown() && count() == 120; }},
         {QStringLiteral("processor added"),
          [=] {
              records->select({store->snapshot().groups.first().id});
-             trigger(Do::AddProcessor);
+             trigger(ActionId::AddProcessor);
          },
          [=] { return shown() && count() == 121; }},
         {QStringLiteral("processor moved"),
@@ -88,10 +88,10 @@ std::vector<Tour::Step> Tour::steps()
         {QStringLiteral("processors offline"),
          [=] {
              records->select({processorAt(0), processorAt(1), processorAt(2)});
-             trigger(Do::GoOffline);
+             trigger(ActionId::GoOffline);
          },
          [=] { return shown() && !store->snapshot().processors.first().online; }},
-        {QStringLiteral("raise event"), [=] { trigger(Do::RaiseEvent); },
+        {QStringLiteral("raise event"), [=] { trigger(ActionId::RaiseEvent); },
          [] { return QApplication::activeModalWidget() != nullptr; }},
         {QStringLiteral("event raised"),
          [] { qobject_cast<QDialog*>(QApplication::activeModalWidget())->accept(); },
@@ -99,7 +99,7 @@ std::vector<Tour::Step> Tour::steps()
         {QStringLiteral("current processor"),
          [=] {
              records->select({processorAt(12)});
-             trigger(Do::MakeCurrent);
+             trigger(ActionId::MakeCurrent);
          },
          [=] { return shown() && store->snapshot().currentProcessor == processorAt(12); }},
         {QStringLiteral("devices detected"),
@@ -110,7 +110,7 @@ std::vector<Tour::Step> Tour::steps()
                                   if (done == total / 2)
                                       takePicture(QStringLiteral("detecting"));
                               });
-             trigger(Do::DetectDevices);
+             trigger(ActionId::DetectDevices);
          },
          [=] { return shown() && store->snapshot().processors.first().online; }},
         {QStringLiteral("lan-usb mode"),
@@ -118,44 +118,44 @@ std::vector<Tour::Step> Tour::steps()
              store->setLanUsb(true, {store->snapshot().processors.first().ipAddress});
              records->select({processorAt(0), processorAt(1), processorAt(2)});
              pictureNextDialog(QStringLiteral("lan-usb warning"));
-             trigger(Do::LanUsbWarning);
+             trigger(ActionId::LanUsbWarning);
          },
          [this] { return !m_dialogAwaited && !QApplication::activeModalWidget(); }},
-        {QStringLiteral("operations locked"), [=] { trigger(Do::LockOperations); },
-         [=] { return m_window.actions()[Do::LockOperations]->isChecked(); }},
+        {QStringLiteral("operations locked"), [=] { trigger(ActionId::LockOperations); },
+         [=] { return m_window.actions()[ActionId::LockOperations]->isChecked(); }},
         {QStringLiteral("events only"),
          [=] {
-             trigger(Do::LockOperations);
+             trigger(ActionId::LockOperations);
              m_window.log().filterField()->setText(QStringLiteral("returned"));
          },
          [this] { return m_window.log().view()->model()->rowCount() > 0; }},
         {QStringLiteral("handler answers"),
          [=] {
              m_window.log().filterField()->clear();
-             trigger(Do::HandlerAnswers);
+             trigger(ActionId::HandlerAnswers);
          },
          [] { return QApplication::activeModalWidget() != nullptr; }},
         {QStringLiteral("chinese"),
          [=] {
              qobject_cast<QDialog*>(QApplication::activeModalWidget())->reject();
-             trigger(Do::Chinese);
+             trigger(ActionId::Chinese);
          },
          [=] {
-             return m_window.actions()[Do::SaveProject]->text().startsWith(QChar(0x4FDD))
+             return m_window.actions()[ActionId::SaveProject]->text().startsWith(QChar(0x4FDD))
                     && shown();
          }},
         {QStringLiteral("group removed"),
          [=] {
              records->select({store->snapshot().groups.at(2).id});
-             trigger(Do::Remove);
+             trigger(ActionId::Remove);
          },
          [=] { return shown() && store->snapshot().groups.size() == 5; }},
-        {QStringLiteral("panel destroyed"), [=] { trigger(Do::ClosePanel); },
+        {QStringLiteral("panel destroyed"), [=] { trigger(ActionId::ClosePanel); },
          [=] { return !session->layer(); }},
         {QStringLiteral("panel back, english"),
          [=] {
-             trigger(Do::English);
-             trigger(Do::OpenPanel);
+             trigger(ActionId::English);
+             trigger(ActionId::OpenPanel);
          },
          shown},
     };

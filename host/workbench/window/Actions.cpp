@@ -16,7 +16,7 @@ constexpr unsigned kNewSection = 4U; ///< A separator comes before it.
 
 struct Entry
 {
-    Do what;
+    ActionId id;
     const char* text;
     const char* shortcut;
     unsigned traits;
@@ -33,85 +33,93 @@ const QVector<MenuEntries>& menus()
 {
     static const QVector<MenuEntries> all{
         {QT_TRANSLATE_NOOP("Actions", "&File"),
-         {{Do::NewProject, QT_TRANSLATE_NOOP("Actions", "&New"), "Ctrl+N", 0},
-          {Do::OpenProject, QT_TRANSLATE_NOOP("Actions", "&Open..."), "Ctrl+O", kInToolBar},
-          {Do::OpenSample, QT_TRANSLATE_NOOP("Actions", "Open sa&mple"), "Ctrl+Shift+S", 0},
-          {Do::SaveProject, QT_TRANSLATE_NOOP("Actions", "&Save"), "Ctrl+S",
+         {{ActionId::NewProject, QT_TRANSLATE_NOOP("Actions", "&New"), "Ctrl+N", 0},
+          {ActionId::OpenProject, QT_TRANSLATE_NOOP("Actions", "&Open..."), "Ctrl+O", kInToolBar},
+          {ActionId::OpenSample, QT_TRANSLATE_NOOP("Actions", "Open sa&mple"), "Ctrl+Shift+S", 0},
+          {ActionId::SaveProject, QT_TRANSLATE_NOOP("Actions", "&Save"), "Ctrl+S",
            kInToolBar | kNewSection},
-          {Do::SaveProjectAs, QT_TRANSLATE_NOOP("Actions", "Save &as..."), "Ctrl+Alt+S", 0},
-          {Do::Quit, QT_TRANSLATE_NOOP("Actions", "&Quit"), "Ctrl+Q", kNewSection}}},
+          {ActionId::SaveProjectAs, QT_TRANSLATE_NOOP("Actions", "Save &as..."), "Ctrl+Alt+S", 0},
+          {ActionId::Quit, QT_TRANSLATE_NOOP("Actions", "&Quit"), "Ctrl+Q", kNewSection}}},
         {QT_TRANSLATE_NOOP("Actions", "&Change"),
-         {{Do::AddProcessor, QT_TRANSLATE_NOOP("Actions", "Add &processor"), "Ctrl+Shift+P",
+         {{ActionId::AddProcessor, QT_TRANSLATE_NOOP("Actions", "Add &processor"), "Ctrl+Shift+P",
            kInToolBar | kNewSection},
-          {Do::AddProcessors, QT_TRANSLATE_NOOP("Actions", "Add &several processors..."),
+          {ActionId::AddProcessors, QT_TRANSLATE_NOOP("Actions", "Add &several processors..."),
            "Ctrl+Shift+M", 0},
-          {Do::AddGroup, QT_TRANSLATE_NOOP("Actions", "Add &group..."), "Ctrl+Shift+G", kInToolBar},
-          {Do::Remove, QT_TRANSLATE_NOOP("Actions", "Re&move"), "Ctrl+Shift+D",
-           kInToolBar | kNewSection},
-          {Do::Rename, QT_TRANSLATE_NOOP("Actions", "&Rename..."), "Ctrl+Shift+R", 0},
-          {Do::MoveToGroup, QT_TRANSLATE_NOOP("Actions", "Mo&ve to group..."), "Ctrl+Shift+V", 0},
-          {Do::GoOnline, QT_TRANSLATE_NOOP("Actions", "Go &online"), "Ctrl+Shift+O",
-           kInToolBar | kNewSection},
-          {Do::GoOffline, QT_TRANSLATE_NOOP("Actions", "Go o&ffline"), "Ctrl+Shift+F", kInToolBar},
-          {Do::ChangeAddress, QT_TRANSLATE_NOOP("Actions", "Change &address..."), "Ctrl+Shift+A",
-           0},
-          {Do::ToggleBackup, QT_TRANSLATE_NOOP("Actions", "Mark as &backup, or not"),
-           "Ctrl+Shift+B", 0},
-          {Do::ToggleHasBackup, QT_TRANSLATE_NOOP("Actions", "Has a bac&kup, or not"),
-           "Ctrl+Shift+J", 0},
-          {Do::ToggleProtected, QT_TRANSLATE_NOOP("Actions", "Prot&ected, or not"), "Ctrl+Shift+K",
-           0},
-          {Do::ToggleMonitorWarning, QT_TRANSLATE_NOOP("Actions", "Monitor &warning on or off"),
-           "Ctrl+Shift+W", 0},
-          {Do::MakeCurrent, QT_TRANSLATE_NOOP("Actions", "Make &current"), "Ctrl+Shift+C",
+          {ActionId::AddGroup, QT_TRANSLATE_NOOP("Actions", "Add &group..."), "Ctrl+Shift+G",
            kInToolBar},
-          {Do::DeviceSets, QT_TRANSLATE_NOOP("Actions", "&Device sets..."), "Ctrl+Shift+E",
-           kNewSection},
-          {Do::DetectStrategy, QT_TRANSLATE_NOOP("Actions", "De&tection strategy..."),
-           "Ctrl+Shift+T", 0},
-          {Do::LanUsb, QT_TRANSLATE_NOOP("Actions", "LAN-&USB..."), "Ctrl+Shift+U", 0},
-          {Do::HandlerAnswers, QT_TRANSLATE_NOOP("Actions", "&Handler answers..."), "Ctrl+Shift+H",
-           kNewSection}}},
-        {QT_TRANSLATE_NOOP("Actions", "&Events"),
-         {{Do::RaiseEvent, QT_TRANSLATE_NOOP("Actions", "&Raise event..."), "Ctrl+E",
+          {ActionId::Remove, QT_TRANSLATE_NOOP("Actions", "Re&move"), "Ctrl+Shift+D",
            kInToolBar | kNewSection},
-          {Do::AnnounceProject, QT_TRANSLATE_NOOP("Actions", "&Announce the whole project"),
+          {ActionId::Rename, QT_TRANSLATE_NOOP("Actions", "&Rename..."), "Ctrl+Shift+R", 0},
+          {ActionId::MoveToGroup, QT_TRANSLATE_NOOP("Actions", "Mo&ve to group..."), "Ctrl+Shift+V",
+           0},
+          {ActionId::GoOnline, QT_TRANSLATE_NOOP("Actions", "Go &online"), "Ctrl+Shift+O",
+           kInToolBar | kNewSection},
+          {ActionId::GoOffline, QT_TRANSLATE_NOOP("Actions", "Go o&ffline"), "Ctrl+Shift+F",
+           kInToolBar},
+          {ActionId::ChangeAddress, QT_TRANSLATE_NOOP("Actions", "Change &address..."),
+           "Ctrl+Shift+A", 0},
+          {ActionId::ToggleBackup, QT_TRANSLATE_NOOP("Actions", "Mark as &backup, or not"),
+           "Ctrl+Shift+B", 0},
+          {ActionId::ToggleHasBackup, QT_TRANSLATE_NOOP("Actions", "Has a bac&kup, or not"),
+           "Ctrl+Shift+J", 0},
+          {ActionId::ToggleProtected, QT_TRANSLATE_NOOP("Actions", "Prot&ected, or not"),
+           "Ctrl+Shift+K", 0},
+          {ActionId::ToggleMonitorWarning,
+           QT_TRANSLATE_NOOP("Actions", "Monitor &warning on or off"), "Ctrl+Shift+W", 0},
+          {ActionId::MakeCurrent, QT_TRANSLATE_NOOP("Actions", "Make &current"), "Ctrl+Shift+C",
+           kInToolBar},
+          {ActionId::DeviceSets, QT_TRANSLATE_NOOP("Actions", "&Device sets..."), "Ctrl+Shift+E",
+           kNewSection},
+          {ActionId::DetectStrategy, QT_TRANSLATE_NOOP("Actions", "De&tection strategy..."),
+           "Ctrl+Shift+T", 0},
+          {ActionId::LanUsb, QT_TRANSLATE_NOOP("Actions", "LAN-&USB..."), "Ctrl+Shift+U", 0},
+          {ActionId::HandlerAnswers, QT_TRANSLATE_NOOP("Actions", "&Handler answers..."),
+           "Ctrl+Shift+H", kNewSection}}},
+        {QT_TRANSLATE_NOOP("Actions", "&Events"),
+         {{ActionId::RaiseEvent, QT_TRANSLATE_NOOP("Actions", "&Raise event..."), "Ctrl+E",
+           kInToolBar | kNewSection},
+          {ActionId::AnnounceProject, QT_TRANSLATE_NOOP("Actions", "&Announce the whole project"),
            "Ctrl+R", 0},
-          {Do::GuiThreadEvents, QT_TRANSLATE_NOOP("Actions", "Events on the &GUI thread"), "Ctrl+T",
-           kCheckable | kInToolBar | kNewSection}}},
+          {ActionId::GuiThreadEvents, QT_TRANSLATE_NOOP("Actions", "Events on the &GUI thread"),
+           "Ctrl+T", kCheckable | kInToolBar | kNewSection}}},
         {QT_TRANSLATE_NOOP("Actions", "&Layer"),
-         {{Do::SetReadOnly, QT_TRANSLATE_NOOP("Actions", "&Read-only"), "Ctrl+Alt+R", kCheckable},
-          {Do::SelectInPanel, QT_TRANSLATE_NOOP("Actions", "&Select in the panel"), "Ctrl+Alt+P",
-           0},
-          {Do::RemoveAllGroups, QT_TRANSLATE_NOOP("Actions", "Remove all &groups"), "Ctrl+Alt+G",
-           0},
-          {Do::LogTree, QT_TRANSLATE_NOOP("Actions", "Log the panel's &tree"), "Ctrl+Alt+T",
-           kNewSection},
-          {Do::LogAcceptedTree, QT_TRANSLATE_NOOP("Actions", "Log the &accepted tree"),
-           "Ctrl+Alt+A", 0},
-          {Do::LogProcessors, QT_TRANSLATE_NOOP("Actions", "Log all &processors"), "Ctrl+Alt+N", 0},
-          {Do::DetectDevices, QT_TRANSLATE_NOOP("Actions", "&Detect devices"), "Ctrl+Alt+D",
-           kNewSection},
-          {Do::LockOperations, QT_TRANSLATE_NOOP("Actions", "&Lock operations"), "Ctrl+Alt+L",
+         {{ActionId::SetReadOnly, QT_TRANSLATE_NOOP("Actions", "&Read-only"), "Ctrl+Alt+R",
            kCheckable},
-          {Do::ApplyLock, QT_TRANSLATE_NOOP("Actions", "Appl&y the lock"), "Ctrl+Alt+Y", 0},
-          {Do::LockByKey, QT_TRANSLATE_NOOP("Actions", "Lock by &key..."), "Ctrl+Alt+K", 0},
-          {Do::RepaintWarnings, QT_TRANSLATE_NOOP("Actions", "Repaint &monitor warnings"),
+          {ActionId::SelectInPanel, QT_TRANSLATE_NOOP("Actions", "&Select in the panel"),
+           "Ctrl+Alt+P", 0},
+          {ActionId::RemoveAllGroups, QT_TRANSLATE_NOOP("Actions", "Remove all &groups"),
+           "Ctrl+Alt+G", 0},
+          {ActionId::LogTree, QT_TRANSLATE_NOOP("Actions", "Log the panel's &tree"), "Ctrl+Alt+T",
+           kNewSection},
+          {ActionId::LogAcceptedTree, QT_TRANSLATE_NOOP("Actions", "Log the &accepted tree"),
+           "Ctrl+Alt+A", 0},
+          {ActionId::LogProcessors, QT_TRANSLATE_NOOP("Actions", "Log all &processors"),
+           "Ctrl+Alt+N", 0},
+          {ActionId::DetectDevices, QT_TRANSLATE_NOOP("Actions", "&Detect devices"), "Ctrl+Alt+D",
+           kNewSection},
+          {ActionId::LockOperations, QT_TRANSLATE_NOOP("Actions", "&Lock operations"), "Ctrl+Alt+L",
+           kCheckable},
+          {ActionId::ApplyLock, QT_TRANSLATE_NOOP("Actions", "Appl&y the lock"), "Ctrl+Alt+Y", 0},
+          {ActionId::LockByKey, QT_TRANSLATE_NOOP("Actions", "Lock by &key..."), "Ctrl+Alt+K", 0},
+          {ActionId::RepaintWarnings, QT_TRANSLATE_NOOP("Actions", "Repaint &monitor warnings"),
            "Ctrl+Alt+M", 0},
-          {Do::LanUsbWarning, QT_TRANSLATE_NOOP("Actions", "Show the LAN-&USB warning"),
+          {ActionId::LanUsbWarning, QT_TRANSLATE_NOOP("Actions", "Show the LAN-&USB warning"),
            "Ctrl+Alt+U", 0},
-          {Do::Reconnect, QT_TRANSLATE_NOOP("Actions", "Re&connect"), "Ctrl+Alt+C", kNewSection},
-          {Do::ClosePanel, QT_TRANSLATE_NOOP("Actions", "Destro&y the panel"), "Ctrl+Alt+W", 0},
-          {Do::OpenPanel, QT_TRANSLATE_NOOP("Actions", "&Initialise the panel again"), "Ctrl+Alt+I",
-           0}}},
+          {ActionId::Reconnect, QT_TRANSLATE_NOOP("Actions", "Re&connect"), "Ctrl+Alt+C",
+           kNewSection},
+          {ActionId::ClosePanel, QT_TRANSLATE_NOOP("Actions", "Destro&y the panel"), "Ctrl+Alt+W",
+           0},
+          {ActionId::OpenPanel, QT_TRANSLATE_NOOP("Actions", "&Initialise the panel again"),
+           "Ctrl+Alt+I", 0}}},
         {QT_TRANSLATE_NOOP("Actions", "&View"),
-         {{Do::FocusPanel, QT_TRANSLATE_NOOP("Actions", "To the &panel"), "Ctrl+1", 0},
-          {Do::FocusRecords, QT_TRANSLATE_NOOP("Actions", "To the &records"), "Ctrl+2", 0},
-          {Do::FocusLog, QT_TRANSLATE_NOOP("Actions", "To the log &filter"), "Ctrl+3", 0},
-          {Do::ClearLog, QT_TRANSLATE_NOOP("Actions", "&Clear the log"), "Ctrl+L", kNewSection}}},
+         {{ActionId::FocusPanel, QT_TRANSLATE_NOOP("Actions", "To the &panel"), "Ctrl+1", 0},
+          {ActionId::FocusRecords, QT_TRANSLATE_NOOP("Actions", "To the &records"), "Ctrl+2", 0},
+          {ActionId::FocusLog, QT_TRANSLATE_NOOP("Actions", "To the log &filter"), "Ctrl+3", 0},
+          {ActionId::ClearLog, QT_TRANSLATE_NOOP("Actions", "&Clear the log"), "Ctrl+L",
+           kNewSection}}},
         {QT_TRANSLATE_NOOP("Actions", "L&anguage"),
-         {{Do::English, "English", "Ctrl+Alt+E", kCheckable},
-          {Do::Chinese, "\xE4\xB8\xAD\xE6\x96\x87", "Ctrl+Alt+Z", kCheckable}}},
+         {{ActionId::English, "English", "Ctrl+Alt+E", kCheckable},
+          {ActionId::Chinese, "\xE4\xB8\xAD\xE6\x96\x87", "Ctrl+Alt+Z", kCheckable}}},
     };
     return all;
 }
@@ -140,25 +148,25 @@ Actions::Actions(QMainWindow* window)
         for (const Entry& entry : group.entries) {
             if ((entry.traits & kNewSection) && !menu->isEmpty())
                 menu->addSeparator();
-            QAction* action = build(window, menu, entry.what);
+            QAction* action = build(window, menu, entry.id);
             action->setShortcut(QKeySequence(QLatin1String(entry.shortcut)));
             action->setCheckable(entry.traits & kCheckable);
             if ((entry.traits & kInToolBar) && (entry.traits & kNewSection))
                 toolBar->addSeparator();
             if (entry.traits & kInToolBar)
                 toolBar->addAction(action);
-            if (entry.what == Do::OpenSample)
+            if (entry.id == ActionId::OpenSample)
                 m_recent = menu->addMenu(QString());
         }
     }
     for (QToolButton* button : toolBar->findChildren<QToolButton*>())
         button->setFocusPolicy(Qt::TabFocus);
 
-    m_actions.value(Do::Quit)->setMenuRole(QAction::QuitRole);
+    m_actions.value(ActionId::Quit)->setMenuRole(QAction::QuitRole);
     auto* languages = new QActionGroup(window);
-    languages->addAction(m_actions.value(Do::English));
-    languages->addAction(m_actions.value(Do::Chinese));
-    m_actions.value(Do::English)->setChecked(true);
+    languages->addAction(m_actions.value(ActionId::English));
+    languages->addAction(m_actions.value(ActionId::Chinese));
+    m_actions.value(ActionId::English)->setChecked(true);
     retranslate();
 }
 
@@ -166,7 +174,7 @@ void Actions::retranslate()
 {
     for (const MenuEntries& group : menus()) {
         for (const Entry& entry : group.entries) {
-            QAction* action = m_actions.value(entry.what);
+            QAction* action = m_actions.value(entry.id);
             const QString text = tr(entry.text);
             action->setText(text);
             const QString plain = plainText(text);
@@ -180,10 +188,10 @@ void Actions::retranslate()
     m_recent->setTitle(tr("&Recent"));
 }
 
-QAction* Actions::build(QMainWindow* window, QMenu* menu, Do what)
+QAction* Actions::build(QMainWindow* window, QMenu* menu, ActionId id)
 {
     auto* action = new QAction(window);
     menu->addAction(action);
-    m_actions.insert(what, action);
+    m_actions.insert(id, action);
     return action;
 }

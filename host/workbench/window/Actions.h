@@ -7,8 +7,8 @@
 class QMainWindow;
 class QMenu;
 
-/// The actions of the menus.
-enum class Do {
+/// Names an action of the menus.
+enum class ActionId {
     NewProject,
     OpenProject,
     OpenSample,
@@ -68,21 +68,21 @@ public:
     /// Adds everything to `window`, which takes ownership.
     explicit Actions(QMainWindow* window);
 
-    QAction* operator[](Do what) const { return m_actions.value(what); }
+    QAction* operator[](ActionId id) const { return m_actions.value(id); }
     QMenu* recentMenu() const { return m_recent; }
 
     /// Sets all texts in the current language.
     void retranslate();
 
 private:
-    QAction* build(QMainWindow* window, QMenu* menu, Do what);
+    QAction* build(QMainWindow* window, QMenu* menu, ActionId id);
 
-    QHash<Do, QAction*> m_actions; // owned by the window
+    QHash<ActionId, QAction*> m_actions; // owned by the window
     QHash<QMenu*, const char*> m_menus;
     QMenu* m_recent = nullptr; // owned by the window
 };
 
-inline uint qHash(Do what, uint seed = 0)
+inline uint qHash(ActionId id, uint seed = 0)
 {
-    return ::qHash(static_cast<int>(what), seed);
+    return ::qHash(static_cast<int>(id), seed);
 }

@@ -47,18 +47,19 @@ ChangeCommands::ChangeCommands(QWidget* window, Actions& actions, RecordsPanel& 
 void ChangeCommands::connectSelectionActions()
 {
     ProjectStore* store = &m_session.store();
-    connect(m_actions[Do::Remove], &QAction::triggered, this, &ChangeCommands::remove);
-    connect(m_actions[Do::Rename], &QAction::triggered, this, &ChangeCommands::rename);
-    connect(m_actions[Do::MoveToGroup], &QAction::triggered, this, &ChangeCommands::moveToGroup);
-    connect(m_actions[Do::GoOnline], &QAction::triggered, this,
+    connect(m_actions[ActionId::Remove], &QAction::triggered, this, &ChangeCommands::remove);
+    connect(m_actions[ActionId::Rename], &QAction::triggered, this, &ChangeCommands::rename);
+    connect(m_actions[ActionId::MoveToGroup], &QAction::triggered, this,
+            &ChangeCommands::moveToGroup);
+    connect(m_actions[ActionId::GoOnline], &QAction::triggered, this,
             [this, store] { store->setOnline(processors(), true); });
-    connect(m_actions[Do::GoOffline], &QAction::triggered, this,
+    connect(m_actions[ActionId::GoOffline], &QAction::triggered, this,
             [this, store] { store->setOnline(processors(), false); });
-    connect(m_actions[Do::ChangeAddress], &QAction::triggered, this,
+    connect(m_actions[ActionId::ChangeAddress], &QAction::triggered, this,
             &ChangeCommands::changeAddress);
-    for (const auto& [what, mode] :
-         {std::pair(Do::ToggleHasBackup, 1), std::pair(Do::ToggleBackup, 2)}) {
-        connect(m_actions[what], &QAction::triggered, this, [this, store, wanted = mode] {
+    for (const auto& [id, mode] :
+         {std::pair(ActionId::ToggleHasBackup, 1), std::pair(ActionId::ToggleBackup, 2)}) {
+        connect(m_actions[id], &QAction::triggered, this, [this, store, wanted = mode] {
             const auto ids = processors();
             const bool isSo = allOf(*store, ids, [&](const ProcessorNode& node) {
                 return node.redundancyMode == wanted;
@@ -66,28 +67,29 @@ void ChangeCommands::connectSelectionActions()
             store->setRedundancyMode(ids, isSo ? 0 : wanted);
         });
     }
-    connect(m_actions[Do::ToggleProtected], &QAction::triggered, this, [this, store] {
+    connect(m_actions[ActionId::ToggleProtected], &QAction::triggered, this, [this, store] {
         const auto ids = processors();
         store->setProtected(
             ids, !allOf(*store, ids, [](const ProcessorNode& node) { return node.hostFlag13; }));
     });
-    connect(m_actions[Do::ToggleMonitorWarning], &QAction::triggered, this, [this, store] {
+    connect(m_actions[ActionId::ToggleMonitorWarning], &QAction::triggered, this, [this, store] {
         const auto ids = processors();
         store->setMonitorWarning(
             ids, !allOf(*store, ids, [](const ProcessorNode& node) { return node.hostFlag17; }));
     });
-    connect(m_actions[Do::MakeCurrent], &QAction::triggered, this,
+    connect(m_actions[ActionId::MakeCurrent], &QAction::triggered, this,
             [this, store] { store->setCurrentProcessor(processors().value(0)); });
 }
 
 void ChangeCommands::connectProjectActions()
 {
     ProjectStore* store = &m_session.store();
-    connect(m_actions[Do::AddProcessor], &QAction::triggered, this, &ChangeCommands::addProcessor);
-    connect(m_actions[Do::AddProcessors], &QAction::triggered, this, [this, store] {
+    connect(m_actions[ActionId::AddProcessor], &QAction::triggered, this,
+            &ChangeCommands::addProcessor);
+    connect(m_actions[ActionId::AddProcessors], &QAction::triggered, this, [this, store] {
         (new AddProcessorsDialog(*store, m_records.currentGroup(), m_window))->open();
     });
-    connect(m_actions[Do::AddGroup], &QAction::triggered, this, [this, store] {
+    connect(m_actions[ActionId::AddGroup], &QAction::triggered, this, [this, store] {
         const int count = store->read([](const Project& project) { return project.groups.size(); });
         askText(m_window, tr("Add group"), tr("Name of the group"), tr("Group %1").arg(count + 1),
                 [this, store](const QString& name) {
@@ -96,31 +98,31 @@ void ChangeCommands::connectProjectActions()
                     m_records.select({store->addGroup(group)});
                 });
     });
-    connect(m_actions[Do::DeviceSets], &QAction::triggered, this,
+    connect(m_actions[ActionId::DeviceSets], &QAction::triggered, this,
             [this, store] { (new DeviceSetsDialog(*store, m_window))->open(); });
-    connect(m_actions[Do::DetectStrategy], &QAction::triggered, this, [this, store] {
+    connect(m_actions[ActionId::DetectStrategy], &QAction::triggered, this, [this, store] {
         askNumber(m_window, tr("Detection strategy"), tr("Number of the strategy"),
                   store->snapshot().answers.detectStrategy, 0, kLastDetectStrategy,
                   [store](int strategy) { store->setDetectStrategy(strategy); });
     });
-    connect(m_actions[Do::LanUsb], &QAction::triggered, this, &ChangeCommands::askLanUsb);
-    connect(m_actions[Do::HandlerAnswers], &QAction::triggered, this,
+    connect(m_actions[ActionId::LanUsb], &QAction::triggered, this, &ChangeCommands::askLanUsb);
+    connect(m_actions[ActionId::HandlerAnswers], &QAction::triggered, this,
             [this, store] { (new AnswersDialog(*store, m_window))->open(); });
 }
 
 void ChangeCommands::connectEventActions()
 {
     Notifier* notifier = &m_session.notifier();
-    connect(m_actions[Do::RaiseEvent], &QAction::triggered, this, [this, notifier] {
+    connect(m_actions[ActionId::RaiseEvent], &QAction::triggered, this, [this, notifier] {
         auto* dialog = new RaiseEventDialog(m_session.store().snapshot(),
                                             processors() + m_records.selectedGroups(), m_window);
         connect(dialog, &RaiseEventDialog::chosen, this,
                 [notifier](const HostEvent& event) { notifier->raise(event); });
         dialog->open();
     });
-    connect(m_actions[Do::AnnounceProject], &QAction::triggered, &m_session.store(),
+    connect(m_actions[ActionId::AnnounceProject], &QAction::triggered, &m_session.store(),
             &ProjectStore::announceAll);
-    connect(m_actions[Do::GuiThreadEvents], &QAction::toggled, this, [notifier](bool on) {
+    connect(m_actions[ActionId::GuiThreadEvents], &QAction::toggled, this, [notifier](bool on) {
         notifier->setDelivery(on ? Notifier::Delivery::GuiThread
                                  : Notifier::Delivery::NotifyingThread);
     });
@@ -130,17 +132,19 @@ void ChangeCommands::updateEnabled()
 {
     const int chosen = processors().size();
     const int groups = m_records.selectedGroups().size();
-    for (const Do what : {Do::MoveToGroup, Do::GoOnline, Do::GoOffline, Do::ToggleBackup,
-                          Do::ToggleHasBackup, Do::ToggleProtected, Do::ToggleMonitorWarning})
-        m_actions[what]->setEnabled(chosen > 0);
-    for (const Do what : {Do::ChangeAddress, Do::MakeCurrent, Do::SelectInPanel})
-        m_actions[what]->setEnabled(chosen == 1);
-    m_actions[Do::Rename]->setEnabled(chosen + groups == 1);
-    m_actions[Do::Remove]->setEnabled(chosen + groups > 0);
+    for (const ActionId id :
+         {ActionId::MoveToGroup, ActionId::GoOnline, ActionId::GoOffline, ActionId::ToggleBackup,
+          ActionId::ToggleHasBackup, ActionId::ToggleProtected, ActionId::ToggleMonitorWarning})
+        m_actions[id]->setEnabled(chosen > 0);
+    for (const ActionId id :
+         {ActionId::ChangeAddress, ActionId::MakeCurrent, ActionId::SelectInPanel})
+        m_actions[id]->setEnabled(chosen == 1);
+    m_actions[ActionId::Rename]->setEnabled(chosen + groups == 1);
+    m_actions[ActionId::Remove]->setEnabled(chosen + groups > 0);
     const bool room = m_session.store().read(
         [](const Project& project) { return project.roomForProcessors() > 0; });
-    m_actions[Do::AddProcessor]->setEnabled(room);
-    m_actions[Do::AddProcessors]->setEnabled(room);
+    m_actions[ActionId::AddProcessor]->setEnabled(room);
+    m_actions[ActionId::AddProcessors]->setEnabled(room);
 }
 
 QList<QUuid> ChangeCommands::processors() const

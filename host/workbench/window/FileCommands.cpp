@@ -32,17 +32,19 @@ FileCommands::FileCommands(QMainWindow* window, Actions& actions, ProjectStore& 
     , m_actions(actions)
     , m_store(store)
 {
-    connect(actions[Do::NewProject], &QAction::triggered, this, [this] {
+    connect(actions[ActionId::NewProject], &QAction::triggered, this, [this] {
         if (!confirmLoss())
             return;
         m_path.clear();
         m_store.replace(Project());
     });
-    connect(actions[Do::OpenProject], &QAction::triggered, this, &FileCommands::chooseAndOpen);
-    connect(actions[Do::OpenSample], &QAction::triggered, this,
+    connect(actions[ActionId::OpenProject], &QAction::triggered, this,
+            &FileCommands::chooseAndOpen);
+    connect(actions[ActionId::OpenSample], &QAction::triggered, this,
             [this] { openAsked(QStringLiteral(":/Workbench/projects/sample.json")); });
-    connect(actions[Do::SaveProject], &QAction::triggered, this, &FileCommands::saveAsked);
-    connect(actions[Do::SaveProjectAs], &QAction::triggered, this, &FileCommands::chooseAndSave);
+    connect(actions[ActionId::SaveProject], &QAction::triggered, this, &FileCommands::saveAsked);
+    connect(actions[ActionId::SaveProjectAs], &QAction::triggered, this,
+            &FileCommands::chooseAndSave);
     connect(actions.recentMenu(), &QMenu::aboutToShow, this, &FileCommands::fillRecent);
     connect(&store, &ProjectStore::changed, this, &FileCommands::retranslate);
     connect(&store, &ProjectStore::ipListChanged, this, &FileCommands::retranslate);

@@ -83,41 +83,42 @@ void LayerCommands::openPanel()
     if (panel)
         panel->show();
     // The locks ended with the previous panel.
-    m_actions[Do::LockOperations]->setChecked(false);
+    m_actions[ActionId::LockOperations]->setChecked(false);
     updateEnabled();
 }
 
 void LayerCommands::connectActions()
 {
-    const auto onLayer = [this](Do what, auto operation) {
-        connect(m_actions[what], &QAction::triggered, this, [this, operation] {
+    const auto onLayer = [this](ActionId id, auto operation) {
+        connect(m_actions[id], &QAction::triggered, this, [this, operation] {
             if (ITargetSelectAreaInterface* layer = m_session.layer())
                 operation(*layer);
         });
     };
-    onLayer(Do::SetReadOnly,
-            [this](auto& layer) { layer.SetReadOnly(m_actions[Do::SetReadOnly]->isChecked()); });
-    onLayer(Do::SelectInPanel, [this](auto& layer) {
+    onLayer(ActionId::SetReadOnly, [this](auto& layer) {
+        layer.SetReadOnly(m_actions[ActionId::SetReadOnly]->isChecked());
+    });
+    onLayer(ActionId::SelectInPanel, [this](auto& layer) {
         layer.SetCurrentProcessor(m_records.selectedProcessors().value(0));
     });
-    onLayer(Do::RemoveAllGroups, [](auto& layer) { layer.RemoveAllGroups(); });
-    onLayer(Do::LogTree, [this](auto&) { logTree(false); });
-    onLayer(Do::LogAcceptedTree, [this](auto&) { logTree(true); });
-    onLayer(Do::LogProcessors, [this](auto&) { logProcessors(); });
-    onLayer(Do::DetectDevices, [](auto& layer) { layer.DetectDevices(); });
-    onLayer(Do::LockOperations, [this](auto& layer) {
-        layer.SetOperationLock(kLockKey, m_actions[Do::LockOperations]->isChecked());
+    onLayer(ActionId::RemoveAllGroups, [](auto& layer) { layer.RemoveAllGroups(); });
+    onLayer(ActionId::LogTree, [this](auto&) { logTree(false); });
+    onLayer(ActionId::LogAcceptedTree, [this](auto&) { logTree(true); });
+    onLayer(ActionId::LogProcessors, [this](auto&) { logProcessors(); });
+    onLayer(ActionId::DetectDevices, [](auto& layer) { layer.DetectDevices(); });
+    onLayer(ActionId::LockOperations, [this](auto& layer) {
+        layer.SetOperationLock(kLockKey, m_actions[ActionId::LockOperations]->isChecked());
     });
-    onLayer(Do::ApplyLock, [](auto& layer) { layer.ApplyOperationLock(kLockKey); });
-    onLayer(Do::LockByKey, [this](auto&) { lockByKey(); });
-    onLayer(Do::RepaintWarnings, [](auto& layer) { layer.UpdateMonitorWarningState(); });
-    onLayer(Do::LanUsbWarning, [this](auto& layer) {
+    onLayer(ActionId::ApplyLock, [](auto& layer) { layer.ApplyOperationLock(kLockKey); });
+    onLayer(ActionId::LockByKey, [this](auto&) { lockByKey(); });
+    onLayer(ActionId::RepaintWarnings, [](auto& layer) { layer.UpdateMonitorWarningState(); });
+    onLayer(ActionId::LanUsbWarning, [this](auto& layer) {
         layer.ShowLanUsbWarning(
             lanUsbProcessors(m_session.store().snapshot(), m_records.selectedProcessors()));
     });
-    onLayer(Do::Reconnect, [](auto& layer) { layer.Reconnect(); });
-    connect(m_actions[Do::ClosePanel], &QAction::triggered, this, &LayerCommands::closePanel);
-    connect(m_actions[Do::OpenPanel], &QAction::triggered, this, &LayerCommands::openPanel);
+    onLayer(ActionId::Reconnect, [](auto& layer) { layer.Reconnect(); });
+    connect(m_actions[ActionId::ClosePanel], &QAction::triggered, this, &LayerCommands::closePanel);
+    connect(m_actions[ActionId::OpenPanel], &QAction::triggered, this, &LayerCommands::openPanel);
 }
 
 void LayerCommands::closePanel()
@@ -167,7 +168,7 @@ void LayerCommands::lockByKey()
         else if (layer)
             layer->SetOperationLock(key, what == LockDialog::Lock);
         if (layer && key == kLockKey && what != LockDialog::Apply)
-            m_actions[Do::LockOperations]->setChecked(what == LockDialog::Lock);
+            m_actions[ActionId::LockOperations]->setChecked(what == LockDialog::Lock);
     });
     dialog->open();
 }
@@ -188,11 +189,12 @@ void LayerCommands::showNotice()
 void LayerCommands::updateEnabled()
 {
     const bool hasPanel = m_session.layer() != nullptr;
-    for (const Do what :
-         {Do::SetReadOnly, Do::RemoveAllGroups, Do::LogTree, Do::LogAcceptedTree, Do::LogProcessors,
-          Do::DetectDevices, Do::LockOperations, Do::ApplyLock, Do::LockByKey, Do::RepaintWarnings,
-          Do::LanUsbWarning, Do::Reconnect, Do::ClosePanel})
-        m_actions[what]->setEnabled(hasPanel);
+    for (const ActionId id : {ActionId::SetReadOnly, ActionId::RemoveAllGroups, ActionId::LogTree,
+                              ActionId::LogAcceptedTree, ActionId::LogProcessors,
+                              ActionId::DetectDevices, ActionId::LockOperations,
+                              ActionId::ApplyLock, ActionId::LockByKey, ActionId::RepaintWarnings,
+                              ActionId::LanUsbWarning, ActionId::Reconnect, ActionId::ClosePanel})
+        m_actions[id]->setEnabled(hasPanel);
 }
 
 void LayerCommands::retranslate()

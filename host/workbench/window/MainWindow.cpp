@@ -96,28 +96,30 @@ void MainWindow::buildLogDock()
 void MainWindow::connectViewActions()
 {
     Actions& actions = *m_actions;
-    connect(actions[Do::Quit], &QAction::triggered, this, &MainWindow::close);
-    connect(actions[Do::FocusPanel], &QAction::triggered, this, &MainWindow::focusPanel);
-    connect(actions[Do::FocusRecords], &QAction::triggered, this,
+    connect(actions[ActionId::Quit], &QAction::triggered, this, &MainWindow::close);
+    connect(actions[ActionId::FocusPanel], &QAction::triggered, this, &MainWindow::focusPanel);
+    connect(actions[ActionId::FocusRecords], &QAction::triggered, this,
             [this] { m_records->view()->setFocus(Qt::ShortcutFocusReason); });
-    connect(actions[Do::FocusLog], &QAction::triggered, this,
+    connect(actions[ActionId::FocusLog], &QAction::triggered, this,
             [this] { m_log->filterField()->setFocus(Qt::ShortcutFocusReason); });
-    connect(actions[Do::ClearLog], &QAction::triggered, &m_session.trace(), &TraceModel::clear);
+    connect(actions[ActionId::ClearLog], &QAction::triggered, &m_session.trace(),
+            &TraceModel::clear);
     // In the records' own view the usual keys work as well.
-    const std::pair<QKeySequence, Do> keys[] = {{QKeySequence(QKeySequence::Delete), Do::Remove},
-                                                {QKeySequence(Qt::Key_F2), Do::Rename}};
-    for (const auto& [key, what] : keys) {
+    const std::pair<QKeySequence, ActionId> keys[] = {
+        {QKeySequence(QKeySequence::Delete), ActionId::Remove},
+        {QKeySequence(Qt::Key_F2), ActionId::Rename}};
+    for (const auto& [key, id] : keys) {
         auto* shortcut = new QShortcut(key, m_records->view());
         shortcut->setContext(Qt::WidgetShortcut);
-        connect(shortcut, &QShortcut::activated, actions[what], &QAction::trigger);
+        connect(shortcut, &QShortcut::activated, actions[id], &QAction::trigger);
     }
 }
 
 void MainWindow::connectLanguage(Language& language)
 {
-    connect((*m_actions)[Do::English], &QAction::triggered, this,
+    connect((*m_actions)[ActionId::English], &QAction::triggered, this,
             [&language] { language.choose(Language::Choice::English); });
-    connect((*m_actions)[Do::Chinese], &QAction::triggered, this,
+    connect((*m_actions)[ActionId::Chinese], &QAction::triggered, this,
             [&language] { language.choose(Language::Choice::Chinese); });
 }
 

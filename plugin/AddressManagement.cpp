@@ -1,4 +1,4 @@
-#include "plugin/IPManagement.h"
+#include "plugin/AddressManagement.h"
 
 #include "base/GuiThread.h"
 #include "base/LogCategories.h"
@@ -19,7 +19,7 @@ bool isDetectionDue(const QStringList& before, const QStringList& after)
 
 } // namespace
 
-void manageIPAddresses(QWidget* panel)
+void manageAddresses(QWidget* panel)
 {
     Q_ASSERT(panel && isThreadOf(*panel));
     // The host may destroy the panel whenever it is asked, and while the dialog is open.

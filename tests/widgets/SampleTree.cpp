@@ -1,4 +1,4 @@
-#include "tests/widgets/ProcessorRows.h"
+#include "tests/widgets/SampleTree.h"
 
 namespace {
 

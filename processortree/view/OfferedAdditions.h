@@ -3,9 +3,8 @@
 /// The ways of adding processors that menus offer.
 enum class AddKind { One, Two, Custom };
 
-/// Which of the entries that add processors a menu offers at the moment. The one home of the
-/// limits: a project holds at most 255 processors. GUI thread; asks the host.
-struct AddEntries
+/// The ways of adding processors that a menu offers at the moment. GUI thread; asks the host.
+struct OfferedAdditions
 {
     bool one = false; ///< Visible; so are the next two.
     bool two = false;
@@ -16,4 +15,4 @@ struct AddEntries
     bool isAnyVisible() const { return one || two || custom; }
 };
 
-AddEntries addEntries();
+OfferedAdditions offeredAdditions();

@@ -1,16 +1,10 @@
-#include "processortree/view/AddEntries.h"
+#include "processortree/view/OfferedAdditions.h"
 
+#include "Interface/ProjectLimits.h"
 #include "base/LogCategories.h"
 #include "base/TargetSelectHandler.h"
 
-namespace {
-
-constexpr int kMostForOne = 254;
-constexpr int kMostForTwo = 253;
-
-} // namespace
-
-bool AddEntries::isVisible(AddKind kind) const
+bool OfferedAdditions::isVisible(AddKind kind) const
 {
     switch (kind) {
     case AddKind::One:
@@ -23,7 +17,7 @@ bool AddEntries::isVisible(AddKind kind) const
     return false;
 }
 
-AddEntries addEntries()
+OfferedAdditions offeredAdditions()
 {
     if (!GetTargetSelectHandler())
         return {};
@@ -31,12 +25,13 @@ AddEntries addEntries()
     // The host judges by the first processor; where there is none, nothing speaks against adding.
     const bool empty = processors.isEmpty();
     const bool permitted = empty || askHost(&Host::CanAddProcessors, processors.first());
-    AddEntries entries;
-    entries.one = permitted && processors.size() <= kMostForOne;
-    entries.two = permitted && processors.size() <= kMostForTwo;
-    entries.custom = entries.one;
-    entries.enabled = empty || askHost(&Host::IsAddProcessorsEnabled, processors.first());
+    const int room = ProjectLimits::kMaxProcessors - processors.size();
+    OfferedAdditions offered;
+    offered.one = permitted && room >= 1;
+    offered.two = permitted && room >= 2;
+    offered.custom = offered.one;
+    offered.enabled = empty || askHost(&Host::IsAddProcessorsEnabled, processors.first());
     qCDebug(lcTree, "with %d processors, adding is %s and %s", processors.size(),
-            permitted ? "permitted" : "not permitted", entries.enabled ? "enabled" : "disabled");
-    return entries;
+            permitted ? "permitted" : "not permitted", offered.enabled ? "enabled" : "disabled");
+    return offered;
 }
