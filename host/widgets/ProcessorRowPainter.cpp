@@ -12,6 +12,7 @@ namespace {
 using namespace ProcessorRowMetrics;
 
 constexpr qreal kDisabledOpacity = 0.4;
+constexpr qreal kLeastSqueeze = 0.8; // of an address without room for it
 
 struct Icons
 {
@@ -82,9 +83,9 @@ void ProcessorRowPainter::load()
 }
 
 void ProcessorRowPainter::paint(QPainter& painter, const QStyleOptionViewItem& option,
-                                const ProcessorRow& row)
+                                const ProcessorRow& row, RowEnd end)
 {
-    const ProcessorRowLayout layout(row, option.rect);
+    const ProcessorRowLayout layout(row, option, end);
     painter.save();
     // Clipping is expensive, and only needed if the row is too small: texts are elided to their
     // rectangles.
@@ -110,16 +111,37 @@ void ProcessorRowPainter::paint(QPainter& painter, const QStyleOptionViewItem& o
         count.setLeft(count.left() + metrics.horizontalAdvance(name) + kGap);
         paintText(painter, count, m_texts.elided(metrics, row.count, count.width()));
     }
-    paintText(painter, layout.detail, m_texts.elided(metrics, row.detail, layout.detail.width()));
+    paintDetail(painter, metrics, layout.detail, row);
     painter.restore();
 }
 
-bool ProcessorRowPainter::isElided(const QStyleOptionViewItem& option, const ProcessorRow& row)
+bool ProcessorRowPainter::isElided(const QStyleOptionViewItem& option, const ProcessorRow& row,
+                                   RowEnd end)
 {
-    const ProcessorRowLayout layout(row, option.rect);
+    const ProcessorRowLayout layout(row, option, end);
     const QFontMetrics& metrics = option.fontMetrics;
     return metrics.horizontalAdvance(row.name) > nameWidth(metrics, row, layout.name.width())
            || metrics.horizontalAdvance(row.detail) > qMax(0, layout.detail.width());
+}
+
+void ProcessorRowPainter::paintDetail(QPainter& painter, const QFontMetrics& metrics,
+                                      const QRect& rect, const ProcessorRow& row)
+{
+    const QString whole = m_texts.elided(metrics, row.detail, rect.width());
+    if (whole == row.detail) {
+        paintText(painter, rect, whole);
+        return;
+    }
+    const int width = metrics.horizontalAdvance(row.value);
+    if (width <= rect.width() || rect.width() < kLeastSqueeze * width) {
+        paintText(painter, rect, m_texts.elided(metrics, row.value, rect.width()));
+        return;
+    }
+    painter.save();
+    painter.translate(rect.topLeft());
+    painter.scale(static_cast<qreal>(rect.width()) / width, 1);
+    paintText(painter, QRect(0, 0, width, rect.height()), row.value);
+    painter.restore();
 }
 
 void ProcessorRowPainter::paintIcon(QPainter& painter, const QRect& rect, const ProcessorRow& row,

@@ -16,7 +16,7 @@
 
 namespace {
 constexpr int kWidth = 240;
-constexpr int kTextEnd = kWidth - 40;
+constexpr int kTextEnd = kWidth - 10;
 
 /// Paints rows without a view.
 class Painting final
@@ -101,7 +101,7 @@ private slots:
     void shouldMarkWarnings();
     void shouldShowTheAddressOrNumber();
     void shouldAlignNamesWithEditors();
-    void shouldEndTextsBeforeTheButton();
+    void shouldEndTextsBeforeTheEdge();
     void shouldCountTheMembersOfAGroup();
     void shouldPaintTheArrowOfARowThatExpands();
     void shouldShowStates();
@@ -195,16 +195,22 @@ void TestProcessorDelegate::shouldAlignNamesWithEditors()
     QVERIFY(!isEmpty(group, {25, 4, 3, 24}));
 }
 
-void TestProcessorDelegate::shouldEndTextsBeforeTheButton()
+void TestProcessorDelegate::shouldEndTextsBeforeTheEdge()
 {
     Painting painting;
     const QString longName = QStringLiteral("A processor whose name is far too long for its row");
-    const QRect behind(kTextEnd, 0, 40, 32);
-    ProcessorNode record = namedProcessor(longName);
-    record.hostFlag17 = true;
-    QVERIFY(isEmpty(painting.paint(painting.add(record)), behind));
-    QVERIFY(isEmpty(painting.paint(painting.add(groupRow(longName))), behind));
-    QVERIFY(isEmpty(painting.paint(painting.add(rootRow(longName))), behind));
+    ProcessorNode warned = namedProcessor(longName);
+    warned.hostFlag17 = true;
+    const QModelIndexList rows = {painting.add(namedProcessor(longName)), painting.add(warned),
+                                  painting.add(groupRow(longName)),
+                                  painting.add(rootRow(longName))};
+    for (const QModelIndex& row : rows) {
+        QVERIFY(isEmpty(painting.paint(row), {kWidth - 10, 0, 10, 32}));
+        for (const QStyle::State state : {QStyle::State_Selected, QStyle::State_MouseOver}) {
+            const QImage image = painting.paint(row, QStyle::State_Enabled | state);
+            QVERIFY(isEmpty(image, {kWidth - 18, 0, 18, 32}));
+        }
+    }
 }
 
 void TestProcessorDelegate::shouldCountTheMembersOfAGroup()
@@ -440,7 +446,7 @@ void TestProcessorDelegate::shouldExplainTheWarning()
     view.resize(kWidth, 300);
     view.show();
     const QRect row = view.visualRect(model.index(0, 0));
-    const QPoint position(row.right() - ProcessorRowMetrics::kButtonColumn - 6, row.top() + 12);
+    const QPoint position(row.right() - ProcessorRowMetrics::kWarningEnd - 6, row.top() + 12);
     QHelpEvent help(QEvent::ToolTip, position, view.viewport()->mapToGlobal(position));
     QCoreApplication::sendEvent(view.viewport(), &help);
     QCOMPARE(QToolTip::text(), QStringLiteral("Monitor warning"));
