@@ -142,7 +142,7 @@ void CProcessorTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem
         return;
     }
     const QPersistentModelIndex row(index); // which the host may remove when it is asked
-    const bool hasButton = isButtonPainted(nodeType(row));
+    const bool hasButton = m_isButtonShown && isButtonPainted(nodeType(row));
     if (!row.isValid())
         return;
     paintRow(*painter, option, row, hasButton ? RowEnd::Button : RowEnd::Nothing);

@@ -180,6 +180,8 @@ private:
     void setCut(const QList<QUuid>& processors);
     void setDropTarget(const QModelIndex& index);
     void runDrag();
+    QRect wholeRow(const QModelIndex& index) const;
+    QPixmap dragPicture(const QModelIndexList& rows, const QRect& part);
     QList<QPersistentModelIndex> rowsOf(const QList<QUuid>& processors) const;
     QList<QUuid> selectedProcessors() const;
     void abandonDrag();
