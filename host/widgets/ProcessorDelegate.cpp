@@ -73,8 +73,11 @@ bool CProcessorDelegate::showHelp(QHelpEvent* event, QAbstractItemView* view,
     const ProcessorRow row(index);
     QStyleOptionViewItem shown(option);
     shown.state |= QStyle::State_MouseOver; // as the row is painted, which Qt does not tell
-    const QRect warning = ProcessorRowLayout(row, shown, end).warning;
-    if (warning.contains(event->pos()))
+    const ProcessorRowLayout layout(row, shown, end);
+    const QRect& warning = layout.warning;
+    if (row.hasBackup && layout.icon.contains(event->pos()))
+        CToolTip::ShowText(tr("Has a backup"), event->globalPos(), view->viewport(), layout.icon);
+    else if (warning.contains(event->pos()))
         CToolTip::ShowText(tr("Monitor warning"), event->globalPos(), view->viewport(), warning);
     else if (ProcessorRowPainter::isElided(shown, row, end))
         CToolTip::ShowText(wholeText(row), event->globalPos(), view->viewport(), option.rect);

@@ -76,6 +76,7 @@ ProcessorRow::ProcessorRow(const QModelIndex& index)
     detail = labelled(record, value);
     online = record.online;
     backup = record.redundancyMode == 2;
+    hasBackup = record.redundancyMode == 1;
     warning = record.hostFlag17;
 }
 

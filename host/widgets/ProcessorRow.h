@@ -47,7 +47,8 @@ struct ProcessorRow
     QString detail; ///< Second line of a processor: its address or number, with what it is.
     QString value;  ///< The same alone.
     bool online = false;
-    bool backup = false;
+    bool backup = false;    ///< Is the backup of another processor.
+    bool hasBackup = false; ///< Is shown by a mark at the icon.
     bool warning = false;
 };
 

@@ -22,6 +22,9 @@ struct Icons
     QString offline = QStringLiteral(":/HostWidgets/icons/processor-offline.svg");
     QString backupOnline = QStringLiteral(":/HostWidgets/icons/processor-backup-online.svg");
     QString backupOffline = QStringLiteral(":/HostWidgets/icons/processor-backup-offline.svg");
+    QString protectedOnline = QStringLiteral(":/HostWidgets/icons/processor-protected-online.svg");
+    QString protectedOffline =
+        QStringLiteral(":/HostWidgets/icons/processor-protected-offline.svg");
     QString warning = QStringLiteral(":/HostWidgets/icons/warning.svg");
 };
 
@@ -35,6 +38,8 @@ const QString& processorIcon(const ProcessorRow& row)
 {
     if (row.backup)
         return row.online ? icons().backupOnline : icons().backupOffline;
+    if (row.hasBackup)
+        return row.online ? icons().protectedOnline : icons().protectedOffline;
     return row.online ? icons().online : icons().offline;
 }
 
@@ -77,8 +82,9 @@ ProcessorRowPainter::ProcessorRowPainter(SvgIcons& icons, ElidedTexts& texts)
 void ProcessorRowPainter::load()
 {
     const Icons& all = icons();
-    for (const QString& path : {all.openArrow, all.closedArrow, all.online, all.offline,
-                                all.backupOnline, all.backupOffline, all.warning})
+    for (const QString& path :
+         {all.openArrow, all.closedArrow, all.online, all.offline, all.backupOnline,
+          all.backupOffline, all.protectedOnline, all.protectedOffline, all.warning})
         m_icons.load(path);
 }
 

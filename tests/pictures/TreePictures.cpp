@@ -33,7 +33,7 @@ QList<ProcessorNode> processors(int count, bool longNames)
         node.online = n % 4 != 1;
         node.reachedByIp = n % 2 == 0;
         node.ipAddress = (longNames ? kLongAddress : kFirstAddress) + static_cast<quint32>(n);
-        node.redundancyMode = n % 7 == 3 ? 2 : 0;
+        node.redundancyMode = n % 7 == 3 ? 2 : (n % 7 == 2 || n == 6) ? 1 : 0;
         node.hostFlag17 = n % 6 == 4;
         list.append(node);
     }
