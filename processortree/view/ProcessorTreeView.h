@@ -12,6 +12,7 @@
 #include <functional>
 
 class CArrivalWatch;
+class CEmptyTreeHint;
 class CProcessorTreeDelegate;
 class CProcessorTreeModel;
 class CTreeMenu;
@@ -197,6 +198,7 @@ private:
     CProcessorTreeDelegate* m_delegate; // Qt child
     CArrivalWatch* m_arrivals;          // Qt child
     CArrivalWatch* m_groupToFill;       // Qt child
+    CEmptyTreeHint* m_emptyHint;        // Qt child
     QList<QUuid> m_toGroup;             // processors that go into that group
     QList<QShortcut*> m_shortcuts;      // Qt children
     QList<QUuid> m_cut;                 // processors that wait for the group that they go into
