@@ -69,7 +69,7 @@ public:
     {
         const QRect& row = option.rect;
         const int left = row.left() + kIconColumn;
-        const int width = row.width() - kIconColumn - kButtonColumn;
+        const int width = row.width() - kIconColumn - kEndMargin;
         painter->save();
         painter->setFont(option.font);
         paintIcon(*painter, QRect(row.left(), row.top() + (row.height() - kIconSize) / 2, kIconSize,

@@ -36,7 +36,13 @@ CProcessorDelegate::~CProcessorDelegate() = default;
 void CProcessorDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                const QModelIndex& index) const
 {
-    ProcessorRowPainter(*m_icons, *m_texts).paint(*painter, option, ProcessorRow(index));
+    paintRow(*painter, option, index, RowEnd::Nothing);
+}
+
+void CProcessorDelegate::paintRow(QPainter& painter, const QStyleOptionViewItem& option,
+                                  const QModelIndex& index, RowEnd end) const
+{
+    ProcessorRowPainter(*m_icons, *m_texts).paint(painter, option, ProcessorRow(index), end);
 }
 
 QSize CProcessorDelegate::sizeHint(const QStyleOptionViewItem& /*option*/,
@@ -53,15 +59,27 @@ QSize CProcessorDelegate::sizeHint(const QStyleOptionViewItem& /*option*/,
 bool CProcessorDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                                    const QStyleOptionViewItem& option, const QModelIndex& index)
 {
+    return showHelp(event, view, option, index, RowEnd::Nothing);
+}
+
+bool CProcessorDelegate::showHelp(QHelpEvent* event, QAbstractItemView* view,
+                                  const QStyleOptionViewItem& option, const QModelIndex& index,
+                                  RowEnd end)
+{
     const bool hasOwn = index.data(Qt::ToolTipRole).isValid();
     if (event->type() != QEvent::ToolTip || !view || !index.isValid() || hasOwn)
         return QStyledItemDelegate::helpEvent(event, view, option, index);
 
     const ProcessorRow row(index);
-    const QRect warning = ProcessorRowLayout(row, option.rect).warning;
-    if (warning.contains(event->pos()))
+    QStyleOptionViewItem shown(option);
+    shown.state |= QStyle::State_MouseOver; // as the row is painted, which Qt does not tell
+    const ProcessorRowLayout layout(row, shown, end);
+    const QRect& warning = layout.warning;
+    if (row.hasBackup && layout.icon.contains(event->pos()))
+        CToolTip::ShowText(tr("Has a backup"), event->globalPos(), view->viewport(), layout.icon);
+    else if (warning.contains(event->pos()))
         CToolTip::ShowText(tr("Monitor warning"), event->globalPos(), view->viewport(), warning);
-    else if (ProcessorRowPainter::isElided(option, row))
+    else if (ProcessorRowPainter::isElided(shown, row, end))
         CToolTip::ShowText(wholeText(row), event->globalPos(), view->viewport(), option.rect);
     else
         return QStyledItemDelegate::helpEvent(event, view, option, index);

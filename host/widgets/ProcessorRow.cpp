@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QModelIndex>
+#include <QStyleOptionViewItem>
 #include <QVariant>
 
 #include <array>
@@ -26,15 +27,29 @@ QString dotted(quint32 address)
     return text;
 }
 
-QString addressLine(const ProcessorNode& record)
+QString addressOrNumber(const ProcessorNode& record)
 {
     if (!record.reachedByIp)
-        return QCoreApplication::translate("CProcessorDelegate", "Number: %1")
-            .arg(qint64{record.number} + 1);
-    const QString address = record.ipAddress == kNoProcessorAddress
-                                ? QCoreApplication::translate("CProcessorDelegate", "Invalid")
-                                : dotted(record.ipAddress);
-    return QCoreApplication::translate("CProcessorDelegate", "IP: %1").arg(address);
+        return QString::number(qint64{record.number} + 1);
+    return record.ipAddress == kNoProcessorAddress
+               ? QCoreApplication::translate("CProcessorDelegate", "Invalid")
+               : dotted(record.ipAddress);
+}
+
+QString labelled(const ProcessorNode& record, const QString& value)
+{
+    return record.reachedByIp
+               ? QCoreApplication::translate("CProcessorDelegate", "IP: %1").arg(value)
+               : QCoreApplication::translate("CProcessorDelegate", "Number: %1").arg(value);
+}
+
+/// Returns the distance of the texts from the right end of a row.
+int endMargin(QStyle::State state, RowEnd end)
+{
+    if (end == RowEnd::Button)
+        return kButtonColumn;
+    const bool hasPanel = state & (QStyle::State_Selected | QStyle::State_MouseOver);
+    return hasPanel ? kPanelEndMargin : kEndMargin;
 }
 
 } // namespace
@@ -57,15 +72,19 @@ ProcessorRow::ProcessorRow(const QModelIndex& index)
     if (type != NodeProcessor)
         return;
     const auto record = index.data(NodeDataRole).value<ProcessorNode>();
-    detail = addressLine(record);
+    value = addressOrNumber(record);
+    detail = labelled(record, value);
     online = record.online;
     backup = record.redundancyMode == 2;
+    hasBackup = record.redundancyMode == 1;
     warning = record.hostFlag17;
 }
 
-ProcessorRowLayout::ProcessorRowLayout(const ProcessorRow& row, const QRect& rect)
+ProcessorRowLayout::ProcessorRowLayout(const ProcessorRow& row, const QStyleOptionViewItem& option,
+                                       RowEnd atEnd)
 {
-    const int end = rect.right() + 1 - kButtonColumn;
+    const QRect& rect = option.rect;
+    const int end = rect.right() + 1 - endMargin(option.state, atEnd);
     if (row.type != NodeProcessor) {
         icon = QRect(rect.left() + (kIconColumn - kArrowSize) / 2,
                      rect.top() + (rect.height() - kArrowSize) / 2, kArrowSize, kArrowSize);
@@ -78,9 +97,10 @@ ProcessorRowLayout::ProcessorRowLayout(const ProcessorRow& row, const QRect& rec
     name = QRect(left, rect.top() + kNameTop, end - left, kNameHeight);
     detail = QRect(left, rect.top() + kDetailTop, end - left, kDetailHeight);
     if (row.warning) {
-        // Beside the name and not the address, because the name may be elided.
-        warning = QRect(end - kWarningSize, name.top() + (kNameHeight - kWarningSize) / 2,
-                        kWarningSize, kWarningSize);
+        // Beside the name and not the address, because the name may be elided. Not further to the
+        // right without a button, because it would slip away from the mouse that comes for it.
+        warning = QRect(rect.right() + 1 - kWarningEnd - kWarningSize,
+                        name.top() + (kNameHeight - kWarningSize) / 2, kWarningSize, kWarningSize);
         name.setRight(warning.left() - kGap - 1);
     }
 }

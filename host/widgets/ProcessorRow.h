@@ -8,16 +8,20 @@
 #include <optional>
 
 class QModelIndex;
+class QStyleOptionViewItem;
 
 /// Sizes and margins of a row of the processor tree, in pixels.
 namespace ProcessorRowMetrics {
 
 constexpr int kProcessorHeight = 42;
 constexpr int kOtherHeight = 32;
-constexpr int kArrowColumn = 25;  // before the name of a row that can be expanded
-constexpr int kIconColumn = 24;   // before the name of a processor
-constexpr int kButtonColumn = 40; // after the texts
-constexpr int kNameTop = 4;       // of a processor
+constexpr int kArrowColumn = 25;    // before the name of a row that can be expanded
+constexpr int kIconColumn = 24;     // before the name of a processor
+constexpr int kEndMargin = 10;      // after the texts of a row without a background
+constexpr int kPanelEndMargin = 18; // after those of one with a background, which ends 4 earlier
+constexpr int kButtonColumn = 40;   // after those of one with a button
+constexpr int kWarningEnd = 40;     // after the warning, which stays there in all states of its row
+constexpr int kNameTop = 4;         // of a processor
 constexpr int kNameHeight = 19;
 constexpr int kDetailTop = 22;
 constexpr int kDetailHeight = 16;
@@ -40,16 +44,21 @@ struct ProcessorRow
     std::optional<EPrcTreeNodeType> type;
     QString name;
     QString count;  ///< Number of a group's members, shown after its name.
-    QString detail; ///< Second line of a processor: its address or number.
+    QString detail; ///< Second line of a processor: its address or number, with what it is.
+    QString value;  ///< The same alone.
     bool online = false;
-    bool backup = false;
+    bool backup = false;    ///< Is the backup of another processor.
+    bool hasBackup = false; ///< Is shown by a mark at the icon.
     bool warning = false;
 };
+
+/// What else is painted at the right end of a row.
+enum class RowEnd { Nothing, Button };
 
 /// The positions of the content in the rectangle that a delegate paints.
 struct ProcessorRowLayout
 {
-    ProcessorRowLayout(const ProcessorRow& row, const QRect& rect);
+    ProcessorRowLayout(const ProcessorRow& row, const QStyleOptionViewItem& option, RowEnd atEnd);
 
     QRect icon; ///< The icon of a processor, or the arrow of another row.
     QRect name;

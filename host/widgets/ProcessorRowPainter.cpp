@@ -12,6 +12,7 @@ namespace {
 using namespace ProcessorRowMetrics;
 
 constexpr qreal kDisabledOpacity = 0.4;
+constexpr qreal kLeastSqueeze = 0.8; // of an address without room for it
 
 struct Icons
 {
@@ -21,6 +22,9 @@ struct Icons
     QString offline = QStringLiteral(":/HostWidgets/icons/processor-offline.svg");
     QString backupOnline = QStringLiteral(":/HostWidgets/icons/processor-backup-online.svg");
     QString backupOffline = QStringLiteral(":/HostWidgets/icons/processor-backup-offline.svg");
+    QString protectedOnline = QStringLiteral(":/HostWidgets/icons/processor-protected-online.svg");
+    QString protectedOffline =
+        QStringLiteral(":/HostWidgets/icons/processor-protected-offline.svg");
     QString warning = QStringLiteral(":/HostWidgets/icons/warning.svg");
 };
 
@@ -34,6 +38,8 @@ const QString& processorIcon(const ProcessorRow& row)
 {
     if (row.backup)
         return row.online ? icons().backupOnline : icons().backupOffline;
+    if (row.hasBackup)
+        return row.online ? icons().protectedOnline : icons().protectedOffline;
     return row.online ? icons().online : icons().offline;
 }
 
@@ -76,15 +82,16 @@ ProcessorRowPainter::ProcessorRowPainter(SvgIcons& icons, ElidedTexts& texts)
 void ProcessorRowPainter::load()
 {
     const Icons& all = icons();
-    for (const QString& path : {all.openArrow, all.closedArrow, all.online, all.offline,
-                                all.backupOnline, all.backupOffline, all.warning})
+    for (const QString& path :
+         {all.openArrow, all.closedArrow, all.online, all.offline, all.backupOnline,
+          all.backupOffline, all.protectedOnline, all.protectedOffline, all.warning})
         m_icons.load(path);
 }
 
 void ProcessorRowPainter::paint(QPainter& painter, const QStyleOptionViewItem& option,
-                                const ProcessorRow& row)
+                                const ProcessorRow& row, RowEnd end)
 {
-    const ProcessorRowLayout layout(row, option.rect);
+    const ProcessorRowLayout layout(row, option, end);
     painter.save();
     // Clipping is expensive, and only needed if the row is too small: texts are elided to their
     // rectangles.
@@ -110,16 +117,37 @@ void ProcessorRowPainter::paint(QPainter& painter, const QStyleOptionViewItem& o
         count.setLeft(count.left() + metrics.horizontalAdvance(name) + kGap);
         paintText(painter, count, m_texts.elided(metrics, row.count, count.width()));
     }
-    paintText(painter, layout.detail, m_texts.elided(metrics, row.detail, layout.detail.width()));
+    paintDetail(painter, metrics, layout.detail, row);
     painter.restore();
 }
 
-bool ProcessorRowPainter::isElided(const QStyleOptionViewItem& option, const ProcessorRow& row)
+bool ProcessorRowPainter::isElided(const QStyleOptionViewItem& option, const ProcessorRow& row,
+                                   RowEnd end)
 {
-    const ProcessorRowLayout layout(row, option.rect);
+    const ProcessorRowLayout layout(row, option, end);
     const QFontMetrics& metrics = option.fontMetrics;
     return metrics.horizontalAdvance(row.name) > nameWidth(metrics, row, layout.name.width())
            || metrics.horizontalAdvance(row.detail) > qMax(0, layout.detail.width());
+}
+
+void ProcessorRowPainter::paintDetail(QPainter& painter, const QFontMetrics& metrics,
+                                      const QRect& rect, const ProcessorRow& row)
+{
+    const QString whole = m_texts.elided(metrics, row.detail, rect.width());
+    if (whole == row.detail) {
+        paintText(painter, rect, whole);
+        return;
+    }
+    const int width = metrics.horizontalAdvance(row.value);
+    if (width <= rect.width() || rect.width() < kLeastSqueeze * width) {
+        paintText(painter, rect, m_texts.elided(metrics, row.value, rect.width()));
+        return;
+    }
+    painter.save();
+    painter.translate(rect.topLeft());
+    painter.scale(static_cast<qreal>(rect.width()) / width, 1);
+    paintText(painter, QRect(0, 0, width, rect.height()), row.value);
+    painter.restore();
 }
 
 void ProcessorRowPainter::paintIcon(QPainter& painter, const QRect& rect, const ProcessorRow& row,

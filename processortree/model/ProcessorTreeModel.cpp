@@ -119,6 +119,7 @@ void CProcessorTreeModel::clearToRoot()
 {
     const Change change(this);
     m_root = nullptr;
+    m_isFilled = false;
     m_index.rebuild(nullptr);
     clear();
     // Whoever hears of it may have made one.
@@ -166,6 +167,7 @@ void CProcessorTreeModel::reset()
     // Without a handler an empty tree is all that can be said to be right.
     if (!m_root || (m_root->hasChildren() && !GetTargetSelectHandler()))
         return;
+    QScopedValueRollback<bool> filled(m_isFilled, false);
     // The host answers before the reset begins, so that it may look at the tree or raise events.
     // Both lists are to come from one handler.
     QList<ProcessorNode> processors;
@@ -180,6 +182,8 @@ void CProcessorTreeModel::reset()
     if (!m_root || (m_root->hasChildren() && !GetTargetSelectHandler()))
         return;
 
+    m_isFilled = true;
+    filled.commit();
     const Batch batch(this);
     const int count = processors.size();
     if (!fill(groups, processors)) {
@@ -197,6 +201,7 @@ CProcessorItem* CProcessorTreeModel::AppendGroup(const ProcessorGroupNode& group
 void CProcessorTreeModel::AppendProcessor(const ProcessorNode& processor)
 {
     if (QStandardItem* parent = groupItem(processor.groupId)) {
+        m_isFilled = true;
         insertProcessor(processor, parent);
         updateRootText();
     }

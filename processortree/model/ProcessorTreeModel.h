@@ -91,6 +91,10 @@ public:
     /// Removes every group with the processors in it; the root's text follows.
     void removeAllGroups();
 
+    /// Whether the tree holds what the host has: not before the first fill, and not while the host
+    /// is asked for another one.
+    bool isFilled() const { return m_isFilled; }
+
     /// Whether rows come or go at the moment, and some of those who hear of it have not heard yet:
     /// no further row may come or go before that.
     bool isChanging() const { return m_changes > 0; }
@@ -176,6 +180,7 @@ private:
     bool m_isCellKept = false; // the next dataChanged is about a record whose cell is the same
     QList<LeftOut> m_leftOut;
     bool m_rebuildDue = false;
+    bool m_isFilled = false;
     int m_removals = 0; // that are announced, nested ones
     int m_changes = 0;  // nested ones
     CRowMoves m_moves;

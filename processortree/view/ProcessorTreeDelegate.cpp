@@ -6,6 +6,7 @@
 #include "base/PanelBridge.h"
 #include "base/TargetSelectHandler.h"
 #include "host/common/AppendLog.h"
+#include "host/widgets/ProcessorRow.h"
 #include "host/widgets/ToolTip.h"
 #include "processortree/view/NameEditor.h"
 
@@ -135,14 +136,20 @@ void CProcessorTreeDelegate::paint(QPainter* painter, const QStyleOptionViewItem
                                    const QModelIndex& index) const
 {
     const CPaintScope painting;
-    CProcessorDelegate::paint(painter, option, index);
     // Most rows show no button whatever the host answers, so it is not asked about them.
-    if (!(option.state & (QStyle::State_Selected | QStyle::State_MouseOver)))
+    if (!(option.state & (QStyle::State_Selected | QStyle::State_MouseOver))) {
+        CProcessorDelegate::paint(painter, option, index);
         return;
-    if (!isButtonPainted(nodeType(index)))
+    }
+    const QPersistentModelIndex row(index); // which the host may remove when it is asked
+    const bool hasButton = m_isButtonShown && isButtonPainted(nodeType(row));
+    if (!row.isValid())
+        return;
+    paintRow(*painter, option, row, hasButton ? RowEnd::Button : RowEnd::Nothing);
+    if (!hasButton)
         return;
     const QRectF button = buttonIn(option.rect);
-    m_buttonIcons->paint(*painter, button.topLeft(), iconPath(index), kButtonSize);
+    m_buttonIcons->paint(*painter, button.topLeft(), iconPath(row), kButtonSize);
 }
 
 QWidget* CProcessorTreeDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
@@ -238,17 +245,18 @@ bool CProcessorTreeDelegate::editorEvent(QEvent* event, QAbstractItemModel* mode
 bool CProcessorTreeDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
                                        const QStyleOptionViewItem& option, const QModelIndex& index)
 {
+    if (event->type() != QEvent::ToolTip || !index.isValid())
+        return CProcessorDelegate::helpEvent(event, view, option, index);
     const QPersistentModelIndex row(index);
-    const QRectF button = buttonIn(option.rect);
-    if (event->type() == QEvent::ToolTip && row.isValid() && isInside(button, event->pos())
-        && hasButton(nodeType(index))) {
-        CToolTip::ShowText(tr("More"), event->globalPos(), view->viewport(), button.toRect(),
-                           kToolTipTime);
-        return true;
-    }
-    if (index.isValid() && !row.isValid())
+    const bool isWithButton = hasButton(nodeType(index));
+    if (!row.isValid())
         return false; // gone while the host was asked
-    return CProcessorDelegate::helpEvent(event, view, option, row);
+    const QRectF button = buttonIn(option.rect);
+    if (!isWithButton || !isInside(button, event->pos()))
+        return showHelp(event, view, option, row, isWithButton ? RowEnd::Button : RowEnd::Nothing);
+    CToolTip::ShowText(tr("More"), event->globalPos(), view->viewport(), button.toRect(),
+                       kToolTipTime);
+    return true;
 }
 
 bool CProcessorTreeDelegate::eventFilter(QObject* watched, QEvent* event)

@@ -52,6 +52,9 @@ public:
     /// Enables or disables the button; a disabled one does not react to presses.
     void setButtonEnabled(bool enabled);
 
+    /// Shows or hides the button. While it is hidden, the host is not asked about it.
+    void setButtonShown(bool shown) { m_isButtonShown = shown; }
+
     /// Forgets that the mouse is over the button or presses it, which a drag leaves behind.
     void resetButtonState();
 
@@ -79,6 +82,7 @@ private:
     QPointer<QWidget> m_viewport; // still whole while the view is being destroyed
     QStyle::State m_state = QStyle::State_Enabled | QStyle::State_Raised | QStyle::State_Off;
     bool m_checkable = true;
+    bool m_isButtonShown = true;
     std::shared_ptr<SvgIcons> m_buttonIcons;
     QPersistentModelIndex m_row;        // under the mouse
     QRectF m_button;                    // of that row, in the viewport

@@ -10,6 +10,7 @@
 #include "processortree/view/AccessibleTree.h"
 #include "processortree/view/Addition.h"
 #include "processortree/view/ArrivalWatch.h"
+#include "processortree/view/EmptyTreeHint.h"
 #include "processortree/view/ExpandBranches.h"
 #include "processortree/view/ProcessorSelectionModel.h"
 #include "processortree/view/ProcessorTreeDelegate.h"
@@ -70,6 +71,7 @@ CProcessorTreeView::CProcessorTreeView(IPanelBridge& bridge, QWidget* parent)
     , m_delegate(new CProcessorTreeDelegate(bridge, this))
     , m_arrivals(new CArrivalWatch(this))
     , m_groupToFill(new CArrivalWatch(this))
+    , m_emptyHint(new CEmptyTreeHint(this))
 {
     AccessibleTree::install();
     setItemDelegate(m_delegate);
@@ -156,6 +158,7 @@ void CProcessorTreeView::setModel(QAbstractItemModel* newModel)
     // Behind the selection model, which forgets the selection when the model is reset.
     m_arrivals->setModel(treeModel());
     m_groupToFill->setModel(treeModel());
+    m_emptyHint->setModel(treeModel());
 }
 
 void CProcessorTreeView::outlivePanel()
@@ -394,6 +397,8 @@ void CProcessorTreeView::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange && treeModel())
         treeModel()->updateRootText();
+    if (event->type() == QEvent::LanguageChange)
+        m_emptyHint->update();
     CTreeView::changeEvent(event);
 }
 
@@ -411,6 +416,7 @@ void CProcessorTreeView::paintEvent(QPaintEvent* event)
 {
     const CPaintScope painting;
     CTreeView::paintEvent(event);
+    m_emptyHint->paint();
 }
 
 void CProcessorTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,

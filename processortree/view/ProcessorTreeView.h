@@ -12,6 +12,7 @@
 #include <functional>
 
 class CArrivalWatch;
+class CEmptyTreeHint;
 class CProcessorTreeDelegate;
 class CProcessorTreeModel;
 class CTreeMenu;
@@ -180,6 +181,8 @@ private:
     void setCut(const QList<QUuid>& processors);
     void setDropTarget(const QModelIndex& index);
     void runDrag();
+    QRect wholeRow(const QModelIndex& index) const;
+    QPixmap dragPicture(const QModelIndexList& rows, const QRect& part);
     QList<QPersistentModelIndex> rowsOf(const QList<QUuid>& processors) const;
     QList<QUuid> selectedProcessors() const;
     void abandonDrag();
@@ -195,6 +198,7 @@ private:
     CProcessorTreeDelegate* m_delegate; // Qt child
     CArrivalWatch* m_arrivals;          // Qt child
     CArrivalWatch* m_groupToFill;       // Qt child
+    CEmptyTreeHint* m_emptyHint;        // Qt child
     QList<QUuid> m_toGroup;             // processors that go into that group
     QList<QShortcut*> m_shortcuts;      // Qt children
     QList<QUuid> m_cut;                 // processors that wait for the group that they go into

@@ -12,9 +12,14 @@
 #include <QDropEvent>
 #include <QItemSelection>
 #include <QMimeData>
+#include <QPainter>
+#include <QPixmap>
+#include <QScopeGuard>
 #include <QStandardItem>
 
 namespace {
+
+constexpr int kPictureOpacity = 255 * 7 / 10; // of what is dragged, over where it may go
 
 bool isMovable(const CProcessorTreeModel* model, const QMimeData& data)
 {
@@ -65,19 +70,48 @@ void CProcessorTreeView::runDrag()
         if (!item)
             continue;
         dragged.append(item->index());
-        rows += visualRect(item->index());
+        rows += wholeRow(item->index());
     }
     if (dragged.isEmpty() || !mayChange() || !(QApplication::mouseButtons() & Qt::LeftButton))
         return;
     const QRect picture = rows.boundingRect() & viewport()->rect();
     m_drag = new QDrag(this);
     m_drag->setMimeData(model()->mimeData(dragged));
-    m_drag->setPixmap(viewport()->grab(picture));
+    m_drag->setPixmap(dragPicture(dragged, picture));
     m_drag->setHotSpot(viewport()->mapFromGlobal(QCursor::pos()) - picture.topLeft());
     const QPointer<CProcessorTreeView> alive(this);
     m_drag->exec(Qt::MoveAction);
     if (alive)
         m_drag = nullptr;
+}
+
+/// Returns the part of the viewport `part` with the dragged rows alone: translucent, so that it
+/// does not hide where they go, and without the button, which nobody can press meanwhile.
+QPixmap CProcessorTreeView::dragPicture(const QModelIndexList& rows, const QRect& part)
+{
+    const qreal scale = viewport()->devicePixelRatioF();
+    QPixmap picture(QSizeF(part.size() * scale).toSize());
+    picture.setDevicePixelRatio(scale);
+    picture.fill(Qt::transparent);
+    m_delegate->setButtonShown(false);
+    const auto show = qScopeGuard([this] { m_delegate->setButtonShown(true); });
+    QPainter painter(&picture);
+    painter.translate(-part.topLeft());
+    QStyleOptionViewItem option = viewOptions();
+    for (const QModelIndex& row : rows) {
+        option.rect = wholeRow(row);
+        drawRow(&painter, option, row);
+    }
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter.fillRect(part, QColor(0, 0, 0, kPictureOpacity));
+    return picture;
+}
+
+/// Returns the place of a row with its indentation.
+QRect CProcessorTreeView::wholeRow(const QModelIndex& index) const
+{
+    const QRect row = visualRect(index);
+    return {0, row.top(), row.right() + 1, row.height()};
 }
 
 /// Of a view that ends. Qt works with the drag until that is over, and deletes it then.

@@ -417,6 +417,13 @@
     </message>
 </context>
 <context>
+    <name>CEmptyTreeHint</name>
+    <message>
+        <source>No processors yet</source>
+        <translation>暂无处理器</translation>
+    </message>
+</context>
+<context>
     <name>CProcessorTreeView</name>
     <message>
         <source>Name</source>

@@ -19,6 +19,7 @@
 namespace {
 
 constexpr quint32 kFirstAddress = 0xC0A8000B; // 192.168.0.11
+constexpr quint32 kLongAddress = 0xC0A8FFC8;  // 192.168.255.200
 
 QList<ProcessorNode> processors(int count, bool longNames)
 {
@@ -31,8 +32,8 @@ QList<ProcessorNode> processors(int count, bool longNames)
                         : QStringLiteral("Stage %1").arg(n + 1);
         node.online = n % 4 != 1;
         node.reachedByIp = n % 2 == 0;
-        node.ipAddress = kFirstAddress + static_cast<quint32>(n);
-        node.redundancyMode = n % 7 == 3 ? 2 : 0;
+        node.ipAddress = (longNames ? kLongAddress : kFirstAddress) + static_cast<quint32>(n);
+        node.redundancyMode = n % 7 == 3 ? 2 : (n % 7 == 2 || n == 6) ? 1 : 0;
         node.hostFlag17 = n % 6 == 4;
         list.append(node);
     }
@@ -152,7 +153,7 @@ void takeSizes(Album& album)
         album.save("full", scene.area());
     }
     Scene scene(12, true);
-    scene.select({4});
+    scene.select({7});
     album.save("long-names", scene.area());
 }
 

@@ -250,6 +250,7 @@ private slots:
     void shouldMoveNothingThatIsForbidden_data();
     void shouldMoveNothingThatIsForbidden();
     void shouldEndByEscape();
+    void shouldShowTheDraggedRowsTranslucent();
     void shouldNotDrag_data();
     void shouldNotDrag();
     void shouldStandAResetWhileDragging();
@@ -441,6 +442,44 @@ void TreeViewDraggingTest::shouldEndByEscape()
     QCOMPARE(tree.dump(), kUntouched);
     QCOMPARE(tree.moves(), QString());
     QCOMPARE(tree.selected(), QStringLiteral("1"));
+}
+
+/// Without those between them, and without the button of selected rows.
+void TreeViewDraggingTest::shouldShowTheDraggedRowsTranslucent()
+{
+    DraggedTree tree;
+    QVERIFY(tree.isReady());
+    tree.host().showProcessorMoreButton = true;
+    User user(tree);
+    tree.select({1, 3});
+    const QRect first = tree.view->visualRect(tree.index(1));
+    const QRect between = tree.view->visualRect(tree.index(2)).translated(0, -first.top());
+    QImage picture;
+    user.pull(tree.place(1), tree.place(11));
+    user.call([&] { picture = tree.view->findChild<QDrag*>()->pixmap().toImage(); });
+    user.then(QStringLiteral("key Escape"), [&] { return !user.watch.isDragging(); });
+    QVERIFY(user.letGo().run());
+
+    const QSize seen = picture.size() / picture.devicePixelRatio();
+    const QRect last = tree.view->visualRect(tree.index(3));
+    QCOMPARE(seen.height(), last.bottom() + 1 - first.top());
+    int most = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const int alpha = qAlpha(picture.pixel(x, y));
+            most = qMax(most, alpha);
+            if (between.top() <= y && y <= between.bottom())
+                QCOMPARE(alpha, 0);
+        }
+    }
+    QCOMPARE(most, 178);
+    // The background of a selected row is the same everywhere around the place of the button.
+    const QRect button(first.right() + 1 - 40, (first.height() - 20) / 2, 20, 20);
+    for (int y = button.top(); y <= button.bottom(); ++y) {
+        for (int x = button.left(); x <= button.right(); ++x)
+            QCOMPARE(picture.pixel(x, y), picture.pixel(button.topLeft()));
+    }
+    QCOMPARE(qAlpha(picture.pixel(button.topLeft())), 178);
 }
 
 void TreeViewDraggingTest::shouldNotDrag_data()

@@ -3,6 +3,7 @@
 #include "host/widgets/ProcessorRow.h"
 #include "host/widgets/SvgIcons.h"
 #include "host/widgets/TreeView.h"
+#include "tests/support/Contrast.h"
 #include "tests/support/WarningTrap.h"
 #include "tests/widgets/SampleTree.h"
 
@@ -16,7 +17,7 @@
 
 namespace {
 constexpr int kWidth = 240;
-constexpr int kTextEnd = kWidth - 40;
+constexpr int kTextEnd = kWidth - 10;
 
 /// Paints rows without a view.
 class Painting final
@@ -98,10 +99,12 @@ private slots:
     void initTestCase();
     void cleanup();
     void shouldShowStatesByShape();
+    void shouldMarkProcessorsThatHaveABackup_data();
+    void shouldMarkProcessorsThatHaveABackup();
     void shouldMarkWarnings();
     void shouldShowTheAddressOrNumber();
     void shouldAlignNamesWithEditors();
-    void shouldEndTextsBeforeTheButton();
+    void shouldEndTextsBeforeTheEdge();
     void shouldCountTheMembersOfAGroup();
     void shouldPaintTheArrowOfARowThatExpands();
     void shouldShowStates();
@@ -113,7 +116,7 @@ private slots:
     void shouldBeSharpAtEveryScale_data();
     void shouldBeSharpAtEveryScale();
     void shouldShowElidedTextsWhole();
-    void shouldExplainTheWarning();
+    void shouldExplainMarks();
 };
 
 void TestProcessorDelegate::initTestCase()
@@ -132,7 +135,7 @@ void TestProcessorDelegate::shouldShowStatesByShape()
     Painting painting;
     const QRect icon(0, 0, 24, 42);
     QVector<QImage> shapes;
-    for (const int mode : {0, 2}) {
+    for (const int mode : {0, 1, 2}) {
         for (const bool online : {true, false})
             shapes.append(shape(painting.paint(painting.add(stateOf(online, mode))), icon));
     }
@@ -140,8 +143,63 @@ void TestProcessorDelegate::shouldShowStatesByShape()
         for (int two = 0; two < one; ++two)
             QVERIFY2(shapes.at(one) != shapes.at(two), qPrintable(QString::number(one * 10 + two)));
     }
-    // A processor that has a backup is not a backup itself.
-    QCOMPARE(shape(painting.paint(painting.add(stateOf(true, 1))), icon), shapes.at(0));
+}
+
+void TestProcessorDelegate::shouldMarkProcessorsThatHaveABackup_data()
+{
+    QTest::addColumn<bool>("online");
+    QTest::addColumn<bool>("warns");
+    QTest::addColumn<bool>("isSelected");
+    QTest::addColumn<qreal>("scale");
+    for (const qreal scale : {1.0, 1.5, 2.0}) {
+        const auto add = [&](const char* name, bool online, bool warns, bool isSelected) {
+            QTest::addRow("%s, %g", name, scale) << online << warns << isSelected << scale;
+        };
+        add("online", true, false, false);
+        add("offline", false, false, false);
+        add("selected", true, false, true);
+        add("selected and offline", false, false, true);
+        add("with a warning", true, true, false);
+    }
+}
+
+/// In the lower right corner of the icon, in a colour that stands out from the row.
+void TestProcessorDelegate::shouldMarkProcessorsThatHaveABackup()
+{
+    QFETCH(const bool, online);
+    QFETCH(const bool, warns);
+    QFETCH(const bool, isSelected);
+    QFETCH(const qreal, scale);
+    const QStyle::State state = isSelected ? QStyle::State_Selected : QStyle::State_None;
+    Painting painting;
+    const auto paint = [&](int mode) {
+        ProcessorNode record = stateOf(online, mode);
+        record.hostFlag17 = warns;
+        return painting.paint(painting.add(record), QStyle::State_Enabled | state, scale);
+    };
+    const QColor ground =
+        isSelected ? QApplication::palette().color(QPalette::Highlight) : hostColors().window;
+    const QImage marked = paint(1);
+    const QImage plain = paint(0);
+    const QColor color = hostColors().accent;
+    QVERIFY(contrast(color, ground) >= 3);
+    const auto count = [&](const QImage& image) {
+        int pixels = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                pixels += image.pixelColor(x, y) == color ? 1 : 0;
+        }
+        return pixels;
+    };
+    QCOMPARE(count(plain), 0);
+    // Eight pixels wide and high, without the rounded corners.
+    QVERIFY2(count(marked) >= 44 * scale * scale, qPrintable(QString::number(count(marked))));
+    QVERIFY2(count(marked) <= 64 * scale * scale, qPrintable(QString::number(count(marked))));
+    const auto behindIcon = [&](const QImage& image) {
+        const int left = qRound(24 * scale);
+        return image.copy(left, 0, image.width() - left, image.height());
+    };
+    QCOMPARE(behindIcon(marked), behindIcon(plain));
 }
 
 void TestProcessorDelegate::shouldMarkWarnings()
@@ -195,16 +253,22 @@ void TestProcessorDelegate::shouldAlignNamesWithEditors()
     QVERIFY(!isEmpty(group, {25, 4, 3, 24}));
 }
 
-void TestProcessorDelegate::shouldEndTextsBeforeTheButton()
+void TestProcessorDelegate::shouldEndTextsBeforeTheEdge()
 {
     Painting painting;
     const QString longName = QStringLiteral("A processor whose name is far too long for its row");
-    const QRect behind(kTextEnd, 0, 40, 32);
-    ProcessorNode record = namedProcessor(longName);
-    record.hostFlag17 = true;
-    QVERIFY(isEmpty(painting.paint(painting.add(record)), behind));
-    QVERIFY(isEmpty(painting.paint(painting.add(groupRow(longName))), behind));
-    QVERIFY(isEmpty(painting.paint(painting.add(rootRow(longName))), behind));
+    ProcessorNode warned = namedProcessor(longName);
+    warned.hostFlag17 = true;
+    const QModelIndexList rows = {painting.add(namedProcessor(longName)), painting.add(warned),
+                                  painting.add(groupRow(longName)),
+                                  painting.add(rootRow(longName))};
+    for (const QModelIndex& row : rows) {
+        QVERIFY(isEmpty(painting.paint(row), {kWidth - 10, 0, 10, 32}));
+        for (const QStyle::State state : {QStyle::State_Selected, QStyle::State_MouseOver}) {
+            const QImage image = painting.paint(row, QStyle::State_Enabled | state);
+            QVERIFY(isEmpty(image, {kWidth - 18, 0, 18, 32}));
+        }
+    }
 }
 
 void TestProcessorDelegate::shouldCountTheMembersOfAGroup()
@@ -337,7 +401,7 @@ void TestProcessorDelegate::shouldParseNothingWhilePainting()
     const int parses = SvgIcons::parseCount();
     QVERIFY(parses > before);
     for (const qreal scale : {1.0, 1.5, 2.0}) {
-        for (const int mode : {0, 2}) {
+        for (const int mode : {0, 1, 2}) {
             for (const bool online : {true, false}) {
                 ProcessorNode record = stateOf(online, mode);
                 record.hostFlag17 = online;
@@ -427,7 +491,7 @@ void TestProcessorDelegate::shouldShowElidedTextsWhole()
     QCOMPARE(QToolTip::text(), QStringLiteral("own"));
 }
 
-void TestProcessorDelegate::shouldExplainTheWarning()
+void TestProcessorDelegate::shouldExplainMarks()
 {
     QStandardItemModel model;
     ProcessorNode record = namedProcessor(QStringLiteral("short"));
@@ -440,10 +504,20 @@ void TestProcessorDelegate::shouldExplainTheWarning()
     view.resize(kWidth, 300);
     view.show();
     const QRect row = view.visualRect(model.index(0, 0));
-    const QPoint position(row.right() - ProcessorRowMetrics::kButtonColumn - 6, row.top() + 12);
-    QHelpEvent help(QEvent::ToolTip, position, view.viewport()->mapToGlobal(position));
-    QCoreApplication::sendEvent(view.viewport(), &help);
-    QCOMPARE(QToolTip::text(), QStringLiteral("Monitor warning"));
+    const auto tip = [&](const QPoint& position) {
+        QToolTip::hideText();
+        QHelpEvent help(QEvent::ToolTip, position, view.viewport()->mapToGlobal(position));
+        QCoreApplication::sendEvent(view.viewport(), &help);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    };
+    const QPoint warning(row.right() - ProcessorRowMetrics::kWarningEnd - 6, row.top() + 12);
+    QCOMPARE(tip(warning), QStringLiteral("Monitor warning"));
+    const QPoint mark(row.left() + 19, row.center().y() + 6);
+    QVERIFY(tip(mark) != QStringLiteral("Has a backup"));
+    record.redundancyMode = 1;
+    model.item(0)->setData(QVariant::fromValue(record), NodeDataRole);
+    QCOMPARE(tip(mark), QStringLiteral("Has a backup"));
+    QCOMPARE(tip(warning), QStringLiteral("Monitor warning"));
 }
 
 TSA_TEST_MAIN(TestProcessorDelegate)

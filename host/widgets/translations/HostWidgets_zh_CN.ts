@@ -120,6 +120,10 @@
         <source>Monitor warning</source>
         <translation>监控告警</translation>
     </message>
+    <message>
+        <source>Has a backup</source>
+        <translation>已设置备份</translation>
+    </message>
 </context>
 <context>
     <name>DialogTitleBar</name>
