@@ -16,8 +16,9 @@ set_target_properties(TargetSelectArea ${host_libraries} PROPERTIES
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
 )
-install(TARGETS TargetSelectArea ${host_libraries}
+install(TARGETS TargetSelectArea ${host_libraries} HandlerBase
     EXPORT TargetSelectAreaTargets
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
 )
