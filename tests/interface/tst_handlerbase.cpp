@@ -242,11 +242,10 @@ void HandlerBaseTest::shouldAnswerEveryOperationHarmlessly()
     QVERIFY(operations().at(row).isHarmless(host));
 
     const QString name = QString::fromLatin1(operations().at(row).name);
-    QCOMPARE(log.messages().size(), 1);
     QCOMPARE(loggedOperations(log), QStringList{name});
     const QString start = name + QStringLiteral(" is not overridden; the panel gets: ");
-    QVERIFY2(log.messages().first().startsWith(start), qPrintable(log.messages().first()));
-    QVERIFY(log.messages().first().size() > start.size());
+    const QString message = log.messages().join(QLatin1Char('\n'));
+    QVERIFY2(message.startsWith(start) && message.size() > start.size(), qPrintable(message));
 }
 
 void HandlerBaseTest::shouldKnowEveryOperation()
