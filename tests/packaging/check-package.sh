@@ -67,3 +67,18 @@ build_with_cmake "$work/source" "$work/build" "$work/prefix" -DINSTALLED_VERSION
 
 "$work/build/linked"
 "$work/build/loaded"
+
+# The archives are complete and work wherever they are unpacked.
+quietly cpack --config "$build/CPackConfig.cmake" -G TGZ -B "$work/archives"
+rm -rf "$work/prefix"
+mkdir "$work/elsewhere"
+for component in runtime development; do
+    tar -xzf "$work/archives"/*-"$component".tar.gz -C "$work/elsewhere" \
+        || fail "there is no archive of the component $component"
+done
+if named=$(grep -rIl -e "$build" -e "$root" "$work/elsewhere"); then
+    fail "these name a folder of this machine:"$'\n'"$named"
+fi
+workbench=$work/elsewhere/bin/workbench
+[ ! -x "$workbench" ] || quietly "$workbench" --self-test
+check_example "$work/elsewhere" example-elsewhere
