@@ -1,4 +1,5 @@
-# Install rules and the package that a host finds with find_package(TargetSelectArea).
+# Install rules, and what a host finds them with: the CMake package TargetSelectArea and files for
+# pkg-config. The component "runtime" has what runs, "development" what a host is built with.
 
 include(CMakePackageConfigHelpers)
 
@@ -16,18 +17,29 @@ set_target_properties(TargetSelectArea ${host_libraries} PROPERTIES
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
 )
-install(TARGETS TargetSelectArea ${host_libraries}
+install(TARGETS TargetSelectArea ${host_libraries} HandlerBase
     EXPORT TargetSelectAreaTargets
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+        COMPONENT runtime
+        NAMELINK_COMPONENT development
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
 )
-install(DIRECTORY Interface DESTINATION "${TSA_INSTALL_INCLUDEDIR}")
+install(DIRECTORY Interface DESTINATION "${TSA_INSTALL_INCLUDEDIR}" COMPONENT development)
 install(DIRECTORY host/common host/widgets DESTINATION "${TSA_INSTALL_INCLUDEDIR}/host"
+    COMPONENT development
     FILES_MATCHING PATTERN "*.h"
+)
+install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
+install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
+install(FILES docs/integrating.md docs/logging.md
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
+    COMPONENT development
 )
 install(EXPORT TargetSelectAreaTargets
     NAMESPACE TargetSelectArea::
     DESTINATION "${package_dir}"
+    COMPONENT development
 )
 configure_package_config_file(
     cmake/TargetSelectAreaConfig.cmake.in
@@ -42,4 +54,43 @@ install(FILES
     "${CMAKE_CURRENT_BINARY_DIR}/TargetSelectAreaConfig.cmake"
     "${CMAKE_CURRENT_BINARY_DIR}/TargetSelectAreaConfigVersion.cmake"
     DESTINATION "${package_dir}"
+    COMPONENT development
+)
+
+# tsa_install_pkg_config(<target> DESCRIPTION <text> REQUIRES <modules>)
+#
+# A file for pkg-config, named after the target's library. It finds the prefix from its own place.
+function(tsa_install_pkg_config target)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "DESCRIPTION;REQUIRES" "")
+    get_target_property(library ${target} OUTPUT_NAME)
+    if(NOT library)
+        set(library ${target})
+    endif()
+    set(folder "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+    file(RELATIVE_PATH to_prefix "/${folder}" "/")
+    string(REGEX REPLACE "/$" "" to_prefix "${to_prefix}")
+    configure_file(cmake/Library.pc.in "${CMAKE_CURRENT_BINARY_DIR}/${library}.pc" @ONLY)
+    install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${library}.pc"
+        DESTINATION "${folder}"
+        COMPONENT development
+    )
+endfunction()
+
+tsa_install_pkg_config(HostCommon
+    DESCRIPTION "The host's log, work thread and software name"
+    REQUIRES "Qt5Core >= 5.15"
+)
+if(TARGET HostWidgets)
+    tsa_install_pkg_config(HostWidgets
+        DESCRIPTION "The host's widgets and theme"
+        REQUIRES "HostCommon = ${PROJECT_VERSION}, Qt5Widgets >= 5.15"
+    )
+endif()
+tsa_install_pkg_config(HandlerBase
+    DESCRIPTION "A handler for hosts of the target selection area to derive from"
+    REQUIRES "HostCommon = ${PROJECT_VERSION}"
+)
+tsa_install_pkg_config(TargetSelectArea
+    DESCRIPTION "${PROJECT_DESCRIPTION}"
+    REQUIRES "HostCommon = ${PROJECT_VERSION}, Qt5Widgets >= 5.15"
 )

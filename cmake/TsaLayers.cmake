@@ -6,6 +6,7 @@ set(TSA_LAYERS
     "host/common                 |"
     "Interface                   | host/common/AppendLog.h"
     "host/widgets                | Interface host/common"
+    "sdk                         | Interface"
 
     "base                        | Interface host/common host/widgets"
     "ipmanage                    | base"

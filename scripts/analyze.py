@@ -20,7 +20,8 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ["Interface", "base", "plugin", "processortree", "search", "ipmanage", "host", "tests", "benchmarks"]
+FOLDERS = ["Interface", "base", "plugin", "processortree", "search", "ipmanage", "sdk",
+           "host", "tests", "benchmarks"]
 # What is not the product.
 APART = ("tests/", "benchmarks/", "host/workbench/")
 FINDING = re.compile(r"^(?P<file>/[^:]+):\d+:\d+: (?:error|warning): .*\[[^\]]+\]$")

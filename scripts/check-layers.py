@@ -19,8 +19,8 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 TABLE = "cmake/TsaLayers.cmake"
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*(?P<open>["<])(?P<path>[^">]+)[">]', re.MULTILINE)
-# Without layers: these include whatever they test, measure or feed.
-APART = ("tests/", "benchmarks/", "fuzz/")
+# Without layers: these include whatever they test, measure or feed; an example is a project of its own.
+APART = ("tests/", "benchmarks/", "fuzz/", "examples/")
 
 
 class Table:

@@ -2,13 +2,15 @@
 # scripts/setup.sh PURPOSE...
 #
 # Installs the Debian 12 packages that are missing for each PURPOSE: build, run, test, lint, bench,
-# fuzz. Says nothing when none is. Every package that the project needs stands here and nowhere else.
+# fuzz, package. Says nothing when none is. Every package that the project needs stands here and
+# nowhere else.
 set -euo pipefail
 
 build=(g++ cmake ninja-build ccache qtbase5-dev libqt5svg5-dev qttools5-dev qttools5-dev-tools)
 run=(xvfb openbox x11-utils fonts-dejavu-core fonts-noto-cjk)
-test=("${run[@]}" xdotool at-spi2-core dbus-daemon dbus-bin binutils python3)
+test=("${run[@]}" xdotool at-spi2-core dbus-daemon dbus-bin binutils make pkg-config python3)
 lint=(clang-format clang-tidy clazy shellcheck g++-mingw-w64-x86-64-posix git python3)
+package=(debootstrap dpkg-dev file)
 bench=(libbenchmark-dev libkf5itemmodels-dev python3)
 fuzz=(clang libclang-rt-14-dev)
 
@@ -25,6 +27,7 @@ for purpose in "$@"; do
     lint) wanted+=("${lint[@]}") ;;
     bench) wanted+=("${bench[@]}") ;;
     fuzz) wanted+=("${fuzz[@]}") ;;
+    package) wanted+=("${package[@]}") ;;
     -h | --help) usage && exit ;;
     *) usage >&2 && exit 2 ;;
     esac

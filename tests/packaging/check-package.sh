@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # check-package.sh BUILD_FOLDER VERSION
 #
-# Installs a build, checks the version of what was installed, has a project that knows nothing of this
-# one find it, and runs that project's host programs.
+# Installs a build, checks the version of what was installed, has projects that know nothing of this one
+# find it (the tests' own and the installed example), and runs their host programs.
 set -euo pipefail
 
 build=$1
@@ -36,16 +36,49 @@ done
 workbench=$work/prefix/bin/workbench
 [ ! -x "$workbench" ] || quietly "$workbench" --self-test
 
+export CCACHE_DIR=${CCACHE_DIR:-$build/ccache}
+flags="-Wall -Wextra -Werror"
+
+# build_with_cmake SOURCE BUILD PREFIX [OPTION...]: a project that has the package and nothing else.
+build_with_cmake() {
+    quietly cmake -S "$1" -B "$2" -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS="$flags" \
+        -DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_PREFIX_PATH="$3" "${@:4}"
+    quietly cmake --build "$2" --parallel 2
+}
+
+# check_example PREFIX NAME: builds and runs the example that is installed there, in both ways.
+check_example() {
+    local example=$work/$2 pc
+    cp -r "$(dirname "$(find "$1" -path '*/minimal-host/main.cpp')")" "$example"
+    build_with_cmake "$example" "$example/build" "$1"
+    quietly ctest --test-dir "$example/build" --no-tests=error --output-on-failure
+    pc=$(dirname "$(find "$1" -name TargetSelectArea.pc)")
+    PKG_CONFIG_PATH=$pc quietly make -C "$example" CXX="ccache c++" CXXFLAGS="$flags" check
+}
+
+check_example "$work/prefix" example
+
 # Copied, so that no header of this tree is in reach of an include.
 mkdir -p "$work/source/tests"
 cp -r "$root/tests/packaging/consumer/." "$work/source"
 cp -r "$root/tests/packaging" "$root/tests/support" "$work/source/tests"
 
-export CCACHE_DIR=${CCACHE_DIR:-$build/ccache}
-quietly cmake -S "$work/source" -B "$work/build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
-    -DCMAKE_CXX_FLAGS="-Wall -Wextra -Werror" -DCMAKE_CXX_COMPILER_LAUNCHER=ccache \
-    -DCMAKE_PREFIX_PATH="$work/prefix" -DINSTALLED_VERSION="$version"
-quietly cmake --build "$work/build" --parallel 2
+build_with_cmake "$work/source" "$work/build" "$work/prefix" -DINSTALLED_VERSION="$version"
 
 "$work/build/linked"
 "$work/build/loaded"
+
+# The archives are complete and work wherever they are unpacked.
+quietly cpack --config "$build/CPackConfig.cmake" -G TGZ -B "$work/archives"
+rm -rf "$work/prefix"
+mkdir "$work/elsewhere"
+for component in runtime development; do
+    tar -xzf "$work/archives"/*-"$component".tar.gz -C "$work/elsewhere" \
+        || fail "there is no archive of the component $component"
+done
+if named=$(grep -rIl -e "$build" -e "$root" "$work/elsewhere"); then
+    fail "these name a folder of this machine:"$'\n'"$named"
+fi
+workbench=$work/elsewhere/bin/workbench
+[ ! -x "$workbench" ] || quietly "$workbench" --self-test
+check_example "$work/elsewhere" example-elsewhere

@@ -18,7 +18,7 @@ constexpr char kLibraryFile[] = "libTargetSelectArea.so";
 QString PanelLibrary::defaultPath()
 {
     const QDir here(QCoreApplication::applicationDirPath());
-    for (const char* folder : {"../lib", ".", ".."}) {
+    for (const char* folder : {"../lib", "../" WORKBENCH_LIBRARY_FOLDER, ".", ".."}) {
         QString path = QDir::cleanPath(
             here.filePath(QLatin1String(folder) + QLatin1Char('/') + QLatin1String(kLibraryFile)));
         if (QFileInfo::exists(path))

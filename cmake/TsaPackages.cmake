@@ -1,0 +1,38 @@
+# What cpack makes of an installation: two archives and two Debian packages, one for each component.
+#
+#   cmake --preset package && cmake --build --preset package && cpack --preset package
+
+set(runtime_package libtargetselectarea${PROJECT_VERSION_MAJOR})
+
+set(CPACK_GENERATOR "TGZ;DEB")
+set(CPACK_PACKAGE_DIRECTORY "${CMAKE_BINARY_DIR}/packages")
+set(CPACK_PACKAGE_CONTACT "The makers of the target selection area <targetselectarea@localhost>")
+set(CPACK_PACKAGE_VENDOR "The makers of the target selection area")
+set(CPACK_COMPONENTS_ALL runtime development)
+set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
+"${PROJECT_DESCRIPTION}
+ The library that a host loads, and the host's libraries on which it stands."
+)
+set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
+"${PROJECT_DESCRIPTION}: files for hosts
+ Headers, files for CMake and pkg-config, the handler base, an example, and the workbench, a host to
+ develop against."
+)
+
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# The workbench stands on the libraries of the other package, which it names itself.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS "${CMAKE_LIBRARY_OUTPUT_DIRECTORY}")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${runtime_package})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libtargetselectarea-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
+    "${runtime_package} (= ${PROJECT_VERSION}), qtbase5-dev, libqt5svg5-dev"
+)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "cmake, pkg-config")
+
+include(CPack)
