@@ -64,13 +64,13 @@ endfunction()
 
 # tsa_precompile_below(<precompiled> <folder>...)
 #
-# Gives every library in these folders the precompiled headers.
+# Gives every library and program in these folders the precompiled headers.
 function(tsa_precompile_below precompiled)
     foreach(folder IN LISTS ARGN)
         get_property(targets DIRECTORY "${folder}" PROPERTY BUILDSYSTEM_TARGETS)
         foreach(target IN LISTS targets)
             get_target_property(type ${target} TYPE)
-            if(type MATCHES "^(STATIC|SHARED)_LIBRARY$")
+            if(type MATCHES "^((STATIC|SHARED)_LIBRARY|EXECUTABLE)$")
                 tsa_precompile(${target} ${precompiled})
             endif()
         endforeach()

@@ -11,8 +11,8 @@
 
 class QStandardItem;
 
-/// The rows of a tree by identity, one entry behind the other: filled anew at every refill, a hash
-/// that allocates each entry on its own would cost as much as the rows.
+/// The rows of a tree by identity, one entry behind the other. A refill fills it anew, so it does
+/// not allocate each entry on its own as the standard containers do.
 class CIdentityTable final
 {
 public:

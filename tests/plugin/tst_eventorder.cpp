@@ -1,6 +1,6 @@
 #include "plugin/EventOrder.h"
 #include "tests/support/HostThread.h"
-#include "tests/support/TestPanel.h"
+#include "tests/support/TestRecords.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QTest>

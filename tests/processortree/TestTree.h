@@ -1,7 +1,7 @@
 #pragma once
 
 #include "processortree/model/ProcessorTreeModel.h"
-#include "tests/support/TestPanel.h"
+#include "tests/support/TestRecords.h"
 #include "tests/support/TreeDump.h"
 
 #include <QAbstractItemModelTester>

@@ -3,7 +3,7 @@
 #include "base/MetaTypes.h"
 #include "base/NodeType.h"
 #include "processortree/model/ProcessorTreeModel.h"
-#include "tests/support/TestPanel.h"
+#include "tests/support/TestRecords.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QDataStream>

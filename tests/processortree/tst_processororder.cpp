@@ -1,7 +1,7 @@
 #include "processortree/model/ProcessorOrder.h"
 
 #include "processortree/model/ProcessorTreeModel.h"
-#include "tests/support/TestPanel.h"
+#include "tests/support/TestRecords.h"
 #include "tests/support/TreeDump.h"
 #include "tests/support/WarningTrap.h"
 

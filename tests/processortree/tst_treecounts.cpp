@@ -1,4 +1,5 @@
 #include "tests/processortree/TestTree.h"
+#include "tests/support/TestPanel.h"
 
 #include "base/NodeType.h"
 #include "processortree/model/ProcessorItem.h"

@@ -1,4 +1,5 @@
 #include "tests/processortree/TestTree.h"
+#include "tests/support/TestPanel.h"
 
 #include "processortree/model/ProcessorItem.h"
 #include "tests/support/WarningTrap.h"

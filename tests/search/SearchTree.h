@@ -4,7 +4,7 @@
 #include "processortree/model/ProcessorTreeModel.h"
 #include "search/ProcessorFilterModel.h"
 #include "search/ProcessorFilterProxyModel.h"
-#include "tests/support/TestPanel.h"
+#include "tests/support/TestRecords.h"
 #include "tests/support/TreeDump.h"
 
 #include <QStandardItem>

@@ -3,6 +3,7 @@
 
 #include "processortree/model/ProcessorItem.h"
 #include "tests/search/SearchTree.h"
+#include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QAbstractItemModelTester>

@@ -48,10 +48,10 @@ class StormTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldEndAsTheHostsProject();
+    void shouldShowTheHostsProjectInTheEnd();
 };
 
-void StormTest::shouldEndAsTheHostsProject()
+void StormTest::shouldShowTheHostsProjectInTheEnd()
 {
     const bool survey = qEnvironmentVariableIsSet("TSA_STORM_SURVEY");
     const QDeadlineTimer end{std::chrono::seconds(stormSeconds())};

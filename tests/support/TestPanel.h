@@ -2,6 +2,7 @@
 
 #include "Interface/ObserverPattern"
 #include "tests/support/FakeHandler.h"
+#include "tests/support/TestRecords.h"
 
 #include <QCoreApplication>
 #include <QModelIndex>
@@ -48,14 +49,3 @@ private:
     QPointer<QWidget> m_widget;
     CTargetSelectArea* m_area; // destroyed here, unless its parent was faster
 };
-
-/// Identity number `n`: the same for the same number.
-QUuid testId(quint32 n);
-
-/// A group or processor named after its number. Processors are addressed by number unless given an
-/// address; `group` 0 is the root.
-ProcessorGroupNode testGroup(quint32 n, const QString& name = QString());
-ProcessorNode testProcessor(quint32 n, quint32 group = 0);
-ProcessorNode testIpProcessor(quint32 n, quint32 address, quint32 group = 0);
-
-SDeviceSetInfo deviceSet(quint32 n);

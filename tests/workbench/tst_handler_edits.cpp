@@ -57,19 +57,19 @@ class HandlerEditsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldReplyWhenTheAnswersSay_data();
-    void shouldReplyWhenTheAnswersSay();
+    void shouldReplyAtTheConfiguredTime_data();
+    void shouldReplyAtTheConfiguredTime();
     void shouldKeepTheOrderOfLateEdits();
     void shouldNotCarryLateEditsIntoAnotherProject();
     void shouldForgetLateEditsWithTheHandler();
-    void shouldChangeBeforeItTells();
-    void shouldTellOneByOne();
+    void shouldChangeTheProjectBeforeItRaisesEvents();
+    void shouldRaiseOneEventForEachProcessor();
     void shouldAddToGroups();
     void shouldAddNoMoreThanFit();
     void shouldRefuseTakenAddresses();
     void shouldGiveNewProcessorsTheirOutputs();
     void shouldRefuseDuplicateNames();
-    void shouldTakeBackRefusedGroupNames();
+    void shouldRestoreGroupNamesAfterARefusal();
     void shouldKeepWhatItMayNotDelete();
     void shouldDeleteFewerThanAsked();
     void shouldMissTheAnnouncementOfADeletion();
@@ -79,7 +79,7 @@ private slots:
     void shouldExtendContextMenus();
 };
 
-void HandlerEditsTest::shouldReplyWhenTheAnswersSay_data()
+void HandlerEditsTest::shouldReplyAtTheConfiguredTime_data()
 {
     QTest::addColumn<HostReply>("reply");
     QTest::addColumn<Notifier::Delivery>("delivery");
@@ -90,7 +90,7 @@ void HandlerEditsTest::shouldReplyWhenTheAnswersSay_data()
     }
 }
 
-void HandlerEditsTest::shouldReplyWhenTheAnswersSay()
+void HandlerEditsTest::shouldReplyAtTheConfiguredTime()
 {
     QFETCH(HostReply, reply);
     QFETCH(Notifier::Delivery, delivery);
@@ -169,7 +169,7 @@ void HandlerEditsTest::shouldForgetLateEditsWithTheHandler()
     QCOMPARE(test.store.snapshot().processors.size(), 4);
 }
 
-void HandlerEditsTest::shouldChangeBeforeItTells()
+void HandlerEditsTest::shouldChangeTheProjectBeforeItRaisesEvents()
 {
     HandlerUnderTest test;
     answer(test, &HandlerAnswers::hostReply, HostReply::BeforeReturn);
@@ -184,7 +184,7 @@ void HandlerEditsTest::shouldChangeBeforeItTells()
     test.notifier.stop();
 }
 
-void HandlerEditsTest::shouldTellOneByOne()
+void HandlerEditsTest::shouldRaiseOneEventForEachProcessor()
 {
     HandlerUnderTest test;
     answer(test, &HandlerAnswers::eventsOneByOne, true);
@@ -293,7 +293,7 @@ void HandlerEditsTest::shouldRefuseDuplicateNames()
     QCOMPARE(treeText(test.store), QStringLiteral("G1[P12,P12] G2[P13] P14"));
 }
 
-void HandlerEditsTest::shouldTakeBackRefusedGroupNames()
+void HandlerEditsTest::shouldRestoreGroupNamesAfterARefusal()
 {
     HandlerUnderTest test;
     test.handler.RenameGroup(sampleId(1), QStringLiteral("G2"));

@@ -38,13 +38,13 @@ private slots:
     void shouldDeleteInNetworkByteOrder();
     void shouldCheckAgainstTheListOrTheProcessors();
     void shouldCheckAgainstThePc();
-    void shouldReadTheNetworkRarely();
+    void shouldReadTheNetworkOnceForManyChecks();
     void shouldForceAnswers();
     void shouldForceTheNextChecks();
     void shouldCompareAddressesOnly_data();
     void shouldCompareAddressesOnly();
     void shouldImportFiles();
-    void shouldSayWhatIsLeftOutOfAnImport();
+    void shouldLogTheLinesLeftOutOfAnImport();
     void shouldRefuseWhatIsNoAddressFile();
     void shouldAddProcessorsForEntries();
 };
@@ -163,7 +163,7 @@ void HandlerIpListTest::shouldCheckAgainstThePc()
     }
 }
 
-void HandlerIpListTest::shouldReadTheNetworkRarely()
+void HandlerIpListTest::shouldReadTheNetworkOnceForManyChecks()
 {
     HandlerUnderTest test;
     check(test, 0x0A000009, false);
@@ -267,7 +267,7 @@ void HandlerIpListTest::shouldImportFiles()
     QCOMPARE(test.handler.GetIPEntry(254), QStringLiteral("10.0.0.255()"));
 }
 
-void HandlerIpListTest::shouldSayWhatIsLeftOutOfAnImport()
+void HandlerIpListTest::shouldLogTheLinesLeftOutOfAnImport()
 {
     HandlerUnderTest test;
     LogTrap log;

@@ -95,18 +95,18 @@ class InspectorTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldTellOfWidgets();
-    void shouldLeaveOutWhatIsHidden();
-    void shouldTellOnlyOfCellsInView();
-    void shouldTellOfRowsInTreesAndTheirStates();
-    void shouldTellOfCellsAnewAfterAChange();
-    void shouldTellOfTheForemostWindowFirst();
-    void shouldTellWhatHasTheKeyboard();
-    void shouldAnswerWhoConnects();
-    void shouldSayWhyNobodyCanConnect();
+    void shouldDescribeWidgets();
+    void shouldOmitHiddenElements();
+    void shouldDescribeOnlyVisibleCells();
+    void shouldDescribeTreeRowsAndTheirStates();
+    void shouldDescribeCellsAgainAfterAChange();
+    void shouldListTheForemostWindowFirst();
+    void shouldReportTheFocusedElement();
+    void shouldAnswerEveryClient();
+    void shouldReportWhyItCannotListen();
 };
 
-void InspectorTest::shouldTellOfWidgets()
+void InspectorTest::shouldDescribeWidgets()
 {
     Window window;
     auto* button = window.add(new QPushButton(QStringLiteral("&Go")));
@@ -127,7 +127,7 @@ void InspectorTest::shouldTellOfWidgets()
              QJsonArray({corner.x(), corner.y(), button->width(), button->height()}));
 }
 
-void InspectorTest::shouldLeaveOutWhatIsHidden()
+void InspectorTest::shouldOmitHiddenElements()
 {
     Window window;
     window.add(new QPushButton(QStringLiteral("Shown")));
@@ -143,7 +143,7 @@ void InspectorTest::shouldLeaveOutWhatIsHidden()
     QTRY_VERIFY(!told().contains(QStringLiteral("ListItem:Two")));
 }
 
-void InspectorTest::shouldTellOnlyOfCellsInView()
+void InspectorTest::shouldDescribeOnlyVisibleCells()
 {
     Window window;
     QStandardItemModel model(100000, 3);
@@ -163,7 +163,7 @@ void InspectorTest::shouldTellOnlyOfCellsInView()
         QRect(place.at(0).toInt(), place.at(1).toInt(), place.at(2).toInt(), place.at(3).toInt())));
 }
 
-void InspectorTest::shouldTellOfRowsInTreesAndTheirStates()
+void InspectorTest::shouldDescribeTreeRowsAndTheirStates()
 {
     Window window;
     QStandardItemModel model;
@@ -185,7 +185,7 @@ void InspectorTest::shouldTellOfRowsInTreesAndTheirStates()
 }
 
 /// A view keeps the cells that were told of.
-void InspectorTest::shouldTellOfCellsAnewAfterAChange()
+void InspectorTest::shouldDescribeCellsAgainAfterAChange()
 {
     Window window;
     QStandardItemModel model;
@@ -202,7 +202,7 @@ void InspectorTest::shouldTellOfCellsAnewAfterAChange()
                  QStringList{QStringLiteral("ListItem:new 1")});
 }
 
-void InspectorTest::shouldTellOfTheForemostWindowFirst()
+void InspectorTest::shouldListTheForemostWindowFirst()
 {
     Window window;
     window.open();
@@ -221,7 +221,7 @@ void InspectorTest::shouldTellOfTheForemostWindowFirst()
     QCOMPARE(states(QStringLiteral("Entry")), QStringList{QStringLiteral("disabled")});
 }
 
-void InspectorTest::shouldTellWhatHasTheKeyboard()
+void InspectorTest::shouldReportTheFocusedElement()
 {
     Window window;
     auto* field = window.add(new QLineEdit(QStringLiteral("text")));
@@ -234,7 +234,7 @@ void InspectorTest::shouldTellWhatHasTheKeyboard()
     QVERIFY(Inspector::tree()[QLatin1String("focus")].isNull());
 }
 
-void InspectorTest::shouldAnswerWhoConnects()
+void InspectorTest::shouldAnswerEveryClient()
 {
     const QTemporaryDir folder;
     const QString name = folder.filePath(QStringLiteral("inspector"));
@@ -254,7 +254,7 @@ void InspectorTest::shouldAnswerWhoConnects()
     QVERIFY2(next.listen(name, problem), qPrintable(problem));
 }
 
-void InspectorTest::shouldSayWhyNobodyCanConnect()
+void InspectorTest::shouldReportWhyItCannotListen()
 {
     Inspector inspector;
     QString problem;

@@ -35,18 +35,18 @@ class IpCheckTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldDecideEachCode_data();
-    void shouldDecideEachCode();
-    void shouldTakeAnyAddressWithoutANetwork();
-    void shouldPassOverSubnetsThatAreNotKnown();
+    void shouldReturnEachCode_data();
+    void shouldReturnEachCode();
+    void shouldAcceptAnyAddressWithoutANetwork();
+    void shouldIgnoreUnknownSubnets();
     void shouldFindDefaultGateways();
     void shouldFindNoGatewayInOtherTexts_data();
     void shouldFindNoGatewayInOtherTexts();
-    void shouldReadThisPc();
+    void shouldReadTheNetworkOfThisPc();
     void shouldReadTheNetworkOnceASecond();
 };
 
-void IpCheckTest::shouldDecideEachCode_data()
+void IpCheckTest::shouldReturnEachCode_data()
 {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<quint32>("code");
@@ -89,7 +89,7 @@ void IpCheckTest::shouldDecideEachCode_data()
     row("10.99.0.1", IPCHECK_USED);
 }
 
-void IpCheckTest::shouldDecideEachCode()
+void IpCheckTest::shouldReturnEachCode()
 {
     QFETCH(QByteArray, text);
     QFETCH(quint32, code);
@@ -102,13 +102,13 @@ void IpCheckTest::shouldDecideEachCode()
     QCOMPARE(checkIpAddress(address(text), office(), used), code == IPCHECK_USED ? 0U : code);
 }
 
-void IpCheckTest::shouldTakeAnyAddressWithoutANetwork()
+void IpCheckTest::shouldAcceptAnyAddressWithoutANetwork()
 {
     for (const char* text : {"192.168.0.0", "192.168.0.1", "192.168.0.7", "192.168.0.255"})
         QCOMPARE(checkIpAddress(address(text), PcNetwork(), {}), 0U);
 }
 
-void IpCheckTest::shouldPassOverSubnetsThatAreNotKnown()
+void IpCheckTest::shouldIgnoreUnknownSubnets()
 {
     PcNetwork network;
     for (const int length : {-1, 0, 33})
@@ -155,7 +155,7 @@ void IpCheckTest::shouldFindNoGatewayInOtherTexts()
     QVERIFY(gatewaysOfRouteTable(text).isEmpty());
 }
 
-void IpCheckTest::shouldReadThisPc()
+void IpCheckTest::shouldReadTheNetworkOfThisPc()
 {
     const PcNetwork network = readPcNetwork();
     for (const PcAdapter& adapter : network.adapters) {

@@ -60,7 +60,7 @@ private slots:
     void shouldSayWhyALineIsRefused_data();
     void shouldSayWhyALineIsRefused();
     void shouldKeepNoMoreThan255Entries();
-    void shouldCountWhatItDoesNotKeep();
+    void shouldCountRefusedLinesThatItDoesNotKeep();
     void shouldReadNamesOfOtherEncodings_data();
     void shouldReadNamesOfOtherEncodings();
     void shouldReadWhatAnExportWrites_data();
@@ -164,7 +164,7 @@ void IpFileTest::shouldKeepNoMoreThan255Entries()
     QCOMPARE(imported.refused.last().text, QStringLiteral("10.0.1.1,"));
 }
 
-void IpFileTest::shouldCountWhatItDoesNotKeep()
+void IpFileTest::shouldCountRefusedLinesThatItDoesNotKeep()
 {
     const ImportedIpList imported =
         parseIpFile(QByteArray(5000, 'x') + QByteArray("\nx").repeated(99));

@@ -15,7 +15,7 @@ private slots:
     void shouldKeepOrderAndRefuseDuplicates();
     void shouldReplaceRows();
     void shouldHoldNoMoreThan255Entries();
-    void shouldSayWhy();
+    void shouldGiveTheReasonOfARefusal();
 };
 
 void IpListTest::shouldKeepNamesInTexts()
@@ -97,7 +97,7 @@ void IpListTest::shouldHoldNoMoreThan255Entries()
     QCOMPARE(list.size(), 255);
 }
 
-void IpListTest::shouldSayWhy()
+void IpListTest::shouldGiveTheReasonOfARefusal()
 {
     QVERIFY(refusalText(IpRefusal::None).isEmpty());
     QSet<QString> texts;

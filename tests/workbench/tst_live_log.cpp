@@ -20,7 +20,7 @@ class LiveLogTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldTakeLinesFromEveryThread();
+    void shouldAcceptLinesFromEveryThread();
     void shouldNameTheWorkThread();
     void shouldKeepTheLastTenThousandLines();
     void shouldFilterByWordsAndKind();
@@ -28,10 +28,10 @@ private slots:
     void shouldWriteAPlainLine();
     void shouldKeepTextsShort();
     void shouldWriteToAFile();
-    void shouldSayWhyItCannotWrite();
+    void shouldReportWhyItCannotWrite();
 };
 
-void LiveLogTest::shouldTakeLinesFromEveryThread()
+void LiveLogTest::shouldAcceptLinesFromEveryThread()
 {
     TraceModel trace;
     const QAbstractItemModelTester tester(&trace);
@@ -168,7 +168,7 @@ void LiveLogTest::shouldWriteToAFile()
     QCOMPARE(problem, QString());
 }
 
-void LiveLogTest::shouldSayWhyItCannotWrite()
+void LiveLogTest::shouldReportWhyItCannotWrite()
 {
     TraceModel trace;
     TraceFile file(trace, QStringLiteral("/nowhere/trace.txt"));

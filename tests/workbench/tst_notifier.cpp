@@ -39,8 +39,8 @@ private slots:
     void shouldWaitForDeliveries();
     void shouldCarryTypedArguments();
     void shouldEndWhileADeliveryWaitsForTheGuiThread();
-    void shouldDropWhatComesAfterTheEnd();
-    void shouldGetAlongWithoutAnObserver();
+    void shouldDropEventsAfterTheEnd();
+    void shouldRunWithoutAnObserver();
 };
 
 void NotifierTest::shouldDeliverInOrderOnItsOwnThread()
@@ -172,7 +172,7 @@ void NotifierTest::shouldEndWhileADeliveryWaitsForTheGuiThread()
     QVERIFY(ranOnGui);
 }
 
-void NotifierTest::shouldDropWhatComesAfterTheEnd()
+void NotifierTest::shouldDropEventsAfterTheEnd()
 {
     Watched host;
     host.notifier.stop();
@@ -183,7 +183,7 @@ void NotifierTest::shouldDropWhatComesAfterTheEnd()
     QCOMPARE(host.observer.numbers(), QString());
 }
 
-void NotifierTest::shouldGetAlongWithoutAnObserver()
+void NotifierTest::shouldRunWithoutAnObserver()
 {
     TraceModel trace;
     Notifier notifier(trace);

@@ -11,7 +11,7 @@ class ProjectTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldNumberAddedProcessorsOn();
+    void shouldGiveAddedProcessorsTheNextNumbers();
     void shouldNumberProcessorsUpToTheLastNumber();
     void shouldAddNoMoreThan255Processors();
     void shouldAddUnderTheRootWhenTheGroupIsUnknown();
@@ -19,13 +19,13 @@ private slots:
     void shouldFillInTheProcessorsOfAGroup();
     void shouldMakeTheFirstProcessorCurrentWhenTheCurrentOneGoes();
     void shouldKeepProcessorsOfADissolvedGroup();
-    void shouldMoveOnlyWhatIsElsewhere();
+    void shouldMoveOnlyProcessorsOfOtherGroups();
     void shouldReadDottedAddresses_data();
     void shouldReadDottedAddresses();
     void shouldReadListsOfAddresses();
 };
 
-void ProjectTest::shouldNumberAddedProcessorsOn()
+void ProjectTest::shouldGiveAddedProcessorsTheNextNumbers()
 {
     Project project = smallProject();
     const QList<QUuid> added = project.addProcessors(sampleId(2), 2);
@@ -106,7 +106,7 @@ void ProjectTest::shouldKeepProcessorsOfADissolvedGroup()
     QVERIFY(project.processor(sampleId(11))->groupId.isNull());
 }
 
-void ProjectTest::shouldMoveOnlyWhatIsElsewhere()
+void ProjectTest::shouldMoveOnlyProcessorsOfOtherGroups()
 {
     Project project = smallProject();
     QCOMPARE(project.regroup({sampleId(11), sampleId(13), sampleId(99)}, sampleId(2)),

@@ -75,8 +75,8 @@ private slots:
     void shouldNotReadADirectoryOrAMissingFile();
     void shouldReplaceTheOldFile();
     void shouldKeepTheOldFileWhenTheDiskIsFull();
-    void shouldSayWhyItCannotSave_data();
-    void shouldSayWhyItCannotSave();
+    void shouldReportWhyItCannotSave_data();
+    void shouldReportWhyItCannotSave();
 };
 
 void ProjectFileTest::shouldKeepEveryField()
@@ -394,7 +394,7 @@ void ProjectFileTest::shouldKeepTheOldFileWhenTheDiskIsFull()
              QStringList(QStringLiteral("project.json")));
 }
 
-void ProjectFileTest::shouldSayWhyItCannotSave_data()
+void ProjectFileTest::shouldReportWhyItCannotSave_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("reason");
@@ -405,7 +405,7 @@ void ProjectFileTest::shouldSayWhyItCannotSave_data()
     QTest::newRow("missing folder") << QStringLiteral("/nowhere/at/all.json") << QString();
 }
 
-void ProjectFileTest::shouldSayWhyItCannotSave()
+void ProjectFileTest::shouldReportWhyItCannotSave()
 {
     QFETCH(QString, path);
     QFETCH(QString, reason);

@@ -70,9 +70,9 @@ private slots:
     void shouldRaiseTheEventsOfEachChange();
     void shouldAnswerFromInsideADelivery_data() { shouldRaiseTheEventsOfEachChange_data(); }
     void shouldAnswerFromInsideADelivery();
-    void shouldBeAbleToChangeInsideADelivery();
+    void shouldAllowChangesInsideADelivery();
     void shouldRaiseNothingWhenNothingChanges();
-    void shouldKnowWhetherItIsModified();
+    void shouldReportWhetherItIsModified();
     void shouldKeepTheCurrentProcessorAnnouncedWhenItMoves();
     void shouldMergeOnlineAddresses();
     void shouldAddAsManyOnlineAddressesAsFit();
@@ -175,7 +175,7 @@ void ProjectStoreTest::shouldAnswerFromInsideADelivery()
     QCOMPARE(seen, QStringLiteral("Processor 5"));
 }
 
-void ProjectStoreTest::shouldBeAbleToChangeInsideADelivery()
+void ProjectStoreTest::shouldAllowChangesInsideADelivery()
 {
     StoreUnderTest test(Notifier::Delivery::GuiThread);
     test.observer.inside = [&](const CSubject& subject) {
@@ -205,7 +205,7 @@ void ProjectStoreTest::shouldRaiseNothingWhenNothingChanges()
     QVERIFY(!test.store.isModified());
 }
 
-void ProjectStoreTest::shouldKnowWhetherItIsModified()
+void ProjectStoreTest::shouldReportWhetherItIsModified()
 {
     StoreUnderTest test(Notifier::Delivery::GuiThread);
     QVERIFY(!test.store.isModified());

@@ -15,7 +15,7 @@ class WorkbenchFilesTest : public QObject
 private slots:
     void shouldKeepTheProjectWhenAFileIsDamaged();
     void shouldSaveAndRemember();
-    void shouldAskBeforeChangesAreLost();
+    void shouldAskBeforeChangesAreDiscarded();
 
 private:
     const TestSettings m_settings;
@@ -59,7 +59,7 @@ void WorkbenchFilesTest::shouldSaveAndRemember()
     QCOMPARE(test.window.files().path(), path);
 }
 
-void WorkbenchFilesTest::shouldAskBeforeChangesAreLost()
+void WorkbenchFilesTest::shouldAskBeforeChangesAreDiscarded()
 {
     WorkbenchUnderTest test;
     test.window.files().setAskBeforeLoss(true);

@@ -17,12 +17,12 @@ private slots:
     void shouldRefuseNames();
     void shouldFollowTheSelection();
     void shouldAnswerFromTheSettings();
-    void shouldDetectWhatHasAnAddress();
+    void shouldDetectProcessorsWithAnAddress();
     void shouldFindProcessorsAtTheAddressesOfTheList();
-    void shouldTellHowFarADetectionIs_data();
-    void shouldTellHowFarADetectionIs();
+    void shouldReportTheProgressOfADetection_data();
+    void shouldReportTheProgressOfADetection();
     void shouldNotDetectInsideADetection();
-    void shouldLeaveADetectionOfAnotherProject();
+    void shouldAbandonADetectionOfAnotherProject();
     void shouldHandleDeviceSets();
     void shouldOfferAMenuEntry();
     void shouldShowTips();
@@ -140,7 +140,7 @@ void WorkbenchHandlerTest::shouldAnswerFromTheSettings()
     QVERIFY(!handler.CheckProcessor(offline));
 }
 
-void WorkbenchHandlerTest::shouldDetectWhatHasAnAddress()
+void WorkbenchHandlerTest::shouldDetectProcessorsWithAnAddress()
 {
     HandlerUnderTest test;
     test.handler.DetectProcessorsOnly();
@@ -177,7 +177,7 @@ void WorkbenchHandlerTest::shouldFindProcessorsAtTheAddressesOfTheList()
     QCOMPARE(test.events(), QStringLiteral("1"));
 }
 
-void WorkbenchHandlerTest::shouldTellHowFarADetectionIs_data()
+void WorkbenchHandlerTest::shouldReportTheProgressOfADetection_data()
 {
     QTest::addColumn<int>("pause");
     QTest::addColumn<QString>("steps");
@@ -185,7 +185,7 @@ void WorkbenchHandlerTest::shouldTellHowFarADetectionIs_data()
     QTest::newRow("one by one") << 1 << QStringLiteral("0/2 1/2 2/2");
 }
 
-void WorkbenchHandlerTest::shouldTellHowFarADetectionIs()
+void WorkbenchHandlerTest::shouldReportTheProgressOfADetection()
 {
     QFETCH(int, pause);
     QFETCH(QString, steps);
@@ -214,7 +214,7 @@ void WorkbenchHandlerTest::shouldNotDetectInsideADetection()
     QCOMPARE(log.take(), QStringList({QStringLiteral("a detection is running already")}));
 }
 
-void WorkbenchHandlerTest::shouldLeaveADetectionOfAnotherProject()
+void WorkbenchHandlerTest::shouldAbandonADetectionOfAnotherProject()
 {
     HandlerUnderTest test;
     test.store.changeAnswers([](HandlerAnswers& answers) { answers.detectPauseMs = 1; });

@@ -26,11 +26,11 @@ private slots:
     void shouldBringEveryChangeIntoThePanel_data() { addDeliveries(); }
     void shouldBringEveryChangeIntoThePanel();
     void shouldDestroyThePanelAndInitialiseItAgain();
-    void shouldOutliveAPanelDestroyedUnderEvents();
+    void shouldSurviveTheEndOfThePanelDuringEvents();
     void shouldReplyToThePanelInEveryWay_data() { addDeliveries(); }
     void shouldReplyToThePanelInEveryWay();
-    void shouldTakeARefusedGroupNameBack();
-    void shouldShowHowFarADetectionIs();
+    void shouldRestoreTheNameOfAGroupAfterARefusal();
+    void shouldShowTheProgressOfADetection();
     void shouldLockByKey();
     void shouldWarnOfTheSelectedProcessors();
 
@@ -134,7 +134,7 @@ void WorkbenchPanelTest::shouldDestroyThePanelAndInitialiseItAgain()
     QCOMPARE(test.store().snapshot().processors.size(), 7);
 }
 
-void WorkbenchPanelTest::shouldOutliveAPanelDestroyedUnderEvents()
+void WorkbenchPanelTest::shouldSurviveTheEndOfThePanelDuringEvents()
 {
     WorkbenchUnderTest test;
     for (int n = 0; n < 50; ++n)
@@ -177,7 +177,7 @@ void WorkbenchPanelTest::shouldReplyToThePanelInEveryWay()
         qPrintable(test.panelTree()));
 }
 
-void WorkbenchPanelTest::shouldTakeARefusedGroupNameBack()
+void WorkbenchPanelTest::shouldRestoreTheNameOfAGroupAfterARefusal()
 {
     WorkbenchUnderTest test;
     test.store().changeAnswers([](HandlerAnswers& answers) { answers.acceptNewNames = false; });
@@ -190,7 +190,7 @@ void WorkbenchPanelTest::shouldTakeARefusedGroupNameBack()
     QTRY_COMPARE(test.panelTree(), QStringLiteral("All processors(4)[G1[P11,P12],G2[P13],P14]"));
 }
 
-void WorkbenchPanelTest::shouldShowHowFarADetectionIs()
+void WorkbenchPanelTest::shouldShowTheProgressOfADetection()
 {
     WorkbenchUnderTest test;
     test.store().changeAnswers([](HandlerAnswers& answers) { answers.detectPauseMs = 1; });

@@ -18,10 +18,10 @@ class WorkbenchTranslationTest : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldBeCompleteAndKeepPlaces();
+    void shouldBeCompleteAndKeepPlaceMarks();
 };
 
-void WorkbenchTranslationTest::shouldBeCompleteAndKeepPlaces()
+void WorkbenchTranslationTest::shouldBeCompleteAndKeepPlaceMarks()
 {
     QFile file(QStringLiteral(WORKBENCH_TRANSLATION));
     QVERIFY(file.open(QIODevice::ReadOnly));

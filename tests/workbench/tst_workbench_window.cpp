@@ -34,7 +34,7 @@ private slots:
     void shouldMarkProcessors();
     void shouldLogTheTree();
     void shouldFollowTheLanguage();
-    void shouldOfferOnlyWhatIsPossible();
+    void shouldEnableOnlyPossibleActions();
     void shouldNameItsWidgets();
     void shouldLeaveTheTreesKeysToThePanel();
 
@@ -280,7 +280,7 @@ void WorkbenchWindowTest::shouldFollowTheLanguage()
     QTRY_VERIFY(test.panelTree().startsWith(QStringLiteral("All processors(4)")));
 }
 
-void WorkbenchWindowTest::shouldOfferOnlyWhatIsPossible()
+void WorkbenchWindowTest::shouldEnableOnlyPossibleActions()
 {
     WorkbenchUnderTest test;
     QVERIFY(!test.action(ActionId::Remove)->isEnabled());

@@ -7,7 +7,7 @@
 /// A line of an address file that contains an entry.
 struct ImportedIpLine
 {
-    int number = 0; ///< From 1.
+    int number = 0; ///< Counts from 1.
     IpEntry entry;
 };
 

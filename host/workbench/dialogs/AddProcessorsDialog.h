@@ -15,7 +15,7 @@ class AddProcessorsDialog final : public FormDialog
     Q_OBJECT
 
 public:
-    /// `group` is the one proposed. `store` outlives the dialog.
+    /// `group` is preselected. `store` outlives the dialog.
     AddProcessorsDialog(ProjectStore& store, const QUuid& group, QWidget* parent);
 
 protected:

@@ -7,7 +7,7 @@
 
 class ProjectStore;
 
-/// What the host answers to the panel's questions that are not about records. Fields carry the
+/// Edits the host's answers to the panel's questions that are not about records. Fields carry the
 /// names that they have in the project file.
 class AnswersDialog final : public FormDialog
 {

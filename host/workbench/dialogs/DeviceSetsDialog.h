@@ -7,7 +7,7 @@ class ProjectStore;
 class QComboBox;
 class QListWidget;
 
-/// The project's device sets, one text each, and which of them is the current one.
+/// Edits the texts of the project's device sets and selects the current one.
 class DeviceSetsDialog final : public FormDialog
 {
     Q_OBJECT

@@ -100,7 +100,7 @@ public:
     void SetFrontPanelHighlight(bool on) override;
 
 private:
-    /// What earlier calls of the panel have set for later ones.
+    /// The state that calls of the panel set for later calls.
     struct Session
     {
         QList<QUuid> selected;

@@ -5,15 +5,15 @@
 
 class QLocalServer;
 
-/// Tells other programs what a screen reader would find in the windows: whoever connects gets one
-/// JSON object, and the connection ends. It only tells; nothing can be done through it.
+/// Describes the windows to other programs as a screen reader would find them: a client that
+/// connects gets one JSON object, and the connection is closed. It is read-only.
 ///
 ///     {"focus": ELEMENT or null, "windows": [ELEMENT, ...]}
 ///
-/// Windows come as they lie, the one in front first: open popups, the modal dialog, the others. An
-/// ELEMENT has "role", "name", "value", "description" (the last three unless they are empty),
-/// "states" such as "disabled" or "selected", "rect" as [x, y, width, height] on the screen, and
-/// "children". Only what is in view is told, of lists, tables and trees the cells in view.
+/// Windows are listed from front to back: open popups, the modal dialog, the others. An ELEMENT has
+/// "role", "name", "value", "description" (the last three only if they are not empty), "states"
+/// such as "disabled" or "selected", "rect" as [x, y, width, height] on the screen, and "children".
+/// Only visible elements are listed, and only the visible cells of lists, tables and trees.
 class Inspector final : public QObject
 {
     Q_OBJECT
@@ -21,11 +21,11 @@ class Inspector final : public QObject
 public:
     explicit Inspector(QObject* parent = nullptr);
 
-    /// Answers under `name`, a name or a path as QLocalServer takes it. False with `problem` when
-    /// nobody can connect.
+    /// Listens under `name`, a name or a path as QLocalServer takes it. Returns false and sets
+    /// `problem` on failure.
     bool listen(const QString& name, QString& problem);
 
-    /// What is told.
+    /// Returns the JSON text.
     static QJsonObject tree();
 
 private:

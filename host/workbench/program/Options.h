@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-/// The command line.
+/// The options of the command line.
 struct Options
 {
     QString project; ///< Empty for none.

@@ -58,7 +58,7 @@ struct HandlerAnswers
 /// The project of the host. A plain value that does not announce changes.
 ///
 /// Identities are unique over groups and processors, the group of a processor exists or is null,
-/// and there are at most ProjectLimits::kMaxProcessors processors: the operations keep that.
+/// and there are at most ProjectLimits::kMaxProcessors processors: operations preserve that.
 /// ProcessorGroupNode's list of processors stays empty in here; group() and allGroups() fill it in.
 class Project final
 {
@@ -82,8 +82,9 @@ public:
     ProcessorGroupNode group(const QUuid& id) const;
     QList<ProcessorGroupNode> allGroups() const;
 
-    /// Adds up to `count` processors without addresses, numbered on, with as many outputs as the
-    /// answers say, and returns their identities. An unknown group counts as the root.
+    /// Adds up to `count` processors without addresses, with the next numbers and as many
+    /// outputs as the answers say, and returns their identities. An unknown group counts as the
+    /// root.
     QList<QUuid> addProcessors(const QUuid& groupId, int count);
 
     /// Adds one processor for each address, as far as there is room.

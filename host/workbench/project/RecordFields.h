@@ -2,8 +2,8 @@
 
 #include "host/workbench/project/Project.h"
 
-/// The fields of the records, by name and in their order, for everybody who goes through all of
-/// them: the project file, the list of fields in the window, the tests.
+/// The fields of the records, by name and in their order, for code that processes all of them: the
+/// project file, the list of fields in the window, the tests.
 ///
 /// `visit(name, field)` is called for each field; addresses go to `visit.visitAddress(name,
 /// field)`.
@@ -41,7 +41,7 @@ void visitProcessorFields(Node& node, Visitor& visit)
     visit("reachedByIp", node.reachedByIp);
 }
 
-/// All but the list of processors, which follows from the processors' groupId.
+/// Visits all fields except the list of processors, which follows from the processors' groupId.
 template <typename Node, typename Visitor>
 void visitGroupFields(Node& node, Visitor& visit)
 {

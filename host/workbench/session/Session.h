@@ -14,8 +14,8 @@
 class ITargetSelectAreaInterface;
 class WorkbenchHandler;
 
-/// A host without its window: the project, the handler, the notifying thread and the log. Loads,
-/// creates and destroys the panel. GUI thread.
+/// The host apart from its window: the project, the handler, the notifying thread and the log.
+/// Loads, creates and destroys the panel. GUI thread.
 class Session final : public QObject
 {
     Q_OBJECT

@@ -47,7 +47,7 @@ public:
     /// Returns a number that changes with every replace().
     int projectNumber() const { return m_projectNumber; }
 
-    /// Announces the tree again, for a panel that shows something else.
+    /// Announces the tree again, for a panel that shows another one.
     void announceTree();
 
     /// Announces everything again, for a panel that has just been initialised.
@@ -63,7 +63,7 @@ public:
     /// Renames a group. There is no event for that; with `announce` the whole tree is announced.
     void renameGroup(const QUuid& id, const QString& name, bool announce);
 
-    /// Moves processors for the host. Announces a removal and an addition.
+    /// Moves processors on behalf of the host. Announces a removal and an addition.
     void regroup(const QList<QUuid>& ids, const QUuid& group);
 
     /// Stores a move that the panel has already made. Announces changes of the records.
@@ -74,7 +74,7 @@ public:
     /// Sets the address; with kNoProcessorAddress the processor is then addressed by number.
     void setAddress(const QUuid& id, quint32 address);
 
-    /// 1 for processors that have a backup, 2 for backups, 0 for others.
+    /// Sets the mode: 1 for processors with a backup, 2 for backups, 0 for others.
     void setRedundancyMode(const QList<QUuid>& ids, qint32 mode);
 
     /// Sets hostFlag13 of the records, which means protection here.
@@ -119,7 +119,7 @@ public:
     quint32 mergeOnlineAddresses();
 
     /// Adds the entries of an address file to the IP list, as many as there is room for. Logs the
-    /// entries that are not added; that none is added is no error. Returns a host code.
+    /// entries that are not added; adding none is no error. Returns a host code.
     quint32 importIpFile(const QString& path);
 
     /// Returns the addresses of all processors.

@@ -9,18 +9,18 @@
 
 class MainWindow;
 
-/// Drives the window through what the program does, one step after the other. Each step goes on
-/// when what it was about has come true, and leaves a picture; what the panel called and what was
-/// raised meanwhile is written down as it happens.
+/// Demonstrates the program in its window, step by step. A step ends when its expected result is
+/// there, and saves a picture. The calls of the panel and the raised events are written to a file
+/// as they happen.
 class Tour final
 {
 public:
-    /// Pictures "01-….png" and "trace.txt" go to `folder`, which is created.
+    /// Creates `folder`; the pictures "01-….png" and "trace.txt" are saved there.
     Tour(MainWindow& window, const QString& folder);
     Tour(const Tour&) = delete;
     Tour& operator=(const Tour&) = delete;
 
-    /// Returns the exit code, after a message on the standard error stream unless that is 0.
+    /// Returns the exit code. Prints a message to the standard error stream if it is not 0.
     int run();
 
 private:

@@ -4,7 +4,7 @@
 #include <QStringList>
 
 /// Filters the live log by kind and by words. A line is accepted if its text or thread contains
-/// every word, and no word that is written with a "-" in front. Case is ignored.
+/// every word, and none of the words that begin with "-". Case is ignored.
 class LogFilter final : public QSortFilterProxyModel
 {
     Q_OBJECT

@@ -26,10 +26,10 @@ public:
 
     explicit RecordsModel(QObject* parent = nullptr);
 
-    /// Shows `project` in the present language.
+    /// Shows `project` in the current language.
     void show(const Project& project);
 
-    /// The row of a group or processor; invalid for an unknown one.
+    /// Returns the row of a group or processor, or an invalid index.
     QModelIndex indexOf(const QUuid& id) const;
 
 private:

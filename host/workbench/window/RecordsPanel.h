@@ -10,8 +10,8 @@ class QLabel;
 class QTreeView;
 class QTreeWidget;
 
-/// The host's side of things: the project's records, and beside them every field of the chosen one;
-/// the IP list when none is chosen.
+/// The host's own view: the project's records, and beside them every field of the selected record,
+/// or the IP list if no record is selected.
 class RecordsPanel final : public QWidget
 {
     Q_OBJECT
@@ -19,27 +19,27 @@ class RecordsPanel final : public QWidget
 public:
     explicit RecordsPanel(QWidget* parent = nullptr);
 
-    /// Shows `project`; selection, current row and closed groups stay as they are.
+    /// Shows `project`; keeps the selection, the current row and the closed groups.
     void show(const Project& project);
     using QWidget::show;
 
-    /// The project's IP list changed, nothing else.
+    /// Shows `list`, the only part of the project that has changed.
     void showIpList(const IpList& list);
 
     QTreeView* view() const { return m_view; }
     QTreeWidget* fields() const { return m_fields; }
     const RecordsModel& model() const { return *m_model; }
 
-    /// The selected processors, in the order of the rows.
+    /// Returns the selected processors in the order of the rows.
     QList<QUuid> selectedProcessors() const;
 
-    /// The selected groups, in the order of the rows.
+    /// Returns the selected groups in the order of the rows.
     QList<QUuid> selectedGroups() const;
 
-    /// The group of the current row: its own, or its processor's; null for none.
+    /// Returns the group of the current row or of its processor; null for none.
     QUuid currentGroup() const;
 
-    /// Selects these rows and brings the first one in sight.
+    /// Selects these rows and scrolls to the first one.
     void select(const QList<QUuid>& ids);
 
 signals:
