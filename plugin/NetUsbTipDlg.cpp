@@ -50,7 +50,8 @@ void CNetUsbTipDlg::InitWidgets()
         line->setText(QStringLiteral("%1 (IP:%2)").arg(name, QString::fromStdString(processor.ip)));
         m_labels.emplace(static_cast<int>(n) + 1, line);
     }
-    m_labels.emplace(0, new CWrappedLabel(kTextWidth, kMostHeaderLines, this));
+    m_header = new CWrappedLabel(kTextWidth, kMostHeaderLines, this);
+    m_labels.emplace(0, m_header);
     retranslate();
 }
 
@@ -80,10 +81,10 @@ void CNetUsbTipDlg::retranslate()
     QStringList devices;
     for (std::size_t n = 0; n < std::min(m_processors.size(), kMostProcessors); ++n)
         devices.append(QString::fromStdString(m_processors[n].deviceName));
-    m_labels.at(0)->setText(
+    m_header->setSentence(
         tr("%1 does not support LAN-USB connections. The following processors are using this "
-           "connection type. Please check:")
-            .arg(devices.join(QLatin1Char(','))));
+           "connection type. Please check:"),
+        devices);
 
     // Screen readers read a dialog's description when it opens.
     QStringList texts;

@@ -6,6 +6,7 @@
 #include <map>
 #include <vector>
 
+class CWrappedLabel;
 class QLabel;
 
 /// Warns that the current device does not support LAN-USB connections, and names the device and the
@@ -27,5 +28,6 @@ private:
     void retranslate();
 
     std::vector<LanUsbProcessorInfo> m_processors;
-    std::map<int, QLabel*> m_labels; // Qt children; 0 the header, then the processors' lines
+    CWrappedLabel* m_header = nullptr; // Qt child
+    std::map<int, QLabel*> m_labels;   // Qt children; 0 the header, then the processors' lines
 };

@@ -7,6 +7,9 @@
 
 namespace {
 
+// More of a name cannot be seen, and takes long to measure.
+constexpr int kMostOfName = 1000;
+
 /// Sets `text` in at most `mostLines` lines and returns their height. Line breaks in it count as
 /// blanks.
 qreal layOut(QTextLayout& layout, int width, int mostLines)
@@ -28,6 +31,13 @@ qreal layOut(QTextLayout& layout, int width, int mostLines)
     return height;
 }
 
+/// Keeps what follows a colon in its line.
+QString joined(QString text)
+{
+    const QChar wordJoiner(0x2060);
+    return text.replace(QLatin1Char(':'), QString(QLatin1Char(':')) + wordJoiner);
+}
+
 } // namespace
 
 CWrappedLabel::CWrappedLabel(int width, int mostLines, QWidget* parent)
@@ -37,6 +47,13 @@ CWrappedLabel::CWrappedLabel(int width, int mostLines, QWidget* parent)
     setTextFormat(Qt::PlainText);
     setWordWrap(true);
     setFixedWidth(width);
+}
+
+void CWrappedLabel::setSentence(const QString& sentence, const QStringList& names)
+{
+    m_sentence = sentence;
+    m_names = names;
+    setText(sentence.arg(names.join(QLatin1Char(','))));
 }
 
 QSize CWrappedLabel::sizeHint() const
@@ -58,9 +75,31 @@ int CWrappedLabel::heightForWidth(int) const
 
 QString CWrappedLabel::shownText() const
 {
-    const QChar wordJoiner(0x2060);
-    QString shown = text();
-    return shown.replace(QLatin1Char(':'), QString(QLatin1Char(':')) + wordJoiner);
+    const QString whole = joined(text());
+    if (m_sentence.isEmpty() || fits(whole))
+        return whole;
+    int widest = 0;
+    for (int step = maximumWidth() * m_mostLines / 2; step > 0; step /= 2) {
+        if (fits(withElidedNames(widest + step)))
+            widest += step;
+    }
+    return withElidedNames(widest);
+}
+
+bool CWrappedLabel::fits(const QString& shown) const
+{
+    QTextLayout layout(shown, font(), this);
+    layOut(layout, maximumWidth(), m_mostLines);
+    const QTextLine last = layout.lineAt(layout.lineCount() - 1);
+    return last.isValid() && last.textStart() + last.textLength() == shown.size();
+}
+
+QString CWrappedLabel::withElidedNames(int nameWidth) const
+{
+    QStringList names;
+    for (const QString& name : m_names)
+        names.append(fontMetrics().elidedText(name.left(kMostOfName), Qt::ElideRight, nameWidth));
+    return joined(m_sentence.arg(names.join(QLatin1Char(','))));
 }
 
 void CWrappedLabel::paintEvent(QPaintEvent*)

@@ -66,10 +66,8 @@ CMenuToolButton::menu-button:disabled { border-left-color: @LINE@; }
 CMenuToolButton::menu-arrow:disabled {
     image: url(:/HostWidgets/icons/chevron-down-disabled.svg); }
 
-CPureImageBtn { background: transparent; border: 1px solid transparent; border-radius: 4px;
-    padding: 0; margin: 0; }
+CPureImageBtn { background: transparent; border: none; border-radius: 4px; padding: 0; margin: 0; }
 CPureImageBtn:pressed { background: @LINE@; }
-CPureImageBtn:focus { border-color: @ACCENT@; }
 CPureImageBtn::menu-indicator { image: none; width: 0; }
 
 CSeparator { color: @LINE@; }

@@ -14,8 +14,9 @@ namespace {
 QString wholeText(const ProcessorRow& row)
 {
     QString text = row.name;
-    if (!row.count.isEmpty())
-        text += QLatin1Char(' ') + row.count;
+    if (!row.count.isEmpty() && row.type != NodeRoot) // the root's text has no space there
+        text += QLatin1Char(' ');
+    text += row.count;
     if (!row.detail.isEmpty())
         text += QLatin1Char('\n') + row.detail;
     return text;

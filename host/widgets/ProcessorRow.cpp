@@ -43,6 +43,22 @@ QString labelled(const ProcessorNode& record, const QString& value)
                : QCoreApplication::translate("CProcessorDelegate", "Number: %1").arg(value);
 }
 
+/// Takes the count, "(12)", off the end of the root's text and returns it; empty if there is none.
+QString takeCount(QString& text)
+{
+    const int start = text.lastIndexOf(QLatin1Char('('));
+    const int digits = text.size() - start - 2;
+    if (start < 0 || digits < 1 || !text.endsWith(QLatin1Char(')')))
+        return {};
+    for (const QChar digit : text.midRef(start + 1, digits)) {
+        if (!digit.isDigit())
+            return {};
+    }
+    const QString count = text.mid(start);
+    text.truncate(start);
+    return count;
+}
+
 /// Returns the distance of the texts from the right end of a row.
 int endMargin(QStyle::State state, RowEnd end)
 {
@@ -69,6 +85,8 @@ ProcessorRow::ProcessorRow(const QModelIndex& index)
 {
     if (type == NodeGroup)
         count = QStringLiteral("(%1)").arg(index.model()->rowCount(index));
+    else if (type == NodeRoot)
+        count = takeCount(name);
     if (type != NodeProcessor)
         return;
     const auto record = index.data(NodeDataRole).value<ProcessorNode>();

@@ -43,7 +43,7 @@ struct ProcessorRow
 
     std::optional<EPrcTreeNodeType> type;
     QString name;
-    QString count;  ///< Number of a group's members, shown after its name.
+    QString count;  ///< Number of a group's members or of all processors, shown after the name.
     QString detail; ///< Second line of a processor: its address or number, with what it is.
     QString value;  ///< The same alone.
     bool online = false;

@@ -1,5 +1,6 @@
 #include "host/widgets/PureImageBtn.h"
 
+#include "host/widgets/FocusRing.h"
 #include "host/widgets/MenuByKey.h"
 #include "host/widgets/ToolButtonAccessible.h"
 
@@ -35,6 +36,14 @@ void CPureImageBtn::SetImages(const QString& normal, const QString& hover, const
 QSize CPureImageBtn::sizeHint() const
 {
     return iconSize();
+}
+
+void CPureImageBtn::focusInEvent(QFocusEvent* event)
+{
+    // Made late, because layouts give a button its parent.
+    if (!m_ring && parentWidget())
+        m_ring = new FocusRing(this);
+    QToolButton::focusInEvent(event);
 }
 
 void CPureImageBtn::keyPressEvent(QKeyEvent* event)

@@ -4,6 +4,7 @@
 #include "host/widgets/TableView.h"
 #include "host/widgets/WholeTextDelegate.h"
 
+#include <QHeaderView>
 #include <QPainter>
 
 /// Paints cells in the visible part of the table, and highlights whole rows under the mouse.
@@ -25,10 +26,8 @@ public:
         if (!showsWholeRows() || !m_view->hasFocus() || index.row() != m_view->currentIndex().row())
             return;
         // With Ctrl pressed, the keyboard moves the current cell without selecting it.
-        painter->fillRect(QRect(option.rect.topLeft(), QSize(option.rect.width(), 1)),
-                          hostColors().accent);
-        painter->fillRect(QRect(option.rect.bottomLeft(), QSize(option.rect.width(), 1)),
-                          hostColors().accent);
+        paintFocus(*painter, visiblePart(option).rect,
+                   m_view->horizontalHeader()->visualIndex(index.column()));
     }
 
 protected:
@@ -49,6 +48,20 @@ protected:
     }
 
 private:
+    /// Paints the part of the outline around the row that is in one cell.
+    void paintFocus(QPainter& painter, const QRect& cell, int visualColumn) const
+    {
+        const QColor& color = hostColors().accent;
+        painter.fillRect(cell.left(), cell.top(), cell.width(), 1, color);
+        painter.fillRect(cell.left(), cell.bottom(), cell.width(), 1, color);
+        const bool isLast = visualColumn == m_view->horizontalHeader()->count() - 1
+                            || cell.right() == m_view->viewport()->rect().right();
+        if (visualColumn == 0)
+            painter.fillRect(cell.left(), cell.top(), 1, cell.height(), color);
+        if (isLast)
+            painter.fillRect(cell.right(), cell.top(), 1, cell.height(), color);
+    }
+
     bool showsWholeRows() const
     {
         return m_view->selectionBehavior() == QAbstractItemView::SelectRows;

@@ -114,6 +114,8 @@ void takeWarnings(Album& album)
     many[1] = {"192.168.200.100", "Left wing, lower row, behind the second column",
                "Sending-card-without-a-blank-in-its-name"};
     many[2] = {"10.0.0.1", u8"大厅左侧立柱显示屏处理器（备用链路）", u8"发送卡"};
+    for (int n = 0; n < 12; ++n)
+        many[3].deviceName += " in the left wing, behind the second column";
     for (const auto& [name, processors] :
          {std::pair("warning", usual), std::pair("warning-long", many),
           std::pair("warning-empty", decltype(many)())}) {

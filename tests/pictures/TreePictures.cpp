@@ -137,6 +137,7 @@ void takeStates(Album& album)
         Scene scene(12);
         scene.area().SetReadOnly(true);
         album.save("read-only", scene.area());
+        scene.area().SetReadOnly(false); // the bridge outlives the scene
     }
 }
 

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace {
 using Records = std::vector<LanUsbProcessorInfo>;
@@ -106,6 +107,8 @@ private slots:
     void shouldShowInvalidTextAsGoodAsItCan();
     void shouldKeepItsOwnCopy();
     void shouldWrapALongListOfDevices();
+    void shouldCutNamesAndNotTheSentence_data();
+    void shouldCutNamesAndNotTheSentence();
     void shouldKeepItsButtonOnTheScreenWhateverItIsTold();
     void shouldLeaveRoomBelowTheHeaderAndTheLastLine();
     void shouldBeAnsweredByKeysAndMouse_data();
@@ -251,6 +254,54 @@ void NetUsbTipDlgTest::shouldWrapALongListOfDevices()
     QVERIFY(label->height() >= narrow.labels().constFirst()->height() + 4 * shown.lineHeight());
     QVERIFY(inkRight(*label) < label->width());
     QVERIFY(shown.dialog.rect().contains(label->geometry()));
+}
+
+void NetUsbTipDlgTest::shouldCutNamesAndNotTheSentence_data()
+{
+    QTest::addColumn<bool>("isChinese");
+    QTest::addColumn<QString>("name");
+    const QString latin = QStringLiteral("Sending card ").repeated(40);
+    const QString han = QString::fromUtf8("发送卡").repeated(100);
+    QTest::newRow("English") << false << latin;
+    QTest::newRow("English, Chinese names") << false << han;
+    QTest::newRow("Chinese") << true << latin;
+    QTest::newRow("Chinese, Chinese names") << true << han;
+}
+
+void NetUsbTipDlgTest::shouldCutNamesAndNotTheSentence()
+{
+    QFETCH(const bool, isChinese);
+    QFETCH(const QString, name);
+    const std::unique_ptr<Chinese> chinese(isChinese ? new Chinese : nullptr);
+    for (const int count : {1, 5}) {
+        Records list = records(count);
+        QStringList names;
+        for (LanUsbProcessorInfo& processor : list) {
+            const QString number = QString::number(names.size() + 1);
+            names.append(number + name);
+            processor.deviceName = names.constLast().toStdString();
+        }
+        const ShownDialog shown(list);
+        CWrappedLabel* label = shown.labels().constFirst();
+        const QString sentence = QCoreApplication::translate(
+            "CNetUsbTipDlg",
+            "%1 does not support LAN-USB connections. The following processors are "
+            "using this connection type. Please check:");
+        QCOMPARE(label->text(), sentence.arg(names.join(QLatin1Char(','))));
+        QVERIFY(label->height() <= 10 * shown.lineHeight() + 10);
+        const QImage seen = label->grab().toImage();
+        // Another end of the sentence is seen, and so is another beginning of each name.
+        label->setSentence(sentence.chopped(1) + QLatin1Char('!'), names);
+        QVERIFY(label->grab().toImage() != seen);
+        for (QString& one : names) {
+            const QString before = std::exchange(one, QLatin1Char('X') + one);
+            label->setSentence(sentence, names);
+            QVERIFY(label->grab().toImage() != seen);
+            one = before;
+        }
+        label->setSentence(sentence, names);
+        QCOMPARE(label->grab().toImage(), seen);
+    }
 }
 
 void NetUsbTipDlgTest::shouldKeepItsButtonOnTheScreenWhateverItIsTold()

@@ -106,6 +106,7 @@ private slots:
     void shouldAlignNamesWithEditors();
     void shouldEndTextsBeforeTheEdge();
     void shouldCountTheMembersOfAGroup();
+    void shouldPaintTheCountOfTheRootAsThatOfAGroup();
     void shouldPaintTheArrowOfARowThatExpands();
     void shouldShowStates();
     void shouldPaintForeignRows();
@@ -281,6 +282,25 @@ void TestProcessorDelegate::shouldCountTheMembersOfAGroup()
         const QImage none = painting.paint(index);
         group->appendRow(processorRow(namedProcessor(QString())));
         QVERIFY(painting.paint(index) != none);
+    }
+}
+
+void TestProcessorDelegate::shouldPaintTheCountOfTheRootAsThatOfAGroup()
+{
+    Painting painting;
+    QStandardItem* group = groupRow(QStringLiteral("All"));
+    group->appendRow(processorRow(namedProcessor(QString())));
+    const QImage expected = painting.paint(painting.add(group));
+    QCOMPARE(painting.paint(painting.add(rootRow(QStringLiteral("All(1)")))), expected);
+    // The count stays whole beside a name that has no room.
+    const QString longName = QStringLiteral("A root whose name is far too long for its row");
+    QVERIFY(painting.paint(painting.add(rootRow(longName + QStringLiteral("(1)"))))
+            != painting.paint(painting.add(rootRow(longName + QStringLiteral("(2)")))));
+    for (const char* text :
+         {"(", ")", "()", "All", "All)", "All(", "All()", "All(x)", "(1", "1)"}) {
+        const QString plain = QString::fromLatin1(text);
+        QCOMPARE(painting.paint(painting.add(rootRow(plain))),
+                 painting.paint(painting.add(new QStandardItem(plain))));
     }
 }
 
@@ -463,6 +483,7 @@ void TestProcessorDelegate::shouldShowElidedTextsWhole()
     auto* own = processorRow(record);
     own->setToolTip(QStringLiteral("own"));
     model.appendRow(own);
+    model.appendRow(rootRow(longName + QStringLiteral("(7)")));
     CTreeView view;
     CProcessorDelegate delegate;
     view.setItemDelegate(&delegate);
@@ -489,6 +510,8 @@ void TestProcessorDelegate::shouldShowElidedTextsWhole()
     QCOMPARE(QToolTip::text(), longName + QStringLiteral(" (0)"));
     hover(3);
     QCOMPARE(QToolTip::text(), QStringLiteral("own"));
+    hover(4);
+    QCOMPARE(QToolTip::text(), longName + QStringLiteral("(7)"));
 }
 
 void TestProcessorDelegate::shouldExplainMarks()

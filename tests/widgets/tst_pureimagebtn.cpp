@@ -100,11 +100,35 @@ void TestPureImageBtn::shouldOutlineTheFocus()
 {
     Form form;
     QVERIFY(form.isActive());
-    form.button.setIcon(QIcon());
-    QVERIFY(form.button.grab().toImage().pixelColor(8, 0) != hostColors().accent);
+    const QRect ring = form.button.geometry().adjusted(-3, -3, 3, 3);
+    const auto isOutlined = [&] {
+        const QImage image = form.window.grab().toImage();
+        const QPoint center = ring.center();
+        int sides = 0;
+        for (const QPoint& side :
+             {QPoint(center.x(), ring.top()), QPoint(center.x(), ring.bottom()),
+              QPoint(ring.left(), center.y()), QPoint(ring.right(), center.y())})
+            sides += image.pixelColor(side) == hostColors().accent ? 1 : 0;
+        return sides == 4;
+    };
+    const QImage plain = form.button.grab().toImage();
+    QVERIFY(!isOutlined());
     QTest::keyClick(&form.other, Qt::Key_Tab);
     QVERIFY(form.button.hasFocus());
-    QCOMPARE(form.button.grab().toImage().pixelColor(8, 0), hostColors().accent);
+    QVERIFY(isOutlined());
+    // The button itself, and what stands between it and the outline, are as before.
+    QCOMPARE(form.button.grab().toImage(), plain);
+    QCOMPARE(form.window.grab().toImage().pixelColor(ring.center().x(), ring.top() + 1),
+             hostColors().window);
+    QCOMPARE(form.window.grab().toImage().pixelColor(ring.center().x(), ring.top() + 2),
+             hostColors().window);
+    form.button.hide();
+    QVERIFY(!isOutlined());
+    form.button.show();
+    form.button.setFocus();
+    QVERIFY(isOutlined());
+    form.other.setFocus();
+    QVERIFY(!isOutlined());
 }
 
 void TestPureImageBtn::shouldClickByMouseAndKeys()

@@ -1,3 +1,4 @@
+#include "host/widgets/HostTheme.h"
 #include "host/widgets/TableView.h"
 #include "tests/support/WarningTrap.h"
 
@@ -89,6 +90,7 @@ private slots:
     void shouldElideAtTheEdgeOfTheTable();
     void shouldShowElidedTextsWhole();
     void shouldHighlightTheRowUnderTheMouse();
+    void shouldOutlineTheCurrentRow();
     void shouldKeepTheKeysOfATable();
 };
 
@@ -213,6 +215,28 @@ void TestTableView::shouldHighlightTheRowUnderTheMouse()
     QHoverEvent leave(QEvent::HoverLeave, QPointF(-1, -1), QPointF(20, 30));
     QApplication::sendEvent(form.table.viewport(), &leave);
     QCOMPARE(form.table.hoveredRow(), -1);
+}
+
+void TestTableView::shouldOutlineTheCurrentRow()
+{
+    Form form(3);
+    QVERIFY(QTest::qWaitForWindowActive(&form.window));
+    form.table.setFocus();
+    form.table.setCurrentIndex(form.model.index(1, 0));
+    const QImage image = form.table.viewport()->grab().toImage();
+    const QRect row(0, form.table.rowViewportPosition(1), image.width(), form.table.rowHeight(1));
+    const QColor accent = hostColors().accent;
+    for (int x = row.left(); x <= row.right(); ++x) {
+        QCOMPARE(image.pixelColor(x, row.top()), accent);
+        QCOMPARE(image.pixelColor(x, row.bottom()), accent);
+    }
+    for (int y = row.top(); y <= row.bottom(); ++y) {
+        QCOMPARE(image.pixelColor(row.left(), y), accent);
+        QCOMPARE(image.pixelColor(row.right(), y), accent);
+    }
+    // Not between the columns.
+    QVERIFY(image.pixelColor(149, row.center().y()) != accent);
+    QVERIFY(image.pixelColor(150, row.center().y()) != accent);
 }
 
 void TestTableView::shouldKeepTheKeysOfATable()
