@@ -15,17 +15,22 @@
 /// A 128-bit identifier with the layout of the Windows type of the same name.
 struct GUID
 {
+    /// A part of the identifier.
+    /// @{
     quint32 Data1;
     quint16 Data2;
     quint16 Data3;
     quint8 Data4[8];
+    /// @}
 };
 
+/// Returns whether all bytes are the same.
 inline bool operator==(const GUID& left, const GUID& right)
 {
     return std::memcmp(&left, &right, sizeof(GUID)) == 0;
 }
 
+/// Returns whether some bytes differ.
 inline bool operator!=(const GUID& left, const GUID& right)
 {
     return !(left == right);
@@ -43,7 +48,7 @@ inline bool IsNullGuid(const GUID& guid)
 /// the whole record back. Trivially copyable, because it is copied bytewise.
 struct SDeviceSetInfo
 {
-    GUID id;
+    GUID id;                ///< Identity of the set.
     quint32 hostAttribute2; ///< Host data, passed on unchanged.
     quint32 hostAttribute3; ///< Host data, passed on unchanged.
 };
@@ -53,8 +58,8 @@ static_assert(std::is_trivially_copyable_v<SDeviceSetInfo>);
 /// event. The panel does not use it.
 struct SPrjProcessor
 {
-    QUuid id;
-    QString name;
+    QUuid id;     ///< Identity of the processor.
+    QString name; ///< Its display name.
 };
 
 Q_DECLARE_METATYPE(GUID)

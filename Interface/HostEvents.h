@@ -17,9 +17,11 @@
 /// are told in the order of the changes, and a group before the processors that stand in it.
 namespace HostEvents {
 
+/// An event with its number and the types of its argument.
 template <quint32 Number, typename... Arguments>
 struct Event
 {
+    /// What CSubject::GetEvent() returns while the event is delivered.
     static constexpr quint32 number = Number;
 
     /// Notifies the observers of `subject` on the calling thread.
@@ -41,12 +43,15 @@ using DetectStrategyChanged = Event<0, int>;
 using CurrentDeviceSetChanged = Event<1, GUID, QList<SDeviceSetInfo>>;
 /// The whole project is another one: the tree is filled anew.
 using TreeReset = Event<16>;
+/// A group is new. Events about its processors come after this one.
 using GroupAdded = Event<17, QUuid>;
+/// A processor is new.
 using ProcessorAdded = Event<18, QUuid>;
 /// Several at once: views follow with one reset.
 using ProcessorsAdded = Event<19, QList<QUuid>>;
 /// A processor, or a group, whose processors then belong to no group.
 using NodeRemoved = Event<20, QUuid>;
+/// Several processors or groups at once.
 using NodesRemoved = Event<21, QList<QUuid>>;
 /// The record of a processor changed.
 using ProcessorChanged = Event<25, QUuid>;
@@ -54,6 +59,7 @@ using ProcessorChanged = Event<25, QUuid>;
 using ProjectProcessorChanged = Event<26, QUuid, SPrjProcessor>;
 /// The addresses of the processors reached by LAN-USB changed.
 using LanUsbProcessorIp = Event<29>;
+/// Another processor is the current one, as GetCurrentProcessorId() says.
 using CurrentProcessorChanged = Event<30>;
 /// The rows are to be painted anew.
 using MonitorWarningChanged = Event<37>;

@@ -34,8 +34,7 @@ enum ProcessorTreeRole {
 /// The IPv4 address that stands for "no address": 127.0.0.1.
 constexpr quint32 kNoProcessorAddress = 0x7F000001;
 
-/// A processor as the host describes it. The fields named host… and secondAddress belong to the
-/// host; the panel passes them on unchanged.
+/// A processor as the host describes it.
 ///
 /// The order and defaults of the fields are part of the binary contract between host and panel.
 struct ProcessorNode
@@ -44,15 +43,23 @@ struct ProcessorNode
     QString name;      ///< Display name, the tree row's text.
     qint32 number = 0; ///< 0-based; displayed as number + 1.
     QUuid groupId;     ///< The group of the processor; null directly under the root.
+    /// Host data, passed on unchanged.
+    /// @{
     qint32 hostAttribute5 = -1;
     qint32 hostAttribute6 = -1;
     qint32 hostAttribute7 = 4;
     qint64 hostAttribute8 = 0;
+    /// @}
     qint32 redundancyMode = 0; ///< 2 for a backup; any value except 0 is a redundancy marker.
+    /// Host data, passed on unchanged.
+    /// @{
     std::array<quint32, 4> hostAttribute10{};
     qint32 hostAttribute11 = 8;
     float hostAttribute12 = 60.0F;
+    /// @}
     bool hostFlag13 = false; ///< Gates "Rename" and "Delete".
+    /// Host data, passed on unchanged.
+    /// @{
     QString hostText14;
     qint32 hostAttribute15 = 100;
     qint32 hostAttribute16 = 0;
@@ -64,10 +71,11 @@ struct ProcessorNode
     qint32 hostAttribute22 = 0;
     bool hostFlag23 = false;
     QString hostText24;
-    quint32 ipAddress = kNoProcessorAddress; ///< In host byte order.
-    quint32 secondAddress = kNoProcessorAddress;
-    bool online = false;      ///< The processor is connected.
-    bool reachedByIp = false; ///< Addressed by IP, otherwise by number.
+    /// @}
+    quint32 ipAddress = kNoProcessorAddress;     ///< In host byte order.
+    quint32 secondAddress = kNoProcessorAddress; ///< Host data, passed on unchanged.
+    bool online = false;                         ///< The processor is connected.
+    bool reachedByIp = false;                    ///< Addressed by IP, otherwise by number.
 };
 
 /// A group of processors as the host describes it.
@@ -77,8 +85,11 @@ struct ProcessorGroupNode
 {
     QUuid id;     ///< Identity, the groupId of the group's processors.
     QString name; ///< Display name, the tree row's text.
+    /// Host data, passed on unchanged.
+    /// @{
     qint32 hostAttribute3 = -1;
     qint32 hostAttribute4 = 1;
+    /// @}
     QList<ProcessorNode> processors; ///< Updated by moves. The position in the tree depends only on
                                      ///< each processor's groupId.
 };

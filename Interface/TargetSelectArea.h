@@ -6,6 +6,7 @@ class IAbstractLayerInterface;
 class QWidget;
 
 #if defined(TARGETSELECTAREA_BUILD)
+/// Exports a symbol from the panel's library. A host imports it.
 #define TARGETSELECTAREA_EXPORT Q_DECL_EXPORT
 #else
 #define TARGETSELECTAREA_EXPORT Q_DECL_IMPORT
