@@ -11,14 +11,12 @@ set(CPACK_PACKAGE_VENDOR "The makers of the target selection area")
 set(CPACK_COMPONENTS_ALL runtime development)
 set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
 set(CPACK_STRIP_FILES ON)
+# They follow the description of the project.
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
-"${PROJECT_DESCRIPTION}
- The library that a host loads, and the host's libraries on which it stands."
+    "The library that a host loads, and the host's libraries on which it stands."
 )
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
-"${PROJECT_DESCRIPTION}: files for hosts
- Headers, files for CMake and pkg-config, the handler base, an example, and the workbench, a host to
- develop against."
+    "For hosts: headers, files for CMake and pkg-config, the handler base, an example, the workbench."
 )
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)
