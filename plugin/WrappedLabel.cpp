@@ -75,7 +75,7 @@ int CWrappedLabel::heightForWidth(int) const
 
 QString CWrappedLabel::shownText() const
 {
-    const QString whole = joined(text());
+    QString whole = joined(text());
     if (m_sentence.isEmpty() || fits(whole))
         return whole;
     int widest = 0;

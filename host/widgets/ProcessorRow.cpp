@@ -54,7 +54,7 @@ QString takeCount(QString& text)
         if (!digit.isDigit())
             return {};
     }
-    const QString count = text.mid(start);
+    QString count = text.mid(start);
     text.truncate(start);
     return count;
 }
