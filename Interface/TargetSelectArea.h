@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QString>
+#include <QVariant>
+#include <QWidget>
 #include <QtGlobal>
 
 class IAbstractLayerInterface;
-class QWidget;
 
 #if defined(TARGETSELECTAREA_BUILD)
 /// Exports a symbol from the panel's library. A host imports it.
@@ -21,6 +23,29 @@ class QWidget;
 /// `*layer`.
 TARGETSELECTAREA_EXPORT bool TargetSelectArea_Init(IAbstractLayerInterface** layer,
                                                    QWidget* parent);
+
+/// The version of the interface that these headers describe. Another number means that an operation
+/// was added, removed or moved, so that host and library would call each other's functions wrongly.
+constexpr int TARGETSELECTAREA_INTERFACE_VERSION = 1;
+
+/// Compares these headers with the library whose panel TargetSelectArea_Init has made a child of
+/// `parent`. Returns an empty text when they fit, and what differs otherwise. Call it right after
+/// TargetSelectArea_Init, before the first operation of the layer: it reads properties of the
+/// widget and calls nothing that could differ. GUI thread.
+inline QString TargetSelectArea_Difference(const QWidget& parent)
+{
+    const auto* panel = parent.findChild<QWidget*>(QStringLiteral("TargetSelectArea"));
+    if (!panel)
+        return QStringLiteral("there is no panel in this parent");
+    const QVariant version = panel->property("interfaceVersion");
+    if (version.isValid() && version.toInt() == TARGETSELECTAREA_INTERFACE_VERSION)
+        return {};
+    return QStringLiteral(
+               "the host is built for version %1 of the interface, the library %2 has %3")
+        .arg(TARGETSELECTAREA_INTERFACE_VERSION)
+        .arg(panel->property("libraryVersion").toString(),
+             version.isValid() ? version.toString() : QStringLiteral("none"));
+}
 
 /// The type of TargetSelectArea_Init, for hosts that resolve it at run time.
 using TargetSelectAreaInit = bool (*)(IAbstractLayerInterface**, QWidget*);

@@ -1,5 +1,6 @@
 #include "plugin/TargetSelectArea.h"
 
+#include "Interface/TargetSelectArea.h"
 #include "base/ContractCheck.h"
 #include "base/GuiThread.h"
 #include "base/LogCategories.h"
@@ -91,6 +92,8 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
 {
     RegisterMetaTypes();
     setObjectName(QStringLiteral("TargetSelectArea"));
+    setProperty("interfaceVersion", TARGETSELECTAREA_INTERFACE_VERSION);
+    setProperty("libraryVersion", QStringLiteral(TSA_VERSION));
     setFixedWidth(kPanelWidth);
     setFocusPolicy(Qt::ClickFocus);
 

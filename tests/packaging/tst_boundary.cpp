@@ -17,6 +17,7 @@ class BoundaryTest : public QObject
 private slots:
     void shouldRefuseToHandOutNothing();
     void shouldHandOutTheSameLayerEachTime();
+    void shouldSayWhatVersionItIs();
     void shouldReachTheHostsOwnHandler();
     void shouldUnderstandTheHostsTypedEvents();
     void shouldLogAnArgumentOfAnotherType();
@@ -43,6 +44,23 @@ void BoundaryTest::shouldHandOutTheSameLayerEachTime()
     QVERIFY(Library::init()(&again, &otherWindow));
     QCOMPARE(again, host.layer());
     QCOMPARE(again->GetWidget()->parentWidget(), &otherWindow);
+}
+
+void BoundaryTest::shouldSayWhatVersionItIs()
+{
+    LibraryHost host;
+    QVERIFY(host.open());
+    QCOMPARE(TargetSelectArea_Difference(*host.window()), QString());
+
+    QWidget* const panel = host.layer()->GetWidget();
+    QVERIFY(!panel->property("libraryVersion").toString().isEmpty());
+    panel->setProperty("interfaceVersion", TARGETSELECTAREA_INTERFACE_VERSION + 1);
+    const QString newer = TargetSelectArea_Difference(*host.window());
+    QVERIFY2(newer.contains(QString::number(TARGETSELECTAREA_INTERFACE_VERSION + 1)),
+             qPrintable(newer));
+    panel->setProperty("interfaceVersion", QVariant());
+    QVERIFY(TargetSelectArea_Difference(*host.window()).contains(QStringLiteral("none")));
+    QVERIFY(!TargetSelectArea_Difference(QWidget()).isEmpty());
 }
 
 void BoundaryTest::shouldReachTheHostsOwnHandler()
