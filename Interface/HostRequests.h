@@ -12,6 +12,7 @@ constexpr int kNone = -1;
 /// How long after a request the host has told its event, and changed its records, in milliseconds.
 constexpr int kFollowUpMs = 2000;
 
+/// What follows one operation.
 struct Request
 {
     const char* operation; ///< Of ITargetSelectInterfaceHandler.
@@ -19,6 +20,7 @@ struct Request
     const char* outcome;   ///< What the host's records say then.
 };
 
+/// All requests that change the project.
 constexpr Request kRequests[] = {
     {"AddProcessors", {18, 19, 16}, "the new processors are listed"},
     {"AddProcessorsWithIps", {18, 19, 16}, "the new processors are listed"},

@@ -4,6 +4,7 @@
 /// addition for which there is no room, and shows no more of the IP list.
 namespace ProjectLimits {
 
+/// Number of processors.
 constexpr int kMaxProcessors = 255;
 
 /// Number of entries in the host's IP list.
