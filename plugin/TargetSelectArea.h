@@ -43,8 +43,9 @@ public:
     ~CTargetSelectArea() override;
 
     /// Keeps the memory while the contract checks are on, so that later uses of the layer are told.
-    static void* operator new(std::size_t size);
-    static void operator delete(void* memory);
+    /// Not inlined: a compiler that looks through one of them takes it for a mismatch of the other.
+    Q_NEVER_INLINE static void* operator new(std::size_t size);
+    Q_NEVER_INLINE static void operator delete(void* memory);
 
     QWidget* GetWidget() override;
     bool Initialize() override;
