@@ -54,12 +54,14 @@ void CProcessorSelectionModel::setCurrentIndex(const QModelIndex& index,
         select(row, command);
 }
 
-void CProcessorSelectionModel::restore(const QModelIndex& index, bool selected, bool current)
+void CProcessorSelectionModel::restore(const QItemSelection& rows)
 {
-    if (selected)
-        CProcessorItemSelectionModel::select(QItemSelection(index, index), Select);
-    if (current)
-        CProcessorItemSelectionModel::setCurrentIndex(index, NoUpdate);
+    CProcessorItemSelectionModel::select(rows, Select);
+}
+
+void CProcessorSelectionModel::restoreCurrent(const QModelIndex& index)
+{
+    CProcessorItemSelectionModel::setCurrentIndex(index, NoUpdate);
 }
 
 void CProcessorSelectionModel::select(const QItemSelection& selection,

@@ -25,8 +25,9 @@ public:
 
     using CProcessorItemSelectionModel::select;
 
-    /// Selects row `index`, or makes it current, as it was before it moved: the host is not told.
-    void restore(const QModelIndex& index, bool selected, bool current);
+    /// Selects rows, or makes one current, as they were before they moved: the host is not told.
+    void restore(const QItemSelection& rows);
+    void restoreCurrent(const QModelIndex& index);
 
 public slots:
     /// Ignored for rows other than processors.

@@ -101,6 +101,7 @@ protected:
     void rowsAboutToBeRemoved(const QModelIndex& parent, int first, int last) override;
     void commitData(QWidget* editor) override;
     void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+    QRegion visualRegionForSelection(const QItemSelection& selection) const override;
     void paintEvent(QPaintEvent* event) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                  const QModelIndex& index) const override;
@@ -191,6 +192,7 @@ private:
     void takeOver(const QModelIndex& parent, int above, int below);
     bool keepMoving(const QModelIndex& parent, int first, int last);
     void onMoveEnded(const QUuid& id);
+    void selectReturned();
     void putBack(const MovingRow& moved, const QModelIndex& index);
     void replaceLost(const MovingRow& lost);
 
@@ -205,14 +207,16 @@ private:
     QPersistentModelIndex m_editedRow;  // the last one that got a field for its name
     QSet<QUuid> m_closed;               // groups, by the user
     QUuid m_editedId;
-    QPointer<QLineEdit> m_field;        // on that row, until it closes
-    QList<MovingRow> m_movingRows;      // on their way
-    QPersistentModelIndex m_dropTarget; // while something is dragged over it
-    QPointer<QDrag> m_drag;             // the one of its rows that is under way; Qt child
-    QList<QUuid> m_dragged;             // processors that were selected when it started
-    QString m_typed;                    // of the name that the user searches for
-    QElapsedTimer m_sinceKey;           // invalid before the first one
-    int m_outputs = 0;                  // of new processors, as the user chose last
+    QPointer<QLineEdit> m_field;             // on that row, until it closes
+    QList<MovingRow> m_movingRows;           // on their way
+    QList<QPersistentModelIndex> m_returned; // rows that have moved and are to be selected again
+    int m_batches = 0;                       // moves of several rows that are under way, nested
+    QPersistentModelIndex m_dropTarget;      // while something is dragged over it
+    QPointer<QDrag> m_drag;                  // the one of its rows that is under way; Qt child
+    QList<QUuid> m_dragged;                  // processors that were selected when it started
+    QString m_typed;                         // of the name that the user searches for
+    QElapsedTimer m_sinceKey;                // invalid before the first one
+    int m_outputs = 0;                       // of new processors, as the user chose last
     int m_pendingDeletions = 0;
     int m_removedSoFar = 0;
     bool m_isByUser = false;      // what happens

@@ -6,10 +6,12 @@
 #include "processortree/view/ProcessorTreeView.h"
 
 #include <QLineEdit>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QStandardItem>
 
 #include <algorithm>
+#include <utility>
 
 void CProcessorTreeView::moveTo(const QList<QUuid>& processors, const QUuid& group)
 {
@@ -23,7 +25,15 @@ void CProcessorTreeView::moveTo(const QList<QUuid>& processors, const QUuid& gro
             if (const QStandardItem* item = tree.getItem(processor))
                 rows.append(item->index());
         }
-        tree.moveProcessors(rows, group);
+        if (self)
+            ++self->m_batches;
+        {
+            const auto end = qScopeGuard([&self] {
+                if (self && --self->m_batches == 0)
+                    self->selectReturned();
+            });
+            tree.moveProcessors(rows, group);
+        }
         if (self && tree.getItem(group))
             self->selectMoved(processors);
     });
@@ -97,13 +107,38 @@ void CProcessorTreeView::putBack(const MovingRow& moved, const QModelIndex& inde
     if (moved.isCurrent || moved.field)
         expand(index.parent());
     auto* const selection = qobject_cast<CProcessorSelectionModel*>(selectionModel());
-    if (selection && (moved.isSelected || moved.isCurrent)) {
+    if (moved.isSelected)
+        m_returned.append(index);
+    if (selection && moved.isCurrent) {
         // The view stays where the user scrolled it.
         const QScopedValueRollback<bool> isMoving(m_isMoving, true);
-        selection->restore(index, moved.isSelected, moved.isCurrent);
+        selection->restoreCurrent(index);
     }
+    if (m_batches == 0)
+        selectReturned();
     if (moved.field)
         attachField(moved.field, index);
+}
+
+/// Selects the rows that have come back, all at once: Qt merges each selection with what is
+/// selected.
+void CProcessorTreeView::selectReturned()
+{
+    QItemSelection rows;
+    for (const QPersistentModelIndex& index : std::exchange(m_returned, {})) {
+        if (index.isValid())
+            rows.select(index, index);
+    }
+    auto* const selection = qobject_cast<CProcessorSelectionModel*>(selectionModel());
+    const QScopedValueRollback<bool> isMoving(m_isMoving, true);
+    if (selection && !rows.isEmpty())
+        selection->restore(rows);
+}
+
+/// While rows move all is painted anew: where they are would take a layout of the view for each.
+QRegion CProcessorTreeView::visualRegionForSelection(const QItemSelection& selection) const
+{
+    return m_isMoving ? viewport()->rect() : CTreeView::visualRegionForSelection(selection);
 }
 
 /// Of a row that left for a place that is gone: it was removed after all.
