@@ -3,7 +3,7 @@
 #include "Interface/TargetSelectAreaInterface.h"
 #include "base/ContractCheck.h"
 
-#include <new>
+#include <cstddef>
 #include <vector>
 
 namespace {
@@ -21,7 +21,9 @@ class CDeadLayer final : public ITargetSelectAreaInterface
 public:
     ~CDeadLayer() override { tell("delete"); }
 
-    // The memory is that of the panel.
+    // The memory is that of the panel, and stays.
+    static void* operator new(std::size_t size) = delete;
+    static void* operator new(std::size_t /*size*/, void* memory) { return memory; }
     static void operator delete(void* /*memory*/) {}
 
     QWidget* GetWidget() override

@@ -57,7 +57,7 @@ void TestDiagnosticsPage::shouldHaveAParagraphForEachCode()
     for (const auto finding : allFindings()) {
         const QString head = QStringLiteral("%1 %2\n").arg(ContractCheck::code(finding),
                                                            ContractCheck::title(finding));
-        const QString section = sections.at(static_cast<int>(finding));
+        const QString& section = sections.at(static_cast<int>(finding));
         QVERIFY2(section.startsWith(head), qPrintable(head));
         QVERIFY2(section.contains(QStringLiteral("Cause: ")), qPrintable(head));
         QVERIFY2(section.contains(QStringLiteral("Remedy: ")), qPrintable(head));

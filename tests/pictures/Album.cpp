@@ -67,10 +67,11 @@ Album takePictures(const QString& language, const QSet<QString>& wanted)
         chinese.emplace();
     }
     Album album(wanted);
+    using Subject = std::pair<const char*, void (*)(Album&)>;
     for (const auto& [subject, take] :
-         {std::pair("area", takeArea), std::pair("dialogs", takeDialogs),
-          std::pair("search", takeSearch), std::pair("tree", takeTree),
-          std::pair("tree-panel", takeTreePanel)}) {
+         {Subject("area", &takeArea), Subject("dialogs", &takeDialogs),
+          Subject("search", &takeSearch), Subject("tree", &takeTree),
+          Subject("tree-panel", &takeTreePanel)}) {
         if (album.begin(QLatin1String(subject)))
             take(album);
     }
