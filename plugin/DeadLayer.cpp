@@ -22,7 +22,7 @@ public:
     ~CDeadLayer() override { tell("delete"); }
 
     // The memory is that of the panel, and stays.
-    static void* operator new(std::size_t size) = delete;
+    static void* operator new(std::size_t size); // is not there: none is built elsewhere
     static void* operator new(std::size_t /*size*/, void* memory) { return memory; }
     static void operator delete(void* /*memory*/) {}
 
