@@ -133,7 +133,8 @@ QList<QUuid> identities(const CSubject& subject)
 void checkIdentities(const CSubject& subject)
 {
     QSet<QUuid> seen;
-    for (const QUuid& id : identities(subject)) {
+    const QList<QUuid> all = identities(subject);
+    for (const QUuid& id : all) {
         if (id.isNull()) {
             ContractCheck::report(Finding::NullIdentity,
                                   QStringLiteral("the event names the null identity"));
@@ -201,7 +202,8 @@ void EventChecks::checkRemoval(const CSubject& subject)
                               QStringLiteral("%1 is told as removed, and %2 still answers with it")
                                   .arg(id.toString(), QLatin1String(operation)));
     };
-    for (const QUuid& id : identities(subject)) {
+    const QList<QUuid> all = identities(subject);
+    for (const QUuid& id : all) {
         if (id.isNull())
             continue;
         if (askHost(&Host::GetProcessorNode, id).id == id)

@@ -50,7 +50,8 @@ QString takeCount(QString& text)
     const int digits = text.size() - start - 2;
     if (start < 0 || digits < 1 || !text.endsWith(QLatin1Char(')')))
         return {};
-    for (const QChar digit : text.midRef(start + 1, digits)) {
+    const QStringRef written = text.midRef(start + 1, digits);
+    for (const QChar digit : written) {
         if (!digit.isDigit())
             return {};
     }

@@ -125,7 +125,8 @@ void CProcessorTreeView::putBack(const MovingRow& moved, const QModelIndex& inde
 void CProcessorTreeView::selectReturned()
 {
     QItemSelection rows;
-    for (const QPersistentModelIndex& index : std::exchange(m_returned, {})) {
+    const QList<QPersistentModelIndex> returned = std::exchange(m_returned, {});
+    for (const QPersistentModelIndex& index : returned) {
         if (index.isValid())
             rows.select(index, index);
     }

@@ -55,7 +55,7 @@ public:
     static bool waitForJudgement()
     {
         bool isDue = false;
-        QTimer::singleShot(HostRequests::kFollowUpMs, [&isDue] { isDue = true; });
+        QTimer::singleShot(HostRequests::kFollowUpMs, qApp, [&isDue] { isDue = true; });
         return QTest::qWaitFor([&isDue] { return isDue; }, 20000);
     }
 

@@ -286,7 +286,8 @@ void IPFilesTest::shouldReportReplacedCharacters()
     QTextCodec::setCodecForLocale(usual);
     QCOMPARE(result, 0);
     QCOMPARE(onTip, text);
-    QCOMPARE(test.asked().last(), QStringLiteral("ShowTipMessage(%1)").arg(tip));
+    const QStringList asked = test.asked();
+    QCOMPARE(asked.last(), QStringLiteral("ShowTipMessage(%1)").arg(tip));
 }
 
 void IPFilesTest::shouldReportAnEmptyName()
