@@ -10,6 +10,7 @@ template <typename Record>
 CHostAnswer<Record> ask(Record (Host::*question)(const QUuid&), const QUuid& id, quint32 event)
 {
     const ContractCheck::EventScope scope(event);
+    const quint64 panel = HandlerPlace::panel();
     CHostAnswer<Record> answer;
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
         const std::weak_ptr<IAbstractControlInterface> source = HandlerPlace::current();
@@ -20,8 +21,9 @@ CHostAnswer<Record> ask(Record (Host::*question)(const QUuid&), const QUuid& id,
         }
         qCDebug(lcBridge, "event %u asks for %s", event, qPrintable(id.toString()));
         answer = {source, checkedRecord((handler.get()->*question)(id), id, event)};
-        // The host may replace its handler inside the question.
-        if (HandlerPlace::isCurrent(source))
+        // The host may replace its handler inside the question. The next panel's handler is not
+        // asked: the event was none of its host's.
+        if (HandlerPlace::isCurrent(source) || HandlerPlace::panel() != panel)
             break;
         qCDebug(lcBridge, "event %u finds another handler after its question", event);
     }

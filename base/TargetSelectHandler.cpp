@@ -6,6 +6,7 @@
 #include "base/HostQuestion.h"
 #include "base/PanelStep.h"
 
+#include <atomic>
 #include <mutex>
 
 namespace {
@@ -45,6 +46,7 @@ struct Place
     std::weak_ptr<IAbstractControlInterface> seen;
     std::weak_ptr<IAbstractControlInterface> connected; // the observer is registered with it
     bool isConnected = false;
+    quint64 panels = 0; // built so far
 };
 
 // Never destroyed: other threads may ask while the process ends.
@@ -53,6 +55,8 @@ Place& place()
     static auto* const instance = new Place;
     return *instance;
 }
+
+std::atomic<quint64> currentPanel{0};
 
 /// Events of a host that has replaced its handler reach the panel through the old one's observer.
 void checkConnection(const Control& handler)
@@ -93,6 +97,7 @@ void HandlerPlace::set(const Control* pointer)
     place().seen.reset();
     place().connected.reset();
     place().isConnected = false;
+    currentPanel = pointer ? ++place().panels : 0;
 }
 
 void HandlerPlace::noteConnected(const Control& handler)
@@ -108,10 +113,9 @@ bool HandlerPlace::isConnected()
     return place().isConnected;
 }
 
-bool HandlerPlace::isSet()
+quint64 HandlerPlace::panel()
 {
-    const std::lock_guard guard(place().mutex);
-    return place().pointer;
+    return currentPanel;
 }
 
 void HandlerPlace::refresh()

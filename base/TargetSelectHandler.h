@@ -2,6 +2,8 @@
 
 #include "Interface/TargetSelectInterfaceHandler.h"
 
+#include <QtGlobal>
+
 #include <memory>
 #include <utility>
 
@@ -44,8 +46,16 @@ void noteConnected(const std::shared_ptr<IAbstractControlInterface>& handler);
 /// Returns whether a handler was noted since the panel was built. Any thread.
 bool isConnected();
 
+/// Names the panel that exists: a number that no other panel of the process has, 0 without a panel.
+/// What a host told one panel is nothing that the next one, perhaps of another project, should
+/// show. Any thread.
+quint64 panel();
+
 /// Returns whether there is a panel. Any thread.
-bool isSet();
+inline bool isSet()
+{
+    return panel() != 0;
+}
 
 /// Lets other threads have the handler that is there now, which the host assigns without a word.
 /// GUI thread.

@@ -1,5 +1,7 @@
 #include "plugin/EventOrder.h"
 
+#include "base/TargetSelectHandler.h"
+
 #include <QHash>
 
 #include <mutex>
@@ -23,6 +25,7 @@ CEventOrder::CPlace::CPlace(std::shared_ptr<State> state, quint64 number)
     : m_state(std::move(state))
     , m_number(number)
     , m_teller(std::this_thread::get_id())
+    , m_panel(HandlerPlace::panel())
 {
 }
 
@@ -32,6 +35,11 @@ CEventOrder::CPlace::~CPlace()
     // Without places nothing is left that could be overtaken.
     if (--m_state->places == 0)
         m_state->lastAbout.clear();
+}
+
+bool CEventOrder::CPlace::isOver() const
+{
+    return m_panel == 0 || HandlerPlace::panel() != m_panel;
 }
 
 CEventOrder::CEventOrder()

@@ -33,6 +33,9 @@ public:
         /// Rises from event to event.
         quint64 number() const { return m_number; }
 
+        /// Returns whether the panel that the event was told to has gone.
+        bool isOver() const;
+
     private:
         friend class CEventOrder;
         CPlace(std::shared_ptr<State> state, quint64 number);
@@ -40,6 +43,7 @@ public:
         const std::shared_ptr<State> m_state;
         const quint64 m_number;
         const std::thread::id m_teller;
+        const quint64 m_panel;
     };
     using Place = std::shared_ptr<const CPlace>;
 

@@ -14,32 +14,32 @@ CPanelEvents::CPanelEvents(std::shared_ptr<CGuiCalls> calls)
 {
 }
 
-void CPanelEvents::changeDetectStrategy(int strategy)
+void CPanelEvents::changeDetectStrategy(quint64 told, int strategy)
 {
-    post([strategy](QObject& panel) {
+    post(told, [strategy](QObject& panel) {
         QMetaObject::invokeMethod(&panel, "onDetectStrategyChanged", Qt::DirectConnection,
                                   Q_ARG(int, strategy));
     });
 }
 
-void CPanelEvents::changeDeviceSets(GUID current, const QList<SDeviceSetInfo>& sets)
+void CPanelEvents::changeDeviceSets(quint64 told, GUID current, const QList<SDeviceSetInfo>& sets)
 {
-    post([current, sets](QObject& panel) {
+    post(told, [current, sets](QObject& panel) {
         QMetaObject::invokeMethod(&panel, "onCurrentDeviceSetChanged", Qt::DirectConnection,
                                   Q_ARG(GUID, current), Q_ARG(QList<SDeviceSetInfo>, sets));
     });
 }
 
-void CPanelEvents::changeLanUsbAddresses()
+void CPanelEvents::changeLanUsbAddresses(quint64 told)
 {
-    post([](QObject& panel) {
+    post(told, [](QObject& panel) {
         QMetaObject::invokeMethod(&panel, "onLANUSBGetProcessorIP", Qt::DirectConnection);
     });
 }
 
-void CPanelEvents::repaintMonitorWarnings()
+void CPanelEvents::repaintMonitorWarnings(quint64 told)
 {
-    post([](QObject& panel) {
+    post(told, [](QObject& panel) {
         QMetaObject::invokeMethod(&panel, "UpdateMonitorWarningState", Qt::DirectConnection);
     });
 }
@@ -60,7 +60,7 @@ CPanelEvents::Current CPanelEvents::askForCurrent()
 void CPanelEvents::showCurrent(const Current& current)
 {
     m_calls->run([self = shared_from_this(), current] {
-        if (!HandlerPlace::current())
+        if (current.place->isOver() || !HandlerPlace::current())
             return;
         const bool holds = self->holds(current);
         if (!holds)
@@ -82,11 +82,11 @@ bool CPanelEvents::holds(const Current& current) const
            && HandlerPlace::isCurrent(current.source);
 }
 
-void CPanelEvents::post(std::function<void(QObject&)> call)
+void CPanelEvents::post(quint64 told, std::function<void(QObject&)> call)
 {
-    m_calls->post([self = shared_from_this(), call = std::move(call)] {
+    m_calls->post([self = shared_from_this(), told, call = std::move(call)] {
         Q_ASSERT(isThreadOf(*self->m_calls));
-        if (self->m_panel)
+        if (self->m_panel && HandlerPlace::panel() == told)
             call(*self->m_panel);
     });
 }

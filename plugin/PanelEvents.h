@@ -15,7 +15,7 @@ class CGuiCalls;
 class IAbstractControlInterface;
 
 /// The host's events about the panel itself, as jobs of the work thread: each calls a slot of the
-/// panel that exists when its turn on the GUI thread comes, by name.
+/// panel that the event was told to, by name, and nothing when another one has taken its place.
 ///
 /// Thread-safe, but for setPanel(). Shared with the jobs.
 class CPanelEvents final : public std::enable_shared_from_this<CPanelEvents>
@@ -31,10 +31,11 @@ public:
     /// Counts the user's own choices, which make the host's older answers void.
     void noteReport() { ++m_reports; }
 
-    void changeDetectStrategy(int strategy);
-    void changeDeviceSets(GUID current, const QList<SDeviceSetInfo>& sets);
-    void changeLanUsbAddresses();
-    void repaintMonitorWarnings();
+    /// `told` is HandlerPlace::panel() of the time at which the host told the event.
+    void changeDetectStrategy(quint64 told, int strategy);
+    void changeDeviceSets(quint64 told, GUID current, const QList<SDeviceSetInfo>& sets);
+    void changeLanUsbAddresses(quint64 told);
+    void repaintMonitorWarnings(quint64 told);
 
     /// What was known when the host told that its current processor changed.
     struct Current
@@ -51,7 +52,7 @@ public:
     void showCurrent(const Current& current);
 
 private:
-    void post(std::function<void(QObject&)> call);
+    void post(quint64 told, std::function<void(QObject&)> call);
     bool holds(const Current& current) const;
 
     const std::shared_ptr<CGuiCalls> m_calls;

@@ -142,17 +142,18 @@ void CTargetSelectData::dispatch(const CSubject& subject)
     const auto tree = m_treeEvents;
     const auto panel = m_panelEvents;
     const quint32 event = subject.GetEvent();
+    const quint64 told = HandlerPlace::panel();
     const ContractCheck::EventScope scope(event);
     qCDebug(lcBridge, "event %u is taken", event);
     switch (event) {
     case DetectStrategyChanged::number:
-        post(*jobs, event, [panel, strategy = argument<DetectStrategyChanged>(subject)] {
-            panel->changeDetectStrategy(strategy);
+        post(*jobs, event, [panel, told, strategy = argument<DetectStrategyChanged>(subject)] {
+            panel->changeDetectStrategy(told, strategy);
         });
         break;
     case CurrentDeviceSetChanged::number:
-        post(*jobs, event, [panel, sets = CurrentDeviceSetChanged::argument(subject)] {
-            panel->changeDeviceSets(std::get<0>(sets), std::get<1>(sets));
+        post(*jobs, event, [panel, told, sets = CurrentDeviceSetChanged::argument(subject)] {
+            panel->changeDeviceSets(told, std::get<0>(sets), std::get<1>(sets));
         });
         break;
     case TreeReset::number:
@@ -180,7 +181,7 @@ void CTargetSelectData::dispatch(const CSubject& subject)
         tree->refreshNode(argument<ProjectProcessorChanged>(subject));
         break;
     case LanUsbProcessorIp::number:
-        post(*jobs, event, [panel] { panel->changeLanUsbAddresses(); });
+        post(*jobs, event, [panel, told] { panel->changeLanUsbAddresses(told); });
         break;
     case CurrentProcessorChanged::number:
         if (IsSelectionEchoGuarded()) {
@@ -191,13 +192,13 @@ void CTargetSelectData::dispatch(const CSubject& subject)
              [panel, current = panel->askForCurrent()] { panel->showCurrent(current); });
         break;
     case MonitorWarningChanged::number:
-        post(*jobs, event, [panel] { panel->repaintMonitorWarnings(); });
+        post(*jobs, event, [panel, told] { panel->repaintMonitorWarnings(told); });
         break;
     case MonitorStateChanged::number: {
         const QList<QUuid> ids = argument<MonitorStateChanged>(subject);
-        post(*jobs, event, [tree, panel, ids, place = tree->monitorStatesPlace(ids)] {
+        post(*jobs, event, [tree, panel, told, ids, place = tree->monitorStatesPlace(ids)] {
             tree->updateMonitorStates(place, ids);
-            panel->repaintMonitorWarnings();
+            panel->repaintMonitorWarnings(told);
         });
         break;
     }

@@ -29,7 +29,7 @@ CTreeChanges::CTreeChanges(CProcessorTreeModel& model, CGuiCalls& calls)
 void CTreeChanges::logMissing(quint32 event, const QUuid& id) const
 {
     logDropped(event, id, "the tree has no such row");
-    if (!m_leftOut.contains(id) && !RequestWatch::wasTakenOut(id)) {
+    if (ContractCheck::isOn() && !m_leftOut.contains(id) && !RequestWatch::wasTakenOut(id)) {
         ContractCheck::report(Finding::NotInTree,
                               QStringLiteral("the tree does not hold %1").arg(id.toString()),
                               event);
@@ -67,7 +67,7 @@ void CTreeChanges::clear()
 void CTreeChanges::reset(const Place& place)
 {
     Q_ASSERT(isThreadOf(m_model));
-    if (!HandlerPlace::isSet())
+    if (place->isOver())
         return;
     QMetaObject::invokeMethod(&m_model, "reset", Qt::DirectConnection);
     m_leftOut.clear();
@@ -80,7 +80,7 @@ void CTreeChanges::addGroup(const Place& place, const QUuid& id,
 {
     Q_ASSERT(isThreadOf(m_model));
     constexpr quint32 event = HostEvents::GroupAdded::number;
-    if (!HandlerPlace::isSet() || m_model.getItem(id))
+    if (place->isOver() || m_model.getItem(id))
         return;
     const auto group = holds(place, id, answer) ? answer.record() : askForGroup(id, event).record();
     if (!group || m_model.getItem(id))
@@ -109,7 +109,7 @@ void CTreeChanges::addProcessor(const Place& place, const QUuid& id,
                                 Weather asking)
 {
     Q_ASSERT(isThreadOf(m_model));
-    if (!HandlerPlace::isSet() || m_model.getItem(id))
+    if (place->isOver() || m_model.getItem(id))
         return;
     const bool isFresh = holds(place, id, answer);
     const auto processor = isFresh ? answer.record() : askForProcessor(id, event).record();
@@ -123,7 +123,7 @@ void CTreeChanges::addProcessor(const Place& place, const QUuid& id,
 void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
 {
     Q_ASSERT(isThreadOf(m_model));
-    if (!HandlerPlace::isSet())
+    if (place->isOver())
         return;
     QList<QUuid> missing;
     QSet<QUuid> seen;
@@ -145,7 +145,7 @@ void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
 void CTreeChanges::removeNode(const Place& place, const QUuid& id, const Told& told)
 {
     Q_ASSERT(isThreadOf(m_model));
-    if (!HandlerPlace::isSet())
+    if (place->isOver())
         return;
     if (!m_model.getItem(id))
         logMissing(HostEvents::NodeRemoved::number, id);
@@ -158,7 +158,7 @@ void CTreeChanges::removeNode(const Place& place, const QUuid& id, const Told& t
 void CTreeChanges::removeNodes(const Place& place, const QList<QUuid>& ids, const Told& told)
 {
     Q_ASSERT(isThreadOf(m_model));
-    if (!HandlerPlace::isSet())
+    if (place->isOver())
         return;
     QList<QUuid> gone;
     for (const QUuid& id : ids) {
@@ -177,7 +177,7 @@ void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool on
                                     const CHostAnswer<ProcessorNode>& answer, quint32 event)
 {
     Q_ASSERT(isThreadOf(m_model));
-    if (!HandlerPlace::isSet())
+    if (place->isOver())
         return;
     const auto wantedRow = [&]() -> QStandardItem* {
         QStandardItem* item = m_model.getItem(id);
@@ -212,7 +212,7 @@ void CTreeChanges::refreshRecords(const Place& place, const QList<QUuid>& ids)
     Q_ASSERT(isThreadOf(m_model));
     constexpr quint32 event = HostEvents::MonitorStateChanged::number;
     for (const QUuid& id : ids) {
-        if (!HandlerPlace::isSet())
+        if (place->isOver())
             return;
         const QStandardItem* item = m_model.getItem(id);
         if (!item && m_leftOut.isDue(id, *place, News::Change))
@@ -241,10 +241,12 @@ void CTreeChanges::noteIfLeftOut(const Place& place, const LeftOut& leftOut, Wea
     }
     qCDebug(lcBridge, "processor %s is left out: group %s is unknown",
             qPrintable(leftOut.processor.toString()), qPrintable(leftOut.group.toString()));
-    ContractCheck::report(Finding::UnknownGroup,
-                          QStringLiteral("%1 names group %2, which was not told; it has no row "
-                                         "until the group comes")
-                              .arg(leftOut.processor.toString(), leftOut.group.toString()));
+    if (ContractCheck::isOn()) {
+        ContractCheck::report(Finding::UnknownGroup,
+                              QStringLiteral("%1 names group %2, which was not told; it has no "
+                                             "row until the group comes")
+                                  .arg(leftOut.processor.toString(), leftOut.group.toString()));
+    }
     m_leftOut.add(leftOut, *place, m_order.hasNoOther() ? weather : Weather::Rough);
 }
 

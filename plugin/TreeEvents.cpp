@@ -26,8 +26,10 @@ auto asked(CGuiCalls::Deadline& deadline, Question question)
 void logPresent(quint32 event, const QUuid& id)
 {
     logDropped(event, id, "the tree has it");
-    ContractCheck::report(ContractCheck::Finding::AlreadyInTree,
-                          QStringLiteral("%1 is told as new").arg(id.toString()), event);
+    if (ContractCheck::isOn()) {
+        ContractCheck::report(ContractCheck::Finding::AlreadyInTree,
+                              QStringLiteral("%1 is told as new").arg(id.toString()), event);
+    }
 }
 
 } // namespace
@@ -118,7 +120,7 @@ void CTreeEvents::addGroup(const QUuid& id)
     const auto place = m_changes->order().take({id}, Reach::WholeTree);
     auto deadline = m_calls->deadline();
     CHostAnswer<ProcessorGroupNode> answer;
-    if (m_calls->settle(deadline)) {
+    if (m_calls->settle(deadline) && !place->isOver()) {
         if (m_model.find(id)) {
             logPresent(HostEvents::GroupAdded::number, id);
             return;
@@ -136,7 +138,7 @@ void CTreeEvents::addProcessor(const QUuid& id)
     const auto place = m_changes->order().take({id}, Reach::OwnRows);
     auto deadline = m_calls->deadline();
     CHostAnswer<ProcessorNode> answer;
-    if (m_calls->settle(deadline)) {
+    if (m_calls->settle(deadline) && !place->isOver()) {
         if (m_model.find(id)) {
             logPresent(event, id);
             return;
@@ -163,7 +165,7 @@ void CTreeEvents::refresh(const QUuid& id, bool onlyProcessors, quint32 event)
     const auto place = m_changes->order().take({id}, Reach::OwnRows);
     auto deadline = m_calls->deadline();
     CHostAnswer<ProcessorNode> answer;
-    if (m_calls->settle(deadline)) {
+    if (m_calls->settle(deadline) && !place->isOver()) {
         const auto row = m_model.find(id);
         if (row && onlyProcessors && row->type != NodeProcessor) {
             logDropped(event, id, "it is no processor");
@@ -187,7 +189,7 @@ void CTreeEvents::updateMonitorStates(const CEventOrder::Place& place, const QLi
     const std::weak_ptr<IAbstractControlInterface> source = HandlerPlace::current();
     QList<QUuid> rewritten;
     QList<QUuid> left;
-    const bool settled = m_calls->settle();
+    const bool settled = m_calls->settle() && !place->isOver();
     for (const QUuid& id : ids) {
         if (settled && rewriteRecord(id) == Rewriting::Done)
             rewritten.append(id);
