@@ -165,6 +165,11 @@ ContractCheck::EventScope::~EventScope()
     currentEvent() = m_outer;
 }
 
+bool ContractCheck::EventScope::isUnderWay()
+{
+    return currentEvent().has_value();
+}
+
 ContractCheck::Probe::Probe()
 {
     ++probes();

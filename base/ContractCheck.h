@@ -82,6 +82,9 @@ public:
     EventScope(const EventScope&) = delete;
     EventScope& operator=(const EventScope&) = delete;
 
+    /// Returns whether this thread works for an event.
+    static bool isUnderWay();
+
 private:
     std::optional<quint32> m_outer;
 };

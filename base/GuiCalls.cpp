@@ -27,9 +27,11 @@ std::mutex& mutex()
     return CHostQuestion::watch().mutex;
 }
 
+/// The panel's own changes may have to wait too, which is no affair of the host's.
 void reportWait(const QString& reason)
 {
-    ContractCheck::report(ContractCheck::Finding::EventWaited, reason);
+    if (ContractCheck::EventScope::isUnderWay())
+        ContractCheck::report(ContractCheck::Finding::EventWaited, reason);
 }
 
 void reportBusy()

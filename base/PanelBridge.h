@@ -10,7 +10,7 @@ public:
     IPanelBridge(const IPanelBridge&) = delete;
     IPanelBridge& operator=(const IPanelBridge&) = delete;
 
-    /// Whether the host allows no changes. Any thread.
+    /// Returns whether the host allows no changes. Any thread.
     virtual bool IsReadOnly() const = 0;
 
     /// While set, the host's "current processor" events are ignored: they echo the user's own

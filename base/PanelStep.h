@@ -19,7 +19,7 @@ public:
     CPanelStep(const CPanelStep&) = delete;
     CPanelStep& operator=(const CPanelStep&) = delete;
 
-    /// Whether the GUI thread is in the middle of one. GUI thread.
+    /// Returns whether the GUI thread is in the middle of one. GUI thread.
     static bool isUnderWay();
 
     /// Takes `widget` out of its parent and hides it, until it is deleted. Outside all steps that

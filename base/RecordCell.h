@@ -55,8 +55,8 @@ public:
     /// Counts the replacements. Any thread.
     quint32 version() const;
 
-    /// Whether `item` is the one that the cell belongs to; a cell without an item is its from now
-    /// on. GUI thread.
+    /// Returns whether the cell belongs to `item`. A cell without an item is given to it. GUI
+    /// thread.
     bool isOf(const QStandardItem* item);
 
     /// Replaces the record, and not the place, unless the record was replaced since `version`;

@@ -19,8 +19,8 @@
 class CLeftOutProcessors final
 {
 public:
-    /// Whether the answer that named the group was applied as soon as it was given; or came with
-    /// the lists of a fill.
+    /// How the answer came that named the group: applied as soon as it was given (Calm), with the
+    /// lists of a fill, or late.
     enum class Weather { Calm, Fill, Rough };
 
     /// What an event does to the row that it names.

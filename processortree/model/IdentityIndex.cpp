@@ -88,7 +88,7 @@ void CIdentityIndex::setMoving(bool moving)
         m_inTransit.clear();
 }
 
-/// Whether the identity is new.
+/// Returns whether the identity is new.
 bool CIdentityIndex::insert(QStandardItem* item, std::optional<EPrcTreeNodeType> type)
 {
     const QUuid uuid = item->data(UuidRole).toUuid();

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Whether `sibling`, a processor, stands above a new one with `key`.
+/// Returns whether `sibling`, a processor, stands above a new one with `key`.
 bool precedes(const CRecordCell::Key& sibling, const CRecordCell::Key& key)
 {
     if (sibling.ipAddress == kNoProcessorAddress)

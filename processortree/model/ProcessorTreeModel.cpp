@@ -342,7 +342,7 @@ void CProcessorTreeModel::setRootCount(int count)
     m_root->setText(m_rootText);
 }
 
-/// Whether a search from the root reaches the children of `parent`.
+/// Returns whether a search from the root reaches the children of `parent`.
 bool CProcessorTreeModel::isSearched(const QStandardItem* parent) const
 {
     while (parent && parent != m_root && nodeType(*parent) == NodeGroup)

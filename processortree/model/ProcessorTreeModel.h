@@ -91,15 +91,15 @@ public:
     /// Removes every group with the processors in it; the root's text follows.
     void removeAllGroups();
 
-    /// Whether the tree holds what the host has: not before the first fill, and not while the host
-    /// is asked for another one.
+    /// Returns whether the tree holds what the host has: not before the first fill, and not while
+    /// the host is asked for another one.
     bool isFilled() const { return m_isFilled; }
 
-    /// Whether rows come or go at the moment, and some of those who hear of it have not heard yet:
-    /// no further row may come or go before that.
+    /// Returns whether an insertion or removal of rows is being announced. No other one may begin
+    /// until every listener has heard of it.
     bool isChanging() const { return m_changes > 0; }
 
-    /// Whether rows are about to be removed.
+    /// Returns whether rows are about to be removed.
     bool isRemoving() const { return m_removals > 0; }
 
     /// The rows that are removed to come again at another place.

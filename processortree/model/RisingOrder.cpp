@@ -28,7 +28,7 @@ qint64 rank(const QStandardItem& parent, int row)
     return rank(placedKey(item->data(NodeDataRole)));
 }
 
-/// Whether the ranks rise from row `first` to row `last`, which need not exist.
+/// Returns whether the ranks rise from row `first` to row `last`, which need not exist.
 bool rises(const std::vector<qint64>& ranks, int first, int last)
 {
     const auto begin = ranks.begin() + std::max(first, 0);

@@ -9,5 +9,5 @@ class QStandardItem;
 /// Appends the identities of the processors below `parent`, which is valid, depth first.
 void collectProcessors(const QModelIndex& parent, QList<QUuid>& found);
 
-/// Whether `item` is `ancestor` or stands below it.
+/// Returns whether `item` is `ancestor` or stands below it.
 bool isSelfOrBelow(const QStandardItem* item, const QStandardItem* ancestor);

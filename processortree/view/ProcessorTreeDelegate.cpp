@@ -334,7 +334,7 @@ void CProcessorTreeDelegate::press(const QMouseEvent& event)
     changeState(QStyle::State_Sunken, QStyle::State_Raised);
 }
 
-/// Whether that was a click on the button, which has been told then.
+/// Ends the press. Returns whether it was a click on the button, whose signal has been emitted.
 bool CProcessorTreeDelegate::release(const QMouseEvent& event)
 {
     const bool isClick = event.button() == Qt::LeftButton && (m_state & QStyle::State_Sunken)

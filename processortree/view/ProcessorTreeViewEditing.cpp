@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Whether the row's menu would offer it.
+/// Returns whether the row's menu would offer "Rename".
 bool mayRename(const QModelIndex& index)
 {
     const auto type = nodeType(index);

@@ -21,7 +21,7 @@ constexpr int kMenuWidth = 120;
 constexpr int kWideMenuWidth = 240;
 constexpr int kMultiSelection = 2;
 
-/// Whether the host protects one of its selected processors.
+/// Returns whether the host protects one of its selected processors.
 bool isDeletionBlocked()
 {
     const QList<QUuid> selected = askHost(&Host::GetSelectedProcessors);
@@ -30,8 +30,8 @@ bool isDeletionBlocked()
     });
 }
 
-/// Whether the menu of row `index` would offer "Delete". Of a project's only processor the deletion
-/// itself says why it has to stay.
+/// Returns whether the menu of row `index` would offer "Delete". Of a project's only processor the
+/// deletion itself says why it has to stay.
 bool isDeletable(const QModelIndex& index)
 {
     if (nodeType(index) != NodeProcessor)

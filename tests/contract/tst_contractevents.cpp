@@ -41,6 +41,7 @@ private slots:
     void shouldTellWhatIsRemovedAndStillKnown();
     void shouldTellAProcessorOfAnUnknownGroup();
     void shouldTellAnEventThatHadToWait();
+    void shouldSayNothingOfALayerOperationThatHadToWait();
 };
 
 void TestContractEvents::shouldTellAnEventBeforeInitialize()
@@ -232,6 +233,23 @@ void TestContractEvents::shouldTellAnEventThatHadToWait()
     const QString line = found.line(QStringLiteral("TSA-W24"));
     QVERIFY2(line.contains(QStringLiteral("inside a question")), qPrintable(line));
     QVERIFY2(line.contains(QStringLiteral("event 18")), qPrintable(line));
+}
+
+void TestContractEvents::shouldSayNothingOfALayerOperationThatHadToWait()
+{
+    FoundBreaches found;
+    FilledHost filled;
+    LibraryHost& host = filled.host;
+    QTRY_COMPARE(host.tree(), QStringLiteral("G100[1],2"));
+    QString during;
+    host.handler().doInside(QStringLiteral("GetAllProcessorNodes"), [&] {
+        host.area()->RemoveAllGroups();
+        during = host.tree();
+    });
+    host.notify(16);
+    QTRY_COMPARE(host.tree(), QStringLiteral("2"));
+    QVERIFY(during.contains(QStringLiteral("G100")));
+    QCOMPARE(found.lines(QStringLiteral("TSA-W24")), QStringList());
 }
 
 TSA_TEST_MAIN(TestContractEvents)

@@ -59,7 +59,7 @@ public:
         m_armed = true;
     }
 
-    /// Whether the action of doDuring() has run or is running.
+    /// Returns whether the action of doDuring() has run or is running.
     bool wasAsked() const { return !m_armed; }
     void disarm() { m_armed = false; }
 

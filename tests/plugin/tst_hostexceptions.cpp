@@ -22,7 +22,7 @@ void fail()
     throw HostFailure();
 }
 
-/// Whether it throws or not.
+/// Runs `action`, which may throw.
 void attempt(const std::function<void()>& action)
 {
     try {

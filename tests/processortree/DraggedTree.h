@@ -124,7 +124,7 @@ public:
         });
     }
 
-    /// Whether all steps ran to their end in time.
+    /// Returns whether all steps ran to their end in time.
     bool run()
     {
         m_timer.start(2);
@@ -196,7 +196,7 @@ struct DraggedTree : WholeTree
     {
     }
 
-    /// Whether the display has the window where Qt believes that it is, with the keyboard.
+    /// Returns whether the display has the window where Qt believes that it is, with the keyboard.
     bool isReady()
     {
         return QTest::qWaitForWindowActive(view, 30000)

@@ -39,7 +39,7 @@ struct TwoProcessors
         item(n)->setData(QVariant::fromValue(named(n, name)), NodeDataRole);
     }
 
-    /// Whether that record has moved into a cell, which other threads find.
+    /// Returns whether that record has moved into a cell, which other threads find.
     bool isAdopted(quint32 n, const char* name)
     {
         CRecordCell* cell = cellOf(item(n));
@@ -47,8 +47,8 @@ struct TwoProcessors
         return cell && cell->load().name == text(name) && found && found->record.cell() == cell;
     }
 
-    /// Whether the row at `row` has a cell of its own, found by its identity, with the record that
-    /// was processor 1's, and goes on without it.
+    /// Returns whether the row at `row` has a cell of its own, found by its identity, with the
+    /// record that was processor 1's, and changes without it.
     bool isIndependent(int row)
     {
         const QStandardItem* copy = tree.root()->child(row);

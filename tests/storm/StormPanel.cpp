@@ -119,7 +119,7 @@ QAbstractItemModel* StormPanel::model() const
     return view ? view->model() : nullptr;
 }
 
-/// Whether the user can reach the tree.
+/// Returns whether the user can reach the tree.
 bool StormPanel::isFree() const
 {
     return model() && !QApplication::activeModalWidget() && !QApplication::activePopupWidget();

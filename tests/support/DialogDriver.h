@@ -38,7 +38,7 @@ public:
     /// Reads the message box that is shown next, and presses Enter in it.
     DialogDriver& thenReadMessage(QString& text);
 
-    /// Whether all steps have run.
+    /// Returns whether all steps have run.
     bool isDone() const { return m_steps.empty(); }
 
     bool eventFilter(QObject* watched, QEvent* event) override;

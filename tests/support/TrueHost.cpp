@@ -90,7 +90,7 @@ struct Unit
     bool processor = false;
 };
 
-/// Whether `event` can happen to `unit`, and what it leaves.
+/// Returns whether `event` can happen to `unit`, which becomes what the event makes of it.
 bool happens(TrueHost::Event event, Unit& unit)
 {
     switch (event) {

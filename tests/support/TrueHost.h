@@ -58,7 +58,7 @@ public:
     /// One after the other; the events that can not happen are left out. Any thread.
     void tell(const QVector<Event>& events, quint32 unit = 1);
 
-    /// Whether `events` can happen one after the other to a unit that begins so.
+    /// Returns whether `events` can happen one after the other to a unit that begins so.
     static bool canHappen(Start start, const QVector<Event>& events);
 
     /// Processes events until all that was told has taken effect, jobs of the work thread included.

@@ -50,7 +50,7 @@ public:
     /// The first one in the foremost window that has one.
     std::optional<Element> find(const Wanted& wanted) const;
 
-    /// Whether the foremost window, menus and lists aside, has the keyboard.
+    /// Returns whether the foremost window, menus and lists aside, has the keyboard.
     bool takesKeys() const;
 
     /// What has the keyboard.

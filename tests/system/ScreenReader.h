@@ -53,7 +53,7 @@ public:
     ScreenReader();
     ~ScreenReader() override;
 
-    /// Whether it is on the bus.
+    /// Returns whether it is on the bus.
     bool isListening() const;
 
     static QDBusConnection bus();
