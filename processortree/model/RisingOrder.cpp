@@ -38,6 +38,30 @@ bool rises(const std::vector<qint64>& ranks, int first, int last)
 
 } // namespace
 
+int CRisingOrder::Branch::rowCount() const
+{
+    return static_cast<int>(ranks.size()) - (vacant == kNone ? 0 : 1);
+}
+
+void CRisingOrder::Branch::closeGap()
+{
+    if (vacant != kNone)
+        ranks.erase(ranks.begin() + vacant);
+    vacant = kNone;
+}
+
+/// Moves the vacant rank to where a new row has come.
+void CRisingOrder::Branch::moveGap(int row)
+{
+    const auto gap = ranks.begin() + vacant;
+    const auto place = ranks.begin() + row;
+    if (gap < place)
+        std::rotate(gap, gap + 1, place + 1);
+    else
+        std::rotate(place, gap, gap + 1);
+    vacant = row;
+}
+
 int CRisingOrder::insertionRow(const QStandardItem& parent, const CRecordCell::Key& key)
 {
     // An address of 0 goes by number, and a single sibling has a rule of its own.
@@ -46,19 +70,31 @@ int CRisingOrder::insertionRow(const QStandardItem& parent, const CRecordCell::K
     const std::vector<qint64>& ranks = branch(parent).ranks;
     const qint64 last =
         key.ipAddress == kNoProcessorAddress ? kBehindAddresses - 1 : qint64{key.ipAddress};
-    return static_cast<int>(std::upper_bound(ranks.begin(), ranks.end(), last) - ranks.begin());
+    const int row =
+        static_cast<int>(std::upper_bound(ranks.begin(), ranks.end(), last) - ranks.begin());
+    const int vacant = branch(parent).vacant;
+    return vacant != kNone && row > vacant ? row - 1 : row;
 }
 
 void CRisingOrder::onInserted(const QStandardItem& parent, int first, int last)
 {
-    if (makeRoom(parent, first,
-                 static_cast<std::size_t>(last) - static_cast<std::size_t>(first) + 1))
+    if (Branch* const known = find(parent, first)) {
+        known->closeGap();
+        known->ranks.insert(known->ranks.begin() + first,
+                            static_cast<std::size_t>(last) - static_cast<std::size_t>(first) + 1,
+                            0);
         onChanged(parent, first, last);
+    }
 }
 
 void CRisingOrder::onInserted(const QStandardItem& parent, int row, const CRecordCell::Key& key)
 {
-    if (Branch* const known = makeRoom(parent, row, 1)) {
+    if (Branch* const known = find(parent, row)) {
+        if (known->vacant != kNone)
+            known->moveGap(row);
+        else
+            known->ranks.insert(known->ranks.begin() + row, 0);
+        known->vacant = kNone;
         known->ranks[static_cast<std::size_t>(row)] = rank(key);
         known->rises = known->rises && rises(known->ranks, row - 1, row + 1);
     }
@@ -69,7 +105,8 @@ void CRisingOrder::onChanged(const QStandardItem& parent, int first, int last)
     const auto known = m_branches.find(&parent);
     if (known == m_branches.end())
         return;
-    for (int row = first; row <= last && row < static_cast<int>(known->ranks.size()); ++row)
+    known->closeGap();
+    for (int row = first; row <= last && row < known->rowCount(); ++row)
         known->ranks[static_cast<std::size_t>(row)] = rank(parent, row);
     known->rises = known->rises && rises(known->ranks, first - 1, last + 1);
 }
@@ -86,39 +123,37 @@ void CRisingOrder::onAboutToBeRemoved(const QStandardItem& parent, int first, in
     const auto known = m_branches.find(&parent);
     if (known == m_branches.end())
         return;
-    std::vector<qint64>& ranks = known->ranks;
+    known->closeGap();
     // Others may rise where these did not.
-    if (!known->rises || last >= static_cast<int>(ranks.size()))
+    if (!known->rises || last >= known->rowCount())
         m_branches.erase(known);
+    else if (first == last)
+        known->vacant = first;
     else
-        ranks.erase(ranks.begin() + first, ranks.begin() + last + 1);
+        known->ranks.erase(known->ranks.begin() + first, known->ranks.begin() + last + 1);
 }
 
-/// Makes room for `count` ranks from `row` on in the branch of `parent`, which is returned; null if
-/// nothing is known of it.
-CRisingOrder::Branch* CRisingOrder::makeRoom(const QStandardItem& parent, int row,
-                                             std::size_t count)
+/// Returns the branch of `parent` if a row can come at `row` in it; null if nothing is known of it.
+CRisingOrder::Branch* CRisingOrder::find(const QStandardItem& parent, int row)
 {
     const auto known = m_branches.find(&parent);
     if (known == m_branches.end())
         return nullptr;
-    std::vector<qint64>& ranks = known->ranks;
-    if (row > static_cast<int>(ranks.size())) {
+    if (row > known->rowCount()) {
         m_branches.erase(known);
         return nullptr;
     }
-    ranks.insert(ranks.begin() + row, count, 0);
     return &*known;
 }
 
 const CRisingOrder::Branch& CRisingOrder::branch(const QStandardItem& parent)
 {
     Branch& known = m_branches[&parent];
-    const auto rows = static_cast<std::size_t>(parent.rowCount());
     // Where rows come while others are about to be removed, not all of them are known.
-    if (known.ranks.size() != rows) {
+    if (known.rowCount() != parent.rowCount()) {
+        known.vacant = kNone;
         known.ranks.clear();
-        known.ranks.reserve(rows);
+        known.ranks.reserve(static_cast<std::size_t>(parent.rowCount()));
         for (int row = 0; row < parent.rowCount(); ++row)
             known.ranks.push_back(rank(parent, row));
         known.rises = rises(known.ranks, 0, parent.rowCount());

@@ -36,15 +36,23 @@ public:
     void clear() { m_branches.clear(); }
 
 private:
-    /// The rows of one parent, by what their addresses say of their place.
+    /// The rows of one parent, by what their addresses say of their place. The rank of a row that
+    /// was removed may stay until the next change: a processor with a new address comes again near
+    /// by, so that few ranks have to move.
     struct Branch
     {
         std::vector<qint64> ranks;
+        int vacant = kNone; // the rank that has no row
         bool rises = true;
+
+        int rowCount() const;
+        void closeGap();
+        void moveGap(int row);
     };
+    static constexpr int kNone = -1;
 
     const Branch& branch(const QStandardItem& parent);
-    Branch* makeRoom(const QStandardItem& parent, int row, std::size_t count);
+    Branch* find(const QStandardItem& parent, int row);
 
     QHash<const QStandardItem*, Branch> m_branches; // by parent, which the model owns
 };
