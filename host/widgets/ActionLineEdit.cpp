@@ -6,7 +6,7 @@
 
 namespace {
 
-// The object name that QLineEdit gives its clear action.
+// The object name by which QLineEdit knows its clear action.
 constexpr char kClearAction[] = "_q_qlineeditclearaction";
 
 } // namespace
@@ -27,23 +27,48 @@ QAction* CActionLineEdit::AddLeadingAction(const QIcon& icon, const QString& too
 
 void CActionLineEdit::setClearButtonEnabled(bool enable)
 {
-    QLineEdit::setClearButtonEnabled(enable);
-    dressClearAction();
+    if (enable == isClearButtonEnabled())
+        return;
+    if (!enable) {
+        delete clearAction();
+        return;
+    }
+    QAction* action = addAction(QIcon(), TrailingPosition);
+    action->setObjectName(QLatin1String(kClearAction));
+    connect(action, &QAction::triggered, this, &CActionLineEdit::clearAsUser);
+    connect(this, &QLineEdit::textChanged, action, [this] { updateClearAction(); });
+    updateClearAction();
 }
 
 void CActionLineEdit::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::LanguageChange)
-        dressClearAction();
+    if (event->type() == QEvent::LanguageChange || event->type() == QEvent::ReadOnlyChange)
+        updateClearAction();
     QLineEdit::changeEvent(event);
 }
 
-void CActionLineEdit::dressClearAction()
+QAction* CActionLineEdit::clearAction() const
 {
-    auto* action = findChild<QAction*>(QLatin1String(kClearAction));
+    return findChild<QAction*>(QLatin1String(kClearAction));
+}
+
+void CActionLineEdit::clearAsUser()
+{
+    if (text().isEmpty())
+        return;
+    clear();
+    emit textEdited(QString());
+}
+
+void CActionLineEdit::updateClearAction()
+{
+    QAction* action = clearAction();
     if (!action)
         return;
-    action->setIcon(QIcon(QStringLiteral(":/HostWidgets/icons/clear.svg")));
+    // As in a QLineEdit, the button keeps its place.
+    action->setIcon(text().isEmpty() ? QIcon()
+                                     : QIcon(QStringLiteral(":/HostWidgets/icons/clear.svg")));
+    action->setEnabled(!isReadOnly());
     action->setText(tr("Clear"));
     action->setToolTip(tr("Clear"));
 }

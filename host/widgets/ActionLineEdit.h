@@ -17,12 +17,15 @@ public:
     /// Adds an action in front of the text. The field owns the action.
     QAction* AddLeadingAction(const QIcon& icon, const QString& toolTip);
 
-    /// Like QLineEdit's function, which is not virtual, with the host's icon.
+    /// Like QLineEdit's function, which is not virtual, with the host's icon. QLineEdit would ask
+    /// the style for an icon of its own, for which Qt loads every plug-in for images.
     void setClearButtonEnabled(bool enable);
 
 protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void dressClearAction();
+    QAction* clearAction() const;
+    void clearAsUser();
+    void updateClearAction();
 };

@@ -137,14 +137,6 @@ void takeFocus(Album& album)
     album.save("detect-hovered", scene.window());
 }
 
-/// Until the button that clears the field has faded in.
-void awaitClearButton(const CActionLineEdit& field)
-{
-    const QWidget* button = field.childAt(field.width() - 14, field.height() / 2);
-    while (button && button->property("opacity").toDouble() < 1)
-        QApplication::processEvents(QEventLoop::WaitForMoreEvents);
-}
-
 void takeSearches(Album& album)
 {
     Scene scene;
@@ -154,7 +146,6 @@ void takeSearches(Album& album)
         scene.field().setFocus();
         scene.field().setText(QLatin1String(text));
         scene.field().actions().first()->trigger();
-        awaitClearButton(scene.field());
         const QString name = QStringLiteral("search-") + QLatin1String(text);
         album.save(qPrintable(name), withPopup(scene.window(), *QApplication::activePopupWidget()));
         scene.field().clear();
@@ -162,7 +153,6 @@ void takeSearches(Album& album)
     }
     scene.field().setText(QStringLiteral("stage"));
     scene.view().setFocus();
-    awaitClearButton(scene.field());
     album.save("search-left", scene.window());
 }
 

@@ -1,6 +1,5 @@
 #include "host/widgets/HostTheme.h"
 #include "tests/processortree/DrivenPanel.h"
-#include "tests/support/AnimationFrame.h"
 #include "tests/support/NestedLoop.h"
 
 #include <QAbstractItemView>
@@ -82,7 +81,6 @@ class TreeSearchTest final : public QObject
 
 private slots:
     void initTestCase();
-    void cleanupTestCase();
     void shouldListWhatMatches();
     void shouldEndOnTheChosenRow_data();
     void shouldEndOnTheChosenRow();
@@ -103,12 +101,6 @@ private slots:
 void TreeSearchTest::initTestCase()
 {
     ApplyHostTheme(*qApp);
-}
-
-void TreeSearchTest::cleanupTestCase()
-{
-    // The fields' clear buttons were fading.
-    QVERIFY(awaitAnimationFrame());
 }
 
 void TreeSearchTest::shouldListWhatMatches()
