@@ -3,6 +3,8 @@
 
 #include <QComboBox>
 #include <QDialog>
+#include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLineEdit>
@@ -16,6 +18,11 @@
 #include <QTest>
 #include <QTreeView>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace {
 /// "Role:name" of what is told, front to back, and of what lies in it.
@@ -103,6 +110,8 @@ private slots:
     void shouldListTheForemostWindowFirst();
     void shouldReportTheFocusedElement();
     void shouldAnswerEveryClient();
+    void shouldReplaceASocketThatNobodyListensTo();
+    void shouldLeaveWhatIsNotItsOwn();
     void shouldReportWhyItCannotListen();
 };
 
@@ -249,9 +258,57 @@ void InspectorTest::shouldAnswerEveryClient()
         QTRY_COMPARE(socket.state(), QLocalSocket::UnconnectedState);
         QCOMPARE(QJsonDocument::fromJson(socket.readAll()).object(), Inspector::tree());
     }
-    // One that was killed has left its socket.
-    Inspector next;
-    QVERIFY2(next.listen(name, problem), qPrintable(problem));
+}
+
+void InspectorTest::shouldReplaceASocketThatNobodyListensTo()
+{
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("inspector"));
+    // As a program that was killed leaves it.
+    const QByteArray path = QFile::encodeName(name);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::copy(path.begin(), path.end(), address.sun_path);
+    const int left = socket(AF_UNIX, SOCK_STREAM, 0);
+    QCOMPARE(bind(left, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    close(left);
+    QVERIFY(QFileInfo::exists(name));
+    Inspector inspector;
+    QString problem;
+    QVERIFY2(inspector.listen(name, problem), qPrintable(problem));
+    QLocalSocket client;
+    client.connectToServer(name);
+    QTRY_COMPARE(client.state(), QLocalSocket::UnconnectedState);
+    QVERIFY(!client.readAll().isEmpty());
+}
+
+void InspectorTest::shouldLeaveWhatIsNotItsOwn()
+{
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("inspector"));
+    QFile file(name);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write("kept"), 4);
+    file.close();
+    QString problem;
+    QVERIFY(!Inspector().listen(name, problem));
+    QCOMPARE(problem, QStringLiteral("Nobody can connect to %1: the file that is there is not a "
+                                     "socket")
+                          .arg(name));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("kept"));
+    QVERIFY(!Inspector().listen(folder.path(), problem));
+
+    const QString busy = folder.filePath(QStringLiteral("busy"));
+    Inspector first;
+    QVERIFY2(first.listen(busy, problem), qPrintable(problem));
+    QVERIFY(!Inspector().listen(busy, problem));
+    QCOMPARE(problem,
+             QStringLiteral("Nobody can connect to %1: another program listens there").arg(busy));
+    QLocalSocket client;
+    client.connectToServer(busy);
+    QTRY_COMPARE(client.state(), QLocalSocket::UnconnectedState);
+    QVERIFY(!client.readAll().isEmpty());
 }
 
 void InspectorTest::shouldReportWhyItCannotListen()

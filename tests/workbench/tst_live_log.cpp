@@ -4,6 +4,7 @@
 #include "host/workbench/trace/TraceModel.h"
 #include "host/workbench/window/LogFilter.h"
 #include "tests/support/WarningTrap.h"
+#include "tests/workbench/FileSizeLimit.h"
 
 #include <QAbstractItemModelTester>
 #include <QFile>
@@ -12,6 +13,7 @@
 #include <QTest>
 
 #include <future>
+#include <sys/stat.h>
 #include <thread>
 #include <vector>
 
@@ -28,6 +30,9 @@ private slots:
     void shouldWriteAPlainLine();
     void shouldKeepTextsShort();
     void shouldWriteToAFile();
+    void shouldReplaceAFormerTraceOnly();
+    void shouldKeepALineALine();
+    void shouldTellThatItCannotGoOn();
     void shouldReportWhyItCannotWrite();
 };
 
@@ -166,6 +171,75 @@ void LiveLogTest::shouldWriteToAFile()
     QVERIFY(lines.first().endsWith("\tevent\tGUI\t0"));
     QVERIFY(lines.last().isEmpty());
     QCOMPARE(problem, QString());
+}
+
+void LiveLogTest::shouldReplaceAFormerTraceOnly()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("trace.txt"));
+    TraceModel trace;
+    QString problem;
+    for (int time = 0; time < 2; ++time) {
+        TraceFile file(trace, path);
+        QVERIFY2(file.open(problem), qPrintable(problem));
+        trace.add(TraceEntry::Kind::Log, QString::number(time));
+        trace.flush();
+    }
+    QFile written(path);
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    QVERIFY(written.readAll().endsWith("\tlog\tGUI\t1\n"));
+    written.close();
+
+    QVERIFY(written.open(QIODevice::WriteOnly));
+    QVERIFY(written.write("{\"version\": 1}") > 0);
+    written.close();
+    TraceFile project(trace, path);
+    QVERIFY(!project.open(problem));
+    QCOMPARE(problem,
+             path + QStringLiteral(" cannot be written: the file that is there is not a trace"));
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    QCOMPARE(written.readAll(), QByteArray("{\"version\": 1}"));
+
+    const QString pipe = folder.filePath(QStringLiteral("pipe"));
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), S_IRUSR | S_IWUSR), 0);
+    for (const QString& odd : {pipe, folder.path(), QStringLiteral("/dev/full")}) {
+        TraceFile file(trace, odd);
+        QVERIFY(!file.open(problem));
+        QCOMPARE(problem, odd + QStringLiteral(" cannot be written: it is not a regular file"));
+    }
+}
+
+void LiveLogTest::shouldKeepALineALine()
+{
+    TraceEntry entry;
+    entry.text = QStringLiteral("Rename(\"a\nb\r\tc\\n\")");
+    QCOMPARE(traceLine(entry).section(QLatin1Char('\t'), 3),
+             QStringLiteral("Rename(\"a\\nb\\r\\tc\\\\n\")"));
+}
+
+void LiveLogTest::shouldTellThatItCannotGoOn()
+{
+    const QTemporaryDir folder;
+    TraceModel trace;
+    TraceFile file(trace, folder.filePath(QStringLiteral("trace.txt")));
+    QString problem;
+    QVERIFY2(file.open(problem), qPrintable(problem));
+    QSignalSpy failures(&file, &TraceFile::failed);
+    trace.add(TraceEntry::Kind::Log, QStringLiteral("fits"));
+    trace.flush();
+    QVERIFY(!file.hasFailed());
+    {
+        const FileSizeLimit limit(100);
+        for (int line = 0; line < 3; ++line) {
+            trace.add(TraceEntry::Kind::Log, QString(200, QLatin1Char('x')));
+            trace.flush();
+        }
+    }
+    QVERIFY(file.hasFailed());
+    QCOMPARE(failures.count(), 1);
+    QVERIFY2(failures.first().first().toString().startsWith(
+                 file.path() + QStringLiteral(" cannot be written: ")),
+             qPrintable(failures.first().first().toString()));
 }
 
 void LiveLogTest::shouldReportWhyItCannotWrite()

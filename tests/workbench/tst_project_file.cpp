@@ -3,6 +3,7 @@
 #include "host/workbench/project/Guid.h"
 #include "host/workbench/project/ProjectJson.h"
 #include "tests/support/WarningTrap.h"
+#include "tests/workbench/FileSizeLimit.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QDir>
@@ -11,9 +12,8 @@
 #include <QTest>
 
 #include <algorithm>
-#include <csignal>
 #include <limits>
-#include <sys/resource.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -30,30 +30,6 @@ void writeFile(const QString& path, const QByteArray& content)
     QCOMPARE(file.write(content), static_cast<qint64>(content.size()));
 }
 
-/// While one lives, no file of this process grows beyond `bytes`: a full disk.
-class FileSizeLimit final
-{
-public:
-    explicit FileSizeLimit(rlim_t bytes)
-        : m_signal(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limited{bytes, m_before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limited);
-    }
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_signal);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-private:
-    rlimit m_before{};
-    void (*m_signal)(int);
-};
-
 } // namespace
 
 class ProjectFileTest : public QObject
@@ -69,6 +45,8 @@ private slots:
     void shouldRefuse();
     void shouldRefuseMoreThan255Processors();
     void shouldRefuseMoreThan255IpEntries();
+    void shouldRefuseTooManyGroups();
+    void shouldNotWaitForAPipe();
     void shouldRefuseAnOversizedFile();
     void shouldRefuseEveryTruncation();
     void shouldNameTheFileAndLeaveItAsItIs();
@@ -268,6 +246,31 @@ void ProjectFileTest::shouldRefuse_data()
     row("bad reply", "{\"version\": 1, \"answers\": {\n \"hostReply\": \"never\"}}",
         "line 2, column 15: answers.hostReply: one of whenRaised, beforeReturn, afterReturn, "
         "secondLater is expected");
+    row("field twice", "{\"version\": 1,\n \"groups\": [],\n \"groups\": []}",
+        "line 3, column 2: this field occurs twice");
+    row("field of a record twice",
+        "{\"version\": 1, \"groups\": [{\"id\": \"00000001-0000-0000-0000-000000000001\"},\n"
+        "{\"id\": \"00000001-0000-0000-0000-000000000002\", \"name\": \"a:{[\", \"id\": 1}]}",
+        "line 2, column 64: this field occurs twice");
+    row("field twice, once escaped", R"({"version": 1, "groups": [], "gr\u006fups": []})",
+        "line 1, column 30: this field occurs twice");
+    row("pause too long", "{\"version\": 1, \"answers\": {\n \"detectPauseMs\": 10001}}",
+        "line 2, column 19: answers.detectPauseMs: a whole number from 0 to 10000 is expected");
+    row("negative pause", "{\"version\": 1, \"answers\": {\n \"detectPauseMs\": -1}}",
+        "line 2, column 19: answers.detectPauseMs: a whole number from 0 to 10000 is expected");
+    row("names of any length", "{\"version\": 1, \"answers\": {\n \"nameMaxBytes\": 4097}}",
+        "line 2, column 18: answers.nameMaxBytes: a whole number from 0 to 4096 is expected");
+    row("long name of a group",
+        QByteArray(
+            "{\"version\": 1, \"groups\": [{\"id\": \"00000001-0000-0000-0000-000000000001\",\n"
+            "\"name\": \"@\"}]}")
+            .replace('@', QByteArray(4097, 'x')),
+        "line 2, column 9: groups[0].name: the name has more than 4096 characters");
+    row("long name of a processor",
+        QByteArray("{\"version\": 1, \"processors\": [{\"id\": "
+                   "\"00000001-0000-0000-0000-000000000001\",\n\"name\": \"@\"}]}")
+            .replace('@', QByteArray(4097, 'x')),
+        "line 2, column 9: processors[0].name: the name has more than 4096 characters");
     row("column counted in characters",
         "{\"version\": 1, \"x\": \"\xE5\xA4\xA7\xE5\x8E\x85\", \"y\": 1}",
         "line 1, column 21: x: this field is not known");
@@ -299,6 +302,34 @@ void ProjectFileTest::shouldRefuseMoreThan255Processors()
              qPrintable(problem));
     project.processors.removeLast();
     QVERIFY(parseProject(projectToJson(project), problem));
+}
+
+void ProjectFileTest::shouldRefuseTooManyGroups()
+{
+    Project project;
+    for (quint32 n = 1; n <= 1001; ++n) {
+        ProcessorGroupNode group;
+        group.id = sampleId(n);
+        project.groups.append(group);
+    }
+    QString problem;
+    QVERIFY(!parseProject(projectToJson(project), problem));
+    QVERIFY2(problem.endsWith(QStringLiteral(
+                 "groups[1000]: a project holds at most 1000 groups; this one has 1001")),
+             qPrintable(problem));
+    project.groups.removeLast();
+    QVERIFY(parseProject(projectToJson(project), problem));
+    QVERIFY(project.addGroup(ProcessorGroupNode()).isNull());
+}
+
+void ProjectFileTest::shouldNotWaitForAPipe()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("pipe"));
+    QCOMPARE(mkfifo(QFile::encodeName(path).constData(), S_IRUSR | S_IWUSR), 0);
+    QString problem;
+    QVERIFY(!loadProject(path, problem));
+    QCOMPARE(problem, path + QStringLiteral(" cannot be read: it is not a regular file"));
 }
 
 void ProjectFileTest::shouldRefuseMoreThan255IpEntries()

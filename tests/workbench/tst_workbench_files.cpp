@@ -1,11 +1,15 @@
 #include "host/workbench/project/ProjectJson.h"
+#include "host/workbench/trace/TraceFile.h"
+#include "host/workbench/window/RecordsModel.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
 
 #include <QFile>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTextDocument>
 #include <QTimer>
+#include <QWindow>
 
 /// Opening and saving projects by the window.
 class WorkbenchFilesTest : public QObject
@@ -16,6 +20,8 @@ private slots:
     void shouldKeepTheProjectWhenAFileIsDamaged();
     void shouldSaveAndRemember();
     void shouldAskBeforeChangesAreDiscarded();
+    void shouldShowNamesAsTheyAre();
+    void shouldSaveNothingOverTheTrace();
 
 private:
     const TestSettings m_settings;
@@ -83,6 +89,45 @@ void WorkbenchFilesTest::shouldAskBeforeChangesAreDiscarded()
     QCOMPARE(asked, 3);
     QVERIFY(test.store().snapshot().processors.isEmpty());
     QVERIFY(test.window.close());
+}
+
+void WorkbenchFilesTest::shouldShowNamesAsTheyAre()
+{
+    WorkbenchUnderTest test;
+    const QString path = m_settings.filePath(QStringLiteral("a[*] & <b>b.json"));
+    QString problem;
+    QVERIFY2(test.window.files().save(path, problem), qPrintable(problem));
+    QVERIFY(test.window.windowHandle()->title().startsWith(QStringLiteral("a[*] & <b>b.json - ")));
+    test.store().addProcessors(QUuid(), 1);
+    QVERIFY(test.window.windowHandle()->title().startsWith(QStringLiteral("a[*] & <b>b.json* - ")));
+    const QString shown = test.window.actions().recentMenu()->actions().first()->text();
+    QVERIFY2(shown.endsWith(QStringLiteral("a[*] && <b>b.json")), qPrintable(shown));
+
+    const QString name = QStringLiteral("<b>Stage</b>");
+    test.store().renameProcessor(sampleId(12), name);
+    const auto* records = test.window.findChild<RecordsModel*>();
+    const QString tip = records->indexOf(sampleId(12)).data(Qt::ToolTipRole).toString();
+    QTextDocument document;
+    document.setHtml(tip);
+    QVERIFY(Qt::mightBeRichText(tip));
+    QCOMPARE(document.toPlainText(), name);
+}
+
+void WorkbenchFilesTest::shouldSaveNothingOverTheTrace()
+{
+    WorkbenchUnderTest test;
+    const QString path = m_settings.filePath(QStringLiteral("trace.txt"));
+    TraceFile trace(test.session.trace(), path);
+    QString problem;
+    QVERIFY2(trace.open(problem), qPrintable(problem));
+    test.window.files().setTraceFile(path);
+    const QString other = m_settings.filePath(QStringLiteral("link.json"));
+    QVERIFY(QFile::link(path, other));
+    for (const QString& file : {path, other}) {
+        QVERIFY(!test.window.files().save(file, problem));
+        QCOMPARE(problem,
+                 file + QStringLiteral(" cannot be written: the live log is written there"));
+    }
 }
 
 TSA_TEST_MAIN(WorkbenchFilesTest)

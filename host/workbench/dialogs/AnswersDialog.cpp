@@ -1,6 +1,7 @@
 #include "host/workbench/dialogs/AnswersDialog.h"
 
 #include "host/workbench/addresses/AddressTexts.h"
+#include "host/workbench/project/ProjectRanges.h"
 #include "host/workbench/project/RecordFields.h"
 #include "host/workbench/store/ProjectStore.h"
 
@@ -37,7 +38,8 @@ public:
     void operator()(const char* name, qint32 value)
     {
         auto* box = new QSpinBox(&m_dialog);
-        box->setRange(0, std::numeric_limits<int>::max());
+        const auto range = ProjectRanges::ofAnswer(name);
+        box->setRange(range.least, range.most);
         box->setValue(value);
         add(name, box);
     }

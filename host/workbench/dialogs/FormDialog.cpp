@@ -24,6 +24,7 @@ FormDialog::FormDialog(const QString& title, QWidget* parent)
     m_columns->setSpacing(32);
     startColumn();
     m_objection->setWordWrap(true);
+    m_objection->setTextFormat(Qt::PlainText);
     m_objection->hide();
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(16, 16, 16, 16);

@@ -1,9 +1,11 @@
 #include "host/workbench/dialogs/Prompts.h"
 
 #include "host/common/SoftwareName.h"
+#include "host/workbench/project/ProjectRanges.h"
 
 #include <QCoreApplication>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -33,6 +35,8 @@ void askText(QWidget* parent, const QString& title, const QString& label, const 
 {
     QInputDialog* dialog = prompt(parent, title, label);
     dialog->setTextValue(preset);
+    if (auto* field = dialog->findChild<QLineEdit*>())
+        field->setMaxLength(ProjectRanges::kMaxNameLength);
     QObject::connect(dialog, &QInputDialog::textValueSelected, parent, done);
     dialog->open();
 }

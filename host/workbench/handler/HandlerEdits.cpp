@@ -174,6 +174,8 @@ QUuid WorkbenchHandler::CreateGroup(const ProcessorGroupNode& group)
     const bool isTaken = m_store.read([&](const Project& project) {
         return project.hasGroup(group.id) || project.processor(group.id);
     });
+    if (!m_store.read([&](const Project& project) { return project.canAddGroup(group.name); }))
+        return m_trace.answered("CreateGroup", QUuid());
     if (group.id.isNull() || isTaken)
         created.id = QUuid::createUuid();
     edit("CreateGroup", [=] { m_store.addGroup(created); });

@@ -3,6 +3,8 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLocalServer>
@@ -12,6 +14,8 @@
 #include <algorithm>
 
 namespace {
+
+constexpr int kConnectMs = 1000;
 
 // The step of the search for cells where a view shows none, in pixels.
 constexpr int kStep = 8;
@@ -148,11 +152,31 @@ Inspector::Inspector(QObject* parent)
 
 bool Inspector::listen(const QString& name, QString& problem)
 {
-    QLocalServer::removeServer(name);
-    if (m_server->listen(name))
+    const QString reason = obstacle(name);
+    if (reason.isEmpty() && m_server->listen(name))
         return true;
-    problem = tr("Nobody can connect to %1: %2").arg(name, m_server->errorString());
+    problem = tr("Nobody can connect to %1: %2")
+                  .arg(name, reason.isEmpty() ? m_server->errorString() : reason);
     return false;
+}
+
+/// Removes the socket that a former program left behind under `name`. Returns why nobody can listen
+/// there, empty if nothing is in the way: QLocalServer replaces whatever it finds.
+QString Inspector::obstacle(const QString& name)
+{
+    const QFileInfo existing(QDir(QDir::tempPath()).filePath(name));
+    if (!existing.exists())
+        return {};
+    if (existing.isFile() || existing.isDir())
+        return tr("the file that is there is not a socket");
+    QLocalSocket client;
+    client.connectToServer(name);
+    if (client.waitForConnected(kConnectMs))
+        return tr("another program listens there");
+    if (client.error() != QLocalSocket::ConnectionRefusedError)
+        return client.errorString();
+    QLocalServer::removeServer(name);
+    return {};
 }
 
 QJsonObject Inspector::tree()

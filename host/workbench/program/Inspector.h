@@ -22,13 +22,14 @@ public:
     explicit Inspector(QObject* parent = nullptr);
 
     /// Listens under `name`, a name or a path as QLocalServer takes it. Returns false and sets
-    /// `problem` on failure.
+    /// `problem` on failure: when a file that is no socket is there, or another program listens.
     bool listen(const QString& name, QString& problem);
 
     /// Returns the JSON text.
     static QJsonObject tree();
 
 private:
+    static QString obstacle(const QString& name);
     void answer();
 
     QLocalServer* m_server; // child of this

@@ -21,7 +21,8 @@ Options parseOptions(const QStringList& arguments)
         QStringLiteral("folder"));
     const QCommandLineOption selfTest(
         QStringLiteral("self-test"),
-        QStringLiteral("Check that the panel loads and shows the project, and quit."));
+        QStringLiteral("Check that the panel loads and shows the project, or the sample without "
+                       "one, and quit."));
     const QCommandLineOption trace(QStringLiteral("trace"),
                                    QStringLiteral("Write the live log to <file>, too."),
                                    QStringLiteral("file"));

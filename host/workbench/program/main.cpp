@@ -21,6 +21,11 @@
 
 namespace {
 
+bool isUnattended(const Options& options)
+{
+    return options.selfTest || !options.tourFolder.isEmpty();
+}
+
 /// Loads the library and the project of the command line; sets `problem` to the first error.
 void load(const Options& options, MainWindow& window, QString& problem)
 {
@@ -29,15 +34,25 @@ void load(const Options& options, MainWindow& window, QString& problem)
         window.openPanel();
     if (problem.isEmpty())
         problem = loadProblem;
-    if (problem.isEmpty() && !options.project.isEmpty())
-        window.files().open(options.project, problem);
+    QString project = options.project;
+    if (project.isEmpty() && options.selfTest)
+        project = FileCommands::sampleProject();
+    if (problem.isEmpty() && !project.isEmpty())
+        window.files().open(project, problem);
 }
 
 /// Starts the trace file and the inspector if the command line asks for them.
-void observe(const Options& options, TraceFile& trace, Inspector& inspector, QString& problem)
+void observe(const Options& options, MainWindow& window, TraceFile& trace, Inspector& inspector,
+             QString& problem)
 {
     if (!options.traceFile.isEmpty() && !trace.open(problem))
         return;
+    window.files().setTraceFile(options.traceFile);
+    QObject::connect(&trace, &TraceFile::failed, &window, [&](const QString& failure) {
+        std::cerr << "workbench: " << qPrintable(failure) << '\n';
+        if (!isUnattended(options))
+            showProblem(&window, failure);
+    });
     if (!options.inspectName.isEmpty())
         inspector.listen(options.inspectName, problem);
 }
@@ -64,7 +79,7 @@ int main(int argc, char** argv)
     ApplyHostTheme(application);
 
     const Options options = parseOptions(QApplication::arguments());
-    const bool unattended = options.selfTest || !options.tourFolder.isEmpty();
+    const bool unattended = isUnattended(options);
     // A run without a user does not change the user's recent files.
     const QTemporaryDir ownSettings;
     if (unattended)
@@ -77,7 +92,8 @@ int main(int argc, char** argv)
     MainWindow window(session, language);
     window.actions()[ActionId::GuiThreadEvents]->setChecked(options.guiThreadEvents);
     QString problem;
-    observe(options, trace, inspector, problem);
+    observe(options, window, trace, inspector, problem);
+    const bool isObserved = problem.isEmpty();
     load(options, window, problem);
     window.show();
     if (unattended) {
@@ -87,5 +103,7 @@ int main(int argc, char** argv)
     } else if (!problem.isEmpty()) {
         showProblem(&window, problem);
     }
-    return QApplication::exec();
+    const int result = QApplication::exec();
+    session.trace().flush();
+    return result == 0 && (!isObserved || trace.hasFailed()) ? 1 : result;
 }

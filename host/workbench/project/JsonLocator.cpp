@@ -2,9 +2,10 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QSet>
+#include <QVector>
 
 #include <algorithm>
-#include <optional>
 
 namespace {
 
@@ -88,19 +89,18 @@ private:
 
 std::optional<int> locateMember(const QByteArray& json, int object, const QString& key)
 {
-    std::optional<int> found;
     Scanner scanner(json, object);
     scanner.step();
     while (scanner.current() == '"') {
         const bool isIt = scanner.takeString() == key;
         scanner.step(); // the colon
         if (isIt)
-            found = scanner.offset();
+            return scanner.offset();
         scanner.skipValue();
         if (scanner.current() == ',')
             scanner.step();
     }
-    return found;
+    return std::nullopt;
 }
 
 std::optional<int> locateElement(const QByteArray& json, int array, int number)
@@ -128,6 +128,9 @@ std::optional<int> locateStep(const QByteArray& json, int offset, const QString&
     return std::nullopt;
 }
 
+/// What has been seen in an object whose end is still to come; nothing for an array.
+using Members = std::optional<QSet<QString>>;
+
 } // namespace
 
 TextPosition textPosition(const QByteArray& text, int offset)
@@ -135,6 +138,40 @@ TextPosition textPosition(const QByteArray& text, int offset)
     const QByteArray before = text.left(std::max(offset, 0));
     const int lineStart = before.lastIndexOf('\n') + 1;
     return {before.count('\n') + 1, QString::fromUtf8(before.mid(lineStart)).size() + 1};
+}
+
+std::optional<int> locateRepeatedMember(const QByteArray& json)
+{
+    QVector<Members> open;
+    Scanner scanner(json, 0);
+    bool isKey = false;
+    while (scanner.current() != '\0') {
+        const char character = scanner.current();
+        const int offset = scanner.offset();
+        if (character == '{' || character == '[') {
+            open.append(character == '{' ? Members(QSet<QString>()) : std::nullopt);
+            isKey = character == '{';
+            scanner.step();
+        } else if (character == '}' || character == ']') {
+            open.removeLast();
+            isKey = false;
+            scanner.step();
+        } else if (character == ',') {
+            isKey = !open.isEmpty() && open.constLast().has_value();
+            scanner.step();
+        } else if (isKey) {
+            const QString key = scanner.takeString();
+            if (open.constLast()->contains(key))
+                return offset;
+            open.last()->insert(key);
+            isKey = false;
+        } else if (character == ':') {
+            scanner.step();
+        } else {
+            scanner.skipValue();
+        }
+    }
+    return std::nullopt;
 }
 
 int locateJsonValue(const QByteArray& json, const QStringList& path)

@@ -1,5 +1,9 @@
 #include "host/workbench/project/Project.h"
 
+#include "host/workbench/project/ProjectRanges.h"
+
+#include <QHash>
+
 #include <algorithm>
 #include <iterator>
 #include <limits>
@@ -12,6 +16,11 @@ template <typename List>
 auto findById(List& list, const QUuid& id)
 {
     return std::find_if(list.begin(), list.end(), [&](const auto& node) { return node.id == id; });
+}
+
+bool isNameAllowed(const QString& name)
+{
+    return name.size() <= ProjectRanges::kMaxNameLength;
 }
 
 } // namespace
@@ -47,9 +56,14 @@ ProcessorGroupNode Project::group(const QUuid& id) const
 
 QList<ProcessorGroupNode> Project::allGroups() const
 {
-    QList<ProcessorGroupNode> all;
-    for (const ProcessorGroupNode& known : groups)
-        all.append(group(known.id));
+    QList<ProcessorGroupNode> all = groups;
+    QHash<QUuid, ProcessorGroupNode*> places;
+    for (ProcessorGroupNode& group : all)
+        places.insert(group.id, &group);
+    for (const ProcessorNode& node : processors) {
+        if (ProcessorGroupNode* group = places.value(node.groupId))
+            group->processors.append(node);
+    }
     return all;
 }
 
@@ -75,8 +89,15 @@ QList<QUuid> Project::addProcessors(const QUuid& groupId, const QList<quint32>& 
     return added;
 }
 
+bool Project::canAddGroup(const QString& name) const
+{
+    return groups.size() < ProjectRanges::kMaxGroups && isNameAllowed(name);
+}
+
 QUuid Project::addGroup(const ProcessorGroupNode& group)
 {
+    if (!canAddGroup(group.name))
+        return {};
     ProcessorGroupNode added = group;
     added.processors.clear();
     if (added.id.isNull() || hasGroup(added.id) || processor(added.id))
@@ -118,7 +139,7 @@ bool Project::ungroup(const QUuid& id)
 bool Project::renameProcessor(const QUuid& id, const QString& name)
 {
     ProcessorNode* node = processor(id);
-    if (!node)
+    if (!node || !isNameAllowed(name))
         return false;
     node->name = name;
     return true;
@@ -127,7 +148,7 @@ bool Project::renameProcessor(const QUuid& id, const QString& name)
 bool Project::renameGroup(const QUuid& id, const QString& name)
 {
     const auto found = findById(groups, id);
-    if (found == groups.end())
+    if (found == groups.end() || !isNameAllowed(name))
         return false;
     found->name = name;
     return true;

@@ -90,7 +90,11 @@ public:
     /// Adds one processor for each address, as far as there is room.
     QList<QUuid> addProcessors(const QUuid& groupId, const QList<quint32>& addresses);
 
-    /// Adds a group; a null or taken identity is replaced by a fresh one.
+    /// Returns whether there is room for a group of that name.
+    bool canAddGroup(const QString& name) const;
+
+    /// Adds a group; a null or taken identity is replaced by a fresh one. Returns a null identity
+    /// if canAddGroup() says no.
     QUuid addGroup(const ProcessorGroupNode& group);
 
     /// Removes the processors among `ids` and returns those removed. If the current processor is

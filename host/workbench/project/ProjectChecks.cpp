@@ -2,6 +2,8 @@
 
 #include "Interface/ProjectLimits.h"
 #include "host/workbench/project/Guid.h"
+#include "host/workbench/project/ProjectRanges.h"
+#include "host/workbench/project/RecordFields.h"
 
 #include <QCoreApplication>
 #include <QSet>
@@ -36,6 +38,58 @@ Problem checkIdentity(const QUuid& id, const QStringList& record, QSet<QUuid>& s
     return std::nullopt;
 }
 
+Problem checkName(const QString& name, const QStringList& path)
+{
+    if (name.size() <= ProjectRanges::kMaxNameLength)
+        return std::nullopt;
+    return JsonProblem{
+        path,
+        Messages::tr("the name has more than %1 characters").arg(ProjectRanges::kMaxNameLength)};
+}
+
+Problem checkGroups(const Project& project, QSet<QUuid>& seen)
+{
+    for (int at = 0; at < project.groups.size(); ++at) {
+        if (at >= ProjectRanges::kMaxGroups)
+            return JsonProblem{pathTo("groups", at),
+                               Messages::tr("a project holds at most %1 groups; this one has %2")
+                                   .arg(ProjectRanges::kMaxGroups)
+                                   .arg(project.groups.size())};
+        const ProcessorGroupNode& node = project.groups.at(at);
+        if (auto problem = checkIdentity(node.id, pathTo("groups", at), seen))
+            return problem;
+        if (auto problem = checkName(node.name, pathTo("groups", at, "name")))
+            return problem;
+    }
+    return std::nullopt;
+}
+
+/// Visits the answers, and keeps the first one that is out of its range.
+class AnswerCheck final
+{
+public:
+    void operator()(const char* name, qint32 value)
+    {
+        const auto range = ProjectRanges::ofAnswer(name);
+        if (problem || (value >= range.least && value <= range.most))
+            return;
+        problem = JsonProblem{{QStringLiteral("answers"), QLatin1String(name)},
+                              Messages::tr("a whole number from %1 to %2 is expected")
+                                  .arg(range.least)
+                                  .arg(range.most)};
+    }
+    template <typename Other>
+    void operator()(const char* /*name*/, const Other& /*value*/)
+    {
+    }
+    template <typename Address>
+    void visitAddress(const char* /*name*/, const Address& /*value*/)
+    {
+    }
+
+    Problem problem;
+};
+
 Problem checkProcessors(const Project& project, QSet<QUuid>& seen)
 {
     for (int at = 0; at < project.processors.size(); ++at) {
@@ -47,6 +101,8 @@ Problem checkProcessors(const Project& project, QSet<QUuid>& seen)
                     .arg(ProjectLimits::kMaxProcessors)
                     .arg(project.processors.size())};
         if (auto problem = checkIdentity(node.id, pathTo("processors", at), seen))
+            return problem;
+        if (auto problem = checkName(node.name, pathTo("processors", at, "name")))
             return problem;
         if (!node.groupId.isNull() && !project.hasGroup(node.groupId))
             return JsonProblem{pathTo("processors", at, "groupId"),
@@ -81,11 +137,13 @@ Problem checkDeviceSets(const Project& project)
 std::optional<JsonProblem> checkProject(const Project& project)
 {
     QSet<QUuid> seen;
-    for (int at = 0; at < project.groups.size(); ++at) {
-        if (auto problem = checkIdentity(project.groups.at(at).id, pathTo("groups", at), seen))
-            return problem;
-    }
+    if (auto problem = checkGroups(project, seen))
+        return problem;
     if (auto problem = checkProcessors(project, seen))
         return problem;
-    return checkDeviceSets(project);
+    if (auto problem = checkDeviceSets(project))
+        return problem;
+    AnswerCheck answers;
+    visitAnswerFields(project.answers, answers);
+    return answers.problem;
 }

@@ -175,6 +175,10 @@ std::optional<Project> parseProject(const QByteArray& json, QString& problem)
         problem = located(json, error.offset, error.errorString());
         return std::nullopt;
     }
+    if (const auto repeated = locateRepeatedMember(json)) {
+        problem = located(json, *repeated, Messages::tr("this field occurs twice"));
+        return std::nullopt;
+    }
     Problem found;
     Project project = readProject(document, found);
     if (!found)
@@ -190,10 +194,16 @@ std::optional<Project> loadProject(const QString& path, QString& problem)
 {
     const QString shown = QDir::toNativeSeparators(path);
     QFile file(path);
-    if (QFileInfo(path).isDir() || !file.open(QIODevice::ReadOnly)) {
+    const QFileInfo existing(path);
+    // Opening a pipe could block.
+    if (existing.exists() && !existing.isFile()) {
         problem = Messages::tr("%1 cannot be read: %2")
-                      .arg(shown, QFileInfo(path).isDir() ? Messages::tr("it is a directory")
-                                                          : file.errorString());
+                      .arg(shown, existing.isDir() ? Messages::tr("it is a directory")
+                                                   : Messages::tr("it is not a regular file"));
+        return std::nullopt;
+    }
+    if (!file.open(QIODevice::ReadOnly)) {
+        problem = Messages::tr("%1 cannot be read: %2").arg(shown, file.errorString());
         return std::nullopt;
     }
     // One byte more than allowed is enough to know, whatever the size that the file claims.

@@ -166,7 +166,8 @@ QUuid ProjectStore::addGroup(const ProcessorGroupNode& group)
     QUuid id;
     apply([&](Project& project) {
         id = project.addGroup(group);
-        return HostEventList{HostEvent(EventNumber::GroupAdded, id)};
+        return id.isNull() ? HostEventList()
+                           : HostEventList{HostEvent(EventNumber::GroupAdded, id)};
     });
     return id;
 }

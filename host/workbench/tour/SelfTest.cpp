@@ -15,9 +15,13 @@ constexpr int kLimitMs = 30000;
 int runSelfTest(MainWindow& window)
 {
     Session& session = window.session();
+    const Project project = session.store().snapshot();
+    if (project.groups.isEmpty() && project.processors.isEmpty()) {
+        std::cerr << "workbench: the project is empty, there is nothing to check\n";
+        return 1;
+    }
     const bool shown = waitUntil(
         [&] { return session.notifier().isIdle() && session.panelShowsProject(); }, kLimitMs);
-    const Project project = session.store().snapshot();
     if (!shown) {
         std::cerr << "workbench: the panel does not show the project's " << project.groups.size()
                   << " groups and " << project.processors.size() << " processors\n";

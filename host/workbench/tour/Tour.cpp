@@ -37,9 +37,13 @@ Tour::Tour(MainWindow& window, const QString& folder)
 int Tour::run()
 {
     QString problem;
-    if (!QDir().mkpath(m_folder) || !m_trace.open(problem)) {
+    if (!QDir().mkpath(m_folder)) {
         std::cerr << "workbench: cannot write to " << qPrintable(QDir::toNativeSeparators(m_folder))
                   << '\n';
+        return 1;
+    }
+    if (!m_trace.open(problem)) {
+        std::cerr << "workbench: " << qPrintable(problem) << '\n';
         return 1;
     }
     m_window.files().setAskBeforeLoss(false);

@@ -3,6 +3,22 @@
 #include "host/workbench/trace/TraceModel.h"
 
 #include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+namespace {
+
+constexpr qint64 kLineStart = 64;
+
+/// Returns whether `file` begins as a trace does.
+bool isTrace(QFile& file)
+{
+    static const QRegularExpression start(
+        QStringLiteral("^\\d\\d:\\d\\d:\\d\\d\\.\\d{3}\t(call|event|log)\t"));
+    return start.match(QString::fromUtf8(file.read(kLineStart))).hasMatch();
+}
+
+} // namespace
 
 TraceFile::TraceFile(TraceModel& trace, const QString& path)
     : m_trace(trace)
@@ -12,15 +28,39 @@ TraceFile::TraceFile(TraceModel& trace, const QString& path)
 
 bool TraceFile::open(QString& problem)
 {
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
-        problem = tr("%1 cannot be written: %2")
-                      .arg(QDir::toNativeSeparators(m_file.fileName()), m_file.errorString());
+    const QFileInfo existing(m_file);
+    // Opening a pipe could block.
+    if (existing.exists() && !existing.isFile()) {
+        problem = problemText(tr("it is not a regular file"));
         return false;
     }
-    connect(&m_trace, &TraceModel::added, this, [this](const QVector<TraceEntry>& entries) {
-        for (const TraceEntry& entry : entries)
-            m_file.write(traceLine(entry).toUtf8() + '\n');
-        m_file.flush();
-    });
+    if (existing.size() > 0) {
+        QFile former(m_file.fileName());
+        if (!former.open(QIODevice::ReadOnly) || !isTrace(former)) {
+            problem = problemText(tr("the file that is there is not a trace"));
+            return false;
+        }
+    }
+    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
+        problem = problemText(m_file.errorString());
+        return false;
+    }
+    connect(&m_trace, &TraceModel::added, this, &TraceFile::write);
     return true;
+}
+
+void TraceFile::write(const QVector<TraceEntry>& entries)
+{
+    for (const TraceEntry& entry : entries)
+        m_file.write(traceLine(entry).toUtf8() + '\n');
+    if (m_file.flush() && m_file.error() == QFile::NoError)
+        return;
+    disconnect(&m_trace, nullptr, this, nullptr);
+    m_hasFailed = true;
+    emit failed(problemText(m_file.errorString()));
+}
+
+QString TraceFile::problemText(const QString& reason) const
+{
+    return tr("%1 cannot be written: %2").arg(QDir::toNativeSeparators(m_file.fileName()), reason);
 }

@@ -16,8 +16,14 @@ constexpr char kTimeFormat[] = "HH:mm:ss.zzz";
 QString traceLine(const TraceEntry& entry)
 {
     const char* kinds[] = {"call", "event", "log"};
+    QString text = entry.text;
+    // A name with a line break in it does not begin a line.
+    text.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
+    text.replace(QLatin1Char('\n'), QLatin1String("\\n"));
+    text.replace(QLatin1Char('\r'), QLatin1String("\\r"));
+    text.replace(QLatin1Char('\t'), QLatin1String("\\t"));
     return QStringList{entry.time.toString(QLatin1String(kTimeFormat)),
-                       QLatin1String(kinds[static_cast<int>(entry.kind)]), entry.thread, entry.text}
+                       QLatin1String(kinds[static_cast<int>(entry.kind)]), entry.thread, text}
         .join(QLatin1Char('\t'));
 }
 
@@ -43,8 +49,6 @@ QVariant TraceModel::data(const QModelIndex& index, int role) const
     const TraceEntry& entry = m_rows.at(static_cast<std::size_t>(index.row()));
     if (role == Qt::UserRole)
         return static_cast<int>(entry.kind);
-    if (role == Qt::ToolTipRole && index.column() == TextColumn)
-        return entry.text;
     if (role != Qt::DisplayRole)
         return {};
     switch (index.column()) {

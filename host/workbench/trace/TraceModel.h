@@ -22,7 +22,8 @@ struct TraceEntry
 
 Q_DECLARE_METATYPE(TraceEntry)
 
-/// Returns the entry as English text; tabs separate the columns.
+/// Returns the entry as one line of English text; tabs separate the columns. In the text, line
+/// breaks, tabs and backslashes are written as in C.
 QString traceLine(const TraceEntry& entry);
 
 /// The live log: calls of the panel, raised events, and records of the host's log. Keeps the last

@@ -332,6 +332,10 @@
         <source>Addresses have to be parted by commas.</source>
         <translation>地址之间必须以逗号分隔。</translation>
     </message>
+    <message>
+        <source>The project holds no more groups.</source>
+        <translation>项目不能再容纳更多组。</translation>
+    </message>
 </context>
 <context>
     <name>DeviceSetsDialog</name>
@@ -420,6 +424,45 @@
     </message>
 </context>
 <context>
+    <name>FileCommands</name>
+    <message>
+        <source>The project has unsaved changes. Save them?</source>
+        <translation>工程有未保存的更改。要保存吗？</translation>
+    </message>
+    <message>
+        <source>Untitled</source>
+        <translation>未命名</translation>
+    </message>
+    <message>
+        <source>Open a project</source>
+        <translation>打开工程</translation>
+    </message>
+    <message>
+        <source>Projects (*.json);;All files (*)</source>
+        <translation>工程 (*.json);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Save the project</source>
+        <translation>保存工程</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>不保存</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: the live log is written there</source>
+        <translation>无法写入 %1：实时日志正写入此文件</translation>
+    </message>
+</context>
+<context>
     <name>FormDialog</name>
     <message>
         <source>OK</source>
@@ -435,6 +478,14 @@
     <message>
         <source>Nobody can connect to %1: %2</source>
         <translation>无法连接到 %1：%2</translation>
+    </message>
+    <message>
+        <source>the file that is there is not a socket</source>
+        <translation>该处的文件不是套接字</translation>
+    </message>
+    <message>
+        <source>another program listens there</source>
+        <translation>另一个程序正在该处监听</translation>
     </message>
 </context>
 <context>
@@ -590,6 +641,18 @@
         <source>there is no device set %1</source>
         <translation>没有设备组 %1</translation>
     </message>
+    <message>
+        <source>the name has more than %1 characters</source>
+        <translation>名称超过 %1 个字符</translation>
+    </message>
+    <message>
+        <source>a project holds at most %1 groups; this one has %2</source>
+        <translation>一个项目最多有 %1 个组；此项目有 %2 个</translation>
+    </message>
+    <message>
+        <source>a whole number from %1 to %2 is expected</source>
+        <translation>应为 %1 到 %2 之间的整数</translation>
+    </message>
 </context>
 <context>
     <name>ProjectJson</name>
@@ -653,40 +716,13 @@
         <source>%1 cannot be written: %2</source>
         <translation>无法写入 %1：%2</translation>
     </message>
-</context>
-<context>
-    <name>FileCommands</name>
     <message>
-        <source>The project has unsaved changes. Save them?</source>
-        <translation>工程有未保存的更改。要保存吗？</translation>
+        <source>this field occurs twice</source>
+        <translation>此字段出现了两次</translation>
     </message>
     <message>
-        <source>Untitled</source>
-        <translation>未命名</translation>
-    </message>
-    <message>
-        <source>Open a project</source>
-        <translation>打开工程</translation>
-    </message>
-    <message>
-        <source>Projects (*.json);;All files (*)</source>
-        <translation>工程 (*.json);;所有文件 (*)</translation>
-    </message>
-    <message>
-        <source>Save the project</source>
-        <translation>保存工程</translation>
-    </message>
-    <message>
-        <source>Save</source>
-        <translation>保存</translation>
-    </message>
-    <message>
-        <source>Discard</source>
-        <translation>不保存</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>取消</translation>
+        <source>it is not a regular file</source>
+        <translation>它不是普通文件</translation>
     </message>
 </context>
 <context>
@@ -888,6 +924,14 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>%1 cannot be written: %2</source>
         <translation>无法写入 %1：%2</translation>
+    </message>
+    <message>
+        <source>it is not a regular file</source>
+        <translation>它不是普通文件</translation>
+    </message>
+    <message>
+        <source>the file that is there is not a trace</source>
+        <translation>该处的文件不是跟踪记录</translation>
     </message>
 </context>
 <context>

@@ -95,7 +95,10 @@ void ChangeCommands::connectProjectActions()
                 [this, store](const QString& name) {
                     ProcessorGroupNode group;
                     group.name = name;
-                    m_records.select({store->addGroup(group)});
+                    const QUuid added = store->addGroup(group);
+                    if (added.isNull())
+                        showProblem(m_window, tr("The project holds no more groups."));
+                    m_records.select({added});
                 });
     });
     connect(m_actions[ActionId::DeviceSets], &QAction::triggered, this,

@@ -5,6 +5,7 @@
 #include "host/workbench/project/ProjectJson.h"
 #include "host/workbench/store/ProjectStore.h"
 #include "host/workbench/window/Actions.h"
+#include "host/workbench/window/PlainText.h"
 #include "host/workbench/window/Settings.h"
 
 #include <QDir>
@@ -18,6 +19,14 @@
 namespace {
 
 constexpr int kRecentShown = 8;
+
+bool isSameFile(const QString& one, const QString& other)
+{
+    const QFileInfo first(one);
+    const QFileInfo second(other);
+    return first.absoluteFilePath() == second.absoluteFilePath()
+           || (first.exists() && first.canonicalFilePath() == second.canonicalFilePath());
+}
 
 QString recentKey()
 {
@@ -41,7 +50,7 @@ FileCommands::FileCommands(QMainWindow* window, Actions& actions, ProjectStore& 
     connect(actions[ActionId::OpenProject], &QAction::triggered, this,
             &FileCommands::chooseAndOpen);
     connect(actions[ActionId::OpenSample], &QAction::triggered, this,
-            [this] { openAsked(QStringLiteral(":/Workbench/projects/sample.json")); });
+            [this] { openAsked(sampleProject()); });
     connect(actions[ActionId::SaveProject], &QAction::triggered, this, &FileCommands::saveAsked);
     connect(actions[ActionId::SaveProjectAs], &QAction::triggered, this,
             &FileCommands::chooseAndSave);
@@ -50,6 +59,11 @@ FileCommands::FileCommands(QMainWindow* window, Actions& actions, ProjectStore& 
     connect(&store, &ProjectStore::ipListChanged, this, &FileCommands::retranslate);
     fillRecent();
     retranslate();
+}
+
+QString FileCommands::sampleProject()
+{
+    return QStringLiteral(":/Workbench/projects/sample.json");
 }
 
 bool FileCommands::open(const QString& path, QString& problem)
@@ -67,6 +81,11 @@ bool FileCommands::open(const QString& path, QString& problem)
 
 bool FileCommands::save(const QString& path, QString& problem)
 {
+    if (!m_traceFile.isEmpty() && isSameFile(path, m_traceFile)) {
+        problem = tr("%1 cannot be written: the live log is written there")
+                      .arg(QDir::toNativeSeparators(path));
+        return false;
+    }
     if (!saveProject(m_store.snapshot(), path, problem))
         return false;
     m_path = QFileInfo(path).absoluteFilePath();
@@ -95,7 +114,8 @@ bool FileCommands::confirmLoss()
 void FileCommands::retranslate()
 {
     const QString name = m_path.isEmpty() ? tr("Untitled") : QFileInfo(m_path).fileName();
-    m_window->setWindowTitle(QStringLiteral("%1[*] - %2").arg(name, custom_software_name()));
+    m_window->setWindowTitle(
+        QStringLiteral("%1[*] - %2").arg(PlainText::windowTitle(name), custom_software_name()));
     m_window->setWindowModified(m_store.isModified());
 }
 
@@ -160,7 +180,8 @@ void FileCommands::fillRecent()
     menu->clear();
     const QStringList recent = WorkbenchSettings().value(recentKey()).toStringList();
     for (const QString& path : recent) {
-        const QAction* action = menu->addAction(QDir::toNativeSeparators(path));
+        const QAction* action =
+            menu->addAction(PlainText::menuEntry(QDir::toNativeSeparators(path)));
         connect(action, &QAction::triggered, this, [this, path] { openAsked(path); });
     }
     menu->setEnabled(!recent.isEmpty());

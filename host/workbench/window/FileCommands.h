@@ -19,6 +19,9 @@ public:
     /// `window` is the parent; `actions` and `store` must outlive this object.
     FileCommands(QMainWindow* window, Actions& actions, ProjectStore& store);
 
+    /// Returns the path of the project that is part of the program.
+    static QString sampleProject();
+
     /// Opens a file. Returns false and sets `problem` if it cannot be read; the project is then
     /// unchanged. A file from the resources of the program is opened as a project without a name.
     bool open(const QString& path, QString& problem);
@@ -28,6 +31,9 @@ public:
     bool save(const QString& path, QString& problem);
 
     QString path() const { return m_path; }
+
+    /// Names the file to which the live log is written: no project is saved there.
+    void setTraceFile(const QString& path) { m_traceFile = path; }
 
     /// Sets whether the user is asked before unsaved changes are discarded.
     void setAskBeforeLoss(bool ask) { m_askBeforeLoss = ask; }
@@ -50,5 +56,6 @@ private:
     Actions& m_actions;
     ProjectStore& m_store;
     QString m_path;
+    QString m_traceFile;
     bool m_askBeforeLoss = true;
 };

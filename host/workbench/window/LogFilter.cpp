@@ -1,6 +1,7 @@
 #include "host/workbench/window/LogFilter.h"
 
 #include "host/workbench/trace/TraceModel.h"
+#include "host/workbench/window/PlainText.h"
 
 #include <algorithm>
 
@@ -26,6 +27,13 @@ void LogFilter::setKind(int kind)
 {
     m_kind = kind;
     invalidateFilter();
+}
+
+QVariant LogFilter::data(const QModelIndex& index, int role) const
+{
+    if (role == Qt::ToolTipRole && index.column() == TraceModel::TextColumn)
+        return PlainText::toolTip(index.data().toString());
+    return QSortFilterProxyModel::data(index, role);
 }
 
 bool LogFilter::filterAcceptsRow(int row, const QModelIndex& parent) const

@@ -17,6 +17,9 @@ public:
     /// Accepts lines of one TraceEntry::Kind, or of all kinds if `kind` is -1.
     void setKind(int kind);
 
+    /// A line's text is its tool tip too.
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
 protected:
     bool filterAcceptsRow(int row, const QModelIndex& parent) const override;
 

@@ -2,6 +2,7 @@
 
 #include "host/widgets/HostTheme.h"
 #include "host/workbench/addresses/AddressTexts.h"
+#include "host/workbench/window/PlainText.h"
 
 #include <QFont>
 
@@ -19,7 +20,7 @@ QStandardItem* nameCell(const QString& text, const QUuid& id, bool isGroup)
     QStandardItem* item = cell(text);
     item->setData(id, RecordsModel::IdRole);
     item->setData(isGroup, RecordsModel::IsGroupRole);
-    item->setToolTip(text);
+    item->setToolTip(PlainText::toolTip(text));
     return item;
 }
 

@@ -3,6 +3,7 @@
 #include "host/widgets/HostTheme.h"
 #include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/project/FieldTexts.h"
+#include "host/workbench/window/PlainText.h"
 
 #include <QEvent>
 #include <QHeaderView>
@@ -229,7 +230,7 @@ void RecordsPanel::showFields()
     m_fields->clear();
     for (const FieldText& field : texts) {
         auto* row = new QTreeWidgetItem(m_fields, {field.first, field.second});
-        row->setToolTip(1, field.second);
+        row->setToolTip(1, PlainText::toolTip(field.second));
     }
     m_fields->setColumnWidth(0, kFieldNameWidth);
 }

@@ -1,0 +1,140 @@
+#include "tests/support/WarningTrap.h"
+
+#include <QFile>
+#include <QLocalServer>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <chrono>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::chrono::milliseconds kLimit = 60s;
+
+struct Outcome
+{
+    int exitCode = -1;
+    QString errors;
+};
+
+/// Runs a program to its end.
+Outcome run(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    Outcome outcome;
+    if (!process.waitForFinished(static_cast<int>(kLimit.count())))
+        return outcome;
+    outcome.errors = QString::fromUtf8(process.readAllStandardError());
+    if (process.exitStatus() == QProcess::NormalExit)
+        outcome.exitCode = process.exitCode();
+    return outcome;
+}
+
+/// Runs the workbench's self-test with the panel.
+Outcome selfTest(const QStringList& arguments)
+{
+    return run(QStringLiteral(WORKBENCH_PROGRAM),
+               QStringList{QStringLiteral("--self-test"), QStringLiteral("--library"),
+                           QStringLiteral(WORKBENCH_PANEL_LIBRARY)}
+                   + arguments);
+}
+
+QByteArray content(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+/// What the program leaves behind in files, and in its exit code.
+class WorkbenchProgramTest final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shouldCheckTheSampleByDefault();
+    void shouldFailWithNothingToCheck();
+    void shouldLeaveItsProjectAsItIs_data();
+    void shouldLeaveItsProjectAsItIs();
+    void shouldFailWhenTheTraceEnds();
+    void shouldLeaveTheSocketOfAnother();
+
+private:
+    QString file(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
+
+    const QTemporaryDir m_folder;
+};
+
+void WorkbenchProgramTest::shouldCheckTheSampleByDefault()
+{
+    const Outcome outcome = selfTest({});
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+}
+
+void WorkbenchProgramTest::shouldFailWithNothingToCheck()
+{
+    QFile project(file("empty.json"));
+    QVERIFY(project.open(QIODevice::WriteOnly));
+    QVERIFY(project.write("{\"version\": 1}") > 0);
+    project.close();
+    const Outcome outcome = selfTest({QStringLiteral("--project"), project.fileName()});
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(QStringLiteral("there is nothing to check")),
+             qPrintable(outcome.errors));
+}
+
+void WorkbenchProgramTest::shouldLeaveItsProjectAsItIs_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("trace") << QStringLiteral("--trace") << QStringLiteral("is not a trace");
+    QTest::newRow("inspector") << QStringLiteral("--inspect") << QStringLiteral("is not a socket");
+}
+
+void WorkbenchProgramTest::shouldLeaveItsProjectAsItIs()
+{
+    QFETCH(QString, option);
+    QFETCH(QString, reason);
+    const QString project = file("mine.json");
+    QFile::remove(project);
+    QVERIFY(QFile::copy(QStringLiteral(WORKBENCH_PROJECTS "/sample.json"), project));
+    const QByteArray before = content(project);
+    const Outcome outcome = selfTest({QStringLiteral("--project"), project, option, project});
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(reason), qPrintable(outcome.errors));
+    QCOMPARE(content(project), before);
+}
+
+void WorkbenchProgramTest::shouldFailWhenTheTraceEnds()
+{
+    // A full disk: the trace of a self-test has more than the 512 bytes that it may have.
+    const Outcome outcome =
+        run(QStringLiteral("/bin/sh"),
+            {QStringLiteral("-c"), QStringLiteral("trap '' XFSZ; ulimit -f 1; exec \"$@\""),
+             QStringLiteral("sh"), QStringLiteral(WORKBENCH_PROGRAM), QStringLiteral("--self-test"),
+             QStringLiteral("--library"), QStringLiteral(WORKBENCH_PANEL_LIBRARY),
+             QStringLiteral("--trace"), file("trace.txt")});
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(file("trace.txt") + QStringLiteral(" cannot be written: ")),
+             qPrintable(outcome.errors));
+}
+
+void WorkbenchProgramTest::shouldLeaveTheSocketOfAnother()
+{
+    QLocalServer first;
+    QVERIFY(first.listen(file("inspector")));
+    const Outcome outcome = selfTest({QStringLiteral("--inspect"), file("inspector")});
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(QStringLiteral("another program listens there")),
+             qPrintable(outcome.errors));
+    QVERIFY(QFile::exists(file("inspector")));
+}
+
+TSA_GUILESS_TEST_MAIN(WorkbenchProgramTest)
+
+#include "tst_workbench_program.moc"
