@@ -1,3 +1,4 @@
+#include "Interface/TargetSelectAreaInterface.h"
 #include "host/workbench/trace/ShortIds.h"
 #include "host/workbench/window/LogPanel.h"
 #include "host/workbench/window/RecordsPanel.h"
@@ -5,8 +6,12 @@
 
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
+#include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QFile>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QListView>
@@ -15,6 +20,7 @@
 #include <QSet>
 #include <QStatusBar>
 #include <QTableView>
+#include <QTimer>
 #include <QToolBar>
 #include <QTreeView>
 #include <QTreeWidget>
@@ -31,6 +37,9 @@ private slots:
     void shouldShowTipsForAWhile();
     void shouldShowWhoseFrontPanelsAreLit();
     void shouldShowARowInTheLog();
+    void shouldHideWhatPaintingAsks();
+    void shouldCopyWholeLines();
+    void shouldExportTheLinesThatAreShown();
     void shouldMarkProcessors();
     void shouldLogTheTree();
     void shouldFollowTheLanguage();
@@ -220,6 +229,74 @@ void WorkbenchWindowTest::shouldShowARowInTheLog()
     QMenu chinese;
     test.handler()->AppendContextMenu(NodeGroup, sampleId(1), false, &chinese);
     QCOMPARE(chinese.actions().constLast()->text(), QString::fromUtf8("宿主：在日志中显示"));
+}
+
+void WorkbenchWindowTest::shouldHideWhatPaintingAsks()
+{
+    WorkbenchUnderTest test;
+    LogPanel& log = test.window.log();
+    test.window.resize(1400, 800);
+    auto* tree = test.session.layer()->GetWidget()->findChild<QTreeView*>();
+    test.store().setCurrentProcessor(sampleId(12));
+    test.waitForPanel();
+    QTRY_COMPARE(tree->currentIndex().data().toString(), test.processor(12).name);
+    const auto shown = [&] {
+        test.session.trace().flush();
+        return log.view()->model()->rowCount();
+    };
+    const int before = shown();
+    const int all = test.session.trace().rowCount();
+    tree->viewport()->repaint();
+    QCOMPARE(shown(), before);
+    QVERIFY(test.session.trace().rowCount() > all);
+    QTest::mouseClick(log.paintingBox(), Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
+    QCOMPARE(shown(), test.session.trace().rowCount());
+}
+
+void WorkbenchWindowTest::shouldCopyWholeLines()
+{
+    WorkbenchUnderTest test;
+    TraceModel& trace = test.session.trace();
+    trace.clear();
+    trace.add(TraceEntry::Kind::Log, QStringLiteral("first"));
+    trace.add(TraceEntry::Kind::Event, QStringLiteral("second\nline"));
+    trace.flush();
+    QTableView* view = test.window.log().view();
+    view->setFocus();
+    view->selectAll();
+    QTest::keyClick(view, Qt::Key_C, Qt::ControlModifier);
+    const QStringList lines = QGuiApplication::clipboard()->text().split(QLatin1Char('\n'));
+    QCOMPARE(lines.size(), 2);
+    QCOMPARE(lines.at(0), traceLine(trace.entry(0)));
+    QCOMPARE(lines.at(1), traceLine(trace.entry(1)));
+    QVERIFY(lines.at(1).endsWith(QStringLiteral("\tevent\tGUI\tsecond\\nline")));
+}
+
+void WorkbenchWindowTest::shouldExportTheLinesThatAreShown()
+{
+    WorkbenchUnderTest test;
+    TraceModel& trace = test.session.trace();
+    trace.clear();
+    trace.add(TraceEntry::Kind::Log, QStringLiteral("first"));
+    trace.add(TraceEntry::Kind::Log, QStringLiteral("second"));
+    trace.flush();
+    LogPanel& log = test.window.log();
+    QTest::keyClicks(log.filterField(), QStringLiteral("second"));
+    const auto exportTo = [&](const QString& path) {
+        QTimer::singleShot(0, &test.window, [path] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            auto* name = dialog->findChild<QLineEdit*>();
+            name->setText(path);
+            QTest::keyClick(name, Qt::Key_Return);
+        });
+        QTest::mouseClick(log.exportButton(), Qt::LeftButton);
+    };
+    const QString path = m_settings.filePath(QStringLiteral("log.txt"));
+    exportTo(path);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(QString::fromUtf8(file.readAll()), traceLine(trace.entry(1)) + QLatin1Char('\n'));
 }
 
 void WorkbenchWindowTest::shouldMarkProcessors()

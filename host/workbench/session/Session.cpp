@@ -9,6 +9,8 @@
 #include <QDeadlineTimer>
 #include <QSet>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kHandlerWaitMs = 10000;
@@ -21,6 +23,15 @@ QSet<QUuid> identities(const QList<ProcessorNode>& processors)
     return ids;
 }
 
+/// Returns whether the panel or a part of it is inside its paint event.
+bool isPainting(const QWidget& panel)
+{
+    const QList<QWidget*> parts = panel.findChildren<QWidget*>();
+    return std::any_of(parts.begin(), parts.end(), [](const QWidget* part) {
+        return part->testAttribute(Qt::WA_WState_InPaintEvent);
+    });
+}
+
 } // namespace
 
 Session::Session(QObject* parent)
@@ -30,6 +41,7 @@ Session::Session(QObject* parent)
     m_handler->showTip = [this](const QString& text) { emit tip(text); };
     m_handler->showProgress = [this](int done, int total) { emit detectionProceeded(done, total); };
     m_handler->showInLog = [this](const QString& words) { emit logWanted(words); };
+    m_trace.setPaintingProbe([this] { return m_panel && isPainting(*m_panel); });
     SetLogSink([this](const LogRecord& record) {
         m_trace.add(TraceEntry::Kind::Log, QStringLiteral("%1:%2 %3: %4")
                                                .arg(QString::fromStdString(record.file))

@@ -3,6 +3,7 @@
 #include "host/workbench/trace/ThreadName.h"
 
 #include <QMetaObject>
+#include <QThread>
 
 #include <algorithm>
 #include <utility>
@@ -47,8 +48,12 @@ QVariant TraceModel::data(const QModelIndex& index, int role) const
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const TraceEntry& entry = m_rows.at(static_cast<std::size_t>(index.row()));
-    if (role == Qt::UserRole)
+    if (role == KindRole)
         return static_cast<int>(entry.kind);
+    if (role == PaintingRole)
+        return entry.isOfPainting;
+    if (role == LineRole)
+        return traceLine(entry);
     if (role != Qt::DisplayRole)
         return {};
     switch (index.column()) {
@@ -83,7 +88,9 @@ QVariant TraceModel::headerData(int section, Qt::Orientation orientation, int ro
 
 void TraceModel::add(TraceEntry::Kind kind, const QString& text)
 {
-    const TraceEntry entry{QTime::currentTime(), kind, currentThreadName(), text};
+    TraceEntry entry{QTime::currentTime(), kind, currentThreadName(), text};
+    if (kind == TraceEntry::Kind::Call && QThread::currentThread() == thread())
+        entry.isOfPainting = m_isPainting && m_isPainting();
     bool isFirst = false;
     {
         const std::lock_guard guard(m_mutex);

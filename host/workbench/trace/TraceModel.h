@@ -7,7 +7,9 @@
 #include <QVector>
 
 #include <deque>
+#include <functional>
 #include <mutex>
+#include <utility>
 
 /// One line of the workbench's live log.
 struct TraceEntry
@@ -18,6 +20,7 @@ struct TraceEntry
     Kind kind = Kind::Log;
     QString thread;
     QString text;
+    bool isOfPainting = false; ///< A question that the panel asks while it paints.
 };
 
 Q_DECLARE_METATYPE(TraceEntry)
@@ -34,6 +37,11 @@ class TraceModel final : public QAbstractTableModel
 
 public:
     enum Column { TimeColumn, KindColumn, ThreadColumn, TextColumn, ColumnCount };
+    enum Role {
+        KindRole = Qt::UserRole,
+        PaintingRole,
+        LineRole, ///< The whole line, see traceLine().
+    };
     static constexpr int kMaxRows = 10000;
 
     explicit TraceModel(QObject* parent = nullptr);
@@ -53,6 +61,13 @@ public:
 
     void clear();
 
+    /// Sets what tells whether the panel is painting. It is asked about each call on the GUI
+    /// thread.
+    void setPaintingProbe(std::function<bool()> isPainting)
+    {
+        m_isPainting = std::move(isPainting);
+    }
+
     /// Updates the texts after a change of the language.
     void retranslate();
 
@@ -65,6 +80,7 @@ signals:
 private:
     QString kindText(TraceEntry::Kind kind) const;
 
+    std::function<bool()> m_isPainting; // GUI thread
     std::mutex m_mutex;
     QVector<TraceEntry> m_incoming; // guarded by m_mutex
     std::deque<TraceEntry> m_rows;

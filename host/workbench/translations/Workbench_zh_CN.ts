@@ -580,6 +580,38 @@
         <source>%1 of %2 lines</source>
         <translation>%1 / %2 行</translation>
     </message>
+    <message>
+        <source>Painting</source>
+        <translation>绘制</translation>
+    </message>
+    <message>
+        <source>Show what the panel asks while it paints</source>
+        <translation>显示面板在绘制时的询问</translation>
+    </message>
+    <message>
+        <source>Copy lines</source>
+        <translation>复制行</translation>
+    </message>
+    <message>
+        <source>Export...</source>
+        <translation>导出...</translation>
+    </message>
+    <message>
+        <source>Write the lines that are shown to a file</source>
+        <translation>将显示的行写入文件</translation>
+    </message>
+    <message>
+        <source>Export the log</source>
+        <translation>导出日志</translation>
+    </message>
+    <message>
+        <source>Text files (*.txt);;All files (*)</source>
+        <translation>文本文件 (*.txt);;所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>

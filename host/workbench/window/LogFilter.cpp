@@ -36,10 +36,18 @@ QVariant LogFilter::data(const QModelIndex& index, int role) const
     return QSortFilterProxyModel::data(index, role);
 }
 
+void LogFilter::setShowsPainting(bool shows)
+{
+    m_showsPainting = shows;
+    invalidateFilter();
+}
+
 bool LogFilter::filterAcceptsRow(int row, const QModelIndex& parent) const
 {
     const QModelIndex textIndex = sourceModel()->index(row, TraceModel::TextColumn, parent);
-    if (m_kind >= 0 && textIndex.data(Qt::UserRole).toInt() != m_kind)
+    if (!m_showsPainting && textIndex.data(TraceModel::PaintingRole).toBool())
+        return false;
+    if (m_kind >= 0 && textIndex.data(TraceModel::KindRole).toInt() != m_kind)
         return false;
     const QString line = textIndex.data().toString() + QLatin1Char(' ')
                          + textIndex.siblingAtColumn(TraceModel::ThreadColumn).data().toString();

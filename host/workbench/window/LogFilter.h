@@ -4,7 +4,8 @@
 #include <QStringList>
 
 /// Filters the live log by kind and by words. A line is accepted if its text or thread contains
-/// every word, and none of the words that begin with "-". Case is ignored.
+/// every word, and none of the words that begin with "-". Case is ignored. Questions of painting
+/// are left out unless they are asked for.
 class LogFilter final : public QSortFilterProxyModel
 {
     Q_OBJECT
@@ -17,6 +18,10 @@ public:
     /// Accepts lines of one TraceEntry::Kind, or of all kinds if `kind` is -1.
     void setKind(int kind);
 
+    /// Sets whether the questions are accepted that the panel asks while it paints. At first they
+    /// are not.
+    void setShowsPainting(bool shows);
+
     /// A line's text is its tool tip too.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
@@ -27,4 +32,5 @@ private:
     QStringList m_wanted;
     QStringList m_unwanted;
     int m_kind = -1;
+    bool m_showsPainting = false;
 };

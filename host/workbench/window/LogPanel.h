@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QModelIndexList>
+#include <QStringList>
 #include <QWidget>
 
 class LogFilter;
+class QAction;
 class QCheckBox;
 class QComboBox;
 class QLabel;
@@ -25,6 +28,8 @@ public:
 
     QLineEdit* filterField() const { return m_filterField; }
     QComboBox* kindSelector() const { return m_kindSelector; }
+    QCheckBox* paintingBox() const { return m_painting; }
+    QPushButton* exportButton() const { return m_exportButton; }
     QPushButton* clearButton() const { return m_clearButton; }
     QTableView* view() const { return m_view; }
 
@@ -35,13 +40,19 @@ private:
     void retranslate();
     void follow();
     void showCount();
+    QStringList lines(const QModelIndexList& rows) const;
+    void copyLines();
+    void exportLines();
 
     TraceModel& m_trace;
-    LogFilter* m_filter;        // Qt child
-    QLineEdit* m_filterField;   // Qt child
-    QComboBox* m_kindSelector;  // Qt child
-    QCheckBox* m_follow;        // Qt child
-    QLabel* m_count;            // Qt child
-    QPushButton* m_clearButton; // Qt child
-    QTableView* m_view;         // Qt child
+    LogFilter* m_filter;         // Qt child
+    QLineEdit* m_filterField;    // Qt child
+    QComboBox* m_kindSelector;   // Qt child
+    QCheckBox* m_follow;         // Qt child
+    QCheckBox* m_painting;       // Qt child
+    QLabel* m_count;             // Qt child
+    QPushButton* m_exportButton; // Qt child
+    QPushButton* m_clearButton;  // Qt child
+    QTableView* m_view;          // Qt child
+    QAction* m_copy;             // Qt child
 };
