@@ -68,16 +68,17 @@ void TestDiagnosticsPage::shouldShowWhatFollowsEachRequest()
 {
     const QString text = page("integrating.md");
     for (const auto& request : HostRequests::kRequests) {
-        QStringList numbers;
-        for (const int number : request.events) {
-            if (number != HostRequests::kNone)
-                numbers.append(QString::number(number));
-        }
-        const QString events =
-            numbers.isEmpty() ? QStringLiteral("none") : numbers.join(QStringLiteral(" or "));
-        const QString row =
-            QStringLiteral("| `%1` | %2 | %3 |")
-                .arg(QLatin1String(request.operation), events, QLatin1String(request.outcome));
+        const QString events = HostRequests::eventNumbers(request);
+        const QStringList cells{
+            QStringLiteral("`%1`").arg(QLatin1String(request.operation)),
+            QLatin1String(request.thread),
+            events.isEmpty() ? QStringLiteral("none") : events,
+            QLatin1String(request.order),
+            QLatin1String(request.outcome),
+            QLatin1String(request.refusal),
+            QLatin1String(request.untilThen),
+        };
+        const QString row = QStringLiteral("\n| %1 |\n").arg(cells.join(QStringLiteral(" | ")));
         QVERIFY2(text.contains(row), qPrintable(row));
     }
 }
