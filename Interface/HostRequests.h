@@ -32,12 +32,14 @@ struct Request
     const char* untilThen; ///< What the panel does until one has taken effect, or at once.
 };
 
-/// The texts that several requests share.
+/// Text that several requests share.
+/// @{
 constexpr const char* kThread = "GUI";
 constexpr const char* kAdditionOrder = "18 for each one, or 19 once";
 constexpr const char* kAdditionOutcome = "the new processors are listed";
 constexpr const char* kAdditionRefusal = "adds those that it can, or none, and tells only those";
 constexpr const char* kAdditionUntilThen = "shows nothing; selects and scrolls to what arrives";
+/// @}
 
 /// All requests that change the project.
 constexpr Request kRequests[] = {
