@@ -32,7 +32,7 @@ install(DIRECTORY host/common host/widgets DESTINATION "${TSA_INSTALL_INCLUDEDIR
 )
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
 install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
-install(FILES docs/integrating.md docs/logging.md
+install(FILES docs/diagnostics.md docs/integrating.md docs/logging.md
     DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
     COMPONENT development
 )

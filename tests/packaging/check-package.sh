@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # check-package.sh BUILD_FOLDER VERSION
 #
-# Installs a build, checks the version of what was installed, has projects that know nothing of this one
-# find it (the tests' own and the installed example), and runs their host programs.
+# Installs a build, checks the version of what was installed and the links of its pages, has projects that
+# know nothing of this one find it (the tests' own and the installed example), and runs their host programs.
 set -euo pipefail
 
 build=$1
@@ -32,6 +32,16 @@ for library in TargetSelectArea HostCommon HostWidgets; do
     readelf --dynamic --wide "$plain" | grep -F "soname: [lib$library.so.${version%%.*}]" > /dev/null \
         || fail "the soname of lib$library.so is not lib$library.so.${version%%.*}"
 done
+
+# Each relative link of the installed pages has its target there.
+pages=0
+while IFS= read -r page; do
+    pages=$((pages + 1))
+    while IFS= read -r target; do
+        [ -e "$(dirname "$page")/$target" ] || fail "${page#"$work/prefix/"} links to $target, which is not installed"
+    done < <(grep -oE '\]\([^)#[:space:]]+' "$page" | cut -c3- | grep -vE '^[a-z]+:' || true)
+done < <(find "$work/prefix" -name '*.md')
+[ "$pages" -ge 5 ] || fail "$pages pages are installed"
 
 workbench=$work/prefix/bin/workbench
 [ ! -x "$workbench" ] || quietly "$workbench" --self-test
