@@ -2,10 +2,13 @@
 #include "base/ContractCheck.h"
 #include "tests/support/WarningTrap.h"
 
+#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QSet>
 #include <QTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -33,6 +36,7 @@ class TestDiagnosticsPage final : public QObject
 private slots:
     void shouldGiveEachCodeOnce();
     void shouldHaveAParagraphForEachCode();
+    void shouldNameUsualMistakesThatAreTested();
     void shouldShowWhatFollowsEachRequest();
 };
 
@@ -61,6 +65,41 @@ void TestDiagnosticsPage::shouldHaveAParagraphForEachCode()
         QVERIFY2(section.startsWith(head), qPrintable(head));
         QVERIFY2(section.contains(QStringLiteral("Cause: ")), qPrintable(head));
         QVERIFY2(section.contains(QStringLiteral("Remedy: ")), qPrintable(head));
+    }
+}
+
+void TestDiagnosticsPage::shouldNameUsualMistakesThatAreTested()
+{
+    QString tests;
+    const QDir folder(QStringLiteral(TSA_CONTRACT_TESTS));
+    for (const QString& name : folder.entryList({QStringLiteral("tst_contract*.cpp")})) {
+        QFile file(folder.filePath(name));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        tests += QString::fromUtf8(file.readAll());
+    }
+    const QStringList rows = page("diagnostics.md")
+                                 .section(QStringLiteral("## Usual mistakes\n"), 1)
+                                 .section(QStringLiteral("\n## "), 0, 0)
+                                 .split(QLatin1Char('\n'))
+                                 .filter(QStringLiteral("TSA-"));
+    QVERIFY2(rows.size() >= 20, qPrintable(QString::number(rows.size())));
+    QSet<QString> named;
+    for (const QString& row : rows) {
+        const auto match =
+            QRegularExpression(QStringLiteral("\\[(TSA-...)\\]\\([^)]*\\) (.*) \\|$")).match(row);
+        QVERIFY2(match.hasMatch(), qPrintable(row));
+        const QString code = match.captured(1);
+        const auto all = allFindings();
+        QVERIFY2(std::any_of(all.begin(), all.end(),
+                             [&](ContractCheck::Finding finding) {
+                                 return ContractCheck::code(finding) == code
+                                        && ContractCheck::title(finding) == match.captured(2);
+                             }),
+                 qPrintable(row));
+        QVERIFY2(tests.contains(QStringLiteral("QStringLiteral(\"%1\")").arg(code)),
+                 qPrintable(code + QStringLiteral(" is not provoked by a test")));
+        QVERIFY2(!named.contains(code), qPrintable(code));
+        named.insert(code);
     }
 }
 

@@ -4,6 +4,8 @@
 #include "tests/support/Chinese.h"
 #include "tests/support/DialogDriver.h"
 
+#include <QDockWidget>
+#include <QMainWindow>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QTest>
@@ -33,6 +35,7 @@ private slots:
     void shouldShowTheNameOfTheHost();
     void shouldSpeakTheLanguageOfTheHost();
     void shouldKeepRowsThatTheHostDoesNotKnow();
+    void shouldLieInTheCornerOfADockThatDoesNotHoldIt();
 };
 
 void TestHostSurroundings::shouldAskOnTheThreadThatTells()
@@ -114,6 +117,23 @@ void TestHostSurroundings::shouldKeepRowsThatTheHostDoesNotKnow()
     QCOMPARE(host.tree(), QStringLiteral("G100[1]"));
     QVERIFY(host.notify<QList<QUuid>>(21, {identity(1), identity(100)}));
     QTRY_COMPARE(host.tree(), QString());
+}
+
+void TestHostSurroundings::shouldLieInTheCornerOfADockThatDoesNotHoldIt()
+{
+    QMainWindow window;
+    auto* const dock = new QDockWidget(&window);
+    window.addDockWidget(Qt::LeftDockWidgetArea, dock);
+    IAbstractLayerInterface* layer = nullptr;
+    QVERIFY(Library::init()(&layer, dock));
+    window.resize(800, 600);
+    window.show();
+    QVERIFY(layer->GetWidget()->isVisible());
+    QCOMPARE(layer->GetWidget()->pos(), QPoint());
+    QVERIFY(layer->GetWidget()->height() < dock->height());
+    dock->setWidget(layer->GetWidget());
+    QTRY_COMPARE(layer->GetWidget()->width(), dock->width());
+    QVERIFY(layer->GetWidget()->y() > 0);
 }
 
 TSA_TEST_MAIN(TestHostSurroundings)
