@@ -38,7 +38,8 @@ pages=0
 while IFS= read -r page; do
     pages=$((pages + 1))
     while IFS= read -r target; do
-        [ -e "$(dirname "$page")/$target" ] || fail "${page#"$work/prefix/"} links to $target, which is not installed"
+        [ -e "$(dirname "$page")/$target" ] \
+            || fail "${page#"$work/prefix/"} links to $target, which is not installed"
     done < <(grep -oE '\]\([^)#[:space:]]+' "$page" | cut -c3- | grep -vE '^[a-z]+:' || true)
 done < <(find "$work/prefix" -name '*.md')
 [ "$pages" -ge 5 ] || fail "$pages pages are installed"
@@ -60,6 +61,8 @@ build_with_cmake() {
 check_example() {
     local example=$work/$2 pc
     cp -r "$(dirname "$(find "$1" -path '*/minimal-host/main.cpp')")" "$example"
+    [ "$(cat "$example"/*.h "$example"/*.cpp | wc -l)" -lt 200 ] \
+        || fail "the example has 200 lines or more, and the pages say less"
     build_with_cmake "$example" "$example/build" "$1"
     quietly ctest --test-dir "$example/build" --no-tests=error --output-on-failure
     pc=$(dirname "$(find "$1" -name TargetSelectArea.pc)")
