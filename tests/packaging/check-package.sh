@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # check-package.sh BUILD_FOLDER VERSION
 #
-# Installs a build, checks the version of what was installed and the links of its pages, has projects that
-# know nothing of this one find it (the tests' own and the installed example), and runs their host programs.
+# Installs a build, checks the version of what was installed, its headers against what its libraries export,
+# and the links of its pages, has projects that know nothing of this one find it (the tests' own and the
+# installed example), and runs their host programs.
 set -euo pipefail
 
 build=$1
@@ -32,6 +33,9 @@ for library in TargetSelectArea HostCommon HostWidgets; do
     readelf --dynamic --wide "$plain" | grep -F "soname: [lib$library.so.${version%%.*}]" > /dev/null \
         || fail "the soname of lib$library.so is not lib$library.so.${version%%.*}"
 done
+
+"$root/tests/packaging/check-interface.py" "$work/prefix" > "$work/interface.log" \
+    || fail "$(cat "$work/interface.log")"
 
 # Each relative link of the installed pages has its target there.
 pages=0
