@@ -26,13 +26,23 @@ install(TARGETS TargetSelectArea ${host_libraries} HandlerBase
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
 )
 install(DIRECTORY Interface DESTINATION "${TSA_INSTALL_INCLUDEDIR}" COMPONENT development)
-install(DIRECTORY host/common host/widgets DESTINATION "${TSA_INSTALL_INCLUDEDIR}/host"
-    COMPONENT development
-    FILES_MATCHING PATTERN "*.h"
+# Of the host's libraries, the headers that export something; the others are their own.
+file(GLOB host_headers RELATIVE "${PROJECT_SOURCE_DIR}" CONFIGURE_DEPENDS
+    host/common/*.h host/widgets/*.h
 )
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${host_headers})
+foreach(header IN LISTS host_headers)
+    file(STRINGS "${header}" exports LIMIT_COUNT 1 REGEX "HOST(COMMON|WIDGETS)_EXPORT")
+    if(exports)
+        cmake_path(GET header PARENT_PATH folder)
+        install(FILES "${header}" DESTINATION "${TSA_INSTALL_INCLUDEDIR}/${folder}"
+            COMPONENT development
+        )
+    endif()
+endforeach()
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
 install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
-install(FILES docs/integrating.md docs/logging.md
+install(FILES docs/diagnostics.md docs/integrating.md docs/logging.md
     DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
     COMPONENT development
 )

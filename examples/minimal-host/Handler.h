@@ -2,7 +2,59 @@
 
 #include "Interface/HostEvents.h"
 #include "Interface/TargetSelectHandlerBase.h"
-#include "Records.h"
+
+#include <algorithm>
+#include <mutex>
+
+/// Records in the host's order. Thread-safe, because the panel asks on several threads. No lock is
+/// held once a call has returned, so none is held while an event is told.
+template <typename Record>
+class Records final
+{
+public:
+    QList<Record> all()
+    {
+        const std::lock_guard guard(m_mutex);
+        return m_records;
+    }
+
+    void append(const Record& record)
+    {
+        const std::lock_guard guard(m_mutex);
+        m_records.append(record);
+    }
+
+    void remove(const QUuid& id)
+    {
+        const std::lock_guard guard(m_mutex);
+        const auto isIt = [&](const Record& record) { return record.id == id; };
+        m_records.erase(std::remove_if(m_records.begin(), m_records.end(), isIt), m_records.end());
+    }
+
+    /// Calls `change` with the record. Returns false for an unknown identity.
+    template <typename Change>
+    bool change(const QUuid& id, Change change)
+    {
+        const std::lock_guard guard(m_mutex);
+        const auto isIt = [&](const Record& record) { return record.id == id; };
+        const auto found = std::find_if(m_records.begin(), m_records.end(), isIt);
+        if (found != m_records.end())
+            change(*found);
+        return found != m_records.end();
+    }
+
+    /// Returns an empty record, which says "there is none" to the panel, for an unknown identity.
+    Record value(const QUuid& id)
+    {
+        Record value;
+        change(id, [&](const Record& record) { value = record; });
+        return value;
+    }
+
+private:
+    std::mutex m_mutex;
+    QList<Record> m_records;
+};
 
 /// Holds the host's project, answers the panel's questions about it and carries out its requests,
 /// on the GUI thread unless it says otherwise. The base answers everything else, and the host's log
@@ -14,12 +66,9 @@ public:
     Records<ProcessorNode> processors;
     CSubject subject;              ///< For events that the GUI thread tells.
     CObserver* observer = nullptr; ///< The panel's, alive until the process ends.
+    int nextNumber = 0;            ///< Of a new processor.
 
-    void SetObserver(CObserver* panel) override
-    {
-        observer = panel;
-        subject.Attach(panel);
-    }
+    void SetObserver(CObserver* panel) override { subject.Attach(observer = panel); }
 
     // Asked on any thread.
     ProcessorNode GetProcessorNode(const QUuid& id) override { return processors.value(id); }
@@ -36,17 +85,15 @@ public:
     // change, and the one about a group before those about its processors.
     void AddProcessors(const QUuid& group, int count) override
     {
-        QList<QUuid> added;
         for (int n = 0; n < count; ++n) {
             ProcessorNode node;
             node.id = QUuid::createUuid();
-            node.number = m_nextNumber++;
+            node.number = nextNumber++;
             node.name = QStringLiteral("Processor %1").arg(node.number + 1);
             node.groupId = group;
             processors.append(node);
-            added.append(node.id);
+            HostEvents::ProcessorAdded::tell(subject, node.id);
         }
-        HostEvents::ProcessorsAdded::tell(subject, added);
     }
 
     void DeleteProcessors(const QList<QUuid>& ids) override
@@ -65,7 +112,9 @@ public:
         return created.id;
     }
 
-    // The panel shows these by itself.
+    // The panel shows these by itself. SetProcessorGroup() follows for the members of a group.
+    void Ungroup(const QUuid& id) override { groups.remove(id); }
+
     bool RenameProcessor(const QUuid& id, const QString& name) override
     {
         return processors.change(id, [&](ProcessorNode& node) { node.name = name; });
@@ -82,17 +131,4 @@ public:
         for (const QUuid& id : ids)
             processors.change(id, [&](ProcessorNode& node) { node.groupId = group; });
     }
-
-    void Ungroup(const QUuid& id) override
-    {
-        const QList<ProcessorNode> all = processors.all();
-        for (const ProcessorNode& node : all) {
-            if (node.groupId == id)
-                SetProcessorGroup({}, QUuid(), {node.id});
-        }
-        groups.remove(id);
-    }
-
-private:
-    int m_nextNumber = 0;
 };

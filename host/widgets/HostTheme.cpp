@@ -1,6 +1,6 @@
 #include "host/widgets/HostTheme.h"
 
-#include "host/widgets/ToolTipFilter.h"
+#include "host/widgets/ToolTip.h"
 
 #include <QApplication>
 #include <QFont>

@@ -1,5 +1,8 @@
 #include "host/widgets/ToolTip.h"
 
+#include "host/widgets/ToolTipFilter.h"
+
+#include <QCoreApplication>
 #include <QFontMetrics>
 #include <QTextDocument>
 #include <QToolTip>
@@ -8,6 +11,7 @@
 
 namespace {
 
+constexpr char kFilterName[] = "ToolTipPlacement";
 constexpr int kWidestLine = 480;
 constexpr int kLongestWord = 40; // longest word that is not broken, in characters
 
@@ -49,4 +53,14 @@ void CToolTip::ShowText(const QString& text, const QPoint& position, QWidget* wi
 void CToolTip::HideText()
 {
     QToolTip::hideText();
+}
+
+void installToolTipPlacement(QCoreApplication& application)
+{
+    const QString name = QLatin1String(kFilterName);
+    if (application.findChild<QObject*>(name, Qt::FindDirectChildrenOnly))
+        return;
+    auto* filter = new ToolTipFilter(&application);
+    filter->setObjectName(name);
+    application.installEventFilter(filter);
 }

@@ -6,6 +6,7 @@
 #include <QRect>
 #include <QString>
 
+class QCoreApplication;
 class QWidget;
 
 /// Tool tips in the host's look. The text is plain, and long texts wrap. GUI thread.
@@ -27,3 +28,7 @@ HOSTWIDGETS_EXPORT void ShowText(const QString& text, const QPoint& position, QW
 HOSTWIDGETS_EXPORT void HideText();
 
 } // namespace CToolTip
+
+/// Places the tool tips of all widgets that have the property "ToolLocation". ApplyHostTheme() does
+/// so too. May be called repeatedly. GUI thread.
+HOSTWIDGETS_EXPORT void installToolTipPlacement(QCoreApplication& application);

@@ -10,7 +10,6 @@
 namespace {
 
 constexpr char kLocationProperty[] = "ToolLocation";
-constexpr char kFilterName[] = "ToolTipPlacement";
 constexpr int kDistance = 4; // between a widget and its tool tip
 
 QWidget* shownToolTip()
@@ -97,14 +96,4 @@ bool ToolTipFilter::eventFilter(QObject* watched, QEvent* event)
     showBeside(widget, location);
     event->accept();
     return true;
-}
-
-void installToolTipPlacement(QCoreApplication& application)
-{
-    const QString name = QLatin1String(kFilterName);
-    if (application.findChild<QObject*>(name, Qt::FindDirectChildrenOnly))
-        return;
-    auto* filter = new ToolTipFilter(&application);
-    filter->setObjectName(name);
-    application.installEventFilter(filter);
 }

@@ -1,10 +1,6 @@
 #pragma once
 
-#include "host/widgets/HostWidgetsExport.h"
-
 #include <QObject>
-
-class QCoreApplication;
 
 /// Places the tool tips of widgets that have the property "ToolLocation".
 class ToolTipFilter final : public QObject
@@ -16,7 +12,3 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
-
-/// Places the tool tips of all widgets that have the property "ToolLocation". May be called
-/// repeatedly. GUI thread.
-HOSTWIDGETS_EXPORT void installToolTipPlacement(QCoreApplication& application);

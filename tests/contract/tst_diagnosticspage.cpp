@@ -2,10 +2,13 @@
 #include "base/ContractCheck.h"
 #include "tests/support/WarningTrap.h"
 
+#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QSet>
 #include <QTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -33,6 +36,7 @@ class TestDiagnosticsPage final : public QObject
 private slots:
     void shouldGiveEachCodeOnce();
     void shouldHaveAParagraphForEachCode();
+    void shouldNameUsualMistakesThatAreTested();
     void shouldShowWhatFollowsEachRequest();
 };
 
@@ -64,20 +68,56 @@ void TestDiagnosticsPage::shouldHaveAParagraphForEachCode()
     }
 }
 
+void TestDiagnosticsPage::shouldNameUsualMistakesThatAreTested()
+{
+    QString tests;
+    const QDir folder(QStringLiteral(TSA_CONTRACT_TESTS));
+    for (const QString& name : folder.entryList({QStringLiteral("tst_contract*.cpp")})) {
+        QFile file(folder.filePath(name));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        tests += QString::fromUtf8(file.readAll());
+    }
+    const QStringList rows = page("diagnostics.md")
+                                 .section(QStringLiteral("## Usual mistakes\n"), 1)
+                                 .section(QStringLiteral("\n## "), 0, 0)
+                                 .split(QLatin1Char('\n'))
+                                 .filter(QStringLiteral("TSA-"));
+    QVERIFY2(rows.size() >= 20, qPrintable(QString::number(rows.size())));
+    QSet<QString> named;
+    for (const QString& row : rows) {
+        const auto match =
+            QRegularExpression(QStringLiteral("\\[(TSA-...)\\]\\([^)]*\\) (.*) \\|$")).match(row);
+        QVERIFY2(match.hasMatch(), qPrintable(row));
+        const QString code = match.captured(1);
+        const auto all = allFindings();
+        QVERIFY2(std::any_of(all.begin(), all.end(),
+                             [&](ContractCheck::Finding finding) {
+                                 return ContractCheck::code(finding) == code
+                                        && ContractCheck::title(finding) == match.captured(2);
+                             }),
+                 qPrintable(row));
+        QVERIFY2(tests.contains(QStringLiteral("QStringLiteral(\"%1\")").arg(code)),
+                 qPrintable(code + QStringLiteral(" is not provoked by a test")));
+        QVERIFY2(!named.contains(code), qPrintable(code));
+        named.insert(code);
+    }
+}
+
 void TestDiagnosticsPage::shouldShowWhatFollowsEachRequest()
 {
     const QString text = page("integrating.md");
     for (const auto& request : HostRequests::kRequests) {
-        QStringList numbers;
-        for (const int number : request.events) {
-            if (number != HostRequests::kNone)
-                numbers.append(QString::number(number));
-        }
-        const QString events =
-            numbers.isEmpty() ? QStringLiteral("none") : numbers.join(QStringLiteral(" or "));
-        const QString row =
-            QStringLiteral("| `%1` | %2 | %3 |")
-                .arg(QLatin1String(request.operation), events, QLatin1String(request.outcome));
+        const QString events = HostRequests::eventNumbers(request);
+        const QStringList cells{
+            QStringLiteral("`%1`").arg(QLatin1String(request.operation)),
+            QLatin1String(request.thread),
+            events.isEmpty() ? QStringLiteral("none") : events,
+            QLatin1String(request.order),
+            QLatin1String(request.outcome),
+            QLatin1String(request.refusal),
+            QLatin1String(request.untilThen),
+        };
+        const QString row = QStringLiteral("\n| %1 |\n").arg(cells.join(QStringLiteral(" | ")));
         QVERIFY2(text.contains(row), qPrintable(row));
     }
 }

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # check-package.sh BUILD_FOLDER VERSION
 #
-# Installs a build, checks the version of what was installed, has projects that know nothing of this one
-# find it (the tests' own and the installed example), and runs their host programs.
+# Installs a build, checks the version of what was installed, its headers against what its libraries export,
+# and the links of its pages, has projects that know nothing of this one find it (the tests' own and the
+# installed example), and runs their host programs.
 set -euo pipefail
 
 build=$1
@@ -33,6 +34,20 @@ for library in TargetSelectArea HostCommon HostWidgets; do
         || fail "the soname of lib$library.so is not lib$library.so.${version%%.*}"
 done
 
+"$root/tests/packaging/check-interface.py" "$work/prefix" > "$work/interface.log" \
+    || fail "$(cat "$work/interface.log")"
+
+# Each relative link of the installed pages has its target there.
+pages=0
+while IFS= read -r page; do
+    pages=$((pages + 1))
+    while IFS= read -r target; do
+        [ -e "$(dirname "$page")/$target" ] \
+            || fail "${page#"$work/prefix/"} links to $target, which is not installed"
+    done < <(grep -oE '\]\([^)#[:space:]]+' "$page" | cut -c3- | grep -vE '^[a-z]+:' || true)
+done < <(find "$work/prefix" -name '*.md')
+[ "$pages" -ge 5 ] || fail "$pages pages are installed"
+
 workbench=$work/prefix/bin/workbench
 [ ! -x "$workbench" ] || quietly "$workbench" --self-test
 
@@ -50,6 +65,8 @@ build_with_cmake() {
 check_example() {
     local example=$work/$2 pc
     cp -r "$(dirname "$(find "$1" -path '*/minimal-host/main.cpp')")" "$example"
+    [ "$(cat "$example"/*.h "$example"/*.cpp | wc -l)" -lt 200 ] \
+        || fail "the example has 200 lines or more, and the pages say less"
     build_with_cmake "$example" "$example/build" "$1"
     quietly ctest --test-dir "$example/build" --no-tests=error --output-on-failure
     pc=$(dirname "$(find "$1" -name TargetSelectArea.pc)")

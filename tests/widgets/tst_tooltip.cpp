@@ -1,5 +1,4 @@
 #include "host/widgets/ToolTip.h"
-#include "host/widgets/ToolTipFilter.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QApplication>

@@ -34,6 +34,8 @@ Notifier::~Notifier()
 
 void Notifier::raise(const HostEvent& event)
 {
+    if (event.number() < m_raised.size())
+        ++m_raised[event.number()];
     if (mustQueue(event))
         return;
     if (QThread::currentThread() == thread()) {
@@ -58,6 +60,16 @@ void Notifier::raise(const HostEventList& events)
 {
     for (const HostEvent& event : events)
         raise(event);
+}
+
+quint64 Notifier::answersTo(const HostRequests::Request& request) const
+{
+    quint64 answers = 0;
+    for (quint32 number = 0; number < m_raised.size(); ++number) {
+        if (HostRequests::isFollowedBy(request, number))
+            answers += m_raised[number];
+    }
+    return answers;
 }
 
 bool Notifier::isIdle()

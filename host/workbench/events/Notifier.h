@@ -1,10 +1,13 @@
 #pragma once
 
+#include "Interface/HostEvents.h"
+#include "Interface/HostRequests.h"
 #include "host/workbench/events/HostEvent.h"
 
 #include <QObject>
 #include <QThread>
 
+#include <array>
 #include <atomic>
 #include <condition_variable>
 #include <deque>
@@ -43,6 +46,9 @@ public:
     void raise(const HostEvent& event);
     void raise(const HostEventList& events);
 
+    /// Returns the number of events raised so far that answer `request`. Thread-safe.
+    quint64 answersTo(const HostRequests::Request& request) const;
+
     /// Returns whether all events so far have been delivered. Thread-safe.
     bool isIdle();
 
@@ -63,6 +69,7 @@ private:
     TraceModel& m_trace;
     std::atomic<CObserver*> m_observer{nullptr};
     std::atomic<Delivery> m_delivery{Delivery::NotifyingThread};
+    std::array<std::atomic<quint64>, HostEvents::kLastNumber + 1> m_raised{}; // by number
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::deque<HostEvent> m_queue; // guarded by m_mutex

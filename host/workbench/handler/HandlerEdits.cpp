@@ -1,5 +1,6 @@
 // The requests of the panel to change the tree, and the marks on its rows.
 
+#include "Interface/HostRequests.h"
 #include "host/common/AppendLog.h"
 #include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/events/Notifier.h"
@@ -20,6 +21,14 @@ constexpr int kLateReplyMs = 1000;
 void logLine(const char* function, const QString& message)
 {
     AppendLog(function, "HandlerEdits.cpp", __LINE__, message.toUtf8().constData());
+}
+
+/// Logs `message` with the events that answer `request`, if there are any.
+void logEvents(const HostRequests::Request* request, const QString& message)
+{
+    const QString events = request ? HostRequests::eventNumbers(*request) : QString();
+    if (!events.isEmpty())
+        logLine(request->operation, message.arg(events));
 }
 
 int encodedBytes(const HandlerAnswers& answers, const QString& name)
@@ -248,20 +257,31 @@ void WorkbenchHandler::edit(const char* function, const std::function<void()>& c
     const auto reply =
         m_store.read([](const Project& project) { return project.answers.hostReply; });
     if (reply == HostReply::AfterReturn || reply == HostReply::SecondLater) {
+        logEvents(HostRequests::find(function), QStringLiteral("event %1 is still owed"));
         // A request for one project must not change the next one.
         const int number = m_store.projectNumber();
         const int delay = reply == HostReply::SecondLater ? kLateReplyMs : 0;
         // Coarse timers may overtake each other.
         QTimer::singleShot(delay, Qt::PreciseTimer, &m_later, [=] {
             if (m_store.projectNumber() == number)
-                change();
+                carryOut(function, change);
         });
         return;
     }
-    change();
+    carryOut(function, change);
     if (reply == HostReply::BeforeReturn && !m_notifier.waitForDeliveries(kReplyWaitMs))
         logLine(function,
                 QStringLiteral("its events are not through after %1 ms").arg(kReplyWaitMs));
+}
+
+/// Calls `change`. Logs when it raised none of the events that answer `function`.
+void WorkbenchHandler::carryOut(const char* function, const std::function<void()>& change)
+{
+    const HostRequests::Request* const request = HostRequests::find(function);
+    const quint64 before = request ? m_notifier.answersTo(*request) : 0;
+    change();
+    if (request && m_notifier.answersTo(*request) == before)
+        logEvents(request, QStringLiteral("no event %1 was raised"));
 }
 
 /// Leaves out the addresses that another processor has.

@@ -113,6 +113,7 @@ private:
     auto ask(const Ask& question) const;
     bool detect();
     void edit(const char* function, const std::function<void()>& change);
+    void carryOut(const char* function, const std::function<void()>& change);
     void addWithAddresses(const char* function, const QUuid& group,
                           const QList<quint32>& addresses);
     void changeIpList(const char* function, const QString& what,
