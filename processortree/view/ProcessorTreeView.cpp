@@ -27,7 +27,8 @@
 
 namespace {
 
-// Along the right edge of the viewport: rows end before it, and the mouse does nothing there.
+// Along the right edge of the viewport, for the scroll bar: rows end before it, at the same column
+// as the controls above the tree, and the mouse does nothing there.
 constexpr int kEdge = 10;
 
 // Of rows that wait for their new place.
@@ -431,7 +432,7 @@ void CProcessorTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& 
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(hostColors().accent);
-    painter->drawRoundedRect(QRectF(withoutEdge(option.rect)).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    painter->drawRoundedRect(QRectF(withoutEdge(option.rect)).adjusted(0.5, 1.5, -0.5, -1.5), 4, 4);
     painter->restore();
 }
 
