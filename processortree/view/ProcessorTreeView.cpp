@@ -31,8 +31,8 @@ namespace {
 // as the controls above the tree, and the mouse does nothing there.
 constexpr int kEdge = 10;
 
-// Of rows that wait for their new place.
-constexpr qreal kCutOpacity = 0.4;
+// Of rows that wait for their new place. Their names stay readable.
+constexpr qreal kCutOpacity = 0.6;
 
 bool isMouseEvent(const QEvent& event)
 {
