@@ -17,12 +17,14 @@ private slots:
     void initTestCase();
     void shouldHaveTheSameEdges_data();
     void shouldHaveTheSameEdges();
-    void shouldKeepItsRowsOffTheEdgesOfAnyWidth();
+    void shouldUseTheWidthOfAWiderPanel();
 };
 
 namespace {
 
 constexpr quint32 kGroup = 100;
+
+using Edges = std::pair<qreal, qreal>;
 
 /// A panel with the groups and processors of a small or a large project.
 struct Column
@@ -50,8 +52,21 @@ struct Column
         return picture;
     }
 
+    Edges edges(const QWidget* widget)
+    {
+        const int left = widget->mapTo(&shown.area(), QPoint()).x();
+        return {left, left + widget->width()};
+    }
+
+    /// Returns where the field begins, and where the button behind it ends.
+    Edges edgesOfSearch()
+    {
+        return {edges(shown.area().findChild<QLineEdit*>()).first,
+                edges(shown.area().findChild<CPureImageBtn*>()).second};
+    }
+
     /// Returns where the background of a row begins and ends in the panel.
-    std::pair<qreal, qreal> backgroundOf(const QModelIndex& row, qreal scale)
+    Edges backgroundOf(const QModelIndex& row, qreal scale)
     {
         QItemSelectionModel& selection = *shown.view()->selectionModel();
         selection.select(row, QItemSelectionModel::ClearAndSelect);
@@ -107,22 +122,17 @@ void PanelEdgesTest::shouldHaveTheSameEdges()
     ShownPanel& shown = column.shown;
     QCOMPARE(shown.view()->verticalScrollBar()->isVisible(), count > 100);
 
-    const auto edges = [&](const QWidget* widget) {
-        const int left = widget->mapTo(&shown.area(), QPoint()).x();
-        return std::pair<qreal, qreal>(left, left + widget->width());
-    };
-    const std::pair<qreal, qreal> expected(10, 210);
-    QCOMPARE(edges(shown.detection()), expected);
-    QCOMPARE(edges(shown.ipManagement()), expected);
-    QCOMPARE(edges(shown.selector()), expected);
-    QCOMPARE(edges(shown.area().findChild<QLineEdit*>()).first, expected.first);
-    QCOMPARE(edges(shown.area().findChild<CPureImageBtn*>()).second, expected.second);
+    const Edges expected(10, 210);
+    QCOMPARE(column.edges(shown.detection()), expected);
+    QCOMPARE(column.edges(shown.ipManagement()), expected);
+    QCOMPARE(column.edges(shown.selector()), expected);
+    QCOMPARE(column.edgesOfSearch(), expected);
     for (const QModelIndex& row : {column.row(0), column.row(kGroup), column.row(1)})
         QCOMPARE(column.backgroundOf(row, scale), expected);
 }
 
-/// A host may give the panel another width.
-void PanelEdgesTest::shouldKeepItsRowsOffTheEdgesOfAnyWidth()
+/// A host may give the panel another width. Its controls keep theirs, the rows take what there is.
+void PanelEdgesTest::shouldUseTheWidthOfAWiderPanel()
 {
     Column column(255);
     for (const int width : {300, 500}) {
