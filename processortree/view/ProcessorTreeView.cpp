@@ -423,8 +423,7 @@ void CProcessorTreeView::paintEvent(QPaintEvent* event)
 void CProcessorTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const
 {
-    const bool isCut = !m_cut.isEmpty() && m_cut.contains(identity(index));
-    painter->setOpacity(isCut ? kCutOpacity : 1);
+    painter->setOpacity(isCut(index) ? kCutOpacity : 1);
     CTreeView::drawRow(painter, option, index);
     painter->setOpacity(1);
     if (!m_dropTarget.isValid() || index != m_dropTarget)
