@@ -139,7 +139,10 @@ void PanelEdgesTest::shouldUseTheWidthOfAWiderPanel()
         column.shown.area().setFixedWidth(width);
         QCoreApplication::processEvents();
         QVERIFY(column.shown.view()->verticalScrollBar()->isVisible());
-        QCOMPARE(column.backgroundOf(column.row(1), 1), (std::pair<qreal, qreal>(10, width - 10)));
+        QCOMPARE(column.backgroundOf(column.row(1), 1), Edges(10, width - 10));
+        const Edges controls(width / 2 - 100, width / 2 + 100);
+        QCOMPARE(column.edges(column.shown.detection()), controls);
+        QCOMPARE(column.edgesOfSearch(), controls);
     }
 }
 
