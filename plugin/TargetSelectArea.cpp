@@ -120,8 +120,13 @@ CTargetSelectArea::CTargetSelectArea(QWidget* parent)
     layout->addWidget(m_ipManagement, 0, Qt::AlignCenter);
     layout->addWidget(m_deviceSetSelector, 0, Qt::AlignCenter);
     layout->addWidget(m_processorIpLabel, 0, Qt::AlignCenter);
-    layout->addWidget(new CSeparator(this, 0, 4));
+    auto* separator = new CSeparator(this, 0, 4);
+    layout->addWidget(separator);
     layout->addWidget(m_tree, 1);
+    // Assistive technology reads the parts in the order in which they are stacked.
+    for (QWidget* part : {static_cast<QWidget*>(m_processorIpLabel),
+                          static_cast<QWidget*>(separator), static_cast<QWidget*>(m_tree)})
+        part->raise();
     retranslate();
 
     // A host assigns its handler without a word; other threads are to have it soon all the same.

@@ -2,6 +2,7 @@
 
 #include "host/widgets/DialogOutline.h"
 #include "host/widgets/DialogTitleBar.h"
+#include "host/widgets/ReadingOrder.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -223,6 +224,7 @@ void CDialog::showEvent(QShowEvent* event)
             placeOnScreen();
         putButtonsLastInTabOrder();
         focusFirst();
+        putInReadingOrder(*layout());
         m_outline->raise();
         QDialog::showEvent(event);
         // A position that was chosen here is chosen again the next time.

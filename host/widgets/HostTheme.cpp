@@ -122,6 +122,7 @@ QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: @ACCENT@;
 QTreeView, QTableView { background: @WINDOW@; border: 1px solid @LINE@; border-radius: 4px;
     alternate-background-color: @ALTERNATE@; outline: none; gridline-color: @LINE@; }
 QTreeView:focus, QTableView:focus { border-color: @ACCENT@; }
+CTreeView { border: none; border-radius: 0; }
 QTableView#IPManage { margin: 0 1px 1px 1px; }
 QTreeView::item { min-height: 24px; }
 QTreeView::item:hover, QTreeView::branch:hover { background: @POPUP@; }

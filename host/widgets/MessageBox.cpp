@@ -35,11 +35,16 @@ QPixmap drawn(const QString& file, qreal ratio)
 
 QAccessibleInterface* createAlert(const QString&, QObject* object)
 {
-    auto* box = qobject_cast<CMessageBox*>(object);
-    return box ? new QAccessibleWidget(box, QAccessible::AlertMessage) : nullptr;
+    if (auto* box = qobject_cast<CMessageBox*>(object))
+        return new QAccessibleWidget(box, QAccessible::AlertMessage);
+    auto* area = qobject_cast<QScrollArea*>(object);
+    return area && qobject_cast<CMessageBox*>(area->parent())
+               ? new QAccessibleWidget(area, QAccessible::Grouping)
+               : nullptr;
 }
 
-/// Presents message boxes to assistive technology as alerts, which are read out at once.
+/// Presents message boxes to assistive technology as alerts, which are read out at once, and what
+/// scrolls in them as a group, where Qt has no role for it.
 void installAlerts()
 {
     static const bool installed = [] {
@@ -95,6 +100,7 @@ void CMessageBox::InitWidgets()
 {
     m_icon = new QLabel(this);
     m_icon->setFixedSize(kIconSize, kIconSize);
+    m_icon->setAccessibleName(m_kind == Kind::Question ? tr("Question") : tr("Information"));
     m_icon->setPixmap(drawn(m_kind == Kind::Question
                                 ? QStringLiteral(":/HostWidgets/icons/question.svg")
                                 : QStringLiteral(":/HostWidgets/icons/information.svg"),
@@ -104,6 +110,7 @@ void CMessageBox::InitWidgets()
     const int spare = kTitleBarHeight + kMarginAbove + kMarginBelow + kButtonRowHeight;
     const int most = screen()->availableGeometry().height() - spare;
     m_area = new QScrollArea(this);
+    m_area->setAccessibleName(tr("Message"));
     m_area->setFrameShape(QFrame::NoFrame);
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* text = new MessageText(m_text, width, m_area);

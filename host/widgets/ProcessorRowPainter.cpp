@@ -100,12 +100,13 @@ void ProcessorRowPainter::paint(QPainter& painter, const QStyleOptionViewItem& o
     painter.setFont(option.font);
     const QFontMetrics& metrics = option.fontMetrics;
 
+    const qreal opacity = painter.opacity(); // of a view that paints some rows pale
     if (!(option.state & QStyle::State_Enabled))
-        painter.setOpacity(kDisabledOpacity);
+        painter.setOpacity(opacity * kDisabledOpacity);
     paintIcon(painter, layout.icon, row, option.state);
     if (row.warning)
         m_icons.paint(painter, layout.warning.topLeft(), icons().warning, kWarningSize);
-    painter.setOpacity(1);
+    painter.setOpacity(opacity);
 
     const QString name =
         m_texts.elided(metrics, row.name, nameWidth(metrics, row, layout.name.width()));

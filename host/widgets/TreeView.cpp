@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -16,19 +17,26 @@ namespace {
 
 constexpr int kIndentation = 16;
 constexpr qreal kCorner = 4;
-constexpr qreal kPanelMargin = 4;
 
-bool isKeyboardReason(Qt::FocusReason reason)
+/// Returns whether focus that comes for `reason` is shown, where it was last `shown` or not.
+bool isFocusShown(Qt::FocusReason reason, bool shown)
 {
-    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason
-           || reason == Qt::ShortcutFocusReason;
+    switch (reason) {
+    case Qt::MouseFocusReason:
+        return false;
+    case Qt::ActiveWindowFocusReason:
+    case Qt::PopupFocusReason:
+    case Qt::MenuBarFocusReason:
+        return shown; // it only comes back
+    default:
+        return true;
+    }
 }
 
-/// Returns the part of a row that its background fills. It keeps a distance to other rows and to
-/// the edges of the view.
+/// Returns the part of a row that its background fills. It keeps a distance to other rows.
 QRectF panel(const QRect& row)
 {
-    return QRectF(row).adjusted(kPanelMargin, 1, -kPanelMargin, -1);
+    return QRectF(row).adjusted(0, 1, 0, -1);
 }
 
 void fillPanel(QPainter* painter, const QRect& row, const QBrush& brush)
@@ -67,6 +75,7 @@ CTreeView::CTreeView(QWidget* parent)
     setHeaderHidden(true);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollMode(ScrollPerPixel);
+    floatScrollBar();
     setSelectionMode(ExtendedSelection);
     // A double click toggles the row and does not edit it.
     setEditTriggers(EditKeyPressed);
@@ -79,7 +88,7 @@ CTreeView::CTreeView(QWidget* parent)
 bool CTreeView::event(QEvent* event)
 {
     if (event->type() == QEvent::FocusIn)
-        setFocusShown(isKeyboardReason(static_cast<QFocusEvent*>(event)->reason()));
+        setFocusShown(isFocusShown(static_cast<QFocusEvent*>(event)->reason(), m_focusShown));
     return QTreeView::event(event);
 }
 
@@ -104,7 +113,7 @@ bool CTreeView::viewportEvent(QEvent* event)
 
 void CTreeView::paintEvent(QPaintEvent* event)
 {
-    m_focusRow = m_focusShown && hasFocus() ? keyboardRow() : QModelIndex();
+    m_focusRow = m_focusShown && hasFocus() ? startRow() : QModelIndex();
     QTreeView::paintEvent(event);
     m_focusRow = QModelIndex();
 }
@@ -191,8 +200,22 @@ void CTreeView::contextMenuEvent(QContextMenuEvent* event)
 void CTreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     QTreeView::currentChanged(current, previous);
-    updateRow(previous);
+    updateRow(previous.isValid() ? previous : firstRow());
     updateRow(current);
+}
+
+/// The first row has the focus outline where no row is selected.
+void CTreeView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
+{
+    QTreeView::selectionChanged(selected, deselected);
+    if (selected.isEmpty() || deselected.isEmpty())
+        updateRow(firstRow());
+}
+
+void CTreeView::resizeEvent(QResizeEvent* event)
+{
+    QTreeView::resizeEvent(event);
+    placeScrollBar();
 }
 
 QPoint CTreeView::pointInView(const QPoint& point) const
@@ -301,6 +324,18 @@ QModelIndex CTreeView::keyboardRow() const
     return topmost == selected.cend() ? current : *topmost;
 }
 
+QModelIndex CTreeView::firstRow() const
+{
+    return model() ? model()->index(0, 0, rootIndex()) : QModelIndex();
+}
+
+/// Returns the row that keys start from: the one with the keyboard focus, else the first one.
+QModelIndex CTreeView::startRow() const
+{
+    const QModelIndex row = keyboardRow();
+    return row.isValid() ? row : firstRow();
+}
+
 void CTreeView::requestMenu()
 {
     const QPoint corner = visualRect(keyboardRow()).bottomLeft();
@@ -311,7 +346,7 @@ void CTreeView::requestMenu()
 /// Handles the keys that use the row with the keyboard focus. Returns whether it was one of them.
 bool CTreeView::handleKey(QKeyEvent* event)
 {
-    const QModelIndex row = keyboardRow();
+    const QModelIndex row = startRow();
     if (!row.isValid())
         return false;
     const bool expandable = model()->hasChildren(row);
@@ -399,7 +434,27 @@ void CTreeView::setFocusShown(bool shown)
     if (shown == m_focusShown)
         return;
     m_focusShown = shown;
-    updateRow(keyboardRow());
+    updateRow(startRow());
+}
+
+/// Takes the scroll bar out of the layout of the view, which has its place beside the viewport.
+void CTreeView::floatScrollBar()
+{
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    QScrollBar* const bar = verticalScrollBar();
+    bar->setParent(this);
+    bar->hide();
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int least, int most) {
+        placeScrollBar();
+        bar->setVisible(least < most);
+    });
+}
+
+void CTreeView::placeScrollBar()
+{
+    const QRect room = viewport()->geometry();
+    const int width = verticalScrollBar()->sizeHint().width();
+    verticalScrollBar()->setGeometry(room.right() + 1 - width, room.top(), width, room.height());
 }
 
 void CTreeView::updateRow(const QModelIndex& index)

@@ -8,11 +8,15 @@
 /// A tree with one column in the host's look. It has no header and no horizontal scroll bar. Each
 /// row has one background for its state. Context menus can be requested by mouse and keyboard.
 ///
+/// The scroll bar lies over the right edge of the viewport, so that rows keep their width when it
+/// appears. Derived classes and delegates keep it clear.
+///
 /// The delegate paints the arrow of a row that can be expanded in the first 25 pixels of the row's
 /// rectangle. A click there toggles the row and does not change the selection.
 ///
 /// If the selection model does not let a row become current, keys that move, expand and edit use
-/// the selected row; with Shift or Ctrl they use the current one.
+/// the selected row; with Shift or Ctrl they use the current one. Where no row is either, they
+/// start from the first one.
 ///
 /// The view is an event filter on its viewport, so a derived class can handle these events in
 /// eventFilter(). GUI thread. Not supported: several columns, right-to-left layouts.
@@ -45,6 +49,9 @@ protected:
     /// selected row, which is scrolled into view.
     void contextMenuEvent(QContextMenuEvent* event) override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void selectionChanged(const QItemSelection& selected,
+                          const QItemSelection& deselected) override;
+    void resizeEvent(QResizeEvent* event) override;
     void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
     void scrollContentsBy(int dx, int dy) override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
@@ -67,6 +74,8 @@ private:
 
     bool isOnArrow(const QPoint& position) const;
     QModelIndex keyboardRow() const;
+    QModelIndex firstRow() const;
+    QModelIndex startRow() const;
     QModelIndex pageFrom(const QModelIndex& row, Step next) const;
     void requestMenu();
     void anchorRange();
@@ -74,11 +83,13 @@ private:
     void goTo(const QModelIndex& index);
     void setHovered(const QModelIndex& index);
     void setFocusShown(bool shown);
+    void floatScrollBar();
+    void placeScrollBar();
     void updateRow(const QModelIndex& index);
 
     QPersistentModelIndex m_hovered;
     QPersistentModelIndex m_anchor; // of ranges with Shift; if invalid, Qt's own is used
     QModelIndex m_focusRow;         // valid while painting
-    bool m_focusShown = false;
+    bool m_focusShown = true;       // until the mouse is used
     bool m_arrowPressed = false;
 };

@@ -157,6 +157,8 @@ QString AccessibleRow::text(QAccessible::Text kind) const
             text = m_index.data(Qt::DisplayRole).toString();
     } else if (kind == QAccessible::Description) {
         text = m_index.data(Qt::AccessibleDescriptionRole).toString();
+        if (isValid() && m_tree.view()->isCut(m_index))
+            text += QStringLiteral(", ") + CProcessorTreeView::tr("Marked to be moved");
     } else {
         return {};
     }

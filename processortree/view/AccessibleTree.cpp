@@ -74,6 +74,16 @@ void AccessibleTree::forgetRemovedRows()
     }
 }
 
+void AccessibleTree::announceChanges() const
+{
+    // A copy: who hears of a change may ask for further rows.
+    const QList<QAccessible::Id> rows = m_rows.values();
+    for (const QAccessible::Id id : rows) {
+        if (auto* row = static_cast<AccessibleRow*>(QAccessible::accessibleInterface(id)))
+            row->announceChanges();
+    }
+}
+
 QModelIndex AccessibleTree::keyboardRow() const
 {
     const CProcessorTreeView* tree = view();
@@ -81,6 +91,8 @@ QModelIndex AccessibleTree::keyboardRow() const
         return {};
     const QModelIndex current = tree->currentIndex();
     const QModelIndexList selected = tree->selectionModel()->selectedIndexes();
+    if (selected.isEmpty() && !current.isValid())
+        return tree->model()->index(0, 0, tree->rootIndex());
     if (selected.isEmpty() || selected.contains(current))
         return current;
     return *std::min_element(selected.cbegin(), selected.cend(),

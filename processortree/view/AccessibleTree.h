@@ -38,8 +38,11 @@ public:
     /// Deletes the interfaces of the rows that are no more.
     void forgetRemovedRows();
 
+    /// Announces what has changed of the rows that were ever asked for.
+    void announceChanges() const;
+
     /// Returns the row that keys act on: the current one, unless only others are selected, else the
-    /// topmost selected one.
+    /// topmost selected one. The first row where none is either.
     QModelIndex keyboardRow() const;
 
     int childCount() const override;

@@ -131,6 +131,8 @@ void CProcessorTree::createLayout()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(kSpacing);
     layout->addLayout(top);
+    // In a wider panel the two stay together, below the controls in its middle.
+    layout->setAlignment(top, Qt::AlignHCenter);
     layout->addLayout(bottom);
     setTabOrder(m_search, m_addButton);
     setTabOrder(m_addButton, m_treeView);

@@ -8,6 +8,7 @@
 #include "host/common/AppendLog.h"
 #include "host/widgets/ProcessorRow.h"
 #include "host/widgets/ToolTip.h"
+#include "processortree/view/MultiSelection.h"
 #include "processortree/view/NameEditor.h"
 
 #include <QAbstractItemView>
@@ -22,7 +23,6 @@ constexpr int kButtonSize = 20;
 constexpr int kButtonOffset = 40; // of its left edge from the row's right end
 constexpr int kToolTipTime = 2000;
 constexpr int kRestingDistance = 3;
-constexpr int kMultiSelection = 2;
 
 // Static data, which costs nothing to ask for in paint.
 
@@ -57,12 +57,6 @@ bool isInside(const QRectF& button, const QPointF& position)
 {
     return position.x() >= button.left() && position.x() < button.right()
            && position.y() >= button.top() && position.y() < button.bottom();
-}
-
-bool isMultiSelection()
-{
-    return askHost(&Host::GetSelectionMode) == kMultiSelection
-           && askHost(&Host::GetSelectedProcessors).size() > 1;
 }
 
 bool isButtonWanted(std::optional<EPrcTreeNodeType> type)

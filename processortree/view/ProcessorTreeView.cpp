@@ -27,11 +27,12 @@
 
 namespace {
 
-// Along the right edge of the viewport: rows end before it, and the mouse does nothing there.
+// Along the right edge of the viewport, for the scroll bar: rows end before it, at the same column
+// as the controls above the tree, and the mouse does nothing there.
 constexpr int kEdge = 10;
 
-// Of rows that wait for their new place.
-constexpr qreal kCutOpacity = 0.4;
+// Of rows that wait for their new place. Their names stay readable.
+constexpr qreal kCutOpacity = 0.6;
 
 bool isMouseEvent(const QEvent& event)
 {
@@ -422,8 +423,7 @@ void CProcessorTreeView::paintEvent(QPaintEvent* event)
 void CProcessorTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const
 {
-    const bool isCut = !m_cut.isEmpty() && m_cut.contains(identity(index));
-    painter->setOpacity(isCut ? kCutOpacity : 1);
+    painter->setOpacity(isCut(index) ? kCutOpacity : 1);
     CTreeView::drawRow(painter, option, index);
     painter->setOpacity(1);
     if (!m_dropTarget.isValid() || index != m_dropTarget)
@@ -431,7 +431,7 @@ void CProcessorTreeView::drawRow(QPainter* painter, const QStyleOptionViewItem& 
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(hostColors().accent);
-    painter->drawRoundedRect(QRectF(withoutEdge(option.rect)).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    painter->drawRoundedRect(QRectF(withoutEdge(option.rect)).adjusted(0.5, 1.5, -0.5, -1.5), 4, 4);
     painter->restore();
 }
 

@@ -54,6 +54,12 @@ public:
     void SetLocked(bool locked);
     bool isLocked() const { return m_locked; }
 
+    /// Returns whether a row leaves the selection to move, or is put back into it.
+    bool isMovingRows() const { return m_isMoving; }
+
+    /// Returns whether row `index` is marked to be moved (Ctrl+X).
+    bool isCut(const QModelIndex& index) const;
+
     /// The slot of that name, where `isAllowed` says whether it may be. Asked behind the dialogs,
     /// under which the host may have forbidden it.
     void AddProcessors(AddKind kind, const std::function<bool()>& isAllowed);
@@ -79,6 +85,10 @@ public slots:
     /// Opens the menu of row `index` at `pos` in the viewport.
     void OnNotifyMoreClicked(const QModelIndex& index, const QPoint& pos);
     void OnRightMenuEvent(const QModelIndex& index, const QPoint& pos);
+
+signals:
+    /// Other rows are marked to be moved, or none any more.
+    void cutChanged();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -222,7 +232,7 @@ private:
     bool m_isByUser = false;      // what happens
     bool m_isCurrentDue = false;  // to be shown
     bool m_isMenuByKey = false;   // the one that is asked for
-    bool m_isMoving = false;      // a row leaves the selection, or is put back
+    bool m_isMoving = false;      // see isMovingRows()
     bool m_editsReadOnly = false; // the field was opened in a read-only tree
     bool m_locked = false;
     bool m_retired = false;

@@ -62,6 +62,12 @@ void CProcessorTreeView::setCut(const QList<QUuid>& processors)
 {
     m_cut = processors;
     viewport()->update();
+    emit cutChanged();
+}
+
+bool CProcessorTreeView::isCut(const QModelIndex& index) const
+{
+    return !m_cut.isEmpty() && m_cut.contains(index.data(UuidRole).toUuid());
 }
 
 /// Qt's own search stays before the first row of that name that cannot become current. This one

@@ -5,6 +5,7 @@
 #include "base/TargetSelectHandler.h"
 #include "processortree/model/ProcessorTreeModel.h"
 #include "processortree/view/ArrivalWatch.h"
+#include "processortree/view/MultiSelection.h"
 #include "processortree/view/ProcessorTreeView.h"
 #include "processortree/view/TreeMenu.h"
 
@@ -19,7 +20,6 @@ namespace {
 
 constexpr int kMenuWidth = 120;
 constexpr int kWideMenuWidth = 240;
-constexpr int kMultiSelection = 2;
 
 /// Returns whether the host protects one of its selected processors.
 bool isDeletionBlocked()
@@ -191,8 +191,7 @@ void CProcessorTreeView::contextMenuEvent(QContextMenuEvent* event)
 
 bool CProcessorTreeView::offersSelectionMenu() const
 {
-    return askHost(&Host::GetSelectionMode) == kMultiSelection
-           && askHost(&Host::GetSelectedProcessors).size() > 1 && !askHost(&Host::IsRestrictedMode);
+    return isMultiSelection() && !askHost(&Host::IsRestrictedMode);
 }
 
 void CProcessorTreeView::runSelectionMenu(const QModelIndex& index, const QPoint& pos)

@@ -22,7 +22,11 @@ void TreeAnnouncer::follow()
     m_model = view->model();
     m_selection = view->selectionModel();
     m_connections = {connect(view, &QTreeView::expanded, this, &TreeAnnouncer::announceExpansion),
-                     connect(view, &QTreeView::collapsed, this, &TreeAnnouncer::announceExpansion)};
+                     connect(view, &QTreeView::collapsed, this, &TreeAnnouncer::announceExpansion),
+                     connect(view, &CProcessorTreeView::cutChanged, this, [this] {
+                         if (QAccessible::isActive())
+                             m_tree.announceChanges();
+                     })};
     if (m_model)
         followModel();
     if (m_selection)
@@ -43,9 +47,8 @@ void TreeAnnouncer::followModel()
 
 void TreeAnnouncer::followSelection()
 {
-    // QTreeView announces each row that becomes current.
     m_connections.push_back(connect(m_selection, &QItemSelectionModel::currentChanged, this,
-                                    [this](const QModelIndex& row) { m_focusRow = row; }));
+                                    &TreeAnnouncer::onCurrentChanged));
     m_connections.push_back(connect(m_selection, &QItemSelectionModel::selectionChanged, this,
                                     &TreeAnnouncer::announceFocusLater));
 }
@@ -59,6 +62,16 @@ bool TreeAnnouncer::eventFilter(QObject* watched, QEvent* event)
         announceFocusLater();
     }
     return QObject::eventFilter(watched, event);
+}
+
+/// QTreeView announces each row that becomes current, but not one that comes back from a move, of
+/// which assistive technology knows nothing yet.
+void TreeAnnouncer::onCurrentChanged(const QModelIndex& row)
+{
+    if (m_tree.view() && m_tree.view()->isMovingRows())
+        announceFocusLater();
+    else
+        m_focusRow = row;
 }
 
 void TreeAnnouncer::onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight)

@@ -30,6 +30,7 @@ public:
 private:
     void followModel();
     void followSelection();
+    void onCurrentChanged(const QModelIndex& row);
     void onDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight);
     void onRowsChanged(QModelIndex parent);
     void announceExpansion(const QModelIndex& row);

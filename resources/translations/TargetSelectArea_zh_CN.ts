@@ -426,6 +426,10 @@
 <context>
     <name>CProcessorTreeView</name>
     <message>
+        <source>Marked to be moved</source>
+        <translation>已标记待移动</translation>
+    </message>
+    <message>
         <source>Name</source>
         <translation>名称</translation>
     </message>

@@ -70,8 +70,8 @@ Album takePictures(const QString& language, const QSet<QString>& wanted)
     using Subject = std::pair<const char*, void (*)(Album&)>;
     for (const auto& [subject, take] :
          {Subject("area", &takeArea), Subject("dialogs", &takeDialogs),
-          Subject("search", &takeSearch), Subject("tree", &takeTree),
-          Subject("tree-panel", &takeTreePanel)}) {
+          Subject("limits", &takeLimits), Subject("search", &takeSearch),
+          Subject("tree", &takeTree), Subject("tree-panel", &takeTreePanel)}) {
         if (album.begin(QLatin1String(subject)))
             take(album);
     }

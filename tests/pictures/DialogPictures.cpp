@@ -71,6 +71,25 @@ void takeEntryDialogs(Album& album, FakeHandler& host)
     take(album, "change", change);
 }
 
+/// The buttons alone: in a picture of the whole dialog the outline of one would count for nothing.
+void takeManagementButtons(Album& album)
+{
+    CIPManageDialog dialog;
+    QTimer::singleShot(0, &dialog, [&] {
+        QApplication::setActiveWindow(&dialog);
+        dialog.findChild<CIPListView*>()->selectRow(2);
+        const auto buttons =
+            dialog.findChildren<QToolButton*>(QStringLiteral("IPManageToolButton"));
+        QWidget* const button = buttons.at(IPManageDelete);
+        button->setFocus(Qt::TabFocusReason);
+        QApplication::processEvents();
+        const QPoint corner = button->parentWidget()->mapTo(&dialog, QPoint());
+        album.save("management-button-focused", dialog.grab(QRect(corner, QSize(240, 37))));
+        dialog.close();
+    });
+    dialog.exec();
+}
+
 void takeManagement(Album& album, FakeHandler& host)
 {
     host.ipList.clear();
@@ -95,6 +114,7 @@ void takeManagement(Album& album, FakeHandler& host)
         view->selectRow(2);
         view->setFocus();
     });
+    takeManagementButtons(album);
     takeOpened(album, "add-menu", [&] {
         const auto buttons = dialog.findChildren<QToolButton*>();
         for (QToolButton* button : buttons) {

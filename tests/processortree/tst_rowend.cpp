@@ -25,7 +25,7 @@ private slots:
 
 namespace {
 
-constexpr int kRowWidth = 166; // of a processor in a group, in the panel of 220 with a scroll bar
+constexpr int kRowWidth = 178; // of a processor in a group, in the panel of 220
 constexpr QRgb kGround = 0xff1e1e21;
 
 struct PaintedRow

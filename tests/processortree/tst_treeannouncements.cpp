@@ -13,6 +13,9 @@ private slots:
     void shouldAnnounceChangesOfARow();
     void shouldAnnounceWhatAGroupHolds();
     void shouldAnnounceExpansion();
+    void shouldAnnounceRowsThatAreMarkedToBeMoved();
+    void shouldAnnounceTheRowThatHasMoved();
+    void shouldAnnounceTheFirstRowWhereNoneIsSelected();
     void shouldFollowAnotherModel();
     void shouldStandTheEndOfTheTree();
 };
@@ -116,6 +119,65 @@ void TreeAnnouncementsTest::shouldAnnounceExpansion()
     announcements.clear();
     tree.view->expand(tree.index(10));
     QCOMPARE(announcements.of(QAccessible::StateChanged), QStringLiteral("G10"));
+}
+
+/// By keys alone; others see them pale.
+void TreeAnnouncementsTest::shouldAnnounceRowsThatAreMarkedToBeMoved()
+{
+    HeardTree tree;
+    tree.select({1});
+    const auto heard = [&] { return tree.group()->child(0)->text(QAccessible::Description); };
+    const QString before = heard();
+    Announcements announcements;
+    tree.press(Qt::Key_X, Qt::ControlModifier);
+    QCOMPARE(announcements.of(QAccessible::DescriptionChanged), QStringLiteral("1"));
+    QCOMPARE(heard(), before + QStringLiteral(", Marked to be moved"));
+    QVERIFY(
+        !tree.group()->child(1)->text(QAccessible::Description).contains(QStringLiteral("moved")));
+    announcements.clear();
+    tree.press(Qt::Key_Escape);
+    QCOMPARE(announcements.of(QAccessible::DescriptionChanged), QStringLiteral("1"));
+    QCOMPARE(heard(), before);
+}
+
+/// It is another one for assistive technology.
+void TreeAnnouncementsTest::shouldAnnounceTheRowThatHasMoved()
+{
+    HeardTree tree;
+    QCOMPARE(tree.allTold(), kUntouched);
+    tree.select({1});
+    tree.press(Qt::Key_X, Qt::ControlModifier);
+    tree.select({11});
+    QCoreApplication::processEvents();
+    Announcements announcements;
+    tree.press(Qt::Key_V, Qt::ControlModifier);
+    QCoreApplication::processEvents();
+    QCOMPARE(tree.panel.dump(), QStringLiteral("All processors(4)[G10[2],G11[1],3,4]"));
+    QCOMPARE(announcements.of(QAccessible::Focus), QStringLiteral("1"));
+    // So it is for a row that others move while it stays selected.
+    announcements.clear();
+    tree.model().moveProcessors({tree.index(1)}, testId(10));
+    QCoreApplication::processEvents();
+    QCOMPARE(tree.panel.dump(), QStringLiteral("All processors(4)[G10[2,1],G11[],3,4]"));
+    QCOMPARE(announcements.of(QAccessible::Focus), QStringLiteral("1"));
+}
+
+/// Keys start from there.
+void TreeAnnouncementsTest::shouldAnnounceTheFirstRowWhereNoneIsSelected()
+{
+    HeardTree tree;
+    QVERIFY(tree.project());
+    tree.view->clearFocus();
+    tree.selection()->clear();
+    QCoreApplication::processEvents();
+    const Announcements announcements;
+    tree.view->setFocus(Qt::TabFocusReason);
+    tree.selection()->clear();
+    QCoreApplication::processEvents();
+    QVERIFY2(announcements.of(QAccessible::Focus).endsWith(QStringLiteral("All processors(4)")),
+             qPrintable(announcements.of(QAccessible::Focus)));
+    QVERIFY(tree.project()->state().focused);
+    QCOMPARE(tree.tree().focusChild(), tree.project());
 }
 
 void TreeAnnouncementsTest::shouldFollowAnotherModel()

@@ -1,5 +1,7 @@
+#include "host/widgets/HostTheme.h"
 #include "plugin/TargetSelectData.h"
 #include "tests/processortree/WholeTree.h"
+#include "tests/support/Contrast.h"
 
 namespace {
 
@@ -23,6 +25,7 @@ class TreeViewCuttingTest final : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void cleanup();
     void shouldMoveProcessors_data();
     void shouldMoveProcessors();
@@ -33,9 +36,15 @@ private slots:
     void shouldMoveNothingThatIsForbidden();
     void shouldFollowTheTree();
     void shouldPaintMarkedRowsPale();
+    void shouldPaintTextsOfMarkedRowsPaleButReadable();
     void shouldLeaveTheKeysToTheField();
     void shouldStandTheEndOfThePanel();
 };
+
+void TreeViewCuttingTest::initTestCase()
+{
+    ApplyHostTheme(*qApp);
+}
 
 void TreeViewCuttingTest::cleanup()
 {
@@ -199,6 +208,33 @@ void TreeViewCuttingTest::shouldPaintMarkedRowsPale()
     cut(tree);
     tree.select({3});
     QCOMPARE(row(3), before);
+}
+
+void TreeViewCuttingTest::shouldPaintTextsOfMarkedRowsPaleButReadable()
+{
+    WholeTree tree;
+    tree.select({3});
+    // The best contrast of a text in row 3, behind its icon.
+    const auto readability = [&](int top, int height) {
+        const QRect row = tree.view->visualRect(tree.index(3));
+        const QRect text(row.left() + 24, row.top() + top, row.width() - 80, height);
+        const QImage picture = tree.view->viewport()->grab(text).toImage();
+        double best = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                best = qMax(best, contrast(picture.pixelColor(x, y), hostColors().window));
+        }
+        return best;
+    };
+    cut(tree);
+    tree.select({4});
+    const double name = readability(4, 19);
+    const double number = readability(23, 15);
+    tree.press(Qt::Key_Escape);
+    QVERIFY2(name < readability(4, 19) - 2, qPrintable(QString::number(name)));
+    QVERIFY2(number < readability(23, 15) - 2, qPrintable(QString::number(number)));
+    QVERIFY2(name >= 4, qPrintable(QString::number(name)));
+    QVERIFY2(number >= 3, qPrintable(QString::number(number)));
 }
 
 void TreeViewCuttingTest::shouldLeaveTheKeysToTheField()

@@ -188,6 +188,7 @@ private slots:
     void shouldHearThePanel();
     void shouldHearRowsThatKeysReach();
     void shouldHearARename();
+    void shouldHearAMoveByKeys();
     void shouldHearMenus();
     void shouldHearTheSearch();
     void shouldHearDevicesComeOnline();
@@ -266,6 +267,21 @@ void ScreenReaderTest::shouldHearARename()
     });
 }
 
+void ScreenReaderTest::shouldHearAMoveByKeys()
+{
+    inSession([](Session& session) {
+        session.hearAction("focus Stage right", session.row("Stage right"), "SetFocus");
+        session.hearKey("description Stage right", "ctrl+x");
+        QCOMPARE(session.row("Stage right").description(),
+                 text("Processor, Offline, Number: 2, Marked to be moved"));
+        session.hearAction("focus Wings", session.row("Wings"), "SetFocus");
+        session.hearKey("focus Stage right", "ctrl+v");
+        QCOMPARE(session.row("Stage right").parent().name(), text("Wings"));
+        QTRY_COMPARE(session.row("Stage right").description(),
+                     text("Processor, Offline, Number: 2"));
+    });
+}
+
 void ScreenReaderTest::shouldHearMenus()
 {
     inSession([](Session& session) {
@@ -313,19 +329,19 @@ void ScreenReaderTest::shouldHearDialogs()
         const Heard dialog = session.find("dialog", "IP address management");
         QTRY_COMPARE(told(dialog), text("dialog IP address management\n"
                                         " push button Close (Close) {Press}\n"
+                                        " button menu Add (Add) {Press,ShowMenu,SetFocus}\n"
+                                        " push button Edit (Edit)\n"
+                                        " push button Delete (Delete)\n"
+                                        " push button Clear (Clear) {Press,SetFocus}\n"
+                                        " push button Import (Import) {Press,SetFocus}\n"
+                                        " push button Export (Export) {Press,SetFocus}\n"
                                         " table IP addresses\n"
                                         "  panel\n"
                                         "  column header IP address\n"
                                         "  column header Name\n"
                                         "  row header\n"
                                         "  cell 203.0.113.10 {Toggle}\n"
-                                        "  cell Desk {Toggle}\n"
-                                        " button menu Add (Add) {Press,ShowMenu,SetFocus}\n"
-                                        " push button Edit (Edit)\n"
-                                        " push button Delete (Delete)\n"
-                                        " push button Clear (Clear) {Press,SetFocus}\n"
-                                        " push button Import (Import) {Press,SetFocus}\n"
-                                        " push button Export (Export) {Press,SetFocus}"));
+                                        "  cell Desk {Toggle}"));
         session.hearAction("focus Read IP from online processors",
                            *ScreenReader::findIn(dialog, text("button menu"), text("Add")),
                            "Press");
@@ -334,13 +350,13 @@ void ScreenReaderTest::shouldHearDialogs()
         QCOMPARE(told(session.find("dialog", "Add IP")),
                  text("dialog Add IP\n"
                       " push button Close (Close) {Press}\n"
+                      " label IP address\n"
+                      " text IP address {SetFocus}\n"
+                      " label Name\n"
+                      " text Name {SetFocus}\n"
                       " panel\n"
                       "  push button OK {Press,SetFocus}\n"
-                      "  push button Cancel {Press,SetFocus}\n"
-                      " text IP address {SetFocus}\n"
-                      " label IP address\n"
-                      " text Name {SetFocus}\n"
-                      " label Name"));
+                      "  push button Cancel {Press,SetFocus}"));
         session.hearKey("focus Name", "Tab");
         session.hearKey("focus Add", "Escape");
     });
@@ -355,11 +371,12 @@ void ScreenReaderTest::shouldHearAlerts()
         QCOMPARE(told(alert),
                  text("alert message Workbench (Want to delete the selected processor?)\n"
                       " push button Close (Close) {Press}\n"
+                      " graphic Question\n"
+                      " panel Message\n"
+                      "  label Want to delete the selected processor?\n"
                       " panel\n"
                       "  push button Yes {Press,SetFocus}\n"
-                      "  push button No {Press,SetFocus}\n"
-                      " graphic\n"
-                      " label Want to delete the selected processor?"));
+                      "  push button No {Press,SetFocus}"));
         session.hearAction("focus Spare",
                            *ScreenReader::findIn(alert, text("push button"), text("No")), "Press");
         session.row("Spare");

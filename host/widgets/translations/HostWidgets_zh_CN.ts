@@ -103,6 +103,21 @@
     </message>
 </context>
 <context>
+    <name>CMessageBox</name>
+    <message>
+        <source>Question</source>
+        <translation>询问</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>Message</source>
+        <translation>消息</translation>
+    </message>
+</context>
+<context>
     <name>CProcessorDelegate</name>
     <message>
         <source>Number: %1</source>
