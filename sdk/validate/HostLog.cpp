@@ -24,12 +24,14 @@ Collected& collected()
     return *instance;
 }
 
-/// The platform without a display says that of much that a window may ask for. The panel's own
-/// categories tell what a host did, which the tests look at.
+/// Returns whether the warning is the library's. The platform without a display says what it cannot
+/// do, and Qt says which folders the user has not. The panel's own categories tell what a host did,
+/// which the tests look at.
 bool isWarning(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     return type != QtDebugMsg && type != QtInfoMsg
            && !message.startsWith(QLatin1String("This plugin does not support "))
+           && !message.startsWith(QLatin1String("QStandardPaths: "))
            && !QByteArray(context.category).startsWith("targetselect.");
 }
 

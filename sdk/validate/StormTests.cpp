@@ -51,7 +51,9 @@ public:
             m_host.tellHere<ProcessorChanged>(identity(unit));
             break;
         case 5:
-            change(unit);
+            // The record alone: the name is a matter of events 25 and 26.
+            m_host.project.change(identity(unit),
+                                  [](ProcessorNode& node) { node.online = !node.online; });
             m_host.tellHere<MonitorStateChanged>(QList<QUuid>{identity(unit)});
             break;
         case 6:
