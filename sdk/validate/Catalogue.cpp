@@ -7,7 +7,7 @@ const Catalogue& catalogue()
     static const Catalogue all = [] {
         Catalogue tests = symbolTests() + lifeTests() + operationTests() + eventTests()
                           + misuseTests() + nonsenseTests() + stormTests() + teardownTests()
-                          + cycleTests() + leakTests();
+                          + cycleTests() + leakTests() + hostRecordTests() + hostRequestTests();
         std::stable_sort(tests.begin(), tests.end(),
                          [](const CatalogueEntry& left, const CatalogueEntry& right) {
                              return left.level < right.level;
