@@ -168,4 +168,5 @@ void expectTree(Test& test, const Panel& panel, const QString& expected, Code co
         return;
     test.compare(panel.tree(isSorted), expected, code, what + QStringLiteral(", tree"));
     test.compare(panel.rows(isSorted), namesOnly(expected), code, what + QStringLiteral(", rows"));
+    throw Stop();
 }

@@ -66,7 +66,7 @@ private:
     ITargetSelectAreaInterface* m_area = nullptr;
 };
 
-/// Handles events until panel and view show `expected`, and notes the finding `code` unless they
-/// do.
+/// Handles events until panel and view show `expected`. Ends the test with the finding `code`
+/// unless they do.
 void expectTree(Test& test, const Panel& panel, const QString& expected, Code code,
                 const QString& what, bool isSorted = false);

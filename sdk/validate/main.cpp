@@ -7,6 +7,7 @@
 #include <QFile>
 
 #include <cstdio>
+#include <optional>
 
 namespace {
 
@@ -48,17 +49,19 @@ int main(int argc, char** argv)
     QStringList arguments;
     for (int index = 0; index < argc; ++index)
         arguments.append(QString::fromLocal8Bit(argv[index]));
+    // A test makes the application that it needs, or none.
+    std::optional<QCoreApplication> application;
+    if (!arguments.contains(QStringLiteral("--child")))
+        application.emplace(argc, argv);
     int exitCode = 0;
     const std::optional<Options> options = readOptions(arguments, exitCode);
     if (!options)
         return exitCode;
     if (options->list)
         return list();
-    // Before there is an application: some tests have none.
     if (!options->child.isEmpty())
         return runChild(*options, argc, argv);
 
-    const QCoreApplication application(argc, argv);
     const Report report = run(*options, [](const Result& result) { print(Reports::text(result)); });
     print(Reports::summary(report));
     const bool isSaved = save(options->junitFile, Reports::junit(report))
