@@ -25,6 +25,10 @@ install(TARGETS TargetSelectArea ${host_libraries} HandlerBase
         NAMELINK_COMPONENT development
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
 )
+install(TARGETS targetselect-validate
+    EXPORT TargetSelectAreaTargets
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT development
+)
 install(DIRECTORY Interface DESTINATION "${TSA_INSTALL_INCLUDEDIR}" COMPONENT development)
 install(DIRECTORY host/common host/widgets DESTINATION "${TSA_INSTALL_INCLUDEDIR}/host"
     COMPONENT development
@@ -32,7 +36,7 @@ install(DIRECTORY host/common host/widgets DESTINATION "${TSA_INSTALL_INCLUDEDIR
 )
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
 install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
-install(FILES docs/integrating.md docs/logging.md
+install(FILES docs/integrating.md docs/diagnostics.md docs/logging.md docs/validator.md
     DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
     COMPONENT development
 )

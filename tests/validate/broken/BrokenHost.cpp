@@ -8,7 +8,9 @@
 #include <QCoreApplication>
 #include <QThread>
 
+#include <chrono>
 #include <cstdlib>
+#include <future>
 #include <stdexcept>
 
 /// A host with something broken: each target has a name for what. With "nothing" it is whole.
@@ -35,7 +37,7 @@ public:
     ProcessorNode GetProcessorNode(const QUuid& id) override
     {
         if (isBroken("slow"))
-            QThread::msleep(80);
+            std::promise<void>().get_future().wait_for(std::chrono::milliseconds(80));
         if (isBroken("gui-thread-only") && !isGuiThread())
             return {};
         ProcessorNode node = processors.value(id);
@@ -103,10 +105,8 @@ public:
 
     QUuid CreateGroup(const ProcessorGroupNode& group) override
     {
-        if (isBroken("hangs")) {
-            for (;;)
-                QThread::msleep(10);
-        }
+        if (isBroken("hangs"))
+            std::promise<void>().get_future().wait();
         ProcessorGroupNode created = group;
         created.id = QUuid::createUuid();
         groups.append(created);

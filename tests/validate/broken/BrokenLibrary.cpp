@@ -7,10 +7,10 @@
 
 #include <QLibrary>
 #include <QPointer>
-#include <QThread>
 
 #include <atomic>
 #include <cstdlib>
+#include <future>
 #include <memory>
 #include <stdexcept>
 
@@ -78,10 +78,8 @@ public:
 
     bool Initialize() override
     {
-        if (isBroken("hangs")) {
-            for (;;)
-                QThread::msleep(10);
-        }
+        if (isBroken("hangs"))
+            std::promise<void>().get_future().wait();
         if (isBroken("exits"))
             std::_Exit(0);
         if (isBroken("warns"))
