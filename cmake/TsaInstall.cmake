@@ -25,6 +25,10 @@ install(TARGETS TargetSelectArea ${host_libraries} HandlerBase
         NAMELINK_COMPONENT development
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
 )
+install(TARGETS targetselect-validate
+    EXPORT TargetSelectAreaTargets
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT development
+)
 install(DIRECTORY Interface DESTINATION "${TSA_INSTALL_INCLUDEDIR}" COMPONENT development)
 # Of the host's libraries, the headers that export something; the others are their own.
 file(GLOB host_headers RELATIVE "${PROJECT_SOURCE_DIR}" CONFIGURE_DEPENDS
@@ -42,7 +46,7 @@ foreach(header IN LISTS host_headers)
 endforeach()
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
 install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
-install(FILES docs/diagnostics.md docs/integrating.md docs/logging.md
+install(FILES docs/diagnostics.md docs/integrating.md docs/logging.md docs/validator.md
     DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
     COMPONENT development
 )

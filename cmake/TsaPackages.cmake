@@ -16,7 +16,7 @@ set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "The library that a host loads, and the host's libraries on which it stands."
 )
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
-    "For hosts: headers, files for CMake and pkg-config, the handler base, an example, the workbench."
+    "For hosts: headers, files for CMake and pkg-config, the handler base, examples, the validator, the workbench."
 )
 
 set(CPACK_DEB_COMPONENT_INSTALL ON)

@@ -2,8 +2,8 @@
 # scripts/check-debs.sh [MIRROR]
 #
 # Makes the Debian packages, installs them into a bare Debian 12 below build/debs, builds the installed
-# example there in both ways, and starts it and the workbench without a display. Takes minutes and some
-# 1.5 GB, needs root, debootstrap and a mirror of Debian, and is no part of the suite.
+# example there in both ways, starts it and the workbench without a display, and validates the library and
+# the example's handler. Takes minutes and some 1.5 GB, needs root, debootstrap and a mirror of Debian, and is no part of the suite.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 source "$(dirname "$0")/common.sh"
@@ -49,3 +49,10 @@ inside cmake -S /root/host -B /root/host/build
 inside cmake --build /root/host/build
 inside ctest --test-dir /root/host/build --no-tests=error --output-on-failure
 inside make -C /root/host check
+
+stage "validator: the installed library, and the example's handler"
+inside sh -c 'targetselect-validate --level 10 /usr/lib/*/libTargetSelectArea.so.1'
+inside cp -r /usr/share/doc/TargetSelectArea/examples /root/examples
+inside cmake -S /root/examples/host-plugin -B /root/examples/build
+inside cmake --build /root/examples/build
+inside ctest --test-dir /root/examples/build --no-tests=error --output-on-failure

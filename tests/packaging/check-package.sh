@@ -3,7 +3,7 @@
 #
 # Installs a build, checks the version of what was installed, its headers against what its libraries export,
 # and the links of its pages, has projects that know nothing of this one find it (the tests' own and the
-# installed example), and runs their host programs.
+# installed examples), and runs their host programs and the validator.
 set -euo pipefail
 
 build=$1
@@ -73,7 +73,17 @@ check_example() {
     PKG_CONFIG_PATH=$pc quietly make -C "$example" CXX="ccache c++" CXXFLAGS="$flags" check
 }
 
+# check_validator PREFIX NAME: validates the library that is installed there, and the handler of the example.
+check_validator() {
+    local examples=$work/$2
+    cp -r "$(dirname "$(dirname "$(find "$1" -path '*/host-plugin/HostPlugin.cpp')")")" "$examples"
+    build_with_cmake "$examples/host-plugin" "$examples/build" "$1"
+    quietly ctest --test-dir "$examples/build" --no-tests=error --output-on-failure
+    quietly "$1/bin/targetselect-validate" --level 1 "$(find "$1" -name libTargetSelectArea.so)"
+}
+
 check_example "$work/prefix" example
+check_validator "$work/prefix" examples
 
 # Copied, so that no header of this tree is in reach of an include.
 mkdir -p "$work/source/tests"
@@ -99,3 +109,4 @@ fi
 workbench=$work/elsewhere/bin/workbench
 [ ! -x "$workbench" ] || quietly "$workbench" --self-test
 check_example "$work/elsewhere" example-elsewhere
+check_validator "$work/elsewhere" examples-elsewhere

@@ -1,0 +1,218 @@
+#include "sdk/validate/HostSession.h"
+
+#include "Interface/HostEvents.h"
+#include "Interface/HostRequests.h"
+#include "sdk/validate/Project.h"
+#include "sdk/validate/Threads.h"
+
+#include <QLibrary>
+
+#include <algorithm>
+
+namespace {
+
+using namespace HostEvents;
+
+constexpr int kProcessors = 8;
+
+TargetSelectHostOpen entryPoint(Test& test)
+{
+    // Never unloaded: threads of the host may still run in it.
+    static auto* const library = new QLibrary(test.hostPlugin());
+    library->setLoadHints(QLibrary::ResolveAllSymbolsHint);
+    const bool isLoaded =
+        called(QStringLiteral("load %1").arg(test.hostPlugin()), [] { return library->load(); });
+    test.require(isLoaded, Code::HostNotLoaded, library->errorString());
+    const auto open =
+        reinterpret_cast<TargetSelectHostOpen>(library->resolve(TARGETSELECTHOST_OPEN_SYMBOL));
+    test.require(open, Code::HostNotLoaded,
+                 QStringLiteral("the plugin exports no " TARGETSELECTHOST_OPEN_SYMBOL));
+    return open;
+}
+
+/// Returns the identities that the event is about, as far as an event of this type can say.
+QList<QUuid> idsOf(const CSubject& subject)
+{
+    const auto type = subject.GetArgumentType();
+    if (type == typeid(std::tuple<QUuid>).hash_code())
+        return {std::get<0>(subject.GetArgument<QUuid>())};
+    if (type == typeid(std::tuple<QList<QUuid>>).hash_code())
+        return std::get<0>(subject.GetArgument<QList<QUuid>>());
+    return {};
+}
+
+const HostRequests::Request* requestNamed(const char* operation)
+{
+    for (const HostRequests::Request& request : HostRequests::kRequests) {
+        if (qstrcmp(request.operation, operation) == 0)
+            return &request;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+HostSession::HostSession(Test& test)
+    : m_test(test)
+{
+    const TargetSelectHostOpen open = entryPoint(test);
+    const bool isOpen = called(QStringLiteral("TargetSelectHost_Open"),
+                               [&] { return open(kProcessors, &m_project); });
+    test.require(isOpen, Code::HostOpensNothing,
+                 QStringLiteral("TargetSelectHost_Open answers false"));
+    test.require(m_project.handler != nullptr, Code::HostOpensNothing,
+                 QStringLiteral("TargetSelectHost_Open stores no handler"));
+    m_handler = std::make_shared<WatchedHandler>(m_project.handler, true);
+    m_handler->setOnEvent([this](const CSubject& subject) { note(subject); });
+    test.require(processors().size() >= kProcessors, Code::HostOpensNothing,
+                 QStringLiteral("the project has %1 processors, %2 were asked for")
+                     .arg(processors().size())
+                     .arg(kProcessors));
+    renewPanel();
+}
+
+HostSession::~HostSession()
+{
+    m_handler->setOnEvent({});
+    m_panel.reset();
+}
+
+void HostSession::renewPanel()
+{
+    m_panel.reset();
+    m_panel = std::make_unique<Panel>(m_test, m_handler);
+    m_test.require(m_handler->panelObserver() != nullptr, Code::NoObserver,
+                   QStringLiteral("SetObserver did not come"));
+    expectTree(QStringLiteral("the first event 16"), true);
+}
+
+QList<ProcessorNode> HostSession::processors()
+{
+    return m_handler->GetAllProcessorNodes();
+}
+
+QList<ProcessorGroupNode> HostSession::groups()
+{
+    return m_handler->GetAllGroupNodes();
+}
+
+QString HostSession::describe()
+{
+    Project project;
+    project.set(groups(), processors());
+    return project.describe(true);
+}
+
+ProcessorGroupNode HostSession::someGroup()
+{
+    const QList<ProcessorGroupNode> all = groups();
+    const QList<ProcessorNode> members = processors();
+    for (const ProcessorGroupNode& group : all) {
+        const auto isIn = [&](const ProcessorNode& node) { return node.groupId == group.id; };
+        if (std::any_of(members.begin(), members.end(), isIn))
+            return group;
+    }
+    return all.value(0);
+}
+
+void HostSession::note(const CSubject& subject)
+{
+    ToldEvent told;
+    told.number = subject.GetEvent();
+    told.ids = idsOf(subject);
+    for (const QUuid& id : qAsConst(told.ids)) {
+        const bool isAdded =
+            told.number == ProcessorAdded::number || told.number == ProcessorsAdded::number;
+        const bool isRemoved =
+            told.number == NodeRemoved::number || told.number == NodesRemoved::number;
+        if (isAdded && m_handler->GetProcessorNode(id).id != id)
+            told.wrong = QStringLiteral("GetProcessorNode does not know the new %1 yet");
+        else if (told.number == GroupAdded::number && m_handler->GetGroupNode(id).id != id)
+            told.wrong = QStringLiteral("GetGroupNode does not know the new %1 yet");
+        else if (isRemoved && m_handler->GetProcessorNode(id).id == id)
+            told.wrong = QStringLiteral("GetProcessorNode still knows the removed %1");
+        else if (isRemoved && m_handler->GetGroupNode(id).id == id)
+            told.wrong = QStringLiteral("GetGroupNode still knows the removed %1");
+        if (!told.wrong.isEmpty()) {
+            told.wrong = told.wrong.arg(id.toString());
+            break;
+        }
+    }
+    const std::lock_guard guard(m_mutex);
+    m_events.append(told);
+    m_hasHeard = true;
+}
+
+QList<ToldEvent> HostSession::takeEvents()
+{
+    const std::lock_guard guard(m_mutex);
+    return std::exchange(m_events, {});
+}
+
+void HostSession::make(const char* operation, const std::function<void()>& request)
+{
+    const HostRequests::Request* const rule = requestNamed(operation);
+    const QString name = QString::fromLatin1(operation);
+    takeEvents();
+    const QString before = describe();
+    try {
+        request();
+    } catch (const Stop&) {
+        throw;
+    } catch (...) {
+        m_test.find(Code::HandlerThrows, name + QStringLiteral(" throws"));
+        throw Stop();
+    }
+    QList<ToldEvent> events;
+    const auto hasFollowed = [&] {
+        events += takeEvents();
+        return std::any_of(events.begin(), events.end(), [&](const ToldEvent& event) {
+            return HostRequests::isFollowedBy(*rule, event.number);
+        });
+    };
+    const bool isAwaited = rule->events[0] != HostRequests::kNone;
+    if (isAwaited && !waitUntil(hasFollowed, HostRequests::kFollowUpMs)) {
+        bool hasHeard = false;
+        {
+            const std::lock_guard guard(m_mutex);
+            hasHeard = m_hasHeard;
+        }
+        // A project that changes without any event ever: nobody is attached.
+        if (!hasHeard && describe() != before) {
+            m_test.find(Code::NoObserver,
+                        QStringLiteral("%1 changed the project, and no event came: is the "
+                                       "observer attached to the subject?")
+                            .arg(name));
+        } else {
+            m_test.find(Code::NoEvent,
+                        QStringLiteral("%1 is followed by none of its events within %2 ms")
+                            .arg(name)
+                            .arg(HostRequests::kFollowUpMs));
+        }
+    }
+    hasFollowed();
+    for (const ToldEvent& event : qAsConst(events)) {
+        m_test.check(
+            event.wrong.isEmpty(), Code::EventBeforeChange,
+            QStringLiteral("event %1 after %2: %3").arg(event.number).arg(name, event.wrong));
+    }
+}
+
+void HostSession::tellReset()
+{
+    const Call call(QStringLiteral("event 16, by the validator"));
+    CSubject subject;
+    subject.Attach(m_handler->panelObserver());
+    TreeReset::tell(subject);
+}
+
+void HostSession::expectTree(const QString& after, bool isReadAnew)
+{
+    if (isReadAnew)
+        tellReset();
+    const auto isSo = [&] { return m_panel->tree(true) == describe(); };
+    if (waitUntil(isSo, HostRequests::kFollowUpMs))
+        return;
+    m_test.compare(m_panel->tree(true), describe(), Code::TreeDiffers,
+                   QStringLiteral("after ") + after);
+}

@@ -1,0 +1,72 @@
+#include "sdk/validate/Child.h"
+#include "sdk/validate/Options.h"
+#include "sdk/validate/Reports.h"
+#include "sdk/validate/Runner.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <cstdio>
+#include <optional>
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kWrongUse = 2;
+
+void print(const QString& text)
+{
+    std::fputs(text.toUtf8().constData(), stdout);
+    std::fflush(stdout);
+}
+
+bool save(const QString& path, const QByteArray& bytes)
+{
+    if (path.isEmpty())
+        return true;
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush())
+        return true;
+    std::fprintf(stderr, "targetselect-validate: cannot write %s: %s\n", qPrintable(path),
+                 qPrintable(file.errorString()));
+    return false;
+}
+
+int list()
+{
+    for (const CatalogueEntry& test : catalogue()) {
+        print(QStringLiteral("%1 %2: %3\n")
+                  .arg(test.level, 2)
+                  .arg(QLatin1String(test.name), QLatin1String(test.title)));
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int index = 0; index < argc; ++index)
+        arguments.append(QString::fromLocal8Bit(argv[index]));
+    // A test makes the application that it needs, or none.
+    std::optional<QCoreApplication> application;
+    if (!arguments.contains(QStringLiteral("--child")))
+        application.emplace(argc, argv);
+    int exitCode = 0;
+    const std::optional<Options> options = readOptions(arguments, exitCode);
+    if (!options)
+        return exitCode;
+    if (options->list)
+        return list();
+    if (!options->child.isEmpty())
+        return runChild(*options, argc, argv);
+
+    const Report report = run(*options, [](const Result& result) { print(Reports::text(result)); });
+    print(Reports::summary(report));
+    const bool isSaved = save(options->junitFile, Reports::junit(report))
+                         && save(options->jsonFile, Reports::json(report));
+    if (!isSaved)
+        return kWrongUse;
+    return report.isGood() ? 0 : kFailed;
+}
