@@ -3,7 +3,7 @@
 #include "Interface/HostEvents.h"
 #include "Interface/TargetSelectHandlerBase.h"
 #include "Interface/TargetSelectHostPlugin.h"
-#include "examples/minimal-host/Records.h"
+#include "examples/minimal-host/Handler.h"
 
 #include <QCoreApplication>
 #include <QThread>
