@@ -16,6 +16,7 @@
 #include "processortree/view/ProcessorTreeDelegate.h"
 #include "processortree/view/TreeDeletion.h"
 
+#include <QHoverEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScopeGuard>
@@ -317,12 +318,27 @@ void CProcessorTreeView::DeleteSelection()
 
 bool CProcessorTreeView::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == viewport() && isMouseEvent(*event)) {
-        const int x = static_cast<QMouseEvent*>(event)->pos().x();
-        if (x >= viewport()->width() - kEdge && x < viewport()->width())
-            return true;
-    }
+    if (watched == viewport() && isMouseEvent(*event)
+        && isAtEdge(static_cast<QMouseEvent*>(event)->pos()))
+        return true;
     return CTreeView::eventFilter(watched, event);
+}
+
+/// No row lights up at the edge, where a click would do nothing.
+bool CProcessorTreeView::viewportEvent(QEvent* event)
+{
+    const bool isHover = event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverMove;
+    if (isHover && isAtEdge(static_cast<QHoverEvent*>(event)->pos())) {
+        QHoverEvent leave(QEvent::HoverLeave, QPointF(-1, -1),
+                          static_cast<QHoverEvent*>(event)->oldPosF());
+        return CTreeView::viewportEvent(&leave);
+    }
+    return CTreeView::viewportEvent(event);
+}
+
+bool CProcessorTreeView::isAtEdge(const QPoint& position) const
+{
+    return position.x() >= viewport()->width() - kEdge && position.x() < viewport()->width();
 }
 
 void CProcessorTreeView::mousePressEvent(QMouseEvent* event)

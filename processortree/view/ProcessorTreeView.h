@@ -92,6 +92,7 @@ signals:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -162,6 +163,7 @@ private:
     void followUser(const std::function<void()>& act);
     void expandOpen();
     bool dragsOthers(const QMouseEvent& event) const;
+    bool isAtEdge(const QPoint& position) const;
 
     bool isReadOnly() const;
     bool mayChange() const;

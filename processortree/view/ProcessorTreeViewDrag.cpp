@@ -142,7 +142,10 @@ void CProcessorTreeView::dragMoveEvent(QDragMoveEvent* event)
                 : !mayChange() ? "the tree is locked or read-only"
                                : "these are no rows of the tree");
     }
-    setDropTarget(accepted ? target : QModelIndex());
+    if (accepted) // over empty space they go to the root
+        setDropTarget(target.isValid() ? target : model()->index(0, 0));
+    else
+        setDropTarget({});
     event->setAccepted(accepted);
 }
 

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDragEnterEvent>
+#include <QHoverEvent>
 #include <QMimeData>
 
 namespace {
@@ -57,6 +58,8 @@ private slots:
     void shouldAcceptButNotMoveOverOneOutside();
     void shouldAcceptThatADragLeaves();
     void shouldSwallowTheMouseAtTheEdge();
+    void shouldLightUpNoRowAtTheEdge();
+    void shouldShowWhereADropGoes();
     void shouldKeepItsRowsOffTheEdge();
     void shouldSelectAGroupButKeepTheCurrentRow();
     void shouldInstallItsSelectionModel();
@@ -144,6 +147,44 @@ void TreeViewEventsTest::shouldSwallowTheMouseAtTheEdge()
     QVERIFY(tree.view->isExpanded(tree.index(10)));
     QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, {width - 11, y});
     QCOMPARE(tree.selected(), QStringLiteral("1"));
+}
+
+void TreeViewEventsTest::shouldLightUpNoRowAtTheEdge()
+{
+    WholeTree tree;
+    const auto hover = [&](int x, QEvent::Type kind = QEvent::HoverMove) {
+        QHoverEvent event(kind, QPoint(x, tree.place(1).y()), QPoint(-1, -1));
+        QApplication::sendEvent(tree.viewport(), &event);
+        return QModelIndex(tree.view->hoveredIndex());
+    };
+    const int width = tree.viewport()->width();
+    QCOMPARE(hover(width - 11), tree.index(1));
+    QCOMPARE(hover(width - 10), QModelIndex());
+    QCOMPARE(hover(width - 11), tree.index(1));
+    QCOMPARE(hover(width - 1, QEvent::HoverEnter), QModelIndex());
+}
+
+/// Over empty space that is the project.
+void TreeViewEventsTest::shouldShowWhereADropGoes()
+{
+    WholeTree tree;
+    tree.select({1});
+    const auto data = processors(tree);
+    const auto picture = [&](quint32 n) {
+        const QModelIndex row = n == 0 ? tree.root() : tree.index(n);
+        return tree.viewport()->grab(tree.view->visualRect(row)).toImage();
+    };
+    const QImage project = picture(0);
+    const QImage group = picture(11);
+    QVERIFY(enter(tree, *data, tree.place(11)));
+    QVERIFY(move(tree, *data, tree.place(11)));
+    QVERIFY(picture(11) != group);
+    QCOMPARE(picture(0), project);
+    QVERIFY(move(tree, *data, tree.nowhere()));
+    QCOMPARE(picture(11), group);
+    QVERIFY(picture(0) != project);
+    QVERIFY(!move(tree, *data, tree.place(4)));
+    QCOMPARE(picture(0), project);
 }
 
 void TreeViewEventsTest::shouldKeepItsRowsOffTheEdge()
