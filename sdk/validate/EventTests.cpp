@@ -163,9 +163,8 @@ void shouldShowMonitorStates(Test& test)
 void shouldRepaintForWarnings(Test& test)
 {
     const Filled filled(test);
+    filled.panel.waitUntilPainted();
     const PaintCount painted(filled.panel.view()->viewport());
-    waitUntil([&] { return painted.count() > 0; });
-    settle();
     const int before = painted.count();
     filled.host->tell<MonitorWarningChanged>();
     test.check(waitUntil([&] { return painted.count() > before; }), Code::EventHasNoEffect,

@@ -161,10 +161,8 @@ void shouldRepaint(Test& test)
     const Panel panel(test, host);
     host->tell<HostEvents::TreeReset>();
     test.require(panel.view(), Code::WrongWidget, QStringLiteral("there is no tree"));
+    panel.waitUntilPainted();
     const PaintCount painted(panel.view()->viewport());
-    test.require(waitUntil([&] { return painted.count() > 0; }), Code::WrongWidget,
-                 QStringLiteral("the tree is never painted"));
-    settle();
     const int before = painted.count();
     called(QStringLiteral("UpdateMonitorWarningState"),
            [&] { panel.area()->UpdateMonitorWarningState(); });

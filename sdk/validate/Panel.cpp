@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QLibrary>
 #include <QTreeView>
+#include <QWindow>
 
 namespace {
 
@@ -113,6 +114,16 @@ void Panel::close()
         called(QStringLiteral("the window is destroyed"), [&] { m_window.reset(); });
     m_layer = nullptr;
     m_area = nullptr;
+}
+
+void Panel::waitUntilPainted() const
+{
+    const bool isExposed = waitUntil([&] {
+        const QWindow* const native = m_window->windowHandle();
+        return native && native->isExposed();
+    });
+    m_test.require(isExposed, Code::WrongWidget, QStringLiteral("the window is never shown"));
+    settle();
 }
 
 QString Panel::tree(bool isSorted) const

@@ -43,6 +43,9 @@ public:
     IAbstractLayerInterface* layer() const { return m_layer; }
     ITargetSelectAreaInterface* area() const { return m_area; }
 
+    /// Handles events until the window is on the screen and painted. Ends the test if it never is.
+    void waitUntilPainted() const;
+
     /// Returns the tree as GetProcessorTree hands it out, as describe() writes it.
     QString tree(bool isSorted = false) const;
 
