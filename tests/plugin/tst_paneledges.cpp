@@ -3,6 +3,7 @@
 #include "tests/plugin/ShownPanel.h"
 #include "tests/support/Chinese.h"
 
+#include <QLineEdit>
 #include <QPainter>
 #include <QScrollBar>
 
