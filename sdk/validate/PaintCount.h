@@ -7,6 +7,8 @@
 /// Counts how often a widget is painted.
 class PaintCount final : public QObject
 {
+    Q_OBJECT
+
 public:
     explicit PaintCount(QWidget* widget)
         : QObject(widget)

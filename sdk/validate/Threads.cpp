@@ -19,6 +19,8 @@ namespace {
 /// ThreadSanitizer can follow: it does not see what Qt's own code orders.
 class Ending final : public QObject
 {
+    Q_OBJECT
+
 public:
     explicit Ending(std::size_t threads)
         : m_running(threads)
@@ -26,7 +28,7 @@ public:
     }
 
     /// Any thread.
-    void end(std::exception_ptr thrown)
+    void end(const std::exception_ptr& thrown)
     {
         const std::lock_guard guard(m_mutex);
         if (thrown && !m_thrown)
@@ -112,3 +114,5 @@ void settle()
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 }
+
+#include "Threads.moc"

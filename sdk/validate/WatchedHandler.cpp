@@ -97,7 +97,7 @@ void WatchedHandler::SetObserver(CObserver* observer)
 void WatchedHandler::AppendContextMenu(EPrcTreeNodeType type, const QUuid& id, bool readOnly,
                                        QMenu* menu)
 {
-    return ask("AppendContextMenu", &Host::AppendContextMenu, type, id, readOnly, menu);
+    ask("AppendContextMenu", &Host::AppendContextMenu, type, id, readOnly, menu);
 }
 
 quint32 WatchedHandler::DetectAllDevices()
@@ -107,7 +107,7 @@ quint32 WatchedHandler::DetectAllDevices()
 
 void WatchedHandler::DetectProcessorsOnly()
 {
-    return ask("DetectProcessorsOnly", &Host::DetectProcessorsOnly);
+    ask("DetectProcessorsOnly", &Host::DetectProcessorsOnly);
 }
 
 QString WatchedHandler::GetDeviceSetText(const SDeviceSetInfo& set)
@@ -132,22 +132,22 @@ int WatchedHandler::GetIPCount(int kind)
 
 void WatchedHandler::AddIPAddress(const QString& ip, const QString& name)
 {
-    return ask("AddIPAddress", &Host::AddIPAddress, ip, name);
+    ask("AddIPAddress", &Host::AddIPAddress, ip, name);
 }
 
 void WatchedHandler::SaveIPList()
 {
-    return ask("SaveIPList", &Host::SaveIPList);
+    ask("SaveIPList", &Host::SaveIPList);
 }
 
 void WatchedHandler::RefreshIPList()
 {
-    return ask("RefreshIPList", &Host::RefreshIPList);
+    ask("RefreshIPList", &Host::RefreshIPList);
 }
 
 void WatchedHandler::ModifyIPAddress(int row, const QString& ip, const QString& name)
 {
-    return ask("ModifyIPAddress", &Host::ModifyIPAddress, row, ip, name);
+    ask("ModifyIPAddress", &Host::ModifyIPAddress, row, ip, name);
 }
 
 bool WatchedHandler::IpListChanged(const QStringList& before, const QStringList& after)
@@ -187,23 +187,23 @@ ProcessorGroupNode WatchedHandler::GetGroupNode(const QUuid& id)
 
 void WatchedHandler::AddProcessors(const QUuid& group, int count)
 {
-    return ask("AddProcessors", &Host::AddProcessors, group, count);
+    ask("AddProcessors", &Host::AddProcessors, group, count);
 }
 
 void WatchedHandler::AddProcessorsWithIps(const QUuid& group, const QList<quint32>& addresses)
 {
-    return ask("AddProcessorsWithIps", &Host::AddProcessorsWithIps, group, addresses);
+    ask("AddProcessorsWithIps", &Host::AddProcessorsWithIps, group, addresses);
 }
 
 void WatchedHandler::DeleteProcessors(const QList<QUuid>& processors)
 {
-    return ask("DeleteProcessors", &Host::DeleteProcessors, processors);
+    ask("DeleteProcessors", &Host::DeleteProcessors, processors);
 }
 
 void WatchedHandler::SetProcessorGroup(const ProcessorGroupNode& group, const QUuid& groupId,
                                        const QList<QUuid>& processors)
 {
-    return ask("SetProcessorGroup", &Host::SetProcessorGroup, group, groupId, processors);
+    ask("SetProcessorGroup", &Host::SetProcessorGroup, group, groupId, processors);
 }
 
 ProcessorNode WatchedHandler::GetProcessorNode(const QUuid& id)
@@ -233,7 +233,7 @@ bool WatchedHandler::RenameProcessor(const QUuid& id, const QString& name)
 
 void WatchedHandler::SetNewProcessorOutputs(int outputs)
 {
-    return ask("SetNewProcessorOutputs", &Host::SetNewProcessorOutputs, outputs);
+    ask("SetNewProcessorOutputs", &Host::SetNewProcessorOutputs, outputs);
 }
 
 QUuid WatchedHandler::CreateGroup(const ProcessorGroupNode& group)
@@ -243,18 +243,18 @@ QUuid WatchedHandler::CreateGroup(const ProcessorGroupNode& group)
 
 void WatchedHandler::Ungroup(const QUuid& id)
 {
-    return ask("Ungroup", &Host::Ungroup, id);
+    ask("Ungroup", &Host::Ungroup, id);
 }
 
 void WatchedHandler::RenameGroup(const QUuid& id, const QString& name)
 {
-    return ask("RenameGroup", &Host::RenameGroup, id, name);
+    ask("RenameGroup", &Host::RenameGroup, id, name);
 }
 
 void WatchedHandler::ReportSelection(const QUuid& focus, const QList<QUuid>& processors,
                                      const QList<SGroupSelection>& groups, const QUuid& previous)
 {
-    return ask("ReportSelection", &Host::ReportSelection, focus, processors, groups, previous);
+    ask("ReportSelection", &Host::ReportSelection, focus, processors, groups, previous);
 }
 
 bool WatchedHandler::IsRestrictedMode()
@@ -309,22 +309,22 @@ quint32 WatchedHandler::ReadOnlineIPAddresses()
 
 void WatchedHandler::GetIPNameLists(QStringList& ips, QStringList& names)
 {
-    return ask("GetIPNameLists", &Host::GetIPNameLists, ips, names);
+    ask("GetIPNameLists", &Host::GetIPNameLists, ips, names);
 }
 
 void WatchedHandler::GetIPList(QStringList& entries)
 {
-    return ask("GetIPList", &Host::GetIPList, entries);
+    ask("GetIPList", &Host::GetIPList, entries);
 }
 
 void WatchedHandler::ClearIPList()
 {
-    return ask("ClearIPList", &Host::ClearIPList);
+    ask("ClearIPList", &Host::ClearIPList);
 }
 
 void WatchedHandler::DeleteIPAddress(quint32 networkAddress)
 {
-    return ask("DeleteIPAddress", &Host::DeleteIPAddress, networkAddress);
+    ask("DeleteIPAddress", &Host::DeleteIPAddress, networkAddress);
 }
 
 quint32 WatchedHandler::ImportIPFile(const QString& path)
@@ -359,12 +359,12 @@ bool WatchedHandler::IsIpManagementAvailable()
 
 void WatchedHandler::AddProcessorsFromIpList(const QUuid& group, const QStringList& entries)
 {
-    return ask("AddProcessorsFromIpList", &Host::AddProcessorsFromIpList, group, entries);
+    ask("AddProcessorsFromIpList", &Host::AddProcessorsFromIpList, group, entries);
 }
 
 void WatchedHandler::PreDeleteProcessors(const QList<QUuid>& processors)
 {
-    return ask("PreDeleteProcessors", &Host::PreDeleteProcessors, processors);
+    ask("PreDeleteProcessors", &Host::PreDeleteProcessors, processors);
 }
 
 bool WatchedHandler::AcceptProcessorForSnapshot(const ProcessorNode& processor)
@@ -374,7 +374,7 @@ bool WatchedHandler::AcceptProcessorForSnapshot(const ProcessorNode& processor)
 
 void WatchedHandler::ShowTipMessage(const QString& text)
 {
-    return ask("ShowTipMessage", &Host::ShowTipMessage, text);
+    ask("ShowTipMessage", &Host::ShowTipMessage, text);
 }
 
 bool WatchedHandler::IsFrontPanelHighlightAvailable()
@@ -389,5 +389,5 @@ bool WatchedHandler::IsFrontPanelHighlighted(const QUuid& id)
 
 void WatchedHandler::SetFrontPanelHighlight(bool on)
 {
-    return ask("SetFrontPanelHighlight", &Host::SetFrontPanelHighlight, on);
+    ask("SetFrontPanelHighlight", &Host::SetFrontPanelHighlight, on);
 }

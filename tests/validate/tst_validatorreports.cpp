@@ -109,7 +109,7 @@ void ValidatorReportsTest::shouldListItsTests()
     QSet<QString> names;
     QSet<int> levels;
     for (const QString& line : lines) {
-        levels.insert(line.left(2).toInt());
+        levels.insert(line.leftRef(2).toInt());
         names.insert(line.mid(3).section(QLatin1Char(':'), 0, 0));
     }
     QCOMPARE(names.size(), lines.size());
