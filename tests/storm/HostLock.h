@@ -6,11 +6,13 @@
 #include <mutex>
 #include <thread>
 
-/// A lock of the host's: recursive, taken in the order of asking, and never waited for without end.
+/// A recursive lock of the host. Threads get it in the order of their calls of lock(), and each
+/// wait has a limit.
 class HostLock final
 {
 public:
-    /// Waits for at most `patience`; zero only tries. Returns whether the lock is taken.
+    /// Waits for at most `patience`; does not wait if it is zero. Returns whether the lock is
+    /// taken.
     bool lock(std::chrono::milliseconds patience)
     {
         const auto me = std::this_thread::get_id();
@@ -46,7 +48,7 @@ public:
         m_changed.notify_all();
     }
 
-    /// Holds a lock, if it can be had in time.
+    /// Holds a lock if lock() got it in time.
     class Holder final
     {
     public:
@@ -72,7 +74,7 @@ public:
 private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
-    std::deque<int> m_waiting; // tickets
+    std::deque<int> m_waiting; // tickets of the waiting threads
     std::thread::id m_owner;
     int m_depth = 0;
     int m_lastTicket = 0;

@@ -17,8 +17,8 @@ StormProject::State StormHandler::state() const
     return m_retired ? *m_retired : m_host.project.state();
 }
 
-/// Answers `question` with what `compute` makes of the project, before or after the host has taken
-/// its time over it: an answer may be old when it arrives.
+/// Answers `question` with the result of `compute`, which runs before or after the delay of the
+/// answer: an answer may be out of date when it is returned.
 template <typename Answer>
 auto StormHandler::answer(const char* question, Answer&& compute)
 {

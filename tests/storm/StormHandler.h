@@ -8,8 +8,8 @@
 
 class StormHost;
 
-/// One of the handlers that the storm's host has in turn. A retired one answers with the project as
-/// it was when it retired.
+/// A handler of the storm's host, which replaces its handlers now and then. A replaced handler
+/// answers with the project at the time of its replacement.
 class StormHandler final : public ITargetSelectInterfaceHandler
 {
 public:

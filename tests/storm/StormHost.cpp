@@ -15,15 +15,15 @@ namespace {
 
 using Ms = std::chrono::milliseconds;
 
-/// What nobody gets in this time, nobody gets.
+/// Limits of the waits for locks.
 constexpr Ms kHostPatience{30000};
 constexpr Ms kAnswerPatience{8000};
 
 thread_local bool t_isTeller = false;
 thread_local bool t_isHelper = false;
-thread_local int t_answers = 0; // nested ones
+thread_local int t_answers = 0; // number of nested answers
 
-/// Counts an answer while it takes its time.
+/// Counts an answer while it lasts.
 class Nesting final
 {
 public:
@@ -33,7 +33,7 @@ public:
     Nesting& operator=(const Nesting&) = delete;
 };
 
-/// Painting asks these for every row.
+/// Returns whether painting asks the question for every row.
 bool isPainted(const char* question)
 {
     const QLatin1String asked(question);
@@ -90,7 +90,7 @@ void StormHost::perform(const StormStep& step)
             return;
         }
     }
-    // Nobody has to be asked for leave to say what is so.
+    // Events about unchanged records need no lock.
     if (m_plan.looksAgain)
         lookAgain(step.family, step.dice | 1);
 }
@@ -178,7 +178,8 @@ void StormHost::performFor(const StormStep& step, int family)
     }
 }
 
-/// Steps with the same dice meet the same processor, unless one of them adds or removes some.
+/// Steps with the same dice concern the same processor unless one of them adds or removes
+/// processors.
 void StormHost::burst(int family, quint32 dice)
 {
     static constexpr StormStep::Kind kinds[] = {
@@ -194,8 +195,8 @@ void StormHost::burst(int family, quint32 dice)
     }
 }
 
-/// The order of groups is that of their tellings, which is the project's if one is told before the
-/// next one is created.
+/// Groups have the order of their events, which is that of the project if each group is announced
+/// before the next one is created.
 void StormHost::addGroup(int family, quint32 dice)
 {
     std::optional<HostLock::Holder> turn;
@@ -206,9 +207,9 @@ void StormHost::addGroup(int family, quint32 dice)
         tell(17, {id});
 }
 
-/// Tells what may be told at any time: an event that makes the panel look, and nothing else. One
-/// of a group that it does not know yet would decide the order of groups, so 17 is told under the
-/// family's lock only (even `dice`).
+/// Raises an event that is allowed at any time, because it only makes the panel ask again. An early
+/// 17 of a group would decide the order of groups, so 17 is raised only under the lock of the
+/// family (even `dice`).
 void StormHost::lookAgain(int family, quint32 dice)
 {
     const QUuid processor = project.anyProcessor(family, dice / 16);
@@ -246,7 +247,7 @@ void StormHost::lookAgain(int family, quint32 dice)
     }
 }
 
-/// Answers about it are default records, as the host knows nothing of it.
+/// The host does not know the identity, so it answers with default records.
 void StormHost::tellNonsense(quint32 dice)
 {
     static constexpr quint32 events[] = {17, 18, 19, 25, 26, 39};
@@ -322,7 +323,7 @@ void StormHost::noteDeviceSet(quint32 number)
     m_lastDeviceSet = number;
 }
 
-/// A number that depends on the seed and on how many were rolled before.
+/// Returns a number that depends on the seed and on the number of earlier calls.
 quint32 StormHost::roll()
 {
     quint32 x = m_plan.seed * 0x9E3779B9U + ++m_rolls * 0x85EBCA6BU;
@@ -335,7 +336,7 @@ StormStep StormHost::drawStep()
 {
     StormStep step;
     step.dice = roll();
-    // What changes something; the rest is rare enough.
+    // Draws only the kinds that change something.
     step.kind = static_cast<StormStep::Kind>(roll() % (StormStep::Refill + 1));
     step.family = static_cast<int>(roll() % StormProject::kFamilies);
     return step;
@@ -355,8 +356,8 @@ void StormHost::dwell(const char* question)
         left -= chance;
         return left < 0 && left >= -chance;
     };
-    // What is told while the GUI thread is inside an answer has to wait, and meets more of its
-    // kind.
+    // Answers on the GUI thread are slow more often: events have to wait meanwhile, so that several
+    // are pending at once.
     if (hits(gui && !painted ? 2 * m_plan.slow : m_plan.slow)) {
         const int most = painted ? 10 : m_plan.slowest;
         const Ms duration(roll() % static_cast<quint32>(most));

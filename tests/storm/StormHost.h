@@ -15,12 +15,12 @@
 
 class CObserver;
 
-/// A host whose project changes on several threads, and which tells every change after it has made
-/// it. What concerns one family is changed and told by one thread at a time, so the events about
+/// A host that changes its project on several threads and raises the event of each change after the
+/// change. Only one thread at a time changes a family and raises its events, so the events about
 /// one identity come in the order of its changes.
 ///
-/// Its answers (see StormHandler) have the habits of the plan: they take time, change and tell
-/// something themselves, wait for another thread that does, or run an event loop.
+/// The plan sets the habits of its answers (see StormHandler): they take time, change the project
+/// and raise events themselves, wait for another thread that does so, or run an event loop.
 class StormHost final
 {
 public:
@@ -32,26 +32,27 @@ public:
 
     void setObserver(CObserver* observer) { m_observer = observer; }
 
-    /// Does what a step says, below StormStep::FirstGuiStep. On the GUI thread, and inside an
-    /// answer, a family that somebody else is busy with is passed over for another one.
+    /// Performs a step below StormStep::FirstGuiStep. On the GUI thread and inside an answer, takes
+    /// another family if a thread holds the lock of the step's family.
     void perform(const StormStep& step);
 
     /// Delivers an event on the calling thread.
     void tell(quint32 event, const QList<QUuid>& ids = {});
     void tellDeviceSets(quint32 firstNumber);
 
-    /// Tells it on the GUI thread, when that gets back to its event loop.
+    /// Queues an event that is delivered on the GUI thread by its event loop.
     void tellLater(quint32 event, const QList<QUuid>& ids = {});
 
-    /// Removes processors, as a user has asked, on a thread of its own.
+    /// Removes processors on a separate thread, as after a request of the user.
     void removeLater(const QList<QUuid>& ids);
 
-    /// Makes the calling thread one that steps run on.
+    /// Marks the calling thread as one that performs steps.
     static void becomeTeller();
 
     bool refills() const { return m_plan.refills; }
 
-    /// The right to change and tell what concerns a family; waits only on threads that tell.
+    /// Returns the lock for changes and events of a family. Only threads that deliver events wait
+    /// for it.
     HostLock& family(int number) { return m_families[static_cast<std::size_t>(number)]; }
     std::chrono::milliseconds patience() const;
 
@@ -63,14 +64,15 @@ public:
     void noteDeviceSet(quint32 number);
     quint32 lastDeviceSet() const { return m_lastDeviceSet; }
 
-    /// From here on answers come at once, and nothing is told any more.
+    /// Makes later answers return at once, and raises no more events.
     void calm();
     bool isCalm() const { return m_calm; }
 
-    /// Lets the threads of its own end what they have begun. GUI thread, with its events.
+    /// Waits until the threads of the host have finished their work. Processes the events of the
+    /// GUI thread meanwhile. Returns false on timeout. GUI thread.
     bool finish();
 
-    /// The GUI thread is busy with something of the host's.
+    /// Keeps the GUI thread busy for `duration`.
     void pause(std::chrono::milliseconds duration);
 
 private:
@@ -88,12 +90,12 @@ private:
     HostLock m_telling;
     std::atomic<quint32> m_rolls{0};
     std::atomic<quint32> m_lastDeviceSet{0};
-    std::atomic<int> m_guiBudget; // ms that answers on the GUI thread may still take
-    std::atomic<int> m_budget;    // the others
+    std::atomic<int> m_guiBudget; // ms that remain for answers on the GUI thread
+    std::atomic<int> m_budget;    // ms that remain for other answers
     std::atomic<bool> m_calm{false};
     std::mutex m_pauseMutex;
     std::condition_variable m_over;
     QObject m_guiContext;
-    HostThread m_helper; // tells what an answer waits for
-    HostThread m_clerk;  // does what a user asked
+    HostThread m_helper; // raises the events that an answer waits for
+    HostThread m_clerk;  // carries out requests of the user
 };

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Compares one field after the other and names those that differ.
+/// Compares all fields and names those that differ.
 class Fields final
 {
 public:
@@ -78,7 +78,7 @@ void compareRecords(QStringList& out, const ProcessorGroupNode& host,
         tree.hostAttribute3)("hostAttribute4", host.hostAttribute4, tree.hostAttribute4);
 }
 
-/// Reads the whole tree once and compares it on the way.
+/// Reads the tree once and compares each row.
 class Comparison final
 {
 public:

@@ -6,11 +6,11 @@
 
 class QAbstractItemModel;
 
-/// In what the tree differs from the project: rows that are missing, in excess or in the wrong
-/// place, texts, every field of every record, and the order. Empty when nothing does.
+/// Returns the differences between tree and project: missing, surplus and misplaced rows, texts,
+/// all fields of all records, and the order. Empty if there is none.
 ///
-/// Groups stand in the project's order if `groupsInOrder`. Below each parent the processors that
-/// have an address stand above all others, by address. The order of the others depends on which
-/// thread was first.
+/// With `groupsInOrder`, groups must be in the order of the project. In each parent, processors
+/// with an address must come first, sorted by address. The order of the others depends on the
+/// threads and is not compared.
 QStringList stormDifferences(const StormProject::State& project, const QAbstractItemModel& tree,
                              bool groupsInOrder);

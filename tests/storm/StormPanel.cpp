@@ -44,7 +44,7 @@ void click(QWidget* widget, const QPoint& pos, Qt::KeyboardModifiers modifiers)
     }
 }
 
-/// The rows below the root, groups opened.
+/// Returns the rows below the root, including those of groups.
 QModelIndexList rowsOf(const QAbstractItemModel& model)
 {
     QModelIndexList rows;
@@ -119,7 +119,7 @@ QAbstractItemModel* StormPanel::model() const
     return view ? view->model() : nullptr;
 }
 
-/// Whether the user can reach the tree.
+/// Returns whether the user can use the tree.
 bool StormPanel::isFree() const
 {
     return model() && !QApplication::activeModalWidget() && !QApplication::activePopupWidget();
@@ -175,7 +175,7 @@ void StormPanel::perform(const StormStep& step)
     }
 }
 
-/// A change of the host's that concerns every family and that no event tells.
+/// Performs a change of the host that concerns every family and has no event.
 void StormPanel::removeAllGroups()
 {
     std::array<std::unique_ptr<HostLock::Holder>, StormProject::kFamilies> turns;
@@ -231,8 +231,8 @@ void StormPanel::select(quint32 dice)
     }
 }
 
-/// The model stores a new name without a word to the host, so the host has stored it before, and
-/// tells it afterwards.
+/// The model stores a new name without asking the host, so the host stores it first and raises the
+/// event afterwards.
 void StormPanel::renameByModel(quint32 dice)
 {
     QAbstractItemModel* rows = model();
@@ -260,7 +260,7 @@ void StormPanel::renameByEditor(quint32 dice)
         return;
     QTreeView* view = tree();
     const QPersistentModelIndex row = anyRow(*view->model(), dice);
-    // Nothing but 16 tells of the name of a group.
+    // Only event 16 announces the name of a group.
     if (!row.isValid() || (row.data(NodeTypeRole).toInt() == NodeGroup && !m_host.refills()))
         return;
     view->scrollTo(row);

@@ -15,8 +15,8 @@ class QTreeView;
 class StormHandler;
 class StormHost;
 
-/// The panel in a window of the host's, and the user in front of it. GUI thread; every operation
-/// may be called from within another one, by an event loop that an answer runs.
+/// The panel in a window of the host, and its user. GUI thread. All operations are re-entrant,
+/// because an answer may run an event loop.
 class StormPanel final
 {
 public:
@@ -25,21 +25,21 @@ public:
     StormPanel(const StormPanel&) = delete;
     StormPanel& operator=(const StormPanel&) = delete;
 
-    /// Builds the panel, unless there is one, and has it filled.
+    /// Builds the panel unless there is one, and raises the event that fills it.
     void build();
     bool exists() const { return m_widget != nullptr; }
 
-    /// Does what a step says, from StormStep::FirstGuiStep on; nothing where that is impossible.
+    /// Performs a step from StormStep::FirstGuiStep on. Does nothing if it is not possible now.
     void perform(const StormStep& step);
 
-    /// To be called now and then: answers dialogs that have been open for a while, and builds a
-    /// panel that has been gone for a while.
+    /// Answers dialogs that have been open for a while, and replaces a panel that was destroyed a
+    /// while ago. Called periodically.
     void tick();
 
-    /// Closes dialogs and menus. Returns whether none is left.
+    /// Closes dialogs and menus. Returns whether all are closed.
     bool closeWindows();
 
-    /// What the panel shows; null without one.
+    /// Returns the model that the panel shows, or null without a panel.
     QAbstractItemModel* model() const;
 
 private:
@@ -56,7 +56,7 @@ private:
     StormHost& m_host;
     QWidget m_window;
     QPointer<QWidget> m_widget;
-    ITargetSelectAreaInterface* m_layer = nullptr; // as long as the widget lives
+    ITargetSelectAreaInterface* m_layer = nullptr; // valid while the widget exists
     std::vector<std::shared_ptr<StormHandler>> m_kept;
     std::weak_ptr<StormHandler> m_handler;
     QPointer<QWidget> m_openWindow;

@@ -125,7 +125,7 @@ StormPlan StormPlan::draw(quint32 seed, const QStringList& without)
             step.family = step.actor;
         step.dice = random.generate();
         if (step.kind == StormStep::Busy) {
-            // The longest of all: the GUI thread is busy for longer than anybody waits for it.
+            // The longest pause: the GUI thread is busy for longer than any thread waits for it.
             step.dice = longBusy ? 7500 : random.bounded(300U);
             longBusy = false;
         }

@@ -18,17 +18,17 @@
 
 namespace {
 
-/// How far one actor may be ahead of another one.
+/// The number of steps that one actor may be ahead of another one.
 constexpr int kWindow = 12;
 constexpr int kMostNested = 3;
 constexpr int kTickMs = 10;
 
-/// What has not come to rest by then will not.
+/// Limit of the wait until nothing is pending.
 constexpr int kRestMs = 20000;
 constexpr int kAgreementMs = 4000;
 constexpr int kStuckMs = 120000;
 
-/// Hands the steps to their actors, each in its order, and holds back who is too far ahead.
+/// Gives each actor its steps in order, and makes actors wait that are too far ahead.
 class Score final
 {
 public:
@@ -38,8 +38,8 @@ public:
     {
     }
 
-    /// The next step of `actor`; waits for its turn unless `wait` is false. Null when there is
-    /// none, for now or for ever.
+    /// Returns the next step of `actor`, or null if it has none now. Waits for its turn unless
+    /// `wait` is false.
     const StormStep* next(int actor, bool wait)
     {
         std::unique_lock guard(m_mutex);
@@ -74,10 +74,10 @@ private:
     std::mutex m_mutex;
     std::condition_variable m_changed;
     std::vector<bool> m_begun;
-    int m_first = 0; // that has not begun
+    int m_first = 0; // the first step that has not begun
 };
 
-/// One round. The GUI thread's steps come from its event loop, and from those that answers run.
+/// One round. The GUI thread performs its steps in its event loop and in those that answers run.
 class Round final
 {
 public:
@@ -127,7 +127,7 @@ private:
         ++m_ended;
     }
 
-    /// A timer's event does not come again inside itself; a queued call does.
+    /// Queues the next step, because a timer does not expire again inside its own event.
     void tick()
     {
         m_host.watch.beat();
@@ -146,7 +146,8 @@ private:
             return;
         ++m_nested;
         if (!m_host.isCalm()) {
-            // At every depth, as what is open below keeps the steps above from ending.
+            // This is done at every depth, because an open dialog keeps the steps around it from
+            // ending.
             m_panel.tick();
             const StormStep* step =
                 m_nested > kMostNested ? nullptr : m_score.next(StormStep::kGuiThread, false);
@@ -170,7 +171,7 @@ private:
         return true;
     }
 
-    /// Everything that has been told takes effect. Twice: nothing may come after the end.
+    /// Waits until all events have taken effect, then once more to see that nothing follows.
     void rest()
     {
         const bool closed = waitFor([this] { return m_panel.closeWindows(); }, kRestMs);
@@ -187,8 +188,8 @@ private:
         m_complaints += differences();
     }
 
-    /// Device sets go the whole way: through the panel's own thread, and what waits for the GUI
-    /// thread. Returns whether the panel has asked for the text of one that was told now.
+    /// Raises device sets, which pass the work thread of the panel and the queue of the GUI thread.
+    /// Returns whether the panel has asked for the text of a set that was raised here.
     bool passThrough()
     {
         const quint32 number = m_nextMark += 2;
@@ -203,7 +204,7 @@ private:
                      : QStringList{QStringLiteral("there is no panel")};
     }
 
-    /// Threads that never come back cannot be joined, so the process ends here.
+    /// Ends the process, because blocked threads cannot be joined.
     void giveUp()
     {
         const QString journal = m_host.watch.journal().join(QLatin1Char('\n'));

@@ -4,19 +4,20 @@
 
 #include <QStringList>
 
-/// How a round went.
+/// The result of a round.
 struct StormOutcome
 {
-    QStringList complaints; ///< Empty when all three laws held.
+    QStringList complaints; ///< Empty if all three laws were kept.
     QStringList journal;
 
     bool isGood() const { return complaints.isEmpty(); }
 };
 
-/// Plays the first `stepCount` steps of a plan with a panel of its own, lets everything come to
-/// rest, and compares the tree with the project. GUI thread.
+/// Plays the first `stepCount` steps of a plan with a new panel, waits until nothing is pending,
+/// and compares the tree with the project. GUI thread.
 StormOutcome playStorm(const StormPlan& plan, int stepCount);
 
-/// The smallest number of steps with which the plan still fails, as far as a few attempts show: who
-/// is faster differs from time to time. `outcome` becomes that of the last failure.
+/// Returns the smallest number of steps with which the plan still fails. It is an estimate from a
+/// few attempts, because the timing of the threads varies. Sets `outcome` to that of the last
+/// failure.
 int shrinkStorm(const StormPlan& plan, int failing, StormOutcome& outcome);

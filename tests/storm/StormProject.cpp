@@ -291,7 +291,7 @@ QUuid StormProject::pickGroup(int family, const QUuid& processor, QRandomGenerat
     return random.bounded(3) == 0 || m_freed.contains(processor) ? QUuid() : group;
 }
 
-/// An address that nobody has had, in no order.
+/// Returns an address that no processor has had. The addresses are not ordered.
 quint32 StormProject::freshAddress()
 {
     constexpr quint32 oddStride = 0x9E3779;

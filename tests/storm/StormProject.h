@@ -12,22 +12,22 @@
 
 class QRandomGenerator;
 
-/// The project of the storm's host. Every operation is one change, or one look, under a mutex of
-/// its own, which no call-out ever holds. Any thread.
+/// The project of the storm's host. Every operation is one change or one query under the mutex of
+/// the project, which is never held during a call-out. Thread-safe.
 ///
-/// Identities come in families. A processor only ever stands in a group of its own family, or in
-/// none, so that a change of one family says nothing about another one.
+/// Each identity belongs to a family. A processor is always in a group of its own family or in
+/// none, so that a change of one family does not affect another one.
 ///
-/// What no sequence of true events can tell is not done: a group that is gone does not come back
-/// under its identity, a processor that a dissolved group set free joins no group again, and an
-/// address that a processor has had does not return to it.
+/// Changes that no sequence of true events can express are never made: a removed group does not
+/// come back under its identity, a processor of a dissolved group does not join a group again, and
+/// a processor does not get an address back that it had before.
 class StormProject final
 {
 public:
     static constexpr int kFamilies = 3;
 
-    /// The project as it is at one moment. Shares no list with any other state: a list of Qt's that
-    /// was shared once is written in place without a word to ThreadSanitizer.
+    /// The project at one moment. Shares no list with another state, because ThreadSanitizer does
+    /// not see how Qt synchronises implicitly shared lists.
     struct State
     {
         std::vector<ProcessorGroupNode> groups; ///< In the order of their creation.
@@ -43,11 +43,11 @@ public:
     ProcessorNode processor(const QUuid& id) const;
     QUuid current() const;
 
-    /// An identity of the family; null when there is none.
+    /// Return an identity of the family, or null if there is none.
     QUuid anyGroup(int family, quint32 dice) const;
     QUuid anyProcessor(int family, quint32 dice) const;
 
-    // Changes; each returns the identities that it concerns.
+    // Changes. Each returns the identities that it concerns.
     QUuid addGroup(int family, quint32 dice);
     QList<QUuid> addProcessors(int family, int count, quint32 dice);
     QList<QUuid> removeProcessors(int family, int count, quint32 dice);
@@ -60,7 +60,7 @@ public:
     bool renameProcessor(const QUuid& id, const QString& name);
     bool renameGroup(const QUuid& id, const QString& name);
 
-    /// What the panel reports when it has moved rows; null `group` is the root.
+    /// Stores a move that the panel has reported. A null `group` is the root.
     void storeMembership(const QUuid& group, const QList<QUuid>& processors);
 
 private:
@@ -72,16 +72,16 @@ private:
 
     mutable std::mutex m_mutex;
     State m_state;
-    QSet<QUuid> m_freed;       // by dissolved groups
-    QSet<QUuid> m_addressless; // once
+    QSet<QUuid> m_freed;       // from dissolved groups
+    QSet<QUuid> m_addressless; // had no address at some time
     quint32 m_lastAddress = 0;
     uint m_lastGroup = 0;
     int m_lastName = 0;
 };
 
-/// The family of an identity; -1 for one that is nobody's.
+/// Returns the family of an identity, or -1 if it belongs to none.
 int stormFamily(const QUuid& id);
 
-/// A short name for an identity: "P0.7", "G2.1", "nobody".
+/// Returns a short name of an identity: "P0.7", "G2.1", "nobody".
 QString stormLabel(const QUuid& id);
 QString stormLabels(const QList<QUuid>& ids);

@@ -6,7 +6,8 @@ namespace {
 
 using Clock = StormWatch::Clock;
 
-/// Whose work the calling thread does, since when, and how much of it has been the host's.
+/// Whether the calling thread works for the host or for the panel, since when, and how long it has
+/// worked for the host.
 struct Side
 {
     bool host = false;
@@ -71,7 +72,7 @@ void StormWatch::complain(const QString& text)
     m_complaints.append(text);
 }
 
-/// Ends the stretch that the calling thread spent on one side.
+/// Ends the time that the calling thread spent on one side.
 void StormWatch::switchSide(bool toHost)
 {
     Side& mine = side();

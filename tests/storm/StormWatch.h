@@ -7,28 +7,29 @@
 #include <mutex>
 #include <thread>
 
-/// Looks at who stands still, and keeps a journal of what happened. The bounds are wide: they are
-/// passed by threads that wait for each other, not by a machine that is busy.
+/// Detects threads that are blocked for too long, and keeps a journal of what happened. The limits
+/// are wide: threads that wait for each other exceed them, a busy machine does not.
 class StormWatch final
 {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// Made on the GUI thread.
+    /// GUI thread.
     StormWatch();
 
     bool isGuiThread() const { return std::this_thread::get_id() == m_guiThread; }
 
-    /// Called by a timer of the GUI thread.
+    /// Notes that the GUI thread handles its events. A timer of the GUI thread calls it.
     void beat();
 
     void note(const QString& text);
     QStringList journal() const;
 
-    /// What stood still for too long.
+    /// Returns which threads were blocked for too long, and where.
     QStringList complaints() const;
 
-    /// The calling thread does the host's own work while one lives: answers a question, waits.
+    /// While an object lives, the calling thread does the host's own work: it answers a question or
+    /// waits.
     class HostWork final
     {
     public:
@@ -42,7 +43,8 @@ public:
         bool m_wasHost;
     };
 
-    /// The host calls the panel, inside an answer even.
+    /// While an object lives, the host is inside a call of the panel, which may be nested in an
+    /// answer.
     class PanelWork final
     {
     public:
@@ -56,7 +58,7 @@ public:
         bool m_wasHost;
     };
 
-    /// The calling thread delivers event `number`.
+    /// While an object lives, the calling thread delivers event `number`.
     class Telling final
     {
     public:
@@ -73,7 +75,8 @@ public:
         Clock::duration m_hostBefore;
     };
 
-    /// The GUI thread waits in an answer for a thread that delivers an event.
+    /// While an object lives, the GUI thread waits in an answer for a thread that delivers an
+    /// event.
     class GuiWait final
     {
     public:
@@ -99,11 +102,12 @@ private:
     QStringList m_complaints;
 };
 
-/// How long a thread that delivers an event may stay in it, its own answers aside.
+/// The longest time that the delivery of an event may take, without the host's own answers.
 constexpr std::chrono::milliseconds kLongestTelling{6000};
 
-/// How long the GUI thread may stay in the panel without an answer or a look at its event loop.
+/// The longest time that the GUI thread may stay in the panel without answering a question or
+/// returning to its event loop.
 constexpr std::chrono::milliseconds kLongestGuiStand{2000};
 
-/// How long the GUI thread may wait in an answer for what an event of another thread holds up.
+/// The longest time that the GUI thread may wait in an answer for a thread that delivers an event.
 constexpr std::chrono::milliseconds kLongestGuiWait{4000};

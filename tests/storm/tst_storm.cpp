@@ -13,7 +13,7 @@ namespace {
 constexpr int kUsualSeconds = 60;
 constexpr int kShownComplaints = 12;
 
-/// The rounds of a storm last as long as the environment says.
+/// Returns how long the storm lasts, which the environment sets.
 int stormSeconds()
 {
     bool given = false;
@@ -21,7 +21,7 @@ int stormSeconds()
     return given ? seconds : kUsualSeconds;
 }
 
-/// Habits and kinds of steps to do without, when a failure is looked into.
+/// Returns the habits and kinds of steps to leave out while a failure is analysed.
 QStringList without()
 {
     return qEnvironmentVariable("TSA_STORM_WITHOUT").split(QLatin1Char(','), Qt::SkipEmptyParts);
@@ -36,13 +36,13 @@ QString report(const StormPlan& plan, int steps, const StormOutcome& outcome)
 
 } // namespace
 
-/// A host with an oracle. Its project really changes, on several threads; it tells nothing but what
-/// is so, in the order in which it came about; and its answers take time, tell something
-/// themselves, wait for other threads and run event loops. When all is told, the tree equals the
-/// project, and nobody has stood still meanwhile.
+/// A host with an oracle. Its project changes on several threads. All its events are true and come
+/// in the order of the changes. Its answers take time, raise events themselves, wait for other
+/// threads and run event loops. After the last event the tree equals the project, and no thread was
+/// blocked for too long.
 ///
-/// A failure prints the seed of the round and the shortest beginning of its steps that still fails.
-/// TSA_STORM_SURVEY plays on after failures and counts them.
+/// A failure prints the seed of the round and the smallest number of first steps that still fails.
+/// With TSA_STORM_SURVEY the storm continues after failures and counts them.
 class StormTest : public QObject
 {
     Q_OBJECT
@@ -84,7 +84,7 @@ void StormTest::shouldShowTheHostsProjectInTheEnd()
 
 int main(int argc, char** argv)
 {
-    // Qt Test ends what takes five minutes, unless it is told.
+    // Qt Test ends a test function after five minutes unless this variable is set.
     const QByteArray limitMs = QByteArray::number((stormSeconds() + 900) * 1000);
     qputenv("QTEST_FUNCTION_TIMEOUT", limitMs);
     QApplication application(argc, argv);

@@ -2,9 +2,9 @@
 
 #include <QStringList>
 
-/// What changes something or asks for it. Questions are left out: how many there are depends on how
-/// often rows are painted and hovered, and on the PC's network.
+/// Returns those of `calls` that change something or request a change. Questions are left out,
+/// because their number depends on painting, on the mouse, and on the network of the PC.
 QStringList requests(const QStringList& calls);
 
-/// What a project file holds, such as "Group[One,Two],Three".
+/// Returns the contents of a project file, such as "Group[One,Two],Three".
 QString projectText(const QString& path);

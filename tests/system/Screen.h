@@ -8,7 +8,7 @@
 #include <optional>
 #include <stdexcept>
 
-/// Something that did not happen in time; ends the day.
+/// Thrown if an expected state is not reached in time; ends the test.
 struct Stuck : std::runtime_error
 {
     explicit Stuck(const QString& what)
@@ -17,17 +17,17 @@ struct Stuck : std::runtime_error
     }
 };
 
-/// What somebody looks for on the screen. What is left empty does not matter.
+/// Describes an element that a user looks for. An empty field matches anything.
 struct Wanted
 {
     QString role;
     QString name;
-    QString within; ///< Name of something that it lies in, at whatever depth.
+    QString within; ///< Name of an ancestor, at any depth.
 
     QString text() const;
 };
 
-/// What a screen reader says of one thing on the screen.
+/// A visible element as a screen reader describes it.
 struct Element
 {
     QString role;
@@ -40,23 +40,23 @@ struct Element
     bool is(const QString& state) const { return states.contains(state); }
 };
 
-/// One look at the windows, as the workbench's inspector tells of them.
+/// The visible windows at one moment, as the inspector of the workbench describes them.
 class Screen final
 {
 public:
     Screen() = default;
     explicit Screen(QJsonObject told);
 
-    /// The first one in the foremost window that has one.
+    /// Returns the first such element, from the frontmost window that has one.
     std::optional<Element> find(const Wanted& wanted) const;
 
-    /// Whether the foremost window, menus and lists aside, has the keyboard.
+    /// Returns whether the frontmost window, apart from menus and lists, is active.
     bool takesKeys() const;
 
-    /// What has the keyboard.
+    /// Returns the element that has the focus.
     std::optional<Element> focus() const;
 
-    /// Everything, for people.
+    /// Returns all elements as readable text.
     QString dump() const;
 
 private:

@@ -7,8 +7,8 @@
 
 #include <optional>
 
-/// Something that an application presents on the accessibility bus. Asks the application each time;
-/// what has gone answers with nothing.
+/// An accessible object of an application on the accessibility bus. Asks the application in each
+/// call; for an object that no longer exists the results are empty.
 class Heard final
 {
 public:
@@ -19,17 +19,17 @@ public:
     QString name() const { return property("Name"); }
     QString description() const { return property("Description"); }
     QString text() const;
-    /// Returns the name of the label that labels it.
+    /// Returns the name of the label of the object.
     QString label() const;
     QStringList states() const;
     bool is(const char* state) const { return states().contains(QLatin1String(state)); }
     Heard parent() const;
     QList<Heard> children() const;
 
-    /// Returns the names of the actions, in the order of the application.
+    /// Returns the names of the actions in the order of the application.
     QStringList actions() const;
-    /// Has the application do the action, and does not wait until it is done: some run dialogs.
-    /// Returns false when there is none of that name.
+    /// Starts an action. Does not wait until it is finished, because some actions run dialogs.
+    /// Returns false if there is no action of that name.
     bool act(const char* action) const;
 
 private:
@@ -43,8 +43,8 @@ private:
     QString m_path;
 };
 
-/// A screen reader: finds applications on the accessibility bus, looks at what they present, and
-/// notes what they announce. Needs scripts/with-a11y-bus.sh around the test.
+/// A screen reader: finds applications and their objects on the accessibility bus, and records what
+/// they announce. The test has to run inside scripts/with-a11y-bus.sh.
 class ScreenReader final : public QObject
 {
     Q_OBJECT
@@ -53,24 +53,24 @@ public:
     ScreenReader();
     ~ScreenReader() override;
 
-    /// Whether it is on the bus.
+    /// Returns whether the reader is connected to the bus.
     bool isListening() const;
 
     static QDBusConnection bus();
 
-    /// The first thing of that role and name in the windows of the application `application`.
+    /// Returns the first object of that role and name in the windows of `application`.
     static std::optional<Heard> find(const QString& application, const QString& role,
                                      const QString& name);
 
-    /// The first one in or below `within`.
+    /// Returns the first such object in or below `within`.
     static std::optional<Heard> findIn(const Heard& within, const QString& role,
                                        const QString& name);
 
-    /// What was announced since forget(), in order: "focus Stage", "description Stage left".
+    /// Returns the announcements since forget(), in order: "focus Stage", "description Stage left".
     const QStringList& announced() const { return m_announced; }
     void forget() { m_announced.clear(); }
 
-    /// Where the last announced focus is.
+    /// Returns the object of the last announced focus.
     const Heard& focus() const { return m_focus; }
 
 private slots:

@@ -8,8 +8,8 @@
 
 class WorkbenchProgram;
 
-/// Somebody at the display: looks for things by role and name, and uses mouse and keys through the
-/// X server. Throws Stuck when what should come does not.
+/// A user at the display: finds elements by role and name, and uses mouse and keyboard through the
+/// X server. Throws Stuck if an expected state is not reached in time.
 class User final
 {
 public:
@@ -18,19 +18,19 @@ public:
     {
     }
 
-    /// Waits until it is there and keeps its place.
+    /// Waits until the element is visible and does not move any more, and returns it.
     Element find(const Wanted& wanted);
 
-    /// Waits until it is there and in `state`; "enabled" is the lack of "disabled".
+    /// Waits until the element is visible and in `state`; "enabled" means not "disabled".
     Element findIn(const QString& state, const Wanted& wanted);
 
-    /// Waits until it has gone.
+    /// Waits until no such element is visible.
     void waitUntilGone(const Wanted& wanted);
 
-    /// Waits until the keyboard goes to something with `value`; whatever the value when null.
+    /// Waits until an element with `role` and `value` has the focus. A null `value` matches any.
     void waitForKeyboardIn(const QString& role, const QString& value = QString());
 
-    /// Waits until `condition`; `what` says what was missing.
+    /// Waits until `condition` returns true. `what` describes it in the message of a timeout.
     void waitFor(const QString& what, const std::function<bool()>& condition);
 
     void click(const Wanted& wanted) { press(wanted, 1); }
@@ -38,22 +38,23 @@ public:
     void rightClick(const Wanted& wanted) { press(wanted, 3); }
     void clickAt(const QPoint& place);
 
-    /// Opens the context menu of something and chooses an entry.
+    /// Opens the context menu of an element and chooses `entry`.
     void choose(const QString& entry, const Wanted& wanted);
 
-    /// Drags onto `target` until `moves` counts moves of the drag there, and lets go.
+    /// Drags an element to `target`, moves until `moves` counts moves of the drag there, and drops
+    /// it.
     void drag(const Wanted& wanted, const Wanted& target, const std::function<int()>& moves);
 
-    /// Turns the wheel until `top`, the first thing in there, has come.
+    /// Turns the wheel over `within` until its first element, `top`, is visible.
     void scrollUp(const Wanted& within, const Wanted& top);
 
-    /// Such as "Return", "ctrl+q".
+    /// Presses a key with modifiers, such as "Return" or "ctrl+q".
     void pressKeys(const QString& keys);
 
-    /// Writes over what the field with the keyboard holds.
+    /// Replaces the text of the field that has the focus.
     void write(const QString& text);
 
-    /// Clicks into the field and writes over what it holds.
+    /// Clicks into the field and replaces its text.
     void writeInto(const Wanted& field, const QString& text);
 
 private:

@@ -6,8 +6,8 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-/// The workbench as a process of its own, seen from outside: its windows by its inspector, what the
-/// panel asks of it by its log.
+/// The workbench as a separate process. Its inspector describes its windows, and its log has the
+/// calls of the panel.
 class WorkbenchProgram final
 {
 public:
@@ -16,25 +16,25 @@ public:
     WorkbenchProgram(const WorkbenchProgram&) = delete;
     WorkbenchProgram& operator=(const WorkbenchProgram&) = delete;
 
-    /// Its own files, gone with this.
+    /// Returns the path of a file in a folder that is removed with this object.
     QString path(const QString& name) const { return m_folder.filePath(name); }
 
-    /// Starts it with its home in an own folder, so that nothing of the user's own is touched.
+    /// Starts the program with a home folder of its own, so that the user's files are not touched.
     void start(const QStringList& arguments);
 
-    /// Everything that can be seen now.
+    /// Returns the elements that are visible now.
     Screen look() const;
 
-    /// The log so far, a line each of the kinds "call", "event" and "log". Its own folder is "~"
-    /// there, and identities are replaced by names: those given by nameIdentities(), and "new 1",
-    /// "new group 1" in order of arrival.
+    /// Returns the lines of the log so far that have the kind "call", "event" or "log". The folder
+    /// of the program is replaced by "~", and identities by names: those of nameIdentities(), and
+    /// "new 1" or "new group 1" in order of arrival.
     QStringList log(const QString& kind) const;
 
-    /// Has the identities of the groups, processors and device sets of a project file called by
-    /// their names.
+    /// Makes log() replace the identities of a project file by the names of its groups, processors
+    /// and device sets.
     void nameIdentities(const QString& projectFile);
 
-    /// Waits until it has ended by itself; what it said on the standard error stream.
+    /// Waits until the program has ended by itself. Returns the text of its standard error stream.
     QByteArray waitForEnd();
 
     bool isRunning() const { return m_process.state() == QProcess::Running; }
@@ -47,5 +47,5 @@ private:
     QTemporaryDir m_folder;
     QProcess m_process;
     QByteArray m_complaints;
-    QHash<QString, QString> m_names; // of identities as the log has them
+    QHash<QString, QString> m_names; // by identity, as the log writes it
 };

@@ -38,8 +38,8 @@ QTextCodec* codecFor(const QByteArray& bytes)
     return chinese ? chinese : locale;
 }
 
-/// Goes through the lines of a file. They are parted before they are decoded: no byte of a longer
-/// character looks like a line end, in any encoding that is in question.
+/// Reads the lines of a file. Splits them before it decodes them, because in all supported
+/// encodings no byte of a multi-byte character equals a line end.
 class Lines final
 {
 public:
@@ -98,8 +98,8 @@ public:
     const ImportedIpList& result() const { return m_result; }
 
 private:
-    /// Not every codec counts what it replaces. In UTF-8, where they are counted, the replacement
-    /// character is one like any other.
+    /// Not every codec counts the bytes that it replaces. UTF-8 does, so a replacement character in
+    /// its text is an ordinary character.
     bool isDecoded(const QString& text, const State& state) const
     {
         return state.invalidChars == 0 && state.remainingChars == 0

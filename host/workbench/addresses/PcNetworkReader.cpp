@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The columns of /proc/net/route, parted by tabs below one line of headings; proc(5) names them.
+/// The columns of /proc/net/route, separated by tabs below a line of headings; see proc(5).
 /// Addresses are 32-bit hexadecimal numbers whose bytes in memory are in network order.
 enum RouteColumn { Destination = 1, Gateway = 2, Flags = 3, Mask = 7, RouteColumns };
 

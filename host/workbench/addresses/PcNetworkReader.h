@@ -19,7 +19,7 @@ class PcNetworkCache final
 {
 public:
     using Reader = std::function<PcNetwork()>;
-    using Clock = std::function<qint64()>; ///< Milliseconds that only grow.
+    using Clock = std::function<qint64()>; ///< Returns milliseconds of a monotonic clock.
 
     static constexpr qint64 kMaxAgeMs = 1000;
 

@@ -105,8 +105,8 @@ void Notifier::stop()
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
-/// Queues `event` for the notifying thread if its place is there. Events do not overtake each other
-/// when the delivery is switched to the GUI thread.
+/// Queues `event` if the notifying thread has to deliver it, and returns whether it has. After the
+/// delivery is switched to the GUI thread, events still wait for those that are queued.
 bool Notifier::mustQueue(const HostEvent& event)
 {
     {
@@ -150,8 +150,8 @@ void Notifier::deliver(const HostEvent& event)
     m_trace.add(TraceEntry::Kind::Event, event.text());
     QElapsedTimer timer;
     timer.start();
-    // A subject for each delivery: deliveries nest on the GUI thread, and the observer may be
-    // replaced while one is on its way.
+    // Each delivery has a subject of its own: deliveries nest on the GUI thread, and the observer
+    // may be replaced during a delivery.
     CSubject subject;
     subject.Attach(observer);
     event.deliver(subject);

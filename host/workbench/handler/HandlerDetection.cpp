@@ -1,5 +1,5 @@
-// How the host detects devices: before the call returns, with its progress shown and what it finds
-// announced one by one.
+// How the host detects devices: inside the call, with its progress shown and each processor that it
+// finds announced by itself.
 
 #include "host/common/AppendLog.h"
 #include "host/workbench/handler/WorkbenchHandler.h"

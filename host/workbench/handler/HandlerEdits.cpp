@@ -259,7 +259,7 @@ void WorkbenchHandler::edit(const char* function, const std::function<void()>& c
         // A request for one project must not change the next one.
         const int number = m_store.projectNumber();
         const int delay = reply == HostReply::SecondLater ? kLateReplyMs : 0;
-        // Coarse timers may overtake each other.
+        // Coarse timers may expire in another order.
         QTimer::singleShot(delay, Qt::PreciseTimer, &m_later, [=] {
             if (m_store.projectNumber() == number)
                 carryOut(function, change);

@@ -13,7 +13,7 @@
 
 namespace {
 
-// The step of the search for cells where a view shows none, in pixels.
+// The step of the search for cells across an empty part of a view, in pixels.
 constexpr int kStep = 8;
 
 QJsonObject element(QAccessibleInterface& found, const QRect& frame);
@@ -32,8 +32,8 @@ QJsonArray stateNames(const QAccessible::State& state)
     return names;
 }
 
-/// Has `view` make its cells anew: it keeps them, and hears of changes of its model only while
-/// there is a screen reader.
+/// Makes `view` create its cells again. It caches them, and follows changes of its model only while
+/// a screen reader is active.
 void forgetCells(QAccessibleInterface& view)
 {
     QAccessibleTableModelChangeEvent changed(view.object(),
@@ -41,7 +41,8 @@ void forgetCells(QAccessibleInterface& view)
     view.tableInterface()->modelChange(&changed);
 }
 
-/// The cells in view. All cells of a view may be a million: they are looked for where they show.
+/// Returns the visible cells. A view may have a million cells, so only the visible area is
+/// searched.
 QJsonArray cells(QAccessibleInterface& view, const QWidget& viewport)
 {
     const QRect frame(viewport.mapToGlobal(QPoint(0, 0)), viewport.size());
@@ -52,7 +53,7 @@ QJsonArray cells(QAccessibleInterface& view, const QWidget& viewport)
         for (int x = frame.left(); x <= frame.right();) {
             QAccessibleInterface* cell = view.childAt(x, y);
             const QRect place = cell ? cell->rect().intersected(frame) : QRect();
-            // A view that has yet to lay itself out may find a cell elsewhere than it shows it.
+            // A view that is not laid out yet may return a cell that it shows at another place.
             if (!place.contains(x, y)) {
                 x += kStep;
                 continue;
@@ -66,7 +67,7 @@ QJsonArray cells(QAccessibleInterface& view, const QWidget& viewport)
     return found;
 }
 
-/// Returns whether it is a window, which has its own entry, or is part of a hidden one.
+/// Returns whether the element is a window, which has an entry of its own, or is not visible.
 bool isElsewhere(const QAccessibleInterface& child)
 {
     const auto* widget = qobject_cast<const QWidget*>(child.object());
@@ -87,7 +88,7 @@ QJsonArray children(QAccessibleInterface& parent)
             found.append(element(*child, child->rect()));
             continue;
         }
-        // A row that is scrolled out of view may have rows below it that are not.
+        // Children of a row that is scrolled out of view may be visible.
         const QJsonArray below = children(*child);
         for (const QJsonValue& inView : below)
             found.append(inView);
@@ -116,7 +117,7 @@ QJsonObject element(QAccessibleInterface& found, const QRect& frame)
     return told;
 }
 
-/// Returns the visible windows, the front one first.
+/// Returns the visible windows from front to back.
 QWidgetList windows()
 {
     QWidgetList shown;

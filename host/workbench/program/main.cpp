@@ -81,7 +81,7 @@ int main(int argc, char** argv)
     load(options, window, problem);
     window.show();
     if (unattended) {
-        // In the event loop, so that the panel ends as it does in a host.
+        // Runs in the event loop, so that the panel ends as it does in a host.
         QTimer::singleShot(0, &window,
                            [&] { QApplication::exit(runUnattended(options, window, problem)); });
     } else if (!problem.isEmpty()) {

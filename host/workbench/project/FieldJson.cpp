@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The whole number that `json` is, within the limits of `Number`.
+/// Returns the integer in `json` if it is within the limits of `Number`.
 template <typename Number>
 std::optional<Number> wholeNumber(const QJsonValue& json)
 {

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Steps over a text that a parser has accepted already, so that it needs no checks of its own
-/// beyond not running past the end.
+/// Scans a text that a parser has already accepted, so it only checks that it does not run past the
+/// end.
 class Scanner final
 {
 public:
@@ -29,7 +29,7 @@ public:
         skipSpace();
     }
 
-    /// Steps over a value of any kind and the space behind it.
+    /// Skips a value of any kind and the white space after it.
     void skipValue()
     {
         int depth = 0;
@@ -51,7 +51,7 @@ public:
         } while (depth > 0 && m_offset < m_json.size());
     }
 
-    /// Steps over a string and returns what it stands for.
+    /// Skips a string and returns its decoded value.
     QString takeString()
     {
         const int start = m_offset;

@@ -78,7 +78,8 @@ public:
     bool hasGroup(const QUuid& id) const { return findGroup(id) != nullptr; }
     int roomForProcessors() const { return ProjectLimits::kMaxProcessors - processors.size(); }
 
-    /// The group's record with its processors; default-constructed for an unknown identity.
+    /// Returns the group's record with its processors, or a default-constructed record for an
+    /// unknown identity.
     ProcessorGroupNode group(const QUuid& id) const;
     QList<ProcessorGroupNode> allGroups() const;
 

@@ -23,7 +23,7 @@ QStringList pathTo(const char* list, int at, const char* field = nullptr)
     return path;
 }
 
-/// Whether `id` may stand at `path`, beside those `seen`, which it joins.
+/// Returns the problem if `id` is null or among `seen`; otherwise adds it to `seen`.
 Problem checkIdentity(const QUuid& id, const QStringList& record, QSet<QUuid>& seen)
 {
     if (id.isNull())

@@ -33,7 +33,7 @@ QString located(const QByteArray& json, int offset, const QString& reason)
         .arg(reason);
 }
 
-/// "processors[3].number" for the steps to it.
+/// Returns the path as text, such as "processors[3].number".
 QString pathText(const QStringList& path)
 {
     QString text;
@@ -108,7 +108,7 @@ QStringList ipListTexts(const IpList& list)
     return texts;
 }
 
-/// The version comes first: a newer file may have anything in it.
+/// Checks the version first, because a newer file may contain anything.
 void readVersion(FieldReader& reader)
 {
     qint32 version = 0;
@@ -196,7 +196,8 @@ std::optional<Project> loadProject(const QString& path, QString& problem)
                                                           : file.errorString());
         return std::nullopt;
     }
-    // One byte more than allowed is enough to know, whatever the size that the file claims.
+    // Reading one byte more than is allowed shows that the file is too long, whatever size it
+    // reports.
     const QByteArray json = file.read(kMaxProjectFileSize + 1);
     if (file.error() != QFile::NoError) {
         problem = Messages::tr("%1 cannot be read: %2").arg(shown, file.errorString());
@@ -245,7 +246,7 @@ bool saveProject(const Project& project, const QString& path, QString& problem)
     }
     QSaveFile file(path);
     const QByteArray json = projectToJson(project);
-    // commit() takes no notice of a failure to write what is still buffered; flush() does.
+    // commit() ignores a failure to write buffered data; flush() reports it.
     if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.flush()
         || !file.commit()) {
         problem = Messages::tr("%1 cannot be written: %2").arg(shown, file.errorString());

@@ -169,7 +169,7 @@ bool Tour::perform(const Step& step)
            && takePicture(step.name);
 }
 
-/// For a dialog in whose event loop the tour waits: takes its picture and closes it.
+/// Saves a picture of the dialog in whose event loop the tour waits, and closes it.
 void Tour::pictureNextDialog(const QString& name)
 {
     m_dialogAwaited = true;
@@ -186,10 +186,10 @@ void Tour::pictureNextDialog(const QString& name)
     watch->start(kLookAgainMs);
 }
 
-/// The window as it stands, with the dialog that is open before it.
+/// Saves a picture of the window with the open dialog in front of it.
 bool Tour::takePicture(const QString& name)
 {
-    // Twice: what the first round lays out is painted in the second.
+    // The first round lays the widgets out, the second one paints them.
     QCoreApplication::processEvents();
     m_window.session().trace().flush();
     QCoreApplication::processEvents();

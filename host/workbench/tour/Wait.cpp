@@ -13,7 +13,7 @@ constexpr int kLookAgainMs = 5;
 bool waitUntil(const std::function<bool()>& condition, int limitMs)
 {
     const QDeadlineTimer deadline(limitMs);
-    // Wakes the loop below, which sleeps while there is nothing to do.
+    // Wakes the loop below, which sleeps while no event arrives.
     QTimer lookAgain;
     lookAgain.start(kLookAgainMs);
     QEventLoop loop;

@@ -10,7 +10,7 @@ constexpr int kIdsShown = 4;
 
 QString shortId(const QUuid& id)
 {
-    // Identities that a host numbers on differ in their last digits, random ones in all.
+    // Numbered identities differ only in their last digits, random ones in all digits.
     const QString digits = id.toString(QUuid::WithoutBraces);
     return id.isNull() ? QStringLiteral("{}")
                        : QStringLiteral("{%1…%2}").arg(digits.left(4), digits.right(4));

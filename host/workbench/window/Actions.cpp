@@ -12,7 +12,7 @@ namespace {
 
 constexpr unsigned kCheckable = 1U;
 constexpr unsigned kInToolBar = 2U;
-constexpr unsigned kNewSection = 4U; ///< A separator comes before it.
+constexpr unsigned kNewSection = 4U; ///< A separator precedes the action.
 
 struct Entry
 {
@@ -124,7 +124,8 @@ const QVector<MenuEntries>& menus()
     return all;
 }
 
-/// The text without its key, which some languages put in parentheses, and without dots.
+/// Returns the text without its mnemonic, which some languages put in parentheses, and without
+/// trailing dots.
 QString plainText(QString text)
 {
     static const QRegularExpression key(QStringLiteral("\\(&.\\)"));

@@ -26,8 +26,8 @@ void Language::choose(Choice choice)
     install(QStringLiteral("Workbench_zh_CN"), QStringLiteral(":/Workbench/translations"));
 }
 
-/// A file that is missing is passed over: Qt's own is not on every machine, the panel's not there
-/// before its library is.
+/// Skips a missing file: Qt's own translation is not installed on every machine, and the panel's is
+/// there only after its library is loaded.
 void Language::install(const QString& file, const QString& folder)
 {
     auto translator = std::make_unique<QTranslator>();

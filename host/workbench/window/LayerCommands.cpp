@@ -15,7 +15,7 @@
 
 namespace {
 
-/// The key under which the workbench locks operations; the panel takes it as it is.
+/// The key under which the menu locks operations. The panel accepts any number.
 constexpr int kLockKey = 1;
 constexpr int kNoticeWidth = 220;
 constexpr int kProcessorsToWarnOf = 3;
@@ -28,7 +28,8 @@ QString line(const ProcessorNode& node)
              node.online ? QStringLiteral("online") : QStringLiteral("offline"));
 }
 
-/// What a LAN-USB warning says about `ids`, or about the first processors while none are selected.
+/// Returns the content of a LAN-USB warning about `ids`, or about the first processors if `ids` is
+/// empty.
 std::vector<LanUsbProcessorInfo> lanUsbProcessors(const Project& project, QList<QUuid> ids)
 {
     if (ids.isEmpty()) {
@@ -69,7 +70,7 @@ void LayerCommands::openPanel()
 {
     if (!m_session.library().isLoaded())
         return;
-    // The dock's widget goes with the panel inside it, whoever destroys it.
+    // The panel is a child of the dock's widget and is destroyed with it.
     auto* holder = new QWidget;
     auto* layout = new QVBoxLayout(holder);
     layout->setContentsMargins(8, 0, 0, 8);

@@ -120,7 +120,7 @@ void LogPanel::retranslate()
     showCount();
 }
 
-/// Scrolls to the latest line if that is switched on.
+/// Scrolls to the latest line if the user has switched that on.
 void LogPanel::follow()
 {
     if (m_follow->isChecked())

@@ -62,7 +62,7 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
 
 MainWindow::~MainWindow()
 {
-    // While the rest of the window is still there: the panel may have something left to ask.
+    // The panel may still ask the host while it ends, so the rest of the window has to exist.
     m_session.closePanel();
 }
 
@@ -104,7 +104,7 @@ void MainWindow::connectViewActions()
             [this] { m_log->filterField()->setFocus(Qt::ShortcutFocusReason); });
     connect(actions[ActionId::ClearLog], &QAction::triggered, &m_session.trace(),
             &TraceModel::clear);
-    // In the records' own view the usual keys work as well.
+    // The usual keys also work in the view of the records.
     const std::pair<QKeySequence, ActionId> keys[] = {
         {QKeySequence(QKeySequence::Delete), ActionId::Remove},
         {QKeySequence(Qt::Key_F2), ActionId::Rename}};
@@ -125,7 +125,7 @@ void MainWindow::connectLanguage(Language& language)
 
 void MainWindow::focusPanel()
 {
-    // Not the lists that pop up.
+    // Skips the views of popup lists.
     const auto views = m_layer->dock()->widget()->findChildren<QAbstractItemView*>();
     for (QAbstractItemView* view : views) {
         if (view->window() == m_layer->dock()->window() && view->isVisible()) {
@@ -135,7 +135,7 @@ void MainWindow::focusPanel()
     }
 }
 
-/// The host is busy, so the status bar has to be painted at once.
+/// Paints the status bar at once, because the host is busy and no paint event is handled.
 void MainWindow::showDetection(int done, int total)
 {
     const bool isOver = done >= total;

@@ -175,7 +175,7 @@ bool RecordsPanel::eventFilter(QObject* watched, QEvent* event)
     return true;
 }
 
-/// Shows how to fill an empty project, in place of its rows.
+/// Shows how to fill an empty project where its rows would be.
 void RecordsPanel::paintHint()
 {
     QPainter painter(m_view->viewport());

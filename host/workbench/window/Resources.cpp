@@ -2,8 +2,8 @@
 
 #include <QDir>
 
-// Resources of a static library register themselves only when somebody asks, and the macro that
-// asks works outside any namespace only.
+// Resources of a static library are not registered automatically, and the macro that registers them
+// works only outside any namespace.
 void initWorkbenchResources()
 {
     Q_INIT_RESOURCE(Workbench);
