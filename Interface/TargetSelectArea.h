@@ -34,7 +34,13 @@ constexpr int TARGETSELECTAREA_INTERFACE_VERSION = 1;
 /// widget and calls nothing that could differ. GUI thread.
 inline QString TargetSelectArea_Difference(const QWidget& parent)
 {
-    const auto* panel = parent.findChild<QWidget*>(QStringLiteral("TargetSelectArea"));
+    // A dock of the host may have the same name.
+    const QWidget* panel = nullptr;
+    const auto found = parent.findChildren<QWidget*>(QStringLiteral("TargetSelectArea"));
+    for (const QWidget* widget : found) {
+        if (!panel || widget->property("interfaceVersion").isValid())
+            panel = widget;
+    }
     if (!panel)
         return QStringLiteral("there is no panel in this parent");
     const QVariant version = panel->property("interfaceVersion");

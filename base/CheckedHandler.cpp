@@ -227,17 +227,15 @@ QUuid CCheckedHandler::CreateGroup(const ProcessorGroupNode& group)
 {
     CRequest request("CreateGroup");
     const QUuid id = ask("CreateGroup", &Host::CreateGroup, group);
-    if (id.isNull()) {
-        ContractCheck::report(Finding::NullIdentity,
-                              QStringLiteral("CreateGroup answers no identity"));
-    }
-    request.await();
+    // Without an identity the host has refused.
+    if (!id.isNull())
+        request.await();
     return id;
 }
 
 void CCheckedHandler::Ungroup(const QUuid& id)
 {
-    CRequest request("Ungroup");
+    CRequest request("Ungroup", {id});
     RequestWatch::noteTakenOut(id);
     ask("Ungroup", &Host::Ungroup, id);
     request.await([id] { return stillThere(id); });
@@ -246,14 +244,14 @@ void CCheckedHandler::Ungroup(const QUuid& id)
 void CCheckedHandler::SetProcessorGroup(const ProcessorGroupNode& group, const QUuid& groupId,
                                         const QList<QUuid>& processors)
 {
-    CRequest request("SetProcessorGroup");
+    CRequest request("SetProcessorGroup", processors);
     ask("SetProcessorGroup", &Host::SetProcessorGroup, group, groupId, processors);
     request.await([groupId, processors] { return otherGroup(processors, groupId); });
 }
 
 bool CCheckedHandler::RenameProcessor(const QUuid& id, const QString& name)
 {
-    CRequest request("RenameProcessor");
+    CRequest request("RenameProcessor", {id});
     const bool accepted = ask("RenameProcessor", &Host::RenameProcessor, id, name);
     if (accepted)
         request.await([id, name] { return otherName(&Host::GetProcessorNode, id, name); });
@@ -262,7 +260,7 @@ bool CCheckedHandler::RenameProcessor(const QUuid& id, const QString& name)
 
 void CCheckedHandler::RenameGroup(const QUuid& id, const QString& name)
 {
-    CRequest request("RenameGroup");
+    CRequest request("RenameGroup", {id});
     ask("RenameGroup", &Host::RenameGroup, id, name);
     request.await([id, name] { return otherName(&Host::GetGroupNode, id, name); });
 }

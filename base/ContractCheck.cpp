@@ -9,6 +9,7 @@
 
 #include <array>
 #include <mutex>
+#include <utility>
 
 namespace {
 
@@ -168,6 +169,16 @@ ContractCheck::EventScope::~EventScope()
 bool ContractCheck::EventScope::isUnderWay()
 {
     return currentEvent().has_value();
+}
+
+ContractCheck::NoEventScope::NoEventScope()
+    : m_outer(std::exchange(currentEvent(), std::nullopt))
+{
+}
+
+ContractCheck::NoEventScope::~NoEventScope()
+{
+    currentEvent() = m_outer;
 }
 
 ContractCheck::Probe::Probe()

@@ -89,6 +89,19 @@ private:
     std::optional<quint32> m_outer;
 };
 
+/// While one lives, this thread works for the panel itself, also inside an event.
+class NoEventScope final
+{
+public:
+    NoEventScope();
+    ~NoEventScope();
+    NoEventScope(const NoEventScope&) = delete;
+    NoEventScope& operator=(const NoEventScope&) = delete;
+
+private:
+    std::optional<quint32> m_outer;
+};
+
 /// While one lives, this thread asks the host for what may well not be there: records of another
 /// identity are no findings.
 class Probe final

@@ -2,6 +2,7 @@
 
 #include "base/ContractCheck.h"
 #include "base/LogCategories.h"
+#include "host/common/AppendLog.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <exception>
 #include <utility>
 
 namespace {
@@ -46,6 +48,8 @@ void reportBusy()
 struct CGuiCalls::Ticket
 {
     Call call;
+    bool isHere = false; // made on the GUI thread, to which it throws
+    std::exception_ptr thrown;
     bool awaited = false;
     bool ended = false;
     bool ran = false;
@@ -118,29 +122,16 @@ void CGuiCalls::resume()
 
 void CGuiCalls::post(Call call, const Call& onQueued)
 {
-    if (isHere()) {
-        settle();
-        if (isFree()) {
-            runNow(call, onQueued);
-            return;
-        }
-        reportBusy();
-    }
-    enqueue(std::move(call), false, onQueued);
+    if (isHere())
+        runHere(std::move(call), onQueued);
+    else
+        enqueue(std::move(call), false, onQueued);
 }
 
 bool CGuiCalls::run(Call call, Deadline deadline)
 {
-    if (isHere()) {
-        settle();
-        if (!isFree()) {
-            reportBusy();
-            enqueue(std::move(call), false, {});
-            return false;
-        }
-        runNow(call, {});
-        return true;
-    }
+    if (isHere())
+        return runHere(std::move(call), {});
     // This object may be gone when the wait is over.
     const auto line = m_line;
     const auto ticket = enqueue(std::move(call), true, {});
@@ -181,9 +172,10 @@ bool CGuiCalls::settle(Deadline deadline)
     }
     if (!isHere())
         return run([] {}, deadline);
-    for (; queued > 0 && !isBusy(); --queued)
+    const QPointer<CGuiCalls> alive(this);
+    for (; alive && queued > 0 && !isBusy(); --queued)
         runNext();
-    return isFree();
+    return alive && isFree();
 }
 
 bool CGuiCalls::isAwaited() const
@@ -236,23 +228,26 @@ void CGuiCalls::customEvent(QEvent* event)
         runNext();
 }
 
-void CGuiCalls::runNow(const Call& call, const Call& onQueued)
+/// Queues the call first: what is raised while earlier calls run comes behind it. Returns whether
+/// it has run.
+bool CGuiCalls::runHere(Call call, const Call& onQueued)
 {
     Q_ASSERT(isHere());
     const QPointer<CGuiCalls> alive(this);
+    const auto ticket = enqueue(std::move(call), true, onQueued);
+    settle();
     {
-        auto ticket = std::make_shared<Ticket>();
-        ticket->awaited = true;
-        std::unique_lock guard(mutex());
-        if (onQueued)
-            onQueued();
-        const Turn turn(*this, std::move(ticket));
-        guard.unlock();
-        call();
+        const std::lock_guard guard(mutex());
+        ticket->awaited = false;
     }
+    if (ticket->thrown)
+        std::rethrow_exception(ticket->thrown);
+    if (!ticket->ended)
+        reportBusy();
     // The caller is entitled to find done what was raised by the call itself.
-    if (alive)
+    else if (alive)
         settle();
+    return ticket->ran;
 }
 
 /// Runs the first call of the queue, unless another one is in the middle of its work.
@@ -271,7 +266,15 @@ void CGuiCalls::runNext()
     m_line->queue.pop_front();
     const Turn turn(*this, ticket);
     guard.unlock();
-    ticket->call();
+    try {
+        ticket->call();
+    } catch (...) {
+        // Whoever runs the queue may be in the middle of something else.
+        if (ticket->isHere)
+            ticket->thrown = std::current_exception();
+        else
+            AppendLog(__func__, __FILE__, __LINE__, "The handler threw an exception on an event.");
+    }
 }
 
 bool CGuiCalls::isHere() const
@@ -283,6 +286,7 @@ std::shared_ptr<CGuiCalls::Ticket> CGuiCalls::enqueue(Call call, bool awaited, c
 {
     auto ticket = std::make_shared<Ticket>();
     ticket->call = std::move(call);
+    ticket->isHere = isHere();
     ticket->awaited = awaited;
     {
         const std::lock_guard guard(mutex());

@@ -37,9 +37,9 @@ public:
     /// Schedules the calls that were due while the GUI thread was busy. GUI thread.
     void resume();
 
-    /// Runs `call` at once on the GUI thread, behind what is queued; queues it on any other thread,
-    /// and where what is queued has to wait. `onQueued`, if given, runs while no other call can be
-    /// queued or begin: just before `call` takes its place. Any thread.
+    /// On the GUI thread, runs `call` at once behind what is queued, unless that has to wait.
+    /// Queues it on any other thread. `onQueued`, if given, runs while no other call can be queued
+    /// or begin: just before `call` takes its place. Any thread.
     void post(Call call, const Call& onQueued = {});
 
     /// Does the same, but on another thread waits for the end of `call`. The caller holds no lock
@@ -79,7 +79,7 @@ private:
     bool isBusy() const { return m_isBusy && m_isBusy(); }
     bool isFree() const;
     std::shared_ptr<Ticket> enqueue(Call call, bool awaited, const Call& onQueued);
-    void runNow(const Call& call, const Call& onQueued);
+    bool runHere(Call call, const Call& onQueued);
     void runNext();
     void poke();
 

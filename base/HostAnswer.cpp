@@ -10,7 +10,7 @@ template <typename Record>
 CHostAnswer<Record> ask(Record (Host::*question)(const QUuid&), const QUuid& id, quint32 event)
 {
     const ContractCheck::EventScope scope(event);
-    const quint64 panel = HandlerPlace::panel();
+    const HandlerPlace::CPanelWatch panel;
     CHostAnswer<Record> answer;
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
         const std::weak_ptr<IAbstractControlInterface> source = HandlerPlace::current();
@@ -23,7 +23,7 @@ CHostAnswer<Record> ask(Record (Host::*question)(const QUuid&), const QUuid& id,
         answer = {source, checkedRecord((handler.get()->*question)(id), id, event)};
         // The host may replace its handler inside the question. The next panel's handler is not
         // asked: the event was none of its host's.
-        if (HandlerPlace::isCurrent(source) || HandlerPlace::panel() != panel)
+        if (HandlerPlace::isCurrent(source) || panel.isOver())
             break;
         qCDebug(lcBridge, "event %u finds another handler after its question", event);
     }

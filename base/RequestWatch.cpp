@@ -5,6 +5,7 @@
 #include "base/TargetSelectHandler.h"
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QSet>
 #include <QStringList>
 #include <QTimer>
@@ -50,7 +51,8 @@ struct Open
 {
     std::mutex mutex;
     std::vector<std::weak_ptr<RequestWatch::State>> states;
-    quint64 happenings = 0; // requests and events
+    quint64 events = 0;
+    QHash<QUuid, quint64> requests; // about that record
     QSet<QUuid> takenOut;
 };
 
@@ -61,10 +63,14 @@ Open& open()
     return *instance;
 }
 
-quint64 happeningsSoFar()
+/// Returns what happened so far that may change the records of `subjects`.
+quint64 happeningsSoFar(const QList<QUuid>& subjects)
 {
     const std::lock_guard guard(open().mutex);
-    return open().happenings;
+    quint64 happenings = open().events;
+    for (const QUuid& subject : subjects)
+        happenings += open().requests.value(subject);
+    return happenings;
 }
 
 bool isAnswered(const RequestWatch::State& state)
@@ -75,8 +81,9 @@ bool isAnswered(const RequestWatch::State& state)
 
 } // namespace
 
-RequestWatch::CRequest::CRequest(const char* operation)
+RequestWatch::CRequest::CRequest(const char* operation, QList<QUuid> subjects)
     : m_state(new State{requestOf(operation)})
+    , m_subjects(std::move(subjects))
 {
     const std::lock_guard guard(open().mutex);
     auto& states = open().states;
@@ -84,15 +91,17 @@ RequestWatch::CRequest::CRequest(const char* operation)
                                 [](const auto& state) { return state.expired(); }),
                  states.end());
     states.push_back(m_state);
-    ++open().happenings;
+    for (const QUuid& subject : m_subjects)
+        ++open().requests[subject];
 }
 
 void RequestWatch::CRequest::await(Outcome outcome)
 {
-    const auto judge = [state = m_state, outcome = std::move(outcome),
-                        happenings = happeningsSoFar()] {
+    const auto judge = [state = m_state, subjects = m_subjects, outcome = std::move(outcome),
+                        happenings = happeningsSoFar(m_subjects),
+                        panel = HandlerPlace::CPanelWatch()] {
         // A panel that has gone wants to know nothing any more.
-        if (!HandlerPlace::current())
+        if (panel.isOver() || !HandlerPlace::current())
             return;
         const HostRequests::Request& request = state->request;
         const QString events = numbersOf(request);
@@ -101,7 +110,7 @@ void RequestWatch::CRequest::await(Outcome outcome)
                                   QStringLiteral("%1 is followed by event %2, none came in %3 ms")
                                       .arg(QLatin1String(request.operation), events)
                                       .arg(HostRequests::kFollowUpMs));
-        } else if (outcome && happenings == happeningsSoFar()) {
+        } else if (outcome && happenings == happeningsSoFar(subjects)) {
             const QString contradiction = outcome();
             if (!contradiction.isEmpty()) {
                 ContractCheck::report(ContractCheck::Finding::NotCarriedOut,
@@ -124,13 +133,13 @@ void RequestWatch::noteTakenOut(const QUuid& id)
 bool RequestWatch::wasTakenOut(const QUuid& id)
 {
     const std::lock_guard guard(open().mutex);
-    return open().takenOut.contains(id);
+    return open().takenOut.remove(id);
 }
 
 void RequestWatch::noteEvent(quint32 event)
 {
     const std::lock_guard guard(open().mutex);
-    ++open().happenings;
+    ++open().events;
     for (const auto& weak : open().states) {
         const auto state = weak.lock();
         if (state && HostRequests::isFollowedBy(state->request, event))

@@ -63,9 +63,11 @@ void checkConnection(const Control& handler)
 {
     {
         const std::lock_guard guard(place().mutex);
-        const auto& connected = place().connected;
-        const bool isSame = !connected.owner_before(handler) && !handler.owner_before(connected);
-        if (isSame || !place().isConnected)
+        const auto is = [&handler](const std::weak_ptr<IAbstractControlInterface>& other) {
+            return !other.owner_before(handler) && !handler.owner_before(other);
+        };
+        // Another thread may have connected the next one since this one was fetched.
+        if (is(place().connected) || !is(place().seen) || !place().isConnected)
             return;
     }
     ContractCheck::report(ContractCheck::Finding::HandlerReplaced,
@@ -103,6 +105,7 @@ void HandlerPlace::set(const Control* pointer)
 void HandlerPlace::noteConnected(const Control& handler)
 {
     const std::lock_guard guard(place().mutex);
+    place().seen = handler;
     place().connected = handler;
     place().isConnected = true;
 }

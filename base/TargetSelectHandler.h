@@ -47,9 +47,21 @@ void noteConnected(const std::shared_ptr<IAbstractControlInterface>& handler);
 bool isConnected();
 
 /// Names the panel that exists: a number that no other panel of the process has, 0 without a panel.
-/// What a host told one panel is nothing that the next one, perhaps of another project, should
-/// show. Any thread.
+/// Any thread.
 quint64 panel();
+
+/// Remembers the panel that exists when it is made. The host may destroy the panel inside a
+/// question, and build another one, perhaps of another project: what was begun for the first one
+/// must neither ask the second one's host nor change its tree. Any thread.
+class CPanelWatch final
+{
+public:
+    /// Returns whether that panel has gone.
+    bool isOver() const { return panel() != m_panel; }
+
+private:
+    quint64 m_panel = panel();
+};
 
 /// Returns whether there is a panel. Any thread.
 inline bool isSet()

@@ -28,10 +28,15 @@ void manageAddresses(QWidget* panel)
     if (!alive)
         return;
     CIPManageDialog(panel).exec();
+    const HandlerPlace::CPanelWatch watch;
+    if (!alive)
+        return;
     const QStringList after = HostIPList::entries();
+    if (watch.isOver())
+        return;
     const bool isDue = isDetectionDue(before, after);
     qCDebug(lcPanel, "after the IP list, the host wants %s detection", isDue ? "a" : "no");
-    if (!isDue)
+    if (!isDue || watch.isOver())
         return;
     if (const auto handler = GetTargetSelectHandler())
         handler->DetectProcessorsOnly();

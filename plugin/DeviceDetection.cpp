@@ -5,6 +5,7 @@
 #include "base/TargetSelectHandler.h"
 
 #include <QPointer>
+#include <QScopeGuard>
 #include <QWidget>
 
 namespace {
@@ -17,7 +18,10 @@ bool isRestricted()
 
 void detect(DetectionScope scope)
 {
+    const HandlerPlace::CPanelWatch panel;
     const bool all = scope == DetectionScope::AllDevices || isRestricted();
+    if (panel.isOver())
+        return;
     const auto handler = GetTargetSelectHandler();
     if (!handler) {
         qCInfo(lcPanel, "nothing is detected: there is no handler");
@@ -44,11 +48,13 @@ void detectDevices(QWidget* button, DetectionScope scope)
     const bool focused = button->hasFocus();
     button->setEnabled(false);
     const QPointer<QWidget> next = button->window()->focusWidget();
+    const auto end = qScopeGuard([&] {
+        if (!alive)
+            return;
+        button->setEnabled(true);
+        // A disabled widget hands the focus on; whoever works by keyboard gets it back.
+        if (focused && button->window()->focusWidget() == next)
+            button->setFocus(Qt::OtherFocusReason);
+    });
     detect(scope);
-    if (!alive)
-        return;
-    button->setEnabled(true);
-    // A disabled widget hands the focus on; whoever works by keyboard gets it back.
-    if (focused && button->window()->focusWidget() == next)
-        button->setFocus(Qt::OtherFocusReason);
 }

@@ -6,6 +6,7 @@
 
 #include <QLabel>
 #include <QMetaMethod>
+#include <QScopeGuard>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -133,18 +134,21 @@ void CDeviceSetSelector::confirm(const QList<SDeviceSetInfo>& sets, int index)
     const int generation = m_generation;
     m_asked = index;
     ++m_questions;
-    const bool accepted = handler->ConfirmDeviceSetChange(sets.at(index), index);
-    if (alive)
-        --m_questions;
-    if (!alive || generation != m_generation)
-        return;
-    m_asked = -1;
-    if (accepted) {
-        m_accepted = index;
-        return;
-    }
-    qCInfo(lcPanel, "the host refuses device set %d", index);
-    showQuietly(m_accepted);
+    bool accepted = false;
+    const auto end = qScopeGuard([&] {
+        if (alive)
+            --m_questions;
+        if (!alive || generation != m_generation)
+            return;
+        m_asked = -1;
+        if (accepted) {
+            m_accepted = index;
+            return;
+        }
+        qCInfo(lcPanel, "the host refuses device set %d", index);
+        showQuietly(m_accepted);
+    });
+    accepted = handler->ConfirmDeviceSetChange(sets.at(index), index);
 }
 
 /// Goes back to entry `index`, of which nobody has to hear.

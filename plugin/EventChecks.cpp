@@ -203,7 +203,10 @@ void EventChecks::checkRemoval(const CSubject& subject)
                                   .arg(id.toString(), QLatin1String(operation)));
     };
     const QList<QUuid> all = identities(subject);
+    const HandlerPlace::CPanelWatch panel;
     for (const QUuid& id : all) {
+        if (panel.isOver())
+            return;
         if (id.isNull())
             continue;
         if (askHost(&Host::GetProcessorNode, id).id == id)

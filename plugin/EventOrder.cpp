@@ -1,7 +1,5 @@
 #include "plugin/EventOrder.h"
 
-#include "base/TargetSelectHandler.h"
-
 #include <QHash>
 
 #include <mutex>
@@ -25,7 +23,7 @@ CEventOrder::CPlace::CPlace(std::shared_ptr<State> state, quint64 number)
     : m_state(std::move(state))
     , m_number(number)
     , m_teller(std::this_thread::get_id())
-    , m_panel(HandlerPlace::panel())
+    , m_hasPanel(HandlerPlace::isSet())
 {
 }
 
@@ -39,7 +37,7 @@ CEventOrder::CPlace::~CPlace()
 
 bool CEventOrder::CPlace::isOver() const
 {
-    return m_panel == 0 || HandlerPlace::panel() != m_panel;
+    return !m_hasPanel || m_watch.isOver();
 }
 
 CEventOrder::CEventOrder()
@@ -77,6 +75,12 @@ bool CEventOrder::isOvertakenAtAll(const CPlace& place) const
 {
     const std::lock_guard guard(m_state->mutex);
     return m_state->last > place.m_number;
+}
+
+quint64 CEventOrder::lastNumber() const
+{
+    const std::lock_guard guard(m_state->mutex);
+    return m_state->last;
 }
 
 bool CEventOrder::hasNoOther() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/TargetSelectHandler.h"
+
 #include <QList>
 #include <QUuid>
 
@@ -43,7 +45,8 @@ public:
         const std::shared_ptr<State> m_state;
         const quint64 m_number;
         const std::thread::id m_teller;
-        const quint64 m_panel;
+        const HandlerPlace::CPanelWatch m_watch;
+        const bool m_hasPanel;
     };
     using Place = std::shared_ptr<const CPlace>;
 
@@ -62,6 +65,9 @@ public:
 
     /// Returns whether another thread has told a newer event about `id` itself.
     bool isContested(const CPlace& place, const QUuid& id) const;
+
+    /// Returns the number of the newest place.
+    quint64 lastNumber() const;
 
     /// Returns whether any newer event has arrived.
     bool isOvertakenAtAll(const CPlace& place) const;

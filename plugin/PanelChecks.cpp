@@ -4,6 +4,7 @@
 #include "base/ContractCheck.h"
 #include "plugin/EventChecks.h"
 
+#include <QDockWidget>
 #include <QEvent>
 #include <QTimer>
 #include <QWidget>
@@ -29,6 +30,13 @@ void CPanelChecks::noteInitialized()
                 QStringLiteral("%1 ms after Initialize() the widget was never visible; "
                                "QDockWidget::setWidget(), or a layout, shows it with its parent")
                     .arg(HostRequests::kFollowUpMs));
+        }
+        const auto* dock = qobject_cast<const QDockWidget*>(m_panel.parentWidget());
+        if (dock && dock->widget() != &m_panel) {
+            ContractCheck::report(
+                Finding::NeverShown,
+                QStringLiteral("the widget lies in a dock that does not lay it out; call "
+                               "QDockWidget::setWidget() with it"));
         }
         if (events == EventChecks::count()) {
             ContractCheck::report(

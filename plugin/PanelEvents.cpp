@@ -66,7 +66,7 @@ void CPanelEvents::showCurrent(const Current& current)
         if (!holds)
             qCDebug(lcBridge, "the current processor is asked for again");
         const auto shown = holds ? current.processor : askHost(&Host::GetCurrentProcessorId);
-        if (self->m_panel) {
+        if (self->m_panel && !current.place->isOver()) {
             QMetaObject::invokeMethod(self->m_panel, "onCurrentProcessorChanged",
                                       Qt::DirectConnection, Q_ARG(QUuid, shown));
         }

@@ -115,6 +115,7 @@ void CTargetSelectData::Update(CSubject* subject)
 {
     if (!subject)
         return;
+    const HandlerPlace::CPanelWatch panel;
     if (ContractCheck::isOn()) {
         EventChecks::check(*subject);
         RequestWatch::noteEvent(subject->GetEvent());
@@ -130,7 +131,7 @@ void CTargetSelectData::Update(CSubject* subject)
         qCInfo(lcBridge, "event %u is dropped: %s", subject->GetEvent(), refusal);
     else
         dispatch(*subject);
-    if (ContractCheck::isOn())
+    if (ContractCheck::isOn() && !panel.isOver())
         EventChecks::checkRemoval(*subject);
 }
 

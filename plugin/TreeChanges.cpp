@@ -25,11 +25,19 @@ CTreeChanges::CTreeChanges(CProcessorTreeModel& model, CGuiCalls& calls)
 {
 }
 
+/// Returns whether the last fill already showed what the event at `place` tells: the event had been
+/// told when the host was asked for its lists.
+bool CTreeChanges::wasInFill(const CEventOrder::CPlace& place) const
+{
+    return place.number() <= m_filledUpTo;
+}
+
 /// Logs that event number `event` is about `id`, for which there is no row.
-void CTreeChanges::logMissing(quint32 event, const QUuid& id) const
+void CTreeChanges::logMissing(const Place& place, quint32 event, const QUuid& id) const
 {
     logDropped(event, id, "the tree has no such row");
-    if (ContractCheck::isOn() && !m_leftOut.contains(id) && !RequestWatch::wasTakenOut(id)) {
+    if (ContractCheck::isOn() && !wasInFill(*place) && !m_leftOut.contains(id)
+        && !RequestWatch::wasTakenOut(id)) {
         ContractCheck::report(Finding::NotInTree,
                               QStringLiteral("the tree does not hold %1").arg(id.toString()),
                               event);
@@ -69,7 +77,10 @@ void CTreeChanges::reset(const Place& place)
     Q_ASSERT(isThreadOf(m_model));
     if (place->isOver())
         return;
+    m_filledUpTo = m_order.lastNumber();
     QMetaObject::invokeMethod(&m_model, "reset", Qt::DirectConnection);
+    if (place->isOver())
+        return;
     m_leftOut.clear();
     m_groupPlaces.clear();
     noteLeftOut(place, Weather::Fill);
@@ -83,7 +94,7 @@ void CTreeChanges::addGroup(const Place& place, const QUuid& id,
     if (place->isOver() || m_model.getItem(id))
         return;
     const auto group = holds(place, id, answer) ? answer.record() : askForGroup(id, event).record();
-    if (!group || m_model.getItem(id))
+    if (!group || place->isOver() || m_model.getItem(id))
         return;
     // An event that the host tells inside a question of this one may have been faster.
     if (place->number() < m_lastGroup) {
@@ -113,7 +124,7 @@ void CTreeChanges::addProcessor(const Place& place, const QUuid& id,
         return;
     const bool isFresh = holds(place, id, answer);
     const auto processor = isFresh ? answer.record() : askForProcessor(id, event).record();
-    if (!processor || m_model.getItem(id))
+    if (!processor || place->isOver() || m_model.getItem(id))
         return;
     QMetaObject::invokeMethod(&m_model, "AppendProcessor", Qt::DirectConnection,
                               Q_ARG(ProcessorNode, *processor));
@@ -135,6 +146,8 @@ void CTreeChanges::addProcessors(const Place& place, const QList<QUuid>& ids)
     }
     QMetaObject::invokeMethod(&m_model, "AppendProcessors", Qt::DirectConnection,
                               Q_ARG(QList<QUuid>, missing));
+    if (place->isOver())
+        return;
     for (const QUuid& id : qAsConst(missing)) {
         if (m_model.getItem(id))
             m_leftOut.remove(id);
@@ -148,8 +161,8 @@ void CTreeChanges::removeNode(const Place& place, const QUuid& id, const Told& t
     if (place->isOver())
         return;
     if (!m_model.getItem(id))
-        logMissing(HostEvents::NodeRemoved::number, id);
-    if (isStale(place, id, told) && !dissolve(place, id))
+        logMissing(place, HostEvents::NodeRemoved::number, id);
+    if ((isStale(place, id, told) && !dissolve(place, id)) || place->isOver())
         return;
     QMetaObject::invokeMethod(&m_model, "removeNode", Qt::DirectConnection, Q_ARG(QUuid, id));
     forget(place, id);
@@ -163,9 +176,11 @@ void CTreeChanges::removeNodes(const Place& place, const QList<QUuid>& ids, cons
     QList<QUuid> gone;
     for (const QUuid& id : ids) {
         if (!m_model.getItem(id))
-            logMissing(HostEvents::NodesRemoved::number, id);
+            logMissing(place, HostEvents::NodesRemoved::number, id);
         if (!isStale(place, id, told) || dissolve(place, id))
             gone.append(id);
+        if (place->isOver())
+            return;
     }
     QMetaObject::invokeMethod(&m_model, "removeNodes", Qt::DirectConnection,
                               Q_ARG(QList<QUuid>, gone));
@@ -188,13 +203,13 @@ void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool on
         return;
     }
     if (!wantedRow()) {
-        logMissing(event, id);
+        logMissing(place, event, id);
         return;
     }
     const bool isFresh = holds(place, id, answer);
     const auto processor = isFresh ? answer.record() : askForProcessor(id, event).record();
     QStandardItem* item = wantedRow();
-    if (!processor || !item)
+    if (!processor || !item || place->isOver())
         return;
     m_model.updateProcessor(item, *processor);
     noteIfLeftOut(place, {processor->id, processor->groupId},
@@ -218,10 +233,12 @@ void CTreeChanges::refreshRecords(const Place& place, const QList<QUuid>& ids)
         if (!item && m_leftOut.isDue(id, *place, News::Change))
             addProcessor(place, id, {}, event);
         else if (!item)
-            logMissing(event, id);
+            logMissing(place, event, id);
         if (!item || nodeType(*item) != NodeProcessor)
             continue;
         const auto processor = askForProcessor(id, event).record();
+        if (place->isOver())
+            return;
         item = m_model.getItem(id);
         const CRecordHandle handle =
             item ? recordHandle(item->data(NodeDataRole)) : CRecordHandle();
@@ -326,7 +343,11 @@ bool CTreeChanges::dissolve(const Place& place, const QUuid& group)
     const QList<QUuid> members = m_model.getChildProcessor(item ? item->index() : QModelIndex());
     const auto record = askForGroup(group, event).record();
     for (const QUuid& member : members) {
+        if (place->isOver())
+            return false;
         const auto processor = askForProcessor(member, event).record();
+        if (place->isOver())
+            return false;
         item = m_model.getItem(member);
         if (!item || (processor && processor->groupId == group))
             continue;
@@ -339,7 +360,7 @@ bool CTreeChanges::dissolve(const Place& place, const QUuid& group)
             m_model.moveProcessors({item->index()}, processor->groupId);
         }
     }
-    if (record && isGroup(group))
+    if (record && isGroup(group) && !place->isOver())
         m_model.updateGroup(m_model.getItem(group), *record);
     return !record;
 }

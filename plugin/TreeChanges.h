@@ -9,6 +9,8 @@
 #include <QList>
 #include <QUuid>
 
+#include <atomic>
+
 class CGuiCalls;
 class CProcessorTreeModel;
 class QStandardItem;
@@ -27,6 +29,9 @@ public:
     CTreeChanges(CProcessorTreeModel& model, CGuiCalls& calls);
 
     CEventOrder& order() { return m_order; }
+
+    /// Any thread.
+    bool wasInFill(const CEventOrder::CPlace& place) const;
 
     void clear();
     void reset(const Place& place);
@@ -61,7 +66,7 @@ public:
     void refreshRecords(const Place& place, const QList<QUuid>& ids);
 
 private:
-    void logMissing(quint32 event, const QUuid& id) const;
+    void logMissing(const Place& place, quint32 event, const QUuid& id) const;
     template <typename Record>
     bool holds(const Place& place, const QUuid& id, const CHostAnswer<Record>& answer) const;
 
@@ -81,6 +86,7 @@ private:
     CProcessorTreeModel& m_model;
     CGuiCalls& m_calls;
     CEventOrder m_order;
+    std::atomic<quint64> m_filledUpTo{0}; // the newest place when the last fill began
     CLeftOutProcessors m_leftOut;
     QHash<QUuid, quint64> m_groupPlaces; // of the groups that came by an event of their own
     quint64 m_lastGroup = 0;             // the last of these places

@@ -23,10 +23,11 @@ auto asked(CGuiCalls::Deadline& deadline, Question question)
     return answer;
 }
 
-void logPresent(quint32 event, const QUuid& id)
+void logPresent(const CTreeChanges& changes, const CEventOrder::Place& place, quint32 event,
+                const QUuid& id)
 {
     logDropped(event, id, "the tree has it");
-    if (ContractCheck::isOn()) {
+    if (ContractCheck::isOn() && !changes.wasInFill(*place)) {
         ContractCheck::report(ContractCheck::Finding::AlreadyInTree,
                               QStringLiteral("%1 is told as new").arg(id.toString()), event);
     }
@@ -56,7 +57,11 @@ void CTreeEvents::noteChange()
 
 void CTreeEvents::changeTree(std::function<void()> change)
 {
-    m_calls->post([changes = m_changes, change = std::move(change)] {
+    const ContractCheck::NoEventScope scope;
+    const HandlerPlace::CPanelWatch panel;
+    m_calls->post([changes = m_changes, change = std::move(change), panel] {
+        if (panel.isOver())
+            return;
         // Before and after: the host may be told in the middle of it.
         changes->order().take({}, Reach::WholeTree);
         change();
@@ -122,7 +127,7 @@ void CTreeEvents::addGroup(const QUuid& id)
     CHostAnswer<ProcessorGroupNode> answer;
     if (m_calls->settle(deadline) && !place->isOver()) {
         if (m_model.find(id)) {
-            logPresent(HostEvents::GroupAdded::number, id);
+            logPresent(*m_changes, place, HostEvents::GroupAdded::number, id);
             return;
         }
         answer = asked(deadline, [&] { return askForGroup(id, HostEvents::GroupAdded::number); });
@@ -140,7 +145,7 @@ void CTreeEvents::addProcessor(const QUuid& id)
     CHostAnswer<ProcessorNode> answer;
     if (m_calls->settle(deadline) && !place->isOver()) {
         if (m_model.find(id)) {
-            logPresent(event, id);
+            logPresent(*m_changes, place, event, id);
             return;
         }
         answer = asked(deadline, [&] { return askForProcessor(id, event); });
@@ -191,7 +196,7 @@ void CTreeEvents::updateMonitorStates(const CEventOrder::Place& place, const QLi
     QList<QUuid> left;
     const bool settled = m_calls->settle() && !place->isOver();
     for (const QUuid& id : ids) {
-        if (settled && rewriteRecord(id) == Rewriting::Done)
+        if (settled && rewriteRecord(*place, id) == Rewriting::Done)
             rewritten.append(id);
         else
             left.append(id);
@@ -207,7 +212,7 @@ void CTreeEvents::updateMonitorStates(const CEventOrder::Place& place, const QLi
 /// Replaces the record of a processor's row by the host's, here on the work thread. A row or record
 /// that changed while the host answered may hold a later answer already, so the host is asked
 /// again; not for ever, as it may be the very question that makes it change the record.
-CTreeEvents::Rewriting CTreeEvents::rewriteRecord(const QUuid& id)
+CTreeEvents::Rewriting CTreeEvents::rewriteRecord(const CEventOrder::CPlace& place, const QUuid& id)
 {
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
         const auto row = m_model.find(id);
@@ -218,6 +223,8 @@ CTreeEvents::Rewriting CTreeEvents::rewriteRecord(const QUuid& id)
             return Rewriting::Done;
         const quint32 version = cell->version();
         const auto answer = askForProcessor(id, HostEvents::MonitorStateChanged::number);
+        if (place.isOver())
+            return Rewriting::Done;
         // Another group: the row is about to move, or the host has not been told of its move yet.
         if (!answer.isGiven()
             || (answer.record() && answer.record()->groupId != cell->load().groupId))

@@ -60,7 +60,7 @@ private:
 
     CEventOrder::Reach reachOfRemoval(const QList<QUuid>& ids) const;
     void refresh(const QUuid& id, bool onlyProcessors, quint32 event);
-    Rewriting rewriteRecord(const QUuid& id);
+    Rewriting rewriteRecord(const CEventOrder::CPlace& place, const QUuid& id);
 
     CModelAccess m_model;
     const std::shared_ptr<CGuiCalls> m_calls;

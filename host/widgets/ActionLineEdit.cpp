@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QEvent>
 #include <QIcon>
+#include <QToolButton>
 
 namespace {
 
@@ -33,7 +34,8 @@ void CActionLineEdit::setClearButtonEnabled(bool enable)
         delete clearAction();
         return;
     }
-    QAction* action = addAction(QIcon(), TrailingPosition);
+    QAction* action =
+        addAction(QIcon(QStringLiteral(":/HostWidgets/icons/clear.svg")), TrailingPosition);
     action->setObjectName(QLatin1String(kClearAction));
     connect(action, &QAction::triggered, this, &CActionLineEdit::clearAsUser);
     connect(this, &QLineEdit::textChanged, action, [this] { updateClearAction(); });
@@ -65,10 +67,13 @@ void CActionLineEdit::updateClearAction()
     QAction* action = clearAction();
     if (!action)
         return;
-    // As in a QLineEdit, the button keeps its place.
-    action->setIcon(text().isEmpty() ? QIcon()
-                                     : QIcon(QStringLiteral(":/HostWidgets/icons/clear.svg")));
     action->setEnabled(!isReadOnly());
     action->setText(tr("Clear"));
     action->setToolTip(tr("Clear"));
+    // The button alone is hidden, as a QLineEdit does: it appears with every change of its action.
+    const QList<QToolButton*> buttons = findChildren<QToolButton*>();
+    for (QToolButton* button : buttons) {
+        if (button->defaultAction() == action)
+            button->setVisible(!text().isEmpty());
+    }
 }

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QPointer>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QShowEvent>
 #include <QVBoxLayout>
@@ -158,9 +159,11 @@ void CDialog::takeAccept()
         return;
     const QPointer<CDialog> alive(this);
     m_accepting = true;
+    const auto end = qScopeGuard([&alive] {
+        if (alive)
+            alive->m_accepting = false;
+    });
     OnAccept();
-    if (alive)
-        m_accepting = false;
 }
 
 void CDialog::OnAccept()

@@ -172,14 +172,16 @@ void CProcessorTreeModel::reset()
     // Both lists are to come from one handler.
     QList<ProcessorNode> processors;
     QList<ProcessorGroupNode> groups;
+    const HandlerPlace::CPanelWatch panel;
     bool isCurrent = false;
-    for (int attempt = 0; attempt < kMostAttempts && !isCurrent; ++attempt) {
+    for (int attempt = 0; attempt < kMostAttempts && !isCurrent && !panel.isOver(); ++attempt) {
         const std::weak_ptr<IAbstractControlInterface> source = HandlerPlace::current();
         processors = askHost(&Host::GetAllProcessorNodes);
-        groups = askHost(&Host::GetAllGroupNodes);
+        if (!panel.isOver())
+            groups = askHost(&Host::GetAllGroupNodes);
         isCurrent = HandlerPlace::isCurrent(source);
     }
-    if (!m_root || (m_root->hasChildren() && !GetTargetSelectHandler()))
+    if (panel.isOver() || !m_root || (m_root->hasChildren() && !GetTargetSelectHandler()))
         return;
 
     m_isFilled = true;
@@ -209,12 +211,17 @@ void CProcessorTreeModel::AppendProcessor(const ProcessorNode& processor)
 
 void CProcessorTreeModel::AppendProcessors(const QList<QUuid>& processors)
 {
+    const HandlerPlace::CPanelWatch panel;
     QList<ProcessorNode> records;
     for (const QUuid& uuid : processors) {
+        if (panel.isOver())
+            return;
         const auto answer = askForProcessor(uuid, HostEvents::ProcessorsAdded::number);
         if (answer.record())
             records.append(*answer.record());
     }
+    if (panel.isOver())
+        return;
 
     const Batch batch(this);
     bool added = false;

@@ -170,8 +170,9 @@ void CProcessorTreeModel::changeMembership(const QPersistentModelIndex& moved,
 /// Moves the group's processors to the root, from the last one to the first.
 void CProcessorTreeModel::emptyGroup(const QPersistentModelIndex& group)
 {
-    // The host hears of every move and may change the tree meanwhile.
-    for (int row = rowCount(group) - 1; row >= 0 && group.isValid(); --row) {
+    // The host hears of every move and may change the tree, or replace the panel, meanwhile.
+    const HandlerPlace::CPanelWatch panel;
+    for (int row = rowCount(group) - 1; row >= 0 && group.isValid() && !panel.isOver(); --row) {
         const QModelIndex child = index(row, 0, group);
         if (child.isValid())
             moveProcessors({child}, QUuid());

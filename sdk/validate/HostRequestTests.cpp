@@ -189,14 +189,14 @@ void shouldUngroup(Test& test)
         group = session.handler().GetGroupNode(createGroup(session));
     move(session, group);
     const int before = session.processors().size();
-    // The panel moves the processors out first, one by one, and then dissolves the group.
+    // The panel dissolves the group first, and then moves the processors out, one by one.
     const QList<ProcessorNode> all = session.processors();
     session.make("Ungroup", [&] {
+        session.handler().Ungroup(group.id);
         for (const ProcessorNode& node : all) {
             if (node.groupId == group.id)
                 session.handler().SetProcessorGroup({}, QUuid(), {node.id});
         }
-        session.handler().Ungroup(group.id);
     });
     test.check(session.handler().GetGroupNode(group.id).id != group.id, Code::NotCarriedOut,
                QStringLiteral("the group is still known after Ungroup"));

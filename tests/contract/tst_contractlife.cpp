@@ -1,6 +1,8 @@
 #include "tests/contract/FoundBreaches.h"
 #include "tests/packaging/LibraryHost.h"
 
+#include <QDockWidget>
+#include <QMainWindow>
 #include <QProcess>
 #include <QTest>
 
@@ -27,6 +29,7 @@ private slots:
     void shouldTellAHandlerOfAnotherClass();
     void shouldTellThatNoEventCame();
     void shouldTellThatThePanelIsNotShown();
+    void shouldTellADockThatDoesNotHoldThePanel();
     void shouldTellAnotherHandler();
     void shouldTellTheWrongThread();
     void shouldTellThatThereIsNoParent();
@@ -109,6 +112,27 @@ void TestContractLife::shouldTellThatThePanelIsNotShown()
     QVERIFY(host.notify(16));
     QTRY_VERIFY(found.has(QStringLiteral("TSA-W10")));
     QVERIFY(!found.has(QStringLiteral("TSA-W03")));
+}
+
+void TestContractLife::shouldTellADockThatDoesNotHoldThePanel()
+{
+    for (const bool isHeld : {false, true}) {
+        FoundBreaches found;
+        const auto handler = std::make_shared<FakeHandler>();
+        QMainWindow window;
+        auto* const dock = new QDockWidget(&window);
+        window.addDockWidget(Qt::LeftDockWidgetArea, dock);
+        IAbstractLayerInterface* layer = nullptr;
+        QVERIFY(Library::init()(&layer, dock));
+        if (isHeld)
+            dock->setWidget(layer->GetWidget());
+        window.show();
+        layer->m_controlHandler = handler;
+        layer->Initialize();
+        QTRY_VERIFY(found.has(QStringLiteral("TSA-W03")));
+        QCOMPARE(found.line(QStringLiteral("TSA-W10")).contains(QStringLiteral("setWidget")),
+                 !isHeld);
+    }
 }
 
 void TestContractLife::shouldTellAnotherHandler()

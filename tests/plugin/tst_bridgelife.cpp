@@ -3,12 +3,10 @@
 #include "plugin/TargetSelectData.h"
 #include "processortree/model/ProcessorTreeModel.h"
 #include "tests/support/HostThread.h"
-#include "tests/support/Latch.h"
 #include "tests/support/LogTrap.h"
 #include "tests/support/TestPanel.h"
 #include "tests/support/WarningTrap.h"
 
-#include <QComboBox>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -24,8 +22,6 @@ class BridgeLifeTest : public QObject
 private slots:
     void shouldDoNothingWithoutAPanel();
     void shouldDropJobsOfADestroyedPanel();
-    void shouldKeepEventsOfADestroyedPanelFromTheNext();
-    void shouldKeepAnAnswerToADestroyedPanelFromTheNext();
     void shouldAddNothingForADestroyedPanel();
     void shouldKeepAReplacedHandlerAliveDuringItsCall();
     void shouldStartOverWithANewPanel();
@@ -90,66 +86,6 @@ void BridgeLifeTest::shouldDropJobsOfADestroyedPanel()
     TestPanel panel;
     panel.notify<int>(0, 1234);
     QTRY_COMPARE(panel.area().detectStrategy(), 1234);
-}
-
-void BridgeLifeTest::shouldKeepEventsOfADestroyedPanelFromTheNext()
-{
-    auto first = std::make_unique<TestPanel>();
-    first->host().setProject({}, {testProcessor(1)});
-    first->notify(16);
-    first->host().currentProcessor = testId(1);
-    // The work thread comes to these when this thread runs its events.
-    first->notify<int>(0, 1234);
-    first->notify<GUID, QList<SDeviceSetInfo>>(1, GUID(), {SDeviceSetInfo(), SDeviceSetInfo()});
-    first->notify(29);
-    first->notify(30);
-    first->notify<QList<QUuid>>(39, {testId(1)});
-    first.reset();
-
-    TestPanel next;
-    next.host().setProject({}, {testProcessor(2)});
-    next.notify(16);
-    next.host().clearCalls();
-    next.notify<QList<QUuid>>(39, {testId(2)});
-    QTRY_VERIFY(next.host().callCount(QStringLiteral("GetProcessorNode")) > 0);
-    QStringList asked;
-    const auto calls = next.host().calls();
-    for (const FakeHandler::Call& call : calls)
-        asked.append(call.name + QLatin1Char(' ') + call.argument);
-    QCOMPARE(asked, QStringList{QStringLiteral("GetProcessorNode ") + testId(2).toString()});
-    QCOMPARE(next.area().detectStrategy(), 0);
-    QCOMPARE(next.area().findChild<QComboBox*>()->count(), 0);
-}
-
-void BridgeLifeTest::shouldKeepAnAnswerToADestroyedPanelFromTheNext()
-{
-    auto first = std::make_unique<TestPanel>();
-    const auto handler = std::make_shared<FakeHandler>();
-    first->area().m_controlHandler = handler;
-    QVERIFY(first->area().Reconnect());
-    Latch asked;
-    Latch answer;
-    handler->doInside(QStringLiteral("GetProcessorNode"), [&] {
-        asked.arrive();
-        answer.wait();
-    });
-    HostThread host;
-    const auto told = host.post([&] {
-        CSubject subject;
-        subject.Attach(handler->observer);
-        subject.Notify<QUuid>(18, testId(1));
-    });
-    QVERIFY(asked.wait());
-    first.reset();
-
-    TestPanel next;
-    next.host().setProject({}, {testProcessor(2)});
-    next.notify(16);
-    next.host().clearCalls();
-    answer.arrive();
-    QTRY_VERIFY(told.wait_for(std::chrono::seconds(0)) == std::future_status::ready);
-    QCOMPARE(next.host().callNames().join(QLatin1Char(' ')), QString());
-    QCOMPARE(next.dump(), QStringLiteral("All processors(1)[2]"));
 }
 
 void BridgeLifeTest::shouldAddNothingForADestroyedPanel()

@@ -1,6 +1,10 @@
 #include "plugin/TargetSelectData.h"
 #include "processortree/view/ProcessorTreeView.h"
 #include "tests/plugin/Telling.h"
+#include "tests/support/LogTrap.h"
+
+#include <QComboBox>
+#include <QToolButton>
 
 #include <stdexcept>
 
@@ -46,6 +50,10 @@ private slots:
     void shouldGoOnAfterAnException_data();
     void shouldGoOnAfterAnException();
     void shouldGoOnAfterAnExceptionInAFillOfAnotherThread();
+    void shouldKeepAnEventFromAnExceptionOfAnother();
+    void shouldLogAnExceptionThatNobodyCanCatch();
+    void shouldDetectAfterAnException();
+    void shouldAskAboutDeviceSetsAfterAnException();
     void shouldReportSelectionsAfterAnException();
     void shouldGoOnAfterAnExceptionInAQuestionOfThePanel();
 
@@ -133,6 +141,64 @@ void HostExceptionsTest::shouldGoOnAfterAnExceptionInAFillOfAnotherThread()
     QVERIFY(telling.host.settle());
     telling.host.notify(TrueHost::Reset);
     VERIFY_TREE_OF(telling.host);
+}
+
+/// What waits for its turn before an event is not the event's.
+void HostExceptionsTest::shouldKeepAnEventFromAnExceptionOfAnother()
+{
+    Telling telling;
+    telling.host.start({TrueHost::Ungrouped, TrueHost::Ungrouped});
+    QVERIFY(comesBack(telling.one.post([&] { telling.host.tell({TrueHost::Reset}); })));
+    telling.doDuring(QStringLiteral("GetAllProcessorNodes"), false, fail);
+    telling.host.change(TrueHost::Removed);
+    telling.host.notify(TrueHost::Removed);
+    QVERIFY(telling.wasAsked());
+    QVERIFY(telling.host.settle());
+    VERIFY_TREE_OF(telling.host);
+}
+
+void HostExceptionsTest::shouldLogAnExceptionThatNobodyCanCatch()
+{
+    Telling telling;
+    telling.host.start({TrueHost::Grouped});
+    telling.doDuring(QStringLiteral("GetAllGroupNodes"), false, fail);
+    const LogTrap log;
+    QVERIFY(comesBack(telling.one.post([&] { telling.host.tell({TrueHost::Reset}); })));
+    QTRY_VERIFY(telling.wasAsked());
+    QCOMPARE(log.messages().filter(QStringLiteral("threw an exception")).size(), 1);
+}
+
+void HostExceptionsTest::shouldDetectAfterAnException()
+{
+    Telling telling;
+    telling.host.start({TrueHost::Ungrouped});
+    auto* button = telling.panel.area().findChild<QToolButton*>();
+    QVERIFY(button);
+    telling.doDuring(QStringLiteral("DetectAllDevices"), false, fail);
+    attempt([&] { button->click(); });
+    QVERIFY(telling.wasAsked());
+    QVERIFY(button->isEnabled());
+}
+
+void HostExceptionsTest::shouldAskAboutDeviceSetsAfterAnException()
+{
+    Telling telling;
+    FakeHandler& host = telling.panel.host();
+    SDeviceSetInfo one{};
+    SDeviceSetInfo other{};
+    one.id.Data1 = 1;
+    other.id.Data1 = 2;
+    telling.panel.area().onCurrentDeviceSetChanged(one.id, {one, other});
+    auto* selector = telling.panel.area().findChild<QComboBox*>();
+    QCOMPARE(selector->count(), 2);
+    telling.doDuring(QStringLiteral("ConfirmDeviceSetChange"), false, fail);
+    attempt([&] { selector->setCurrentIndex(1); });
+    QVERIFY(telling.wasAsked());
+    QCOMPARE(selector->currentIndex(), 0);
+    host.clearCalls();
+    selector->setCurrentIndex(1);
+    QCOMPARE(host.callCount(QStringLiteral("ConfirmDeviceSetChange")), 1);
+    QCOMPARE(selector->currentIndex(), 1);
 }
 
 void HostExceptionsTest::shouldReportSelectionsAfterAnException()

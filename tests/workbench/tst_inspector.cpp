@@ -21,6 +21,7 @@
 
 #include <algorithm>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -298,6 +299,10 @@ void InspectorTest::shouldLeaveWhatIsNotItsOwn()
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("kept"));
     QVERIFY(!Inspector().listen(folder.path(), problem));
+    const QString pipe = folder.filePath(QStringLiteral("pipe"));
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), S_IRUSR | S_IWUSR), 0);
+    QVERIFY(!Inspector().listen(pipe, problem));
+    QVERIFY(QFileInfo::exists(pipe));
 
     const QString busy = folder.filePath(QStringLiteral("busy"));
     Inspector first;

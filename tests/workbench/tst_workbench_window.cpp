@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSet>
 #include <QStatusBar>
@@ -297,6 +298,15 @@ void WorkbenchWindowTest::shouldExportTheLinesThatAreShown()
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(QString::fromUtf8(file.readAll()), traceLine(trace.entry(1)) + QLatin1Char('\n'));
+
+    const QString live = m_settings.filePath(QStringLiteral("live.txt"));
+    log.setTraceFile(live);
+    exportTo(live);
+    auto* problem = openDialog<QMessageBox>();
+    QVERIFY(problem);
+    QVERIFY2(problem->text().contains(QStringLiteral("the live log is written there")),
+             qPrintable(problem->text()));
+    QVERIFY(!QFile::exists(live));
 }
 
 void WorkbenchWindowTest::shouldMarkProcessors()

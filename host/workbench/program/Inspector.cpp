@@ -4,6 +4,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -12,6 +13,9 @@
 #include <QWidget>
 
 #include <algorithm>
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
 
 namespace {
 
@@ -21,6 +25,18 @@ constexpr int kConnectMs = 1000;
 constexpr int kStep = 8;
 
 QJsonObject element(QAccessibleInterface& found, const QRect& frame);
+
+bool isSocket(const QString& path)
+{
+#ifdef Q_OS_UNIX
+    struct stat found = {};
+    return stat(QFile::encodeName(path).constData(), &found) == 0 && S_ISSOCK(found.st_mode);
+#else
+    // A local socket is no file there.
+    Q_UNUSED(path)
+    return false;
+#endif
+}
 
 QJsonArray stateNames(const QAccessible::State& state)
 {
@@ -168,7 +184,7 @@ QString Inspector::obstacle(const QString& name)
     const QFileInfo existing(QDir(QDir::tempPath()).filePath(name));
     if (!existing.exists())
         return {};
-    if (existing.isFile() || existing.isDir())
+    if (!isSocket(existing.filePath()))
         return tr("the file that is there is not a socket");
     QLocalSocket client;
     client.connectToServer(name);

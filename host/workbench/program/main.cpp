@@ -10,6 +10,7 @@
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/FileCommands.h"
 #include "host/workbench/window/Language.h"
+#include "host/workbench/window/LogPanel.h"
 #include "host/workbench/window/MainWindow.h"
 
 #include <QApplication>
@@ -48,6 +49,7 @@ void observe(const Options& options, MainWindow& window, TraceFile& trace, Inspe
     if (!options.traceFile.isEmpty() && !trace.open(problem))
         return;
     window.files().setTraceFile(options.traceFile);
+    window.log().setTraceFile(options.traceFile);
     QObject::connect(&trace, &TraceFile::failed, &window, [&](const QString& failure) {
         std::cerr << "workbench: " << qPrintable(failure) << '\n';
         if (!isUnattended(options))

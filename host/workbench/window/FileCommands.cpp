@@ -6,6 +6,7 @@
 #include "host/workbench/store/ProjectStore.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/PlainText.h"
+#include "host/workbench/window/SameFile.h"
 #include "host/workbench/window/Settings.h"
 
 #include <QDir>
@@ -19,14 +20,6 @@
 namespace {
 
 constexpr int kRecentShown = 8;
-
-bool isSameFile(const QString& one, const QString& other)
-{
-    const QFileInfo first(one);
-    const QFileInfo second(other);
-    return first.absoluteFilePath() == second.absoluteFilePath()
-           || (first.exists() && first.canonicalFilePath() == second.canonicalFilePath());
-}
 
 QString recentKey()
 {
@@ -81,7 +74,7 @@ bool FileCommands::open(const QString& path, QString& problem)
 
 bool FileCommands::save(const QString& path, QString& problem)
 {
-    if (!m_traceFile.isEmpty() && isSameFile(path, m_traceFile)) {
+    if (isSameFile(path, m_traceFile)) {
         problem = tr("%1 cannot be written: the live log is written there")
                       .arg(QDir::toNativeSeparators(path));
         return false;

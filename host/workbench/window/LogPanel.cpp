@@ -3,6 +3,7 @@
 #include "host/workbench/dialogs/Prompts.h"
 #include "host/workbench/trace/TraceModel.h"
 #include "host/workbench/window/LogFilter.h"
+#include "host/workbench/window/SameFile.h"
 
 #include <QAction>
 #include <QApplication>
@@ -183,6 +184,11 @@ void LogPanel::exportLines()
                                                       tr("Text files (*.txt);;All files (*)"));
     if (path.isEmpty())
         return;
+    if (isSameFile(path, m_traceFile)) {
+        showProblem(this, tr("%1 cannot be written: the live log is written there")
+                              .arg(QDir::toNativeSeparators(path)));
+        return;
+    }
     QModelIndexList rows;
     for (int row = 0; row < m_filter->rowCount(); ++row)
         rows.append(m_filter->index(row, TraceModel::TextColumn));

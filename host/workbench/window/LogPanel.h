@@ -23,6 +23,9 @@ public:
     /// `trace` must outlive the panel.
     explicit LogPanel(TraceModel& trace, QWidget* parent = nullptr);
 
+    /// Names the file to which the live log is written: nothing is exported there.
+    void setTraceFile(const QString& path) { m_traceFile = path; }
+
     /// Sets the filter to these words and to all kinds.
     void showWords(const QString& words);
 
@@ -45,6 +48,7 @@ private:
     void exportLines();
 
     TraceModel& m_trace;
+    QString m_traceFile;
     LogFilter* m_filter;         // Qt child
     QLineEdit* m_filterField;    // Qt child
     QComboBox* m_kindSelector;   // Qt child
