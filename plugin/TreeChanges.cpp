@@ -319,8 +319,11 @@ bool CTreeChanges::isGroup(const QUuid& id) const
 /// they stand.
 bool CTreeChanges::isStale(const Place& place, const QUuid& id, const Told& told) const
 {
-    if (!isGroup(id) || m_calls.isAwaited())
-        return isGroup(id) && m_order.isContested(*place, id);
+    if (!isGroup(id))
+        return false;
+    // What runs at once is overtaken only by what its own thread told inside a question of it.
+    if (m_calls.isAwaited())
+        return m_order.isOvertaken(*place, id);
     if (told.whileHeldUp || m_order.isContested(*place, id))
         return true;
     if (!told.isLongAgo())

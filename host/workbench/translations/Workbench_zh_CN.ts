@@ -612,6 +612,10 @@
         <source>%1 cannot be written: %2</source>
         <translation>无法写入 %1：%2</translation>
     </message>
+    <message>
+        <source>%1 cannot be written: the live log is written there</source>
+        <translation>无法写入 %1：实时日志正写入此文件</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
