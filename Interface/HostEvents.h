@@ -47,7 +47,7 @@ using TreeReset = Event<16>;
 using GroupAdded = Event<17, QUuid>;
 /// A processor is new.
 using ProcessorAdded = Event<18, QUuid>;
-/// Several at once: views follow with one reset.
+/// Several processors are new; views follow with one reset.
 using ProcessorsAdded = Event<19, QList<QUuid>>;
 /// A processor, or a group, whose processors then belong to no group.
 using NodeRemoved = Event<20, QUuid>;

@@ -14,6 +14,6 @@ public:
 
     static bool isPainting();
 
-    /// Has `tell`, which must not throw, called each time that the outermost scope ends.
+    /// Sets what is called each time that the outermost scope ends. `tell` must not throw.
     static void setOnEnded(std::function<void()> tell);
 };

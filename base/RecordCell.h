@@ -41,7 +41,7 @@ public:
     /// tells nobody.
     void store(const ProcessorNode& record);
 
-    /// Has `change` change the record in place, so that no replacement of another thread is lost.
+    /// Lets `change` change the record in place, so that no replacement of another thread is lost.
     /// Any thread; `change` calls nobody.
     void modify(const std::function<void(ProcessorNode&)>& change);
 
@@ -49,7 +49,7 @@ public:
     /// that the rows of a parent stay in order until the row moves. Any thread.
     Key placedKey() const;
 
-    /// Has the key of the record stand for the row's place, and returns it. Any thread.
+    /// Makes the key of the record that of the row's place, and returns it. Any thread.
     Key settle();
 
     /// Counts the replacements. Any thread.

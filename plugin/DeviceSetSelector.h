@@ -18,7 +18,7 @@ class CDeviceSetSelector final : public CComboBox
 public:
     explicit CDeviceSetSelector(QWidget* parent = nullptr);
 
-    /// Has assistive technology call the selector `name`. Needs a parent.
+    /// Sets the name by which assistive technology calls the selector. Needs a parent.
     void setSpokenName(const QString& name);
 
     /// Offers `sets` with `current` chosen. Hidden and empty with fewer than two sets, with an

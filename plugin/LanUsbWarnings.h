@@ -19,7 +19,7 @@ public:
     /// `panel` owns this, and the dialogs stand over it.
     explicit CLanUsbWarnings(QWidget* panel);
 
-    /// Has a warning about `processors` shown once the event loop runs again; returns at once.
+    /// Shows a warning about `processors` when the event loop runs again; returns at once.
     void show(const std::vector<LanUsbProcessorInfo>& processors);
 
 private:

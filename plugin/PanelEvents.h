@@ -15,7 +15,7 @@ class CGuiCalls;
 class IAbstractControlInterface;
 
 /// The host's events about the panel itself, as jobs of the work thread: each calls a slot of the
-/// panel that the event was told to, by name, and nothing when another one has taken its place.
+/// panel that the event was told to, by name. If that panel has gone, it calls nothing.
 ///
 /// Thread-safe, but for setPanel(). Shared with the jobs.
 class CPanelEvents final : public std::enable_shared_from_this<CPanelEvents>

@@ -22,18 +22,24 @@ import sys
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 FOLDERS = ["Interface", "base", "plugin", "processortree", "search", "ipmanage", "sdk",
            "host", "tests", "benchmarks"]
-# What is not the product.
-APART = ("tests/", "benchmarks/", "host/workbench/")
+# What is not the product: clang-tidy makes fewer checks there.
+APART = ("tests/", "benchmarks/", "host/workbench/", "sdk/validate/")
+# Where clazy is not run: what it looks for costs a user something, and a test has none.
+WITHOUT_CLAZY = ("tests/",)
 FINDING = re.compile(r"^(?P<file>/[^:]+):\d+:\d+: (?:error|warning): .*\[[^\]]+\]$")
 # Warning flags of GCC's that Clang has no counterpart for.
 CLANG_FLAG = "-Wno-unknown-warning-option"
+
+
+def is_apart(source):
+    return str(source.relative_to(ROOT)).startswith(APART)
 
 
 def clazy_checks(source):
     text = (ROOT / "scripts" / "clazy-checks.txt").read_text()
     text = re.sub(r"#.*", "", text)
     everywhere, _, apart = text.partition("[apart]")
-    if str(source.relative_to(ROOT)).startswith(APART):
+    if is_apart(source):
         everywhere += apart
     return ",".join(everywhere.split())
 
@@ -41,7 +47,8 @@ def clazy_checks(source):
 def tool_command(tool, commands, source):
     if tool == "clang-tidy":
         ours = f"--header-filter=^{ROOT}/({'|'.join(FOLDERS)})/"
-        return ["clang-tidy", "-p", str(commands), "--quiet", ours, str(source)]
+        fewer = [f"--config-file={ROOT}/tests/.clang-tidy"] if is_apart(source) else []
+        return ["clang-tidy", "-p", str(commands), "--quiet", ours, *fewer, str(source)]
     return ["clazy-standalone", "-p", str(commands), f"--checks={clazy_checks(source)}",
             f"--extra-arg={CLANG_FLAG}", str(source)]
 
@@ -116,6 +123,9 @@ def main():
     for entry in every:
         entry["command"] = plain_command(entry["command"])
         source = pathlib.Path(entry["file"])
+        if options.tool == "clazy" and str(source).startswith(
+                tuple(f"{ROOT}/{folder}" for folder in WITHOUT_CLAZY)):
+            continue
         if build not in source.parents and any(p == source or p in source.parents for p in below):
             entries.setdefault(source, entry)
     if not entries:

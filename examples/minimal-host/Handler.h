@@ -73,13 +73,13 @@ public:
     // Asked on any thread.
     ProcessorNode GetProcessorNode(const QUuid& id) override { return processors.value(id); }
     ProcessorGroupNode GetGroupNode(const QUuid& id) override { return groups.value(id); }
-
     QList<ProcessorNode> GetAllProcessorNodes() override { return processors.all(); }
     QList<ProcessorGroupNode> GetAllGroupNodes() override { return groups.all(); }
     bool ShowProcessorMoreButton() override { return true; }
     bool ShowNodeMoreButton() override { return true; }
     bool CanAddProcessors(const ProcessorNode&) override { return true; }
     bool IsAddProcessorsEnabled(const ProcessorNode&) override { return true; }
+    bool CanRenameProcessor(const QUuid&) override { return true; }
 
     // The panel shows these once an event says that they are carried out. The event comes after the
     // change, and the one about a group before those about its processors.

@@ -63,7 +63,7 @@ public:
     /// when rebuild() is due once it has left. GUI thread.
     bool remove(const QStandardItem* item);
 
-    /// Has `item` lead to `record` from now on. GUI thread.
+    /// Makes `item` lead to `record` from now on. GUI thread.
     void setRecord(const QStandardItem* item, const CRecordHandle& record);
 
     /// While rows move, other threads go on seeing those that have been taken out and not yet put

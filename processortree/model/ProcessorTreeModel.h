@@ -108,7 +108,7 @@ public:
     /// Adds a group above the row `row` of the root.
     CProcessorItem* insertGroup(const ProcessorGroupNode& group, int row);
 
-    /// Has `tell` called each time that isChanging() ends.
+    /// Sets what is called each time that isChanging() ends.
     void setOnChanged(std::function<void()> tell) { m_onChanged = std::move(tell); }
 
     /// Tells views that the records of `processors` were replaced behind the model's back.

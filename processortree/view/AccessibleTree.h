@@ -20,7 +20,7 @@ class TreeAnnouncer;
 class AccessibleTree final : public QAccessibleWidget
 {
 public:
-    /// Has all processor trees from now on presented by this class. More calls have no effect.
+    /// Presents all processor trees by this class from now on. More calls have no effect.
     static void install();
 
     explicit AccessibleTree(CProcessorTreeView* view);

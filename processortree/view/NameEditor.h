@@ -16,7 +16,7 @@ public:
     /// Without a parent the caller owns the field.
     static QLineEdit* create(QWidget* parent);
 
-    /// Has the next create() in the same parent return `field`, with what was typed in it.
+    /// Lets the next create() in the same parent return `field`, with what was typed in it.
     static void passOn(QLineEdit& field);
 
     /// Ends a composition in a field that create() made, cuts the text to the limit and returns it.

@@ -79,7 +79,7 @@ public slots:
     /// Deletes the selected processors, or ungroups the selected group.
     void DeleteSelection();
 
-    /// Has the user rename the selected row.
+    /// Opens the field in which the user renames the selected row.
     void RenameSelection();
 
     /// Opens the menu of row `index` at `pos` in the viewport.

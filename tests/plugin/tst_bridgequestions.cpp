@@ -15,7 +15,7 @@
 #include <mutex>
 
 namespace {
-/// Has a thread of the host's tell that processor `n` was added; false when that gets stuck.
+/// Tells on a thread of the host's that processor `n` was added. Returns false if that hangs.
 bool addFrom(HostThread& thread, TestPanel& panel, quint32 n)
 {
     return comesBack(thread.post([&panel, n] { panel.notify<QUuid>(18, testId(n)); }));

@@ -80,7 +80,7 @@ public:
         QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { advance(); });
     }
 
-    /// Has xdotool run `commands`, then waits until `done`.
+    /// Runs `commands` by xdotool, then waits until `done`.
     DragUser& then(const QString& commands, std::function<bool()> done)
     {
         m_steps.push_back({commands, std::move(done)});

@@ -14,7 +14,7 @@ QString at(const QPoint& place)
     return QStringLiteral("mousemove %1 %2").arg(place.x()).arg(place.y());
 }
 
-/// Has the X server believe that these came from mouse and keyboard.
+/// Makes the X server take these for events of mouse and keyboard.
 void input(const QStringList& commands)
 {
     QProcess process;
