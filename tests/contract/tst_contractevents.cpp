@@ -35,6 +35,7 @@ private slots:
     void shouldTellAnEventAboutNoRow();
     void shouldTellAnEventAboutNoRow_data();
     void shouldTellAnAdditionOfWhatIsThere();
+    void shouldSayNothingOfWhatAFillHasShown();
     void shouldTellNullAndRepeatedIdentities();
     void shouldTellAnIdentityThatTheHostDoesNotKnow();
     void shouldTellARecordOfAnotherIdentity();
@@ -157,6 +158,30 @@ void TestContractEvents::shouldTellAnAdditionOfWhatIsThere()
     filled.host.notify<QUuid>(18, identity(2));
     filled.host.notify<QUuid>(17, identity(100));
     QCOMPARE(found.lines(QStringLiteral("TSA-W16")).size(), 2);
+}
+
+/// The fill of an event 16 is late, and already shows what the same thread tells next.
+void TestContractEvents::shouldSayNothingOfWhatAFillHasShown()
+{
+    FoundBreaches found;
+    FilledHost filled;
+    LibraryHost& host = filled.host;
+    QTRY_COMPARE(host.tree(), QStringLiteral("G100[1],2"));
+    HostThread teller;
+    CSubject subject;
+    subject.Attach(host.handler().observer);
+    QVERIFY(comesBack(teller.post([&] {
+        subject.Notify(16);
+        host.handler().setProject({group(100)}, {processor(1, 100)});
+        subject.Notify<QUuid>(20, identity(2));
+    })));
+    QTRY_COMPARE(host.tree(), QStringLiteral("G100[1]"));
+
+    QVERIFY(comesBack(teller.post([&] { subject.Notify(16); })));
+    host.handler().setProject({group(100)}, {processor(1, 100), processor(3)});
+    subject.Notify<QUuid>(18, identity(3));
+    QCOMPARE(host.tree(), QStringLiteral("G100[1],3"));
+    QCOMPARE(found.codes().join(QLatin1Char(' ')), QString());
 }
 
 void TestContractEvents::shouldTellNullAndRepeatedIdentities()
