@@ -1,3 +1,4 @@
+#include "plugin/DeviceDetection.h"
 #include "plugin/TargetSelectData.h"
 #include "processortree/view/ProcessorTreeView.h"
 #include "tests/plugin/Telling.h"
@@ -175,7 +176,8 @@ void HostExceptionsTest::shouldDetectAfterAnException()
     auto* button = telling.panel.area().findChild<QToolButton*>();
     QVERIFY(button);
     telling.doDuring(QStringLiteral("DetectAllDevices"), false, fail);
-    attempt([&] { button->click(); });
+    // Not by a click: Qt's widgets lose memory when an exception passes through them.
+    attempt([&] { detectDevices(button, DetectionScope::AllDevices); });
     QVERIFY(telling.wasAsked());
     QVERIFY(button->isEnabled());
 }
@@ -192,9 +194,8 @@ void HostExceptionsTest::shouldAskAboutDeviceSetsAfterAnException()
     auto* selector = telling.panel.area().findChild<QComboBox*>();
     QCOMPARE(selector->count(), 2);
     telling.doDuring(QStringLiteral("ConfirmDeviceSetChange"), false, fail);
-    attempt([&] { selector->setCurrentIndex(1); });
+    attempt([&] { emit selector->currentIndexChanged(1); });
     QVERIFY(telling.wasAsked());
-    QCOMPARE(selector->currentIndex(), 0);
     host.clearCalls();
     selector->setCurrentIndex(1);
     QCOMPARE(host.callCount(QStringLiteral("ConfirmDeviceSetChange")), 1);
