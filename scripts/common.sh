@@ -45,7 +45,8 @@ configure() {
     local preset=$1 log=build/$1-build.log stamp=build/$1/configured
     if [ "$stamp" -nt CMakePresets.json ]; then
         # Tests that are new since then are to be known, too.
-        logged "$log" ninja -C "build/$preset" build.ninja || fail "configuring '$preset' failed, see $log"
+        logged "$log" ninja -C "build/$preset" build.ninja \
+            || fail "configuring '$preset' failed, see $log" "mend what it says"
         return
     fi
     logged "$log" cmake --preset "$preset" \
