@@ -221,13 +221,17 @@ def rows(figure: Figure, runs: typing.List[dict]) -> typing.List[Row]:
         ))
     if figure.growth_bar is not None:
         product, baseline = (
-            slope({size: cost for (family, side, size), cost in costs.items()
-                   if family == figure.family and side == wanted and size >= figure.growth_from})
+            {size: cost for (family, side, size), cost in costs.items()
+             if family == figure.family and side == wanted and size >= figure.growth_from}
             for wanted in ("product", figure.baseline))
-        # Larger trees leave the caches of the machine, the baseline's too.
-        table.append(Row(figure.title, "all", "", f"{figure.growth_bar:g}",
-                         f"{product:.2f} ({baseline:.2f})",
-                         product > max(figure.growth_bar, baseline)))
+        exponent = slope(product)
+        growth = f"{exponent:.2f}"
+        bar = figure.growth_bar
+        # Larger trees leave the caches of the machine, the baseline's too. Some are too slow for it.
+        if baseline.keys() == product.keys():
+            growth += f" ({slope(baseline):.2f})"
+            bar = max(bar, slope(baseline))
+        table.append(Row(figure.title, "all", "", f"{figure.growth_bar:g}", growth, exponent > bar))
     return table
 
 
