@@ -87,8 +87,8 @@ void CProcessorTreeView::replaceRemoved(const QModelIndex& parent, int first, in
 }
 
 /// Makes a processor of `parent` current once the last of the requested deletions has arrived: the
-/// next one from row `below` downward, or else from row `above` upward. Where there are no such rows
-/// the first processor that is in no group becomes current at once.
+/// next one from row `below` downward, or else from row `above` upward. Where there are no such
+/// rows the first processor that is in no group becomes current at once.
 void CProcessorTreeView::takeOver(const QModelIndex& parent, int above, int below)
 {
     const auto isProcessorAt = [&](const QModelIndex& under, int row) {
