@@ -7,6 +7,7 @@
 #include "tests/support/WarningTrap.h"
 
 #include <QComboBox>
+#include <QMenu>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
