@@ -48,8 +48,8 @@ void reportBusy()
 struct CGuiCalls::Ticket
 {
     Call call;
-    bool isHere = false; // made on the GUI thread, to which it throws
-    std::exception_ptr thrown;
+    bool isHere = false;       // made on the GUI thread
+    std::exception_ptr thrown; // to be thrown by whoever made it there, and waits for it
     bool awaited = false;
     bool ended = false;
     bool ran = false;
@@ -270,7 +270,7 @@ void CGuiCalls::runNext()
         ticket->call();
     } catch (...) {
         // Whoever runs the queue may be in the middle of something else.
-        if (ticket->isHere)
+        if (ticket->isHere && isAwaited())
             ticket->thrown = std::current_exception();
         else
             AppendLog(__func__, __FILE__, __LINE__, "The handler threw an exception on an event.");

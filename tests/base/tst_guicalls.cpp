@@ -1,5 +1,6 @@
 #include "base/GuiCalls.h"
 #include "tests/support/HostThread.h"
+#include "tests/support/LogTrap.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QTest>
@@ -32,6 +33,7 @@ private slots:
     void shouldTellACallWhetherItIsAwaited();
     void shouldRunWhatWasRaisedInsideACallBehindIt();
     void shouldGoOnAfterAnException();
+    void shouldLogWhatIsThrownToNobody();
     void shouldNotWaitLongerThanItsPatience();
     void shouldSettleFromAnotherThread();
     void shouldSettleOnTheGuiThread();
@@ -247,6 +249,23 @@ void GuiCallsTest::shouldGoOnAfterAnException()
     QVERIFY(!CHostQuestion::holdsUpGuiThread());
     QVERIFY(calls.run([&] { ++runs; }));
     QCOMPARE(runs, 2);
+}
+
+void GuiCallsTest::shouldLogWhatIsThrownToNobody()
+{
+    CGuiCalls calls;
+    HostThread thread;
+    const LogTrap log;
+    const auto fail = [] { throw std::runtime_error("the host's"); };
+    // Another thread's, which runs before the caller's own.
+    QVERIFY(comesBack(thread.post([&] { calls.post(fail); })));
+    bool ran = false;
+    QVERIFY(calls.run([&] { ran = true; }));
+    QVERIFY(ran);
+    QCOMPARE(log.messages().size(), 1);
+    // One that has to wait, so that its caller has gone on.
+    QVERIFY(calls.run([&] { calls.post(fail); }));
+    QCOMPARE(log.messages().size(), 2);
 }
 
 void GuiCallsTest::shouldNotWaitLongerThanItsPatience()
