@@ -155,10 +155,9 @@ void ContractCheck::report(Finding finding, const QString& what, std::optional<q
     qCWarning(lcCheck, "%s", line.toUtf8().constData());
 }
 
-ContractCheck::EventScope::EventScope(quint32 event)
-    : m_outer(currentEvent())
+ContractCheck::EventScope::EventScope(std::optional<quint32> event)
+    : m_outer(std::exchange(currentEvent(), event))
 {
-    currentEvent() = event;
 }
 
 ContractCheck::EventScope::~EventScope()
@@ -169,16 +168,6 @@ ContractCheck::EventScope::~EventScope()
 bool ContractCheck::EventScope::isUnderWay()
 {
     return currentEvent().has_value();
-}
-
-ContractCheck::NoEventScope::NoEventScope()
-    : m_outer(std::exchange(currentEvent(), std::nullopt))
-{
-}
-
-ContractCheck::NoEventScope::~NoEventScope()
-{
-    currentEvent() = m_outer;
 }
 
 ContractCheck::Probe::Probe()

@@ -73,30 +73,18 @@ inline bool isOn()
 /// lock, as the host's log runs here.
 void report(Finding finding, const QString& what, std::optional<quint32> event = std::nullopt);
 
-/// While one lives, this thread works for a host event.
+/// While one lives, this thread works for a host event; for the panel itself, even inside an event,
+/// where no number is given.
 class EventScope final
 {
 public:
-    explicit EventScope(quint32 event);
+    explicit EventScope(std::optional<quint32> event);
     ~EventScope();
     EventScope(const EventScope&) = delete;
     EventScope& operator=(const EventScope&) = delete;
 
     /// Returns whether this thread works for an event.
     static bool isUnderWay();
-
-private:
-    std::optional<quint32> m_outer;
-};
-
-/// While one lives, this thread works for the panel itself, also inside an event.
-class NoEventScope final
-{
-public:
-    NoEventScope();
-    ~NoEventScope();
-    NoEventScope(const NoEventScope&) = delete;
-    NoEventScope& operator=(const NoEventScope&) = delete;
 
 private:
     std::optional<quint32> m_outer;

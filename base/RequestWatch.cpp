@@ -7,37 +7,12 @@
 #include <QCoreApplication>
 #include <QHash>
 #include <QSet>
-#include <QStringList>
 #include <QTimer>
 
 #include <algorithm>
-#include <iterator>
 #include <mutex>
 #include <utility>
 #include <vector>
-
-namespace {
-
-const HostRequests::Request& requestOf(const char* operation)
-{
-    const auto found = std::find_if(
-        std::begin(HostRequests::kRequests), std::end(HostRequests::kRequests),
-        [&](const auto& request) { return qstrcmp(request.operation, operation) == 0; });
-    Q_ASSERT(found != std::end(HostRequests::kRequests));
-    return *found;
-}
-
-QString numbersOf(const HostRequests::Request& request)
-{
-    QStringList numbers;
-    for (const int number : request.events) {
-        if (number != HostRequests::kNone)
-            numbers.append(QString::number(number));
-    }
-    return numbers.join(QStringLiteral(" or "));
-}
-
-} // namespace
 
 struct RequestWatch::State
 {
@@ -82,7 +57,7 @@ bool isAnswered(const RequestWatch::State& state)
 } // namespace
 
 RequestWatch::CRequest::CRequest(const char* operation, QList<QUuid> subjects)
-    : m_state(new State{requestOf(operation)})
+    : m_state(new State{*HostRequests::find(operation)})
     , m_subjects(std::move(subjects))
 {
     const std::lock_guard guard(open().mutex);
@@ -104,7 +79,7 @@ void RequestWatch::CRequest::await(Outcome outcome)
         if (panel.isOver() || !HandlerPlace::current())
             return;
         const HostRequests::Request& request = state->request;
-        const QString events = numbersOf(request);
+        const QString events = HostRequests::eventNumbers(request);
         if (!events.isEmpty() && !isAnswered(*state)) {
             ContractCheck::report(ContractCheck::Finding::NoFollowUp,
                                   QStringLiteral("%1 is followed by event %2, none came in %3 ms")

@@ -57,7 +57,7 @@ void CTreeEvents::noteChange()
 
 void CTreeEvents::changeTree(std::function<void()> change)
 {
-    const ContractCheck::NoEventScope scope;
+    const ContractCheck::EventScope scope(std::nullopt);
     const HandlerPlace::CPanelWatch panel;
     m_calls->post([changes = m_changes, change = std::move(change), panel] {
         if (panel.isOver())

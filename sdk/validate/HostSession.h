@@ -48,7 +48,8 @@ public:
     QList<ToldEvent> takeEvents();
 
     /// Makes a request with `request`, and judges by HostRequests whether the event that has to
-    /// follow does, and comes after the change. `operation` is the name of the request.
+    /// follow does, and comes after the change. `operation` is the name of the request. Ends the
+    /// test as one that cannot run where the host refuses as HostRequests allows.
     void make(const char* operation, const std::function<void()>& request);
 
     /// Handles events until the tree shows what the handler lists, and notes the finding if that

@@ -4,6 +4,7 @@
 #include "sdk/validate/Journal.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QMap>
 #include <QProcess>
 #include <QProcessEnvironment>
@@ -12,6 +13,7 @@
 namespace {
 
 constexpr int kOutputLines = 40;
+constexpr int kSilences = 10; // that a test may last, whatever it says meanwhile
 
 /// What the lines of a child have said so far.
 struct Heard
@@ -43,6 +45,9 @@ struct Heard
             break;
         case Journal::Line::Kind::Other:
             result.output.append(said.text);
+            // Whoever says the same for ever fills no memory.
+            if (result.output.size() > kOutputLines)
+                result.output.removeFirst();
             break;
         }
     }
@@ -107,13 +112,16 @@ void readLines(QProcess& process, Heard& heard)
         heard.hear(process.readLine());
 }
 
-/// Runs the process to its end. Returns false if it had to be ended because it stood still.
+/// Runs the process to its end. Returns false if it had to be ended because it stood still, or went
+/// on for ever.
 bool runToTheEnd(QProcess& process, Heard& heard, int silenceMs)
 {
+    const QDeadlineTimer deadline(qint64{silenceMs} * kSilences);
     while (process.state() != QProcess::NotRunning) {
         const bool isHeard = process.waitForReadyRead(silenceMs);
         readLines(process, heard);
-        if (isHeard || process.state() == QProcess::NotRunning)
+        const bool isInTime = !deadline.hasExpired();
+        if ((isHeard && isInTime) || process.state() == QProcess::NotRunning)
             continue;
         // Its output is closed, or it stands still. It is given no more time than before.
         if (process.waitForFinished(heard.isDone ? silenceMs : 0))
@@ -129,15 +137,13 @@ bool runToTheEnd(QProcess& process, Heard& heard, int silenceMs)
 
 Status statusOf(const Result& result)
 {
-    if (!result.skipReason.isEmpty())
-        return Status::Skipped;
-    Status status = Status::Passed;
     for (const Finding& finding : result.findings) {
         if (isFailure(finding.code))
             return Status::Failed;
-        status = Status::Warning;
     }
-    return status;
+    if (!result.skipReason.isEmpty())
+        return Status::Skipped;
+    return result.findings.isEmpty() ? Status::Passed : Status::Warning;
 }
 
 void judge(Result& result, const Heard& heard, const QProcess& process)
@@ -186,7 +192,8 @@ Result runTest(const Options& options, const CatalogueEntry& test)
         result.status = Status::Failed;
         result.lastCall = heard.callInHand();
         result.findings.append(
-            {codeText(Code::Hang), QStringLiteral("nothing new happened for %1 s; last call: %2")
+            {codeText(Code::Hang), QStringLiteral("nothing new happened for %1 s, or no end came "
+                                                  "in ten times as long; last call: %2")
                                        .arg(options.silenceMs / 1000)
                                        .arg(result.lastCall)});
     } else {

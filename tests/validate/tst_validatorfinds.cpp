@@ -16,6 +16,7 @@ private slots:
     void shouldFindWhatIsBrokenInAHost_data();
     void shouldFindWhatIsBrokenInAHost();
     void shouldFindNothingInAWholeHost();
+    void shouldSkipWhatAHostRefuses();
     void shouldFindAMissingEntryPoint();
     void shouldFindWhatIsNoLibrary();
 };
@@ -146,6 +147,22 @@ void ValidatorFindsTest::shouldFindNothingInAWholeHost()
                             ValidatorRun::broken(QStringLiteral("host_nothing"))});
     QVERIFY2(run.exitCode() == 0, run.description().constData());
     QVERIFY2(!run.output().contains(QStringLiteral("TSA-V")), run.description().constData());
+}
+
+void ValidatorFindsTest::shouldSkipWhatAHostRefuses()
+{
+    for (const char* only : {"host.add", "host.delete", "host.group", "host.move",
+                             "host.renamegroup", "host.ungroup"}) {
+        const ValidatorRun run({QStringLiteral("--only"), QString::fromLatin1(only),
+                                ValidatorRun::wholeLibrary(),
+                                ValidatorRun::broken(QStringLiteral("host_declines"))});
+        const QString status = run.onlyTest().value(QLatin1String("status")).toString();
+        QVERIFY2(status == QLatin1String("skipped"), run.description().constData());
+    }
+    const ValidatorRun rename({QStringLiteral("--only"), QStringLiteral("host.rename"),
+                               ValidatorRun::wholeLibrary(),
+                               ValidatorRun::broken(QStringLiteral("host_declines"))});
+    QVERIFY2(rename.exitCode() == 0 && rename.codes().isEmpty(), rename.description().constData());
 }
 
 void ValidatorFindsTest::shouldFindAMissingEntryPoint()

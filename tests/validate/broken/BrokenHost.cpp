@@ -69,6 +69,8 @@ public:
 
     void AddProcessors(const QUuid& group, int count) override
     {
+        if (isBroken("declines"))
+            return;
         if (isBroken("throws"))
             throw std::runtime_error("no room");
         QList<QUuid> added;
@@ -94,6 +96,8 @@ public:
 
     void DeleteProcessors(const QList<QUuid>& ids) override
     {
+        if (isBroken("declines"))
+            return;
         if (isBroken("crashes"))
             std::abort();
         if (!isBroken("keeps-deleted")) {
@@ -105,6 +109,8 @@ public:
 
     QUuid CreateGroup(const ProcessorGroupNode& group) override
     {
+        if (isBroken("declines"))
+            return {};
         if (isBroken("hangs"))
             std::promise<void>().get_future().wait();
         ProcessorGroupNode created = group;
@@ -116,20 +122,33 @@ public:
 
     bool RenameProcessor(const QUuid& id, const QString& name) override
     {
-        return processors.change(id, [&](ProcessorNode& node) { node.name = name; });
+        return !isBroken("declines")
+               && processors.change(id, [&](ProcessorNode& node) { node.name = name; });
     }
     void RenameGroup(const QUuid& id, const QString& name) override
     {
-        if (!isBroken("lazy"))
+        if (isBroken("declines"))
+            HostEvents::TreeReset::tell(m_subject);
+        else if (!isBroken("lazy"))
             groups.change(id, [&](ProcessorGroupNode& group) { group.name = name; });
     }
     void SetProcessorGroup(const ProcessorGroupNode&, const QUuid& group,
                            const QList<QUuid>& ids) override
     {
+        if (isBroken("declines")) {
+            HostEvents::TreeReset::tell(m_subject);
+            return;
+        }
         for (const QUuid& id : ids)
             processors.change(id, [&](ProcessorNode& node) { node.groupId = group; });
     }
-    void Ungroup(const QUuid& id) override { groups.remove(id); }
+    void Ungroup(const QUuid& id) override
+    {
+        if (isBroken("declines"))
+            HostEvents::TreeReset::tell(m_subject);
+        else
+            groups.remove(id);
+    }
 
     void GetIPNameLists(QStringList& ips, QStringList& names) override
     {
