@@ -37,6 +37,7 @@ private slots:
     void shouldNameTheOperationThatIsSlow();
     void shouldNameTheOperationThatThrows();
     void shouldTellAGroupThatNoEventFollows();
+    void shouldSayNothingOfAGroupThatIsRefused();
     void shouldTellANameThatIsNotKept();
     void shouldTellAGroupThatIsNotDissolved_data();
     void shouldTellAGroupThatIsNotDissolved();
@@ -125,6 +126,19 @@ void TestContractAnswers::shouldTellAGroupThatNoEventFollows()
     const QString line = found.line(QStringLiteral("TSA-W25"));
     QVERIFY2(line.contains(QStringLiteral("CreateGroup")), qPrintable(line));
     QVERIFY2(line.contains(QStringLiteral("17 or 16")), qPrintable(line));
+}
+
+void TestContractAnswers::shouldSayNothingOfAGroupThatIsRefused()
+{
+    FoundBreaches found;
+    ShownHost shown;
+    shown.host.handler().refusesGroups = true;
+    QVERIFY(shown.select({QStringLiteral("1"), QStringLiteral("2")}));
+    QTest::keyClick(&shown.tree(), Qt::Key_G, Qt::ControlModifier);
+    QVERIFY(shown.host.handler().callNames().contains(QStringLiteral("CreateGroup")));
+    QVERIFY(FoundBreaches::waitForJudgement());
+    QCOMPARE(found.lines(QStringLiteral("TSA-E19")), QStringList());
+    QCOMPARE(found.lines(QStringLiteral("TSA-W25")), QStringList());
 }
 
 void TestContractAnswers::shouldTellANameThatIsNotKept()

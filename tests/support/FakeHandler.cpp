@@ -358,6 +358,8 @@ void FakeHandler::SetNewProcessorOutputs(int outputs)
 QUuid FakeHandler::CreateGroup(const ProcessorGroupNode& group)
 {
     note("CreateGroup", group.name);
+    if (refusesGroups)
+        return {};
     return createdGroup.isNull() ? QUuid::createUuid() : createdGroup;
 }
 

@@ -85,6 +85,7 @@ public:
     bool frontPanelLit = false;
     QList<QUuid> deleteBlocked;
     QUuid createdGroup; ///< Null creates another one each time.
+    bool refusesGroups = false;
     std::function<void(QMenu& menu)> appendEntries;
 
     /// The IP list as entries. Requests to add, modify, delete and clear change it.
