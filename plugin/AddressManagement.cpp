@@ -28,15 +28,14 @@ void manageAddresses(QWidget* panel)
     if (!alive)
         return;
     CIPManageDialog(panel).exec();
-    const HandlerPlace::CPanelWatch watch;
     if (!alive)
         return;
     const QStringList after = HostIPList::entries();
-    if (watch.isOver())
+    if (!alive)
         return;
     const bool isDue = isDetectionDue(before, after);
     qCDebug(lcPanel, "after the IP list, the host wants %s detection", isDue ? "a" : "no");
-    if (!isDue || watch.isOver())
+    if (!isDue || !alive)
         return;
     if (const auto handler = GetTargetSelectHandler())
         handler->DetectProcessorsOnly();

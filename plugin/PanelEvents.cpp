@@ -14,7 +14,7 @@ CPanelEvents::CPanelEvents(std::shared_ptr<CGuiCalls> calls)
 {
 }
 
-void CPanelEvents::changeDetectStrategy(quint64 told, int strategy)
+void CPanelEvents::changeDetectStrategy(HandlerPlace::CPanelWatch told, int strategy)
 {
     post(told, [strategy](QObject& panel) {
         QMetaObject::invokeMethod(&panel, "onDetectStrategyChanged", Qt::DirectConnection,
@@ -22,7 +22,8 @@ void CPanelEvents::changeDetectStrategy(quint64 told, int strategy)
     });
 }
 
-void CPanelEvents::changeDeviceSets(quint64 told, GUID current, const QList<SDeviceSetInfo>& sets)
+void CPanelEvents::changeDeviceSets(HandlerPlace::CPanelWatch told, GUID current,
+                                    const QList<SDeviceSetInfo>& sets)
 {
     post(told, [current, sets](QObject& panel) {
         QMetaObject::invokeMethod(&panel, "onCurrentDeviceSetChanged", Qt::DirectConnection,
@@ -30,14 +31,14 @@ void CPanelEvents::changeDeviceSets(quint64 told, GUID current, const QList<SDev
     });
 }
 
-void CPanelEvents::changeLanUsbAddresses(quint64 told)
+void CPanelEvents::changeLanUsbAddresses(HandlerPlace::CPanelWatch told)
 {
     post(told, [](QObject& panel) {
         QMetaObject::invokeMethod(&panel, "onLANUSBGetProcessorIP", Qt::DirectConnection);
     });
 }
 
-void CPanelEvents::repaintMonitorWarnings(quint64 told)
+void CPanelEvents::repaintMonitorWarnings(HandlerPlace::CPanelWatch told)
 {
     post(told, [](QObject& panel) {
         QMetaObject::invokeMethod(&panel, "UpdateMonitorWarningState", Qt::DirectConnection);
@@ -82,11 +83,11 @@ bool CPanelEvents::holds(const Current& current) const
            && HandlerPlace::isCurrent(current.source);
 }
 
-void CPanelEvents::post(quint64 told, std::function<void(QObject&)> call)
+void CPanelEvents::post(HandlerPlace::CPanelWatch told, std::function<void(QObject&)> call)
 {
     m_calls->post([self = shared_from_this(), told, call = std::move(call)] {
         Q_ASSERT(isThreadOf(*self->m_calls));
-        if (self->m_panel && HandlerPlace::panel() == told)
+        if (self->m_panel && !told.isOver())
             call(*self->m_panel);
     });
 }

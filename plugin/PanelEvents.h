@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Interface/DeviceSetInfo.h"
+#include "base/TargetSelectHandler.h"
 #include "plugin/EventOrder.h"
 
 #include <QList>
@@ -31,11 +32,12 @@ public:
     /// Counts the user's own choices, which make the host's older answers void.
     void noteReport() { ++m_reports; }
 
-    /// `told` is HandlerPlace::panel() of the time at which the host told the event.
-    void changeDetectStrategy(quint64 told, int strategy);
-    void changeDeviceSets(quint64 told, GUID current, const QList<SDeviceSetInfo>& sets);
-    void changeLanUsbAddresses(quint64 told);
-    void repaintMonitorWarnings(quint64 told);
+    /// `told` was made when the host told the event.
+    void changeDetectStrategy(HandlerPlace::CPanelWatch told, int strategy);
+    void changeDeviceSets(HandlerPlace::CPanelWatch told, GUID current,
+                          const QList<SDeviceSetInfo>& sets);
+    void changeLanUsbAddresses(HandlerPlace::CPanelWatch told);
+    void repaintMonitorWarnings(HandlerPlace::CPanelWatch told);
 
     /// What was known when the host told that its current processor changed.
     struct Current
@@ -52,7 +54,7 @@ public:
     void showCurrent(const Current& current);
 
 private:
-    void post(quint64 told, std::function<void(QObject&)> call);
+    void post(HandlerPlace::CPanelWatch told, std::function<void(QObject&)> call);
     bool holds(const Current& current) const;
 
     const std::shared_ptr<CGuiCalls> m_calls;

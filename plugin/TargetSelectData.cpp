@@ -143,7 +143,7 @@ void CTargetSelectData::dispatch(const CSubject& subject)
     const auto tree = m_treeEvents;
     const auto panel = m_panelEvents;
     const quint32 event = subject.GetEvent();
-    const quint64 told = HandlerPlace::panel();
+    const HandlerPlace::CPanelWatch told;
     const ContractCheck::EventScope scope(event);
     qCDebug(lcBridge, "event %u is taken", event);
     switch (event) {

@@ -25,8 +25,7 @@ CTreeChanges::CTreeChanges(CProcessorTreeModel& model, CGuiCalls& calls)
 {
 }
 
-/// Returns whether the last fill already showed what the event at `place` tells: the event had been
-/// told when the host was asked for its lists.
+/// The event had been told when the host was asked for its lists.
 bool CTreeChanges::wasInFill(const CEventOrder::CPlace& place) const
 {
     return place.number() <= m_filledUpTo;
@@ -321,7 +320,7 @@ bool CTreeChanges::isStale(const Place& place, const QUuid& id, const Told& told
 {
     if (!isGroup(id))
         return false;
-    // What runs at once is overtaken only by what its own thread told inside a question of it.
+    // The host may have told more on another thread, or inside a question that was asked before.
     if (m_calls.isAwaited())
         return m_order.isOvertaken(*place, id);
     if (told.whileHeldUp || m_order.isContested(*place, id))

@@ -30,7 +30,7 @@ public:
 
     CEventOrder& order() { return m_order; }
 
-    /// Any thread.
+    /// Returns whether the last fill already showed what the event at `place` tells. Any thread.
     bool wasInFill(const CEventOrder::CPlace& place) const;
 
     void clear();
