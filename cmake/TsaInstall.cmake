@@ -17,7 +17,7 @@ set_target_properties(TargetSelectArea ${host_libraries} PROPERTIES
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
 )
-install(TARGETS TargetSelectArea ${host_libraries} HandlerBase
+install(TARGETS TargetSelectArea ${host_libraries} HandlerBase HandlerRelay
     EXPORT TargetSelectAreaTargets
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
@@ -30,6 +30,9 @@ install(TARGETS targetselect-validate
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT development
 )
 install(DIRECTORY Interface DESTINATION "${TSA_INSTALL_INCLUDEDIR}" COMPONENT development)
+install(DIRECTORY sdk/relay DESTINATION "${TSA_INSTALL_INCLUDEDIR}/sdk"
+    COMPONENT development FILES_MATCHING PATTERN "*.h"
+)
 # Of the host's libraries, the headers that export something; the others are their own.
 file(GLOB host_headers RELATIVE "${PROJECT_SOURCE_DIR}" CONFIGURE_DEPENDS
     host/common/*.h host/widgets/*.h
@@ -103,6 +106,10 @@ endif()
 tsa_install_pkg_config(HandlerBase
     DESCRIPTION "A handler for hosts of the target selection area to derive from"
     REQUIRES "HostCommon = ${PROJECT_VERSION}"
+)
+tsa_install_pkg_config(HandlerRelay
+    DESCRIPTION "A handler that shows each call of the target selection area as a value"
+    REQUIRES "HostCommon = ${PROJECT_VERSION}, Qt5Widgets >= 5.15"
 )
 tsa_install_pkg_config(TargetSelectArea
     DESCRIPTION "${PROJECT_DESCRIPTION}"

@@ -7,6 +7,7 @@ set(TSA_LAYERS
     "Interface                   | host/common/AppendLog.h"
     "host/widgets                | Interface host/common"
     "sdk                         | Interface"
+    "sdk/relay                   | Interface"
     "sdk/validate                | sdk host/common"
 
     "base                        | Interface host/common host/widgets"
