@@ -1,7 +1,7 @@
 # Instrumentation of the whole build, chosen by a preset.
 
 if(TSA_SANITIZE)
-    add_compile_options(-fsanitize=${TSA_SANITIZE} -fno-omit-frame-pointer -g)
+    add_compile_options(-fsanitize=${TSA_SANITIZE} -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${TSA_SANITIZE})
     if(TSA_SANITIZE MATCHES "undefined")
         add_compile_options(-fno-sanitize-recover=undefined)

@@ -8,7 +8,7 @@ set -euo pipefail
 
 build=(g++ cmake ninja-build ccache qtbase5-dev libqt5svg5-dev qttools5-dev qttools5-dev-tools)
 run=(xvfb openbox x11-utils fonts-dejavu-core fonts-noto-cjk)
-test=("${run[@]}" xdotool at-spi2-core dbus-daemon dbus-bin binutils make pkg-config python3)
+test=("${run[@]}" lld xdotool at-spi2-core dbus-daemon dbus-bin binutils make pkg-config python3)
 lint=(clang-format clang-tidy clazy doxygen shellcheck g++-mingw-w64-x86-64-posix git python3)
 package=(debootstrap doxygen dpkg-dev file)
 bench=(libbenchmark-dev libkf5itemmodels-dev python3)
