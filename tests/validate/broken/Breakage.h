@@ -1,11 +1,5 @@
 #pragma once
 
-#include <cstring>
-
-/// What is broken in this library or plugin; each target has a definition of its own.
-extern const char* const kBreakage;
-
-inline bool isBroken(const char* breakage)
-{
-    return std::strcmp(kBreakage, breakage) == 0;
-}
+/// Returns whether this module has to be broken in this way. The file's name says how: a copy named
+/// "library_leaks.so" leaks.
+bool isBroken(const char* breakage);
