@@ -263,6 +263,21 @@ void FieldReader::operator()(const char* name, HostReply& value)
     report(pathTo(name), tr("one of %1 is expected").arg(names.join(QStringLiteral(", "))));
 }
 
+void FieldReader::operator()(const char* name, FaultEffect& value)
+{
+    const auto json = take(name);
+    if (!json)
+        return;
+    if (const auto effect = faultEffectOfName(json->toString())) {
+        value = *effect;
+        return;
+    }
+    QStringList names;
+    for (const FaultEffect effect : allFaultEffects())
+        names.append(faultEffectName(effect));
+    report(pathTo(name), tr("one of %1 is expected").arg(names.join(QStringLiteral(", "))));
+}
+
 void FieldReader::visitAddress(const char* name, quint32& value)
 {
     if (const auto json = take(name))

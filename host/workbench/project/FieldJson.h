@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Interface/DeviceSetInfo.h"
+#include "host/workbench/project/FaultRule.h"
 #include "host/workbench/project/HostReply.h"
 
 #include <QCoreApplication>
@@ -38,6 +39,7 @@ public:
     void operator()(const char* name, float value) { put(name, static_cast<double>(value)); }
     void operator()(const char* name, const std::array<quint32, 4>& value);
     void operator()(const char* name, HostReply value) { put(name, hostReplyName(value)); }
+    void operator()(const char* name, FaultEffect value) { put(name, faultEffectName(value)); }
     void visitAddress(const char* name, quint32 value);
     void visitAddress(const char* name, const QList<quint32>& value);
 
@@ -72,6 +74,7 @@ public:
     void operator()(const char* name, float& value);
     void operator()(const char* name, std::array<quint32, 4>& value);
     void operator()(const char* name, HostReply& value);
+    void operator()(const char* name, FaultEffect& value);
     void visitAddress(const char* name, quint32& value);
     void visitAddress(const char* name, QList<quint32>& value);
 

@@ -4,6 +4,7 @@
 #include "Interface/ProcessorNode.h"
 #include "Interface/ProjectLimits.h"
 #include "host/workbench/addresses/IpList.h"
+#include "host/workbench/project/FaultRule.h"
 #include "host/workbench/project/HostReply.h"
 
 #include <QList>
@@ -70,6 +71,7 @@ public:
     QUuid currentProcessor;
     IpList ipList;
     HandlerAnswers answers;
+    QList<FaultRule> faults;
     QSet<QUuid> litFrontPanels; ///< Of processors and groups; not saved.
 
     const ProcessorNode* processor(const QUuid& id) const;

@@ -132,6 +132,20 @@ Problem checkDeviceSets(const Project& project)
     return std::nullopt;
 }
 
+Problem checkFaults(const Project& project)
+{
+    for (int at = 0; at < project.faults.size(); ++at) {
+        if (at >= ProjectRanges::kMaxFaults)
+            return JsonProblem{pathTo("faults", at),
+                               Messages::tr("a project holds at most %1 faults; this one has %2")
+                                   .arg(ProjectRanges::kMaxFaults)
+                                   .arg(project.faults.size())};
+        if (const auto found = checkFaultRule(project.faults.at(at)))
+            return JsonProblem{pathTo("faults", at, found->field), found->reason};
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 std::optional<JsonProblem> checkProject(const Project& project)
@@ -142,6 +156,8 @@ std::optional<JsonProblem> checkProject(const Project& project)
     if (auto problem = checkProcessors(project, seen))
         return problem;
     if (auto problem = checkDeviceSets(project))
+        return problem;
+    if (auto problem = checkFaults(project))
         return problem;
     AnswerCheck answers;
     visitAnswerFields(project.answers, answers);

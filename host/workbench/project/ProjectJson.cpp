@@ -143,6 +143,8 @@ Project readProject(const QJsonDocument& document, Problem& problem)
         visitAnswerFields(project.answers, fields);
         fields.refuseUnknown();
     }
+    readList(reader, "faults", project.faults, problem,
+             [](auto& item, auto& fields) { visitFaultFields(item, fields); });
     reader.refuseUnknown();
     if (!problem)
         problem = checkProject(project);
@@ -243,6 +245,13 @@ QByteArray projectToJson(const Project& project)
                   writeList(project.deviceSets, [](const auto& item, auto& fields) {
                       visitDeviceSetFields(item, fields);
                   }));
+    // Without faults, programs that do not know them read the file, too.
+    if (!project.faults.isEmpty()) {
+        object.insert(QStringLiteral("faults"),
+                      writeList(project.faults, [](const auto& item, auto& fields) {
+                          visitFaultFields(item, fields);
+                      }));
+    }
     return QJsonDocument(object).toJson();
 }
 

@@ -7,6 +7,7 @@
 namespace ProjectRanges {
 
 constexpr int kMaxGroups = 1000;
+constexpr int kMaxFaults = 100;
 constexpr int kMaxNameLength = 4096; ///< In UTF-16 units.
 
 struct Range

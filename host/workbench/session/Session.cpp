@@ -1,6 +1,7 @@
 #include "host/workbench/session/Session.h"
 
 #include "host/common/AppendLog.h"
+#include "host/workbench/faults/FaultyHandler.h"
 #include "host/workbench/handler/WorkbenchHandler.h"
 
 #include "Interface/TargetSelectAreaInterface.h"
@@ -42,6 +43,12 @@ Session::Session(QObject* parent)
     m_handler->showProgress = [this](int done, int total) { emit detectionProceeded(done, total); };
     m_handler->showInLog = [this](const QString& words) { emit logWanted(words); };
     m_trace.setPaintingProbe([this] { return m_panel && isPainting(*m_panel); });
+    connect(
+        &m_store, &ProjectStore::changed, &m_faults,
+        [this] {
+            m_faults.setRules(m_store.read([](const Project& project) { return project.faults; }));
+        },
+        Qt::DirectConnection);
     SetLogSink([this](const LogRecord& record) {
         m_trace.add(TraceEntry::Kind::Log, QStringLiteral("%1:%2 %3: %4")
                                                .arg(QString::fromStdString(record.file))
@@ -54,7 +61,9 @@ Session::Session(QObject* parent)
 Session::~Session()
 {
     closePanel();
+    m_faultThread.stop();
     m_notifier.stop();
+    m_faultyHandler.reset();
     const QDeadlineTimer deadline(kHandlerWaitMs);
     while (m_handler.use_count() > 1 && !deadline.hasExpired())
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -72,10 +81,25 @@ QWidget* Session::openPanel(QWidget* parent)
     m_panel = m_layer ? m_layer->GetWidget() : nullptr;
     if (!m_panel)
         return nullptr;
-    m_layer->m_controlHandler = m_handler;
+    m_faultyHandler = makeHandler();
+    m_layer->m_controlHandler = m_faultyHandler;
     m_layer->Initialize();
     m_store.announceAll();
     return m_panel;
+}
+
+std::shared_ptr<FaultyHandler> Session::makeHandler()
+{
+    FaultyHandler::Host host{m_faults, m_trace, m_faultThread, this, {}, {}, {}, {}};
+    host.isPainting = [this] { return m_panel && isPainting(*m_panel); };
+    host.announceTree = [this] { m_store.announceTree(); };
+    host.replaceHandler = [this] {
+        m_faultyHandler = makeHandler();
+        if (layer())
+            m_layer->m_controlHandler = m_faultyHandler;
+    };
+    host.destroyPanel = [this] { emit panelEndWanted(); };
+    return std::make_shared<FaultyHandler>(m_handler, host);
 }
 
 void Session::closePanel()

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "host/workbench/events/Notifier.h"
+#include "host/workbench/faults/FaultPlan.h"
+#include "host/workbench/faults/FaultThread.h"
 #include "host/workbench/session/PanelLibrary.h"
 #include "host/workbench/store/ProjectStore.h"
 #include "host/workbench/trace/TraceModel.h"
@@ -12,6 +14,7 @@
 #include <memory>
 
 class ITargetSelectAreaInterface;
+class FaultyHandler;
 class WorkbenchHandler;
 
 /// The host apart from its window: the project, the handler, the notifying thread and the log.
@@ -30,6 +33,7 @@ public:
     Notifier& notifier() { return m_notifier; }
     ProjectStore& store() { return m_store; }
     PanelLibrary& library() { return m_library; }
+    FaultPlan& faults() { return m_faults; }
 
     /// Returns the layer interface of the panel, or null if there is no panel.
     ITargetSelectAreaInterface* layer() const;
@@ -52,14 +56,22 @@ signals:
     /// Reports the progress of a detection, which is finished when both numbers are equal.
     void detectionProceeded(int done, int total);
 
+    /// Emitted when a fault of the host destroys the panel, which may be inside its question.
+    void panelEndWanted();
+
     /// Emitted when the user asks for the lines of the log that contain these words.
     void logWanted(const QString& words);
 
 private:
+    std::shared_ptr<FaultyHandler> makeHandler();
+
     TraceModel m_trace;
     Notifier m_notifier{m_trace};
     ProjectStore m_store{m_notifier};
     std::shared_ptr<WorkbenchHandler> m_handler;
+    FaultPlan m_faults;
+    FaultThread m_faultThread;
+    std::shared_ptr<FaultyHandler> m_faultyHandler; // the one that the panel has
     PanelLibrary m_library;
     ITargetSelectAreaInterface* m_layer = nullptr; // the panel's, valid while m_panel is
     QPointer<QWidget> m_panel;

@@ -371,6 +371,16 @@ void ProjectStore::setAnswers(const HandlerAnswers& answers)
         m_notifier.raise(HostEvent(EventNumber::LanUsbChanged));
 }
 
+void ProjectStore::setFaults(const QList<FaultRule>& faults)
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        m_project.faults = faults;
+        m_modified = true;
+    }
+    emit changed();
+}
+
 void ProjectStore::changeAnswers(const std::function<void(HandlerAnswers&)>& change)
 {
     {

@@ -107,6 +107,9 @@ public:
     /// Replaces the answers; announces the detection strategy and LAN-USB if they changed.
     void setAnswers(const HandlerAnswers& answers);
 
+    /// Replaces the rules by which the host makes faults. Raises no event.
+    void setFaults(const QList<FaultRule>& faults);
+
     /// Changes answers for which there is no event.
     void changeAnswers(const std::function<void(HandlerAnswers&)>& change);
 

@@ -215,6 +215,10 @@
         <source>&amp;Recent</source>
         <translation>最近的工程(&amp;R)</translation>
     </message>
+    <message>
+        <source>&amp;Faults</source>
+        <translation>故障(&amp;F)</translation>
+    </message>
 </context>
 <context>
     <name>AddProcessorsDialog</name>
@@ -366,6 +370,127 @@
     <message>
         <source>None</source>
         <translation>无</translation>
+    </message>
+</context>
+<context>
+    <name>FaultRule</name>
+    <message>
+        <source>an event from 0 to %1, or event *, is expected</source>
+        <translation>应为 0 到 %1 的事件，或 event *</translation>
+    </message>
+    <message>
+        <source>%1 does not apply to %2</source>
+        <translation>%1 不适用于 %2</translation>
+    </message>
+    <message>
+        <source>%1 applies to events, not to %2</source>
+        <translation>%1 适用于事件，不适用于 %2</translation>
+    </message>
+    <message>
+        <source>%1 is no operation of the handler, and no event such as &quot;event 25&quot;</source>
+        <translation>%1 既不是处理程序的操作，也不是 &quot;event 25&quot; 这样的事件</translation>
+    </message>
+    <message>
+        <source>a whole number from 0 is expected</source>
+        <translation>应为不小于 0 的整数</translation>
+    </message>
+    <message>
+        <source>a number from 0 to 1 is expected</source>
+        <translation>应为 0 到 1 的数</translation>
+    </message>
+    <message>
+        <source>a whole number from 0 to %1 is expected</source>
+        <translation>应为 0 到 %1 的整数</translation>
+    </message>
+    <message>
+        <source>a rule such as &quot;GetProcessorNode call 3 slow 2000&quot; is expected</source>
+        <translation>应为 &quot;GetProcessorNode call 3 slow 2000&quot; 这样的规则</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>nothing is expected behind %1</source>
+        <translation>%1 之后不应有内容</translation>
+    </message>
+</context>
+<context>
+    <name>FaultsModel</name>
+    <message>
+        <source>any</source>
+        <translation>任意</translation>
+    </message>
+    <message>
+        <source>On</source>
+        <translation>启用</translation>
+    </message>
+    <message>
+        <source>At</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>Call</source>
+        <translation>第几次</translation>
+    </message>
+    <message>
+        <source>Probability</source>
+        <translation>概率</translation>
+    </message>
+    <message>
+        <source>Seed</source>
+        <translation>种子</translation>
+    </message>
+    <message>
+        <source>Effect</source>
+        <translation>效果</translation>
+    </message>
+    <message>
+        <source>Milliseconds</source>
+        <translation>毫秒</translation>
+    </message>
+    <message>
+        <source>Struck</source>
+        <translation>已触发</translation>
+    </message>
+    <message>
+        <source>%1 is no number</source>
+        <translation>%1 不是数字</translation>
+    </message>
+    <message>
+        <source>There are %1 rules already, and no more are possible.</source>
+        <translation>已有 %1 条规则，不能再添加。</translation>
+    </message>
+</context>
+<context>
+    <name>FaultsPanel</name>
+    <message>
+        <source>Faults</source>
+        <translation>故障</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>添加</translation>
+    </message>
+    <message>
+        <source>Add a rule, switched off at first</source>
+        <translation>添加一条规则，起初不启用</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>移除</translation>
+    </message>
+    <message>
+        <source>Remove the selected rule</source>
+        <translation>移除所选规则</translation>
+    </message>
+    <message>
+        <source>Count anew</source>
+        <translation>重新计数</translation>
+    </message>
+    <message>
+        <source>Set the counts back, and the random numbers with them</source>
+        <translation>将计数和随机数重置</translation>
     </message>
 </context>
 <context>
@@ -635,6 +760,10 @@
         <source>Detection</source>
         <translation>检测</translation>
     </message>
+    <message>
+        <source>Faults</source>
+        <translation>故障</translation>
+    </message>
 </context>
 <context>
     <name>PanelLibrary</name>
@@ -688,6 +817,10 @@
     <message>
         <source>a whole number from %1 to %2 is expected</source>
         <translation>应为 %1 到 %2 之间的整数</translation>
+    </message>
+    <message>
+        <source>a project holds at most %1 faults; this one has %2</source>
+        <translation>一个项目最多有 %1 条故障规则；此项目有 %2 条</translation>
     </message>
 </context>
 <context>

@@ -115,6 +115,7 @@ const QVector<MenuEntries>& menus()
          {{ActionId::FocusPanel, QT_TRANSLATE_NOOP("Actions", "To the &panel"), "Ctrl+1", 0},
           {ActionId::FocusRecords, QT_TRANSLATE_NOOP("Actions", "To the &records"), "Ctrl+2", 0},
           {ActionId::FocusLog, QT_TRANSLATE_NOOP("Actions", "To the log &filter"), "Ctrl+3", 0},
+          {ActionId::ShowFaults, QT_TRANSLATE_NOOP("Actions", "&Faults"), "Ctrl+4", kCheckable},
           {ActionId::ClearLog, QT_TRANSLATE_NOOP("Actions", "&Clear the log"), "Ctrl+L",
            kNewSection}}},
         {QT_TRANSLATE_NOOP("Actions", "L&anguage"),

@@ -54,6 +54,7 @@ enum class ActionId {
     FocusPanel,
     FocusRecords,
     FocusLog,
+    ShowFaults,
     ClearLog,
     English,
     Chinese,

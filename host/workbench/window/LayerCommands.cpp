@@ -61,6 +61,7 @@ LayerCommands::LayerCommands(QMainWindow* window, Actions& actions, RecordsPanel
     m_dock->setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
     window->addDockWidget(Qt::LeftDockWidgetArea, m_dock);
     connectActions();
+    connect(&session, &Session::panelEndWanted, this, &LayerCommands::closePanel);
     showNotice();
     updateEnabled();
     retranslate();

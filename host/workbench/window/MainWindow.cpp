@@ -3,6 +3,7 @@
 #include "host/workbench/session/Session.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/ChangeCommands.h"
+#include "host/workbench/window/FaultsPanel.h"
 #include "host/workbench/window/FileCommands.h"
 #include "host/workbench/window/Language.h"
 #include "host/workbench/window/LayerCommands.h"
@@ -16,6 +17,7 @@
 #include <QProgressBar>
 #include <QShortcut>
 #include <QStatusBar>
+#include <QTableView>
 #include <QTreeView>
 
 namespace {
@@ -33,6 +35,8 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
     , m_records(new RecordsPanel(this))
     , m_log(new LogPanel(session.trace(), this))
     , m_logDock(new QDockWidget(this))
+    , m_faults(new FaultsPanel(session.store(), session.faults(), this))
+    , m_faultsDock(new QDockWidget(this))
     , m_progress(new QProgressBar(this))
     , m_actions(new Actions(this))
     , m_files(new FileCommands(this, *m_actions, session.store()))
@@ -56,6 +60,7 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
     m_records->show(session.store().snapshot());
     new ChangeCommands(this, *m_actions, *m_records, session);
     connectViewActions();
+    buildFaultsDock();
     connectLanguage(language);
     retranslate();
 }
@@ -91,6 +96,25 @@ void MainWindow::buildLogDock()
     addDockWidget(Qt::BottomDockWidgetArea, m_logDock);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     resizeDocks({m_logDock}, {kLogHeight}, Qt::Vertical);
+}
+
+/// The dock of the faults is not shown before it is asked for, and then beside the log.
+void MainWindow::buildFaultsDock()
+{
+    m_faultsDock->setObjectName(QStringLiteral("faultsDock"));
+    m_faultsDock->setWidget(m_faults);
+    addDockWidget(Qt::BottomDockWidgetArea, m_faultsDock);
+    tabifyDockWidget(m_logDock, m_faultsDock);
+    m_faultsDock->hide();
+    QAction* action = (*m_actions)[ActionId::ShowFaults];
+    connect(action, &QAction::triggered, this, [this](bool on) {
+        m_faultsDock->setVisible(on);
+        if (!on)
+            return;
+        m_faultsDock->raise();
+        m_faults->view()->setFocus(Qt::ShortcutFocusReason);
+    });
+    connect(m_faultsDock->toggleViewAction(), &QAction::toggled, action, &QAction::setChecked);
 }
 
 void MainWindow::connectViewActions()
@@ -153,6 +177,7 @@ void MainWindow::retranslate()
 {
     m_progress->setAccessibleName(tr("Detection"));
     m_logDock->setWindowTitle(tr("Live log"));
+    m_faultsDock->setWindowTitle(tr("Faults"));
     m_actions->retranslate();
     m_files->retranslate();
     m_layer->retranslate();

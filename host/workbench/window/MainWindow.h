@@ -6,6 +6,7 @@ class Actions;
 class Language;
 class LayerCommands;
 class LogPanel;
+class FaultsPanel;
 class FileCommands;
 class QProgressBar;
 class RecordsPanel;
@@ -37,6 +38,7 @@ protected:
 
 private:
     void buildLogDock();
+    void buildFaultsDock();
     void connectViewActions();
     void connectLanguage(Language& language);
     void focusPanel();
@@ -44,11 +46,13 @@ private:
     void retranslate();
 
     Session& m_session;
-    RecordsPanel* m_records;  // Qt child
-    LogPanel* m_log;          // Qt child
-    QDockWidget* m_logDock;   // Qt child
-    QProgressBar* m_progress; // the status bar's
-    Actions* m_actions;       // Qt child
-    FileCommands* m_files;    // Qt child
-    LayerCommands* m_layer;   // Qt child
+    RecordsPanel* m_records;   // Qt child
+    LogPanel* m_log;           // Qt child
+    QDockWidget* m_logDock;    // Qt child
+    FaultsPanel* m_faults;     // Qt child
+    QDockWidget* m_faultsDock; // Qt child
+    QProgressBar* m_progress;  // the status bar's
+    Actions* m_actions;        // Qt child
+    FileCommands* m_files;     // Qt child
+    LayerCommands* m_layer;    // Qt child
 };

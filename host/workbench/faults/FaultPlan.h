@@ -1,0 +1,58 @@
+#pragma once
+
+#include "host/workbench/project/FaultRule.h"
+
+#include <QList>
+#include <QObject>
+
+#include <functional>
+#include <mutex>
+#include <random>
+#include <vector>
+
+/// The rules by which the host makes faults, and how often each has struck. Thread-safe.
+class FaultPlan final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Tells whether an effect is possible now; one that is not does not count as a strike.
+    using IsPossible = std::function<bool(FaultEffect)>;
+
+    using QObject::QObject;
+
+    /// Replaces the rules. A rule that stays in its place keeps its counts.
+    void setRules(const QList<FaultRule>& rules);
+
+    /// Starts to count anew, and the random numbers with it.
+    void restart();
+
+    /// Counts a call of `operation` and returns the rules that strike it, in their order.
+    QList<FaultRule> strike(const Operations::Operation& operation, const IsPossible& isPossible);
+
+    /// Counts an event and returns the rules that strike it, in their order.
+    QList<FaultRule> strike(quint32 event);
+
+    /// Returns how often each rule has struck.
+    QList<qint64> strikes() const;
+
+signals:
+    /// Emitted after a rule has struck, on the thread of the call or event.
+    void struck();
+
+private:
+    struct Counted
+    {
+        FaultRule rule;
+        std::minstd_rand random;
+        qint64 seen = 0;
+        qint64 strikes = 0;
+    };
+
+    static Counted fresh(const FaultRule& rule);
+    template <typename IsAbout>
+    QList<FaultRule> strikeIf(const IsAbout& isAbout, const IsPossible& isPossible);
+
+    mutable std::mutex m_mutex;
+    std::vector<Counted> m_rules; // guarded by m_mutex
+};
