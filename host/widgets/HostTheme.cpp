@@ -113,10 +113,10 @@ QPushButton:default:focus { border-color: @STRONG@; }
 QPushButton:disabled { background: @POPUP@; border-color: @LINE@; color: @DISABLED@; }
 
 QCheckBox { spacing: 8px; }
-QCheckBox::indicator { width: 14px; height: 14px; border: 1px solid @FRAME@; border-radius: 4px;
-                       background: @FIELD@; }
-QCheckBox::indicator:checked { background: @ACCENTDEEP@; border-color: @ACCENTDEEP@;
-                               image: url(:/HostWidgets/icons/check.svg); }
+QCheckBox::indicator, QTableView::indicator, QTreeView::indicator
+    { width: 14px; height: 14px; border: 1px solid @FRAME@; border-radius: 4px; background: @FIELD@; }
+QCheckBox::indicator:checked, QTableView::indicator:checked, QTreeView::indicator:checked
+    { background: @ACCENTDEEP@; border-color: @ACCENTDEEP@; image: url(:/HostWidgets/icons/check.svg); }
 QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: @ACCENT@; }
 
 QTreeView, QTableView { background: @WINDOW@; border: 1px solid @LINE@; border-radius: 4px;

@@ -820,7 +820,7 @@
     </message>
     <message>
         <source>a project holds at most %1 faults; this one has %2</source>
-        <translation>一个项目最多有 %1 条故障规则；此项目有 %2 条</translation>
+        <translation>一个工程最多有 %1 条故障规则；此工程有 %2 条</translation>
     </message>
 </context>
 <context>
