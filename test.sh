@@ -7,6 +7,7 @@
 #               continuous integration runs
 #   --suite     the suite but the tests labelled "long", as without any argument
 #   --release   the release build, with the benchmarks, and the suite on it
+#   --packages  the Debian packages, installed and used in a bare Debian 12; needs root
 #   --asan      the suite under AddressSanitizer and UndefinedBehaviorSanitizer
 #   --tsan      the tests labelled "threads" under ThreadSanitizer
 #   --fuzz      every fuzz target for a minute, under both of those
@@ -29,11 +30,11 @@ for argument in "$@"; do
     case $argument in
     -h | --help) usage && exit ;;
     --all)
-        stages=(release asan tsan fuzz lint)
+        stages=(release packages asan tsan fuzz lint)
         storm[asan]=300
         storm[tsan]=300
         ;;
-    --suite | --release | --asan | --tsan | --fuzz | --lint) stages+=("${argument#--}") ;;
+    --suite | --release | --packages | --asan | --tsan | --fuzz | --lint) stages+=("${argument#--}") ;;
     *) usage >&2 && exit 2 ;;
     esac
 done
@@ -53,6 +54,10 @@ for name in "${stages[@]}"; do
         set_up bench
         build bench
         suite bench
+        ;;
+    packages)
+        scripts/check-debs.sh || fail "the packages do not work in a bare Debian" \
+            "see build/debs/check.log, or enter it: chroot build/debs/root"
         ;;
     asan)
         stage "asan: every test under AddressSanitizer and UndefinedBehaviorSanitizer"

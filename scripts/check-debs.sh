@@ -2,12 +2,16 @@
 # scripts/check-debs.sh [MIRROR]
 #
 # Makes the Debian packages, installs them into a bare Debian 12 below build/debs, builds the installed
-# example there in both ways, starts it and the workbench without a display, and validates the library and
-# the example's handler. Takes minutes and some 1.5 GB, needs root, debootstrap and a mirror of Debian, and is no part of the suite.
+# example there in both ways, starts it and the workbench without a display, and validates the library
+# and the example's handler. Takes minutes and some 1.5 GB, needs root and a mirror of Debian.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 source "$(dirname "$0")/common.sh"
 
+case ${1:-} in
+-h | --help) usage && exit ;;
+-*) usage >&2 && exit 2 ;;
+esac
 mirror=${1:-http://deb.debian.org/debian}
 work=$PWD/build/debs
 root=$work/root
