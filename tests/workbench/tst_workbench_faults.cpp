@@ -295,7 +295,7 @@ void WorkbenchFaultsTest::shouldAnswerWithADefaultValue()
                             rule("GetAllProcessorNodes defaultAnswer"),
                             rule("GetIPList defaultAnswer")});
     QCOMPARE(handler->GetProcessorNode(id).id, QUuid());
-    QCOMPARE(linesOf(test, QStringLiteral("GetProcessorNode(")), asked);
+    QCOMPARE(linesOf(test, QStringLiteral("GetProcessorNode({")), asked + 1);
     QVERIFY(handler->GetAllProcessorNodes().isEmpty());
     QStringList entries{QStringLiteral("former")};
     handler->GetIPList(entries);
@@ -335,6 +335,7 @@ void WorkbenchFaultsTest::shouldRefuseRequests()
     const int before = test.store().snapshot().processors.size();
     test.store().setFaults({rule("* refusal")});
     handler->AddProcessors({}, 2);
+    QCOMPARE(linesOf(test, QStringLiteral("AddProcessors({}, 2)")), 1);
     handler->DeleteProcessors({first(test).id});
     QCOMPARE(handler->CreateGroup({}), QUuid());
     QVERIFY(!handler->RenameProcessor(first(test).id, QStringLiteral("New")));

@@ -4,6 +4,7 @@
 #include "host/workbench/events/EventNumber.h"
 #include "host/workbench/faults/FaultThread.h"
 #include "host/workbench/faults/WrongAnswers.h"
+#include "host/workbench/handler/CallTrace.h"
 #include "host/workbench/trace/TraceModel.h"
 
 #include <QMetaObject>
@@ -57,7 +58,10 @@ CHandlerRelay::Answer FaultyHandler::call(const Call& call, const Ask& ask)
         QThread::msleep(static_cast<unsigned long>(*time));
     for (const FaultRule& rule : rules)
         disturb(rule.effect);
-    if (has(rules, FaultEffect::Refusal)) {
+    const bool isRefused = has(rules, FaultEffect::Refusal);
+    if (isRefused || has(rules, FaultEffect::DefaultAnswer))
+        CallTrace(m_host.trace).calledWith(call.operation.name, call.arguments);
+    if (isRefused) {
         refuse(call.operation);
         return refusalOf(call.operation);
     }

@@ -16,6 +16,16 @@ QString counted(const QList<Item>& items, const QString& what)
     return QStringLiteral("%1 %2").arg(items.size()).arg(what);
 }
 
+/// Sets `text` if `value` is of the type `Type`.
+template <typename Type>
+bool read(const QVariant& value, QString& text)
+{
+    if (value.userType() != qMetaTypeId<Type>())
+        return false;
+    text = shortText(value.value<Type>());
+    return true;
+}
+
 } // namespace
 
 QString shortText(bool value)
@@ -82,6 +92,25 @@ QString shortText(const QList<ProcessorNode>& processors)
 QString shortText(const QList<ProcessorGroupNode>& groups)
 {
     return counted(groups, QStringLiteral("groups"));
+}
+
+QString shortTextOf(const QVariant& value)
+{
+    QString text = QLatin1String(value.typeName());
+    read<bool>(value, text) || read<int>(value, text) || read<quint32>(value, text)
+        || read<QString>(value, text) || read<QStringList>(value, text) || read<QUuid>(value, text)
+        || read<QList<QUuid>>(value, text) || read<QList<quint32>>(value, text)
+        || read<ProcessorNode>(value, text) || read<ProcessorGroupNode>(value, text)
+        || read<QList<ProcessorNode>>(value, text) || read<QList<ProcessorGroupNode>>(value, text);
+    return text;
+}
+
+void CallTrace::calledWith(const char* name, const QVariantList& args) const
+{
+    QStringList texts;
+    for (const QVariant& arg : args)
+        texts.append(shortTextOf(arg));
+    m_model.add(TraceEntry::Kind::Call, callText(name, texts));
 }
 
 QString CallTrace::callText(const char* name, const QStringList& args)

@@ -5,6 +5,9 @@
 
 #include "Interface/ProcessorNode.h"
 
+#include <QVariant>
+#include <QVariantList>
+
 /// Return short texts of arguments and return values for the log.
 QString shortText(bool value);
 QString shortText(int value);
@@ -18,6 +21,9 @@ QString shortText(const ProcessorNode& processor);
 QString shortText(const ProcessorGroupNode& group);
 QString shortText(const QList<ProcessorNode>& processors);
 QString shortText(const QList<ProcessorGroupNode>& groups);
+
+/// Returns the text of a value of one of these types, and the name of its type for any other.
+QString shortTextOf(const QVariant& value);
 
 /// Adds the calls of the panel to the log: called() for a request, before it is carried out, such
 /// as "RenameGroup({5b2d…0001}, "Left")"; answered() for a question, such as "GetIPCount(0) = 4".
@@ -34,6 +40,9 @@ public:
     {
         m_model.add(TraceEntry::Kind::Call, callText(name, {shortText(args)...}));
     }
+
+    /// Does the same for a call that the host's handler does not get.
+    void calledWith(const char* name, const QVariantList& args) const;
 
     /// Returns `answer`.
     template <typename Answer, typename... Args>

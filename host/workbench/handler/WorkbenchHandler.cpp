@@ -121,6 +121,7 @@ void WorkbenchHandler::ReportSelection(const QUuid& focus, const QList<QUuid>& p
     {
         const std::lock_guard guard(m_mutex);
         m_session.selected = processors;
+        m_session.selectedIn = m_store.projectNumber();
     }
     m_store.setCurrentProcessor(focus);
 }
@@ -130,7 +131,9 @@ QList<QUuid> WorkbenchHandler::GetSelectedProcessors()
     QList<QUuid> reported;
     {
         const std::lock_guard guard(m_mutex);
-        reported = m_session.selected;
+        // A project that is opened again has the same identities.
+        if (m_session.selectedIn == m_store.projectNumber())
+            reported = m_session.selected;
     }
     // A deleted processor leaves the selection without a report.
     return m_trace.answered("GetSelectedProcessors", ask([&](const Project& project) {

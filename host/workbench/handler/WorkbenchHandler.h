@@ -104,7 +104,8 @@ private:
     struct Session
     {
         QList<QUuid> selected;
-        QUuid frontPanel; ///< The row of the last IsFrontPanelHighlighted().
+        int selectedIn = 0; ///< The number of the project that `selected` is about.
+        QUuid frontPanel;   ///< The row of the last IsFrontPanelHighlighted().
         QList<QUuid> announcedDeletion;
         QList<QUuid> addedByCount; ///< Processors that SetNewProcessorOutputs() applies to.
     };

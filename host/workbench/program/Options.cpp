@@ -19,6 +19,17 @@ Options parseOptions(const QStringList& arguments)
         QStringLiteral("Show what the program does, leave pictures and the call trace in <folder>, "
                        "and quit."),
         QStringLiteral("folder"));
+    const QCommandLineOption script(
+        QStringLiteral("script"),
+        QStringLiteral("Run the steps in <file>, - for the standard input, and quit. Several are "
+                       "run one after the other."),
+        QStringLiteral("file"));
+    const QCommandLineOption junit(QStringLiteral("junit"),
+                                   QStringLiteral("Write the results of scripts to <file> as XML."),
+                                   QStringLiteral("file"));
+    const QCommandLineOption pictures(QStringLiteral("pictures"),
+                                      QStringLiteral("Save the pictures of scripts in <folder>."),
+                                      QStringLiteral("folder"));
     const QCommandLineOption selfTest(
         QStringLiteral("self-test"),
         QStringLiteral("Check that the panel loads and shows the project, or the sample without "
@@ -35,7 +46,8 @@ Options parseOptions(const QStringList& arguments)
         QStringLiteral("A host application to develop against: docks the panel, holds a project, "
                        "raises events and shows what the panel asks."));
     parser.addHelpOption();
-    parser.addOptions({project, library, guiThread, tour, selfTest, trace, inspect});
+    parser.addOptions(
+        {project, library, guiThread, tour, script, junit, pictures, selfTest, trace, inspect});
     parser.process(arguments);
 
     Options options;
@@ -43,6 +55,9 @@ Options parseOptions(const QStringList& arguments)
     options.library = parser.value(library);
     options.guiThreadEvents = parser.isSet(guiThread);
     options.tourFolder = parser.value(tour);
+    options.scripts = parser.values(script);
+    options.junitFile = parser.value(junit);
+    options.pictureFolder = parser.value(pictures);
     options.selfTest = parser.isSet(selfTest);
     options.traceFile = parser.value(trace);
     options.inspectName = parser.value(inspect);

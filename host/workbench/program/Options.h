@@ -9,7 +9,10 @@ struct Options
     QString project; ///< Empty for none.
     QString library;
     bool guiThreadEvents = false;
-    QString tourFolder; ///< Empty for no tour.
+    QString tourFolder;    ///< Empty for no tour.
+    QStringList scripts;   ///< Files, "-" for the standard input; empty for none.
+    QString junitFile;     ///< Empty for none.
+    QString pictureFolder; ///< Of the scripts; empty for none.
     bool selfTest = false;
     QString traceFile;   ///< Empty for none.
     QString inspectName; ///< Empty for no inspector.

@@ -3,9 +3,10 @@
 #include "host/workbench/dialogs/Prompts.h"
 #include "host/workbench/program/Inspector.h"
 #include "host/workbench/program/Options.h"
+#include "host/workbench/script/ScriptProgram.h"
+#include "host/workbench/script/Steps.h"
 #include "host/workbench/session/Session.h"
 #include "host/workbench/tour/SelfTest.h"
-#include "host/workbench/tour/Tour.h"
 #include "host/workbench/trace/TraceFile.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/FileCommands.h"
@@ -14,6 +15,7 @@
 #include "host/workbench/window/MainWindow.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -24,7 +26,7 @@ namespace {
 
 bool isUnattended(const Options& options)
 {
-    return options.selfTest || !options.tourFolder.isEmpty();
+    return options.selfTest || !options.tourFolder.isEmpty() || !options.scripts.isEmpty();
 }
 
 /// Loads the library and the project of the command line; sets `problem` to the first error.
@@ -46,10 +48,10 @@ void load(const Options& options, MainWindow& window, QString& problem)
 void observe(const Options& options, MainWindow& window, TraceFile& trace, Inspector& inspector,
              QString& problem)
 {
-    if (!options.traceFile.isEmpty() && !trace.open(problem))
+    if (!trace.path().isEmpty() && !trace.open(problem))
         return;
-    window.files().setTraceFile(options.traceFile);
-    window.log().setTraceFile(options.traceFile);
+    window.files().setTraceFile(trace.path());
+    window.log().setTraceFile(trace.path());
     QObject::connect(&trace, &TraceFile::failed, &window, [&](const QString& failure) {
         std::cerr << "workbench: " << qPrintable(failure) << '\n';
         if (!isUnattended(options))
@@ -59,14 +61,36 @@ void observe(const Options& options, MainWindow& window, TraceFile& trace, Inspe
         inspector.listen(options.inspectName, problem);
 }
 
-int runUnattended(const Options& options, MainWindow& window, const QString& problem)
+/// Returns what is to be run: the tour is a script that leaves its pictures in the folder.
+ScriptProgram::Files scriptFiles(const Options& options)
+{
+    if (!options.tourFolder.isEmpty())
+        return {{QStringLiteral(":/Workbench/scripts/tour.script")}, options.tourFolder, {}};
+    return {options.scripts, options.pictureFolder, options.junitFile};
+}
+
+/// Returns the file that the live log is written to.
+QString traceFile(const Options& options)
+{
+    if (options.tourFolder.isEmpty() || !options.traceFile.isEmpty())
+        return options.traceFile;
+    return QDir(options.tourFolder).filePath(QStringLiteral("trace.txt"));
+}
+
+void runUnattended(const Options& options, MainWindow& window, ScriptProgram& scripts,
+                   const QString& problem)
 {
     window.files().setAskBeforeLoss(false);
     if (!problem.isEmpty()) {
         std::cerr << "workbench: " << qPrintable(problem) << '\n';
-        return 1;
+        QApplication::exit(1);
+    } else if (options.selfTest) {
+        QApplication::exit(runSelfTest(window));
+    } else {
+        QObject::connect(&scripts, &ScriptProgram::finished, &window,
+                         [](int exitCode) { QApplication::exit(exitCode); });
+        scripts.start(window);
     }
-    return options.selfTest ? runSelfTest(window) : Tour(window, options.tourFolder).run();
 }
 
 } // namespace
@@ -87,8 +111,12 @@ int main(int argc, char** argv)
     if (unattended)
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, ownSettings.path());
 
+    ScriptProgram scripts(standardSteps(), scriptFiles(options));
+    if (const int refused = scripts.load())
+        return refused;
+
     Session session;
-    TraceFile trace(session.trace(), options.traceFile);
+    TraceFile trace(session.trace(), traceFile(options));
     Inspector inspector;
     Language language;
     MainWindow window(session, language);
@@ -100,8 +128,7 @@ int main(int argc, char** argv)
     window.show();
     if (unattended) {
         // Runs in the event loop, so that the panel ends as it does in a host.
-        QTimer::singleShot(0, &window,
-                           [&] { QApplication::exit(runUnattended(options, window, problem)); });
+        QTimer::singleShot(0, &window, [&] { runUnattended(options, window, scripts, problem); });
     } else if (!problem.isEmpty()) {
         showProblem(&window, problem);
     }

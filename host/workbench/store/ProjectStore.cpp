@@ -241,6 +241,12 @@ void ProjectStore::storeMembership(const QList<QUuid>& ids, const QUuid& group)
     });
 }
 
+void ProjectStore::changeProcessor(const QUuid& id,
+                                   const std::function<bool(ProcessorNode&)>& change)
+{
+    changeProcessors({id}, EventNumber::ProcessorChanged, change);
+}
+
 void ProjectStore::setOnline(const QList<QUuid>& ids, bool online)
 {
     changeProcessors(ids, EventNumber::ProcessorChanged, [&](ProcessorNode& node) {

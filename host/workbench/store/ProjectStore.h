@@ -69,6 +69,10 @@ public:
     /// Stores a move that the panel has already made. Announces changes of the records.
     void storeMembership(const QList<QUuid>& ids, const QUuid& group);
 
+    /// Changes any fields of a record but its identity and its group; `change` returns whether it
+    /// changed anything. Announces a change of the record.
+    void changeProcessor(const QUuid& id, const std::function<bool(ProcessorNode&)>& change);
+
     void setOnline(const QList<QUuid>& ids, bool online);
 
     /// Sets the address; with kNoProcessorAddress the processor is then addressed by number.

@@ -153,6 +153,8 @@ Actions::Actions(QMainWindow* window)
             QAction* action = build(window, menu, entry.id);
             action->setShortcut(QKeySequence(QLatin1String(entry.shortcut)));
             action->setCheckable(entry.traits & kCheckable);
+            // Scripts know an action by its English text, in any language.
+            action->setObjectName(plainText(QString::fromUtf8(entry.text)));
             if ((entry.traits & kInToolBar) && (entry.traits & kNewSection))
                 toolBar->addSeparator();
             if (entry.traits & kInToolBar)

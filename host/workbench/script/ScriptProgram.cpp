@@ -1,0 +1,106 @@
+#include "host/workbench/script/ScriptProgram.h"
+
+#include "host/workbench/script/JUnitReport.h"
+
+#include <QDir>
+#include <QSaveFile>
+
+#include <iostream>
+#include <utility>
+
+namespace {
+
+constexpr int kLogLinesKept = 200;
+
+void complain(const QString& message)
+{
+    std::cerr << "workbench: " << message.toLocal8Bit().constData() << '\n';
+}
+
+} // namespace
+
+ScriptProgram::ScriptProgram(StepRegistry registry, const Files& files, QObject* parent)
+    : QObject(parent)
+    , m_registry(std::move(registry))
+    , m_files(files)
+{
+}
+
+int ScriptProgram::load()
+{
+    QList<ScriptProblem> problems;
+    int all = 0;
+    for (const QString& path : qAsConst(m_files.scripts)) {
+        problems.clear();
+        m_scripts.push_back(loadScript(path, m_registry, problems));
+        for (const ScriptProblem& problem : qAsConst(problems))
+            complain(problemText(m_scripts.back().name, problem));
+        all += problems.size();
+        if (problems.isEmpty() && m_scripts.back().steps.isEmpty()) {
+            complain(QStringLiteral("%1: it has no steps").arg(m_scripts.back().name));
+            ++all;
+        }
+    }
+    QString problem;
+    if (!m_files.junit.isEmpty() && !JUnitReport(m_files.junit).check(problem)) {
+        complain(problem);
+        ++all;
+    }
+    if (!m_files.pictures.isEmpty() && !QDir().mkpath(m_files.pictures)) {
+        complain(
+            QStringLiteral("%1 cannot be written").arg(QDir::toNativeSeparators(m_files.pictures)));
+        ++all;
+    }
+    return all == 0 ? 0 : kRefused;
+}
+
+void ScriptProgram::start(MainWindow& window)
+{
+    m_run = std::make_unique<ScriptRun>(window, m_files.pictures);
+    m_runner = std::make_unique<ScriptRunner>(*m_run, std::move(m_scripts));
+    connect(m_runner.get(), &ScriptRunner::scriptFinished, this, &ScriptProgram::tell);
+    connect(m_runner.get(), &ScriptRunner::stepFailed, this, &ScriptProgram::keepFailure);
+    connect(m_runner.get(), &ScriptRunner::finished, this, &ScriptProgram::end);
+    m_runner->start();
+}
+
+void ScriptProgram::tell(const ScriptResult& result) const
+{
+    double seconds = 0;
+    for (const ScriptCase& one : result.cases)
+        seconds += one.seconds;
+    std::cout << "workbench: " << result.name.toLocal8Bit().constData() << ": " << result.steps
+              << " steps done in " << seconds << " s"
+              << (result.hasFailed() ? ", then one failed" : "") << std::endl;
+}
+
+/// Says what failed, and keeps what was there to be seen.
+void ScriptProgram::keepFailure(const QString& message)
+{
+    complain(message);
+    if (!m_run->takesPictures())
+        return;
+    m_run->takePicture(QStringLiteral("failure"));
+    QSaveFile log(QDir(m_run->pictureFolder()).filePath(QStringLiteral("failure-log.txt")));
+    const QByteArray text =
+        (message + QStringLiteral("\n\n") + m_run->log().tail(kLogLinesKept).join(QLatin1Char('\n'))
+         + QLatin1Char('\n'))
+            .toUtf8();
+    if (!log.open(QIODevice::WriteOnly) || log.write(text) != text.size() || !log.commit())
+        complain(log.errorString());
+}
+
+void ScriptProgram::end()
+{
+    int exitCode = m_runner->hasFailed() ? kFailed : 0;
+    if (m_run->pictureCount() > 0)
+        std::cout << "workbench: " << m_run->pictureCount() << " pictures are in "
+                  << m_run->pictureFolder().toLocal8Bit().constData() << std::endl;
+    QString problem;
+    if (!m_files.junit.isEmpty()
+        && !JUnitReport(m_files.junit).write(m_runner->results(), problem)) {
+        complain(problem);
+        exitCode = kFailed;
+    }
+    emit finished(exitCode);
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "host/workbench/script/StepRegistry.h"
+
+/// The steps that every script knows, each function those of one file.
+void addProjectSteps(StepRegistry& registry);
+void addWindowSteps(StepRegistry& registry);
+void addEventSteps(StepRegistry& registry);
+void addInputSteps(StepRegistry& registry);
+void addRowSteps(StepRegistry& registry);
+void addDialogSteps(StepRegistry& registry);
+void addCallSteps(StepRegistry& registry);
+void addFaultSteps(StepRegistry& registry);
+
+/// Returns all of them. Whoever has further kinds of steps adds them.
+StepRegistry standardSteps();
