@@ -100,6 +100,11 @@ std::vector<Tour::Step> Tour::steps()
         {QStringLiteral("event raised"),
          [] { qobject_cast<QDialog*>(QApplication::activeModalWidget())->accept(); },
          [=] { return !QApplication::activeModalWidget() && shown(); }},
+        {QStringLiteral("network"), [=] { trigger(ActionId::Network); },
+         [] { return QApplication::activeModalWidget() != nullptr; }},
+        {QStringLiteral("network set"),
+         [] { qobject_cast<QDialog*>(QApplication::activeModalWidget())->accept(); },
+         [=] { return !QApplication::activeModalWidget() && shown(); }},
         {QStringLiteral("current processor"),
          [=] {
              records->select({processorAt(12)});
