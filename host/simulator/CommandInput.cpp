@@ -3,6 +3,7 @@
 #include <sys/signalfd.h>
 
 #include <csignal>
+#include <utility>
 
 #include <unistd.h>
 
@@ -17,7 +18,7 @@ int endDescriptor()
     sigemptyset(&ends);
     sigaddset(&ends, SIGTERM);
     sigaddset(&ends, SIGINT);
-    sigprocmask(SIG_BLOCK, &ends, nullptr);
+    pthread_sigmask(SIG_BLOCK, &ends, nullptr);
     return signalfd(-1, &ends, SFD_NONBLOCK | SFD_CLOEXEC);
 }
 

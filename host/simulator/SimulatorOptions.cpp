@@ -109,7 +109,8 @@ std::optional<SimulatorOptions> parseSimulatorOptions(const QStringList& argumen
     if (parser.isSet(QStringLiteral("help")))
         parser.showHelp(0);
     if (!parser.positionalArguments().isEmpty()) {
-        problem = QStringLiteral("\"%1\" is no option").arg(parser.positionalArguments().first());
+        problem =
+            QStringLiteral("\"%1\" is no option").arg(parser.positionalArguments().constFirst());
         return std::nullopt;
     }
 

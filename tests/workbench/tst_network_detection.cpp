@@ -70,14 +70,20 @@ private:
 void NetworkDetectionTest::shouldFindAll_data()
 {
     QTest::addColumn<int>("strategy");
-    QTest::newRow("by broadcast") << 0;
-    QTest::newRow("by the IP list") << kByIpList;
+    QTest::addColumn<Notifier::Delivery>("delivery");
+    using Delivery = Notifier::Delivery;
+    QTest::newRow("by broadcast") << 0 << Delivery::NotifyingThread;
+    QTest::newRow("by the IP list") << kByIpList << Delivery::NotifyingThread;
+    QTest::newRow("by broadcast, events on the GUI thread") << 0 << Delivery::GuiThread;
+    QTest::newRow("by the IP list, events on the GUI thread") << kByIpList << Delivery::GuiThread;
 }
 
 void NetworkDetectionTest::shouldFindAll()
 {
     QFETCH(int, strategy);
+    QFETCH(Notifier::Delivery, delivery);
     NetworkUnderTest test(50, strategy);
+    test.workbench.session.notifier().setDelivery(delivery);
     const auto* bar = test.workbench.window.statusBar()->findChild<QProgressBar*>();
     int steps = 0;
     connect(&test.workbench.session, &Session::detectionProceeded, bar, [&](int done, int total) {

@@ -56,7 +56,7 @@ public:
 
     QString name(const char* field)
     {
-        const QString value = text(field);
+        QString value = text(field);
         m_isGood = m_isGood && isDeviceName(value);
         return value;
     }

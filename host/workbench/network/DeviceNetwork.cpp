@@ -44,12 +44,11 @@ DetectionEnd DeviceNetwork::detect(const Progress& progress)
     connect(&probe, &DeviceProbe::proceeded, this, progress);
     const auto finish = [&](DetectionEnd how) {
         end = end.value_or(how);
-        // What an answer raises may end the detection, and then no other answer counts.
-        probe.disconnect(this);
         loop.quit();
     };
     connect(&probe, &DeviceProbe::finished, &loop, [&] { finish(DetectionEnd::Finished); });
-    connect(this, &DeviceNetwork::cancelled, &loop, [&] { finish(DetectionEnd::Cancelled); });
+    connect(&probe, &DeviceProbe::stopped, &loop, [&] { finish(DetectionEnd::Cancelled); });
+    connect(this, &DeviceNetwork::cancelled, &probe, &DeviceProbe::stop);
     if (!probe.start()) {
         logLine(QStringLiteral("no socket can be opened on 127.0.0.1"));
         return DetectionEnd::Failed;

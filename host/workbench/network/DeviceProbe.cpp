@@ -52,6 +52,14 @@ bool DeviceProbe::start()
     return true;
 }
 
+void DeviceProbe::stop()
+{
+    m_isStopped = true;
+    m_timer.stop();
+    m_socket.close();
+    emit stopped();
+}
+
 void DeviceProbe::tick()
 {
     if (++m_ticks >= kTicks) {
@@ -98,7 +106,9 @@ void DeviceProbe::read()
     if (answers.isEmpty())
         return;
     emit answered(answers);
-    proceed();
+    // What the answers raise may end the detection.
+    if (!m_isStopped)
+        proceed();
 }
 
 /// Returns the answer in a datagram of a processor that was asked.

@@ -30,6 +30,9 @@ public:
     /// Returns false if no socket can be opened.
     bool start();
 
+    /// Takes no answer any more.
+    void stop();
+
     /// Returns how many datagrams were no answers of processors that were asked.
     int ignored() const { return m_ignored; }
 
@@ -42,6 +45,9 @@ signals:
 
     /// Emitted when the time is over, or when nobody is left to answer.
     void finished();
+
+    /// Emitted by stop().
+    void stopped();
 
 private:
     void tick();
@@ -58,6 +64,7 @@ private:
     const quint32 m_token;
     int m_ignored = 0;
     int m_ticks = 0;
+    bool m_isStopped = false;
     QUdpSocket m_socket;
     QTimer m_timer;
 };
