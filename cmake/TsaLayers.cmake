@@ -17,12 +17,16 @@ set(TSA_LAYERS
     "processortree/view          | processortree/model search ipmanage"
     "plugin                      | processortree/view"
 
-    "host/workbench/addresses    | Interface"
+    "host/simulator/protocol     |"
+    "host/simulator              | host/simulator/protocol"
+
+    "host/workbench/addresses    | Interface host/simulator/protocol"
     "host/workbench/trace        | host/common"
     "host/workbench/project      | host/workbench/addresses sdk/relay"
     "host/workbench/events       | host/workbench/trace host/workbench/project"
     "host/workbench/store        | host/workbench/events"
-    "host/workbench/handler      | host/workbench/store"
+    "host/workbench/network      | host/workbench/store"
+    "host/workbench/handler      | host/workbench/network"
     "host/workbench/faults       | host/workbench/handler"
     "host/workbench/session      | host/workbench/faults"
     "host/workbench/dialogs      | host/workbench/store"

@@ -44,6 +44,7 @@ take_shown() {
     build dev workbench TargetSelectArea
     unattended build/dev/bin/workbench --tour "$tour"
     cp "$tour"/*-lan-usb-mode.png docs/images/workbench.png
+    cp "$tour"/*-network.png docs/images/workbench-network.png
     rm -rf "$tour"
 }
 

@@ -116,6 +116,7 @@ Project unusualProject()
     answers.ipCheckCount = 3;
     answers.readOnlineCode = 0xE0831028;
     answers.importCode = 0xE0831033;
+    project.network = {true, 50000, 70, 80, 900};
     return project;
 }
 

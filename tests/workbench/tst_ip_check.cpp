@@ -38,6 +38,7 @@ private slots:
     void shouldReturnEachCode_data();
     void shouldReturnEachCode();
     void shouldAcceptAnyAddressWithoutANetwork();
+    void shouldAcceptSimulatedProcessors();
     void shouldIgnoreUnknownSubnets();
     void shouldFindDefaultGateways();
     void shouldFindNoGatewayInOtherTexts_data();
@@ -106,6 +107,20 @@ void IpCheckTest::shouldAcceptAnyAddressWithoutANetwork()
 {
     for (const char* text : {"192.168.0.0", "192.168.0.1", "192.168.0.7", "192.168.0.255"})
         QCOMPARE(checkIpAddress(address(text), PcNetwork(), {}), 0U);
+}
+
+void IpCheckTest::shouldAcceptSimulatedProcessors()
+{
+    const QSet<quint32> used{address("127.0.1.2")};
+    const auto check = [&](const char* text) {
+        return checkIpAddress(address(text), office(), used, true);
+    };
+    QCOMPARE(check("127.0.1.1"), 0U);
+    QCOMPARE(check("127.0.1.2"), quint32{IPCHECK_USED});
+    QCOMPARE(check("127.0.0.1"), quint32{IPCHECK_UNREASONABLE});
+    QCOMPARE(check("127.255.255.255"), quint32{IPCHECK_UNREASONABLE});
+    QCOMPARE(check("192.168.0.1"), quint32{IPCHECK_GATEWAY});
+    QCOMPARE(checkIpAddress(address("127.0.1.1"), office(), {}), quint32{IPCHECK_UNREASONABLE});
 }
 
 void IpCheckTest::shouldIgnoreUnknownSubnets()

@@ -90,6 +90,7 @@ void ProjectFileTest::shouldKeepEveryField()
     QVERIFY(after->answers.eventsOneByOne);
     QVERIFY(!after->answers.contextMenuEntries);
     QVERIFY(after->litFrontPanels.isEmpty());
+    QVERIFY(after->network == before.network);
     QCOMPARE(after->answers.ipCheckCode, 0xE0832003U);
     QCOMPARE(after->answers.ipCheckCount, 3);
     QCOMPARE(after->answers.readOnlineCode, 0xE0831028U);
@@ -258,6 +259,19 @@ void ProjectFileTest::shouldRefuse_data()
         "line 2, column 19: answers.detectPauseMs: a whole number from 0 to 10000 is expected");
     row("negative pause", "{\"version\": 1, \"answers\": {\n \"detectPauseMs\": -1}}",
         "line 2, column 19: answers.detectPauseMs: a whole number from 0 to 10000 is expected");
+    row("port of others", "{\"version\": 1, \"network\": {\n \"port\": 1023}}",
+        "line 2, column 10: network.port: a whole number from 1024 to 65535 is expected");
+    row("port as a text", "{\"version\": 1, \"network\": {\n \"port\": \"47800\"}}",
+        "line 2, column 10: network.port: a whole number from -2147483648 to 2147483647 is "
+        "expected");
+    row("hasty probe", "{\"version\": 1, \"network\": {\n \"probeTimeoutMs\": 49}}",
+        "line 2, column 20: network.probeTimeoutMs: a whole number from 50 to 10000 is expected");
+    row("question an hour", "{\"version\": 1, \"network\": {\n \"aliveIntervalMs\": 3600000}}",
+        "line 2, column 21: network.aliveIntervalMs: a whole number from 50 to 60000 is expected");
+    row("no silence", "{\"version\": 1, \"network\": {\n \"deadTimeoutMs\": 999}}",
+        "line 2, column 19: network.deadTimeoutMs: at least twice aliveIntervalMs is expected");
+    row("unknown field of the network", "{\"version\": 1, \"network\": {\n \"host\": \"::\"}}",
+        "line 2, column 10: network.host: this field is not known");
     row("names of any length", "{\"version\": 1, \"answers\": {\n \"nameMaxBytes\": 4097}}",
         "line 2, column 18: answers.nameMaxBytes: a whole number from 0 to 4096 is expected");
     row("long name of a group",

@@ -4,6 +4,7 @@
 
 #include <QMenu>
 #include <QTest>
+#include <QTimer>
 
 #include <thread>
 
@@ -23,6 +24,7 @@ private slots:
     void shouldReportTheProgressOfADetection();
     void shouldNotDetectInsideADetection();
     void shouldAbandonADetectionOfAnotherProject();
+    void shouldCancelADetection();
     void shouldHandleDeviceSets();
     void shouldOfferAMenuEntry();
     void shouldShowTips();
@@ -218,15 +220,30 @@ void WorkbenchHandlerTest::shouldAbandonADetectionOfAnotherProject()
 {
     HandlerUnderTest test;
     test.store.changeAnswers([](HandlerAnswers& answers) { answers.detectPauseMs = 1; });
-    QStringList seen;
-    test.handler.showProgress = [&](int done, int total) {
-        seen.append(QStringLiteral("%1/%2").arg(done).arg(total));
+    test.handler.showProgress = [&](int done, int /*total*/) {
         if (done == 1)
             test.store.replace(smallProject());
     };
-    test.handler.DetectProcessorsOnly();
-    QCOMPARE(seen.last(), QStringLiteral("2/2"));
+    int found = 0;
+    test.handler.showCancelled = [&](int count) { found = count; };
+    QCOMPARE(test.handler.DetectAllDevices(), 0xE0830001U);
+    QCOMPARE(found, 1);
     QVERIFY(!test.handler.GetProcessorNode(sampleId(12)).online);
+}
+
+void WorkbenchHandlerTest::shouldCancelADetection()
+{
+    HandlerUnderTest test;
+    // It is cancelled in the first of its pauses, long before the end of that.
+    test.store.changeAnswers([](HandlerAnswers& answers) { answers.detectPauseMs = 10000; });
+    test.events();
+    QTimer::singleShot(0, qApp, [&] { test.handler.cancelDetection(); });
+    QCOMPARE(test.handler.DetectAllDevices(), 0xE0830001U);
+    QCOMPARE(test.events(), QString());
+    test.handler.cancelDetection();
+    test.store.changeAnswers([](HandlerAnswers& answers) { answers.detectPauseMs = 1; });
+    QCOMPARE(test.handler.DetectAllDevices(), 0U);
+    QVERIFY(test.handler.GetProcessorNode(sampleId(12)).online);
 }
 
 void WorkbenchHandlerTest::shouldHandleDeviceSets()

@@ -1,6 +1,7 @@
 #include "host/workbench/addresses/IpCheck.h"
 
 #include "Interface/IPStatusCodes.h"
+#include "host/simulator/protocol/Loopback.h"
 
 #include <algorithm>
 
@@ -28,8 +29,11 @@ bool isHostAddress(quint32 address)
     return first != 0 && first != 127 && first < 224;
 }
 
-quint32 checkIpAddress(quint32 address, const PcNetwork& network, const QSet<quint32>& used)
+quint32 checkIpAddress(quint32 address, const PcNetwork& network, const QSet<quint32>& used,
+                       bool onLoopback)
 {
+    if (onLoopback && Loopback::isDevice(address))
+        return used.contains(address) ? quint32{IPCHECK_USED} : 0;
     if (address == 0)
         return IPCHECK_UNREASONABLE;
     if (address >> 24U == 0)

@@ -27,4 +27,7 @@ bool isHostAddress(quint32 address);
 /// are already in use. Address 0, which also stands for a text that is no address, is
 /// IPCHECK_UNREASONABLE; so is the address of a subnet of the PC. IPCHECK_USED is returned only if
 /// there is no other reason.
-quint32 checkIpAddress(quint32 address, const PcNetwork& network, const QSet<quint32>& used);
+///
+/// With `onLoopback`, the processors are simulated ones on this PC, and have addresses there, too.
+quint32 checkIpAddress(quint32 address, const PcNetwork& network, const QSet<quint32>& used,
+                       bool onLoopback = false);

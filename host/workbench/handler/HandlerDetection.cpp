@@ -3,6 +3,7 @@
 
 #include "host/common/AppendLog.h"
 #include "host/workbench/handler/WorkbenchHandler.h"
+#include "host/workbench/network/InputGate.h"
 #include "host/workbench/store/ProjectStore.h"
 
 #include <QDeadlineTimer>
@@ -12,6 +13,10 @@
 #include <utility>
 
 namespace {
+
+/// What DetectAllDevices returns for a detection that did not get to its end.
+constexpr quint32 kDetectionCancelled = 0xE0830001;
+constexpr quint32 kDetectionFailed = 0xE0830002;
 
 /// The detection strategy that uses the IP list.
 constexpr int kStrategyByAddress = 2;
@@ -43,26 +48,27 @@ Plan planFor(const Project& project)
     return plan;
 }
 
-/// Processes events except for user input, as a host does while it talks to devices.
-void pause(int milliseconds)
-{
-    const QDeadlineTimer deadline(milliseconds);
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, [] {});
-    while (!deadline.hasExpired())
-        loop.processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
-}
-
 } // namespace
 
 quint32 WorkbenchHandler::DetectAllDevices()
 {
     m_trace.called("DetectAllDevices");
-    if (detect())
+    quint32 code =
+        m_store.read([](const Project& project) { return project.answers.detectResult; });
+    switch (detect()) {
+    case DetectionEnd::Finished:
         m_store.announceDeviceSets();
-    return m_trace.answered("DetectAllDevices", m_store.read([](const Project& project) {
-        return project.answers.detectResult;
-    }));
+        break;
+    case DetectionEnd::Cancelled:
+        code = kDetectionCancelled;
+        break;
+    case DetectionEnd::Failed:
+        code = kDetectionFailed;
+        break;
+    case DetectionEnd::Refused:
+        break;
+    }
+    return m_trace.answered("DetectAllDevices", code);
 }
 
 void WorkbenchHandler::DetectProcessorsOnly()
@@ -71,13 +77,30 @@ void WorkbenchHandler::DetectProcessorsOnly()
     detect();
 }
 
-/// Returns false if a detection is already running.
-bool WorkbenchHandler::detect()
+void WorkbenchHandler::cancelDetection()
+{
+    m_cancelled = true;
+    m_devices.cancel();
+}
+
+DetectionEnd WorkbenchHandler::detect()
 {
     if (std::exchange(m_detecting, true)) {
         AppendLog("detect", "HandlerDetection.cpp", __LINE__, "a detection is running already");
-        return false;
+        return DetectionEnd::Refused;
     }
+    m_cancelled = false;
+    const InputGate gate([this] { cancelDetection(); });
+    const bool isReal =
+        m_store.read([](const Project& project) { return project.network.enabled; });
+    const DetectionEnd end = isReal ? detectOnNetwork() : detectInProject();
+    m_detecting = false;
+    return end;
+}
+
+/// Finds what the project says.
+DetectionEnd WorkbenchHandler::detectInProject()
+{
     const Plan plan = m_store.read(planFor);
     const int project = m_store.projectNumber();
     const int total = plan.known.size() + plan.unknown.size();
@@ -87,8 +110,8 @@ bool WorkbenchHandler::detect()
         if (showProgress)
             showProgress(done, total);
         if (plan.pauseMs > 0 && done < total)
-            pause(plan.pauseMs);
-        return m_store.projectNumber() == project;
+            pauseDetection(plan.pauseMs);
+        return m_store.projectNumber() == project && !m_cancelled;
     };
 
     bool goesOn = proceed(0);
@@ -104,9 +127,35 @@ bool WorkbenchHandler::detect()
         m_store.markFound(m_store.addProcessors(QUuid(), QList<quint32>{plan.unknown.at(at)}));
         goesOn = proceed(1);
     }
-    // Another project was opened meanwhile.
-    if (!goesOn && showProgress)
-        showProgress(total, total);
-    m_detecting = false;
-    return true;
+    if (goesOn || done == total)
+        return DetectionEnd::Finished;
+    // The user has cancelled it, or another project was opened meanwhile.
+    if (showCancelled)
+        showCancelled(done);
+    return DetectionEnd::Cancelled;
+}
+
+/// Asks the simulated processors.
+DetectionEnd WorkbenchHandler::detectOnNetwork()
+{
+    const DetectionEnd end = m_devices.detect([this](int done, int total) {
+        if (showProgress)
+            showProgress(done, total);
+    });
+    const int found = m_devices.found();
+    if (end == DetectionEnd::Finished && showProgress)
+        showProgress(found, found);
+    if (end != DetectionEnd::Finished && showCancelled)
+        showCancelled(found);
+    return end;
+}
+
+/// Processes events, as a host does while it talks to devices.
+void WorkbenchHandler::pauseDetection(int milliseconds)
+{
+    const QDeadlineTimer deadline(milliseconds);
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, [] {});
+    while (!deadline.hasExpired() && !m_cancelled)
+        loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }

@@ -45,9 +45,10 @@ bool WorkbenchHandler::CheckIPAddress(quint32 address, int* code, bool processor
 {
     quint32 reason = m_store.takeForcedIpCheck();
     if (reason == 0)
-        reason = checkIpAddress(address, m_network.current(),
-                                processorMode ? m_store.processorAddresses()
-                                              : ipList(m_store).addresses());
+        reason = checkIpAddress(
+            address, m_network.current(),
+            processorMode ? m_store.processorAddresses() : ipList(m_store).addresses(),
+            m_store.read([](const Project& project) { return project.network.enabled; }));
     if (code)
         *code = static_cast<int>(reason);
     return m_trace.answered("CheckIPAddress", reason != 0, dottedAddress(address), processorMode,

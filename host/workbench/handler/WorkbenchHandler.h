@@ -4,6 +4,7 @@
 #include "host/workbench/addresses/IpList.h"
 #include "host/workbench/addresses/PcNetworkReader.h"
 #include "host/workbench/handler/CallTrace.h"
+#include "host/workbench/network/DeviceNetwork.h"
 
 #include <QObject>
 
@@ -34,6 +35,12 @@ public:
     /// Shows the progress of a detection, which is finished when both numbers are equal. Set and
     /// called like showTip.
     std::function<void(int done, int total)> showProgress;
+
+    /// Shows that a detection has ended early. Set and called like showTip.
+    std::function<void(int found)> showCancelled;
+
+    /// Ends the detection in progress, if there is one and it waits for something. GUI thread.
+    void cancelDetection();
 
     void SetObserver(CObserver* observer) override;
     void AppendContextMenu(EPrcTreeNodeType type, const QUuid& id, bool readOnly,
@@ -112,7 +119,10 @@ private:
 
     template <typename Ask>
     auto ask(const Ask& question) const;
-    bool detect();
+    DetectionEnd detect();
+    DetectionEnd detectInProject();
+    DetectionEnd detectOnNetwork();
+    void pauseDetection(int milliseconds);
     void edit(const char* function, const std::function<void()>& change);
     void carryOut(const char* function, const std::function<void()>& change);
     void addWithAddresses(const char* function, const QUuid& group,
@@ -125,7 +135,9 @@ private:
     CallTrace m_trace;
     PcNetworkCache m_network; // GUI thread
     std::mutex m_mutex;
-    Session m_session;        // guarded by m_mutex
-    bool m_detecting = false; // GUI thread
-    QObject m_later;          // the context of delayed calls
+    Session m_session;                // guarded by m_mutex
+    DeviceNetwork m_devices{m_store}; // GUI thread
+    bool m_detecting = false;         // GUI thread
+    bool m_cancelled = false;         // GUI thread; the detection in progress
+    QObject m_later;                  // the context of delayed calls
 };

@@ -6,6 +6,7 @@
 #include "host/workbench/addresses/IpList.h"
 #include "host/workbench/project/FaultRule.h"
 #include "host/workbench/project/HostReply.h"
+#include "host/workbench/project/NetworkSettings.h"
 
 #include <QList>
 #include <QSet>
@@ -72,6 +73,7 @@ public:
     IpList ipList;
     HandlerAnswers answers;
     QList<FaultRule> faults;
+    NetworkSettings network;
     QSet<QUuid> litFrontPanels; ///< Of processors and groups; not saved.
 
     const ProcessorNode* processor(const QUuid& id) const;

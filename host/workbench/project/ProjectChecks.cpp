@@ -64,16 +64,24 @@ Problem checkGroups(const Project& project, QSet<QUuid>& seen)
     return std::nullopt;
 }
 
-/// Visits the answers, and keeps the first one that is out of its range.
-class AnswerCheck final
+/// Visits the fields of an object, and keeps the first one that is out of its range.
+class RangeCheck final
 {
 public:
+    using RangeOf = ProjectRanges::Range (*)(const char* name);
+
+    RangeCheck(const char* object, RangeOf rangeOf)
+        : m_object(object)
+        , m_rangeOf(rangeOf)
+    {
+    }
+
     void operator()(const char* name, qint32 value)
     {
-        const auto range = ProjectRanges::ofAnswer(name);
+        const auto range = m_rangeOf(name);
         if (problem || (value >= range.least && value <= range.most))
             return;
-        problem = JsonProblem{{QStringLiteral("answers"), QLatin1String(name)},
+        problem = JsonProblem{{QLatin1String(m_object), QLatin1String(name)},
                               Messages::tr("a whole number from %1 to %2 is expected")
                                   .arg(range.least)
                                   .arg(range.most)};
@@ -88,7 +96,22 @@ public:
     }
 
     Problem problem;
+
+private:
+    const char* m_object;
+    RangeOf m_rangeOf;
 };
+
+Problem checkNetwork(const NetworkSettings& network)
+{
+    RangeCheck ranges("network", NetworkSettings::rangeOf);
+    visitNetworkFields(network, ranges);
+    if (!ranges.problem && !network.allowsForLateAnswers())
+        ranges.problem = JsonProblem{
+            {QStringLiteral("network"), QStringLiteral("deadTimeoutMs")},
+            Messages::tr("at least twice %1 is expected").arg(QLatin1String("aliveIntervalMs"))};
+    return ranges.problem;
+}
 
 Problem checkProcessors(const Project& project, QSet<QUuid>& seen)
 {
@@ -159,7 +182,9 @@ std::optional<JsonProblem> checkProject(const Project& project)
         return problem;
     if (auto problem = checkFaults(project))
         return problem;
-    AnswerCheck answers;
+    RangeCheck answers("answers", ProjectRanges::ofAnswer);
     visitAnswerFields(project.answers, answers);
-    return answers.problem;
+    if (answers.problem)
+        return answers.problem;
+    return checkNetwork(project.network);
 }

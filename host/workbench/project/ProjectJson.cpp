@@ -145,6 +145,11 @@ Project readProject(const QJsonDocument& document, Problem& problem)
     }
     readList(reader, "faults", project.faults, problem,
              [](auto& item, auto& fields) { visitFaultFields(item, fields); });
+    if (const auto network = reader.take("network")) {
+        FieldReader fields(*network, reader.pathTo("network"), problem);
+        visitNetworkFields(project.network, fields);
+        fields.refuseUnknown();
+    }
     reader.refuseUnknown();
     if (!problem)
         problem = checkProject(project);
@@ -231,8 +236,11 @@ QByteArray projectToJson(const Project& project)
     writer("ipList", ipListTexts(project.ipList));
     FieldWriter answers;
     visitAnswerFields(project.answers, answers);
+    FieldWriter network;
+    visitNetworkFields(project.network, network);
     QJsonObject& object = writer.object;
     object.insert(QStringLiteral("answers"), answers.object);
+    object.insert(QStringLiteral("network"), network.object);
     object.insert(QStringLiteral("groups"),
                   writeList(project.groups, [](const auto& item, auto& fields) {
                       visitGroupFields(item, fields);

@@ -41,6 +41,7 @@ Session::Session(QObject* parent)
 {
     m_handler->showTip = [this](const QString& text) { emit tip(text); };
     m_handler->showProgress = [this](int done, int total) { emit detectionProceeded(done, total); };
+    m_handler->showCancelled = [this](int found) { emit detectionCancelled(found); };
     m_handler->showInLog = [this](const QString& words) { emit logWanted(words); };
     m_trace.setPaintingProbe([this] { return m_panel && isPainting(*m_panel); });
     connect(
@@ -81,6 +82,7 @@ QWidget* Session::openPanel(QWidget* parent)
     m_panel = m_layer ? m_layer->GetWidget() : nullptr;
     if (!m_panel)
         return nullptr;
+    connect(m_panel, &QObject::destroyed, this, &Session::cancelDetection);
     m_faultyHandler = makeHandler();
     m_layer->m_controlHandler = m_faultyHandler;
     m_layer->Initialize();
@@ -100,6 +102,11 @@ std::shared_ptr<FaultyHandler> Session::makeHandler()
     };
     host.destroyPanel = [this] { emit panelEndWanted(); };
     return std::make_shared<FaultyHandler>(m_handler, host);
+}
+
+void Session::cancelDetection()
+{
+    m_handler->cancelDetection();
 }
 
 void Session::closePanel()

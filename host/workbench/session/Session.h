@@ -45,6 +45,9 @@ public:
     /// Destroys the panel, as a host does when it closes the layer.
     void closePanel();
 
+    /// Ends the detection in progress, if there is one. The end of the panel does so, too.
+    void cancelDetection();
+
     /// Returns whether the panel shows the project: the same groups in the same order, each with
     /// the same processors.
     bool panelShowsProject() const;
@@ -55,6 +58,9 @@ signals:
 
     /// Reports the progress of a detection, which is finished when both numbers are equal.
     void detectionProceeded(int done, int total);
+
+    /// Emitted when a detection has ended before its end, after it found that many processors.
+    void detectionCancelled(int found);
 
     /// Emitted when a fault of the host destroys the panel, which may be inside its question.
     void panelEndWanted();

@@ -2,6 +2,7 @@
 
 #include "Interface/IPStatusCodes.h"
 #include "host/common/AppendLog.h"
+#include "host/simulator/protocol/Loopback.h"
 #include "host/workbench/addresses/IpCheck.h"
 #include "host/workbench/addresses/IpFile.h"
 #include "host/workbench/events/EventNumber.h"
@@ -69,6 +70,12 @@ HostEvent deviceSetsEvent(const Project& project)
         infos.append(set.info);
     return HostEvent(EventNumber::DeviceSetsChanged,
                      HostEvent::DeviceSets(project.currentDeviceSet, infos));
+}
+
+/// Returns whether a processor can be reached at the address.
+bool isReachable(const Project& project, quint32 address)
+{
+    return isHostAddress(address) || (project.network.enabled && Loopback::isDevice(address));
 }
 
 } // namespace
@@ -397,6 +404,23 @@ void ProjectStore::changeAnswers(const std::function<void(HandlerAnswers&)>& cha
     emit changed();
 }
 
+void ProjectStore::change(const std::function<HostEventList(Project&)>& change)
+{
+    apply(change);
+}
+
+void ProjectStore::setNetwork(const NetworkSettings& network)
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        if (m_project.network == network)
+            return;
+        m_project.network = network;
+        m_modified = true;
+    }
+    emit changed();
+}
+
 void ProjectStore::changeIpList(const std::function<bool(IpList&)>& change)
 {
     {
@@ -413,7 +437,7 @@ quint32 ProjectStore::mergeOnlineAddresses()
     const QList<IpEntry> online = read([](const Project& project) {
         QList<IpEntry> entries;
         for (const ProcessorNode& node : project.processors) {
-            if (node.online && isHostAddress(node.ipAddress))
+            if (node.online && isReachable(project, node.ipAddress))
                 entries.append({node.ipAddress, node.name.left(IpList::kMaxNameLength)});
         }
         return entries;

@@ -117,6 +117,13 @@ public:
     /// Changes answers for which there is no event.
     void changeAnswers(const std::function<void(HandlerAnswers&)>& change);
 
+    /// Changes anything, as a detection does; `change` returns the events to raise, none if nothing
+    /// changed.
+    void change(const std::function<HostEventList(Project&)>& change);
+
+    /// Sets the network in which the host detects. Raises no event.
+    void setNetwork(const NetworkSettings& network);
+
     /// Changes the IP list; `change` returns whether it changed anything.
     void changeIpList(const std::function<bool(IpList&)>& change);
 

@@ -219,6 +219,10 @@
         <source>&amp;Faults</source>
         <translation>故障(&amp;F)</translation>
     </message>
+    <message>
+        <source>&amp;Network...</source>
+        <translation>网络(&amp;N)...</translation>
+    </message>
 </context>
 <context>
     <name>AddProcessorsDialog</name>
@@ -339,6 +343,37 @@
     <message>
         <source>The project holds no more groups.</source>
         <translation>项目不能再容纳更多组。</translation>
+    </message>
+</context>
+<context>
+    <name>DetectionStatus</name>
+    <message>
+        <source>Detection cancelled; processors found: %1</source>
+        <translation>检测已取消；找到的处理器：%1</translation>
+    </message>
+    <message>
+        <source>Detection</source>
+        <translation>检测</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Cancel the detection</source>
+        <translation>取消检测</translation>
+    </message>
+    <message>
+        <source>Cancel the detection (Esc)</source>
+        <translation>取消检测 (Esc)</translation>
+    </message>
+    <message>
+        <source>Processors found: %1</source>
+        <translation>找到的处理器：%1</translation>
+    </message>
+    <message>
+        <source>Detecting devices...</source>
+        <translation>正在检测设备...</translation>
     </message>
 </context>
 <context>
@@ -749,20 +784,43 @@
         <translation>实时日志</translation>
     </message>
     <message>
-        <source>Processors found: %1</source>
-        <translation>找到的处理器：%1</translation>
-    </message>
-    <message>
-        <source>Detecting devices...</source>
-        <translation>正在检测设备...</translation>
-    </message>
-    <message>
-        <source>Detection</source>
-        <translation>检测</translation>
-    </message>
-    <message>
         <source>Faults</source>
         <translation>故障</translation>
+    </message>
+</context>
+<context>
+    <name>NetworkDialog</name>
+    <message>
+        <source>Network</source>
+        <translation>网络</translation>
+    </message>
+    <message>
+        <source> ms</source>
+        <translation> 毫秒</translation>
+    </message>
+    <message>
+        <source>&amp;Detect simulated processors</source>
+        <translation>检测模拟处理器(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Port</source>
+        <translation>端口(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Wait for answers</source>
+        <translation>等待应答时间(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Ask whether alive every</source>
+        <translation>询问是否在线的间隔(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Offline after a &amp;silence of</source>
+        <translation>无应答多久后视为离线(&amp;S)</translation>
+    </message>
+    <message>
+        <source>The silence has to be at least twice as long as the time between two questions.</source>
+        <translation>无应答时间至少应为询问间隔的两倍。</translation>
     </message>
 </context>
 <context>
@@ -821,6 +879,10 @@
     <message>
         <source>a project holds at most %1 faults; this one has %2</source>
         <translation>一个工程最多有 %1 条故障规则；此工程有 %2 条</translation>
+    </message>
+    <message>
+        <source>at least twice %1 is expected</source>
+        <translation>至少应为 %1 的两倍</translation>
     </message>
 </context>
 <context>

@@ -73,6 +73,7 @@ const QVector<MenuEntries>& menus()
           {ActionId::DetectStrategy, QT_TRANSLATE_NOOP("Actions", "De&tection strategy..."),
            "Ctrl+Shift+T", 0},
           {ActionId::LanUsb, QT_TRANSLATE_NOOP("Actions", "LAN-&USB..."), "Ctrl+Shift+U", 0},
+          {ActionId::Network, QT_TRANSLATE_NOOP("Actions", "&Network..."), "Ctrl+Shift+N", 0},
           {ActionId::HandlerAnswers, QT_TRANSLATE_NOOP("Actions", "&Handler answers..."),
            "Ctrl+Shift+H", kNewSection}}},
         {QT_TRANSLATE_NOOP("Actions", "&Events"),

@@ -32,6 +32,7 @@ enum class ActionId {
     DeviceSets,
     DetectStrategy,
     LanUsb,
+    Network,
     HandlerAnswers,
     RaiseEvent,
     AnnounceProject,

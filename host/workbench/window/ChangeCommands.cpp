@@ -4,6 +4,7 @@
 #include "host/workbench/dialogs/AddProcessorsDialog.h"
 #include "host/workbench/dialogs/AnswersDialog.h"
 #include "host/workbench/dialogs/DeviceSetsDialog.h"
+#include "host/workbench/dialogs/NetworkDialog.h"
 #include "host/workbench/dialogs/Prompts.h"
 #include "host/workbench/dialogs/RaiseEventDialog.h"
 #include "host/workbench/session/Session.h"
@@ -109,6 +110,8 @@ void ChangeCommands::connectProjectActions()
                   [store](int strategy) { store->setDetectStrategy(strategy); });
     });
     connect(m_actions[ActionId::LanUsb], &QAction::triggered, this, &ChangeCommands::askLanUsb);
+    connect(m_actions[ActionId::Network], &QAction::triggered, this,
+            [this, store] { (new NetworkDialog(*store, m_window))->open(); });
     connect(m_actions[ActionId::HandlerAnswers], &QAction::triggered, this,
             [this, store] { (new AnswersDialog(*store, m_window))->open(); });
 }

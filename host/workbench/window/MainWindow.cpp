@@ -3,6 +3,7 @@
 #include "host/workbench/session/Session.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/ChangeCommands.h"
+#include "host/workbench/window/DetectionStatus.h"
 #include "host/workbench/window/FaultsPanel.h"
 #include "host/workbench/window/FileCommands.h"
 #include "host/workbench/window/Language.h"
@@ -14,7 +15,6 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QTableView>
@@ -25,7 +25,6 @@ namespace {
 constexpr int kTipMs = 5000;
 constexpr QSize kFirstSize(1280, 800);
 constexpr int kLogHeight = 232;
-constexpr int kProgressWidth = 200;
 
 } // namespace
 
@@ -37,7 +36,7 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
     , m_logDock(new QDockWidget(this))
     , m_faults(new FaultsPanel(session.store(), session.faults(), this))
     , m_faultsDock(new QDockWidget(this))
-    , m_progress(new QProgressBar(this))
+    , m_detection(new DetectionStatus(*statusBar(), session))
     , m_actions(new Actions(this))
     , m_files(new FileCommands(this, *m_actions, session.store()))
     , m_layer(new LayerCommands(this, *m_actions, *m_records, session))
@@ -48,10 +47,6 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
     statusBar()->setSizeGripEnabled(false);
     connect(&session, &Session::tip, this,
             [this](const QString& text) { statusBar()->showMessage(text, kTipMs); });
-    m_progress->setFixedWidth(kProgressWidth);
-    m_progress->hide();
-    statusBar()->addPermanentWidget(m_progress);
-    connect(&session, &Session::detectionProceeded, this, &MainWindow::showDetection);
     connect(&session, &Session::logWanted, m_log, &LogPanel::showWords);
     connect(&session.store(), &ProjectStore::changed, this,
             [this] { m_records->show(m_session.store().snapshot()); });
@@ -159,23 +154,9 @@ void MainWindow::focusPanel()
     }
 }
 
-/// Paints the status bar at once, because the host is busy and no paint event is handled.
-void MainWindow::showDetection(int done, int total)
-{
-    const bool isOver = done >= total;
-    m_progress->setRange(0, total);
-    m_progress->setValue(done);
-    m_progress->setVisible(!isOver);
-    if (isOver)
-        statusBar()->showMessage(tr("Processors found: %1").arg(total), kTipMs);
-    else
-        statusBar()->showMessage(tr("Detecting devices..."));
-    statusBar()->repaint();
-}
-
 void MainWindow::retranslate()
 {
-    m_progress->setAccessibleName(tr("Detection"));
+    m_detection->retranslate();
     m_logDock->setWindowTitle(tr("Live log"));
     m_faultsDock->setWindowTitle(tr("Faults"));
     m_actions->retranslate();

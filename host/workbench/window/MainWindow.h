@@ -3,12 +3,12 @@
 #include <QMainWindow>
 
 class Actions;
+class DetectionStatus;
 class Language;
 class LayerCommands;
 class LogPanel;
 class FaultsPanel;
 class FileCommands;
-class QProgressBar;
 class RecordsPanel;
 class Session;
 
@@ -42,17 +42,16 @@ private:
     void connectViewActions();
     void connectLanguage(Language& language);
     void focusPanel();
-    void showDetection(int done, int total);
     void retranslate();
 
     Session& m_session;
-    RecordsPanel* m_records;   // Qt child
-    LogPanel* m_log;           // Qt child
-    QDockWidget* m_logDock;    // Qt child
-    FaultsPanel* m_faults;     // Qt child
-    QDockWidget* m_faultsDock; // Qt child
-    QProgressBar* m_progress;  // the status bar's
-    Actions* m_actions;        // Qt child
-    FileCommands* m_files;     // Qt child
-    LayerCommands* m_layer;    // Qt child
+    RecordsPanel* m_records;      // Qt child
+    LogPanel* m_log;              // Qt child
+    QDockWidget* m_logDock;       // Qt child
+    FaultsPanel* m_faults;        // Qt child
+    QDockWidget* m_faultsDock;    // Qt child
+    DetectionStatus* m_detection; // the status bar's
+    Actions* m_actions;           // Qt child
+    FileCommands* m_files;        // Qt child
+    LayerCommands* m_layer;       // Qt child
 };

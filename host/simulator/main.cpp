@@ -1,0 +1,56 @@
+#include "host/simulator/CommandInput.h"
+#include "host/simulator/Simulator.h"
+#include "host/simulator/SimulatorCommands.h"
+#include "host/simulator/SimulatorOptions.h"
+
+#include <QCoreApplication>
+#include <QHostAddress>
+
+#include <iostream>
+
+#include <unistd.h>
+
+namespace {
+
+/// Prints lines at once, for programs that wait for them.
+void say(const QString& lines)
+{
+    std::cout << lines.toStdString() << std::endl;
+}
+
+int fail(const QString& problem)
+{
+    std::cerr << "processor-sim: " << problem.toStdString() << '\n';
+    return 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("processor-sim"));
+    QString problem;
+    const auto options = parseSimulatorOptions(QCoreApplication::arguments(), problem);
+    if (!options)
+        return fail(problem);
+    const EndSignals endSignals;
+    QObject::connect(&endSignals, &EndSignals::endAsked, &application, &QCoreApplication::quit);
+
+    Simulator simulator(*options);
+    QObject::connect(&simulator, &Simulator::said, &application, say);
+    if (!simulator.start(problem))
+        return fail(problem);
+    std::unique_ptr<CommandInput> input;
+    if (options->readsInput) {
+        input = std::make_unique<CommandInput>(STDIN_FILENO);
+        QObject::connect(input.get(), &CommandInput::ended, &application, &QCoreApplication::quit);
+        QObject::connect(input.get(), &CommandInput::lineRead, &application,
+                         [&](const QString& line) { say(carryOutCommand(simulator, line)); });
+    }
+    say(QStringLiteral("ready %1 processors from %2 on port %3")
+            .arg(simulator.count())
+            .arg(QHostAddress(options->base).toString())
+            .arg(simulator.port()));
+    return QCoreApplication::exec();
+}

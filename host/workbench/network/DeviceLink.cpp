@@ -1,0 +1,86 @@
+#include "host/workbench/network/DeviceLink.h"
+
+#include "host/simulator/protocol/LoopbackSockets.h"
+
+#include <utility>
+
+namespace {
+
+constexpr int kReadAtOnce = 64;
+
+} // namespace
+
+DeviceLink::DeviceLink(quint32 address, const NetworkSettings& settings, QObject* parent)
+    : QObject(parent)
+    , m_address(address)
+    , m_port(static_cast<quint16>(settings.port))
+{
+    connect(&m_socket, &QTcpSocket::connected, this, [this] { send(ProbeMessage{}); });
+    connect(&m_socket, &QTcpSocket::readyRead, this, &DeviceLink::read);
+    connect(&m_alive, &QTimer::timeout, this, &DeviceLink::tick);
+    // What has arrived meanwhile is read first: this program may have been the busy one.
+    connect(&m_silence, &QTimer::timeout, this, &DeviceLink::judge, Qt::QueuedConnection);
+    m_silence.setSingleShot(true);
+    m_silence.setTimerType(Qt::PreciseTimer);
+    // The last answer may be older than the question by as much as an interval.
+    m_silence.setInterval(settings.deadTimeoutMs - settings.aliveIntervalMs);
+    m_alive.setTimerType(Qt::PreciseTimer);
+    m_alive.start(settings.aliveIntervalMs);
+    open();
+}
+
+bool DeviceLink::send(const Message& message)
+{
+    if (m_socket.state() != QAbstractSocket::ConnectedState)
+        return false;
+    if (m_stream.write(message))
+        return true;
+    m_socket.abort();
+    return false;
+}
+
+void DeviceLink::open()
+{
+    LoopbackSockets::connectTo(m_socket, m_address, m_port);
+}
+
+void DeviceLink::tick()
+{
+    if (m_socket.state() == QAbstractSocket::UnconnectedState)
+        open();
+    else
+        send(ProbeMessage{});
+    if (!std::exchange(m_isWaiting, true))
+        m_silence.start();
+}
+
+void DeviceLink::judge()
+{
+    if (m_isWaiting)
+        emit lost();
+}
+
+void DeviceLink::read()
+{
+    for (int count = 0; count < kReadAtOnce; ++count) {
+        Message message;
+        switch (m_stream.next(message)) {
+        case MessageStream::Found::Nothing:
+            return;
+        case MessageStream::Found::Overlong:
+            // Whoever answers there is no processor. The next tick tries again.
+            m_socket.abort();
+            return;
+        case MessageStream::Found::Malformed:
+            break;
+        case MessageStream::Found::Whole:
+            if (const auto* report = std::get_if<StateMessage>(&message)) {
+                m_isWaiting = false;
+                m_silence.stop();
+                emit heard(report->state);
+            }
+            break;
+        }
+    }
+    QMetaObject::invokeMethod(this, &DeviceLink::read, Qt::QueuedConnection);
+}

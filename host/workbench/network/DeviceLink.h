@@ -1,0 +1,44 @@
+#pragma once
+
+#include "host/simulator/protocol/Message.h"
+#include "host/simulator/protocol/MessageStream.h"
+#include "host/workbench/project/NetworkSettings.h"
+
+#include <QObject>
+#include <QTcpSocket>
+#include <QTimer>
+
+/// The connection to one processor. Asks it again and again whether it is alive, and connects anew
+/// when the connection ends.
+class DeviceLink final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Connects at once.
+    DeviceLink(quint32 address, const NetworkSettings& settings, QObject* parent = nullptr);
+
+    /// Returns false if there is no connection.
+    bool send(const Message& message);
+
+signals:
+    /// Emitted for each report of the processor.
+    void heard(const DeviceState& state);
+
+    /// Emitted when nothing has been heard for the time-out; again only after another report.
+    void lost();
+
+private:
+    void open();
+    void tick();
+    void judge();
+    void read();
+
+    const quint32 m_address;
+    const quint16 m_port;
+    QTcpSocket m_socket;
+    MessageStream m_stream{m_socket};
+    QTimer m_alive;
+    QTimer m_silence;         // runs from the first question without an answer
+    bool m_isWaiting = false; // for an answer
+};
