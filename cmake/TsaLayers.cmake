@@ -8,6 +8,7 @@ set(TSA_LAYERS
     "host/widgets                | Interface host/common"
     "sdk                         | Interface"
     "sdk/relay                   | Interface"
+    "sdk/record                  | sdk/relay host/common"
     "sdk/validate                | sdk host/common"
 
     "base                        | Interface host/common host/widgets"
