@@ -24,9 +24,10 @@ set(TSA_LAYERS
     "host/workbench/events       | host/workbench/trace host/workbench/project"
     "host/workbench/store        | host/workbench/events"
     "host/workbench/handler      | host/workbench/store"
-    "host/workbench/session      | host/workbench/handler"
+    "host/workbench/session      | host/workbench/handler sdk/record"
+    "host/workbench/replay       | host/workbench/session"
     "host/workbench/dialogs      | host/workbench/store"
     "host/workbench/window       | host/workbench/session host/workbench/dialogs host/widgets"
     "host/workbench/tour         | host/workbench/window"
-    "host/workbench/program      | host/workbench/tour"
+    "host/workbench/program      | host/workbench/tour host/workbench/replay"
 )

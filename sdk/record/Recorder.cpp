@@ -63,6 +63,11 @@ ITargetSelectAreaInterface* CRecorder::record(ITargetSelectAreaInterface* layer)
     return m_layer.get();
 }
 
+void CRecorder::forget()
+{
+    m_layer.reset();
+}
+
 void CRecorder::noteEnd()
 {
     const CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("Destroy"), {});

@@ -47,9 +47,12 @@ public:
     record(std::shared_ptr<ITargetSelectInterfaceHandler> handler);
 
     /// Returns a layer that records and passes everything on to `layer`, and starts to record what
-    /// the user does on the panel's widget. It lives until the next call or the end of the
-    /// recorder. Call it again for the panel of another TargetSelectArea_Init.
+    /// the user does on the panel's widget. It lives until the next call, forget()
+    /// or the end of the recorder. Call it again for the panel of another TargetSelectArea_Init.
     ITargetSelectAreaInterface* record(ITargetSelectAreaInterface* layer);
+
+    /// Drops the layer of record(), with the handler that was assigned to it.
+    void forget();
 
 signals:
     /// Emitted once, for the first line that could not be written.

@@ -4,6 +4,7 @@
 #include "host/workbench/handler/WorkbenchHandler.h"
 
 #include "Interface/TargetSelectAreaInterface.h"
+#include "sdk/record/Recorder.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -37,6 +38,7 @@ bool isPainting(const QWidget& panel)
 Session::Session(QObject* parent)
     : QObject(parent)
     , m_handler(std::make_shared<WorkbenchHandler>(m_store, m_notifier, m_trace))
+    , m_recorder(std::make_unique<CRecorder>())
 {
     m_handler->showTip = [this](const QString& text) { emit tip(text); };
     m_handler->showProgress = [this](int done, int total) { emit detectionProceeded(done, total); };
@@ -72,7 +74,8 @@ QWidget* Session::openPanel(QWidget* parent)
     m_panel = m_layer ? m_layer->GetWidget() : nullptr;
     if (!m_panel)
         return nullptr;
-    m_layer->m_controlHandler = m_handler;
+    m_layer = m_recorder->record(m_layer);
+    m_layer->m_controlHandler = m_recorder->record(m_handler);
     m_layer->Initialize();
     m_store.announceAll();
     return m_panel;
@@ -80,8 +83,14 @@ QWidget* Session::openPanel(QWidget* parent)
 
 void Session::closePanel()
 {
+    // The last line of a recording is what the tree came to, which a replay compares.
+    if (layer() && m_recorder->isOpen()) {
+        ProcessorTreeSnapshot tree;
+        m_layer->GetProcessorTree(tree, false);
+    }
     delete m_panel;
     m_layer = nullptr;
+    m_recorder->forget();
 }
 
 bool Session::panelShowsProject() const

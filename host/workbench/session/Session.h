@@ -11,6 +11,7 @@
 
 #include <memory>
 
+class CRecorder;
 class ITargetSelectAreaInterface;
 class WorkbenchHandler;
 
@@ -30,6 +31,9 @@ public:
     Notifier& notifier() { return m_notifier; }
     ProjectStore& store() { return m_store; }
     PanelLibrary& library() { return m_library; }
+
+    /// Returns what records the panels that are opened after its open().
+    CRecorder& recorder() { return *m_recorder; }
 
     /// Returns the layer interface of the panel, or null if there is no panel.
     ITargetSelectAreaInterface* layer() const;
@@ -61,6 +65,7 @@ private:
     ProjectStore m_store{m_notifier};
     std::shared_ptr<WorkbenchHandler> m_handler;
     PanelLibrary m_library;
+    std::unique_ptr<CRecorder> m_recorder;
     ITargetSelectAreaInterface* m_layer = nullptr; // the panel's, valid while m_panel is
     QPointer<QWidget> m_panel;
 };

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "sdk/record/TraceEntry.h"
+
+class QWidget;
+
+/// Repeats gestures of the user.
+namespace InputPlayer {
+
+/// Returns the widget of a gesture on `panel`; null while it is not there, or hidden or disabled.
+QWidget* target(QWidget& panel, const CTraceEntry& gesture);
+
+/// Delivers the gesture to the widget as the window system does. Returns when the widget has
+/// handled it, which is at the end of a dialog that it opens.
+void perform(QWidget& widget, const CTraceEntry& gesture);
+
+} // namespace InputPlayer

@@ -1,0 +1,251 @@
+#include "host/workbench/replay/ReplayPlayer.h"
+
+#include "host/workbench/replay/InputPlayer.h"
+#include "host/workbench/replay/ReplayHandler.h"
+
+#include "Interface/TargetSelectAreaInterface.h"
+#include "sdk/record/LayerCalls.h"
+#include "sdk/record/TraceValues.h"
+
+#include <QEventLoop>
+#include <QMetaObject>
+#include <QWidget>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// How long the panel may take for the next step. It waits for the GUI thread up to 5 s.
+constexpr int kPatienceMs = 10000;
+/// How long an event that was told inside a question waits for that question.
+constexpr int kQuestionMs = 200;
+/// How long nothing more may come at the end.
+constexpr int kQuietMs = 300;
+constexpr int kPollMs = 2;
+/// Rounds of the event loop in which layouts and menus settle before a gesture.
+constexpr int kRoundsBeforeGesture = 3;
+constexpr int kShown = 300;
+
+/// Returns the part of `text` around the first character in which it differs from `other`.
+QString partOf(const QString& text, const QString& other)
+{
+    const auto differing =
+        std::mismatch(text.begin(), text.end(), other.begin(), other.end()).first;
+    const int at = static_cast<int>(differing - text.begin());
+    const int first = std::max(at - kShown / 2, 0);
+    return (first > 0 ? QStringLiteral("...") : QString()) + text.mid(first, kShown)
+           + (text.size() > first + kShown ? QStringLiteral("...") : QString());
+}
+
+QString textOf(const QJsonValue& answer)
+{
+    return answer.isUndefined() ? QStringLiteral("nothing")
+                                : QString::fromUtf8(TraceValues::compact(answer));
+}
+
+} // namespace
+
+ReplayPlayer::ReplayPlayer(std::shared_ptr<const Recording> recording, ReplayStage& stage,
+                           QObject* parent)
+    : QObject(parent)
+    , m_progress(std::make_shared<ReplayProgress>(std::move(recording)))
+    , m_stage(stage)
+    , m_handler(std::make_shared<ReplayHandler>(m_progress))
+{
+    m_handler->goOnInside = [this](const CTraceEntry& call) { goOnInside(call); };
+    m_handler->isPainting = [this] { return isPainting(); };
+    m_poll.setSingleShot(true);
+    connect(&m_poll, &QTimer::timeout, this, &ReplayPlayer::schedule);
+}
+
+ReplayPlayer::~ReplayPlayer()
+{
+    m_progress->end();
+    m_handler->goOnInside = {};
+    m_handler->isPainting = {};
+}
+
+void ReplayPlayer::start()
+{
+    m_idle.start();
+    schedule();
+}
+
+/// Posts a step: a timer does not fire inside its own slot, which a dialog may keep open.
+void ReplayPlayer::schedule()
+{
+    if (!std::exchange(m_isPosted, true))
+        QMetaObject::invokeMethod(this, &ReplayPlayer::step, Qt::QueuedConnection);
+}
+
+void ReplayPlayer::step()
+{
+    m_isPosted = false;
+    if (m_isFinished)
+        return;
+    if (m_progress->isOver()) {
+        conclude();
+        return;
+    }
+    if (std::exchange(m_steps, m_progress->steps()) != m_progress->steps()) {
+        m_idle.start();
+        m_rounds = 0;
+    }
+    ++m_rounds;
+    const CTraceEntry* driver = m_progress->nextDriver();
+    if (!driver && !m_progress->nextRequest() && m_running.empty() && m_idle.hasExpired(kQuietMs)) {
+        m_progress->end();
+        conclude();
+        return;
+    }
+    if (!driver || !m_progress->isDue(*driver) || isEventRunningBefore(*driver)) {
+        wait();
+        return;
+    }
+    const bool isGesture = driver->kind == CTraceEntry::Kind::Input;
+    if (isGesture && m_rounds < kRoundsBeforeGesture) {
+        m_poll.start(0);
+        return;
+    }
+    if (isGesture && (!m_stage.panel() || !InputPlayer::target(*m_stage.panel(), *driver))) {
+        wait();
+        return;
+    }
+    // Whoever asks the question tells the event.
+    if (m_progress->recording().isInQuestion(*driver) && !m_idle.hasExpired(kQuestionMs)) {
+        wait();
+        return;
+    }
+    m_progress->takeDriver();
+    schedule();
+    perform(*driver);
+}
+
+/// Comes back soon, unless the panel has taken too long.
+void ReplayPlayer::wait()
+{
+    if (m_idle.hasExpired(kPatienceMs))
+        giveUp();
+    m_poll.start(kPollMs);
+}
+
+void ReplayPlayer::giveUp()
+{
+    const CTraceEntry* driver = m_progress->nextDriver();
+    const CTraceEntry* request = m_progress->nextRequest();
+    if (request && (!driver || request->sequence < driver->sequence)) {
+        m_progress->end(Difference{request->line, request->text(),
+                                   tr("nothing within %1 s").arg(kPatienceMs / 1000)});
+    } else if (driver && driver->kind == CTraceEntry::Kind::Input && m_running.empty()) {
+        m_progress->end(
+            Difference{driver->line, driver->text(), tr("the panel does not show this widget")});
+    } else {
+        m_progress->end(Difference{driver ? driver->line : 0, driver ? driver->text() : QString(),
+                                   tr("an event before has not returned")});
+    }
+}
+
+void ReplayPlayer::conclude()
+{
+    if (!std::exchange(m_isFinished, true))
+        emit finished();
+}
+
+/// Returns whether an event still goes on that had ended before `driver` in the recording.
+bool ReplayPlayer::isEventRunningBefore(const CTraceEntry& driver) const
+{
+    return std::any_of(m_running.begin(), m_running.end(),
+                       [&](const auto& event) { return event.second < driver.time; });
+}
+
+void ReplayPlayer::perform(const CTraceEntry& driver)
+{
+    switch (driver.kind) {
+    case CTraceEntry::Kind::Event:
+        raise(driver);
+        break;
+    case CTraceEntry::Kind::Layer:
+        callLayer(driver);
+        break;
+    default:
+        gesture(driver);
+    }
+}
+
+void ReplayPlayer::raise(const CTraceEntry& driver)
+{
+    Events::Event event;
+    TraceValues::readEvent(driver.arguments, event);
+    if (driver.thread == QLatin1String("gui")) {
+        m_handler->tellPanel(event);
+        return;
+    }
+    m_running.emplace(driver.sequence, driver.end());
+    m_threads.run(driver.thread, [this, handler = m_handler, event, number = driver.sequence] {
+        handler->tellPanel(event);
+        QMetaObject::invokeMethod(
+            this,
+            [this, number] {
+                m_running.erase(number);
+                m_idle.start();
+                schedule();
+            },
+            Qt::QueuedConnection);
+    });
+}
+
+void ReplayPlayer::callLayer(const CTraceEntry& driver)
+{
+    if (driver.name == QLatin1String("TargetSelectArea_Init")) {
+        const QSize size(driver.arguments.value(QLatin1String("width")).toInt(),
+                         driver.arguments.value(QLatin1String("height")).toInt());
+        if (!m_stage.open(size, m_handler))
+            m_progress->end(
+                Difference{driver.line, driver.text(), tr("the library returns no panel")});
+        return;
+    }
+    if (driver.name == QLatin1String("Destroy")) {
+        m_stage.close();
+        return;
+    }
+    QJsonValue answer(QJsonValue::Undefined);
+    if (!m_stage.layer()
+        || !LayerCalls::repeat(*m_stage.layer(), driver.name, driver.arguments, answer)) {
+        m_progress->end(Difference{driver.line, driver.text(),
+                                   tr("this cannot be called: there is no panel, or no such "
+                                      "operation")});
+        return;
+    }
+    if (driver.duration < 0 || answer == driver.answer)
+        return;
+    const QString recorded = textOf(driver.answer);
+    const QString came = textOf(answer);
+    m_progress->end(Difference{
+        driver.line, QStringLiteral("%1 = %2").arg(driver.text(), partOf(recorded, came)),
+        QStringLiteral("%1 = %2").arg(driver.text(), partOf(came, recorded))});
+}
+
+void ReplayPlayer::gesture(const CTraceEntry& driver)
+{
+    InputPlayer::perform(*InputPlayer::target(*m_stage.panel(), driver), driver);
+}
+
+void ReplayPlayer::goOnInside(const CTraceEntry& call)
+{
+    QEventLoop loop;
+    while (!m_progress->isOver() && m_progress->isGuiBusyUntilEndOf(call)) {
+        schedule();
+        loop.processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
+/// Returns whether the panel or a part of it is inside its paint event.
+bool ReplayPlayer::isPainting() const
+{
+    const QWidget* panel = m_stage.panel();
+    const QList<QWidget*> parts = panel ? panel->findChildren<QWidget*>() : QList<QWidget*>();
+    return std::any_of(parts.begin(), parts.end(), [](const QWidget* part) {
+        return part->testAttribute(Qt::WA_WState_InPaintEvent);
+    });
+}
