@@ -29,13 +29,18 @@ public:
     /// Returns whether the host told this event inside a question, which may not come again.
     bool isInQuestion(const CTraceEntry& driver) const;
 
+    /// Returns whether the tree may have lagged behind the events when the host asked for it: one
+    /// had come shortly before.
+    bool isTreeInMotion(const CTraceEntry& driver) const;
+
     std::size_t questionCount() const { return m_questionCount; }
 
-    /// Returns the answer to a question at the point where `position` is the last entry that has
-    /// been repeated and `next` the first one that has not; null if there is none. It is the first
-    /// answer between the two, else the last one before, else the first one after.
-    const CTraceEntry* answer(const QString& name, const QJsonObject& arguments, qint64 position,
-                              qint64 next) const;
+    /// Returns the answer to a question after `position`, the last entry that has been repeated;
+    /// null if there is none. It is the first one before the next request, gesture or call of the
+    /// host, because a host changes its project before it tells; else the last one up to
+    /// `position`, else any.
+    const CTraceEntry* answer(const QString& name, const QJsonObject& arguments,
+                              qint64 position) const;
 
 private:
     static QByteArray keyOf(const QString& name, const QJsonObject& arguments);
@@ -44,6 +49,8 @@ private:
     std::vector<CTraceEntry> m_requests;
     std::size_t m_questionCount = 0;
     bool m_isCutOff;
+    std::vector<qint64> m_moments; // requests, gestures and calls of the host
+    QSet<qint64> m_inMotion;
     QSet<qint64> m_questions; // those inside which something else happened
     QHash<QByteArray, std::vector<CTraceEntry>> m_answers; // in the order of the questions
 };

@@ -3,7 +3,6 @@
 #include "sdk/record/TraceValues.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace {
@@ -43,7 +42,7 @@ const CTraceEntry* ReplayProgress::takeRequest(const QString& name, const QJsonO
 const CTraceEntry* ReplayProgress::answer(const QString& name, const QJsonObject& arguments) const
 {
     const std::lock_guard guard(m_mutex);
-    return m_recording->answer(name, arguments, m_position, nextSequence());
+    return m_recording->answer(name, arguments, m_position);
 }
 
 const CTraceEntry* ReplayProgress::nextDriver() const
@@ -120,15 +119,4 @@ qint64 ReplayProgress::steps() const
 {
     const std::lock_guard guard(m_mutex);
     return static_cast<qint64>(m_driver + m_request);
-}
-
-/// Returns the first entry that is still to come. With m_mutex locked.
-qint64 ReplayProgress::nextSequence() const
-{
-    qint64 next = std::numeric_limits<qint64>::max();
-    if (m_driver < m_recording->drivers().size())
-        next = m_recording->drivers()[m_driver].sequence;
-    if (m_request < m_recording->requests().size())
-        next = std::min(next, m_recording->requests()[m_request].sequence);
-    return next;
 }

@@ -61,8 +61,6 @@ public:
     qint64 steps() const;
 
 private:
-    qint64 nextSequence() const;
-
     const std::shared_ptr<const Recording> m_recording;
     mutable std::mutex m_mutex;
     std::size_t m_driver = 0;               // guarded by m_mutex
