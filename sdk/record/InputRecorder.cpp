@@ -190,7 +190,7 @@ bool CInputRecorder::isRepeated(QWidget& widget, const QInputEvent& event, const
     const Last before = std::exchange(m_last, {event.type(), event.timestamp(), at, key, &widget});
     return before.type == m_last.type && before.timestamp == m_last.timestamp && before.at == at
            && before.key == key && before.widget && before.widget != &widget
-           && widget.isAncestorOf(before.widget);
+           && WidgetPath::isWithin(widget, before.widget);
 }
 
 /// The focus also goes when the user turns to the host, which ends an editor.

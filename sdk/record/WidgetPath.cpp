@@ -1,5 +1,6 @@
 #include "sdk/record/WidgetPath.h"
 
+#include <QApplication>
 #include <QLatin1String>
 #include <QList>
 #include <QString>
@@ -12,6 +13,12 @@ namespace {
 
 const QLatin1Char kClassMark('#');
 
+/// Returns what `widget` is in. A popup without a parent is in the field that it helps to fill.
+QWidget* holderOf(const QWidget& widget)
+{
+    return widget.parentWidget() ? widget.parentWidget() : widget.focusProxy();
+}
+
 /// Returns the children that count.
 QList<QWidget*> children(const QWidget& parent)
 {
@@ -20,6 +27,11 @@ QList<QWidget*> children(const QWidget& parent)
         auto* widget = qobject_cast<QWidget*>(child);
         if (widget && (!widget->isWindow() || widget->isVisible()))
             widgets.append(widget);
+    }
+    const QList<QWidget*> windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (!window->parentWidget() && window->focusProxy() == &parent && window->isVisible())
+            widgets.append(window);
     }
     return widgets;
 }
@@ -54,15 +66,15 @@ QString stepTo(const QWidget& parent, const QWidget& widget)
 bool isWithin(const QWidget& root, const QWidget* widget)
 {
     while (widget && widget != &root)
-        widget = widget->parentWidget();
+        widget = holderOf(*widget);
     return widget != nullptr;
 }
 
 QJsonArray of(const QWidget& root, const QWidget& widget)
 {
     QJsonArray path;
-    for (const QWidget* at = &widget; at != &root; at = at->parentWidget())
-        path.prepend(stepTo(*at->parentWidget(), *at));
+    for (const QWidget* at = &widget; at != &root; at = holderOf(*at))
+        path.prepend(stepTo(*holderOf(*at), *at));
     return path;
 }
 

@@ -7,6 +7,7 @@
 #include <QDrag>
 #include <QDropEvent>
 #include <QInputMethodEvent>
+#include <QJsonArray>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -60,9 +61,21 @@ void sendMouse(const Gesture& gesture)
     send(gesture.widget, event);
 }
 
+/// Shortcuts work in the active window only, and keys go to the focus.
+void takeFocus(QWidget& widget)
+{
+    if (QApplication::activePopupWidget())
+        return;
+    if (QApplication::activeWindow() != widget.window())
+        QApplication::setActiveWindow(widget.window());
+    if (widget.window()->focusWidget() != &widget)
+        widget.setFocus(Qt::OtherFocusReason);
+}
+
 template <QEvent::Type Type>
 void sendKey(const Gesture& gesture)
 {
+    takeFocus(gesture.widget);
     const int key = gesture.number("key");
     const QString text = gesture.text("text");
     const bool isRepeat = gesture.arguments.value(QLatin1String("repeat")).toBool();
@@ -150,6 +163,22 @@ QWidget* target(QWidget& panel, const CTraceEntry& gesture)
     const QJsonValue path = gesture.arguments.value(QLatin1String("widget"));
     QWidget* widget = WidgetPath::find(panel, path.toArray());
     return widget && widget->isVisible() && widget->isEnabled() ? widget : nullptr;
+}
+
+bool isForAnyWidget(const CTraceEntry& gesture)
+{
+    return gesture.name == QLatin1String("key") || gesture.name == QLatin1String("keyRelease");
+}
+
+QWidget& nearest(QWidget& panel, const CTraceEntry& gesture)
+{
+    QJsonArray path = gesture.arguments.value(QLatin1String("widget")).toArray();
+    QWidget* widget = WidgetPath::find(panel, path);
+    while (!widget && !path.isEmpty()) {
+        path.removeLast();
+        widget = WidgetPath::find(panel, path);
+    }
+    return widget ? *widget : panel;
 }
 
 void perform(QWidget& widget, const CTraceEntry& gesture)

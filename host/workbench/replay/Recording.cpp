@@ -43,6 +43,8 @@ Recording::Recording(std::vector<CTraceEntry> entries, bool isCutOff)
             continue;
         }
         ++m_questionCount;
+        if (entry.thread.startsWith(QLatin1String("work")))
+            m_workQuestions.push_back(entry.sequence);
         if (causes.contains(entry.sequence))
             m_questions.insert(entry.sequence);
         std::vector<CTraceEntry>& answers = m_answers[keyOf(entry.name, entry.arguments)];
@@ -54,6 +56,13 @@ Recording::Recording(std::vector<CTraceEntry> entries, bool isCutOff)
 bool Recording::isInQuestion(const CTraceEntry& driver) const
 {
     return m_questions.contains(driver.cause);
+}
+
+std::size_t Recording::workQuestionsBefore(const CTraceEntry& driver) const
+{
+    return static_cast<std::size_t>(
+        std::lower_bound(m_workQuestions.begin(), m_workQuestions.end(), driver.sequence)
+        - m_workQuestions.begin());
 }
 
 bool Recording::isTreeInMotion(const CTraceEntry& driver) const

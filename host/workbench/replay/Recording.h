@@ -29,6 +29,9 @@ public:
     /// Returns whether the host told this event inside a question, which may not come again.
     bool isInQuestion(const CTraceEntry& driver) const;
 
+    /// Returns how many questions the panel's work thread had asked when `driver` began.
+    std::size_t workQuestionsBefore(const CTraceEntry& driver) const;
+
     /// Returns whether the tree may have lagged behind the events when the host asked for it: one
     /// had come shortly before.
     bool isTreeInMotion(const CTraceEntry& driver) const;
@@ -50,6 +53,7 @@ private:
     std::size_t m_questionCount = 0;
     bool m_isCutOff;
     std::vector<qint64> m_moments; // requests, gestures and calls of the host
+    std::vector<qint64> m_workQuestions;
     QSet<qint64> m_inMotion;
     QSet<qint64> m_questions; // those inside which something else happened
     QHash<QByteArray, std::vector<CTraceEntry>> m_answers; // in the order of the questions

@@ -1,5 +1,6 @@
 #include "host/workbench/replay/ReplayHandler.h"
 
+#include "host/common/WorkThread.h"
 #include "sdk/record/TraceValues.h"
 
 #include <QCoreApplication>
@@ -46,6 +47,8 @@ CHandlerRelay::Answer ReplayHandler::call(const Call& call, const Ask&)
     const bool isRequest = call.operation.kind == Operations::Kind::Request;
     const CTraceEntry* recorded =
         isRequest ? m_progress->takeRequest(name, arguments) : m_progress->answer(name, arguments);
+    if (dynamic_cast<const CWorkThread*>(QThread::currentThread()))
+        m_progress->countWorkQuestion();
     if (!recorded) {
         if (!isRequest)
             refuse(call);

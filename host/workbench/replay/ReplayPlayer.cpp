@@ -4,6 +4,7 @@
 #include "host/workbench/replay/ReplayHandler.h"
 
 #include "Interface/TargetSelectAreaInterface.h"
+#include "host/common/WorkThread.h"
 #include "sdk/record/LayerCalls.h"
 #include "sdk/record/TraceValues.h"
 
@@ -18,10 +19,12 @@ namespace {
 
 /// How long the panel may take for the next step. It waits for the GUI thread up to 5 s.
 constexpr int kPatienceMs = 10000;
-/// How long an event that was told inside a question waits for that question.
+/// How long a step waits for questions that came before it, and may not come again.
 constexpr int kQuestionMs = 200;
 /// How long nothing more may come at the end.
 constexpr int kQuietMs = 300;
+/// How long the GUI thread waits inside a request for an event that came inside it.
+constexpr int kInsideMs = 1000;
 constexpr int kPollMs = 2;
 /// Rounds of the event loop in which layouts and menus settle before a gesture.
 constexpr int kRoundsBeforeGesture = 3;
@@ -108,12 +111,17 @@ void ReplayPlayer::step()
         m_poll.start(0);
         return;
     }
-    if (isGesture && (!m_stage.panel() || !InputPlayer::target(*m_stage.panel(), *driver))) {
+    const bool isForWidget = isGesture && m_stage.panel();
+    if (isForWidget && !InputPlayer::target(*m_stage.panel(), *driver)
+        && !(m_idle.hasExpired(kQuestionMs) && InputPlayer::isForAnyWidget(*driver))) {
         wait();
         return;
     }
-    // Whoever asks the question tells the event.
-    if (m_progress->recording().isInQuestion(*driver) && !m_idle.hasExpired(kQuestionMs)) {
+    // Whoever asks the question tells the event. The work thread may ask in another order.
+    const bool isEarly =
+        m_progress->recording().isInQuestion(*driver) || m_progress->isWorkBehind(*driver)
+        || (driver->kind != CTraceEntry::Kind::Event && CWorkThread::PendingJobs() > 0);
+    if (isEarly && !m_idle.hasExpired(kQuestionMs)) {
         wait();
         return;
     }
@@ -175,24 +183,36 @@ void ReplayPlayer::perform(const CTraceEntry& driver)
 
 void ReplayPlayer::raise(const CTraceEntry& driver)
 {
-    Events::Event event;
-    TraceValues::readEvent(driver.arguments, event);
-    if (driver.thread == QLatin1String("gui")) {
-        m_handler->tellPanel(event);
+    if (driver.thread != QLatin1String("gui")) {
+        raiseElsewhere(driver);
         return;
     }
+    Events::Event event;
+    TraceValues::readEvent(driver.arguments, event);
+    m_handler->tellPanel(event);
+}
+
+std::shared_ptr<ReplayPlayer::Delivery> ReplayPlayer::raiseElsewhere(const CTraceEntry& driver)
+{
+    Events::Event event;
+    TraceValues::readEvent(driver.arguments, event);
     m_running.emplace(driver.sequence, driver.end());
-    m_threads.run(driver.thread, [this, handler = m_handler, event, number = driver.sequence] {
-        handler->tellPanel(event);
-        QMetaObject::invokeMethod(
-            this,
-            [this, number] {
-                m_running.erase(number);
-                m_idle.start();
-                schedule();
-            },
-            Qt::QueuedConnection);
-    });
+    auto delivery = std::make_shared<Delivery>();
+    m_threads.run(driver.thread,
+                  [this, handler = m_handler, event, delivery, number = driver.sequence] {
+                      delivery->begun.release();
+                      handler->tellPanel(event);
+                      delivery->done.release();
+                      QMetaObject::invokeMethod(
+                          this,
+                          [this, number] {
+                              m_running.erase(number);
+                              m_idle.start();
+                              schedule();
+                          },
+                          Qt::QueuedConnection);
+                  });
+    return delivery;
 }
 
 void ReplayPlayer::callLayer(const CTraceEntry& driver)
@@ -231,11 +251,21 @@ void ReplayPlayer::callLayer(const CTraceEntry& driver)
 
 void ReplayPlayer::gesture(const CTraceEntry& driver)
 {
-    InputPlayer::perform(*InputPlayer::target(*m_stage.panel(), driver), driver);
+    if (!m_stage.panel())
+        return;
+    QWidget* widget = InputPlayer::target(*m_stage.panel(), driver);
+    InputPlayer::perform(widget ? *widget : InputPlayer::nearest(*m_stage.panel(), driver), driver);
 }
 
 void ReplayPlayer::goOnInside(const CTraceEntry& call)
 {
+    // What the panel does with an event depends on whether it is inside the request. The panel lets
+    // the notifying thread go soon, so this wait ends.
+    while (const CTraceEntry* driver = m_progress->takeEventDuring(call)) {
+        const std::shared_ptr<Delivery> delivery = raiseElsewhere(*driver);
+        QSemaphore& reached = driver->end() < call.end() ? delivery->done : delivery->begun;
+        reached.tryAcquire(1, kInsideMs);
+    }
     QEventLoop loop;
     while (!m_progress->isOver() && m_progress->isGuiBusyUntilEndOf(call)) {
         schedule();

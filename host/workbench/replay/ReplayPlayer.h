@@ -5,7 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QObject>
-#include <QPointer>
+#include <QSemaphore>
 #include <QTimer>
 
 #include <functional>
@@ -13,6 +13,7 @@
 #include <memory>
 
 class ITargetSelectAreaInterface;
+class QSize;
 class QWidget;
 class ReplayHandler;
 
@@ -53,6 +54,13 @@ signals:
     void finished();
 
 private:
+    /// An event on another thread.
+    struct Delivery
+    {
+        QSemaphore begun;
+        QSemaphore done;
+    };
+
     void schedule();
     void step();
     void wait();
@@ -61,6 +69,7 @@ private:
     bool isEventRunningBefore(const CTraceEntry& driver) const;
     void perform(const CTraceEntry& driver);
     void raise(const CTraceEntry& driver);
+    std::shared_ptr<Delivery> raiseElsewhere(const CTraceEntry& driver);
     void callLayer(const CTraceEntry& driver);
     void gesture(const CTraceEntry& driver);
     void goOnInside(const CTraceEntry& call);

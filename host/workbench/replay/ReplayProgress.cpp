@@ -45,6 +45,18 @@ const CTraceEntry* ReplayProgress::answer(const QString& name, const QJsonObject
     return m_recording->answer(name, arguments, m_position);
 }
 
+void ReplayProgress::countWorkQuestion()
+{
+    const std::lock_guard guard(m_mutex);
+    ++m_workQuestions;
+}
+
+bool ReplayProgress::isWorkBehind(const CTraceEntry& driver) const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_workQuestions < m_recording->workQuestionsBefore(driver);
+}
+
 const CTraceEntry* ReplayProgress::nextDriver() const
 {
     const std::lock_guard guard(m_mutex);
@@ -77,6 +89,17 @@ const CTraceEntry* ReplayProgress::takeEventInside(const CTraceEntry& cause)
     const CTraceEntry* driver = nextDriver();
     if (!driver || isOver() || driver->kind != CTraceEntry::Kind::Event
         || driver->cause != cause.sequence || !isDue(*driver))
+        return nullptr;
+    takeDriver();
+    return driver;
+}
+
+const CTraceEntry* ReplayProgress::takeEventDuring(const CTraceEntry& call)
+{
+    const CTraceEntry* driver = nextDriver();
+    if (!driver || isOver() || driver->kind != CTraceEntry::Kind::Event
+        || driver->thread == QLatin1String("gui") || driver->time >= call.end()
+        || m_recording->isInQuestion(*driver) || !isDue(*driver))
         return nullptr;
     takeDriver();
     return driver;

@@ -35,6 +35,12 @@ public:
     /// Returns the recorded answer to a question, null for none.
     const CTraceEntry* answer(const QString& name, const QJsonObject& arguments) const;
 
+    /// Counts a question of the panel's work thread.
+    void countWorkQuestion();
+
+    /// Returns whether the work thread still has to ask what it asked before `driver`.
+    bool isWorkBehind(const CTraceEntry& driver) const;
+
     /// Return what comes next, null for nothing.
     const CTraceEntry* nextDriver() const;
     const CTraceEntry* nextRequest() const;
@@ -47,6 +53,10 @@ public:
 
     /// Takes the next driver and returns it if it is an event that was told inside `cause`.
     const CTraceEntry* takeEventInside(const CTraceEntry& cause);
+
+    /// Takes the next driver and returns it if it is an event that another thread told before the
+    /// end of `call`, which goes on on the GUI thread.
+    const CTraceEntry* takeEventDuring(const CTraceEntry& call);
 
     /// Returns whether the GUI thread did something between now and the end of `entry`.
     bool isGuiBusyUntilEndOf(const CTraceEntry& entry) const;
@@ -65,6 +75,7 @@ private:
     mutable std::mutex m_mutex;
     std::size_t m_driver = 0;               // guarded by m_mutex
     std::size_t m_request = 0;              // guarded by m_mutex
+    std::size_t m_workQuestions = 0;        // guarded by m_mutex
     qint64 m_position = 0;                  // guarded by m_mutex
     bool m_isOver = false;                  // guarded by m_mutex
     std::optional<Difference> m_difference; // guarded by m_mutex
