@@ -20,12 +20,6 @@ QJsonArray entriesAfter(int known, const QMenu& menu)
     return texts;
 }
 
-/// Returns the name of an event that a subject tells.
-QString eventName(quint32 number)
-{
-    return QStringLiteral("event %1").arg(number);
-}
-
 } // namespace
 
 CRecordingHandler::CRecordingHandler(std::shared_ptr<ITargetSelectInterfaceHandler> host,
@@ -54,7 +48,8 @@ CHandlerRelay::Answer CRecordingHandler::call(const Call& call, const Ask& ask)
 
 void CRecordingHandler::event(const Events::Event& event, const Deliver& deliver)
 {
-    const CTraceScope scope(*m_writer, CTraceEntry::Kind::Event, eventName(event.number),
+    const CTraceScope scope(*m_writer, CTraceEntry::Kind::Event,
+                            QLatin1String(Events::name(event.number)),
                             TraceValues::eventArguments(event));
     deliver();
 }
