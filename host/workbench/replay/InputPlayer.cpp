@@ -75,7 +75,8 @@ void takeFocus(QWidget& widget)
 template <QEvent::Type Type>
 void sendKey(const Gesture& gesture)
 {
-    takeFocus(gesture.widget);
+    if (Type == QEvent::KeyPress)
+        takeFocus(gesture.widget);
     const int key = gesture.number("key");
     const QString text = gesture.text("text");
     const bool isRepeat = gesture.arguments.value(QLatin1String("repeat")).toBool();
