@@ -13,10 +13,10 @@
 
 namespace {
 
-QString tr(const char* text)
+struct Messages
 {
-    return QCoreApplication::translate("CTraceReader", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(CTraceReader)
+};
 
 /// Returns the column of byte `offset`, in characters from 1.
 int columnOf(const QByteArray& line, int offset)
@@ -53,17 +53,19 @@ bool CTraceReader::read(const QString& path)
     m_entries.clear();
     QFile file(path);
     if (QFileInfo(path).exists() && !QFileInfo(path).isFile()) {
-        m_problem = tr("%1 is not a regular file").arg(m_path);
+        m_problem = Messages::tr("%1 is not a regular file").arg(m_path);
         return false;
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        m_problem = tr("%1 cannot be read: %2").arg(m_path, file.errorString());
+        m_problem = Messages::tr("%1 cannot be read: %2").arg(m_path, file.errorString());
         return false;
     }
     for (int number = 1; !file.atEnd(); ++number) {
         QByteArray line = file.readLine();
         if (!line.endsWith('\n') && number > 1) {
-            m_note = tr("%1, line %2: the recording ends inside this line").arg(m_path).arg(number);
+            m_note = Messages::tr("%1, line %2: the recording ends inside this line")
+                         .arg(m_path)
+                         .arg(number);
             break;
         }
         if (line.endsWith('\n'))
@@ -72,7 +74,7 @@ bool CTraceReader::read(const QString& path)
             return false;
     }
     if (m_header.isEmpty())
-        return fail(1, 1, tr("this is not a recording"));
+        return fail(1, 1, Messages::tr("this is not a recording"));
     // A line at the beginning gives way to the one at the end.
     std::stable_sort(m_entries.begin(), m_entries.end(),
                      [](const CTraceEntry& left, const CTraceEntry& right) {
@@ -92,12 +94,13 @@ bool CTraceReader::readHeader(const QByteArray& line)
     if (!readObject(line, 1, m_header))
         return false;
     if (m_header.value(QLatin1String("trace")) != QLatin1String("targetselect-record"))
-        return fail(1, 1, tr("this is not a recording"));
+        return fail(1, 1, Messages::tr("this is not a recording"));
     const QJsonValue version = m_header.value(QLatin1String("version"));
     if (version.toInt() == kTraceVersion)
         return true;
     return fail(1, columnOf(line, line.indexOf("\"version\"")),
-                tr("the recording has version %1 of the format, and this program reads version %2")
+                Messages::tr(
+                    "the recording has version %1 of the format, and this program reads version %2")
                     .arg(QString::fromUtf8(TraceValues::compact(version)))
                     .arg(kTraceVersion));
 }
@@ -113,7 +116,7 @@ bool CTraceReader::readEntry(const QByteArray& line, int number)
         field = misfit(entry);
     if (!field.isEmpty()) {
         return fail(number, columnOf(line, line.indexOf('"' + field + '"')),
-                    tr("\"%1\" is missing or wrong").arg(QString::fromLatin1(field)));
+                    Messages::tr("\"%1\" is missing or wrong").arg(QString::fromLatin1(field)));
     }
     entry.line = number;
     m_entries.push_back(entry);
@@ -127,11 +130,12 @@ bool CTraceReader::readObject(const QByteArray& line, int number, QJsonObject& o
     if (error.error != QJsonParseError::NoError)
         return fail(number, columnOf(line, error.offset), error.errorString());
     object = document.object();
-    return !object.isEmpty() || fail(number, 1, tr("this is not an object"));
+    return !object.isEmpty() || fail(number, 1, Messages::tr("this is not an object"));
 }
 
 bool CTraceReader::fail(int line, int column, const QString& reason)
 {
-    m_problem = tr("%1, line %2, column %3: %4").arg(m_path).arg(line).arg(column).arg(reason);
+    m_problem =
+        Messages::tr("%1, line %2, column %3: %4").arg(m_path).arg(line).arg(column).arg(reason);
     return false;
 }

@@ -17,6 +17,11 @@ namespace {
 
 constexpr const char* kHeaderStart = "{\"trace\":\"targetselect-record\",";
 
+struct Messages
+{
+    Q_DECLARE_TR_FUNCTIONS(CTraceWriter)
+};
+
 struct Open
 {
     const CTraceWriter* writer;
@@ -51,20 +56,19 @@ QString obstacle(const QString& path)
     const QFileInfo existing(path);
     // Opening a pipe could block.
     if (existing.exists() && !existing.isFile())
-        return QCoreApplication::translate("CTraceWriter", "it is not a regular file");
+        return Messages::tr("it is not a regular file");
     if (existing.size() == 0)
         return {};
     QFile former(path);
     const QByteArray start(kHeaderStart);
     if (former.open(QIODevice::ReadOnly) && former.read(start.size()) == start)
         return {};
-    return QCoreApplication::translate("CTraceWriter", "the file that is there is not a recording");
+    return Messages::tr("the file that is there is not a recording");
 }
 
 QString problemText(const QString& path, const QString& reason)
 {
-    return QCoreApplication::translate("CTraceWriter", "%1 cannot be written: %2")
-        .arg(QDir::toNativeSeparators(path), reason);
+    return Messages::tr("%1 cannot be written: %2").arg(QDir::toNativeSeparators(path), reason);
 }
 
 QByteArray header()
