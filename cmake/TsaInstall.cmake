@@ -17,7 +17,7 @@ set_target_properties(TargetSelectArea ${host_libraries} PROPERTIES
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
 )
-install(TARGETS TargetSelectArea ${host_libraries} HandlerBase HandlerRelay
+install(TARGETS TargetSelectArea ${host_libraries} HandlerBase HandlerRelay Record
     EXPORT TargetSelectAreaTargets
     ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT development
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
@@ -30,7 +30,7 @@ install(TARGETS targetselect-validate
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT development
 )
 install(DIRECTORY Interface DESTINATION "${TSA_INSTALL_INCLUDEDIR}" COMPONENT development)
-install(DIRECTORY sdk/relay DESTINATION "${TSA_INSTALL_INCLUDEDIR}/sdk"
+install(DIRECTORY sdk/relay sdk/record DESTINATION "${TSA_INSTALL_INCLUDEDIR}/sdk"
     COMPONENT development FILES_MATCHING PATTERN "*.h"
 )
 # Of the host's libraries, the headers that export something; the others are their own.
@@ -49,7 +49,7 @@ foreach(header IN LISTS host_headers)
 endforeach()
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
 install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
-install(FILES docs/diagnostics.md docs/integrating.md docs/logging.md docs/validator.md
+install(FILES docs/diagnostics.md docs/integrating.md docs/logging.md docs/trace-format.md docs/validator.md
     DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
     COMPONENT development
 )
@@ -110,6 +110,10 @@ tsa_install_pkg_config(HandlerBase
 tsa_install_pkg_config(HandlerRelay
     DESCRIPTION "A handler that shows each call of the target selection area as a value"
     REQUIRES "HostCommon = ${PROJECT_VERSION}, Qt5Widgets >= 5.15"
+)
+tsa_install_pkg_config(Record
+    DESCRIPTION "Records the target selection area in a host"
+    REQUIRES "TargetSelectAreaHandlerRelay = ${PROJECT_VERSION}"
 )
 tsa_install_pkg_config(TargetSelectArea
     DESCRIPTION "${PROJECT_DESCRIPTION}"

@@ -8,6 +8,7 @@ set(TSA_LAYERS
     "host/widgets                | Interface host/common"
     "sdk                         | Interface"
     "sdk/relay                   | Interface"
+    "sdk/record                  | sdk/relay host/common"
     "sdk/validate                | sdk host/common"
 
     "base                        | Interface host/common host/widgets"
@@ -28,10 +29,11 @@ set(TSA_LAYERS
     "host/workbench/network      | host/workbench/store"
     "host/workbench/handler      | host/workbench/network"
     "host/workbench/faults       | host/workbench/handler"
-    "host/workbench/session      | host/workbench/faults"
+    "host/workbench/session      | host/workbench/faults sdk/record"
+    "host/workbench/replay       | host/workbench/session"
     "host/workbench/dialogs      | host/workbench/store"
     "host/workbench/window       | host/workbench/session host/workbench/dialogs host/widgets"
     "host/workbench/tour         | host/workbench/window"
     "host/workbench/script       | host/workbench/window"
-    "host/workbench/program      | host/workbench/tour host/workbench/script"
+    "host/workbench/program      | host/workbench/tour host/workbench/script host/workbench/replay"
 )

@@ -27,7 +27,7 @@ SETS = {
     "resources/translations/TargetSelectArea_zh_CN.ts":
         ["base", "plugin", "processortree", "ipmanage", "search"],
     "host/widgets/translations/HostWidgets_zh_CN.ts": ["host/widgets"],
-    "host/workbench/translations/Workbench_zh_CN.ts": ["host/workbench"],
+    "host/workbench/translations/Workbench_zh_CN.ts": ["host/workbench", "sdk/record"],
 }
 NOTHING = '<?xml version="1.0" encoding="utf-8"?>\n<!DOCTYPE TS>\n' \
           '<TS version="2.1" language="zh_CN" sourcelanguage="en">\n</TS>\n'

@@ -1,7 +1,14 @@
 #include "host/common/WorkThread.h"
 
 #include <algorithm>
+#include <atomic>
 #include <utility>
+
+namespace {
+
+std::atomic<int> s_pending{0};
+
+} // namespace
 
 CWorkThread::CWorkThread(QObject* parent)
     : QThread(parent)
@@ -23,10 +30,12 @@ void CWorkThread::AppendEvent(Event event, bool replacePending)
         const auto same = std::find_if(m_events.begin(), m_events.end(), [&](const Event& waiting) {
             return waiting.first == event.first;
         });
-        if (replacePending && same != m_events.end())
+        if (replacePending && same != m_events.end()) {
             std::swap(*same, event); // destroyed after the lock is released
-        else
+        } else {
+            ++s_pending;
             m_events.push_back(std::move(event));
+        }
     }
     m_changed.notify_one();
 }
@@ -52,8 +61,14 @@ void CWorkThread::ThreadExit()
         const std::lock_guard guard(m_mutex);
         m_exit = true;
         dropped.swap(m_events);
+        s_pending -= static_cast<int>(dropped.size());
     }
     m_changed.notify_all();
+}
+
+int CWorkThread::PendingJobs()
+{
+    return s_pending;
 }
 
 void CWorkThread::run()
@@ -63,6 +78,7 @@ void CWorkThread::run()
         if (event.second)
             event.second();
         event.second = nullptr;
+        --s_pending;
     }
 }
 

@@ -37,6 +37,9 @@ public:
     /// use QThread::wait() for that. Thread-safe.
     void ThreadExit();
 
+    /// Returns how many jobs of all threads wait or run. Thread-safe.
+    static int PendingJobs();
+
 protected:
     void run() override;
 

@@ -1,6 +1,7 @@
 #include "sdk/relay/Events.h"
 
 #include "Interface/DeviceSetInfo.h"
+#include "Interface/HostEvents.h"
 #include "Interface/ProcessorNode.h"
 #include "sdk/relay/Operations.h"
 
@@ -81,6 +82,42 @@ QByteArray typeNames(const QVariantList& values)
 }
 
 } // namespace
+
+const char* name(quint32 number)
+{
+    switch (number) {
+    case HostEvents::DetectStrategyChanged::number:
+        return "DetectStrategyChanged";
+    case HostEvents::CurrentDeviceSetChanged::number:
+        return "CurrentDeviceSetChanged";
+    case HostEvents::TreeReset::number:
+        return "TreeReset";
+    case HostEvents::GroupAdded::number:
+        return "GroupAdded";
+    case HostEvents::ProcessorAdded::number:
+        return "ProcessorAdded";
+    case HostEvents::ProcessorsAdded::number:
+        return "ProcessorsAdded";
+    case HostEvents::NodeRemoved::number:
+        return "NodeRemoved";
+    case HostEvents::NodesRemoved::number:
+        return "NodesRemoved";
+    case HostEvents::ProcessorChanged::number:
+        return "ProcessorChanged";
+    case HostEvents::ProjectProcessorChanged::number:
+        return "ProjectProcessorChanged";
+    case HostEvents::LanUsbProcessorIp::number:
+        return "LanUsbProcessorIp";
+    case HostEvents::CurrentProcessorChanged::number:
+        return "CurrentProcessorChanged";
+    case HostEvents::MonitorWarningChanged::number:
+        return "MonitorWarningChanged";
+    case HostEvents::MonitorStateChanged::number:
+        return "MonitorStateChanged";
+    default:
+        return "Event";
+    }
+}
 
 Event read(const CSubject& subject)
 {

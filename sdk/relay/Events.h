@@ -21,6 +21,9 @@ struct Event
     QByteArray types;
 };
 
+/// Returns the name of an event in HostEvents, "Event" for a number that has none.
+const char* name(quint32 number);
+
 /// Returns the event that `subject` delivers. On the thread that delivers it.
 Event read(const CSubject& subject);
 

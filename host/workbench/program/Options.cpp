@@ -41,6 +41,17 @@ Options parseOptions(const QStringList& arguments)
         QStringLiteral("inspect"),
         QStringLiteral("Tell programs that connect to local socket <name> what is to be seen."),
         QStringLiteral("name"));
+    const QCommandLineOption record(
+        QStringLiteral("record"),
+        QStringLiteral("Record the panel's session in <file>, for --replay."),
+        QStringLiteral("file"));
+    const QCommandLineOption replay(
+        QStringLiteral("replay"),
+        QStringLiteral("Repeat the recording <file>, and quit: with 1 at the first request of the "
+                       "panel that is not the recorded one."),
+        QStringLiteral("file"));
+    const QCommandLineOption keepOpen(QStringLiteral("keep-open"),
+                                      QStringLiteral("Show how a replay ended, and do not quit."));
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("A host application to develop against: docks the panel, holds a project, "
@@ -48,6 +59,7 @@ Options parseOptions(const QStringList& arguments)
     parser.addHelpOption();
     parser.addOptions(
         {project, library, guiThread, tour, script, junit, pictures, selfTest, trace, inspect});
+    parser.addOptions({record, replay, keepOpen});
     parser.process(arguments);
 
     Options options;
@@ -61,5 +73,8 @@ Options parseOptions(const QStringList& arguments)
     options.selfTest = parser.isSet(selfTest);
     options.traceFile = parser.value(trace);
     options.inspectName = parser.value(inspect);
+    options.recordFile = parser.value(record);
+    options.replayFile = parser.value(replay);
+    options.keepOpen = parser.isSet(keepOpen);
     return options;
 }

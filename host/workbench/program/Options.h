@@ -16,6 +16,9 @@ struct Options
     bool selfTest = false;
     QString traceFile;   ///< Empty for none.
     QString inspectName; ///< Empty for no inspector.
+    QString recordFile;  ///< Empty for none.
+    QString replayFile;  ///< Empty for none.
+    bool keepOpen = false;
 };
 
 /// Parses the command line; the first one of `arguments` is the name of the program. Exits after

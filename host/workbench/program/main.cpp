@@ -3,6 +3,7 @@
 #include "host/workbench/dialogs/Prompts.h"
 #include "host/workbench/program/Inspector.h"
 #include "host/workbench/program/Options.h"
+#include "host/workbench/replay/Replay.h"
 #include "host/workbench/script/ScriptProgram.h"
 #include "host/workbench/script/Steps.h"
 #include "host/workbench/session/Session.h"
@@ -13,6 +14,7 @@
 #include "host/workbench/window/Language.h"
 #include "host/workbench/window/LogPanel.h"
 #include "host/workbench/window/MainWindow.h"
+#include "sdk/record/Recorder.h"
 
 #include <QApplication>
 #include <QDir>
@@ -42,6 +44,19 @@ void load(const Options& options, MainWindow& window, QString& problem)
         project = FileCommands::sampleProject();
     if (problem.isEmpty() && !project.isEmpty())
         window.files().open(project, problem);
+}
+
+/// Starts the recording if the command line asks for one.
+void record(const Options& options, MainWindow& window, QString& problem)
+{
+    CRecorder& recorder = window.session().recorder();
+    QObject::connect(&recorder, &CRecorder::failed, &window, [&](const QString& failure) {
+        std::cerr << "workbench: " << qPrintable(failure) << '\n';
+        if (!isUnattended(options))
+            showProblem(&window, failure);
+    });
+    if (!options.recordFile.isEmpty() && problem.isEmpty())
+        recorder.open(options.recordFile, problem);
 }
 
 /// Starts the trace file and the inspector if the command line asks for them.
@@ -111,6 +126,8 @@ int main(int argc, char** argv)
     if (unattended)
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, ownSettings.path());
 
+    if (!options.replayFile.isEmpty())
+        return runReplay({options.replayFile, options.library, options.keepOpen});
     ScriptProgram scripts(standardSteps(), scriptFiles(options));
     if (const int refused = scripts.load())
         return refused;
@@ -123,6 +140,7 @@ int main(int argc, char** argv)
     window.actions()[ActionId::GuiThreadEvents]->setChecked(options.guiThreadEvents);
     QString problem;
     observe(options, window, trace, inspector, problem);
+    record(options, window, problem);
     const bool isObserved = problem.isEmpty();
     load(options, window, problem);
     window.show();
@@ -134,5 +152,9 @@ int main(int argc, char** argv)
     }
     const int result = QApplication::exec();
     session.trace().flush();
-    return result == 0 && (!isObserved || trace.hasFailed()) ? 1 : result;
+    // The end of the panel is recorded, too.
+    if (session.recorder().isOpen())
+        session.closePanel();
+    const bool isLost = trace.hasFailed() || session.recorder().hasFailed();
+    return result == 0 && (!isObserved || isLost) ? 1 : result;
 }

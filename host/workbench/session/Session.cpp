@@ -5,6 +5,7 @@
 #include "host/workbench/handler/WorkbenchHandler.h"
 
 #include "Interface/TargetSelectAreaInterface.h"
+#include "sdk/record/Recorder.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -38,6 +39,7 @@ bool isPainting(const QWidget& panel)
 Session::Session(QObject* parent)
     : QObject(parent)
     , m_handler(std::make_shared<WorkbenchHandler>(m_store, m_notifier, m_trace))
+    , m_recorder(std::make_unique<CRecorder>())
 {
     m_handler->showTip = [this](const QString& text) { emit tip(text); };
     m_handler->showProgress = [this](int done, int total) { emit detectionProceeded(done, total); };
@@ -84,7 +86,9 @@ QWidget* Session::openPanel(QWidget* parent)
         return nullptr;
     connect(m_panel, &QObject::destroyed, this, &Session::cancelDetection);
     m_faultyHandler = makeHandler();
-    m_layer->m_controlHandler = m_faultyHandler;
+    m_unrecorded = m_layer;
+    m_layer = m_recorder->record(m_layer);
+    m_layer->m_controlHandler = m_recorder->record(m_faultyHandler);
     m_layer->Initialize();
     m_store.announceAll();
     return m_panel;
@@ -97,8 +101,11 @@ std::shared_ptr<FaultyHandler> Session::makeHandler()
     host.announceTree = [this] { m_store.announceTree(); };
     host.replaceHandler = [this] {
         m_faultyHandler = makeHandler();
-        if (layer())
-            m_layer->m_controlHandler = m_faultyHandler;
+        if (!layer())
+            return;
+        m_layer->m_controlHandler = m_recorder->record(m_faultyHandler);
+        // Initialize() and Reconnect() pass it on, and neither is called here.
+        m_unrecorded->m_controlHandler = m_layer->m_controlHandler;
     };
     host.destroyPanel = [this] { emit panelEndWanted(); };
     return std::make_shared<FaultyHandler>(m_handler, host);
@@ -111,8 +118,14 @@ void Session::cancelDetection()
 
 void Session::closePanel()
 {
+    // The last line of a recording is what the tree came to, which a replay compares.
+    if (layer() && m_recorder->isOpen()) {
+        ProcessorTreeSnapshot tree;
+        m_layer->GetProcessorTree(tree, false);
+    }
     delete m_panel;
     m_layer = nullptr;
+    m_recorder->forget();
 }
 
 bool Session::panelShowsProject() const

@@ -13,6 +13,7 @@
 
 #include <memory>
 
+class CRecorder;
 class ITargetSelectAreaInterface;
 class FaultyHandler;
 class WorkbenchHandler;
@@ -34,6 +35,9 @@ public:
     ProjectStore& store() { return m_store; }
     PanelLibrary& library() { return m_library; }
     FaultPlan& faults() { return m_faults; }
+
+    /// Returns what records the panels that are opened after its open().
+    CRecorder& recorder() { return *m_recorder; }
 
     /// Returns the layer interface of the panel, or null if there is no panel.
     ITargetSelectAreaInterface* layer() const;
@@ -79,6 +83,8 @@ private:
     FaultThread m_faultThread;
     std::shared_ptr<FaultyHandler> m_faultyHandler; // the one that the panel has
     PanelLibrary m_library;
+    std::unique_ptr<CRecorder> m_recorder;
     ITargetSelectAreaInterface* m_layer = nullptr; // the panel's, valid while m_panel is
+    ITargetSelectAreaInterface* m_unrecorded = nullptr; // the same without the recorder
     QPointer<QWidget> m_panel;
 };

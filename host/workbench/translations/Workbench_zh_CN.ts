@@ -271,6 +271,56 @@
     </message>
 </context>
 <context>
+    <name>CTraceReader</name>
+    <message>
+        <source>%1 is not a regular file</source>
+        <translation>%1 不是普通文件</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>无法读取 %1：%2</translation>
+    </message>
+    <message>
+        <source>%1, line %2: the recording ends inside this line</source>
+        <translation>%1，第 %2 行：录制在这一行中断</translation>
+    </message>
+    <message>
+        <source>this is not a recording</source>
+        <translation>这不是录制文件</translation>
+    </message>
+    <message>
+        <source>the recording has version %1 of the format, and this program reads version %2</source>
+        <translation>该录制的格式版本为 %1，本程序只能读取版本 %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing or wrong</source>
+        <translation>“%1”缺失或有误</translation>
+    </message>
+    <message>
+        <source>this is not an object</source>
+        <translation>这不是一个对象</translation>
+    </message>
+    <message>
+        <source>%1, line %2, column %3: %4</source>
+        <translation>%1，第 %2 行第 %3 列：%4</translation>
+    </message>
+</context>
+<context>
+    <name>CTraceWriter</name>
+    <message>
+        <source>it is not a regular file</source>
+        <translation>它不是普通文件</translation>
+    </message>
+    <message>
+        <source>the file that is there is not a recording</source>
+        <translation>该处已有的文件不是录制文件</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
+</context>
+<context>
     <name>ChangeCommands</name>
     <message>
         <source>Add group</source>
@@ -1148,6 +1198,86 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>Records of the project</source>
         <translation>工程的记录</translation>
+    </message>
+</context>
+<context>
+    <name>Replay</name>
+    <message>
+        <source>%1: the panel made the %2 recorded requests (%3 events, calls and gestures, %4 questions)</source>
+        <translation>%1：面板发出了录制的 %2 个请求（事件、调用和操作 %3 个，询问 %4 个）</translation>
+    </message>
+    <message>
+        <source>line %1</source>
+        <translation>第 %1 行</translation>
+    </message>
+    <message>
+        <source>end</source>
+        <translation>结尾</translation>
+    </message>
+    <message>
+        <source>%1, %2: the replay differs
+  recorded: %3
+  came:     %4</source>
+        <translation>%1，%2：重放与录制不同
+  录制：%3
+  实际：%4</translation>
+    </message>
+    <message>
+        <source>%1: there is nothing to replay</source>
+        <translation>%1：没有可重放的内容</translation>
+    </message>
+    <message>
+        <source>Replaying %1</source>
+        <translation>正在重放 %1</translation>
+    </message>
+</context>
+<context>
+    <name>ReplayPlayer</name>
+    <message>
+        <source>nothing within %1 s</source>
+        <translation>%1 秒内没有动静</translation>
+    </message>
+    <message>
+        <source>the panel does not show this widget</source>
+        <translation>面板没有显示该控件</translation>
+    </message>
+    <message>
+        <source>an event before has not returned</source>
+        <translation>前一个事件尚未返回</translation>
+    </message>
+    <message>
+        <source>the library returns no panel</source>
+        <translation>库没有返回面板</translation>
+    </message>
+    <message>
+        <source>this cannot be called: there is no panel, or no such operation</source>
+        <translation>无法调用：没有面板，或没有该操作</translation>
+    </message>
+</context>
+<context>
+    <name>ReplayProgress</name>
+    <message>
+        <source>never such a question; next is %1</source>
+        <translation>从未有过这样的询问；下一项是 %1</translation>
+    </message>
+    <message>
+        <source>the end</source>
+        <translation>结尾</translation>
+    </message>
+    <message>
+        <source>no more requests</source>
+        <translation>没有更多请求</translation>
+    </message>
+</context>
+<context>
+    <name>ReplayWindow</name>
+    <message>
+        <source>Workbench: replay</source>
+        <translation>工作台：重放</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>结果</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,92 @@
+#include "host/workbench/replay/Recording.h"
+
+#include "sdk/record/TraceValues.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace {
+
+/// How long the panel may take to show an event on another thread, in nanoseconds.
+constexpr qint64 kSettleTime = 100000000;
+
+} // namespace
+
+Recording::Recording(std::vector<CTraceEntry> entries, bool isCutOff)
+    : m_isCutOff(isCutOff)
+{
+    QSet<qint64> causes;
+    qint64 lastEvent = -kSettleTime;
+    for (const CTraceEntry& entry : entries) {
+        if (entry.kind != CTraceEntry::Kind::Call)
+            causes.insert(entry.cause);
+        if (entry.kind == CTraceEntry::Kind::Event)
+            lastEvent = std::max(lastEvent, entry.time + std::max<qint64>(entry.duration, 0));
+        else if (entry.time < lastEvent + kSettleTime)
+            m_inMotion.insert(entry.sequence);
+        if (entry.kind != CTraceEntry::Kind::Input && entry.duration < 0)
+            m_isCutOff = true;
+    }
+    for (CTraceEntry& entry : entries) {
+        if (entry.kind != CTraceEntry::Kind::Call) {
+            // The host's layout resizes at any time.
+            if (entry.kind != CTraceEntry::Kind::Event && entry.name != QLatin1String("resize"))
+                m_moments.push_back(entry.sequence);
+            m_drivers.push_back(std::move(entry));
+            continue;
+        }
+        const Operations::Operation* operation = Operations::find(entry.name.toUtf8().constData());
+        if (operation && operation->kind == Operations::Kind::Request) {
+            m_moments.push_back(entry.sequence);
+            m_requests.push_back(std::move(entry));
+            continue;
+        }
+        ++m_questionCount;
+        if (entry.thread.startsWith(QLatin1String("work")))
+            m_workQuestions.push_back(entry.sequence);
+        if (causes.contains(entry.sequence))
+            m_questions.insert(entry.sequence);
+        std::vector<CTraceEntry>& answers = m_answers[keyOf(entry.name, entry.arguments)];
+        entry.arguments = {};
+        answers.push_back(std::move(entry));
+    }
+}
+
+bool Recording::isInQuestion(const CTraceEntry& driver) const
+{
+    return m_questions.contains(driver.cause);
+}
+
+std::size_t Recording::workQuestionsBefore(const CTraceEntry& driver) const
+{
+    return static_cast<std::size_t>(
+        std::lower_bound(m_workQuestions.begin(), m_workQuestions.end(), driver.sequence)
+        - m_workQuestions.begin());
+}
+
+bool Recording::isTreeInMotion(const CTraceEntry& driver) const
+{
+    return m_inMotion.contains(driver.sequence);
+}
+
+const CTraceEntry* Recording::answer(const QString& name, const QJsonObject& arguments,
+                                     qint64 position) const
+{
+    const auto found = m_answers.constFind(keyOf(name, arguments));
+    if (found == m_answers.constEnd())
+        return nullptr;
+    const std::vector<CTraceEntry>& answers = *found;
+    const auto later = std::upper_bound(
+        answers.begin(), answers.end(), position,
+        [](qint64 sequence, const CTraceEntry& entry) { return sequence < entry.sequence; });
+    const auto moment = std::upper_bound(m_moments.begin(), m_moments.end(), position);
+    const bool isNow =
+        later != answers.end() && (moment == m_moments.end() || later->sequence < *moment);
+    return isNow || later == answers.begin() ? &*later : &*std::prev(later);
+}
+
+QByteArray Recording::keyOf(const QString& name, const QJsonObject& arguments)
+{
+    return name.toUtf8() + TraceValues::compact(arguments);
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "sdk/record/TraceEntry.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QSet>
+#include <QString>
+
+#include <cstddef>
+#include <vector>
+
+/// A recording, arranged for its replay.
+class Recording final
+{
+public:
+    /// `isCutOff` if the host ended before the recording did.
+    explicit Recording(std::vector<CTraceEntry> entries, bool isCutOff = false);
+
+    /// Returns whether the host ended inside a call or an event, or before its line was written.
+    bool isCutOff() const { return m_isCutOff; }
+
+    /// What comes from outside of the panel, in its order: events, layer calls and input.
+    const std::vector<CTraceEntry>& drivers() const { return m_drivers; }
+
+    /// What the panel asked the host to do, in its order.
+    const std::vector<CTraceEntry>& requests() const { return m_requests; }
+
+    /// Returns whether the host told this event inside a question, which may not come again.
+    bool isInQuestion(const CTraceEntry& driver) const;
+
+    /// Returns how many questions the panel's work thread had asked when `driver` began.
+    std::size_t workQuestionsBefore(const CTraceEntry& driver) const;
+
+    /// Returns whether the tree may have lagged behind the events when the host asked for it: one
+    /// had come shortly before.
+    bool isTreeInMotion(const CTraceEntry& driver) const;
+
+    std::size_t questionCount() const { return m_questionCount; }
+
+    /// Returns the answer to a question after `position`, the last entry that has been repeated;
+    /// null if there is none. It is the first one before the next request, gesture or call of the
+    /// host, because a host changes its project before it tells; else the last one up to
+    /// `position`, else any.
+    const CTraceEntry* answer(const QString& name, const QJsonObject& arguments,
+                              qint64 position) const;
+
+private:
+    static QByteArray keyOf(const QString& name, const QJsonObject& arguments);
+
+    std::vector<CTraceEntry> m_drivers;
+    std::vector<CTraceEntry> m_requests;
+    std::size_t m_questionCount = 0;
+    bool m_isCutOff;
+    std::vector<qint64> m_moments; // requests, gestures and calls of the host
+    std::vector<qint64> m_workQuestions;
+    QSet<qint64> m_inMotion;
+    QSet<qint64> m_questions; // those inside which something else happened
+    QHash<QByteArray, std::vector<CTraceEntry>> m_answers; // in the order of the questions
+};

@@ -1,0 +1,77 @@
+#include "host/workbench/replay/Replay.h"
+
+#include "host/workbench/replay/ReplayWindow.h"
+#include "sdk/record/TraceReader.h"
+
+#include <QApplication>
+#include <QDir>
+
+#include <iostream>
+
+namespace {
+
+struct Messages
+{
+    Q_DECLARE_TR_FUNCTIONS(Replay)
+};
+
+int refuse(const QString& problem)
+{
+    std::cerr << "workbench: " << qPrintable(problem) << '\n';
+    return 1;
+}
+
+QString counts(const QString& path, const Recording& recording)
+{
+    return Messages::tr("%1: the panel made the %2 recorded requests (%3 events, calls and "
+                        "gestures, %4 questions)")
+        .arg(QDir::toNativeSeparators(path))
+        .arg(recording.requests().size())
+        .arg(recording.drivers().size())
+        .arg(recording.questionCount());
+}
+
+QString differenceText(const QString& path, const Difference& difference)
+{
+    const QString place =
+        difference.line > 0 ? Messages::tr("line %1").arg(difference.line) : Messages::tr("end");
+    return Messages::tr("%1, %2: the replay differs\n  recorded: %3\n  came:     %4")
+        .arg(QDir::toNativeSeparators(path), place, difference.recorded, difference.came);
+}
+
+} // namespace
+
+int runReplay(const ReplayOptions& options)
+{
+    CTraceReader reader;
+    if (!reader.read(options.recording))
+        return refuse(reader.problem());
+    if (!reader.note().isEmpty())
+        std::cerr << "workbench: " << qPrintable(reader.note()) << '\n';
+    const auto recording =
+        std::make_shared<const Recording>(reader.entries(), !reader.note().isEmpty());
+    if (recording->drivers().empty())
+        return refuse(Messages::tr("%1: there is nothing to replay").arg(options.recording));
+    ReplayWindow window;
+    QString problem;
+    if (!window.library().load(options.library, problem))
+        return refuse(problem);
+    window.showText(Messages::tr("Replaying %1").arg(options.recording));
+    window.show();
+    int result = 0;
+    ReplayPlayer player(recording, window);
+    QObject::connect(&player, &ReplayPlayer::finished, &window, [&] {
+        const std::optional<Difference> difference = player.progress().difference();
+        result = difference ? 1 : 0;
+        const QString text = difference ? differenceText(options.recording, *difference)
+                                        : counts(options.recording, *recording);
+        (difference ? std::cerr << "workbench: " : std::cout) << qPrintable(text) << std::endl;
+        window.showText(text);
+        if (!options.keepOpen)
+            QCoreApplication::exit(result);
+    });
+    player.start();
+    QApplication::exec();
+    window.close();
+    return result;
+}

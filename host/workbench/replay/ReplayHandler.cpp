@@ -1,0 +1,86 @@
+#include "host/workbench/replay/ReplayHandler.h"
+
+#include "host/common/WorkThread.h"
+#include "sdk/record/TraceValues.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QMenu>
+#include <QThread>
+
+#include <utility>
+
+namespace {
+
+bool isGuiThread()
+{
+    return QThread::currentThread() == QCoreApplication::instance()->thread();
+}
+
+/// Adds the entries of the recorded host, which do nothing.
+void appendEntries(const CHandlerRelay::Call& call, const QJsonObject& outs)
+{
+    QMenu* menu = nullptr;
+    for (const QVariant& argument : call.arguments)
+        menu = menu ? menu : argument.value<QMenu*>();
+    const QJsonArray entries = outs.value(QLatin1String("entries")).toArray();
+    for (const QJsonValue& entry : entries) {
+        if (menu && entry.isNull())
+            menu->addSeparator();
+        else if (menu)
+            menu->addAction(entry.toString());
+    }
+}
+
+} // namespace
+
+ReplayHandler::ReplayHandler(std::shared_ptr<ReplayProgress> progress)
+    : CHandlerRelay(nullptr)
+    , m_progress(std::move(progress))
+{
+}
+
+CHandlerRelay::Answer ReplayHandler::call(const Call& call, const Ask&)
+{
+    const QString name = QLatin1String(call.operation.name);
+    const QJsonObject arguments = TraceValues::arguments(call);
+    const bool isRequest = call.operation.kind == Operations::Kind::Request;
+    const CTraceEntry* recorded =
+        isRequest ? m_progress->takeRequest(name, arguments) : m_progress->answer(name, arguments);
+    if (dynamic_cast<const CWorkThread*>(QThread::currentThread()))
+        m_progress->countWorkQuestion();
+    if (!recorded) {
+        if (!isRequest)
+            refuse(call);
+        return {};
+    }
+    while (const CTraceEntry* inside = m_progress->takeEventInside(*recorded)) {
+        Events::Event event;
+        TraceValues::readEvent(inside->arguments, event);
+        tellPanel(event);
+    }
+    if (isRequest && isGuiThread() && goOnInside)
+        goOnInside(*recorded);
+    appendEntries(call, recorded->outs);
+    Answer answer;
+    TraceValues::readAnswer(call.operation, recorded->answer, recorded->outs, answer);
+    return answer;
+}
+
+/// Notes a question that the recording has no answer to, if it is a difference.
+void ReplayHandler::refuse(const Call& call)
+{
+    if (m_progress->isOver() || m_progress->recording().isCutOff()
+        || (isGuiThread() && isPainting && isPainting()))
+        return;
+    const CTraceEntry* next = m_progress->nextRequest();
+    const CTraceEntry* driver = m_progress->nextDriver();
+    if (!next || (driver && driver->sequence < next->sequence))
+        next = driver;
+    m_progress->end(
+        Difference{next ? next->line : 0,
+                   ReplayProgress::tr("never such a question; next is %1")
+                       .arg(next ? next->text() : ReplayProgress::tr("the end")),
+                   QLatin1String(call.operation.name) + QLatin1Char(' ')
+                       + QString::fromUtf8(TraceValues::compact(TraceValues::arguments(call)))});
+}

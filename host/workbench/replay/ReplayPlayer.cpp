@@ -1,0 +1,284 @@
+#include "host/workbench/replay/ReplayPlayer.h"
+
+#include "host/workbench/replay/InputPlayer.h"
+#include "host/workbench/replay/ReplayHandler.h"
+
+#include "Interface/TargetSelectAreaInterface.h"
+#include "host/common/WorkThread.h"
+#include "sdk/record/LayerCalls.h"
+#include "sdk/record/TraceValues.h"
+
+#include <QEventLoop>
+#include <QMetaObject>
+#include <QWidget>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// How long the panel may take for the next step. It waits for the GUI thread up to 5 s.
+constexpr int kPatienceMs = 10000;
+/// How long a step waits for questions that came before it, and may not come again.
+constexpr int kQuestionMs = 200;
+/// How long nothing more may come at the end.
+constexpr int kQuietMs = 300;
+/// How long the GUI thread waits inside a request for an event that came inside it.
+constexpr int kInsideMs = 1000;
+constexpr int kPollMs = 2;
+/// Rounds of the event loop in which layouts and menus settle before a gesture.
+constexpr int kRoundsBeforeGesture = 3;
+constexpr int kShown = 300;
+
+/// Returns the part of `text` around the first character in which it differs from `other`.
+QString partOf(const QString& text, const QString& other)
+{
+    const auto differing =
+        std::mismatch(text.begin(), text.end(), other.begin(), other.end()).first;
+    const int at = static_cast<int>(differing - text.begin());
+    const int first = std::max(at - kShown / 2, 0);
+    return (first > 0 ? QStringLiteral("...") : QString()) + text.mid(first, kShown)
+           + (text.size() > first + kShown ? QStringLiteral("...") : QString());
+}
+
+QString textOf(const QJsonValue& answer)
+{
+    return answer.isUndefined() ? QStringLiteral("nothing")
+                                : QString::fromUtf8(TraceValues::compact(answer));
+}
+
+} // namespace
+
+ReplayPlayer::ReplayPlayer(std::shared_ptr<const Recording> recording, ReplayStage& stage,
+                           QObject* parent)
+    : QObject(parent)
+    , m_progress(std::make_shared<ReplayProgress>(std::move(recording)))
+    , m_stage(stage)
+    , m_handler(std::make_shared<ReplayHandler>(m_progress))
+{
+    m_handler->goOnInside = [this](const CTraceEntry& call) { goOnInside(call); };
+    m_handler->isPainting = [this] { return isPainting(); };
+    m_poll.setSingleShot(true);
+    connect(&m_poll, &QTimer::timeout, this, &ReplayPlayer::schedule);
+}
+
+ReplayPlayer::~ReplayPlayer()
+{
+    m_progress->end();
+    m_handler->goOnInside = {};
+    m_handler->isPainting = {};
+}
+
+void ReplayPlayer::start()
+{
+    m_idle.start();
+    schedule();
+}
+
+/// Posts a step: a timer does not fire inside its own slot, which a dialog may keep open.
+void ReplayPlayer::schedule()
+{
+    if (!std::exchange(m_isPosted, true))
+        QMetaObject::invokeMethod(this, &ReplayPlayer::step, Qt::QueuedConnection);
+}
+
+void ReplayPlayer::step()
+{
+    m_isPosted = false;
+    if (m_isFinished)
+        return;
+    if (m_progress->isOver()) {
+        conclude();
+        return;
+    }
+    if (std::exchange(m_steps, m_progress->steps()) != m_progress->steps()) {
+        m_idle.start();
+        m_rounds = 0;
+    }
+    ++m_rounds;
+    const CTraceEntry* driver = m_progress->nextDriver();
+    if (!driver && !m_progress->nextRequest() && m_running.empty() && m_idle.hasExpired(kQuietMs)) {
+        m_progress->end();
+        conclude();
+        return;
+    }
+    if (!driver || !m_progress->isDue(*driver) || isEventRunningBefore(*driver)) {
+        wait();
+        return;
+    }
+    const bool isGesture = driver->kind == CTraceEntry::Kind::Input;
+    if (isGesture && m_rounds < kRoundsBeforeGesture) {
+        m_poll.start(0);
+        return;
+    }
+    const bool isForWidget = isGesture && m_stage.panel();
+    if (isForWidget && !InputPlayer::target(*m_stage.panel(), *driver)
+        && !(m_idle.hasExpired(kQuestionMs) && InputPlayer::isForAnyWidget(*driver))) {
+        wait();
+        return;
+    }
+    // Whoever asks the question tells the event. The work thread may ask in another order.
+    const bool isEarly =
+        m_progress->recording().isInQuestion(*driver) || m_progress->isWorkBehind(*driver)
+        || (driver->kind != CTraceEntry::Kind::Event && CWorkThread::PendingJobs() > 0);
+    if (isEarly && !m_idle.hasExpired(kQuestionMs)) {
+        wait();
+        return;
+    }
+    m_progress->takeDriver();
+    schedule();
+    perform(*driver);
+}
+
+/// Comes back soon, unless the panel has taken too long.
+void ReplayPlayer::wait()
+{
+    if (m_idle.hasExpired(kPatienceMs))
+        giveUp();
+    m_poll.start(kPollMs);
+}
+
+void ReplayPlayer::giveUp()
+{
+    const CTraceEntry* driver = m_progress->nextDriver();
+    const CTraceEntry* request = m_progress->nextRequest();
+    if (request && (!driver || request->sequence < driver->sequence)) {
+        m_progress->end(Difference{request->line, request->text(),
+                                   tr("nothing within %1 s").arg(kPatienceMs / 1000)});
+    } else if (driver && driver->kind == CTraceEntry::Kind::Input && m_running.empty()) {
+        m_progress->end(
+            Difference{driver->line, driver->text(), tr("the panel does not show this widget")});
+    } else {
+        m_progress->end(Difference{driver ? driver->line : 0, driver ? driver->text() : QString(),
+                                   tr("an event before has not returned")});
+    }
+}
+
+void ReplayPlayer::conclude()
+{
+    if (!std::exchange(m_isFinished, true))
+        emit finished();
+}
+
+/// Returns whether an event still goes on that had ended before `driver` in the recording.
+bool ReplayPlayer::isEventRunningBefore(const CTraceEntry& driver) const
+{
+    return std::any_of(m_running.begin(), m_running.end(),
+                       [&](const auto& event) { return event.second < driver.time; });
+}
+
+void ReplayPlayer::perform(const CTraceEntry& driver)
+{
+    switch (driver.kind) {
+    case CTraceEntry::Kind::Event:
+        raise(driver);
+        break;
+    case CTraceEntry::Kind::Layer:
+        callLayer(driver);
+        break;
+    default:
+        gesture(driver);
+    }
+}
+
+void ReplayPlayer::raise(const CTraceEntry& driver)
+{
+    if (driver.thread != QLatin1String("gui")) {
+        raiseElsewhere(driver);
+        return;
+    }
+    Events::Event event;
+    TraceValues::readEvent(driver.arguments, event);
+    m_handler->tellPanel(event);
+}
+
+std::shared_ptr<ReplayPlayer::Delivery> ReplayPlayer::raiseElsewhere(const CTraceEntry& driver)
+{
+    Events::Event event;
+    TraceValues::readEvent(driver.arguments, event);
+    m_running.emplace(driver.sequence, driver.end());
+    auto delivery = std::make_shared<Delivery>();
+    m_threads.run(driver.thread,
+                  [this, handler = m_handler, event, delivery, number = driver.sequence] {
+                      delivery->begun.release();
+                      handler->tellPanel(event);
+                      delivery->done.release();
+                      QMetaObject::invokeMethod(
+                          this,
+                          [this, number] {
+                              m_running.erase(number);
+                              m_idle.start();
+                              schedule();
+                          },
+                          Qt::QueuedConnection);
+                  });
+    return delivery;
+}
+
+void ReplayPlayer::callLayer(const CTraceEntry& driver)
+{
+    if (driver.name == QLatin1String("TargetSelectArea_Init")) {
+        const QSize size(driver.arguments.value(QLatin1String("width")).toInt(),
+                         driver.arguments.value(QLatin1String("height")).toInt());
+        if (!m_stage.open(size, m_handler))
+            m_progress->end(
+                Difference{driver.line, driver.text(), tr("the library returns no panel")});
+        return;
+    }
+    if (driver.name == QLatin1String("Destroy")) {
+        m_stage.close();
+        return;
+    }
+    QJsonValue answer(QJsonValue::Undefined);
+    if (!m_stage.layer()
+        || !LayerCalls::repeat(*m_stage.layer(), driver.name, driver.arguments, answer)) {
+        m_progress->end(Difference{driver.line, driver.text(),
+                                   tr("this cannot be called: there is no panel, or no such "
+                                      "operation")});
+        return;
+    }
+    const bool isCompared = driver.duration >= 0
+                            && (driver.name != QLatin1String("GetProcessorTree")
+                                || !m_progress->recording().isTreeInMotion(driver));
+    if (!isCompared || answer == driver.answer)
+        return;
+    const QString recorded = textOf(driver.answer);
+    const QString came = textOf(answer);
+    m_progress->end(Difference{
+        driver.line, QStringLiteral("%1 = %2").arg(driver.text(), partOf(recorded, came)),
+        QStringLiteral("%1 = %2").arg(driver.text(), partOf(came, recorded))});
+}
+
+void ReplayPlayer::gesture(const CTraceEntry& driver)
+{
+    if (!m_stage.panel())
+        return;
+    QWidget* widget = InputPlayer::target(*m_stage.panel(), driver);
+    InputPlayer::perform(widget ? *widget : InputPlayer::nearest(*m_stage.panel(), driver), driver);
+}
+
+void ReplayPlayer::goOnInside(const CTraceEntry& call)
+{
+    // What the panel does with an event depends on whether it is inside the request. The panel lets
+    // the notifying thread go soon, so this wait ends.
+    while (const CTraceEntry* driver = m_progress->takeEventDuring(call)) {
+        const std::shared_ptr<Delivery> delivery = raiseElsewhere(*driver);
+        QSemaphore& reached = driver->end() < call.end() ? delivery->done : delivery->begun;
+        reached.tryAcquire(1, kInsideMs);
+    }
+    QEventLoop loop;
+    while (!m_progress->isOver() && m_progress->isGuiBusyUntilEndOf(call)) {
+        schedule();
+        loop.processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
+/// Returns whether the panel or a part of it is inside its paint event.
+bool ReplayPlayer::isPainting() const
+{
+    const QWidget* panel = m_stage.panel();
+    const QList<QWidget*> parts = panel ? panel->findChildren<QWidget*>() : QList<QWidget*>();
+    return std::any_of(parts.begin(), parts.end(), [](const QWidget* part) {
+        return part->testAttribute(Qt::WA_WState_InPaintEvent);
+    });
+}

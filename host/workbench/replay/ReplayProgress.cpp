@@ -1,0 +1,145 @@
+#include "host/workbench/replay/ReplayProgress.h"
+
+#include "sdk/record/TraceValues.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+QString textOf(const QString& name, const QJsonObject& arguments)
+{
+    return name + QLatin1Char(' ') + QString::fromUtf8(TraceValues::compact(arguments));
+}
+
+} // namespace
+
+ReplayProgress::ReplayProgress(std::shared_ptr<const Recording> recording)
+    : m_recording(std::move(recording))
+{
+}
+
+const CTraceEntry* ReplayProgress::takeRequest(const QString& name, const QJsonObject& arguments)
+{
+    const CTraceEntry* next = nextRequest();
+    if (isOver())
+        return nullptr;
+    if (next && next->name == name && next->arguments == arguments) {
+        const std::lock_guard guard(m_mutex);
+        ++m_request;
+        m_position = std::max(m_position, next->sequence);
+        return next;
+    }
+    if (next)
+        end(Difference{next->line, next->text(), textOf(name, arguments)});
+    else if (m_recording->isCutOff())
+        end();
+    else
+        end(Difference{0, tr("no more requests"), textOf(name, arguments)});
+    return nullptr;
+}
+
+const CTraceEntry* ReplayProgress::answer(const QString& name, const QJsonObject& arguments) const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_recording->answer(name, arguments, m_position);
+}
+
+void ReplayProgress::countWorkQuestion()
+{
+    const std::lock_guard guard(m_mutex);
+    ++m_workQuestions;
+}
+
+bool ReplayProgress::isWorkBehind(const CTraceEntry& driver) const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_workQuestions < m_recording->workQuestionsBefore(driver);
+}
+
+const CTraceEntry* ReplayProgress::nextDriver() const
+{
+    const std::lock_guard guard(m_mutex);
+    const auto& drivers = m_recording->drivers();
+    return m_driver < drivers.size() ? &drivers[m_driver] : nullptr;
+}
+
+const CTraceEntry* ReplayProgress::nextRequest() const
+{
+    const std::lock_guard guard(m_mutex);
+    const auto& requests = m_recording->requests();
+    return m_request < requests.size() ? &requests[m_request] : nullptr;
+}
+
+bool ReplayProgress::isDue(const CTraceEntry& driver) const
+{
+    const CTraceEntry* request = nextRequest();
+    return !request || request->sequence > driver.sequence;
+}
+
+void ReplayProgress::takeDriver()
+{
+    const std::lock_guard guard(m_mutex);
+    m_position = std::max(m_position, m_recording->drivers()[m_driver].sequence);
+    ++m_driver;
+}
+
+const CTraceEntry* ReplayProgress::takeEventInside(const CTraceEntry& cause)
+{
+    const CTraceEntry* driver = nextDriver();
+    if (!driver || isOver() || driver->kind != CTraceEntry::Kind::Event
+        || driver->cause != cause.sequence || !isDue(*driver))
+        return nullptr;
+    takeDriver();
+    return driver;
+}
+
+const CTraceEntry* ReplayProgress::takeEventDuring(const CTraceEntry& call)
+{
+    const CTraceEntry* driver = nextDriver();
+    if (!driver || isOver() || driver->kind != CTraceEntry::Kind::Event
+        || driver->thread == QLatin1String("gui") || driver->time >= call.end()
+        || m_recording->isInQuestion(*driver) || !isDue(*driver))
+        return nullptr;
+    takeDriver();
+    return driver;
+}
+
+bool ReplayProgress::isGuiBusyUntilEndOf(const CTraceEntry& entry) const
+{
+    const std::lock_guard guard(m_mutex);
+    const auto& requests = m_recording->requests();
+    if (m_request < requests.size() && requests[m_request].time < entry.end())
+        return true;
+    const auto& drivers = m_recording->drivers();
+    for (std::size_t at = m_driver; at < drivers.size() && drivers[at].time < entry.end(); ++at) {
+        if (drivers[at].thread == QLatin1String("gui"))
+            return true;
+    }
+    return false;
+}
+
+void ReplayProgress::end(std::optional<Difference> difference)
+{
+    const std::lock_guard guard(m_mutex);
+    if (!std::exchange(m_isOver, true))
+        m_difference = std::move(difference);
+}
+
+bool ReplayProgress::isOver() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_isOver;
+}
+
+std::optional<Difference> ReplayProgress::difference() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_difference;
+}
+
+qint64 ReplayProgress::steps() const
+{
+    const std::lock_guard guard(m_mutex);
+    return static_cast<qint64>(m_driver + m_request);
+}

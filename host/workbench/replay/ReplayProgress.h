@@ -1,0 +1,82 @@
+#pragma once
+
+#include "host/workbench/replay/Recording.h"
+
+#include <QCoreApplication>
+#include <QString>
+
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+/// Where the panel behaved otherwise than in the recording.
+struct Difference
+{
+    int line = 0;     ///< Of the recording; 0 for its end.
+    QString recorded; ///< What the recording has there.
+    QString came;     ///< What came instead.
+};
+
+/// How far a replay has come. Thread-safe.
+class ReplayProgress final
+{
+    Q_DECLARE_TR_FUNCTIONS(ReplayProgress)
+
+public:
+    explicit ReplayProgress(std::shared_ptr<const Recording> recording);
+
+    const Recording& recording() const { return *m_recording; }
+
+    /// Compares a request of the panel with the next recorded one. Returns it, or null after the
+    /// first difference, which is noted.
+    const CTraceEntry* takeRequest(const QString& name, const QJsonObject& arguments);
+
+    /// Returns the recorded answer to a question, null for none.
+    const CTraceEntry* answer(const QString& name, const QJsonObject& arguments) const;
+
+    /// Counts a question of the panel's work thread.
+    void countWorkQuestion();
+
+    /// Returns whether the work thread still has to ask what it asked before `driver`.
+    bool isWorkBehind(const CTraceEntry& driver) const;
+
+    /// Return what comes next, null for nothing.
+    const CTraceEntry* nextDriver() const;
+    const CTraceEntry* nextRequest() const;
+
+    /// Returns whether all requests have come that the panel made before `driver`.
+    bool isDue(const CTraceEntry& driver) const;
+
+    /// Marks the next driver as repeated.
+    void takeDriver();
+
+    /// Takes the next driver and returns it if it is an event that was told inside `cause`.
+    const CTraceEntry* takeEventInside(const CTraceEntry& cause);
+
+    /// Takes the next driver and returns it if it is an event that another thread told before the
+    /// end of `call`, which goes on on the GUI thread.
+    const CTraceEntry* takeEventDuring(const CTraceEntry& call);
+
+    /// Returns whether the GUI thread did something between now and the end of `entry`.
+    bool isGuiBusyUntilEndOf(const CTraceEntry& entry) const;
+
+    /// Ends the replay, with its first difference or without one. Later calls have no effect.
+    void end(std::optional<Difference> difference = {});
+
+    bool isOver() const;
+    std::optional<Difference> difference() const;
+
+    /// Returns a number that grows with each step.
+    qint64 steps() const;
+
+private:
+    const std::shared_ptr<const Recording> m_recording;
+    mutable std::mutex m_mutex;
+    std::size_t m_driver = 0;               // guarded by m_mutex
+    std::size_t m_request = 0;              // guarded by m_mutex
+    std::size_t m_workQuestions = 0;        // guarded by m_mutex
+    qint64 m_position = 0;                  // guarded by m_mutex
+    bool m_isOver = false;                  // guarded by m_mutex
+    std::optional<Difference> m_difference; // guarded by m_mutex
+};

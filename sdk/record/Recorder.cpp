@@ -1,0 +1,74 @@
+#include "sdk/record/Recorder.h"
+
+#include "sdk/record/InputRecorder.h"
+#include "sdk/record/RecordingHandler.h"
+#include "sdk/record/RecordingLayer.h"
+
+#include <QJsonObject>
+#include <QLocale>
+#include <QVariant>
+#include <QWidget>
+
+#include <utility>
+
+CRecorder::CRecorder(QObject* parent)
+    : QObject(parent)
+    , m_writer(std::make_shared<CTraceWriter>())
+{
+}
+
+CRecorder::~CRecorder() = default;
+
+bool CRecorder::open(const QString& path, QString& problem)
+{
+    // Lines are written on several threads; the signal is emitted on the thread of this object.
+    m_writer->onFailure = [self = QPointer<CRecorder>(this)](const QString& reason) {
+        QMetaObject::invokeMethod(
+            self, [self, reason] { emit self->failed(reason); }, Qt::QueuedConnection);
+    };
+    if (!m_writer->open(path, problem))
+        return false;
+    m_input = new CInputRecorder(m_writer, this);
+    return true;
+}
+
+std::shared_ptr<ITargetSelectInterfaceHandler>
+CRecorder::record(std::shared_ptr<ITargetSelectInterfaceHandler> handler)
+{
+    if (!isOpen() || !handler)
+        return handler;
+    return std::make_shared<CRecordingHandler>(std::move(handler), m_writer);
+}
+
+ITargetSelectAreaInterface* CRecorder::record(ITargetSelectAreaInterface* layer)
+{
+    QWidget* panel = layer ? layer->GetWidget() : nullptr;
+    if (!isOpen() || !panel)
+        return layer;
+    m_layer = std::make_unique<CRecordingLayer>(*layer, m_writer);
+    const bool isNew = m_panel != panel;
+    m_panel = panel;
+    m_input->watch(panel);
+    if (!isNew)
+        return m_layer.get();
+    {
+        const CTraceScope scope(
+            *m_writer, CTraceEntry::Kind::Layer, QStringLiteral("TargetSelectArea_Init"),
+            {{QStringLiteral("libraryVersion"), panel->property("libraryVersion").toString()},
+             {QStringLiteral("locale"), QLocale().name()},
+             {QStringLiteral("width"), panel->width()},
+             {QStringLiteral("height"), panel->height()}});
+    }
+    connect(panel, &QObject::destroyed, this, &CRecorder::noteEnd);
+    return m_layer.get();
+}
+
+void CRecorder::forget()
+{
+    m_layer.reset();
+}
+
+void CRecorder::noteEnd()
+{
+    const CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("Destroy"), {});
+}

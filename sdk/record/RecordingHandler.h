@@ -1,0 +1,22 @@
+#pragma once
+
+#include "sdk/record/TraceWriter.h"
+#include "sdk/relay/HandlerRelay.h"
+
+#include <memory>
+
+/// Records each call of the panel and each event of the host, and passes them on unchanged.
+class CRecordingHandler final : public CHandlerRelay
+{
+public:
+    /// `writer` lives as long as this object.
+    CRecordingHandler(std::shared_ptr<ITargetSelectInterfaceHandler> host,
+                      std::shared_ptr<CTraceWriter> writer);
+
+protected:
+    Answer call(const Call& call, const Ask& ask) override;
+    void event(const Events::Event& event, const Deliver& deliver) override;
+
+private:
+    const std::shared_ptr<CTraceWriter> m_writer;
+};

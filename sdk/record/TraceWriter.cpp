@@ -1,0 +1,187 @@
+#include "sdk/record/TraceWriter.h"
+
+#include "Interface/TargetSelectArea.h"
+#include "host/common/WorkThread.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QSysInfo>
+#include <QThread>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+constexpr const char* kHeaderStart = "{\"trace\":\"targetselect-record\",";
+
+struct Messages
+{
+    Q_DECLARE_TR_FUNCTIONS(CTraceWriter)
+};
+
+struct Open
+{
+    const CTraceWriter* writer;
+    qint64 sequence;
+    bool isEvent;
+};
+
+/// What goes on, on this thread, outermost first.
+thread_local std::vector<Open> t_open;
+
+bool isGuiThread()
+{
+    const QCoreApplication* application = QCoreApplication::instance();
+    return application && application->thread() == QThread::currentThread();
+}
+
+/// Returns what the calling thread is, and its number. `isNotifying` if an event goes on there.
+QString threadName(bool isNotifying)
+{
+    if (isGuiThread())
+        return QStringLiteral("gui");
+    static std::atomic<int> last{0};
+    thread_local const int number = ++last;
+    const bool isWork = dynamic_cast<const CWorkThread*>(QThread::currentThread()) != nullptr;
+    const auto* kind = isWork ? "work" : isNotifying ? "notify" : "other";
+    return QStringLiteral("%1 %2").arg(QLatin1String(kind)).arg(number);
+}
+
+/// Returns why `path` cannot be replaced by a recording; empty if it can.
+QString obstacle(const QString& path)
+{
+    const QFileInfo existing(path);
+    // Opening a pipe could block.
+    if (existing.exists() && !existing.isFile())
+        return Messages::tr("it is not a regular file");
+    if (existing.size() == 0)
+        return {};
+    QFile former(path);
+    const QByteArray start(kHeaderStart);
+    if (former.open(QIODevice::ReadOnly) && former.read(start.size()) == start)
+        return {};
+    return Messages::tr("the file that is there is not a recording");
+}
+
+QString problemText(const QString& path, const QString& reason)
+{
+    return Messages::tr("%1 cannot be written: %2").arg(QDir::toNativeSeparators(path), reason);
+}
+
+QByteArray header()
+{
+    return kHeaderStart + QByteArray("\"version\":") + QByteArray::number(kTraceVersion)
+           + ",\"library\":\"" TARGETSELECTRECORD_VERSION "\",\"interface\":"
+           + QByteArray::number(TARGETSELECTAREA_INTERFACE_VERSION) + ",\"started\":\""
+           + QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs).toLatin1()
+           + "\",\"platform\":\""
+           + QStringLiteral("%1 %2, Qt %3")
+                 .arg(QSysInfo::prettyProductName(), QSysInfo::currentCpuArchitecture(),
+                      QString::fromLatin1(qVersion()))
+                 .remove(QLatin1Char('"'))
+                 .remove(QLatin1Char('\\'))
+                 .toUtf8()
+           + "\"}";
+}
+
+} // namespace
+
+bool CTraceWriter::open(const QString& path, QString& problem)
+{
+    const std::lock_guard guard(m_mutex);
+    const QString reason = obstacle(path);
+    if (!reason.isEmpty()) {
+        problem = problemText(path, reason);
+        return false;
+    }
+    m_file.setFileName(path);
+    const QByteArray first = header() + '\n';
+    // Lines end alike everywhere.
+    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate)
+        || m_file.write(first) != first.size() || !m_file.flush()) {
+        problem = problemText(path, m_file.errorString());
+        return false;
+    }
+    m_clock.start();
+    m_isOpen = true;
+    return true;
+}
+
+void CTraceWriter::addInput(const QString& name, const QJsonObject& arguments)
+{
+    CTraceEntry entry;
+    entry.kind = CTraceEntry::Kind::Input;
+    entry.name = name;
+    entry.arguments = arguments;
+    begin(entry);
+    write(entry);
+    m_input = entry.sequence;
+}
+
+/// Sets when and where `entry` begins, and inside which other one.
+void CTraceWriter::begin(CTraceEntry& entry)
+{
+    const bool isEvent = entry.kind == CTraceEntry::Kind::Event;
+    const bool isNotifying =
+        isEvent
+        || std::any_of(t_open.begin(), t_open.end(), [](const Open& open) { return open.isEvent; });
+    entry.thread = threadName(isNotifying);
+    for (const Open& open : t_open) {
+        if (open.writer == this)
+            entry.cause = open.sequence;
+    }
+    if (isGuiThread())
+        entry.cause = std::max<qint64>(entry.cause, m_input);
+    const std::lock_guard guard(m_mutex);
+    entry.sequence = ++m_sequence;
+    entry.time = m_clock.isValid() ? m_clock.nsecsElapsed() : 0;
+}
+
+void CTraceWriter::write(const CTraceEntry& entry)
+{
+    if (m_isOpen)
+        writeLine(entry.toJson() + '\n');
+}
+
+void CTraceWriter::writeLine(const QByteArray& line)
+{
+    QString problem;
+    {
+        const std::lock_guard guard(m_mutex);
+        if (m_hasFailed || (m_file.write(line) == line.size() && m_file.flush()))
+            return;
+        m_hasFailed = true;
+        problem = problemText(m_file.fileName(), m_file.errorString());
+    }
+    if (onFailure)
+        onFailure(problem);
+}
+
+CTraceScope::CTraceScope(CTraceWriter& writer, CTraceEntry::Kind kind, const QString& name,
+                         const QJsonObject& arguments, bool isShort)
+    : m_writer(writer)
+{
+    m_entry.kind = kind;
+    m_entry.name = name;
+    m_entry.arguments = arguments;
+    m_writer.begin(m_entry);
+    t_open.push_back({&m_writer, m_entry.sequence, kind == CTraceEntry::Kind::Event});
+    if (!isShort)
+        m_writer.write(m_entry);
+}
+
+CTraceScope::~CTraceScope()
+{
+    t_open.pop_back();
+    m_entry.duration = std::max<qint64>(m_writer.m_clock.nsecsElapsed() - m_entry.time, 0);
+    m_writer.write(m_entry);
+}
+
+void CTraceScope::setAnswer(const QJsonValue& answer, const QJsonObject& outs)
+{
+    m_entry.answer = answer;
+    m_entry.outs = outs;
+}

@@ -1,0 +1,315 @@
+#include "sdk/record/TraceReader.h"
+#include "sdk/record/TraceValues.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kLimitMs = 60000;
+
+struct Outcome
+{
+    int exitCode = -1;
+    QString output;
+    QString errors;
+};
+
+Outcome run(const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    Outcome outcome;
+    if (!process.waitForFinished(kLimitMs))
+        return outcome;
+    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
+    outcome.errors = QString::fromUtf8(process.readAllStandardError());
+    if (process.exitStatus() == QProcess::NormalExit)
+        outcome.exitCode = process.exitCode();
+    return outcome;
+}
+
+Outcome workbench(const QStringList& arguments)
+{
+    return run(QStringLiteral(WORKBENCH_PROGRAM),
+               QStringList{QStringLiteral("--library"), QStringLiteral(PANEL_LIBRARY)} + arguments);
+}
+
+Outcome replay(const QString& path)
+{
+    return workbench({QStringLiteral("--replay"), path});
+}
+
+QByteArray content(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool write(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+/// Returns the number of the line in which `part` begins.
+int lineOf(const QByteArray& text, const QByteArray& part)
+{
+    return text.left(text.indexOf(part)).count('\n') + 1;
+}
+
+QByteArray without(const QByteArray& text, const QByteArray& name)
+{
+    QByteArray kept;
+    for (const QByteArray& line : text.split('\n')) {
+        if (!line.contains("\"name\":\"" + name + '"') && !line.isEmpty())
+            kept += line + '\n';
+    }
+    return kept;
+}
+
+} // namespace
+
+/// A recording of a host that is not the workbench, replayed by the built workbench.
+class ReplayTest final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void shouldRepeatTheSessionOfAnotherHost();
+    void shouldWriteWholeNames();
+    void shouldShowBothSidesOfAnotherRequest();
+    void shouldNoticeALostEvent();
+    void shouldNoticeAnotherTree();
+    void shouldReplayUntilTheHostEnded();
+    void shouldRefuseWhatIsNoRecording_data();
+    void shouldRefuseWhatIsNoRecording();
+    void shouldRecordInTheWorkbench();
+    void shouldNotRecordOverOtherFiles_data();
+    void shouldNotRecordOverOtherFiles();
+    void shouldFailWhenTheRecordingEnds();
+    void shouldReplayManyLines();
+
+private:
+    QString file(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
+
+    const QTemporaryDir m_folder;
+    QByteArray m_recording;
+};
+
+void ReplayTest::initTestCase()
+{
+    const Outcome outcome =
+        run(QStringLiteral(RECORDED_HOST), {QStringLiteral(PANEL_LIBRARY), file("session.jsonl")});
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    m_recording = content(file("session.jsonl"));
+    QVERIFY(m_recording.contains("\"name\":\"DeleteProcessors\""));
+}
+
+void ReplayTest::shouldRepeatTheSessionOfAnotherHost()
+{
+    const Outcome outcome = replay(file("session.jsonl"));
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    QVERIFY2(outcome.output.contains(QStringLiteral("recorded requests")),
+             qPrintable(outcome.output));
+}
+
+void ReplayTest::shouldWriteWholeNames()
+{
+    CTraceReader reader;
+    QVERIFY2(reader.read(file("session.jsonl")), qPrintable(reader.problem()));
+    const auto& entries = reader.entries();
+    const auto list = std::find_if(entries.begin(), entries.end(), [](const CTraceEntry& entry) {
+        return entry.name == QLatin1String("GetAllProcessorNodes");
+    });
+    QVERIFY(list != entries.end());
+    const auto nodes = TraceValues::fromJson(list->answer, qMetaTypeId<QList<ProcessorNode>>())
+                           .value<QList<ProcessorNode>>();
+    QCOMPARE(nodes.size(), 3);
+    QVERIFY(nodes.at(0).name.contains(QStringLiteral("\n{\"seq\":1,")));
+    QCOMPARE(nodes.at(1).name, QStringLiteral("\u5c55\u89c8 \U0001F600"));
+    QCOMPARE(nodes.at(2).name, QString(QChar(0xD83D)) + QStringLiteral(" half"));
+    QCOMPARE(nodes.at(2).hostAttribute8, (qint64{1} << 60) + 2);
+    QCOMPARE(nodes.at(2).hostAttribute12, 60.1F);
+    // The name with a line in it forges none.
+    QVERIFY(std::none_of(entries.begin(), entries.end(), [](const CTraceEntry& entry) {
+        return entry.name == QLatin1String("ClearIPList");
+    }));
+}
+
+void ReplayTest::shouldShowBothSidesOfAnotherRequest()
+{
+    QByteArray changed = m_recording;
+    const int begin = changed.indexOf("\"name\":\"RenameProcessor\"");
+    QVERIFY(begin > 0);
+    changed.replace("New name\"", "Old name\"");
+    QVERIFY(write(file("renamed.jsonl"), changed));
+    const Outcome outcome = replay(file("renamed.jsonl"));
+    QCOMPARE(outcome.exitCode, 1);
+    const QStringList expected{
+        // The line at its end is the one that counts.
+        QStringLiteral("line %1:")
+            .arg(lineOf(changed.mid(begin + 1), "\"name\":\"RenameProcessor\"")
+                 + lineOf(changed, "\"name\":\"RenameProcessor\"") - 1),
+        QStringLiteral("recorded: RenameProcessor {\"id\":"), QStringLiteral("\"Old name\""),
+        QStringLiteral("came:     RenameProcessor {\"id\":"), QStringLiteral("\"New name\"")};
+    for (const QString& part : expected)
+        QVERIFY2(outcome.errors.contains(part), qPrintable(part + outcome.errors));
+}
+
+void ReplayTest::shouldNoticeALostEvent()
+{
+    QVERIFY(write(file("lost.jsonl"), without(m_recording, "TreeReset")));
+    const Outcome outcome = replay(file("lost.jsonl"));
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(QStringLiteral("recorded: "))
+                 && outcome.errors.contains(QStringLiteral("came:     ")),
+             qPrintable(outcome.errors));
+}
+
+void ReplayTest::shouldNoticeAnotherTree()
+{
+    QByteArray changed = m_recording;
+    const int tree = changed.lastIndexOf("\"name\":\"GetProcessorTree\"");
+    const int name = changed.indexOf("Fourth", tree);
+    QVERIFY(name > tree);
+    changed.replace(name, 6, "Fifth!");
+    // Long after the last event.
+    const int line = changed.lastIndexOf('\n', tree) + 1;
+    const int time = changed.indexOf("\"ms\":", line) + 5;
+    changed.insert(time, '9');
+    QVERIFY(write(file("tree.jsonl"), changed));
+    const Outcome outcome = replay(file("tree.jsonl"));
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(QStringLiteral("Fifth!"))
+                 && outcome.errors.contains(QStringLiteral("Fourth")),
+             qPrintable(outcome.errors));
+}
+
+void ReplayTest::shouldReplayUntilTheHostEnded()
+{
+    const int middle = m_recording.indexOf("\"name\":\"RenameProcessor\"");
+    QVERIFY(write(file("cut.jsonl"), m_recording.left(middle)));
+    const Outcome outcome = replay(file("cut.jsonl"));
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    QVERIFY2(outcome.errors.contains(QStringLiteral("the recording ends inside this line")),
+             qPrintable(outcome.errors));
+}
+
+void ReplayTest::shouldRefuseWhatIsNoRecording_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("problem");
+    const QByteArray header = "{\"trace\":\"targetselect-record\",\"version\":1}\n";
+    const QByteArray call = "{\"seq\":1,\"ms\":1,\"thread\":\"gui\",\"kind\":\"call\",";
+    QTest::newRow("empty") << QByteArray() << QStringLiteral("line 1, column 1: this is not");
+    QTest::newRow("something else")
+        << QByteArray("{\"a\": 1}\n") << QStringLiteral("line 1, column 1: this is not a");
+    QTest::newRow("version") << QByteArray("{\"trace\":\"targetselect-record\",\"version\":2}\n")
+                             << QStringLiteral("line 1, column 32: the recording has version 2");
+    QTest::newRow("no JSON") << header + "{\"seq\":}\n" << QStringLiteral("line 2, column 9: ");
+    QTest::newRow("no operation")
+        << header + call + "\"name\":\"Dance\",\"args\":{},\"took\":1,\"cause\":null}\n"
+        << QStringLiteral("line 2, column 46: \"name\" is missing or wrong");
+    QTest::newRow("no answer")
+        << header + call + "\"name\":\"GetIPCount\",\"args\":{},\"took\":1,\"cause\":null}\n"
+        << QStringLiteral("\"answer\" is missing or wrong");
+    QTest::newRow("absurd time") << header + "{\"seq\":1,\"ms\":1e300,\"thread\":\"gui\"}\n"
+                                 << QStringLiteral("\"ms\" is missing or wrong");
+    QTest::newRow("nothing") << header << QStringLiteral("there is nothing to replay");
+}
+
+void ReplayTest::shouldRefuseWhatIsNoRecording()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QString, problem);
+    QVERIFY(write(file("broken.jsonl"), text));
+    const Outcome outcome = replay(file("broken.jsonl"));
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(problem), qPrintable(outcome.errors));
+}
+
+void ReplayTest::shouldRecordInTheWorkbench()
+{
+    const QString path = file("workbench.jsonl");
+    Outcome outcome = workbench({QStringLiteral("--self-test"), QStringLiteral("--record"), path});
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    QVERIFY(content(path).contains("\"name\":\"Destroy\""));
+    outcome = replay(path);
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+}
+
+void ReplayTest::shouldNotRecordOverOtherFiles_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("a text") << file("mine.txt") << QStringLiteral("is not a recording");
+    QTest::newRow("a device") << QStringLiteral("/dev/full")
+                              << QStringLiteral("it is not a regular file");
+    QTest::newRow("a folder") << m_folder.path() << QStringLiteral("it is not a regular file");
+}
+
+void ReplayTest::shouldNotRecordOverOtherFiles()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, reason);
+    QVERIFY(write(file("mine.txt"), "mine"));
+    const Outcome outcome =
+        workbench({QStringLiteral("--self-test"), QStringLiteral("--record"), path});
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(reason), qPrintable(outcome.errors));
+    QCOMPARE(content(file("mine.txt")), QByteArray("mine"));
+}
+
+void ReplayTest::shouldFailWhenTheRecordingEnds()
+{
+    // A full disk: the recording has more than the 512 bytes that it may have.
+    const Outcome outcome =
+        run(QStringLiteral("/bin/sh"),
+            {QStringLiteral("-c"), QStringLiteral("trap '' XFSZ; ulimit -f 1; exec \"$@\""),
+             QStringLiteral("sh"), QStringLiteral(WORKBENCH_PROGRAM), QStringLiteral("--self-test"),
+             QStringLiteral("--library"), QStringLiteral(PANEL_LIBRARY), QStringLiteral("--record"),
+             file("full.jsonl")});
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(file("full.jsonl") + QStringLiteral(" cannot be written: ")),
+             qPrintable(outcome.errors));
+}
+
+/// As many lines as a day of a busy host has: states of processors, and what the panel asks then.
+void ReplayTest::shouldReplayManyLines()
+{
+    constexpr int lines = 10000;
+    QByteArray text =
+        m_recording.left(m_recording.indexOf("\"kind\":\"input\",\"name\":\"press\""));
+    text.truncate(text.lastIndexOf('\n') + 1);
+    CTraceReader reader;
+    QVERIFY(write(file("start.jsonl"), text) && reader.read(file("start.jsonl")));
+    CTraceEntry entry = reader.entries().back();
+    entry.kind = CTraceEntry::Kind::Event;
+    entry.name = QStringLiteral("MonitorStateChanged");
+    entry.thread = QStringLiteral("notify 9");
+    entry.answer = QJsonValue(QJsonValue::Undefined);
+    entry.outs = {};
+    entry.cause = 0;
+    entry.duration = 1000;
+    entry.arguments = TraceValues::eventArguments(Events::make(37, {}));
+    for (int number = 0; number < lines; ++number) {
+        ++entry.sequence;
+        entry.time += 2000;
+        text += entry.toJson() + '\n';
+    }
+    QVERIFY(write(file("long.jsonl"), text));
+    const Outcome outcome = replay(file("long.jsonl"));
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+}
+
+TSA_GUILESS_TEST_MAIN(ReplayTest)
+
+#include "tst_replay.moc"
