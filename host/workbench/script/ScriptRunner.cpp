@@ -64,6 +64,7 @@ void ScriptRunner::schedule()
 
 void ScriptRunner::tick()
 {
+    emit ticked();
     if (m_script >= m_scripts.size()) {
         emit finished();
         return;
