@@ -92,6 +92,9 @@ constexpr Failure kFailures[] = {
      "the projects differ in line", 6},
     {"click \"Fly\"", "there is no button \"Fly\"", 5},
     {"click row \"Nobody\"", "there is no row \"Nobody\"", 5},
+    {"click tab \"Fly\"", "there is no tab \"Fly\"", 5},
+    {"open menu \"Fly\"", "there is no menu \"Fly\"", 5},
+    {"click result \"Left\"", "no list is open", 5},
     {"command \"Fly\"", "there is no command \"Fly\"", 5},
     {"fill \"Nothing\" \"x\"", "there is no field \"Nothing\"", 5},
     {"choose \"Device set\" \"Matinee\" within 20", "there is no \"Matinee\" in the list:", 5},
@@ -283,8 +286,12 @@ void ScriptRunsTest::shouldEndUnderADialog()
 {
     // The question keeps the panel in an event loop when the script ends.
     const Outcome outcome =
-        run(start() + "click row \"Left\"\npress Delete\nexpect message \"*\"\n");
+        run(start() + "click row \"Left\"\npress Delete\nexpect message \"*\"\n",
+            {QStringLiteral("--script"), QStringLiteral("rename.script")});
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    const Outcome last =
+        run("open \"projects/show.json\"\ncommand \"Handler answers\"\nexpect dialog \"*\"\n");
+    QVERIFY2(last.exitCode == 0, qPrintable(last.errors));
 }
 
 TSA_GUILESS_TEST_MAIN(ScriptRunsTest)
