@@ -243,12 +243,12 @@ void ScriptRunsTest::shouldGoOnWithTheNextScript()
         run("command \"Open sample\"\nexpect shown\nread-only on\n"
             "command \"Handler answers\"\nlanguage Chinese\nexpect row \"Nobody\" within 0.1\n",
             {QStringLiteral("--script"), QStringLiteral("rename.script"),
-             QStringLiteral("--script"), QStringLiteral("read-only.script")});
+             QStringLiteral("--script"), QStringLiteral("groups.script")});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.output.contains(QStringLiteral("(standard input): 5 steps done")),
              qPrintable(outcome.output));
     QVERIFY2(outcome.output.contains(QStringLiteral("rename.script: 28 steps done"))
-                 && outcome.output.contains(QStringLiteral("read-only.script: 21 steps done"))
+                 && outcome.output.contains(QStringLiteral("groups.script: 26 steps done"))
                  && !outcome.errors.contains(QStringLiteral(".script:")),
              qPrintable(outcome.errors));
 }
