@@ -49,7 +49,8 @@ foreach(header IN LISTS host_headers)
 endforeach()
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
 install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
-install(FILES docs/diagnostics.md docs/integrating.md docs/logging.md docs/trace-format.md docs/validator.md
+install(FILES docs/diagnostics.md docs/integrating.md docs/logging.md docs/scripts.md docs/simulator.md
+    docs/trace-format.md docs/validator.md
     DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
     COMPONENT development
 )

@@ -1,6 +1,7 @@
 #include "host/workbench/script/JUnitReport.h"
 #include "host/workbench/script/ScriptParser.h"
 #include "host/workbench/script/Steps.h"
+#include "host/workbench/script/Watchdog.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QFile>
@@ -9,6 +10,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QXmlStreamReader>
+
+#include <atomic>
+#include <chrono>
+#include <future>
+
+using namespace std::chrono_literals;
 
 /// Reading scripts, and writing their results.
 class ScriptParserTest final : public QObject
@@ -29,6 +36,8 @@ private slots:
     void shouldDescribeEveryStep();
     void shouldWriteValidXml();
     void shouldReplaceReportsOnly();
+    void shouldNoticeAStuckThread();
+    void shouldLeaveALivelyThreadAlone();
 
 private:
     Script parse(const QByteArray& text)
@@ -281,6 +290,24 @@ void ScriptParserTest::shouldReplaceReportsOnly()
     QVERIFY2(report.check(problem), qPrintable(problem));
     QVERIFY2(report.write({}, problem), qPrintable(problem));
     QVERIFY(JUnitReport(file(QStringLiteral("empty.xml"), {})).check(problem));
+}
+
+void ScriptParserTest::shouldNoticeAStuckThread()
+{
+    std::promise<void> noticed;
+    Watchdog watchdog(1ms, [&] { noticed.set_value(); });
+    QCOMPARE(noticed.get_future().wait_for(20s), std::future_status::ready);
+}
+
+void ScriptParserTest::shouldLeaveALivelyThreadAlone()
+{
+    std::atomic<bool> isStuck{false};
+    {
+        Watchdog watchdog(1h, [&] { isStuck = true; });
+        watchdog.alive();
+    }
+    // It ended without waiting for its limit.
+    QVERIFY(!isStuck);
 }
 
 TSA_GUILESS_TEST_MAIN(ScriptParserTest)

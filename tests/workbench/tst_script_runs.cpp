@@ -92,6 +92,9 @@ constexpr Failure kFailures[] = {
      "the projects differ in line", 6},
     {"click \"Fly\"", "there is no button \"Fly\"", 5},
     {"click row \"Nobody\"", "there is no row \"Nobody\"", 5},
+    {"click tab \"Fly\"", "there is no tab \"Fly\"", 5},
+    {"open menu \"Fly\"", "there is no menu \"Fly\"", 5},
+    {"click result \"Left\"", "no list is open", 5},
     {"command \"Fly\"", "there is no command \"Fly\"", 5},
     {"fill \"Nothing\" \"x\"", "there is no field \"Nothing\"", 5},
     {"choose \"Device set\" \"Matinee\" within 20", "there is no \"Matinee\" in the list:", 5},
@@ -239,12 +242,14 @@ void ScriptRunsTest::shouldGoOnWithTheNextScript()
     const Outcome outcome =
         run("command \"Open sample\"\nexpect shown\nread-only on\n"
             "command \"Handler answers\"\nlanguage Chinese\nexpect row \"Nobody\" within 0.1\n",
-            {QStringLiteral("--script"), QStringLiteral("rename.script")});
+            {QStringLiteral("--script"), QStringLiteral("rename.script"),
+             QStringLiteral("--script"), QStringLiteral("groups.script")});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.output.contains(QStringLiteral("(standard input): 5 steps done")),
              qPrintable(outcome.output));
     QVERIFY2(outcome.output.contains(QStringLiteral("rename.script: 28 steps done"))
-                 && !outcome.errors.contains(QStringLiteral("rename.script")),
+                 && outcome.output.contains(QStringLiteral("groups.script: 26 steps done"))
+                 && !outcome.errors.contains(QStringLiteral(".script:")),
              qPrintable(outcome.errors));
 }
 
@@ -283,8 +288,12 @@ void ScriptRunsTest::shouldEndUnderADialog()
 {
     // The question keeps the panel in an event loop when the script ends.
     const Outcome outcome =
-        run(start() + "click row \"Left\"\npress Delete\nexpect message \"*\"\n");
+        run(start() + "click row \"Left\"\npress Delete\nexpect message \"*\"\n",
+            {QStringLiteral("--script"), QStringLiteral("rename.script")});
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    const Outcome last =
+        run("open \"projects/show.json\"\ncommand \"Handler answers\"\nexpect dialog \"*\"\n");
+    QVERIFY2(last.exitCode == 0, qPrintable(last.errors));
 }
 
 TSA_GUILESS_TEST_MAIN(ScriptRunsTest)

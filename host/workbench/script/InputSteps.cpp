@@ -234,7 +234,7 @@ Progress choose(ScriptRun& run, const ScriptStep& step)
             run.input().click(*list->viewport(), list->visualRect(index).center(), Qt::LeftButton);
             return Progress::waiting(QStringLiteral("the input is on its way"));
         }
-        return Progress::waiting(
+        return Progress::failed(
             QStringLiteral("there is no \"%1\" in the list:\n  %2")
                 .arg(step.value("ENTRY"), offered.join(QStringLiteral("\n  "))));
     }

@@ -5,12 +5,17 @@
 #include <QDir>
 #include <QSaveFile>
 
+#include <chrono>
+#include <cstdlib>
 #include <iostream>
 #include <utility>
 
 namespace {
 
 constexpr int kLogLinesKept = 200;
+
+/// How long the GUI thread may be away from its event loop.
+constexpr std::chrono::minutes kStuckAfter(2);
 
 void complain(const QString& message)
 {
@@ -61,6 +66,13 @@ void ScriptProgram::start(MainWindow& window)
     connect(m_runner.get(), &ScriptRunner::scriptFinished, this, &ScriptProgram::tell);
     connect(m_runner.get(), &ScriptRunner::stepFailed, this, &ScriptProgram::keepFailure);
     connect(m_runner.get(), &ScriptRunner::finished, this, &ScriptProgram::end);
+    // A thread that is stuck cannot be ended in any other way.
+    m_watchdog = std::make_unique<Watchdog>(kStuckAfter, [] {
+        complain(QStringLiteral("the GUI thread has not come back to its event loop for %1 s")
+                     .arg(std::chrono::seconds(kStuckAfter).count()));
+        std::_Exit(kFailed);
+    });
+    connect(m_runner.get(), &ScriptRunner::ticked, this, [this] { m_watchdog->alive(); });
     m_runner->start();
 }
 
@@ -92,6 +104,7 @@ void ScriptProgram::keepFailure(const QString& message)
 
 void ScriptProgram::end()
 {
+    m_watchdog.reset();
     int exitCode = m_runner->hasFailed() ? kFailed : 0;
     if (m_run->pictureCount() > 0)
         std::cout << "workbench: " << m_run->pictureCount() << " pictures are in "

@@ -3,6 +3,7 @@
 #include "host/workbench/script/ScriptParser.h"
 #include "host/workbench/script/ScriptRun.h"
 #include "host/workbench/script/ScriptRunner.h"
+#include "host/workbench/script/Watchdog.h"
 
 #include <QObject>
 #include <QStringList>
@@ -49,4 +50,5 @@ private:
     std::vector<Script> m_scripts;
     std::unique_ptr<ScriptRun> m_run;
     std::unique_ptr<ScriptRunner> m_runner;
+    std::unique_ptr<Watchdog> m_watchdog;
 };

@@ -50,11 +50,13 @@ void ScriptRun::startOver()
 {
     Actions& actions = m_window.actions();
     actions[ActionId::ClosePanel]->trigger();
-    actions[ActionId::SetReadOnly]->setChecked(false);
     actions[ActionId::English]->trigger();
     actions[ActionId::NewProject]->trigger();
     m_window.log().filterField()->clear();
     actions[ActionId::OpenPanel]->trigger();
+    // The library keeps this mode from panel to panel.
+    if (actions[ActionId::SetReadOnly]->isChecked())
+        actions[ActionId::SetReadOnly]->trigger();
     // Without a window manager, nobody else does when a dialog closes.
     m_window.activateWindow();
 }

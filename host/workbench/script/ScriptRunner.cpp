@@ -23,6 +23,19 @@ QString caseWord()
     return QStringLiteral("case");
 }
 
+/// The next script is not to find them, and the program not to wait for them.
+void closeDialogs()
+{
+    for (int count = 0; count < kMostDialogs; ++count) {
+        QWidget* open = QApplication::activePopupWidget();
+        if (!open)
+            open = QApplication::activeModalWidget();
+        if (!open)
+            break;
+        open->hide();
+    }
+}
+
 bool isCase(const ScriptStep& step)
 {
     return StepRegistry::words(*step.type) == caseWord();
@@ -64,6 +77,7 @@ void ScriptRunner::schedule()
 
 void ScriptRunner::tick()
 {
+    emit ticked();
     if (m_script >= m_scripts.size()) {
         emit finished();
         return;
@@ -142,15 +156,6 @@ void ScriptRunner::failStep(const QString& reason)
     }
     m_step = script().steps.size();
     m_isInStep = false;
-    // The next script is not to find them, and the program not to wait for them.
-    for (int count = 0; count < kMostDialogs; ++count) {
-        QWidget* open = QApplication::activePopupWidget();
-        if (!open)
-            open = QApplication::activeModalWidget();
-        if (!open)
-            break;
-        open->hide();
-    }
 }
 
 void ScriptRunner::beginCase(const QString& name)
@@ -172,6 +177,7 @@ void ScriptRunner::endScript()
 {
     if (!m_results.back().hasFailed())
         endCase({});
+    closeDialogs();
     emit scriptFinished(m_results.back());
     if (++m_script >= m_scripts.size())
         return;

@@ -44,6 +44,9 @@ public:
     bool hasFailed() const;
 
 signals:
+    /// Emitted all the time, as long as the event loop runs.
+    void ticked();
+
     /// Emitted after each script.
     void scriptFinished(const ScriptResult& result);
 
