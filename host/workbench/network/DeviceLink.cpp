@@ -2,6 +2,7 @@
 
 #include "host/simulator/protocol/LoopbackSockets.h"
 
+#include <optional>
 #include <utility>
 
 namespace {
@@ -62,25 +63,26 @@ void DeviceLink::judge()
 
 void DeviceLink::read()
 {
-    for (int count = 0; count < kReadAtOnce; ++count) {
+    // The last report says all. One that reports without end does not hold up the rest.
+    std::optional<DeviceState> state;
+    auto found = MessageStream::Found::Whole;
+    for (int count = 0; count < kReadAtOnce && found != MessageStream::Found::Nothing; ++count) {
         Message message;
-        switch (m_stream.next(message)) {
-        case MessageStream::Found::Nothing:
-            return;
-        case MessageStream::Found::Overlong:
+        found = m_stream.next(message);
+        const auto* report = std::get_if<StateMessage>(&message);
+        if (found == MessageStream::Found::Whole && report)
+            state = report->state;
+        if (found == MessageStream::Found::Overlong) {
             // Whoever answers there is no processor. The next tick tries again.
             m_socket.abort();
-            return;
-        case MessageStream::Found::Malformed:
-            break;
-        case MessageStream::Found::Whole:
-            if (const auto* report = std::get_if<StateMessage>(&message)) {
-                m_isWaiting = false;
-                m_silence.stop();
-                emit heard(report->state);
-            }
             break;
         }
     }
-    QMetaObject::invokeMethod(this, &DeviceLink::read, Qt::QueuedConnection);
+    if (found == MessageStream::Found::Whole || found == MessageStream::Found::Malformed)
+        QMetaObject::invokeMethod(this, &DeviceLink::read, Qt::QueuedConnection);
+    if (!state)
+        return;
+    m_isWaiting = false;
+    m_silence.stop();
+    emit heard(*state);
 }

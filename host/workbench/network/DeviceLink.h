@@ -22,7 +22,7 @@ public:
     bool send(const Message& message);
 
 signals:
-    /// Emitted for each report of the processor.
+    /// Emitted for the last one of the reports that have arrived.
     void heard(const DeviceState& state);
 
     /// Emitted when nothing has been heard for the time-out; again only after another report.

@@ -92,7 +92,8 @@ void DeviceProbe::read()
         if (!datagram)
             break;
         const auto answer = answerIn(*datagram);
-        if (!answer) {
+        // No project has room for more than that, whoever answers.
+        if (!answer || m_answered.size() >= m_asked + Loopback::kMaxDevices) {
             ++m_ignored;
             continue;
         }

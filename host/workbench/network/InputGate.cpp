@@ -57,6 +57,11 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event)
 bool InputGate::isShut(QObject* receiver, QEvent* event)
 {
     switch (event->type()) {
+    case QEvent::ShortcutOverride:
+        // Accepted, it arrives as a key instead of as somebody's shortcut.
+        if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+            event->accept();
+        return true;
     case QEvent::KeyPress:
         if (static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
             m_cancel();
@@ -77,7 +82,6 @@ bool InputGate::isShut(QObject* receiver, QEvent* event)
         return !m_pressed;
     case QEvent::KeyRelease:
     case QEvent::Shortcut:
-    case QEvent::ShortcutOverride:
     case QEvent::InputMethod:
     case QEvent::ContextMenu:
     case QEvent::Wheel:
