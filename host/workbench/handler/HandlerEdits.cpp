@@ -260,9 +260,11 @@ void WorkbenchHandler::edit(const char* function, const std::function<void()>& c
         logEvents(HostRequests::find(function), QStringLiteral("event %1 is still owed"));
         // A request for one project must not change the next one.
         const int number = m_store.projectNumber();
+        const int step = m_store.step();
         const int delay = reply == HostReply::SecondLater ? kLateReplyMs : 0;
         // Coarse timers may expire in another order.
         QTimer::singleShot(delay, Qt::PreciseTimer, &m_later, [=] {
+            const ProjectStep undoneWithTheOthers(m_store, step);
             if (m_store.projectNumber() == number)
                 carryOut(function, change);
         });

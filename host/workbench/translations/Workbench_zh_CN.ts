@@ -219,6 +219,18 @@
         <source>&amp;Faults</source>
         <translation>故障(&amp;F)</translation>
     </message>
+    <message>
+        <source>E&amp;dit</source>
+        <translation>编辑(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>撤销(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>重做(&amp;R)</translation>
+    </message>
 </context>
 <context>
     <name>AddProcessorsDialog</name>
@@ -342,6 +354,129 @@
     </message>
 </context>
 <context>
+    <name>ChangeTitle</name>
+    <message>
+        <source>choice of the current processor</source>
+        <translation>当前处理器的选择</translation>
+    </message>
+    <message>
+        <source>check of an address</source>
+        <translation>地址检查</translation>
+    </message>
+    <message>
+        <source>change of the IP list</source>
+        <translation>IP 列表的更改</translation>
+    </message>
+    <message>
+        <source>state of %1</source>
+        <translation>“%1”的状态</translation>
+    </message>
+    <message>
+        <source>state of %1 processors</source>
+        <translation>%1 个处理器的状态</translation>
+    </message>
+    <message>
+        <source>number of outputs</source>
+        <translation>输出数量</translation>
+    </message>
+    <message>
+        <source>handler answers</source>
+        <translation>宿主应答</translation>
+    </message>
+    <message>
+        <source>detection strategy</source>
+        <translation>检测策略</translation>
+    </message>
+    <message>
+        <source>LAN-USB</source>
+        <translation>LAN-USB</translation>
+    </message>
+    <message>
+        <source>choice of the device set</source>
+        <translation>设备组的选择</translation>
+    </message>
+    <message>
+        <source>device sets</source>
+        <translation>设备组</translation>
+    </message>
+    <message>
+        <source>faults</source>
+        <translation>故障</translation>
+    </message>
+    <message>
+        <source>move of %1</source>
+        <translation>“%1”的移动</translation>
+    </message>
+    <message>
+        <source>move of %1 processors</source>
+        <translation>%1 个处理器的移动</translation>
+    </message>
+    <message>
+        <source>monitor warning of %1</source>
+        <translation>“%1”的监控警告</translation>
+    </message>
+    <message>
+        <source>monitor warning of %1 processors</source>
+        <translation>%1 个处理器的监控警告</translation>
+    </message>
+    <message>
+        <source>redundancy of %1</source>
+        <translation>“%1”的冗余</translation>
+    </message>
+    <message>
+        <source>redundancy of %1 processors</source>
+        <translation>%1 个处理器的冗余</translation>
+    </message>
+    <message>
+        <source>protection of %1</source>
+        <translation>“%1”的保护</translation>
+    </message>
+    <message>
+        <source>protection of %1 processors</source>
+        <translation>%1 个处理器的保护</translation>
+    </message>
+    <message>
+        <source>address of %1</source>
+        <translation>“%1”的地址</translation>
+    </message>
+    <message>
+        <source>change of %1</source>
+        <translation>“%1”的更改</translation>
+    </message>
+    <message>
+        <source>rename of %1</source>
+        <translation>“%1”的重命名</translation>
+    </message>
+    <message>
+        <source>addition of %1</source>
+        <translation>“%1”的添加</translation>
+    </message>
+    <message>
+        <source>addition of %1 processors</source>
+        <translation>%1 个处理器的添加</translation>
+    </message>
+    <message>
+        <source>addition of group %1</source>
+        <translation>分组“%1”的添加</translation>
+    </message>
+    <message>
+        <source>removal of %1</source>
+        <translation>“%1”的移除</translation>
+    </message>
+    <message>
+        <source>removal of %1 processors</source>
+        <translation>%1 个处理器的移除</translation>
+    </message>
+    <message>
+        <source>ungrouping of %1</source>
+        <translation>分组“%1”的解散</translation>
+    </message>
+    <message>
+        <source>detection</source>
+        <translation>检测</translation>
+    </message>
+</context>
+<context>
     <name>DeviceSetsDialog</name>
     <message>
         <source>Device sets</source>
@@ -370,6 +505,25 @@
     <message>
         <source>None</source>
         <translation>无</translation>
+    </message>
+</context>
+<context>
+    <name>EditCommands</name>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>撤销(&amp;U)%1</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>撤销(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>重做(&amp;R)%1</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>重做(&amp;R)</translation>
     </message>
 </context>
 <context>

@@ -15,6 +15,8 @@ enum class ActionId {
     SaveProject,
     SaveProjectAs,
     Quit,
+    Undo,
+    Redo,
     AddProcessor,
     AddProcessors,
     AddGroup,

@@ -4,6 +4,7 @@
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/ChangeCommands.h"
 #include "host/workbench/window/FaultsPanel.h"
+#include "host/workbench/window/EditCommands.h"
 #include "host/workbench/window/FileCommands.h"
 #include "host/workbench/window/Language.h"
 #include "host/workbench/window/LayerCommands.h"
@@ -39,6 +40,7 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
     , m_faultsDock(new QDockWidget(this))
     , m_progress(new QProgressBar(this))
     , m_actions(new Actions(this))
+    , m_edit(new EditCommands(*m_actions, session.history(), this))
     , m_files(new FileCommands(this, *m_actions, session.store()))
     , m_layer(new LayerCommands(this, *m_actions, *m_records, session))
 {
@@ -179,6 +181,7 @@ void MainWindow::retranslate()
     m_logDock->setWindowTitle(tr("Live log"));
     m_faultsDock->setWindowTitle(tr("Faults"));
     m_actions->retranslate();
+    m_edit->retranslate();
     m_files->retranslate();
     m_layer->retranslate();
 }

@@ -7,6 +7,7 @@ class Language;
 class LayerCommands;
 class LogPanel;
 class FaultsPanel;
+class EditCommands;
 class FileCommands;
 class QProgressBar;
 class RecordsPanel;
@@ -53,6 +54,7 @@ private:
     QDockWidget* m_faultsDock; // Qt child
     QProgressBar* m_progress;  // the status bar's
     Actions* m_actions;        // Qt child
+    EditCommands* m_edit;      // Qt child
     FileCommands* m_files;     // Qt child
     LayerCommands* m_layer;    // Qt child
 };
