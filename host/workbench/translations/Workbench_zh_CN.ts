@@ -648,6 +648,73 @@
     </message>
 </context>
 <context>
+    <name>FieldEdit</name>
+    <message>
+        <source>An identity is expected, such as %1; nothing means none.</source>
+        <translation>应为标识，例如 %1；留空表示无。</translation>
+    </message>
+    <message>
+        <source>The text has more than %1 characters.</source>
+        <translation>文本超过 %1 个字符。</translation>
+    </message>
+    <message>
+        <source>Either true or false is expected.</source>
+        <translation>应为 true 或 false。</translation>
+    </message>
+    <message>
+        <source>A number is expected, such as 59.94.</source>
+        <translation>应为数字，例如 59.94。</translation>
+    </message>
+    <message>
+        <source>Four whole numbers from 0 to %1 are expected, with commas between them.</source>
+        <translation>应为四个 0 到 %1 的整数，以逗号分隔。</translation>
+    </message>
+    <message>
+        <source>A whole number from %1 to %2 is expected.</source>
+        <translation>应为 %1 到 %2 的整数。</translation>
+    </message>
+    <message>
+        <source>An address is expected, such as 192.168.0.1; 127.0.0.1 means none.</source>
+        <translation>应为地址，例如 192.168.0.1；127.0.0.1 表示无。</translation>
+    </message>
+    <message>
+        <source>The name is empty.</source>
+        <translation>名称为空。</translation>
+    </message>
+    <message>
+        <source>The name has %1 bytes of at most %2.</source>
+        <translation>名称有 %1 个字节，最多 %2 个。</translation>
+    </message>
+    <message>
+        <source>There is no group of this identity.</source>
+        <translation>没有此标识的分组。</translation>
+    </message>
+    <message>
+        <source>The identity of a record does not change.</source>
+        <translation>记录的标识不会改变。</translation>
+    </message>
+    <message>
+        <source>The record does not exist any more.</source>
+        <translation>该记录已不存在。</translation>
+    </message>
+    <message>
+        <source>An address is expected, such as 192.168.0.1.</source>
+        <translation>应为地址，例如 192.168.0.1。</translation>
+    </message>
+    <message>
+        <source>The list has this address already.</source>
+        <translation>列表中已有此地址。</translation>
+    </message>
+    <message>
+        <source>The name has more than %1 characters.</source>
+        <translation>名称超过 %1 个字符。</translation>
+    </message>
+    <message>
+        <source>The entry does not exist any more.</source>
+        <translation>该条目已不存在。</translation>
+    </message>
+</context>
+<context>
     <name>FieldReader</name>
     <message>
         <source>an object is expected here</source>
@@ -1240,6 +1307,10 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>Records of the project</source>
         <translation>工程的记录</translation>
+    </message>
+    <message>
+        <source>%1 (does not change)</source>
+        <translation>%1（不会改变）</translation>
     </message>
 </context>
 <context>
