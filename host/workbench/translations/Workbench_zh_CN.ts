@@ -477,6 +477,76 @@
     </message>
 </context>
 <context>
+    <name>ChangedFileBar</name>
+    <message>
+        <source>%1 was removed by another program.</source>
+        <translation>%1 已被其他程序删除。</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program.</source>
+        <translation>%1 已被其他程序更改。</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>重新加载</translation>
+    </message>
+    <message>
+        <source>Open the file as it is now; changes made here are lost</source>
+        <translation>打开文件的当前内容；此处的更改将丢失</translation>
+    </message>
+    <message>
+        <source>Compare...</source>
+        <translation>比较...</translation>
+    </message>
+    <message>
+        <source>Show in what the project and the file differ</source>
+        <translation>显示项目与文件的差异</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>保留</translation>
+    </message>
+    <message>
+        <source>Keep the project as it is here, for the next Save</source>
+        <translation>保留此处的项目，供下次保存</translation>
+    </message>
+</context>
+<context>
+    <name>CompareDialog</name>
+    <message>
+        <source>Compare with the file</source>
+        <translation>与文件比较</translation>
+    </message>
+    <message>
+        <source>Differences: %1</source>
+        <translation>差异：%1</translation>
+    </message>
+    <message>
+        <source>Record</source>
+        <translation>记录</translation>
+    </message>
+    <message>
+        <source>Field</source>
+        <translation>字段</translation>
+    </message>
+    <message>
+        <source>Here</source>
+        <translation>此处</translation>
+    </message>
+    <message>
+        <source>In the file</source>
+        <translation>文件中</translation>
+    </message>
+    <message>
+        <source>Differences</source>
+        <translation>差异</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+</context>
+<context>
     <name>DeviceSetsDialog</name>
     <message>
         <source>Device sets</source>
@@ -807,6 +877,24 @@
         <source>%1 cannot be written: the live log is written there</source>
         <translation>无法写入 %1：实时日志正写入此文件</translation>
     </message>
+    <message>
+        <source>%1 cannot be written: another program has changed or removed it</source>
+        <translation>无法写入 %1：其他程序已更改或删除它</translation>
+    </message>
+    <message>
+        <source>%1
+Save the project all the same?</source>
+        <translation>%1
+仍要保存项目吗？</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>重新加载</translation>
+    </message>
+    <message>
+        <source>Compare...</source>
+        <translation>比较...</translation>
+    </message>
 </context>
 <context>
     <name>FormDialog</name>
@@ -1042,6 +1130,57 @@
     <message>
         <source>a project holds at most %1 faults; this one has %2</source>
         <translation>一个工程最多有 %1 条故障规则；此工程有 %2 条</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectComparison</name>
+    <message>
+        <source>Processor %1</source>
+        <translation>处理器 %1</translation>
+    </message>
+    <message>
+        <source>Group %1</source>
+        <translation>分组 %1</translation>
+    </message>
+    <message>
+        <source>Device set %1</source>
+        <translation>设备组 %1</translation>
+    </message>
+    <message>
+        <source>exists</source>
+        <translation>存在</translation>
+    </message>
+    <message>
+        <source>order</source>
+        <translation>顺序</translation>
+    </message>
+    <message>
+        <source>another</source>
+        <translation>不同</translation>
+    </message>
+    <message>
+        <source>IP list</source>
+        <translation>IP 列表</translation>
+    </message>
+    <message>
+        <source>Groups</source>
+        <translation>分组</translation>
+    </message>
+    <message>
+        <source>Processors</source>
+        <translation>处理器</translation>
+    </message>
+    <message>
+        <source>Device sets</source>
+        <translation>设备组</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>项目</translation>
+    </message>
+    <message>
+        <source>Handler answers</source>
+        <translation>宿主应答</translation>
     </message>
 </context>
 <context>

@@ -4,6 +4,7 @@
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/ChangeCommands.h"
 #include "host/workbench/window/FaultsPanel.h"
+#include "host/workbench/window/ChangedFileBar.h"
 #include "host/workbench/window/EditCommands.h"
 #include "host/workbench/window/FileCommands.h"
 #include "host/workbench/window/Language.h"
@@ -20,6 +21,7 @@
 #include <QStatusBar>
 #include <QTableView>
 #include <QTreeView>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -45,7 +47,7 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
     , m_layer(new LayerCommands(this, *m_actions, *m_records, session))
 {
     resize(kFirstSize);
-    setCentralWidget(m_records);
+    buildCentre();
     buildLogDock();
     statusBar()->setSizeGripEnabled(false);
     connect(&session, &Session::tip, this,
@@ -88,6 +90,17 @@ void MainWindow::changeEvent(QEvent* event)
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     event->setAccepted(m_files->confirmLoss());
+}
+
+void MainWindow::buildCentre()
+{
+    auto* centre = new QWidget(this);
+    auto* layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_files->bar());
+    layout->addWidget(m_records, 1);
+    setCentralWidget(centre);
 }
 
 void MainWindow::buildLogDock()

@@ -38,6 +38,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void buildCentre();
     void buildLogDock();
     void buildFaultsDock();
     void connectViewActions();
