@@ -8,6 +8,7 @@
 #include "host/workbench/tour/Tour.h"
 #include "host/workbench/trace/TraceFile.h"
 #include "host/workbench/window/Actions.h"
+#include "host/workbench/window/Autosave.h"
 #include "host/workbench/window/FileCommands.h"
 #include "host/workbench/window/Language.h"
 #include "host/workbench/window/LogPanel.h"
@@ -19,6 +20,7 @@
 #include <QTimer>
 
 #include <iostream>
+#include <optional>
 
 namespace {
 
@@ -98,12 +100,16 @@ int main(int argc, char** argv)
     const bool isObserved = problem.isEmpty();
     load(options, window, problem);
     window.show();
+    std::optional<Autosave> autosave; // A run without a user neither writes copies nor asks.
     if (unattended) {
         // Runs in the event loop, so that the panel ends as it does in a host.
         QTimer::singleShot(0, &window,
                            [&] { QApplication::exit(runUnattended(options, window, problem)); });
-    } else if (!problem.isEmpty()) {
-        showProblem(&window, problem);
+    } else {
+        if (!problem.isEmpty())
+            showProblem(&window, problem);
+        autosave.emplace(window, window.files(), session.store());
+        QTimer::singleShot(0, &*autosave, &Autosave::offerRecovery);
     }
     const int result = QApplication::exec();
     session.trace().flush();

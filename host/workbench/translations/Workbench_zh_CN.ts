@@ -279,6 +279,35 @@
     </message>
 </context>
 <context>
+    <name>Autosave</name>
+    <message>
+        <source>a project without a file</source>
+        <translation>未保存过的项目</translation>
+    </message>
+    <message>
+        <source>The program ended without warning. There is a copy of %1 with unsaved changes, of %2.</source>
+        <translation>程序曾意外结束。存在 %1 的副本，含未保存的更改，时间为 %2。</translation>
+    </message>
+    <message>
+        <source>Recover</source>
+        <translation>恢复</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>丢弃</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>稍后</translation>
+    </message>
+    <message>
+        <source>%1
+The copy is kept as %2.</source>
+        <translation>%1
+副本保留为 %2。</translation>
+    </message>
+</context>
+<context>
     <name>ChangeCommands</name>
     <message>
         <source>Add group</source>
@@ -1450,6 +1479,29 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>%1 (does not change)</source>
         <translation>%1（不会改变）</translation>
+    </message>
+</context>
+<context>
+    <name>RecoveryFile</name>
+    <message>
+        <source>%1 cannot be locked</source>
+        <translation>无法锁定 %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>无法读取 %1：%2</translation>
+    </message>
+    <message>
+        <source>%1, line 1: this is not the copy of a project</source>
+        <translation>%1，第 1 行：这不是项目的副本</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1，%2</translation>
     </message>
 </context>
 <context>

@@ -4,12 +4,12 @@
 #include "host/workbench/dialogs/CompareDialog.h"
 #include "host/workbench/dialogs/Prompts.h"
 #include "host/workbench/project/ProjectJson.h"
+#include "host/workbench/session/Settings.h"
 #include "host/workbench/store/ProjectStore.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/ChangedFileBar.h"
 #include "host/workbench/window/PlainText.h"
 #include "host/workbench/window/SameFile.h"
-#include "host/workbench/window/Settings.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -87,6 +87,16 @@ bool FileCommands::open(const QString& path, QString& problem)
         remember(m_path);
     m_store.replace(*project);
     return true;
+}
+
+void FileCommands::openRecovered(const Project& project, const QString& path,
+                                 const QByteArray& known)
+{
+    m_path = path;
+    m_watch.watch(m_path, known);
+    m_bar->tell(m_watch.state(), QFileInfo(m_path).fileName());
+    m_store.replace(project);
+    m_store.markUnsaved();
 }
 
 bool FileCommands::save(const QString& path, QString& problem)

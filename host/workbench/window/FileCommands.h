@@ -9,6 +9,7 @@
 
 class Actions;
 class ChangedFileBar;
+class Project;
 class ProjectStore;
 class QMainWindow;
 
@@ -35,6 +36,12 @@ public:
     bool save(const QString& path, QString& problem);
 
     QString path() const { return m_path; }
+
+    /// Returns what is known of the content of that file, see FileWatch::fingerprint().
+    QByteArray knownContent() const { return m_watch.known(); }
+
+    /// Opens a project with unsaved changes, whose file is at `path` and had the `known` content.
+    void openRecovered(const Project& project, const QString& path, const QByteArray& known);
 
     /// Returns the bar that tells of changes by other programs, for the window to place it.
     ChangedFileBar* bar() const { return m_bar; }

@@ -25,6 +25,8 @@ public:
     /// Watches `path`, whose content is known by `fingerprint`. An empty path ends the watch.
     void watch(const QString& path, const QByteArray& fingerprint);
 
+    QByteArray known() const { return m_known; }
+
     /// Reads the file and returns how it differs from what is known.
     State state() const;
 
