@@ -142,6 +142,11 @@ void RecoveryTest::shouldRecoverUnsavedChanges()
         workbench.user.pressKeys(text("ctrl+s"));
         workbench.waitForCopies(0);
         QVERIFY(projectText(workbench.project).contains(text("Processor 5")));
+        workbench.user.pressKeys(text("ctrl+alt+z"));
+        workbench.quit();
+        // The language is remembered.
+        workbench.start({});
+        workbench.user.find({text("MenuItem"), QStringLiteral("语言(A)"), {}});
         workbench.quit();
     });
     QVERIFY(workbench.copies("*").isEmpty());
@@ -196,10 +201,13 @@ void RecoveryTest::shouldNotAskWithoutAUser()
     run([&] {
         workbench.crash();
         const QStringList left = workbench.copies("*");
+        const QString settings = workbench.path(text("settings/Workbench/workbench.ini"));
+        const QByteArray kept = content(settings);
         workbench.start({text("--self-test")});
         workbench.waitForEnd();
         QCOMPARE(workbench.exitCode(), 0);
         QCOMPARE(workbench.copies("*"), left);
+        QCOMPARE(content(settings), kept);
     });
 }
 

@@ -13,6 +13,7 @@
 #include "host/workbench/window/Language.h"
 #include "host/workbench/window/LogPanel.h"
 #include "host/workbench/window/MainWindow.h"
+#include "host/workbench/window/WindowSettings.h"
 
 #include <QApplication>
 #include <QSettings>
@@ -99,6 +100,8 @@ int main(int argc, char** argv)
     observe(options, window, trace, inspector, problem);
     const bool isObserved = problem.isEmpty();
     load(options, window, problem);
+    if (!unattended)
+        WindowSettings::restore(window);
     window.show();
     std::optional<Autosave> autosave; // A run without a user neither writes copies nor asks.
     if (unattended) {
@@ -112,6 +115,8 @@ int main(int argc, char** argv)
         QTimer::singleShot(0, &*autosave, &Autosave::offerRecovery);
     }
     const int result = QApplication::exec();
+    if (!unattended)
+        WindowSettings::save(window);
     session.trace().flush();
     return result == 0 && (!isObserved || trace.hasFailed()) ? 1 : result;
 }

@@ -24,10 +24,10 @@ public:
     MainWindow(Session& session, Language& language, QWidget* parent = nullptr);
     ~MainWindow() override;
 
-    Actions& actions() { return *m_actions; }
+    Actions& actions() const { return *m_actions; }
     FileCommands& files() { return *m_files; }
-    RecordsPanel& records() { return *m_records; }
-    LogPanel& log() { return *m_log; }
+    RecordsPanel& records() const { return *m_records; }
+    LogPanel& log() const { return *m_log; }
     Session& session() { return m_session; }
 
     /// Puts the panel of the loaded library into its dock.

@@ -65,6 +65,7 @@ RecordsPanel::RecordsPanel(QWidget* parent)
     , m_fieldsCaption(captionLabel(this))
     , m_view(new QTreeView(this))
     , m_fields(new QTreeWidget(this))
+    , m_splitter(new QSplitter(Qt::Horizontal, this))
 {
     m_view->setModel(m_model);
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -88,16 +89,15 @@ RecordsPanel::RecordsPanel(QWidget* parent)
             m_fields->setCurrentItem(item, 1);
     });
 
-    auto* splitter = new QSplitter(Qt::Horizontal, this);
-    splitter->setHandleWidth(8);
-    splitter->setChildrenCollapsible(false);
-    splitter->addWidget(stacked(m_caption, m_view));
-    splitter->addWidget(stacked(m_fieldsCaption, m_fields));
-    splitter->setStretchFactor(0, 1);
-    splitter->setSizes({kRecordsWidth, kFieldsWidth});
+    m_splitter->setHandleWidth(8);
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->addWidget(stacked(m_caption, m_view));
+    m_splitter->addWidget(stacked(m_fieldsCaption, m_fields));
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setSizes({kRecordsWidth, kFieldsWidth});
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(8, 8, 8, 0);
-    layout->addWidget(splitter);
+    layout->addWidget(m_splitter);
 
     connect(m_view, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
         m_closed.insert(index.data(RecordsModel::IdRole).toUuid());

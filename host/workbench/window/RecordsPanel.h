@@ -8,6 +8,7 @@
 #include <QWidget>
 
 class QLabel;
+class QSplitter;
 class QTreeView;
 class QTreeWidget;
 
@@ -29,6 +30,7 @@ public:
 
     QTreeView* view() const { return m_view; }
     QTreeWidget* fields() const { return m_fields; }
+    QSplitter* splitter() const { return m_splitter; }
     const RecordsModel& model() const { return *m_model; }
 
     /// Returns the selected processors in the order of the rows.
@@ -76,6 +78,7 @@ private:
     QLabel* m_fieldsCaption; // Qt child
     QTreeView* m_view;       // Qt child
     QTreeWidget* m_fields;   // Qt child
+    QSplitter* m_splitter;   // Qt child
     QSet<QUuid> m_closed;
     QUuid m_fieldsOf; // null while the IP list is shown
 };
