@@ -99,7 +99,7 @@ QStringList WorkbenchProgram::log(const QString& kind) const
         const QStringList columns = line.split(QLatin1Char('\t'));
         if (columns.size() < 4 || columns.at(1) != kind)
             continue;
-        QString text = columns.mid(3).join(QLatin1Char('\t'));
+        QString text = columns.at(3);
         text.replace(m_folder.path(), QStringLiteral("~"));
         QRegularExpressionMatch match;
         while ((match = shortIdentity().match(text)).hasMatch()) {

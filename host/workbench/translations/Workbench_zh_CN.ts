@@ -231,6 +231,10 @@
         <source>&amp;Redo</source>
         <translation>重做(&amp;R)</translation>
     </message>
+    <message>
+        <source>Check the contract in the ne&amp;xt panel</source>
+        <translation>在下一个面板中检查约定(&amp;X)</translation>
+    </message>
 </context>
 <context>
     <name>AddProcessorsDialog</name>
@@ -926,6 +930,13 @@ Save the project all the same?</source>
     </message>
 </context>
 <context>
+    <name>FindingsLabel</name>
+    <message>
+        <source>Findings: %1 breaches, %2 hints</source>
+        <translation>发现：%1 个违约，%2 个提示</translation>
+    </message>
+</context>
+<context>
     <name>FormDialog</name>
     <message>
         <source>OK</source>
@@ -1079,6 +1090,10 @@ Save the project all the same?</source>
         <source>%1 cannot be written: the live log is written there</source>
         <translation>无法写入 %1：实时日志正写入此文件</translation>
     </message>
+    <message>
+        <source>Findings</source>
+        <translation>发现</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
@@ -1101,6 +1116,10 @@ Save the project all the same?</source>
     <message>
         <source>Faults</source>
         <translation>故障</translation>
+    </message>
+    <message>
+        <source>Docks</source>
+        <translation>停靠窗口</translation>
     </message>
 </context>
 <context>
@@ -1548,6 +1567,14 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>Log</source>
         <translation>日志</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>时长</translation>
+    </message>
+    <message>
+        <source>Finding</source>
+        <translation>发现</translation>
     </message>
 </context>
 <context>

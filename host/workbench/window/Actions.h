@@ -51,6 +51,7 @@ enum class ActionId {
     RepaintWarnings,
     LanUsbWarning,
     Reconnect,
+    ContractChecks,
     ClosePanel,
     OpenPanel,
     FocusPanel,

@@ -3,10 +3,11 @@
 #include "host/workbench/session/Session.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/ChangeCommands.h"
-#include "host/workbench/window/FaultsPanel.h"
 #include "host/workbench/window/ChangedFileBar.h"
 #include "host/workbench/window/EditCommands.h"
+#include "host/workbench/window/FaultsPanel.h"
 #include "host/workbench/window/FileCommands.h"
+#include "host/workbench/window/FindingsLabel.h"
 #include "host/workbench/window/Language.h"
 #include "host/workbench/window/LayerCommands.h"
 #include "host/workbench/window/LogPanel.h"
@@ -19,6 +20,7 @@
 #include <QProgressBar>
 #include <QShortcut>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTableView>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -54,6 +56,7 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
             [this](const QString& text) { statusBar()->showMessage(text, kTipMs); });
     m_progress->setFixedWidth(kProgressWidth);
     m_progress->hide();
+    statusBar()->addPermanentWidget(new FindingsLabel(session.trace(), this));
     statusBar()->addPermanentWidget(m_progress);
     connect(&session, &Session::detectionProceeded, this, &MainWindow::showDetection);
     connect(&session, &Session::logWanted, m_log, &LogPanel::showWords);
@@ -78,6 +81,14 @@ MainWindow::~MainWindow()
 void MainWindow::openPanel()
 {
     m_layer->openPanel();
+}
+
+bool MainWindow::event(QEvent* event)
+{
+    // Qt adds a bar of tabs when docks share a place.
+    if (event->type() == QEvent::ChildPolished)
+        nameTabs();
+    return QMainWindow::event(event);
 }
 
 void MainWindow::changeEvent(QEvent* event)
@@ -188,8 +199,16 @@ void MainWindow::showDetection(int done, int total)
     statusBar()->repaint();
 }
 
+void MainWindow::nameTabs()
+{
+    const auto bars = findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QTabBar* bar : bars)
+        bar->setAccessibleName(tr("Docks"));
+}
+
 void MainWindow::retranslate()
 {
+    nameTabs();
     m_progress->setAccessibleName(tr("Detection"));
     m_logDock->setWindowTitle(tr("Live log"));
     m_faultsDock->setWindowTitle(tr("Faults"));

@@ -34,6 +34,7 @@ public:
     void openPanel();
 
 protected:
+    bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
@@ -45,6 +46,7 @@ private:
     void connectLanguage(Language& language);
     void focusPanel();
     void showDetection(int done, int total);
+    void nameTabs();
     void retranslate();
 
     Session& m_session;
