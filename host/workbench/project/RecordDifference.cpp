@@ -155,6 +155,14 @@ QString currentText(const Project& project)
     return node ? node->name : QString();
 }
 
+QString faultTexts(const Project& project)
+{
+    QStringList texts;
+    for (const FaultRule& rule : project.faults)
+        texts.append(faultText(rule));
+    return texts.join(QStringLiteral("; "));
+}
+
 void compareIpLists(Comparison& found, const IpList& one, const IpList& other)
 {
     for (const IpEntry& entry : one.entries()) {
@@ -184,6 +192,7 @@ QList<ProjectDifference> compareProjects(const Project& one, const Project& othe
     compareIpLists(found, one.ipList, other.ipList);
     found.compareFields(Messages::tr("Handler answers"), fields(one.answers),
                         fields(other.answers));
+    found.compare(project, QStringLiteral("faults"), faultTexts(one), faultTexts(other));
     return found.differences;
 }
 
