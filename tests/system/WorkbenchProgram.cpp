@@ -33,6 +33,7 @@ QByteArray contents(const QString& path)
 // A short path, wherever temporary files go: names of sockets are, and the log cuts long texts.
 WorkbenchProgram::WorkbenchProgram()
     : m_folder(QStringLiteral("/tmp/dayswork-XXXXXX"))
+    , m_settings(path(QStringLiteral("settings")))
 {
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
     QObject::connect(&m_process, &QProcess::readyReadStandardError, &m_process,
@@ -51,7 +52,7 @@ void WorkbenchProgram::start(const QStringList& arguments)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("HOME"), m_folder.path());
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), path(QStringLiteral("settings")));
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_settings);
     // Qt's own file dialogs, on whatever desktop.
     environment.remove(QStringLiteral("XDG_CURRENT_DESKTOP"));
     environment.remove(QStringLiteral("QT_QPA_PLATFORMTHEME"));
@@ -66,6 +67,13 @@ void WorkbenchProgram::start(const QStringList& arguments)
                         + arguments);
     if (!m_process.waitForStarted())
         throw Stuck(m_process.errorString());
+}
+
+void WorkbenchProgram::kill()
+{
+    m_process.kill();
+    if (!m_process.waitForFinished(kEndMs))
+        throw Stuck(QStringLiteral("the workbench cannot be killed"));
 }
 
 Screen WorkbenchProgram::look() const
@@ -91,7 +99,7 @@ QStringList WorkbenchProgram::log(const QString& kind) const
         const QStringList columns = line.split(QLatin1Char('\t'));
         if (columns.size() < 4 || columns.at(1) != kind)
             continue;
-        QString text = columns.mid(3).join(QLatin1Char('\t'));
+        QString text = columns.at(3);
         text.replace(m_folder.path(), QStringLiteral("~"));
         QRegularExpressionMatch match;
         while ((match = shortIdentity().match(text)).hasMatch()) {

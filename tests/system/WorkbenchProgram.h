@@ -8,7 +8,7 @@
 
 /// The workbench as a separate process. Its inspector describes its windows, and its log has the
 /// calls of the panel.
-class WorkbenchProgram final
+class WorkbenchProgram
 {
 public:
     WorkbenchProgram();
@@ -21,6 +21,12 @@ public:
 
     /// Starts the program with a home folder of its own, so that the user's files are not touched.
     void start(const QStringList& arguments);
+
+    /// Makes start() use the settings of another program.
+    void shareSettings(const WorkbenchProgram& other) { m_settings = other.m_settings; }
+
+    /// Ends the program without warning, as a crash does. It can be started again.
+    void kill();
 
     /// Returns the elements that are visible now.
     Screen look() const;
@@ -45,6 +51,7 @@ private:
     QHash<QString, QString> namesOfNew(const QStringList& lines) const;
 
     QTemporaryDir m_folder;
+    QString m_settings;
     QProcess m_process;
     QByteArray m_complaints;
     QHash<QString, QString> m_names; // by identity, as the log writes it

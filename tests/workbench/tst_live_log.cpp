@@ -34,6 +34,8 @@ private slots:
     void shouldKeepALineALine();
     void shouldTellThatItCannotGoOn();
     void shouldReportWhyItCannotWrite();
+    void shouldKnowHowLongACallTakes();
+    void shouldReplaceATraceThatBeginsWithAFinding();
 };
 
 void LiveLogTest::shouldAcceptLinesFromEveryThread()
@@ -250,6 +252,58 @@ void LiveLogTest::shouldReportWhyItCannotWrite()
     QVERIFY(!file.open(problem));
     QVERIFY2(problem.startsWith(QStringLiteral("/nowhere/trace.txt cannot be written: ")),
              qPrintable(problem));
+}
+
+void LiveLogTest::shouldKnowHowLongACallTakes()
+{
+    TraceModel trace;
+    const QAbstractItemModelTester tester(&trace);
+    const auto duration = [&](int row) {
+        return trace.index(row, TraceModel::DurationColumn).data().toString();
+    };
+    {
+        const CallTimer outer(trace);
+        trace.add(TraceEntry::Kind::Call, QStringLiteral("Outer()"));
+        {
+            const CallTimer inner(trace);
+            trace.add(TraceEntry::Kind::Log, QStringLiteral("inside"));
+            trace.add(TraceEntry::Kind::Call, QStringLiteral("Inner()"));
+        }
+        trace.flush();
+        QCOMPARE(duration(0), QString());
+        QCOMPARE(duration(1), QString());
+        QVERIFY2(duration(2).endsWith(QStringLiteral(" ms")), qPrintable(duration(2)));
+        QVERIFY(trace.entry(2).nanoseconds >= 0);
+        QCOMPARE(traceLine(trace.entry(2)).section(QLatin1Char('\t'), 4), duration(2));
+        QCOMPARE(traceLine(trace.entry(1)).count(QLatin1Char('\t')), 3);
+    }
+    // The row was there before the call ended.
+    QTRY_VERIFY(trace.entry(0).nanoseconds >= trace.entry(2).nanoseconds);
+    // A row that has left the log is no matter.
+    const qint64 gone = trace.add(TraceEntry::Kind::Call, QStringLiteral("Gone()"));
+    trace.clear();
+    trace.setDuration(gone, 1);
+    trace.add(TraceEntry::Kind::Log, QStringLiteral("next"));
+    QTRY_COMPARE(trace.rowCount(), 1);
+    QCOMPARE(duration(0), QString());
+}
+
+void LiveLogTest::shouldReplaceATraceThatBeginsWithAFinding()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("trace.txt"));
+    TraceEntry entry;
+    entry.time = QTime(1, 2, 3, 4);
+    entry.kind = TraceEntry::Kind::Finding;
+    entry.text = QStringLiteral("TSA-E13");
+    QFile former(path);
+    QVERIFY(former.open(QIODevice::WriteOnly));
+    QVERIFY(former.write(traceLine(entry).toUtf8()) > 0);
+    former.close();
+    TraceModel trace;
+    TraceFile file(trace, path);
+    QString problem;
+    QVERIFY2(file.open(problem), qPrintable(problem));
 }
 
 TSA_GUILESS_TEST_MAIN(LiveLogTest)

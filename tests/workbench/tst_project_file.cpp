@@ -71,8 +71,8 @@ void ProjectFileTest::shouldKeepEveryField()
         const QList<FieldText> expected = fieldTexts(before.processors.at(at));
         QCOMPARE(fieldTexts(after->processors.at(at)), expected);
         for (int field = 0; at == 0 && field < defaults.size(); ++field)
-            QVERIFY2(expected.at(field) != defaults.at(field),
-                     qPrintable(expected.at(field).first));
+            QVERIFY2(expected.at(field).value != defaults.at(field).value,
+                     qPrintable(expected.at(field).name));
     }
     for (int at = 0; at < before.groups.size(); ++at)
         QCOMPARE(fieldTexts(after->groups.at(at)), fieldTexts(before.groups.at(at)));
@@ -117,7 +117,7 @@ void ProjectFileTest::shouldGiveMissingFieldsTheirDefaults()
         R"({"version":1,"processors":[{"id":"5b2d1f0c-0000-4000-8000-000000000001"}]})", problem);
     QVERIFY2(project, qPrintable(problem));
     QList<FieldText> expected = fieldTexts(ProcessorNode());
-    expected[0].second = QStringLiteral("5b2d1f0c-0000-4000-8000-000000000001");
+    expected[0].value = QStringLiteral("5b2d1f0c-0000-4000-8000-000000000001");
     QCOMPARE(fieldTexts(project->processors.first()), expected);
     QCOMPARE(project->answers.nameMaxBytes, HandlerAnswers().nameMaxBytes);
 }

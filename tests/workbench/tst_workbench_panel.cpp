@@ -1,4 +1,10 @@
+#include "host/widgets/HostTheme.h"
+#include "host/workbench/events/EventNumber.h"
+#include "host/workbench/window/Findings.h"
+#include "host/workbench/window/FindingsLabel.h"
+#include "host/workbench/window/LogPanel.h"
 #include "host/workbench/window/RecordsPanel.h"
+#include "tests/support/Contrast.h"
 #include "tests/support/DialogDriver.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
 
@@ -7,10 +13,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMap>
 #include <QProgressBar>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QStatusBar>
+#include <QTableView>
 #include <QToolButton>
 #include <QTreeView>
 
@@ -20,6 +28,8 @@ class WorkbenchPanelTest : public QObject
     Q_OBJECT
 
 private slots:
+    void shouldShowWhatTheChecksFind();
+    void shouldShowHowLongTheHostTakes();
     void shouldRefuseOtherLibraries();
     void shouldShowTheSampleProject_data() { addDeliveries(); }
     void shouldShowTheSampleProject();
@@ -264,6 +274,74 @@ void WorkbenchPanelTest::shouldWarnOfTheSelectedProcessors()
     test.store().removeProcessors({sampleId(11), sampleId(12), sampleId(13), sampleId(14)});
     QCOMPARE(warning(), QStringList());
     test.waitForPanel();
+}
+
+void WorkbenchPanelTest::shouldShowWhatTheChecksFind()
+{
+    WorkbenchUnderTest test;
+    const auto findings = [&] {
+        QStringList codes;
+        test.session.trace().flush();
+        for (int row = 0; row < test.session.trace().rowCount(); ++row) {
+            const TraceEntry& entry = test.session.trace().entry(row);
+            if (entry.kind == TraceEntry::Kind::Finding)
+                codes.append(Findings::code(entry.text));
+        }
+        return codes;
+    };
+    const auto* count = test.window.findChild<FindingsLabel*>();
+    // An event about a processor that nobody knows.
+    test.session.notifier().raise(HostEvent(EventNumber::ProcessorAdded, sampleId(99)));
+    test.waitForPanel();
+    QVERIFY(findings().isEmpty());
+    QVERIFY(!count->isVisible());
+
+    test.action(ActionId::ContractChecks)->trigger();
+    test.action(ActionId::ClosePanel)->trigger();
+    test.action(ActionId::OpenPanel)->trigger();
+    test.waitForPanel();
+    test.session.notifier().raise(HostEvent(EventNumber::ProcessorAdded, sampleId(99)));
+    QTRY_VERIFY(findings().contains(QStringLiteral("TSA-W17")));
+    QVERIFY(count->isVisible());
+    QVERIFY2(count->text().startsWith(QStringLiteral("Findings: 0 breaches, ")),
+             qPrintable(count->text()));
+
+    auto* kinds = test.window.log().kindSelector();
+    kinds->setCurrentIndex(kinds->findText(QStringLiteral("Findings")));
+    const QAbstractItemModel* shown = test.window.log().view()->model();
+    QCOMPARE(shown->rowCount(), findings().size());
+    const QModelIndex line = shown->index(0, TraceModel::TextColumn);
+    const QString tip = line.data(Qt::ToolTipRole).toString();
+    QVERIFY2(tip.contains(QStringLiteral("Remedy")), qPrintable(tip));
+    QVERIFY(contrast(line.data(Qt::ForegroundRole).value<QColor>(), hostColors().window) >= 4.5);
+    QVERIFY(contrast(Findings::colour(QStringLiteral("TSA-E13")), hostColors().window) >= 4.5);
+    test.action(ActionId::ClearLog)->trigger();
+    QVERIFY(!count->isVisible());
+    test.action(ActionId::ContractChecks)->trigger();
+    test.action(ActionId::ClosePanel)->trigger();
+    // Each finding comes in a log category, too.
+    QVERIFY(!WarningTrap::take().filter(QStringLiteral("TSA-W17")).isEmpty());
+}
+
+void WorkbenchPanelTest::shouldShowHowLongTheHostTakes()
+{
+    WorkbenchUnderTest test;
+    FaultRule slow;
+    slow.at = QStringLiteral("GetIPCount");
+    slow.effect = FaultEffect::Slow;
+    slow.milliseconds = 20;
+    test.store().setFaults({slow});
+    test.session.trace().clear();
+    test.handler()->GetIPCount(0);
+    test.handler()->GetSelectionMode();
+    test.session.trace().flush();
+    QMap<QString, qint64> durations;
+    for (int row = 0; row < test.session.trace().rowCount(); ++row) {
+        const TraceEntry& entry = test.session.trace().entry(row);
+        durations.insert(entry.text.section(QLatin1Char('('), 0, 0), entry.nanoseconds);
+    }
+    QVERIFY(durations.value(QStringLiteral("GetIPCount")) >= 20000000);
+    QVERIFY(durations.value(QStringLiteral("GetSelectionMode"), -1) >= 0);
 }
 
 TSA_TEST_MAIN(WorkbenchPanelTest)

@@ -2,6 +2,7 @@
 #include "host/workbench/trace/ShortIds.h"
 #include "host/workbench/window/LogPanel.h"
 #include "host/workbench/window/RecordsPanel.h"
+#include "host/workbench/window/WindowSettings.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
 
 #include <QAbstractButton>
@@ -10,6 +11,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDockWidget>
 #include <QFile>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -18,7 +20,9 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QSet>
+#include <QSplitter>
 #include <QStatusBar>
 #include <QTableView>
 #include <QTimer>
@@ -47,6 +51,8 @@ private slots:
     void shouldEnableOnlyPossibleActions();
     void shouldNameItsWidgets();
     void shouldLeaveTheTreesKeysToThePanel();
+    void shouldRememberItself();
+    void shouldComeBackToTheScreen();
 
 private:
     const TestSettings m_settings;
@@ -432,6 +438,56 @@ void WorkbenchWindowTest::shouldLeaveTheTreesKeysToThePanel()
     for (const char* keys : {"F2", "Del", "Ctrl+A", "Ctrl+G", "Ctrl+F", "Esc", "Return"})
         QVERIFY2(!seen.contains(QLatin1String(keys)), keys);
     QVERIFY(seen.size() > 35);
+}
+
+void WorkbenchWindowTest::shouldRememberItself()
+{
+    const QRect place(20, 30, 1100, 500);
+    QList<int> sizes;
+    {
+        WorkbenchUnderTest test;
+        test.action(ActionId::Chinese)->trigger();
+        test.window.setGeometry(place);
+        QCoreApplication::processEvents();
+        test.window.records().splitter()->setSizes({100, 900});
+        sizes = test.window.records().splitter()->sizes();
+        QVERIFY(sizes.at(0) < sizes.at(1));
+        test.window.findChild<QDockWidget*>(QStringLiteral("logDock"))->setFloating(true);
+        QTest::keyClicks(test.window.log().filterField(), QStringLiteral("notify -Get"));
+        test.window.log().kindSelector()->setCurrentIndex(2);
+        test.window.log().paintingBox()->click();
+        WindowSettings::save(test.window);
+    }
+    WorkbenchUnderTest test;
+    QCOMPARE(test.language.choice(), Language::Choice::English);
+    WindowSettings::restore(test.window);
+    QCOMPARE(test.language.choice(), Language::Choice::Chinese);
+    QVERIFY(test.action(ActionId::Chinese)->isChecked());
+    QCOMPARE(test.window.height(), place.height());
+    QVERIFY(test.window.findChild<QDockWidget*>(QStringLiteral("logDock"))->isFloating());
+    const QList<int> restored = test.window.records().splitter()->sizes();
+    QVERIFY(restored.at(0) < restored.at(1));
+    QCOMPARE(test.window.log().filterField()->text(), QStringLiteral("notify -Get"));
+    QCOMPARE(test.window.log().kindSelector()->currentIndex(), 2);
+    QVERIFY(test.window.log().paintingBox()->isChecked());
+}
+
+void WorkbenchWindowTest::shouldComeBackToTheScreen()
+{
+    const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+    for (const QRect& place : {QRect(room.right() - 10, 100, 600, 400), QRect(-590, 100, 600, 400),
+                               QRect(5000, 5000, 600, 400), QRect(10, 10, 5000, 4000)}) {
+        {
+            WorkbenchUnderTest test;
+            test.window.setGeometry(place);
+            WindowSettings::save(test.window);
+        }
+        WorkbenchUnderTest test;
+        WindowSettings::restore(test.window);
+        // The screen of the test may be narrower than the window.
+        const QPoint corner = test.window.geometry().topLeft();
+        QVERIFY(room.contains(QRect(corner, QSize(200, 200))));
+    }
 }
 
 TSA_TEST_MAIN(WorkbenchWindowTest)

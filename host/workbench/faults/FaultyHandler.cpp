@@ -46,6 +46,7 @@ FaultyHandler::FaultyHandler(std::shared_ptr<ITargetSelectInterfaceHandler> hand
 
 CHandlerRelay::Answer FaultyHandler::call(const Call& call, const Ask& ask)
 {
+    const CallTimer timer(m_host.trace);
     const QList<FaultRule> rules = m_host.plan.strike(
         call.operation, [this](FaultEffect effect) { return isPossible(effect); });
     if (rules.isEmpty())

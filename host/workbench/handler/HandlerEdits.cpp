@@ -5,10 +5,10 @@
 #include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/events/Notifier.h"
 #include "host/workbench/handler/WorkbenchHandler.h"
+#include "host/workbench/project/FieldEdit.h"
 #include "host/workbench/store/ProjectStore.h"
 #include "host/workbench/trace/ShortIds.h"
 
-#include <QTextCodec>
 #include <QTimer>
 
 #include <algorithm>
@@ -31,12 +31,6 @@ void logEvents(const HostRequests::Request* request, const QString& message)
         logLine(request->operation, message.arg(events));
 }
 
-int encodedBytes(const HandlerAnswers& answers, const QString& name)
-{
-    const QTextCodec* codec = answers.nameUtf8 ? nullptr : QTextCodec::codecForName("GBK");
-    return (codec ? codec->fromUnicode(name) : name.toUtf8()).size();
-}
-
 /// Returns why `name` is invalid; empty if it is valid.
 QString nameRefusal(const HandlerAnswers& answers, const QString& name)
 {
@@ -44,7 +38,7 @@ QString nameRefusal(const HandlerAnswers& answers, const QString& name)
         return QStringLiteral("no new name is accepted");
     if (name.trimmed().isEmpty())
         return QStringLiteral("it is empty");
-    const int bytes = encodedBytes(answers, name);
+    const int bytes = nameBytes(answers, name);
     if (bytes > answers.nameMaxBytes)
         return QStringLiteral("it has %1 bytes of at most %2").arg(bytes).arg(answers.nameMaxBytes);
     return {};
@@ -260,9 +254,11 @@ void WorkbenchHandler::edit(const char* function, const std::function<void()>& c
         logEvents(HostRequests::find(function), QStringLiteral("event %1 is still owed"));
         // A request for one project must not change the next one.
         const int number = m_store.projectNumber();
+        const int step = m_store.step();
         const int delay = reply == HostReply::SecondLater ? kLateReplyMs : 0;
         // Coarse timers may expire in another order.
         QTimer::singleShot(delay, Qt::PreciseTimer, &m_later, [=] {
+            const ProjectStep undoneWithTheOthers(m_store, step);
             if (m_store.projectNumber() == number)
                 carryOut(function, change);
         });

@@ -2,6 +2,7 @@
 
 #include "host/common/AppendLog.h"
 #include "host/workbench/addresses/AddressTexts.h"
+#include "host/workbench/events/EventNumber.h"
 #include "host/workbench/network/DeviceProbe.h"
 #include "host/workbench/network/DeviceReports.h"
 #include "host/workbench/store/ProjectStore.h"
@@ -142,7 +143,12 @@ void DeviceNetwork::takeLoss(quint32 address)
     logLine(QStringLiteral("%1 has not been heard of for %2 ms")
                 .arg(dottedAddress(address))
                 .arg(m_settings.deadTimeoutMs));
-    m_store.setOnline({watched->id}, false);
+    m_store.change(ChangeKind::Report, [id = watched->id](Project& project) {
+        ProcessorNode* node = project.processor(id);
+        if (!node || !std::exchange(node->online, false))
+            return HostEventList{};
+        return HostEventList{HostEvent(EventNumber::ProcessorChanged, id)};
+    });
 }
 
 /// Writes what processors report into the project, those that a detection has found anew at its
@@ -150,7 +156,8 @@ void DeviceNetwork::takeLoss(quint32 address)
 void DeviceNetwork::store(const QList<DeviceReport>& reports, bool isDetection)
 {
     ++m_storing;
-    m_store.change([&](Project& project) { return storeReports(project, reports, isDetection); });
+    m_store.change(isDetection ? ChangeKind::Detection : ChangeKind::Report,
+                   [&](Project& project) { return storeReports(project, reports, isDetection); });
     const QHash<quint32, Known> all = known();
     for (const DeviceReport& report : reports) {
         if (all.contains(report.address))

@@ -10,10 +10,12 @@
 #include "host/workbench/tour/SelfTest.h"
 #include "host/workbench/trace/TraceFile.h"
 #include "host/workbench/window/Actions.h"
+#include "host/workbench/window/Autosave.h"
 #include "host/workbench/window/FileCommands.h"
 #include "host/workbench/window/Language.h"
 #include "host/workbench/window/LogPanel.h"
 #include "host/workbench/window/MainWindow.h"
+#include "host/workbench/window/WindowSettings.h"
 #include "sdk/record/Recorder.h"
 
 #include <QApplication>
@@ -23,6 +25,7 @@
 #include <QTimer>
 
 #include <iostream>
+#include <optional>
 
 namespace {
 
@@ -143,14 +146,22 @@ int main(int argc, char** argv)
     record(options, window, problem);
     const bool isObserved = problem.isEmpty();
     load(options, window, problem);
+    if (!unattended)
+        WindowSettings::restore(window);
     window.show();
+    std::optional<Autosave> autosave; // A run without a user neither writes copies nor asks.
     if (unattended) {
         // Runs in the event loop, so that the panel ends as it does in a host.
         QTimer::singleShot(0, &window, [&] { runUnattended(options, window, scripts, problem); });
-    } else if (!problem.isEmpty()) {
-        showProblem(&window, problem);
+    } else {
+        if (!problem.isEmpty())
+            showProblem(&window, problem);
+        autosave.emplace(window, window.files(), session.store());
+        QTimer::singleShot(0, &*autosave, &Autosave::offerRecovery);
     }
     const int result = QApplication::exec();
+    if (!unattended)
+        WindowSettings::save(window);
     session.trace().flush();
     // The end of the panel is recorded, too.
     if (session.recorder().isOpen())

@@ -34,6 +34,14 @@ bool isPainting(const QWidget& panel)
     });
 }
 
+/// Returns whether the record is a finding of the panel's checks, which begin with a code.
+TraceEntry::Kind kindOf(const LogRecord& record)
+{
+    const bool isFinding =
+        record.message.rfind("TSA-E", 0) == 0 || record.message.rfind("TSA-W", 0) == 0;
+    return isFinding ? TraceEntry::Kind::Finding : TraceEntry::Kind::Log;
+}
+
 } // namespace
 
 Session::Session(QObject* parent)
@@ -53,11 +61,11 @@ Session::Session(QObject* parent)
         },
         Qt::DirectConnection);
     SetLogSink([this](const LogRecord& record) {
-        m_trace.add(TraceEntry::Kind::Log, QStringLiteral("%1:%2 %3: %4")
-                                               .arg(QString::fromStdString(record.file))
-                                               .arg(record.line)
-                                               .arg(QString::fromStdString(record.function),
-                                                    QString::fromStdString(record.message)));
+        m_trace.add(kindOf(record), QStringLiteral("%1:%2 %3: %4")
+                                        .arg(QString::fromStdString(record.file))
+                                        .arg(record.line)
+                                        .arg(QString::fromStdString(record.function),
+                                             QString::fromStdString(record.message)));
     });
 }
 

@@ -4,6 +4,7 @@
 #include "host/workbench/faults/FaultPlan.h"
 #include "host/workbench/faults/FaultThread.h"
 #include "host/workbench/session/PanelLibrary.h"
+#include "host/workbench/store/History.h"
 #include "host/workbench/store/ProjectStore.h"
 #include "host/workbench/trace/TraceModel.h"
 
@@ -33,6 +34,7 @@ public:
     TraceModel& trace() { return m_trace; }
     Notifier& notifier() { return m_notifier; }
     ProjectStore& store() { return m_store; }
+    History& history() { return m_history; }
     PanelLibrary& library() { return m_library; }
     FaultPlan& faults() { return m_faults; }
 
@@ -78,6 +80,7 @@ private:
     TraceModel m_trace;
     Notifier m_notifier{m_trace};
     ProjectStore m_store{m_notifier};
+    History m_history{m_store};
     std::shared_ptr<WorkbenchHandler> m_handler;
     FaultPlan m_faults;
     FaultThread m_faultThread;

@@ -2,15 +2,34 @@
 
 #include "host/workbench/events/HostEvent.h"
 #include "host/workbench/project/Project.h"
+#include "host/workbench/store/ChangeTitle.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <atomic>
 #include <functional>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 class Notifier;
+
+/// A project with a number of its own, by which it is known again.
+struct ProjectState
+{
+    Project project;
+    int revision = 0;
+};
+
+/// A change that was made: for undo.
+struct ProjectChange
+{
+    ChangeTitle title;
+    int step = 0; ///< The same for changes that are undone together.
+    ProjectState before;
+    ProjectState after;
+};
 
 /// Holds the project of the host and changes it. Raises the events of a change after the change is
 /// made and the lock is released.
@@ -36,9 +55,37 @@ public:
         return ask(m_project);
     }
 
-    /// Returns whether the project has changed since the last replace() or markSaved().
+    /// Returns whether the project is another one than that of the last replace() or markSaved().
     bool isModified() const;
     void markSaved();
+
+    /// Returns whether `revision` is that of the state that is saved.
+    bool isSaved(int revision) const;
+
+    /// Makes the project count as modified although nothing has changed it since replace().
+    void markUnsaved();
+
+    /// Keeps the changes from now on until takeRecorded() takes them.
+    void startRecording();
+
+    /// Returns the changes since the last call, in the order in which they were made.
+    std::vector<ProjectChange> takeRecorded();
+
+    /// Returns the number of the step to which a change belongs that is made now. On the GUI thread
+    /// a step lasts until control returns to the event loop, so that all requests of one click
+    /// belong to it; on another thread each change is a step.
+    int step();
+
+    /// Ends the current step, if there is one. GUI thread.
+    void endStep();
+
+    /// Gives the project back a state that it had, and announces what differs. The front panels
+    /// stay as they are. Returns false, without effect, while recorded changes are not taken.
+    bool restore(const ProjectState& state);
+
+    /// Changes fields of records. `change` names the change and returns whether there is one. The
+    /// events follow from what differs.
+    void edit(const std::function<bool(Project&, ChangeTitle&)>& change);
 
     /// Replaces the project and announces tree, device sets, strategy, LAN-USB and current
     /// processor.
@@ -119,7 +166,7 @@ public:
 
     /// Changes anything, as a detection does; `change` returns the events to raise, none if nothing
     /// changed.
-    void change(const std::function<HostEventList(Project&)>& change);
+    void change(ChangeKind kind, const std::function<HostEventList(Project&)>& change);
 
     /// Sets the network in which the host detects. Raises no event.
     void setNetwork(const NetworkSettings& network);
@@ -150,10 +197,23 @@ signals:
     /// Emitted instead of changed() if only the IP list changed.
     void ipListChanged();
 
+    /// Emitted after changed() or ipListChanged() when there are recorded changes.
+    void recorded();
+
+    /// Emitted before changed() when another project has replaced the former one.
+    void replaced();
+
 private:
-    template <typename Change>
+    friend class ProjectStep;
+
+    /// Changes the project, names the change, and returns the events to raise, none if nothing
+    /// changed.
+    using Change = std::function<HostEventList(Project&, ChangeTitle&)>;
+
     void apply(const Change& change);
-    void changeProcessors(const QList<QUuid>& ids, quint32 event,
+    bool modify(const std::function<bool(Project&, ChangeTitle&)>& change,
+                void (ProjectStore::*signal)() = &ProjectStore::changed);
+    void changeProcessors(ChangeKind kind, const QList<QUuid>& ids, quint32 event,
                           const std::function<bool(ProcessorNode&)>& change);
     HostEventList everything() const;
 
@@ -161,6 +221,29 @@ private:
     std::atomic<int> m_projectNumber{0};
     mutable std::mutex m_mutex;
     Project m_project;                                         // guarded by m_mutex
-    bool m_modified = false;                                   // guarded by m_mutex
+    int m_revision = 0;                                        // guarded by m_mutex
+    int m_savedRevision = 0;                                   // guarded by m_mutex
+    int m_lastRevision = 0;                                    // guarded by m_mutex
+    bool m_isRecording = false;                                // guarded by m_mutex
+    std::vector<ProjectChange> m_recorded;                     // guarded by m_mutex
     mutable std::optional<QSet<quint32>> m_processorAddresses; // guarded by m_mutex
+    std::atomic<int> m_lastStep{0};
+    int m_step = 0;              // GUI thread
+    int m_forcedStep = 0;        // GUI thread
+    QPointer<QObject> m_stepEnd; // Qt child; its deletion ends the step; GUI thread
+};
+
+/// While it exists, changes belong to a step that began earlier: a request that the host carries
+/// out late is undone together with the others of its time. GUI thread.
+class ProjectStep final
+{
+public:
+    ProjectStep(ProjectStore& store, int step);
+    ~ProjectStep();
+    ProjectStep(const ProjectStep&) = delete;
+    ProjectStep& operator=(const ProjectStep&) = delete;
+
+private:
+    ProjectStore& m_store;
+    int m_former;
 };

@@ -14,7 +14,7 @@ constexpr qint64 kLineStart = 64;
 bool isTrace(QFile& file)
 {
     static const QRegularExpression start(
-        QStringLiteral("^\\d\\d:\\d\\d:\\d\\d\\.\\d{3}\t(call|event|log)\t"));
+        QStringLiteral("^\\d\\d:\\d\\d:\\d\\d\\.\\d{3}\t(call|event|log|finding)\t"));
     return start.match(QString::fromUtf8(file.read(kLineStart))).hasMatch();
 }
 

@@ -12,20 +12,32 @@ namespace {
 
 constexpr char kTimeFormat[] = "HH:mm:ss.zzz";
 
+thread_local CallTimer* t_call = nullptr;
+
+/// Returns a duration as text, empty if it is not known.
+QString durationText(qint64 nanoseconds)
+{
+    return nanoseconds < 0
+               ? QString()
+               : QStringLiteral("%1 ms").arg(static_cast<double>(nanoseconds) / 1e6, 0, 'f', 3);
+}
+
 } // namespace
 
 QString traceLine(const TraceEntry& entry)
 {
-    const char* kinds[] = {"call", "event", "log"};
+    const char* kinds[] = {"call", "event", "log", "finding"};
     QString text = entry.text;
     // A name with a line break in it does not begin a line.
     text.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
     text.replace(QLatin1Char('\n'), QLatin1String("\\n"));
     text.replace(QLatin1Char('\r'), QLatin1String("\\r"));
     text.replace(QLatin1Char('\t'), QLatin1String("\\t"));
-    return QStringList{entry.time.toString(QLatin1String(kTimeFormat)),
-                       QLatin1String(kinds[static_cast<int>(entry.kind)]), entry.thread, text}
-        .join(QLatin1Char('\t'));
+    QStringList columns{entry.time.toString(QLatin1String(kTimeFormat)),
+                        QLatin1String(kinds[static_cast<int>(entry.kind)]), entry.thread, text};
+    if (entry.nanoseconds >= 0)
+        columns.append(durationText(entry.nanoseconds));
+    return columns.join(QLatin1Char('\t'));
 }
 
 TraceModel::TraceModel(QObject* parent)
@@ -52,6 +64,8 @@ QVariant TraceModel::data(const QModelIndex& index, int role) const
         return static_cast<int>(entry.kind);
     if (role == PaintingRole)
         return entry.isOfPainting;
+    if (role == Qt::TextAlignmentRole && index.column() == DurationColumn)
+        return int{Qt::AlignRight | Qt::AlignVCenter};
     if (role == LineRole)
         return traceLine(entry);
     if (role != Qt::DisplayRole)
@@ -63,6 +77,8 @@ QVariant TraceModel::data(const QModelIndex& index, int role) const
         return kindText(entry.kind);
     case ThreadColumn:
         return entry.thread;
+    case DurationColumn:
+        return durationText(entry.nanoseconds);
     default:
         return entry.text;
     }
@@ -79,6 +95,8 @@ QVariant TraceModel::headerData(int section, Qt::Orientation orientation, int ro
         return tr("Kind");
     case ThreadColumn:
         return tr("Thread");
+    case DurationColumn:
+        return tr("Duration");
     case TextColumn:
         return tr("Text");
     default:
@@ -86,7 +104,7 @@ QVariant TraceModel::headerData(int section, Qt::Orientation orientation, int ro
     }
 }
 
-void TraceModel::add(TraceEntry::Kind kind, const QString& text)
+qint64 TraceModel::add(TraceEntry::Kind kind, const QString& text)
 {
     TraceEntry entry{QTime::currentTime(), kind, currentThreadName(), text};
     if (kind == TraceEntry::Kind::Call && QThread::currentThread() == thread())
@@ -95,10 +113,45 @@ void TraceModel::add(TraceEntry::Kind kind, const QString& text)
     {
         const std::lock_guard guard(m_mutex);
         isFirst = m_incoming.isEmpty();
+        entry.number = ++m_lastNumber;
         m_incoming.append(entry);
     }
+    if (t_call && kind == TraceEntry::Kind::Call)
+        t_call->m_line = entry.number;
     if (isFirst)
         QMetaObject::invokeMethod(this, &TraceModel::flush, Qt::QueuedConnection);
+    return entry.number;
+}
+
+void TraceModel::setDuration(qint64 number, qint64 nanoseconds)
+{
+    {
+        const std::lock_guard guard(m_mutex);
+        for (auto entry = m_incoming.end(); entry != m_incoming.begin();) {
+            --entry;
+            if (entry->number > number)
+                continue;
+            if (entry->number == number) {
+                entry->nanoseconds = nanoseconds;
+                return;
+            }
+            break;
+        }
+    }
+    QMetaObject::invokeMethod(
+        this, [this, number, nanoseconds] { storeDuration(number, nanoseconds); },
+        Qt::QueuedConnection);
+}
+
+/// Sets the duration of a row. The numbers of the rows have no gaps.
+void TraceModel::storeDuration(qint64 number, qint64 nanoseconds)
+{
+    if (m_rows.empty() || number < m_rows.front().number || number > m_rows.back().number)
+        return;
+    const int row = static_cast<int>(number - m_rows.front().number);
+    m_rows.at(static_cast<std::size_t>(row)).nanoseconds = nanoseconds;
+    const QModelIndex changed = index(row, DurationColumn);
+    emit dataChanged(changed, changed);
 }
 
 void TraceModel::flush()
@@ -148,6 +201,22 @@ QString TraceModel::kindText(TraceEntry::Kind kind) const
         return tr("Event");
     case TraceEntry::Kind::Log:
         return tr("Log");
+    case TraceEntry::Kind::Finding:
+        return tr("Finding");
     }
     return {};
+}
+
+CallTimer::CallTimer(TraceModel& trace)
+    : m_trace(trace)
+    , m_outer(std::exchange(t_call, this))
+{
+    m_timer.start();
+}
+
+CallTimer::~CallTimer()
+{
+    t_call = m_outer;
+    if (m_line > 0)
+        m_trace.setDuration(m_line, m_timer.nsecsElapsed());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QElapsedTimer>
 #include <QMetaType>
 #include <QString>
 #include <QTime>
@@ -14,19 +15,22 @@
 /// One line of the workbench's live log.
 struct TraceEntry
 {
-    enum class Kind { Call, Event, Log };
+    enum class Kind { Call, Event, Log, Finding };
 
     QTime time;
     Kind kind = Kind::Log;
     QString thread;
     QString text;
     bool isOfPainting = false; ///< A question that the panel asks while it paints.
+    qint64 number = 0;         ///< Counts all lines of the log.
+    qint64 nanoseconds = -1;   ///< How long it took; negative if that is not known.
 };
 
 Q_DECLARE_METATYPE(TraceEntry)
 
 /// Returns the entry as one line of English text; tabs separate the columns. In the text, line
-/// breaks, tabs and backslashes are written as in C.
+/// breaks, tabs and backslashes are written as in C. The last column is the duration; an entry
+/// without one has no such column.
 QString traceLine(const TraceEntry& entry);
 
 /// The live log: calls of the panel, raised events, and records of the host's log. Keeps the last
@@ -36,7 +40,7 @@ class TraceModel final : public QAbstractTableModel
     Q_OBJECT
 
 public:
-    enum Column { TimeColumn, KindColumn, ThreadColumn, TextColumn, ColumnCount };
+    enum Column { TimeColumn, KindColumn, ThreadColumn, DurationColumn, TextColumn, ColumnCount };
     enum Role {
         KindRole = Qt::UserRole,
         PaintingRole,
@@ -54,7 +58,11 @@ public:
 
     /// Adds a line with the current time and the name of the calling thread. The row is inserted
     /// by a queued call on the GUI thread. Thread-safe.
-    void add(TraceEntry::Kind kind, const QString& text);
+    /// Returns the number of the line.
+    qint64 add(TraceEntry::Kind kind, const QString& text);
+
+    /// Sets how long that took which a line tells of. Thread-safe.
+    void setDuration(qint64 number, qint64 nanoseconds);
 
     /// Inserts the rows of all lines added so far. GUI thread.
     void flush();
@@ -79,9 +87,30 @@ signals:
 
 private:
     QString kindText(TraceEntry::Kind kind) const;
+    void storeDuration(qint64 number, qint64 nanoseconds);
 
     std::function<bool()> m_isPainting; // GUI thread
     std::mutex m_mutex;
     QVector<TraceEntry> m_incoming; // guarded by m_mutex
+    qint64 m_lastNumber = 0;        // guarded by m_mutex
     std::deque<TraceEntry> m_rows;
+};
+
+/// Measures a call of the panel, from its construction to its destruction: the last line of the
+/// kind Call that the thread adds meanwhile, apart from calls inside the call, gets the duration.
+class CallTimer final
+{
+public:
+    explicit CallTimer(TraceModel& trace);
+    ~CallTimer();
+    CallTimer(const CallTimer&) = delete;
+    CallTimer& operator=(const CallTimer&) = delete;
+
+private:
+    friend class TraceModel;
+
+    TraceModel& m_trace;
+    CallTimer* m_outer;
+    qint64 m_line = 0;
+    QElapsedTimer m_timer;
 };

@@ -223,6 +223,22 @@
         <source>&amp;Network...</source>
         <translation>网络(&amp;N)...</translation>
     </message>
+    <message>
+        <source>E&amp;dit</source>
+        <translation>编辑(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>撤销(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>重做(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Check the contract in the ne&amp;xt panel</source>
+        <translation>在下一个面板中检查约定(&amp;X)</translation>
+    </message>
 </context>
 <context>
     <name>AddProcessorsDialog</name>
@@ -271,53 +287,32 @@
     </message>
 </context>
 <context>
-    <name>CTraceReader</name>
+    <name>Autosave</name>
     <message>
-        <source>%1 is not a regular file</source>
-        <translation>%1 不是普通文件</translation>
+        <source>a project without a file</source>
+        <translation>未保存过的项目</translation>
     </message>
     <message>
-        <source>%1 cannot be read: %2</source>
-        <translation>无法读取 %1：%2</translation>
+        <source>The program ended without warning. There is a copy of %1 with unsaved changes, of %2.</source>
+        <translation>程序曾意外结束。存在 %1 的副本，含未保存的更改，时间为 %2。</translation>
     </message>
     <message>
-        <source>%1, line %2: the recording ends inside this line</source>
-        <translation>%1，第 %2 行：录制在这一行中断</translation>
+        <source>Recover</source>
+        <translation>恢复</translation>
     </message>
     <message>
-        <source>this is not a recording</source>
-        <translation>这不是录制文件</translation>
+        <source>Discard</source>
+        <translation>丢弃</translation>
     </message>
     <message>
-        <source>the recording has version %1 of the format, and this program reads version %2</source>
-        <translation>该录制的格式版本为 %1，本程序只能读取版本 %2</translation>
+        <source>Later</source>
+        <translation>稍后</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is missing or wrong</source>
-        <translation>“%1”缺失或有误</translation>
-    </message>
-    <message>
-        <source>this is not an object</source>
-        <translation>这不是一个对象</translation>
-    </message>
-    <message>
-        <source>%1, line %2, column %3: %4</source>
-        <translation>%1，第 %2 行第 %3 列：%4</translation>
-    </message>
-</context>
-<context>
-    <name>CTraceWriter</name>
-    <message>
-        <source>it is not a regular file</source>
-        <translation>它不是普通文件</translation>
-    </message>
-    <message>
-        <source>the file that is there is not a recording</source>
-        <translation>该处已有的文件不是录制文件</translation>
-    </message>
-    <message>
-        <source>%1 cannot be written: %2</source>
-        <translation>无法写入 %1：%2</translation>
+        <source>%1
+The copy is kept as %2.</source>
+        <translation>%1
+副本保留为 %2。</translation>
     </message>
 </context>
 <context>
@@ -396,6 +391,207 @@
     </message>
 </context>
 <context>
+    <name>ChangeTitle</name>
+    <message>
+        <source>report of a processor</source>
+        <translation>处理器的上报</translation>
+    </message>
+    <message>
+        <source>choice of the current processor</source>
+        <translation>当前处理器的选择</translation>
+    </message>
+    <message>
+        <source>check of an address</source>
+        <translation>地址检查</translation>
+    </message>
+    <message>
+        <source>change of the IP list</source>
+        <translation>IP 列表的更改</translation>
+    </message>
+    <message>
+        <source>state of %1</source>
+        <translation>“%1”的状态</translation>
+    </message>
+    <message>
+        <source>state of %1 processors</source>
+        <translation>%1 个处理器的状态</translation>
+    </message>
+    <message>
+        <source>number of outputs</source>
+        <translation>输出数量</translation>
+    </message>
+    <message>
+        <source>handler answers</source>
+        <translation>宿主应答</translation>
+    </message>
+    <message>
+        <source>detection strategy</source>
+        <translation>检测策略</translation>
+    </message>
+    <message>
+        <source>LAN-USB</source>
+        <translation>LAN-USB</translation>
+    </message>
+    <message>
+        <source>choice of the device set</source>
+        <translation>设备组的选择</translation>
+    </message>
+    <message>
+        <source>device sets</source>
+        <translation>设备组</translation>
+    </message>
+    <message>
+        <source>faults</source>
+        <translation>故障</translation>
+    </message>
+    <message>
+        <source>network</source>
+        <translation>网络</translation>
+    </message>
+    <message>
+        <source>move of %1</source>
+        <translation>“%1”的移动</translation>
+    </message>
+    <message>
+        <source>move of %1 processors</source>
+        <translation>%1 个处理器的移动</translation>
+    </message>
+    <message>
+        <source>monitor warning of %1</source>
+        <translation>“%1”的监控警告</translation>
+    </message>
+    <message>
+        <source>monitor warning of %1 processors</source>
+        <translation>%1 个处理器的监控警告</translation>
+    </message>
+    <message>
+        <source>redundancy of %1</source>
+        <translation>“%1”的冗余</translation>
+    </message>
+    <message>
+        <source>redundancy of %1 processors</source>
+        <translation>%1 个处理器的冗余</translation>
+    </message>
+    <message>
+        <source>protection of %1</source>
+        <translation>“%1”的保护</translation>
+    </message>
+    <message>
+        <source>protection of %1 processors</source>
+        <translation>%1 个处理器的保护</translation>
+    </message>
+    <message>
+        <source>address of %1</source>
+        <translation>“%1”的地址</translation>
+    </message>
+    <message>
+        <source>change of %1</source>
+        <translation>“%1”的更改</translation>
+    </message>
+    <message>
+        <source>rename of %1</source>
+        <translation>“%1”的重命名</translation>
+    </message>
+    <message>
+        <source>addition of %1</source>
+        <translation>“%1”的添加</translation>
+    </message>
+    <message>
+        <source>addition of %1 processors</source>
+        <translation>%1 个处理器的添加</translation>
+    </message>
+    <message>
+        <source>addition of group %1</source>
+        <translation>分组“%1”的添加</translation>
+    </message>
+    <message>
+        <source>removal of %1</source>
+        <translation>“%1”的移除</translation>
+    </message>
+    <message>
+        <source>removal of %1 processors</source>
+        <translation>%1 个处理器的移除</translation>
+    </message>
+    <message>
+        <source>ungrouping of %1</source>
+        <translation>分组“%1”的解散</translation>
+    </message>
+    <message>
+        <source>detection</source>
+        <translation>检测</translation>
+    </message>
+</context>
+<context>
+    <name>ChangedFileBar</name>
+    <message>
+        <source>%1 was removed by another program.</source>
+        <translation>%1 已被其他程序删除。</translation>
+    </message>
+    <message>
+        <source>%1 was changed by another program.</source>
+        <translation>%1 已被其他程序更改。</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>重新加载</translation>
+    </message>
+    <message>
+        <source>Open the file as it is now; changes made here are lost</source>
+        <translation>打开文件的当前内容；此处的更改将丢失</translation>
+    </message>
+    <message>
+        <source>Compare...</source>
+        <translation>比较...</translation>
+    </message>
+    <message>
+        <source>Show in what the project and the file differ</source>
+        <translation>显示项目与文件的差异</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>保留</translation>
+    </message>
+    <message>
+        <source>Keep the project as it is here, for the next Save</source>
+        <translation>保留此处的项目，供下次保存</translation>
+    </message>
+</context>
+<context>
+    <name>CompareDialog</name>
+    <message>
+        <source>Compare with the file</source>
+        <translation>与文件比较</translation>
+    </message>
+    <message>
+        <source>Differences: %1</source>
+        <translation>差异：%1</translation>
+    </message>
+    <message>
+        <source>Record</source>
+        <translation>记录</translation>
+    </message>
+    <message>
+        <source>Field</source>
+        <translation>字段</translation>
+    </message>
+    <message>
+        <source>Here</source>
+        <translation>此处</translation>
+    </message>
+    <message>
+        <source>In the file</source>
+        <translation>文件中</translation>
+    </message>
+    <message>
+        <source>Differences</source>
+        <translation>差异</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+</context>
+<context>
     <name>DetectionStatus</name>
     <message>
         <source>Detection cancelled; processors found: %1</source>
@@ -455,6 +651,25 @@
     <message>
         <source>None</source>
         <translation>无</translation>
+    </message>
+</context>
+<context>
+    <name>EditCommands</name>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>撤销(&amp;U)%1</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>撤销(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Redo %1</source>
+        <translation>重做(&amp;R)%1</translation>
+    </message>
+    <message>
+        <source>&amp;Redo</source>
+        <translation>重做(&amp;R)</translation>
     </message>
 </context>
 <context>
@@ -579,6 +794,73 @@
     </message>
 </context>
 <context>
+    <name>FieldEdit</name>
+    <message>
+        <source>An identity is expected, such as %1; nothing means none.</source>
+        <translation>应为标识，例如 %1；留空表示无。</translation>
+    </message>
+    <message>
+        <source>The text has more than %1 characters.</source>
+        <translation>文本超过 %1 个字符。</translation>
+    </message>
+    <message>
+        <source>Either true or false is expected.</source>
+        <translation>应为 true 或 false。</translation>
+    </message>
+    <message>
+        <source>A number is expected, such as 59.94.</source>
+        <translation>应为数字，例如 59.94。</translation>
+    </message>
+    <message>
+        <source>Four whole numbers from 0 to %1 are expected, with commas between them.</source>
+        <translation>应为四个 0 到 %1 的整数，以逗号分隔。</translation>
+    </message>
+    <message>
+        <source>A whole number from %1 to %2 is expected.</source>
+        <translation>应为 %1 到 %2 的整数。</translation>
+    </message>
+    <message>
+        <source>An address is expected, such as 192.168.0.1; 127.0.0.1 means none.</source>
+        <translation>应为地址，例如 192.168.0.1；127.0.0.1 表示无。</translation>
+    </message>
+    <message>
+        <source>The name is empty.</source>
+        <translation>名称为空。</translation>
+    </message>
+    <message>
+        <source>The name has %1 bytes of at most %2.</source>
+        <translation>名称有 %1 个字节，最多 %2 个。</translation>
+    </message>
+    <message>
+        <source>There is no group of this identity.</source>
+        <translation>没有此标识的分组。</translation>
+    </message>
+    <message>
+        <source>The identity of a record does not change.</source>
+        <translation>记录的标识不会改变。</translation>
+    </message>
+    <message>
+        <source>The record does not exist any more.</source>
+        <translation>该记录已不存在。</translation>
+    </message>
+    <message>
+        <source>An address is expected, such as 192.168.0.1.</source>
+        <translation>应为地址，例如 192.168.0.1。</translation>
+    </message>
+    <message>
+        <source>The list has this address already.</source>
+        <translation>列表中已有此地址。</translation>
+    </message>
+    <message>
+        <source>The name has more than %1 characters.</source>
+        <translation>名称超过 %1 个字符。</translation>
+    </message>
+    <message>
+        <source>The entry does not exist any more.</source>
+        <translation>该条目已不存在。</translation>
+    </message>
+</context>
+<context>
     <name>FieldReader</name>
     <message>
         <source>an object is expected here</source>
@@ -670,6 +952,31 @@
     <message>
         <source>%1 cannot be written: the live log is written there</source>
         <translation>无法写入 %1：实时日志正写入此文件</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: another program has changed or removed it</source>
+        <translation>无法写入 %1：其他程序已更改或删除它</translation>
+    </message>
+    <message>
+        <source>%1
+Save the project all the same?</source>
+        <translation>%1
+仍要保存项目吗？</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>重新加载</translation>
+    </message>
+    <message>
+        <source>Compare...</source>
+        <translation>比较...</translation>
+    </message>
+</context>
+<context>
+    <name>FindingsLabel</name>
+    <message>
+        <source>Findings: %1 breaches, %2 hints</source>
+        <translation>发现：%1 个违约，%2 个提示</translation>
     </message>
 </context>
 <context>
@@ -826,6 +1133,10 @@
         <source>%1 cannot be written: the live log is written there</source>
         <translation>无法写入 %1：实时日志正写入此文件</translation>
     </message>
+    <message>
+        <source>Findings</source>
+        <translation>发现</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>
@@ -836,6 +1147,10 @@
     <message>
         <source>Faults</source>
         <translation>故障</translation>
+    </message>
+    <message>
+        <source>Docks</source>
+        <translation>停靠窗口</translation>
     </message>
 </context>
 <context>
@@ -933,6 +1248,61 @@
     <message>
         <source>at least twice %1 is expected</source>
         <translation>至少应为 %1 的两倍</translation>
+    </message>
+</context>
+<context>
+    <name>ProjectComparison</name>
+    <message>
+        <source>Processor %1</source>
+        <translation>处理器 %1</translation>
+    </message>
+    <message>
+        <source>Group %1</source>
+        <translation>分组 %1</translation>
+    </message>
+    <message>
+        <source>Device set %1</source>
+        <translation>设备组 %1</translation>
+    </message>
+    <message>
+        <source>exists</source>
+        <translation>存在</translation>
+    </message>
+    <message>
+        <source>order</source>
+        <translation>顺序</translation>
+    </message>
+    <message>
+        <source>another</source>
+        <translation>不同</translation>
+    </message>
+    <message>
+        <source>IP list</source>
+        <translation>IP 列表</translation>
+    </message>
+    <message>
+        <source>Groups</source>
+        <translation>分组</translation>
+    </message>
+    <message>
+        <source>Processors</source>
+        <translation>处理器</translation>
+    </message>
+    <message>
+        <source>Device sets</source>
+        <translation>设备组</translation>
+    </message>
+    <message>
+        <source>Project</source>
+        <translation>项目</translation>
+    </message>
+    <message>
+        <source>Handler answers</source>
+        <translation>宿主应答</translation>
+    </message>
+    <message>
+        <source>Network</source>
+        <translation>网络</translation>
     </message>
 </context>
 <context>
@@ -1199,6 +1569,33 @@ Add processors with Change &gt; Add processor.</source>
         <source>Records of the project</source>
         <translation>工程的记录</translation>
     </message>
+    <message>
+        <source>%1 (does not change)</source>
+        <translation>%1（不会改变）</translation>
+    </message>
+</context>
+<context>
+    <name>RecoveryFile</name>
+    <message>
+        <source>%1 cannot be locked</source>
+        <translation>无法锁定 %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>无法读取 %1：%2</translation>
+    </message>
+    <message>
+        <source>%1, line 1: this is not the copy of a project</source>
+        <translation>%1，第 1 行：这不是项目的副本</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1，%2</translation>
+    </message>
 </context>
 <context>
     <name>Replay</name>
@@ -1324,6 +1721,14 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>Log</source>
         <translation>日志</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>时长</translation>
+    </message>
+    <message>
+        <source>Finding</source>
+        <translation>发现</translation>
     </message>
 </context>
 <context>

@@ -7,6 +7,7 @@
 #include "host/workbench/dialogs/NetworkDialog.h"
 #include "host/workbench/dialogs/Prompts.h"
 #include "host/workbench/dialogs/RaiseEventDialog.h"
+#include "host/workbench/project/FieldEdit.h"
 #include "host/workbench/session/Session.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/RecordsPanel.h"
@@ -41,6 +42,7 @@ ChangeCommands::ChangeCommands(QWidget* window, Actions& actions, RecordsPanel& 
     connectSelectionActions();
     connectProjectActions();
     connectEventActions();
+    connectFields();
     connect(&records, &RecordsPanel::selectionChanged, this, &ChangeCommands::updateEnabled);
     updateEnabled();
 }
@@ -132,6 +134,41 @@ void ChangeCommands::connectEventActions()
         notifier->setDelivery(on ? Notifier::Delivery::GuiThread
                                  : Notifier::Delivery::NotifyingThread);
     });
+}
+
+void ChangeCommands::connectFields()
+{
+    connect(&m_records, &RecordsPanel::fieldEdited, this, &ChangeCommands::editField);
+    connect(&m_records, &RecordsPanel::ipEntryEdited, this, &ChangeCommands::editIpEntry);
+}
+
+void ChangeCommands::editField(const QUuid& id, const QString& field, const QString& text)
+{
+    QString problem;
+    m_session.store().edit([&](Project& project, ChangeTitle& title) {
+        const ProcessorNode* node = project.processor(id);
+        const QString name = node ? node->name : project.group(id).name;
+        if (field == QStringLiteral("name"))
+            title = {ChangeKind::Rename, name};
+        else
+            title = {ChangeKind::Field, QStringLiteral("%1, %2").arg(field, name)};
+        problem = setField(project, id, field, text);
+        return problem.isEmpty();
+    });
+    // The project may have changed since the text was checked.
+    if (!problem.isEmpty())
+        showProblem(m_window, problem);
+}
+
+void ChangeCommands::editIpEntry(int row, const QString& address, const QString& name)
+{
+    QString problem;
+    m_session.store().changeIpList([&](IpList& list) {
+        problem = setIpEntry(list, row, address, name);
+        return problem.isEmpty();
+    });
+    if (!problem.isEmpty())
+        showProblem(m_window, problem);
 }
 
 void ChangeCommands::updateEnabled()

@@ -23,6 +23,9 @@ private:
     void connectSelectionActions();
     void connectProjectActions();
     void connectEventActions();
+    void connectFields();
+    void editField(const QUuid& id, const QString& field, const QString& text);
+    void editIpEntry(int row, const QString& address, const QString& name);
     void updateEnabled();
 
     QList<QUuid> processors() const;

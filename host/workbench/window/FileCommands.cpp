@@ -1,13 +1,15 @@
 #include "host/workbench/window/FileCommands.h"
 
 #include "host/common/SoftwareName.h"
+#include "host/workbench/dialogs/CompareDialog.h"
 #include "host/workbench/dialogs/Prompts.h"
 #include "host/workbench/project/ProjectJson.h"
+#include "host/workbench/session/Settings.h"
 #include "host/workbench/store/ProjectStore.h"
 #include "host/workbench/window/Actions.h"
+#include "host/workbench/window/ChangedFileBar.h"
 #include "host/workbench/window/PlainText.h"
 #include "host/workbench/window/SameFile.h"
-#include "host/workbench/window/Settings.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -33,11 +35,23 @@ FileCommands::FileCommands(QMainWindow* window, Actions& actions, ProjectStore& 
     , m_window(window)
     , m_actions(actions)
     , m_store(store)
+    , m_bar(new ChangedFileBar(window))
 {
+    connect(&m_watch, &FileWatch::changed, this, [this](FileWatch::State state) {
+        m_bar->tell(state, QFileInfo(m_path).fileName());
+        // Nothing else holds the project now.
+        if (state == FileWatch::State::Missing)
+            m_store.markUnsaved();
+    });
+    connect(m_bar->reloadButton(), &QPushButton::clicked, this, &FileCommands::reload);
+    connect(m_bar->compareButton(), &QPushButton::clicked, this, &FileCommands::compare);
+    connect(m_bar->keepButton(), &QPushButton::clicked, this, &FileCommands::keep);
     connect(actions[ActionId::NewProject], &QAction::triggered, this, [this] {
         if (!confirmLoss())
             return;
         m_path.clear();
+        m_watch.watch({}, {});
+        m_bar->hide();
         m_store.replace(Project());
     });
     connect(actions[ActionId::OpenProject], &QAction::triggered, this,
@@ -61,27 +75,53 @@ QString FileCommands::sampleProject()
 
 bool FileCommands::open(const QString& path, QString& problem)
 {
+    const QByteArray seen = FileWatch::fingerprint(path);
     const auto project = loadProject(path, problem);
     if (!project)
         return false;
     const bool isOwn = path.startsWith(QLatin1String(":/"));
     m_path = isOwn ? QString() : QFileInfo(path).absoluteFilePath();
+    m_watch.watch(m_path, seen);
+    m_bar->hide();
     if (!isOwn)
         remember(m_path);
     m_store.replace(*project);
     return true;
 }
 
+void FileCommands::openRecovered(const Project& project, const QString& path,
+                                 const QByteArray& known)
+{
+    m_path = path;
+    m_watch.watch(m_path, known);
+    m_bar->tell(m_watch.state(), QFileInfo(m_path).fileName());
+    m_store.replace(project);
+    m_store.markUnsaved();
+}
+
 bool FileCommands::save(const QString& path, QString& problem)
+{
+    if (isSameFile(path, m_path) && m_watch.state() != FileWatch::State::Same) {
+        problem = tr("%1 cannot be written: another program has changed or removed it")
+                      .arg(QDir::toNativeSeparators(path));
+        return false;
+    }
+    return write(path, problem);
+}
+
+bool FileCommands::write(const QString& path, QString& problem)
 {
     if (isSameFile(path, m_traceFile)) {
         problem = tr("%1 cannot be written: the live log is written there")
                       .arg(QDir::toNativeSeparators(path));
         return false;
     }
-    if (!saveProject(m_store.snapshot(), path, problem))
+    const Project project = m_store.snapshot();
+    if (!saveProject(project, path, problem))
         return false;
     m_path = QFileInfo(path).absoluteFilePath();
+    m_watch.watch(m_path, FileWatch::fingerprintOf(projectToJson(project)));
+    m_bar->hide();
     remember(m_path);
     m_store.markSaved();
     return true;
@@ -137,8 +177,10 @@ bool FileCommands::saveAsked()
 {
     if (m_path.isEmpty())
         return chooseAndSave();
+    if (!mayOverwrite())
+        return false;
     QString problem;
-    const bool saved = save(m_path, problem);
+    const bool saved = write(m_path, problem);
     if (!saved)
         showProblem(m_window, problem);
     return saved;
@@ -150,11 +192,76 @@ bool FileCommands::chooseAndSave()
                                                       tr("Projects (*.json);;All files (*)"));
     if (path.isEmpty())
         return false;
+    // The dialog has asked before an existing file is replaced.
     QString problem;
-    const bool saved = save(path, problem);
+    const bool saved = write(path, problem);
     if (!saved)
         showProblem(m_window, problem);
     return saved;
+}
+
+/// Returns whether the file of the project may be replaced. Asks the user if another program has
+/// changed or removed it.
+bool FileCommands::mayOverwrite()
+{
+    for (;;) {
+        const FileWatch::State state = m_watch.state();
+        if (state == FileWatch::State::Same)
+            return true;
+        m_bar->tell(state, QFileInfo(m_path).fileName());
+        QMessageBox box(QMessageBox::Warning, custom_software_name(),
+                        tr("%1\nSave the project all the same?").arg(m_bar->text()),
+                        QMessageBox::Save | QMessageBox::Cancel, m_window);
+        box.setTextFormat(Qt::PlainText);
+        box.button(QMessageBox::Save)->setText(tr("Save"));
+        box.button(QMessageBox::Cancel)->setText(tr("Cancel"));
+        box.setDefaultButton(QMessageBox::Cancel);
+        const QPushButton* reloading = nullptr;
+        const QPushButton* comparing = nullptr;
+        if (state == FileWatch::State::Changed) {
+            reloading = box.addButton(tr("Reload"), QMessageBox::DestructiveRole);
+            comparing = box.addButton(tr("Compare..."), QMessageBox::ActionRole);
+        }
+        const int answer = box.exec();
+        if (answer == QMessageBox::Save)
+            return true;
+        if (comparing && box.clickedButton() == comparing) {
+            compare();
+            continue;
+        }
+        // The project that is open then is the one of the file: nothing is left to save.
+        if (reloading && box.clickedButton() == reloading)
+            reload();
+        return false;
+    }
+}
+
+/// Opens the file of the project as it is now. Says why if that fails.
+bool FileCommands::reload()
+{
+    QString problem;
+    const bool opened = open(m_path, problem);
+    if (!opened)
+        showProblem(m_window, problem);
+    return opened;
+}
+
+void FileCommands::compare()
+{
+    QString problem;
+    const auto other = loadProject(m_path, problem);
+    if (other)
+        (new CompareDialog(compareProjects(m_store.snapshot(), *other), m_window))->exec();
+    else
+        showProblem(m_window, problem);
+}
+
+/// Keeps the project, which is no longer that of the file, for the next time it is saved.
+void FileCommands::keep()
+{
+    m_watch.accept();
+    m_bar->hide();
+    m_store.markUnsaved();
 }
 
 void FileCommands::remember(const QString& path)

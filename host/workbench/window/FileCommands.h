@@ -1,16 +1,21 @@
 #pragma once
 
+#include "host/workbench/window/FileWatch.h"
+
 #include <QObject>
 #include <QString>
 
 #include <functional>
 
 class Actions;
+class ChangedFileBar;
+class Project;
 class ProjectStore;
 class QMainWindow;
 
 /// Carries out the actions of the File menu: opens and saves projects and lists the recent ones.
-/// Keeps the title of the window up to date. GUI thread.
+/// Keeps the title of the window up to date, and tells of changes of the file by other programs.
+/// GUI thread.
 class FileCommands final : public QObject
 {
     Q_OBJECT
@@ -27,10 +32,19 @@ public:
     bool open(const QString& path, QString& problem);
 
     /// Saves to a file, which becomes the file of the project. Returns false and sets `problem` if
-    /// that fails.
+    /// that fails, or if another program has changed the file of the project.
     bool save(const QString& path, QString& problem);
 
     QString path() const { return m_path; }
+
+    /// Returns what is known of the content of that file, see FileWatch::fingerprint().
+    QByteArray knownContent() const { return m_watch.known(); }
+
+    /// Opens a project with unsaved changes, whose file is at `path` and had the `known` content.
+    void openRecovered(const Project& project, const QString& path, const QByteArray& known);
+
+    /// Returns the bar that tells of changes by other programs, for the window to place it.
+    ChangedFileBar* bar() const { return m_bar; }
 
     /// Names the file to which the live log is written: no project is saved there.
     void setTraceFile(const QString& path) { m_traceFile = path; }
@@ -48,6 +62,11 @@ private:
     void openAsked(const QString& path);
     void chooseAndOpen();
     bool saveAsked();
+    bool write(const QString& path, QString& problem);
+    bool mayOverwrite();
+    bool reload();
+    void compare();
+    void keep();
     bool chooseAndSave();
     void remember(const QString& path);
     void fillRecent();
@@ -55,6 +74,8 @@ private:
     QMainWindow* m_window; // owner
     Actions& m_actions;
     ProjectStore& m_store;
+    ChangedFileBar* m_bar; // the window's
+    FileWatch m_watch;
     QString m_path;
     QString m_traceFile;
     bool m_askBeforeLoss = true;

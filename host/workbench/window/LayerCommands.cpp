@@ -15,6 +15,8 @@
 
 namespace {
 
+constexpr char kContractChecks[] = "TARGETSELECT_CHECK";
+
 /// The key under which the menu locks operations. The panel accepts any number.
 constexpr int kLockKey = 1;
 constexpr int kNoticeWidth = 220;
@@ -91,6 +93,12 @@ void LayerCommands::openPanel()
 
 void LayerCommands::connectActions()
 {
+    // The panel reads its switch each time it is created.
+    const QByteArray checks = qgetenv(kContractChecks);
+    QAction* checking = m_actions[ActionId::ContractChecks];
+    checking->setChecked(!checks.isEmpty() && checks != "0");
+    connect(checking, &QAction::toggled, this,
+            [](bool on) { qputenv(kContractChecks, on ? "1" : "0"); });
     const auto onLayer = [this](ActionId id, auto operation) {
         connect(m_actions[id], &QAction::triggered, this, [this, operation] {
             if (ITargetSelectAreaInterface* layer = m_session.layer())

@@ -1,6 +1,7 @@
 #include "host/workbench/window/LogFilter.h"
 
 #include "host/workbench/trace/TraceModel.h"
+#include "host/workbench/window/Findings.h"
 #include "host/workbench/window/PlainText.h"
 
 #include <algorithm>
@@ -31,8 +32,15 @@ void LogFilter::setKind(int kind)
 
 QVariant LogFilter::data(const QModelIndex& index, int role) const
 {
+    if (role != Qt::ToolTipRole && role != Qt::ForegroundRole)
+        return QSortFilterProxyModel::data(index, role);
+    const bool isFinding =
+        index.data(TraceModel::KindRole).toInt() == static_cast<int>(TraceEntry::Kind::Finding);
+    const QString text = index.siblingAtColumn(TraceModel::TextColumn).data().toString();
     if (role == Qt::ToolTipRole && index.column() == TraceModel::TextColumn)
-        return PlainText::toolTip(index.data().toString());
+        return PlainText::toolTip(isFinding ? text + Findings::help(text) : text);
+    if (role == Qt::ForegroundRole && isFinding)
+        return Findings::colour(text);
     return QSortFilterProxyModel::data(index, role);
 }
 

@@ -22,7 +22,7 @@ public:
     /// are not.
     void setShowsPainting(bool shows);
 
-    /// A line's text is its tool tip too.
+    /// A line's text is its tool tip too. A finding has a colour, and its tip explains the code.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
 protected:

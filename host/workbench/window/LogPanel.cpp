@@ -48,7 +48,8 @@ LogPanel::LogPanel(TraceModel& trace, QWidget* parent)
     m_filterField->setClearButtonEnabled(true);
     m_filterField->setMinimumWidth(kFilterWidth);
     m_kindSelector->addItem(QString(), -1);
-    for (const auto kind : {TraceEntry::Kind::Call, TraceEntry::Kind::Event, TraceEntry::Kind::Log})
+    for (const auto kind : {TraceEntry::Kind::Call, TraceEntry::Kind::Event, TraceEntry::Kind::Log,
+                            TraceEntry::Kind::Finding})
         m_kindSelector->addItem(QString(), static_cast<int>(kind));
     m_follow->setChecked(true);
     m_count->setProperty("hint", true);
@@ -74,6 +75,7 @@ LogPanel::LogPanel(TraceModel& trace, QWidget* parent)
     m_view->setColumnWidth(TraceModel::TimeColumn, 96);
     m_view->setColumnWidth(TraceModel::KindColumn, 64);
     m_view->setColumnWidth(TraceModel::ThreadColumn, 64);
+    m_view->setColumnWidth(TraceModel::DurationColumn, 88);
 
     auto* bar = new QHBoxLayout;
     bar->setSpacing(8);
@@ -133,7 +135,8 @@ void LogPanel::retranslate()
 {
     m_filterField->setPlaceholderText(tr("Filter: words to find, -word to leave out"));
     m_filterField->setAccessibleName(tr("Log filter"));
-    const QStringList kinds{tr("All kinds"), tr("Calls"), tr("Events"), tr("Log records")};
+    const QStringList kinds{tr("All kinds"), tr("Calls"), tr("Events"), tr("Log records"),
+                            tr("Findings")};
     for (int at = 0; at < kinds.size(); ++at)
         m_kindSelector->setItemText(at, kinds.at(at));
     m_kindSelector->setAccessibleName(tr("Kind of line"));

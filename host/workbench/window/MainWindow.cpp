@@ -3,9 +3,12 @@
 #include "host/workbench/session/Session.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/ChangeCommands.h"
+#include "host/workbench/window/ChangedFileBar.h"
 #include "host/workbench/window/DetectionStatus.h"
+#include "host/workbench/window/EditCommands.h"
 #include "host/workbench/window/FaultsPanel.h"
 #include "host/workbench/window/FileCommands.h"
+#include "host/workbench/window/FindingsLabel.h"
 #include "host/workbench/window/Language.h"
 #include "host/workbench/window/LayerCommands.h"
 #include "host/workbench/window/LogPanel.h"
@@ -17,8 +20,10 @@
 #include <QLineEdit>
 #include <QShortcut>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTableView>
 #include <QTreeView>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -38,15 +43,17 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
     , m_faultsDock(new QDockWidget(this))
     , m_detection(new DetectionStatus(*statusBar(), session))
     , m_actions(new Actions(this))
+    , m_edit(new EditCommands(*m_actions, session.history(), this))
     , m_files(new FileCommands(this, *m_actions, session.store()))
     , m_layer(new LayerCommands(this, *m_actions, *m_records, session))
 {
     resize(kFirstSize);
-    setCentralWidget(m_records);
+    buildCentre();
     buildLogDock();
     statusBar()->setSizeGripEnabled(false);
     connect(&session, &Session::tip, this,
             [this](const QString& text) { statusBar()->showMessage(text, kTipMs); });
+    statusBar()->addPermanentWidget(new FindingsLabel(session.trace(), this));
     connect(&session, &Session::logWanted, m_log, &LogPanel::showWords);
     connect(&session.store(), &ProjectStore::changed, this,
             [this] { m_records->show(m_session.store().snapshot()); });
@@ -71,6 +78,14 @@ void MainWindow::openPanel()
     m_layer->openPanel();
 }
 
+bool MainWindow::event(QEvent* event)
+{
+    // Qt adds a bar of tabs when docks share a place.
+    if (event->type() == QEvent::ChildPolished)
+        nameTabs();
+    return QMainWindow::event(event);
+}
+
 void MainWindow::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange)
@@ -81,6 +96,17 @@ void MainWindow::changeEvent(QEvent* event)
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     event->setAccepted(m_files->confirmLoss());
+}
+
+void MainWindow::buildCentre()
+{
+    auto* centre = new QWidget(this);
+    auto* layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_files->bar());
+    layout->addWidget(m_records, 1);
+    setCentralWidget(centre);
 }
 
 void MainWindow::buildLogDock()
@@ -154,12 +180,21 @@ void MainWindow::focusPanel()
     }
 }
 
+void MainWindow::nameTabs()
+{
+    const auto bars = findChildren<QTabBar*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QTabBar* bar : bars)
+        bar->setAccessibleName(tr("Docks"));
+}
+
 void MainWindow::retranslate()
 {
+    nameTabs();
     m_detection->retranslate();
     m_logDock->setWindowTitle(tr("Live log"));
     m_faultsDock->setWindowTitle(tr("Faults"));
     m_actions->retranslate();
+    m_edit->retranslate();
     m_files->retranslate();
     m_layer->retranslate();
 }

@@ -8,6 +8,7 @@ class Language;
 class LayerCommands;
 class LogPanel;
 class FaultsPanel;
+class EditCommands;
 class FileCommands;
 class RecordsPanel;
 class Session;
@@ -23,25 +24,28 @@ public:
     MainWindow(Session& session, Language& language, QWidget* parent = nullptr);
     ~MainWindow() override;
 
-    Actions& actions() { return *m_actions; }
+    Actions& actions() const { return *m_actions; }
     FileCommands& files() { return *m_files; }
-    RecordsPanel& records() { return *m_records; }
-    LogPanel& log() { return *m_log; }
+    RecordsPanel& records() const { return *m_records; }
+    LogPanel& log() const { return *m_log; }
     Session& session() { return m_session; }
 
     /// Puts the panel of the loaded library into its dock.
     void openPanel();
 
 protected:
+    bool event(QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void buildCentre();
     void buildLogDock();
     void buildFaultsDock();
     void connectViewActions();
     void connectLanguage(Language& language);
     void focusPanel();
+    void nameTabs();
     void retranslate();
 
     Session& m_session;
@@ -52,6 +56,7 @@ private:
     QDockWidget* m_faultsDock;    // Qt child
     DetectionStatus* m_detection; // the status bar's
     Actions* m_actions;           // Qt child
+    EditCommands* m_edit;         // Qt child
     FileCommands* m_files;        // Qt child
     LayerCommands* m_layer;       // Qt child
 };

@@ -2,7 +2,8 @@
 
 #include "host/widgets/HostTheme.h"
 #include "host/workbench/addresses/AddressTexts.h"
-#include "host/workbench/project/FieldTexts.h"
+#include "host/workbench/project/FieldEdit.h"
+#include "host/workbench/window/FieldDelegate.h"
 #include "host/workbench/window/PlainText.h"
 
 #include <QEvent>
@@ -18,6 +19,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -50,7 +52,7 @@ QList<FieldText> ipListTexts(const IpList& list)
 {
     QList<FieldText> texts;
     for (const IpEntry& entry : list.entries())
-        texts.append({dottedAddress(entry.address), entry.name});
+        texts.append({dottedAddress(entry.address), entry.name, false, true});
     return texts;
 }
 
@@ -63,6 +65,7 @@ RecordsPanel::RecordsPanel(QWidget* parent)
     , m_fieldsCaption(captionLabel(this))
     , m_view(new QTreeView(this))
     , m_fields(new QTreeWidget(this))
+    , m_splitter(new QSplitter(Qt::Horizontal, this))
 {
     m_view->setModel(m_model);
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -74,17 +77,27 @@ RecordsPanel::RecordsPanel(QWidget* parent)
     m_fields->setUniformRowHeights(true);
     m_fields->setAlternatingRowColors(true);
     m_fields->setColumnCount(2);
+    m_fields->setSelectionBehavior(QAbstractItemView::SelectItems);
+    auto* delegate = new FieldDelegate(
+        [this](const QModelIndex& index, const QString& text) { return refusal(index, text); },
+        m_fields);
+    m_fields->setItemDelegate(delegate);
+    connect(delegate, &FieldDelegate::edited, this, &RecordsPanel::edit);
+    // The keys of an editor are meant for the value.
+    connect(m_fields, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
+        if (item && m_fields->currentColumn() == 0 && !showsIpList())
+            m_fields->setCurrentItem(item, 1);
+    });
 
-    auto* splitter = new QSplitter(Qt::Horizontal, this);
-    splitter->setHandleWidth(8);
-    splitter->setChildrenCollapsible(false);
-    splitter->addWidget(stacked(m_caption, m_view));
-    splitter->addWidget(stacked(m_fieldsCaption, m_fields));
-    splitter->setStretchFactor(0, 1);
-    splitter->setSizes({kRecordsWidth, kFieldsWidth});
+    m_splitter->setHandleWidth(8);
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->addWidget(stacked(m_caption, m_view));
+    m_splitter->addWidget(stacked(m_fieldsCaption, m_fields));
+    m_splitter->setStretchFactor(0, 1);
+    m_splitter->setSizes({kRecordsWidth, kFieldsWidth});
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(8, 8, 8, 0);
-    layout->addWidget(splitter);
+    layout->addWidget(m_splitter);
 
     connect(m_view, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
         m_closed.insert(index.data(RecordsModel::IdRole).toUuid());
@@ -216,9 +229,14 @@ bool RecordsPanel::showsIpList() const
     return m_view->selectionModel()->selectedRows().isEmpty();
 }
 
+QUuid RecordsPanel::shownRecord() const
+{
+    return (selectedProcessors() + selectedGroups()).value(0);
+}
+
 void RecordsPanel::showFields()
 {
-    const QUuid id = (selectedProcessors() + selectedGroups()).value(0);
+    const QUuid id = shownRecord();
     QList<FieldText> texts;
     if (const ProcessorNode* node = m_project.processor(id))
         texts = fieldTexts(*node);
@@ -227,12 +245,59 @@ void RecordsPanel::showFields()
     else
         texts = ipListTexts(m_project.ipList);
     retranslateFields();
-    m_fields->clear();
-    for (const FieldText& field : texts) {
-        auto* row = new QTreeWidgetItem(m_fields, {field.first, field.second});
-        row->setToolTip(1, PlainText::toolTip(field.second));
-    }
+    // What is edited stays open while other records change.
+    if (std::exchange(m_fieldsOf, id) != id || m_fields->topLevelItemCount() != texts.size())
+        m_fields->clear();
+    fillFields(texts);
     m_fields->setColumnWidth(0, kFieldNameWidth);
+}
+
+void RecordsPanel::fillFields(const QList<FieldText>& texts)
+{
+    for (int row = 0; row < texts.size(); ++row) {
+        const FieldText& field = texts.at(row);
+        QTreeWidgetItem* item = m_fields->topLevelItem(row);
+        if (!item) {
+            item = new QTreeWidgetItem(m_fields);
+            item->setFlags(item->flags().setFlag(Qt::ItemIsEditable, field.isEditable));
+            item->setData(0, FieldDelegate::HasTwoValuesRole, showsIpList());
+        }
+        // A view sets the text of an open editor anew whenever the value is set.
+        if (item->text(0) != field.name)
+            item->setText(0, field.name);
+        if (item->text(1) != field.value)
+            item->setText(1, field.value);
+        if (field.isFlag)
+            item->setCheckState(1, field.value == QStringLiteral("true") ? Qt::Checked
+                                                                         : Qt::Unchecked);
+        const QString tip = field.isEditable || showsIpList()
+                                ? field.value
+                                : tr("%1 (does not change)").arg(field.value);
+        item->setToolTip(1, PlainText::toolTip(tip));
+    }
+}
+
+QString RecordsPanel::refusal(const QModelIndex& index, const QString& text) const
+{
+    if (!showsIpList())
+        return fieldRefusal(m_project, m_fieldsOf, index.siblingAtColumn(0).data().toString(),
+                            text);
+    const bool isAddress = index.column() == 0;
+    IpList list = m_project.ipList;
+    return setIpEntry(list, index.row(),
+                      isAddress ? text : index.siblingAtColumn(0).data().toString(),
+                      isAddress ? index.siblingAtColumn(1).data().toString() : text);
+}
+
+void RecordsPanel::edit(const QModelIndex& index, const QString& text)
+{
+    const QString first = index.siblingAtColumn(0).data().toString();
+    if (!showsIpList())
+        emit fieldEdited(m_fieldsOf, first, text);
+    else if (index.column() == 0)
+        emit ipEntryEdited(index.row(), text, index.siblingAtColumn(1).data().toString());
+    else
+        emit ipEntryEdited(index.row(), first, text);
 }
 
 void RecordsPanel::retranslate()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/workbench/project/FieldTexts.h"
 #include "host/workbench/project/Project.h"
 #include "host/workbench/window/RecordsModel.h"
 
@@ -7,11 +8,12 @@
 #include <QWidget>
 
 class QLabel;
+class QSplitter;
 class QTreeView;
 class QTreeWidget;
 
 /// The host's own view: the project's records, and beside them every field of the selected record,
-/// or the IP list if no record is selected.
+/// or the IP list if no record is selected. Fields and entries are edited in place.
 class RecordsPanel final : public QWidget
 {
     Q_OBJECT
@@ -28,6 +30,7 @@ public:
 
     QTreeView* view() const { return m_view; }
     QTreeWidget* fields() const { return m_fields; }
+    QSplitter* splitter() const { return m_splitter; }
     const RecordsModel& model() const { return *m_model; }
 
     /// Returns the selected processors in the order of the rows.
@@ -45,6 +48,13 @@ public:
 signals:
     void selectionChanged();
 
+    /// Emitted when the user has typed a value into a field of a record, one that fits the project
+    /// that is shown.
+    void fieldEdited(const QUuid& id, const QString& field, const QString& text);
+
+    /// Emitted when the user has typed another address or name for an entry of the IP list.
+    void ipEntryEdited(int row, const QString& address, const QString& name);
+
 protected:
     void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -53,7 +63,11 @@ private:
     QList<QUuid> selected(bool groups) const;
     void selectRows(const QList<QUuid>& ids);
     bool showsIpList() const;
+    QUuid shownRecord() const;
     void showFields();
+    void fillFields(const QList<FieldText>& texts);
+    QString refusal(const QModelIndex& index, const QString& text) const;
+    void edit(const QModelIndex& index, const QString& text);
     void paintHint();
     void retranslate();
     void retranslateFields();
@@ -64,5 +78,7 @@ private:
     QLabel* m_fieldsCaption; // Qt child
     QTreeView* m_view;       // Qt child
     QTreeWidget* m_fields;   // Qt child
+    QSplitter* m_splitter;   // Qt child
     QSet<QUuid> m_closed;
+    QUuid m_fieldsOf; // null while the IP list is shown
 };

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QStyledItemDelegate>
+
+#include <functional>
+
+/// Edits a cell as a text, or as a check box if it has a check state. A text that is refused stays
+/// in the editor, which says why; Escape restores the former text.
+class FieldDelegate final : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    /// Role of the first cell of a row: true if it is a value as well, not only the name of one.
+    static constexpr int HasTwoValuesRole = Qt::UserRole + 1;
+
+    /// Returns why `text` cannot be the value of the cell, empty if it can.
+    using Refusal = std::function<QString(const QModelIndex& index, const QString& text)>;
+
+    FieldDelegate(Refusal refusal, QObject* parent);
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+    void setModelData(QWidget* editor, QAbstractItemModel* model,
+                      const QModelIndex& index) const override;
+    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const override;
+
+signals:
+    /// Emitted when the user has entered another value, for the receiver to store it.
+    void edited(const QModelIndex& index, const QString& text) const;
+
+protected:
+    bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
+                     const QModelIndex& index) override;
+
+private:
+    Refusal m_refusal;
+};
