@@ -16,12 +16,13 @@ using Repeat = std::function<QJsonValue(Layer&, const QJsonObject&)>;
 
 QJsonValue nothing()
 {
-    return QJsonValue(QJsonValue::Undefined);
+    return {QJsonValue::Undefined};
 }
 
 QUuid idOf(const QJsonObject& arguments)
 {
-    return QUuid(arguments.value(QLatin1String("id")).toString());
+    const QString id = arguments.value(QLatin1String("id")).toString();
+    return QUuid::fromString(id);
 }
 
 int keyOf(const QJsonObject& arguments)

@@ -38,7 +38,7 @@ CHandlerRelay::Answer CRecordingHandler::call(const Call& call, const Ask& ask)
     for (const QVariant& argument : call.arguments)
         menu = menu ? menu : argument.value<QMenu*>();
     const int known = menu ? menu->actions().size() : 0;
-    const Answer answer = ask();
+    Answer answer = ask();
     QJsonObject outs = TraceValues::outs(call.operation, answer);
     if (menu)
         outs.insert(QStringLiteral("entries"), entriesAfter(known, *menu));

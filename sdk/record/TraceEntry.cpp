@@ -43,8 +43,8 @@ QString CTraceEntry::text() const
 QByteArray CTraceEntry::toJson() const
 {
     QByteArray text = "{\"seq\":" + QByteArray::number(sequence) + ",\"ms\":" + milliseconds(time)
-                      + ",\"thread\":" + TraceValues::compact(thread) + ",\"kind\":\""
-                      + kKinds[static_cast<int>(kind)] + "\",\"name\":" + TraceValues::compact(name)
+                      + ",\"thread\":" + TraceValues::compact(thread) + R"(,"kind":")"
+                      + kKinds[static_cast<int>(kind)] + R"(","name":)" + TraceValues::compact(name)
                       + ",\"args\":" + TraceValues::compact(arguments);
     if (!answer.isUndefined())
         text += ",\"answer\":" + TraceValues::compact(answer);

@@ -45,8 +45,7 @@ struct IsList<QStringList> : std::true_type
 QUuid fromGuid(const GUID& guid)
 {
     const quint8* d = guid.Data4;
-    return QUuid(guid.Data1, guid.Data2, guid.Data3, d[0], d[1], d[2], d[3], d[4], d[5], d[6],
-                 d[7]);
+    return {guid.Data1, guid.Data2, guid.Data3, d[0], d[1], d[2], d[3], d[4], d[5], d[6], d[7]};
 }
 
 GUID toGuid(const QUuid& id)

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr const char* kHeaderStart = "{\"trace\":\"targetselect-record\",";
+constexpr const char* kHeaderStart = R"({"trace":"targetselect-record",)";
 
 struct Messages
 {
@@ -75,9 +75,9 @@ QByteArray header()
 {
     return kHeaderStart + QByteArray("\"version\":") + QByteArray::number(kTraceVersion)
            + ",\"library\":\"" TARGETSELECTRECORD_VERSION "\",\"interface\":"
-           + QByteArray::number(TARGETSELECTAREA_INTERFACE_VERSION) + ",\"started\":\""
+           + QByteArray::number(TARGETSELECTAREA_INTERFACE_VERSION) + R"(,"started":")"
            + QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs).toLatin1()
-           + "\",\"platform\":\""
+           + R"(","platform":")"
            + QStringLiteral("%1 %2, Qt %3")
                  .arg(QSysInfo::prettyProductName(), QSysInfo::currentCpuArchitecture(),
                       QString::fromLatin1(qVersion()))

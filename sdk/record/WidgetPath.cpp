@@ -45,7 +45,7 @@ QString classStep(const QWidget& widget, int number)
 QString stepTo(const QWidget& parent, const QWidget& widget)
 {
     const QList<QWidget*> siblings = children(parent);
-    const QString name = widget.objectName();
+    QString name = widget.objectName();
     const auto namesakes =
         std::count_if(siblings.begin(), siblings.end(),
                       [&](const QWidget* sibling) { return sibling->objectName() == name; });

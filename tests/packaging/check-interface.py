@@ -14,7 +14,8 @@ import subprocess
 import sys
 
 LIBRARIES = ("libHostCommon.so", "libHostWidgets.so", "libTargetSelectArea.so", "libHandlerBase.a",
-             "libTargetSelectAreaHandlerBase.a")
+             "libTargetSelectAreaHandlerBase.a", "libTargetSelectAreaHandlerRelay.a",
+             "libtargetselect-record.a")
 # What comes with a class: GNU's names for it.
 PREFIX = re.compile(r"^(?:vtable for|VTT for|typeinfo for|typeinfo name for|guard variable for|"
                     r"(?:non-)?virtual thunk to) ")

@@ -25,6 +25,8 @@ constexpr int kQuestionMs = 200;
 constexpr int kQuietMs = 300;
 /// How long the GUI thread waits inside a request for an event that came inside it.
 constexpr int kInsideMs = 1000;
+/// The same for one that did not end inside it: enough for what the panel decides at once.
+constexpr int kOverlapMs = 20;
 constexpr int kPollMs = 2;
 /// Rounds of the event loop in which layouts and menus settle before a gesture.
 constexpr int kRoundsBeforeGesture = 3;
@@ -200,7 +202,6 @@ std::shared_ptr<ReplayPlayer::Delivery> ReplayPlayer::raiseElsewhere(const CTrac
     auto delivery = std::make_shared<Delivery>();
     m_threads.run(driver.thread,
                   [this, handler = m_handler, event, delivery, number = driver.sequence] {
-                      delivery->begun.release();
                       handler->tellPanel(event);
                       delivery->done.release();
                       QMetaObject::invokeMethod(
@@ -263,8 +264,8 @@ void ReplayPlayer::goOnInside(const CTraceEntry& call)
     // the notifying thread go soon, so this wait ends.
     while (const CTraceEntry* driver = m_progress->takeEventDuring(call)) {
         const std::shared_ptr<Delivery> delivery = raiseElsewhere(*driver);
-        QSemaphore& reached = driver->end() < call.end() ? delivery->done : delivery->begun;
-        reached.tryAcquire(1, kInsideMs);
+        // One that outlasted the request may need the GUI thread to end.
+        delivery->done.tryAcquire(1, driver->end() < call.end() ? kInsideMs : kOverlapMs);
     }
     QEventLoop loop;
     while (!m_progress->isOver() && m_progress->isGuiBusyUntilEndOf(call)) {

@@ -57,7 +57,6 @@ private:
     /// An event on another thread.
     struct Delivery
     {
-        QSemaphore begun;
         QSemaphore done;
     };
 

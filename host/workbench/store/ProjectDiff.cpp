@@ -159,8 +159,8 @@ HostEventList removedEvents(const Project& project, const QList<QUuid>& ids)
 
 bool areSettingsSame(const Project& one, const Project& other)
 {
-    return areDeviceSetsSame(one, other) && one.faults == other.faults && one.network == other.network
-           && differentFields(one.answers, other.answers).isEmpty();
+    return areDeviceSetsSame(one, other) && one.faults == other.faults
+           && one.network == other.network && differentFields(one.answers, other.answers).isEmpty();
 }
 
 HostEventList eventsBetween(const Project& before, const Project& after)

@@ -316,6 +316,56 @@ The copy is kept as %2.</source>
     </message>
 </context>
 <context>
+    <name>CTraceReader</name>
+    <message>
+        <source>%1 is not a regular file</source>
+        <translation>%1 不是普通文件</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>无法读取 %1：%2</translation>
+    </message>
+    <message>
+        <source>%1, line %2: the recording ends inside this line</source>
+        <translation>%1，第 %2 行：录制在这一行中断</translation>
+    </message>
+    <message>
+        <source>this is not a recording</source>
+        <translation>这不是录制文件</translation>
+    </message>
+    <message>
+        <source>the recording has version %1 of the format, and this program reads version %2</source>
+        <translation>该录制的格式版本为 %1，本程序只能读取版本 %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing or wrong</source>
+        <translation>“%1”缺失或有误</translation>
+    </message>
+    <message>
+        <source>this is not an object</source>
+        <translation>这不是一个对象</translation>
+    </message>
+    <message>
+        <source>%1, line %2, column %3: %4</source>
+        <translation>%1，第 %2 行第 %3 列：%4</translation>
+    </message>
+</context>
+<context>
+    <name>CTraceWriter</name>
+    <message>
+        <source>it is not a regular file</source>
+        <translation>它不是普通文件</translation>
+    </message>
+    <message>
+        <source>the file that is there is not a recording</source>
+        <translation>该处已有的文件不是录制文件</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
+</context>
+<context>
     <name>ChangeCommands</name>
     <message>
         <source>Add group</source>
