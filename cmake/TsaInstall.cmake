@@ -50,8 +50,12 @@ endforeach()
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
 install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
 install(FILES docs/diagnostics.md docs/integrating.md docs/logging.md docs/scripts.md docs/simulator.md
-    docs/trace-format.md docs/validator.md
+    docs/trace-format.md docs/validator.md docs/workbench.md
     DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
+    COMPONENT development
+)
+install(FILES docs/images/workbench.png docs/images/workbench-network.png
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs/images"
     COMPONENT development
 )
 install(EXPORT TargetSelectAreaTargets

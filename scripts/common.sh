@@ -76,8 +76,9 @@ labelled() {
 suite() {
     local preset=$1 log=build/$1-ctest.log status=0
     shift
+    # Tests wait more than they compute.
     ctest --test-dir "build/$preset" --output-on-failure --no-tests=error \
-        --parallel "$cores" "$@" < /dev/null > "$log" 2>&1 || status=$?
+        --parallel "$((cores + 1))" "$@" < /dev/null > "$log" 2>&1 || status=$?
     if [ "$status" -ne 0 ]; then
         grep -vE '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed )' "$log" | head -n 400 >&2 || true
         fail "tests of '$preset' failed, see $log" \
