@@ -45,7 +45,20 @@ take_shown() {
     unattended build/dev/bin/workbench --tour "$tour"
     cp "$tour"/*-lan-usb-mode.png docs/images/workbench.png
     cp "$tour"/*-network.png docs/images/workbench-network.png
+    unattended build/dev/bin/workbench --script examples/scripts/faults.script --pictures "$tour"
+    cp "$tour"/*-faults.png docs/images/workbench-faults.png
+    take_replay "$tour"
     rm -rf "$tour"
+}
+
+# take_replay FOLDER: takes a picture of a replay with a difference.
+take_replay() {
+    local recording=$1/fault.jsonl
+    unattended build/dev/bin/workbench --record "$recording" --script examples/scripts/rename.script
+    sed -i '/"kind":"call","name":"RenameProcessor"/s/Far left/Far right/' "$recording"
+    # The difference makes the exit code 1.
+    unattended sh -c "! build/dev/bin/workbench --replay $recording --pictures $1"
+    cp "$1/replay.png" docs/images/workbench-replay.png
 }
 
 take_references() {

@@ -27,9 +27,10 @@ Options parseOptions(const QStringList& arguments)
     const QCommandLineOption junit(QStringLiteral("junit"),
                                    QStringLiteral("Write the results of scripts to <file> as XML."),
                                    QStringLiteral("file"));
-    const QCommandLineOption pictures(QStringLiteral("pictures"),
-                                      QStringLiteral("Save the pictures of scripts in <folder>."),
-                                      QStringLiteral("folder"));
+    const QCommandLineOption pictures(
+        QStringLiteral("pictures"),
+        QStringLiteral("Save the pictures of scripts, and how a replay ended, in <folder>."),
+        QStringLiteral("folder"));
     const QCommandLineOption selfTest(
         QStringLiteral("self-test"),
         QStringLiteral("Check that the panel loads and shows the project, or the sample without "

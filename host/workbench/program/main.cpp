@@ -130,7 +130,8 @@ int main(int argc, char** argv)
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, ownSettings.path());
 
     if (!options.replayFile.isEmpty())
-        return runReplay({options.replayFile, options.library, options.keepOpen});
+        return runReplay(
+            {options.replayFile, options.library, options.keepOpen, options.pictureFolder});
     ScriptProgram scripts(standardSteps(), scriptFiles(options));
     if (const int refused = scripts.load())
         return refused;

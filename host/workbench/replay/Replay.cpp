@@ -39,6 +39,21 @@ QString differenceText(const QString& path, const Difference& difference)
         .arg(QDir::toNativeSeparators(path), place, difference.recorded, difference.came);
 }
 
+/// Saves "replay.png" in `folder`, and returns whether that was possible, or not wanted.
+bool takePicture(ReplayWindow& window, const QString& folder)
+{
+    if (folder.isEmpty())
+        return true;
+    const QString path = QDir(folder).filePath(QStringLiteral("replay.png"));
+    if (QDir().mkpath(folder) && window.grab().save(path))
+        return true;
+    std::cerr << "workbench: "
+              << qPrintable(
+                     Messages::tr("%1 cannot be written").arg(QDir::toNativeSeparators(path)))
+              << '\n';
+    return false;
+}
+
 } // namespace
 
 int runReplay(const ReplayOptions& options)
@@ -67,6 +82,8 @@ int runReplay(const ReplayOptions& options)
                                         : counts(options.recording, *recording);
         (difference ? std::cerr << "workbench: " : std::cout) << qPrintable(text) << std::endl;
         window.showText(text);
+        if (!takePicture(window, options.pictures))
+            result = 1;
         if (!options.keepOpen)
             QCoreApplication::exit(result);
     });

@@ -8,6 +8,7 @@ struct ReplayOptions
     QString recording;
     QString library;
     bool keepOpen = false; ///< Show the result until the user closes the window.
+    QString pictures;      ///< The folder for a picture of the result; empty for none.
 };
 
 /// Replays a recording and returns the exit code: 0 if the panel made the recorded requests, 1 at

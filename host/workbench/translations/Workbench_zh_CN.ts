@@ -1677,6 +1677,10 @@ Add processors with Change &gt; Add processor.</source>
         <source>Replaying %1</source>
         <translation>正在重放 %1</translation>
     </message>
+    <message>
+        <source>%1 cannot be written</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>ReplayPlayer</name>
