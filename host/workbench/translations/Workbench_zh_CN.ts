@@ -1679,7 +1679,7 @@ Add processors with Change &gt; Add processor.</source>
     </message>
     <message>
         <source>%1 cannot be written</source>
-        <translation type="unfinished"></translation>
+        <translation>无法写入 %1</translation>
     </message>
 </context>
 <context>
