@@ -97,7 +97,7 @@ void CInputRecorder::lookAtMouse(QWidget& widget, QEvent& event)
     if (isPress)
         m_isHostsTurn = !WidgetPath::isWithin(*m_panel, &widget);
     if (!WidgetPath::isWithin(*m_panel, &widget)
-        || isRepeated(widget, mouse, mouse.globalPos(), mouse.button()))
+        || isRepeated(widget, mouse, mouse.globalPos(), static_cast<int>(mouse.button())))
         return;
     QJsonObject arguments = position(mouse.pos());
     add(arguments, "button", static_cast<int>(mouse.button()));

@@ -52,7 +52,7 @@ bool CTraceReader::read(const QString& path)
     m_note.clear();
     m_entries.clear();
     QFile file(path);
-    if (QFileInfo(path).exists() && !QFileInfo(path).isFile()) {
+    if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
         m_problem = Messages::tr("%1 is not a regular file").arg(m_path);
         return false;
     }

@@ -230,7 +230,7 @@ quint32 CHandlerRelay::DetectAllDevices()
 
 void CHandlerRelay::DetectProcessorsOnly()
 {
-    return pass(__func__, &Host::DetectProcessorsOnly);
+    pass(__func__, &Host::DetectProcessorsOnly);
 }
 
 QString CHandlerRelay::GetDeviceSetText(const SDeviceSetInfo& set)
@@ -250,22 +250,22 @@ int CHandlerRelay::GetIPCount(int kind)
 
 void CHandlerRelay::AddIPAddress(const QString& ip, const QString& name)
 {
-    return pass(__func__, &Host::AddIPAddress, ip, name);
+    pass(__func__, &Host::AddIPAddress, ip, name);
 }
 
 void CHandlerRelay::SaveIPList()
 {
-    return pass(__func__, &Host::SaveIPList);
+    pass(__func__, &Host::SaveIPList);
 }
 
 void CHandlerRelay::RefreshIPList()
 {
-    return pass(__func__, &Host::RefreshIPList);
+    pass(__func__, &Host::RefreshIPList);
 }
 
 void CHandlerRelay::ModifyIPAddress(int row, const QString& ip, const QString& name)
 {
-    return pass(__func__, &Host::ModifyIPAddress, row, ip, name);
+    pass(__func__, &Host::ModifyIPAddress, row, ip, name);
 }
 
 bool CHandlerRelay::IpListChanged(const QStringList& before, const QStringList& after)
@@ -300,23 +300,23 @@ ProcessorGroupNode CHandlerRelay::GetGroupNode(const QUuid& id)
 
 void CHandlerRelay::AddProcessors(const QUuid& group, int count)
 {
-    return pass(__func__, &Host::AddProcessors, group, count);
+    pass(__func__, &Host::AddProcessors, group, count);
 }
 
 void CHandlerRelay::AddProcessorsWithIps(const QUuid& group, const QList<quint32>& addresses)
 {
-    return pass(__func__, &Host::AddProcessorsWithIps, group, addresses);
+    pass(__func__, &Host::AddProcessorsWithIps, group, addresses);
 }
 
 void CHandlerRelay::DeleteProcessors(const QList<QUuid>& processors)
 {
-    return pass(__func__, &Host::DeleteProcessors, processors);
+    pass(__func__, &Host::DeleteProcessors, processors);
 }
 
 void CHandlerRelay::SetProcessorGroup(const ProcessorGroupNode& group, const QUuid& groupId,
                                       const QList<QUuid>& processors)
 {
-    return pass(__func__, &Host::SetProcessorGroup, group, groupId, processors);
+    pass(__func__, &Host::SetProcessorGroup, group, groupId, processors);
 }
 
 ProcessorNode CHandlerRelay::GetProcessorNode(const QUuid& id)
@@ -346,7 +346,7 @@ bool CHandlerRelay::RenameProcessor(const QUuid& id, const QString& name)
 
 void CHandlerRelay::SetNewProcessorOutputs(int outputs)
 {
-    return pass(__func__, &Host::SetNewProcessorOutputs, outputs);
+    pass(__func__, &Host::SetNewProcessorOutputs, outputs);
 }
 
 QUuid CHandlerRelay::CreateGroup(const ProcessorGroupNode& group)
@@ -356,18 +356,18 @@ QUuid CHandlerRelay::CreateGroup(const ProcessorGroupNode& group)
 
 void CHandlerRelay::Ungroup(const QUuid& id)
 {
-    return pass(__func__, &Host::Ungroup, id);
+    pass(__func__, &Host::Ungroup, id);
 }
 
 void CHandlerRelay::RenameGroup(const QUuid& id, const QString& name)
 {
-    return pass(__func__, &Host::RenameGroup, id, name);
+    pass(__func__, &Host::RenameGroup, id, name);
 }
 
 void CHandlerRelay::ReportSelection(const QUuid& focus, const QList<QUuid>& processors,
                                     const QList<SGroupSelection>& groups, const QUuid& previous)
 {
-    return pass(__func__, &Host::ReportSelection, focus, processors, groups, previous);
+    pass(__func__, &Host::ReportSelection, focus, processors, groups, previous);
 }
 
 bool CHandlerRelay::IsRestrictedMode()
@@ -422,12 +422,12 @@ quint32 CHandlerRelay::ReadOnlineIPAddresses()
 
 void CHandlerRelay::ClearIPList()
 {
-    return pass(__func__, &Host::ClearIPList);
+    pass(__func__, &Host::ClearIPList);
 }
 
 void CHandlerRelay::DeleteIPAddress(quint32 networkAddress)
 {
-    return pass(__func__, &Host::DeleteIPAddress, networkAddress);
+    pass(__func__, &Host::DeleteIPAddress, networkAddress);
 }
 
 quint32 CHandlerRelay::ImportIPFile(const QString& path)
@@ -462,12 +462,12 @@ bool CHandlerRelay::IsIpManagementAvailable()
 
 void CHandlerRelay::AddProcessorsFromIpList(const QUuid& group, const QStringList& entries)
 {
-    return pass(__func__, &Host::AddProcessorsFromIpList, group, entries);
+    pass(__func__, &Host::AddProcessorsFromIpList, group, entries);
 }
 
 void CHandlerRelay::PreDeleteProcessors(const QList<QUuid>& processors)
 {
-    return pass(__func__, &Host::PreDeleteProcessors, processors);
+    pass(__func__, &Host::PreDeleteProcessors, processors);
 }
 
 bool CHandlerRelay::AcceptProcessorForSnapshot(const ProcessorNode& processor)
@@ -477,7 +477,7 @@ bool CHandlerRelay::AcceptProcessorForSnapshot(const ProcessorNode& processor)
 
 void CHandlerRelay::ShowTipMessage(const QString& text)
 {
-    return pass(__func__, &Host::ShowTipMessage, text);
+    pass(__func__, &Host::ShowTipMessage, text);
 }
 
 bool CHandlerRelay::IsFrontPanelHighlightAvailable()
@@ -492,5 +492,5 @@ bool CHandlerRelay::IsFrontPanelHighlighted(const QUuid& id)
 
 void CHandlerRelay::SetFrontPanelHighlight(bool on)
 {
-    return pass(__func__, &Host::SetFrontPanelHighlight, on);
+    pass(__func__, &Host::SetFrontPanelHighlight, on);
 }

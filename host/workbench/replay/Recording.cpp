@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <utility>
 
 namespace {
 
@@ -13,7 +12,7 @@ constexpr qint64 kSettleTime = 100000000;
 
 } // namespace
 
-Recording::Recording(std::vector<CTraceEntry> entries, bool isCutOff)
+Recording::Recording(const std::vector<CTraceEntry>& entries, bool isCutOff)
     : m_isCutOff(isCutOff)
 {
     QSet<qint64> causes;
@@ -28,18 +27,18 @@ Recording::Recording(std::vector<CTraceEntry> entries, bool isCutOff)
         if (entry.kind != CTraceEntry::Kind::Input && entry.duration < 0)
             m_isCutOff = true;
     }
-    for (CTraceEntry& entry : entries) {
+    for (const CTraceEntry& entry : entries) {
         if (entry.kind != CTraceEntry::Kind::Call) {
             // The host's layout resizes at any time.
             if (entry.kind != CTraceEntry::Kind::Event && entry.name != QLatin1String("resize"))
                 m_moments.push_back(entry.sequence);
-            m_drivers.push_back(std::move(entry));
+            m_drivers.push_back(entry);
             continue;
         }
         const Operations::Operation* operation = Operations::find(entry.name.toUtf8().constData());
         if (operation && operation->kind == Operations::Kind::Request) {
             m_moments.push_back(entry.sequence);
-            m_requests.push_back(std::move(entry));
+            m_requests.push_back(entry);
             continue;
         }
         ++m_questionCount;
@@ -48,8 +47,8 @@ Recording::Recording(std::vector<CTraceEntry> entries, bool isCutOff)
         if (causes.contains(entry.sequence))
             m_questions.insert(entry.sequence);
         std::vector<CTraceEntry>& answers = m_answers[keyOf(entry.name, entry.arguments)];
-        entry.arguments = {};
-        answers.push_back(std::move(entry));
+        answers.push_back(entry);
+        answers.back().arguments = {};
     }
 }
 

@@ -15,7 +15,7 @@ class Recording final
 {
 public:
     /// `isCutOff` if the host ended before the recording did.
-    explicit Recording(std::vector<CTraceEntry> entries, bool isCutOff = false);
+    explicit Recording(const std::vector<CTraceEntry>& entries, bool isCutOff = false);
 
     /// Returns whether the host ended inside a call or an event, or before its line was written.
     bool isCutOff() const { return m_isCutOff; }

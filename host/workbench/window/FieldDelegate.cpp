@@ -61,9 +61,10 @@ bool isFlag(const QModelIndex& index)
 
 } // namespace
 
-FieldDelegate::FieldDelegate(Refusal refusal, QObject* parent)
+FieldDelegate::FieldDelegate(Refusal refusal, Store store, QObject* parent)
     : QStyledItemDelegate(parent)
     , m_refusal(std::move(refusal))
+    , m_store(std::move(store))
 {
 }
 
@@ -95,7 +96,7 @@ void FieldDelegate::setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
 {
     const auto* field = qobject_cast<QLineEdit*>(editor);
     if (field->hasAcceptableInput() && field->text() != index.data().toString())
-        emit edited(index, field->text());
+        m_store(index, field->text());
 }
 
 void FieldDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
@@ -126,6 +127,6 @@ bool FieldDelegate::editorEvent(QEvent* event, QAbstractItemModel* /*model*/,
         return false;
     }
     const bool isChecked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
-    emit edited(index, isChecked ? QStringLiteral("false") : QStringLiteral("true"));
+    m_store(index, isChecked ? QStringLiteral("false") : QStringLiteral("true"));
     return true;
 }

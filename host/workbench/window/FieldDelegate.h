@@ -17,7 +17,10 @@ public:
     /// Returns why `text` cannot be the value of the cell, empty if it can.
     using Refusal = std::function<QString(const QModelIndex& index, const QString& text)>;
 
-    FieldDelegate(Refusal refusal, QObject* parent);
+    /// Stores another value that the user has entered.
+    using Store = std::function<void(const QModelIndex& index, const QString& text)>;
+
+    FieldDelegate(Refusal refusal, Store store, QObject* parent);
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
@@ -27,14 +30,11 @@ public:
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const override;
 
-signals:
-    /// Emitted when the user has entered another value, for the receiver to store it.
-    void edited(const QModelIndex& index, const QString& text) const;
-
 protected:
     bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
                      const QModelIndex& index) override;
 
 private:
     Refusal m_refusal;
+    Store m_store;
 };

@@ -80,9 +80,8 @@ RecordsPanel::RecordsPanel(QWidget* parent)
     m_fields->setSelectionBehavior(QAbstractItemView::SelectItems);
     auto* delegate = new FieldDelegate(
         [this](const QModelIndex& index, const QString& text) { return refusal(index, text); },
-        m_fields);
+        [this](const QModelIndex& index, const QString& text) { edit(index, text); }, m_fields);
     m_fields->setItemDelegate(delegate);
-    connect(delegate, &FieldDelegate::edited, this, &RecordsPanel::edit);
     // The keys of an editor are meant for the value.
     connect(m_fields, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
         if (item && m_fields->currentColumn() == 0 && !showsIpList())
