@@ -35,14 +35,18 @@ std::optional<bool> switchOf(const QString& text)
 
 bool kill(Simulator& /*simulator*/, SimulatedProcessor& processor, const QString& argument)
 {
+    if (!argument.isEmpty())
+        return false;
     processor.kill();
-    return argument.isEmpty();
+    return true;
 }
 
 bool mute(Simulator& /*simulator*/, SimulatedProcessor& processor, const QString& argument)
 {
+    if (!argument.isEmpty())
+        return false;
     processor.setMute(true);
-    return argument.isEmpty() && processor.life() == SimulatedProcessor::Life::Mute;
+    return processor.life() == SimulatedProcessor::Life::Mute;
 }
 
 bool start(Simulator& simulator, SimulatedProcessor& processor, const QString& argument)

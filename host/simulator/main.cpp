@@ -6,16 +6,24 @@
 #include <QCoreApplication>
 #include <QHostAddress>
 
+#include <csignal>
 #include <iostream>
 
 #include <unistd.h>
 
 namespace {
 
+bool hasFailed = false; ///< A line could not be printed.
+
 /// Prints lines at once, for programs that wait for them.
 void say(const QString& lines)
 {
     std::cout << lines.toStdString() << std::endl;
+    if (std::cout || hasFailed)
+        return;
+    hasFailed = true;
+    std::cerr << "processor-sim: the output cannot be written\n";
+    QCoreApplication::exit(1);
 }
 
 int fail(const QString& problem)
@@ -28,6 +36,8 @@ int fail(const QString& problem)
 
 int main(int argc, char** argv)
 {
+    // A reader that goes is a failure to write, which is told.
+    std::signal(SIGPIPE, SIG_IGN);
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("processor-sim"));
     QString problem;
@@ -52,5 +62,5 @@ int main(int argc, char** argv)
             .arg(simulator.count())
             .arg(QHostAddress(options->base).toString())
             .arg(simulator.port()));
-    return QCoreApplication::exec();
+    return hasFailed ? 1 : QCoreApplication::exec();
 }

@@ -1,5 +1,7 @@
 #include "tests/simulator/SimulatorProgram.h"
 
+#include <csignal>
+
 #include <QDeadlineTimer>
 
 namespace {
@@ -78,6 +80,16 @@ void SimulatorProgram::kill()
         return;
     m_process.kill();
     m_process.waitForFinished(kWaitMs);
+}
+
+void SimulatorProgram::pause()
+{
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP);
+}
+
+void SimulatorProgram::goOn()
+{
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT);
 }
 
 /// Waits for a line. Returns false if none will come.

@@ -38,6 +38,10 @@ public:
     /// Ends the program without a chance to say so, as a crash does.
     void kill();
 
+    /// Stops the program without ending it, as a device that hangs, and lets it go on.
+    void pause();
+    void goOn();
+
     int exitCode() const { return m_process.exitCode(); }
     QString problem() const { return m_problem; }
 

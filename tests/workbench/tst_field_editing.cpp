@@ -102,6 +102,8 @@ private slots:
     void shouldStoreEachField();
     void shouldRefuseAtTheField_data();
     void shouldRefuseAtTheField();
+    void shouldLeaveALongTextAsItIs();
+    void shouldSaveWhatStandsInAnOpenField();
     void shouldToggleFlags();
     void shouldGoOnWithTab();
     void shouldKeepTheEditorWhileOthersChange();
@@ -196,6 +198,41 @@ void FieldEditingTest::shouldRefuseAtTheField()
     QVERIFY(!QApplication::activeModalWidget());
     QCOMPARE(fields.text(field), before);
     QVERIFY(!test.store().isModified());
+}
+
+void FieldEditingTest::shouldLeaveALongTextAsItIs()
+{
+    WorkbenchUnderTest test;
+    const QString text(5000, QLatin1Char('x'));
+    test.store().changeProcessor(sampleId(12), [&](ProcessorNode& node) {
+        node.hostText14 = text;
+        return true;
+    });
+    FieldsUnderTest fields(test, 12);
+    QLineEdit* field = fields.open(QStringLiteral("hostText14"));
+    QVERIFY(field);
+    QTest::keyClick(field, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    QCOMPARE(test.processor(12).hostText14, text);
+}
+
+void FieldEditingTest::shouldSaveWhatStandsInAnOpenField()
+{
+    WorkbenchUnderTest test;
+    const QString path = m_settings.filePath(QStringLiteral("open-field.json"));
+    QString problem;
+    QVERIFY2(test.window.files().save(path, problem), qPrintable(problem));
+    FieldsUnderTest fields(test, 12);
+    QLineEdit* field = fields.open(QStringLiteral("name"));
+    QVERIFY(field);
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("Typed"));
+    test.action(ActionId::SaveProject)->trigger();
+    QCOMPARE(test.processor(12).name, QStringLiteral("Typed"));
+    QVERIFY(!test.store().isModified());
+    QFile saved(path);
+    QVERIFY(saved.open(QIODevice::ReadOnly));
+    QVERIFY(saved.readAll().contains("\"Typed\""));
 }
 
 void FieldEditingTest::shouldToggleFlags()

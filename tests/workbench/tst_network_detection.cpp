@@ -59,6 +59,9 @@ private slots:
     void shouldEndWithWhatItWorksOn();
     void shouldTakeASilentProcessorOffline_data();
     void shouldTakeASilentProcessorOffline();
+    void shouldKeepToTheProcessorsAfterUndo();
+    void shouldFindOneAgainThatMissedADetection();
+    void shouldUndoADetectionAtOnce();
     void shouldPassLightAndNameBothWays();
     void shouldKeepStrangersOut_data();
     void shouldKeepStrangersOut();
@@ -276,6 +279,62 @@ void NetworkDetectionTest::shouldTakeASilentProcessorOffline()
     test.simulator.command(QStringLiteral("online 3 on"));
     QTRY_VERIFY(test.at(kFirst + 2).online);
     test.workbench.waitForPanel();
+}
+
+void NetworkDetectionTest::shouldKeepToTheProcessorsAfterUndo()
+{
+    NetworkUnderTest test(3);
+    test.setNetwork(&NetworkSettings::deadTimeoutMs, kSilenceMs);
+    test.detect();
+    test.workbench.waitForPanel();
+    History& history = test.workbench.session.history();
+
+    // What has died is not brought back by undo.
+    QVERIFY(test.workbench.store().renameProcessor(test.at(kFirst).id, QStringLiteral("Other")));
+    QTRY_VERIFY(history.canUndo());
+    test.simulator.command(QStringLiteral("kill 2"));
+    QTRY_VERIFY(!test.at(kFirst + 1).online);
+    history.undo();
+    QTRY_COMPARE(test.at(kFirst).name, QStringLiteral("Device 1"));
+    QTRY_VERIFY(!test.at(kFirst + 1).online);
+
+    // What is removed and back is watched as before.
+    test.workbench.store().removeProcessors({test.at(kFirst + 2).id});
+    QVERIFY(test.at(kFirst + 2).id.isNull());
+    QTRY_VERIFY(history.canUndo());
+    history.undo();
+    QTRY_VERIFY(test.at(kFirst + 2).online);
+    test.simulator.command(QStringLiteral("kill 3"));
+    QTRY_VERIFY(!test.at(kFirst + 2).online);
+    QCOMPARE(test.onlineCount(), 1);
+}
+
+void NetworkDetectionTest::shouldFindOneAgainThatMissedADetection()
+{
+    NetworkUnderTest test(2, kByIpList);
+    test.detect();
+    QCOMPARE(test.onlineCount(), 2);
+    // Its connection lives, and it does not answer this time.
+    test.setNetwork(&NetworkSettings::deadTimeoutMs, 20000);
+    test.simulator.pause();
+    test.detect();
+    QCOMPARE(test.onlineCount(), 0);
+    test.simulator.goOn();
+    QTRY_COMPARE(test.onlineCount(), 2);
+}
+
+void NetworkDetectionTest::shouldUndoADetectionAtOnce()
+{
+    NetworkUnderTest test(3);
+    QCOMPARE(test.project().processors.size(), 0);
+    test.simulator.command(QStringLiteral("mute 2"));
+    duringDetection(test, 2, [&] { test.simulator.command(QStringLiteral("start 2")); });
+    test.detect();
+    QVERIFY(test.project().processors.size() >= 2);
+    History& history = test.workbench.session.history();
+    QTRY_VERIFY(history.canUndo());
+    history.undo();
+    QTRY_COMPARE(test.project().processors.size(), 0);
 }
 
 void NetworkDetectionTest::shouldPassLightAndNameBothWays()

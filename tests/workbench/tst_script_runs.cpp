@@ -129,6 +129,9 @@ private slots:
     void shouldReportCases();
     void shouldLeaveOtherFilesAlone();
     void shouldEndUnderADialog();
+    void shouldFailWhenTheProgramIsQuit();
+    void shouldEndWhenItFailsInADetection();
+    void shouldSaveOverProjectsOnly();
 
 private:
     QString fileOf(const Failure& failure) const
@@ -294,6 +297,56 @@ void ScriptRunsTest::shouldEndUnderADialog()
     const Outcome last =
         run("open \"projects/show.json\"\ncommand \"Handler answers\"\nexpect dialog \"*\"\n");
     QVERIFY2(last.exitCode == 0, qPrintable(last.errors));
+}
+
+void ScriptRunsTest::shouldFailWhenTheProgramIsQuit()
+{
+    const QTemporaryDir folder;
+    const QString report = folder.filePath(QStringLiteral("report.xml"));
+    const Outcome outcome =
+        run("command \"Quit\"\nexpect row \"Nobody\"\n", {QStringLiteral("--junit"), report});
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(QStringLiteral("was ended before its scripts were")),
+             qPrintable(outcome.errors));
+    QVERIFY2(content(report).contains(QStringLiteral("failures=\"1\"")),
+             qPrintable(content(report)));
+}
+
+void ScriptRunsTest::shouldEndWhenItFailsInADetection()
+{
+    // The detection would take minutes.
+    const Outcome outcome =
+        run(start()
+            + "answer detectPauseMs 10000\ntimeout 0.1\ncommand \"Detect devices\"\n"
+              "expect row \"Nobody\"\n");
+    QCOMPARE(outcome.exitCode, 1);
+}
+
+void ScriptRunsTest::shouldSaveOverProjectsOnly()
+{
+    const QTemporaryDir folder;
+    const QString mine = folder.filePath(QStringLiteral("mine.txt"));
+    QFile file(mine);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("mine") == 4);
+    file.close();
+    Outcome outcome = run(start() + "save \"" + mine.toUtf8() + "\"\n");
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(QStringLiteral("it is no project")),
+             qPrintable(outcome.errors));
+    QCOMPARE(content(mine), QStringLiteral("mine"));
+
+    const QString recording = folder.filePath(QStringLiteral("session.jsonl"));
+    outcome = run(start() + "save \"" + recording.toUtf8() + "\"\n",
+                  {QStringLiteral("--record"), recording});
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(QStringLiteral("writes something else there")),
+             qPrintable(outcome.errors));
+    QVERIFY(content(recording).startsWith(QStringLiteral("{\"trace\"")));
+
+    const QString project = folder.filePath(QStringLiteral("mine.json"));
+    const QByteArray twice = "save \"" + project.toUtf8() + "\"\n";
+    outcome = run(start() + twice + start() + twice);
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
 }
 
 TSA_GUILESS_TEST_MAIN(ScriptRunsTest)

@@ -120,13 +120,14 @@ void WorkbenchFilesTest::shouldSaveNothingOverTheTrace()
     TraceFile trace(test.session.trace(), path);
     QString problem;
     QVERIFY2(trace.open(problem), qPrintable(problem));
-    test.window.files().setTraceFile(path);
+    test.window.files().addInUse(path);
     const QString other = m_settings.filePath(QStringLiteral("link.json"));
     QVERIFY(QFile::link(path, other));
     for (const QString& file : {path, other}) {
         QVERIFY(!test.window.files().save(file, problem));
-        QCOMPARE(problem,
-                 file + QStringLiteral(" cannot be written: the live log is written there"));
+        QCOMPARE(
+            problem,
+            file + QStringLiteral(" cannot be written: the workbench writes something else there"));
     }
 }
 

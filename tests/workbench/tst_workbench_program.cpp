@@ -61,6 +61,8 @@ private slots:
     void shouldFailWithNothingToCheck();
     void shouldLeaveItsProjectAsItIs_data();
     void shouldLeaveItsProjectAsItIs();
+    void shouldRefuseOptionsThatDoNotGoTogether_data();
+    void shouldRefuseOptionsThatDoNotGoTogether();
     void shouldFailWhenTheTraceEnds();
     void shouldLeaveTheSocketOfAnother();
 
@@ -108,6 +110,35 @@ void WorkbenchProgramTest::shouldLeaveItsProjectAsItIs()
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains(reason), qPrintable(outcome.errors));
     QCOMPARE(content(project), before);
+}
+
+void WorkbenchProgramTest::shouldRefuseOptionsThatDoNotGoTogether_data()
+{
+    QTest::addColumn<QString>("options");
+    QTest::addColumn<QString>("reason");
+    const auto add = [](const char* options, const char* reason) {
+        QTest::newRow(options) << QString::fromLatin1(options) << QString::fromLatin1(reason);
+    };
+    add("stray.script", "\"stray.script\" belongs to no option");
+    add("--script a.script b.script", "\"b.script\" belongs to no option");
+    add("--self-test --script a", "--script and --self-test do not go together");
+    add("--tour d --script a", "--tour and --script do not go together");
+    add("--replay r --self-test", "--self-test and --replay do not go together");
+    add("--replay r --record q", "--record does not go with --replay");
+    add("--replay r --trace t", "--trace does not go with --replay");
+    add("--replay=", "--replay has no name");
+    add("--record=", "--record has no name");
+    add("--junit j", "--junit goes with --script only");
+    add("--record x --trace ./x", "x is named for two purposes");
+}
+
+void WorkbenchProgramTest::shouldRefuseOptionsThatDoNotGoTogether()
+{
+    QFETCH(QString, options);
+    QFETCH(QString, reason);
+    const Outcome outcome = run(QStringLiteral(WORKBENCH_PROGRAM), options.split(QLatin1Char(' ')));
+    QCOMPARE(outcome.exitCode, 2);
+    QVERIFY2(outcome.errors.contains(reason), qPrintable(outcome.errors));
 }
 
 void WorkbenchProgramTest::shouldFailWhenTheTraceEnds()

@@ -10,6 +10,7 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -20,6 +21,9 @@ constexpr quint32 kDetectionFailed = 0xE0830002;
 
 /// The detection strategy that uses the IP list.
 constexpr int kStrategyByAddress = 2;
+
+/// How often a pause looks whether it is over.
+constexpr int kLookMs = 10;
 
 struct Plan
 {
@@ -90,6 +94,8 @@ DetectionEnd WorkbenchHandler::detect()
         return DetectionEnd::Refused;
     }
     m_cancelled = false;
+    // Events are processed meanwhile, and it is one step to undo all the same.
+    const ProjectStep whole(m_store, m_store.step());
     const InputGate gate([this] { cancelDetection(); });
     const bool isReal =
         m_store.read([](const Project& project) { return project.network.enabled; });
@@ -150,12 +156,19 @@ DetectionEnd WorkbenchHandler::detectOnNetwork()
     return end;
 }
 
-/// Processes events, as a host does while it talks to devices.
+/// Processes events, as a host does while it talks to devices. The end of the program ends the
+/// detection.
 void WorkbenchHandler::pauseDetection(int milliseconds)
 {
-    const QDeadlineTimer deadline(milliseconds);
+    QDeadlineTimer deadline(milliseconds);
     QEventLoop loop;
-    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, [] {});
-    while (!deadline.hasExpired() && !m_cancelled)
-        loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &loop, [&] {
+        if (m_cancelled || deadline.hasExpired())
+            loop.quit();
+    });
+    look.start(std::min(milliseconds, kLookMs));
+    if (!m_cancelled)
+        loop.exec();
+    m_cancelled = m_cancelled || !deadline.hasExpired();
 }

@@ -41,6 +41,7 @@ public:
 
     /// Ends the detection in progress, if there is one and it waits for something. GUI thread.
     void cancelDetection();
+    bool isDetecting() const { return m_detecting; }
 
     void SetObserver(CObserver* observer) override;
     void AppendContextMenu(EPrcTreeNodeType type, const QUuid& id, bool readOnly,

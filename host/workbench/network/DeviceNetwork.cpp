@@ -174,6 +174,10 @@ void DeviceNetwork::markMissing(const ProbePlan& asked)
     for (const quint32 address : asked.addresses) {
         if (Loopback::isDevice(address) && !m_answered.contains(address) && all.contains(address))
             missing.append(all.value(address).id);
+        // It is back as soon as its connection says so.
+        const auto watched = m_watched.find(address);
+        if (watched != m_watched.end() && !m_answered.contains(address))
+            watched->isLost = true;
     }
     m_store.setOnline(missing, false);
 }
@@ -214,13 +218,18 @@ void DeviceNetwork::follow()
     m_settings = settings;
     if (isReplaced || isChanged)
         cancel();
-    if (m_watched.isEmpty())
+    if (isReplaced || !settings.enabled)
+        m_gone.clear();
+    if (m_watched.isEmpty() && m_gone.isEmpty())
         return;
     const QHash<quint32, Known> all = known();
+    returnToGone(all);
     const QList<quint32> addresses = m_watched.keys();
     for (const quint32 address : addresses) {
         Watched& watched = m_watched[address];
         if (isReplaced || !settings.enabled || all.value(address).id != watched.id) {
+            if (!isReplaced && settings.enabled)
+                m_gone.insert(address, {watched.id, watched.state, watched.isLost, nullptr});
             close(address);
             continue;
         }
@@ -233,6 +242,42 @@ void DeviceNetwork::follow()
         if (m_storing == 0)
             send(watched, all.value(address));
     }
+    if (m_storing == 0)
+        correct();
+}
+
+/// Watches processors again whose records are back, as after undo.
+void DeviceNetwork::returnToGone(const QHash<quint32, Known>& all)
+{
+    const QList<quint32> addresses = m_gone.keys();
+    for (const quint32 address : addresses) {
+        if (all.value(address).id != m_gone.value(address).id)
+            continue;
+        const Watched gone = m_gone.take(address);
+        watch(address, gone.id, gone.state);
+        m_watched[address].isLost = gone.isLost;
+    }
+}
+
+/// Stores again what processors reported where the project says otherwise: what is undone here has
+/// not changed there.
+void DeviceNetwork::correct()
+{
+    QList<DeviceReport> reports;
+    m_store.read([&](const Project& project) {
+        for (auto it = m_watched.cbegin(); it != m_watched.cend(); ++it) {
+            const ProcessorNode* node = project.processor(it->id);
+            DeviceState state = it->state;
+            state.online = state.online && !it->isLost;
+            if (node
+                && (node->online != state.online
+                    || node->redundancyMode != static_cast<qint32>(state.redundancy)
+                    || node->hostAttribute11 != state.outputs))
+                reports.append({it.key(), state});
+        }
+    });
+    if (!reports.isEmpty())
+        store(reports, false);
 }
 
 /// Tells a processor what its name and light have to be. Counts it as done, so that nothing is sent

@@ -75,6 +75,8 @@ private:
     void close(quint32 address);
     void follow();
     void send(Watched& watched, const Known& wanted);
+    void returnToGone(const QHash<quint32, Known>& all);
+    void correct();
 
     ProjectStore& m_store;
     NetworkSettings m_settings;
@@ -83,4 +85,5 @@ private:
     int m_storing = 0; // calls of store() in progress
     QSet<quint32> m_answered;
     QHash<quint32, Watched> m_watched; // by address
+    QHash<quint32, Watched> m_gone;    // by address; without a link, their records are not there
 };

@@ -1,8 +1,66 @@
 #include "host/workbench/program/Options.h"
 
+#include "host/workbench/window/SameFile.h"
+
 #include "host/workbench/session/PanelLibrary.h"
 
 #include <QCommandLineParser>
+
+namespace {
+
+/// Returns the names of the options among `names` that are set.
+QStringList setOf(const QCommandLineParser& parser, const QStringList& names)
+{
+    QStringList set;
+    for (const QString& name : names) {
+        if (parser.isSet(name))
+            set.append(QStringLiteral("--") + name);
+    }
+    return set;
+}
+
+/// Returns what is wrong with the options together, empty for nothing: none is ignored silently.
+QString problemOf(const QCommandLineParser& parser)
+{
+    if (!parser.positionalArguments().isEmpty())
+        return QStringLiteral("\"%1\" belongs to no option")
+            .arg(parser.positionalArguments().first());
+    const QStringList files{QStringLiteral("project"), QStringLiteral("library"),
+                            QStringLiteral("tour"),    QStringLiteral("script"),
+                            QStringLiteral("junit"),   QStringLiteral("pictures"),
+                            QStringLiteral("trace"),   QStringLiteral("inspect"),
+                            QStringLiteral("record"),  QStringLiteral("replay")};
+    for (const QString& name : files) {
+        if (parser.isSet(name) && parser.values(name).contains(QString()))
+            return QStringLiteral("--%1 has no name").arg(name);
+    }
+    const QStringList runs = setOf(parser, {QStringLiteral("tour"), QStringLiteral("script"),
+                                            QStringLiteral("self-test"), QStringLiteral("replay")});
+    if (runs.size() > 1)
+        return runs.join(QStringLiteral(" and ")) + QStringLiteral(" do not go together");
+    if (parser.isSet(QStringLiteral("replay"))) {
+        const QStringList others =
+            setOf(parser, {QStringLiteral("project"), QStringLiteral("junit"),
+                           QStringLiteral("trace"), QStringLiteral("inspect"),
+                           QStringLiteral("record"), QStringLiteral("gui-thread-events")});
+        if (!others.isEmpty())
+            return others.first() + QStringLiteral(" does not go with --replay");
+    }
+    if (parser.isSet(QStringLiteral("junit")) && !parser.isSet(QStringLiteral("script")))
+        return QStringLiteral("--junit goes with --script only");
+    const QStringList written{parser.value(QStringLiteral("trace")),
+                              parser.value(QStringLiteral("record")),
+                              parser.value(QStringLiteral("junit"))};
+    for (int one = 0; one < written.size(); ++one) {
+        for (int other = one + 1; other < written.size(); ++other) {
+            if (!written.at(one).isEmpty() && isSameFile(written.at(one), written.at(other)))
+                return QStringLiteral("%1 is named for two purposes").arg(written.at(one));
+        }
+    }
+    return {};
+}
+
+} // namespace
 
 Options parseOptions(const QStringList& arguments)
 {
@@ -77,5 +135,6 @@ Options parseOptions(const QStringList& arguments)
     options.recordFile = parser.value(record);
     options.replayFile = parser.value(replay);
     options.keepOpen = parser.isSet(keepOpen);
+    options.problem = problemOf(parser);
     return options;
 }

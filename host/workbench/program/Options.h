@@ -19,6 +19,7 @@ struct Options
     QString recordFile;  ///< Empty for none.
     QString replayFile;  ///< Empty for none.
     bool keepOpen = false;
+    QString problem; ///< Why nothing can be done, empty for nothing.
 };
 
 /// Parses the command line; the first one of `arguments` is the name of the program. Exits after

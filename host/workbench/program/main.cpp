@@ -60,6 +60,8 @@ void record(const Options& options, MainWindow& window, QString& problem)
     });
     if (!options.recordFile.isEmpty() && problem.isEmpty())
         recorder.open(options.recordFile, problem);
+    if (!options.recordFile.isEmpty())
+        window.files().addInUse(options.recordFile);
 }
 
 /// Starts the trace file and the inspector if the command line asks for them.
@@ -68,8 +70,8 @@ void observe(const Options& options, MainWindow& window, TraceFile& trace, Inspe
 {
     if (!trace.path().isEmpty() && !trace.open(problem))
         return;
-    window.files().setTraceFile(trace.path());
-    window.log().setTraceFile(trace.path());
+    if (!trace.path().isEmpty())
+        window.files().addInUse(trace.path());
     QObject::connect(&trace, &TraceFile::failed, &window, [&](const QString& failure) {
         std::cerr << "workbench: " << qPrintable(failure) << '\n';
         if (!isUnattended(options))
@@ -123,6 +125,10 @@ int main(int argc, char** argv)
     ApplyHostTheme(application);
 
     const Options options = parseOptions(QApplication::arguments());
+    if (!options.problem.isEmpty()) {
+        std::cerr << "workbench: " << qPrintable(options.problem) << '\n';
+        return 2;
+    }
     const bool unattended = isUnattended(options);
     // A run without a user does not change the user's recent files.
     const QTemporaryDir ownSettings;
@@ -160,7 +166,12 @@ int main(int argc, char** argv)
         autosave.emplace(window, window.files(), session.store());
         QTimer::singleShot(0, &*autosave, &Autosave::offerRecovery);
     }
-    const int result = QApplication::exec();
+    int result = QApplication::exec();
+    const bool hasScripts = !options.scripts.isEmpty() || !options.tourFolder.isEmpty();
+    if (hasScripts && problem.isEmpty() && !scripts.isFinished()) {
+        scripts.giveUp(QStringLiteral("the program was ended before its scripts were"));
+        result = ScriptProgram::kFailed;
+    }
     if (!unattended)
         WindowSettings::save(window);
     session.trace().flush();

@@ -273,6 +273,12 @@ bool saveProject(const Project& project, const QString& path, QString& problem)
     }
     QSaveFile file(path);
     const QByteArray json = projectToJson(project);
+    if (json.size() > kMaxProjectFileSize) {
+        problem = Messages::tr("%1 cannot be written: the file is larger than %2 MiB")
+                      .arg(shown)
+                      .arg(kMaxProjectFileSize >> 20);
+        return false;
+    }
     // commit() ignores a failure to write buffered data; flush() reports it.
     if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.flush()
         || !file.commit()) {

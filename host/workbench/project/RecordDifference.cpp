@@ -180,6 +180,16 @@ void compareIpLists(Comparison& found, const IpList& one, const IpList& other)
         if (!one.entries().contains(entry))
             found.compare(Messages::tr("IP list"), {}, {}, ipEntryText(entry));
     }
+    const auto kept = [](const IpList& list, const IpList& both) {
+        QStringList texts;
+        for (const IpEntry& entry : list.entries()) {
+            if (both.entries().contains(entry))
+                texts.append(ipEntryText(entry));
+        }
+        return texts;
+    };
+    if (kept(one, other) != kept(other, one))
+        found.compare(Messages::tr("IP list"), Messages::tr("order"), {}, Messages::tr("another"));
 }
 
 } // namespace

@@ -3,12 +3,16 @@
 #include "sdk/record/TraceValues.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 
 namespace {
 
 /// How long the panel may take to show an event on another thread, in nanoseconds.
 constexpr qint64 kSettleTime = 100000000;
+
+/// How many later answers are looked at for one that was given inside an event.
+constexpr std::ptrdiff_t kMostInside = 256;
 
 } // namespace
 
@@ -70,12 +74,23 @@ bool Recording::isTreeInMotion(const CTraceEntry& driver) const
 }
 
 const CTraceEntry* Recording::answer(const QString& name, const QJsonObject& arguments,
-                                     qint64 position) const
+                                     qint64 position, qint64 event) const
 {
     const auto found = m_answers.constFind(keyOf(name, arguments));
     if (found == m_answers.constEnd())
         return nullptr;
     const std::vector<CTraceEntry>& answers = *found;
+    // What was asked inside an event is answered as it was, whatever came in between.
+    if (event > 0) {
+        const auto first = std::upper_bound(
+            answers.begin(), answers.end(), event,
+            [](qint64 sequence, const CTraceEntry& entry) { return sequence < entry.sequence; });
+        const auto last = first + std::min<std::ptrdiff_t>(answers.end() - first, kMostInside);
+        const auto inside = std::find_if(
+            first, last, [&](const CTraceEntry& entry) { return entry.cause == event; });
+        if (inside != last)
+            return &*inside;
+    }
     const auto later = std::upper_bound(
         answers.begin(), answers.end(), position,
         [](qint64 sequence, const CTraceEntry& entry) { return sequence < entry.sequence; });

@@ -42,8 +42,8 @@ public:
     /// null if there is none. It is the first one before the next request, gesture or call of the
     /// host, because a host changes its project before it tells; else the last one up to
     /// `position`, else any.
-    const CTraceEntry* answer(const QString& name, const QJsonObject& arguments,
-                              qint64 position) const;
+    const CTraceEntry* answer(const QString& name, const QJsonObject& arguments, qint64 position,
+                              qint64 event) const;
 
 private:
     static QByteArray keyOf(const QString& name, const QJsonObject& arguments);

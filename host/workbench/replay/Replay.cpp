@@ -31,6 +31,16 @@ QString counts(const QString& path, const Recording& recording)
         .arg(recording.questionCount());
 }
 
+/// Returns what is to be known of questions that the recording has no answer to, empty for none.
+QString unansweredText(const QStringList& questions)
+{
+    if (questions.isEmpty())
+        return {};
+    return Messages::tr("%1 questions were not recorded and got default answers; the first: %2")
+        .arg(questions.size())
+        .arg(questions.constFirst());
+}
+
 QString differenceText(const QString& path, const Difference& difference)
 {
     const QString place =
@@ -73,13 +83,18 @@ int runReplay(const ReplayOptions& options)
         return refuse(problem);
     window.showText(Messages::tr("Replaying %1").arg(options.recording));
     window.show();
-    int result = 0;
+    int result = 1;
+    bool isOver = false;
     ReplayPlayer player(recording, window);
     QObject::connect(&player, &ReplayPlayer::finished, &window, [&] {
         const std::optional<Difference> difference = player.progress().difference();
         result = difference ? 1 : 0;
-        const QString text = difference ? differenceText(options.recording, *difference)
-                                        : counts(options.recording, *recording);
+        isOver = true;
+        QString text = difference ? differenceText(options.recording, *difference)
+                                  : counts(options.recording, *recording);
+        const QString note = unansweredText(player.progress().unanswered());
+        if (!note.isEmpty())
+            text += QLatin1Char('\n') + note;
         (difference ? std::cerr << "workbench: " : std::cout) << qPrintable(text) << std::endl;
         window.showText(text);
         if (!takePicture(window, options.pictures))
@@ -89,6 +104,9 @@ int runReplay(const ReplayOptions& options)
     });
     player.start();
     QApplication::exec();
+    if (!isOver)
+        std::cerr << "workbench: "
+                  << qPrintable(Messages::tr("the replay was ended before its end")) << '\n';
     window.close();
     return result;
 }

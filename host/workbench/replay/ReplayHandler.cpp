@@ -51,12 +51,13 @@ CHandlerRelay::Answer ReplayHandler::call(const Call& call, const Ask&)
         m_progress->countWorkQuestion();
     if (!recorded) {
         if (!isRequest)
-            refuse(call);
+            noteUnanswered(call);
         return {};
     }
     while (const CTraceEntry* inside = m_progress->takeEventInside(*recorded)) {
         Events::Event event;
         TraceValues::readEvent(inside->arguments, event);
+        const ReplayProgress::Telling telling(inside->sequence);
         tellPanel(event);
     }
     if (isRequest && isGuiThread() && goOnInside)
@@ -67,20 +68,14 @@ CHandlerRelay::Answer ReplayHandler::call(const Call& call, const Ask&)
     return answer;
 }
 
-/// Notes a question that the recording has no answer to, if it is a difference.
-void ReplayHandler::refuse(const Call& call)
+/// Notes a question that the recording has no answer to. It is no difference by itself: whether the
+/// panel still asks depends on how soon the next event comes, or its end. If the default answer
+/// makes it behave otherwise, a request differs.
+void ReplayHandler::noteUnanswered(const Call& call)
 {
-    if (m_progress->isOver() || m_progress->recording().isCutOff()
-        || (isGuiThread() && isPainting && isPainting()))
+    if (m_progress->isOver() || (isGuiThread() && isPainting && isPainting()))
         return;
-    const CTraceEntry* next = m_progress->nextRequest();
-    const CTraceEntry* driver = m_progress->nextDriver();
-    if (!next || (driver && driver->sequence < next->sequence))
-        next = driver;
-    m_progress->end(
-        Difference{next ? next->line : 0,
-                   ReplayProgress::tr("never such a question; next is %1")
-                       .arg(next ? next->text() : ReplayProgress::tr("the end")),
-                   QLatin1String(call.operation.name) + QLatin1Char(' ')
-                       + QString::fromUtf8(TraceValues::compact(TraceValues::arguments(call)))});
+    m_progress->noteUnanswered(
+        QLatin1String(call.operation.name) + QLatin1Char(' ')
+        + QString::fromUtf8(TraceValues::compact(TraceValues::arguments(call))));
 }

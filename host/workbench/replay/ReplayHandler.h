@@ -27,7 +27,7 @@ protected:
     Answer call(const Call& call, const Ask& ask) override;
 
 private:
-    void refuse(const Call& call);
+    void noteUnanswered(const Call& call);
 
     const std::shared_ptr<ReplayProgress> m_progress;
 };

@@ -191,6 +191,7 @@ void ReplayPlayer::raise(const CTraceEntry& driver)
     }
     Events::Event event;
     TraceValues::readEvent(driver.arguments, event);
+    const ReplayProgress::Telling telling(driver.sequence);
     m_handler->tellPanel(event);
 }
 
@@ -202,7 +203,10 @@ std::shared_ptr<ReplayPlayer::Delivery> ReplayPlayer::raiseElsewhere(const CTrac
     auto delivery = std::make_shared<Delivery>();
     m_threads.run(driver.thread,
                   [this, handler = m_handler, event, delivery, number = driver.sequence] {
-                      handler->tellPanel(event);
+                      {
+                          const ReplayProgress::Telling telling(number);
+                          handler->tellPanel(event);
+                      }
                       delivery->done.release();
                       QMetaObject::invokeMethod(
                           this,

@@ -2,10 +2,50 @@
 
 #include "sdk/record/TraceValues.h"
 
+#include <QJsonArray>
+#include <QMultiMap>
+
 #include <algorithm>
 #include <utility>
 
 namespace {
+
+/// The event that is being told on this thread, by its number in the recording.
+thread_local qint64 t_event = 0;
+
+QJsonArray sorted(const QJsonArray& values)
+{
+    QMultiMap<QByteArray, QJsonValue> byText;
+    for (const QJsonValue& value : values)
+        byText.insert(TraceValues::compact(value), value);
+    QJsonArray all;
+    for (const QJsonValue& value : qAsConst(byText))
+        all.append(value);
+    return all;
+}
+
+/// Returns whether two requests are the same. The selection is a set: its order differs from run to
+/// run.
+bool areSame(const QString& name, QJsonObject one, QJsonObject other)
+{
+    if (name != QLatin1String("ReportSelection"))
+        return one == other;
+    for (QJsonObject* arguments : {&one, &other}) {
+        for (const QString& list : {QStringLiteral("processors"), QStringLiteral("groups")}) {
+            QJsonArray items = arguments->value(list).toArray();
+            for (auto&& item : items) {
+                QJsonObject group = item.toObject();
+                if (group.contains(QStringLiteral("processors")))
+                    group.insert(QStringLiteral("processors"),
+                                 sorted(group.value(QStringLiteral("processors")).toArray()));
+                if (!group.isEmpty())
+                    item = group;
+            }
+            arguments->insert(list, sorted(items));
+        }
+    }
+    return one == other;
+}
 
 QString textOf(const QString& name, const QJsonObject& arguments)
 {
@@ -24,7 +64,7 @@ const CTraceEntry* ReplayProgress::takeRequest(const QString& name, const QJsonO
     const CTraceEntry* next = nextRequest();
     if (isOver())
         return nullptr;
-    if (next && next->name == name && next->arguments == arguments) {
+    if (next && next->name == name && areSame(name, next->arguments, arguments)) {
         const std::lock_guard guard(m_mutex);
         ++m_request;
         m_position = std::max(m_position, next->sequence);
@@ -39,10 +79,32 @@ const CTraceEntry* ReplayProgress::takeRequest(const QString& name, const QJsonO
     return nullptr;
 }
 
+ReplayProgress::Telling::Telling(qint64 event)
+    : m_former(std::exchange(t_event, event))
+{
+}
+
+ReplayProgress::Telling::~Telling()
+{
+    t_event = m_former;
+}
+
 const CTraceEntry* ReplayProgress::answer(const QString& name, const QJsonObject& arguments) const
 {
     const std::lock_guard guard(m_mutex);
-    return m_recording->answer(name, arguments, m_position);
+    return m_recording->answer(name, arguments, m_position, t_event);
+}
+
+void ReplayProgress::noteUnanswered(const QString& question)
+{
+    const std::lock_guard guard(m_mutex);
+    m_unanswered.append(question);
+}
+
+QStringList ReplayProgress::unanswered() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_unanswered;
 }
 
 void ReplayProgress::countWorkQuestion()
@@ -98,7 +160,8 @@ const CTraceEntry* ReplayProgress::takeEventDuring(const CTraceEntry& call)
 {
     const CTraceEntry* driver = nextDriver();
     if (!driver || isOver() || driver->kind != CTraceEntry::Kind::Event
-        || driver->thread == QLatin1String("gui") || driver->time >= call.end()
+        || driver->thread == QLatin1String("gui")
+        || (driver->time >= call.end() && driver->line > call.line)
         || m_recording->isInQuestion(*driver) || !isDue(*driver))
         return nullptr;
     takeDriver();

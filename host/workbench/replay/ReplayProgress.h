@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QString>
+#include <QStringList>
 
 #include <cstddef>
 #include <memory>
@@ -34,6 +35,26 @@ public:
 
     /// Returns the recorded answer to a question, null for none.
     const CTraceEntry* answer(const QString& name, const QJsonObject& arguments) const;
+
+    /// An event is being told on this thread, as long as this object exists. Questions inside are
+    /// answered as they were inside the recorded one.
+    class Telling final
+    {
+    public:
+        explicit Telling(qint64 event);
+        ~Telling();
+        Telling(const Telling&) = delete;
+        Telling& operator=(const Telling&) = delete;
+
+    private:
+        const qint64 m_former;
+    };
+
+    /// Notes a question that the recording has no answer to.
+    void noteUnanswered(const QString& question);
+
+    /// Returns these questions.
+    QStringList unanswered() const;
 
     /// Counts a question of the panel's work thread.
     void countWorkQuestion();
@@ -76,6 +97,7 @@ private:
     std::size_t m_driver = 0;               // guarded by m_mutex
     std::size_t m_request = 0;              // guarded by m_mutex
     std::size_t m_workQuestions = 0;        // guarded by m_mutex
+    QStringList m_unanswered;               // guarded by m_mutex
     qint64 m_position = 0;                  // guarded by m_mutex
     bool m_isOver = false;                  // guarded by m_mutex
     std::optional<Difference> m_difference; // guarded by m_mutex

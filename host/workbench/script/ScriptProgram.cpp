@@ -67,9 +67,9 @@ void ScriptProgram::start(MainWindow& window)
     connect(m_runner.get(), &ScriptRunner::stepFailed, this, &ScriptProgram::keepFailure);
     connect(m_runner.get(), &ScriptRunner::finished, this, &ScriptProgram::end);
     // A thread that is stuck cannot be ended in any other way.
-    m_watchdog = std::make_unique<Watchdog>(kStuckAfter, [] {
-        complain(QStringLiteral("the GUI thread has not come back to its event loop for %1 s")
-                     .arg(std::chrono::seconds(kStuckAfter).count()));
+    m_watchdog = std::make_unique<Watchdog>(kStuckAfter, [this] {
+        giveUp(QStringLiteral("the GUI thread has not come back to its event loop for %1 s")
+                   .arg(std::chrono::seconds(kStuckAfter).count()));
         std::_Exit(kFailed);
     });
     connect(m_runner.get(), &ScriptRunner::ticked, this, [this] { m_watchdog->alive(); });
@@ -102,8 +102,28 @@ void ScriptProgram::keepFailure(const QString& message)
         complain(log.errorString());
 }
 
+void ScriptProgram::giveUp(const QString& reason)
+{
+    complain(reason);
+    if (m_files.junit.isEmpty())
+        return;
+    std::vector<ScriptResult> results =
+        m_runner ? m_runner->results() : std::vector<ScriptResult>();
+    ScriptCase end;
+    end.name = QStringLiteral("end");
+    end.failure = reason;
+    ScriptResult rest;
+    rest.name = QStringLiteral("workbench");
+    rest.cases.push_back(end);
+    results.push_back(rest);
+    QString problem;
+    if (!JUnitReport(m_files.junit).write(results, problem))
+        complain(problem);
+}
+
 void ScriptProgram::end()
 {
+    m_isFinished = true;
     m_watchdog.reset();
     int exitCode = m_runner->hasFailed() ? kFailed : 0;
     if (m_run->pictureCount() > 0)

@@ -37,6 +37,11 @@ public:
     /// Runs them in `window`, which must outlive this object. Emits finished() at the end.
     void start(MainWindow& window);
 
+    /// Ends the scripts that are not finished: says `reason`, and writes the report with it.
+    void giveUp(const QString& reason);
+
+    bool isFinished() const { return m_isFinished; }
+
 signals:
     void finished(int exitCode);
 
@@ -51,4 +56,5 @@ private:
     std::unique_ptr<ScriptRun> m_run;
     std::unique_ptr<ScriptRunner> m_runner;
     std::unique_ptr<Watchdog> m_watchdog;
+    bool m_isFinished = false;
 };

@@ -119,6 +119,11 @@ std::shared_ptr<FaultyHandler> Session::makeHandler()
     return std::make_shared<FaultyHandler>(m_handler, host);
 }
 
+bool Session::isDetecting() const
+{
+    return m_handler->isDetecting();
+}
+
 void Session::cancelDetection()
 {
     m_handler->cancelDetection();

@@ -53,6 +53,7 @@ public:
 
     /// Ends the detection in progress, if there is one. The end of the panel does so, too.
     void cancelDetection();
+    bool isDetecting() const;
 
     /// Returns whether the panel shows the project: the same groups in the same order, each with
     /// the same processors.

@@ -1000,10 +1000,6 @@ The copy is kept as %2.</source>
         <translation>取消</translation>
     </message>
     <message>
-        <source>%1 cannot be written: the live log is written there</source>
-        <translation>无法写入 %1：实时日志正写入此文件</translation>
-    </message>
-    <message>
         <source>%1 cannot be written: another program has changed or removed it</source>
         <translation>无法写入 %1：其他程序已更改或删除它</translation>
     </message>
@@ -1020,6 +1016,26 @@ Save the project all the same?</source>
     <message>
         <source>Compare...</source>
         <translation>比较...</translation>
+    </message>
+    <message>
+        <source>%1 is not replaced, because it is no project</source>
+        <translation>未替换 %1，因为它不是工程</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: it is not a regular file</source>
+        <translation>无法写入 %1：它不是普通文件</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: the workbench writes something else there</source>
+        <translation>无法写入 %1：工作台正在向其中写入其他内容</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: it is the open project</source>
+        <translation>无法写入 %1：它是已打开的工程</translation>
+    </message>
+    <message>
+        <source>The project has unsaved changes. Discard them?</source>
+        <translation>工程有未保存的更改。要放弃吗？</translation>
     </message>
 </context>
 <context>
@@ -1178,10 +1194,6 @@ Save the project all the same?</source>
     <message>
         <source>%1 cannot be written: %2</source>
         <translation>无法写入 %1：%2</translation>
-    </message>
-    <message>
-        <source>%1 cannot be written: the live log is written there</source>
-        <translation>无法写入 %1：实时日志正写入此文件</translation>
     </message>
     <message>
         <source>Findings</source>
@@ -1424,6 +1436,10 @@ Save the project all the same?</source>
     <message>
         <source>it is not a regular file</source>
         <translation>它不是普通文件</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: the file is larger than %2 MiB</source>
+        <translation>无法写入 %1：文件大于 %2 MiB</translation>
     </message>
 </context>
 <context>
@@ -1681,6 +1697,14 @@ Add processors with Change &gt; Add processor.</source>
         <source>%1 cannot be written</source>
         <translation>无法写入 %1</translation>
     </message>
+    <message>
+        <source>%1 questions were not recorded and got default answers; the first: %2</source>
+        <translation>%1 个询问没有记录，已用默认值回答；第一个：%2</translation>
+    </message>
+    <message>
+        <source>the replay was ended before its end</source>
+        <translation>重放未到结尾就被结束</translation>
+    </message>
 </context>
 <context>
     <name>ReplayPlayer</name>
@@ -1707,14 +1731,6 @@ Add processors with Change &gt; Add processor.</source>
 </context>
 <context>
     <name>ReplayProgress</name>
-    <message>
-        <source>never such a question; next is %1</source>
-        <translation>从未有过这样的询问；下一项是 %1</translation>
-    </message>
-    <message>
-        <source>the end</source>
-        <translation>结尾</translation>
-    </message>
     <message>
         <source>no more requests</source>
         <translation>没有更多请求</translation>

@@ -75,7 +75,6 @@ QWidget* FieldDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem
     if (isFlag(index) || isName)
         return nullptr;
     auto* editor = new QLineEdit(parent);
-    editor->setMaxLength(ProjectRanges::kMaxNameLength);
     editor->setAccessibleName(index.siblingAtColumn(0).data().toString());
     const auto* validator = new FieldValidator(m_refusal, index, editor);
     editor->setValidator(validator);
@@ -95,7 +94,8 @@ void FieldDelegate::setModelData(QWidget* editor, QAbstractItemModel* /*model*/,
                                  const QModelIndex& index) const
 {
     const auto* field = qobject_cast<QLineEdit*>(editor);
-    if (field->hasAcceptableInput() && field->text() != index.data().toString())
+    if (field->isModified() && field->hasAcceptableInput()
+        && field->text() != index.data().toString())
         m_store(index, field->text());
 }
 

@@ -11,13 +11,17 @@
 #include "host/workbench/window/PlainText.h"
 #include "host/workbench/window/SameFile.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+
+#include <algorithm>
 
 namespace {
 
@@ -43,7 +47,10 @@ FileCommands::FileCommands(QMainWindow* window, Actions& actions, ProjectStore& 
         if (state == FileWatch::State::Missing)
             m_store.markUnsaved();
     });
-    connect(m_bar->reloadButton(), &QPushButton::clicked, this, &FileCommands::reload);
+    connect(m_bar->reloadButton(), &QPushButton::clicked, this, [this] {
+        if (confirmReload())
+            reload();
+    });
     connect(m_bar->compareButton(), &QPushButton::clicked, this, &FileCommands::compare);
     connect(m_bar->keepButton(), &QPushButton::clicked, this, &FileCommands::keep);
     connect(actions[ActionId::NewProject], &QAction::triggered, this, [this] {
@@ -106,13 +113,40 @@ bool FileCommands::save(const QString& path, QString& problem)
                       .arg(QDir::toNativeSeparators(path));
         return false;
     }
+    // Nobody is asked: a file that is no project is not ours.
+    QString reason;
+    if (QFileInfo(path).isFile() && !isInUse(path) && !isSameFile(path, m_path)
+        && !loadProject(path, reason)) {
+        problem =
+            tr("%1 is not replaced, because it is no project").arg(QDir::toNativeSeparators(path));
+        return false;
+    }
     return write(path, problem);
+}
+
+bool FileCommands::isInUse(const QString& path) const
+{
+    return std::any_of(m_inUse.begin(), m_inUse.end(),
+                       [&](const QString& used) { return isSameFile(path, used); });
+}
+
+QString FileCommands::exportRefusal(const QString& path) const
+{
+    const QString shown = QDir::toNativeSeparators(path);
+    const QFileInfo existing(path);
+    if (existing.exists() && !existing.isFile())
+        return tr("%1 cannot be written: it is not a regular file").arg(shown);
+    if (isInUse(path))
+        return tr("%1 cannot be written: the workbench writes something else there").arg(shown);
+    if (isSameFile(path, m_path))
+        return tr("%1 cannot be written: it is the open project").arg(shown);
+    return {};
 }
 
 bool FileCommands::write(const QString& path, QString& problem)
 {
-    if (isSameFile(path, m_traceFile)) {
-        problem = tr("%1 cannot be written: the live log is written there")
+    if (isInUse(path)) {
+        problem = tr("%1 cannot be written: the workbench writes something else there")
                       .arg(QDir::toNativeSeparators(path));
         return false;
     }
@@ -129,6 +163,7 @@ bool FileCommands::write(const QString& path, QString& problem)
 
 bool FileCommands::confirmLoss()
 {
+    endEditing();
     if (!m_askBeforeLoss || !m_store.isModified())
         return true;
     QMessageBox box(QMessageBox::Question, custom_software_name(),
@@ -173,8 +208,20 @@ void FileCommands::chooseAndOpen()
         showProblem(m_window, problem);
 }
 
+/// Stores what stands in an open field.
+void FileCommands::endEditing()
+{
+    auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    if (!field || !m_window->isAncestorOf(field))
+        return;
+    field->clearFocus();
+    // The value is stored by a queued call.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+}
+
 bool FileCommands::saveAsked()
 {
+    endEditing();
     if (m_path.isEmpty())
         return chooseAndSave();
     if (!mayOverwrite())
@@ -188,6 +235,7 @@ bool FileCommands::saveAsked()
 
 bool FileCommands::chooseAndSave()
 {
+    endEditing();
     const QString path = QFileDialog::getSaveFileName(m_window, tr("Save the project"), m_path,
                                                       tr("Projects (*.json);;All files (*)"));
     if (path.isEmpty())
@@ -234,6 +282,20 @@ bool FileCommands::mayOverwrite()
             reload();
         return false;
     }
+}
+
+/// Asks before changes that are nowhere else are dropped.
+bool FileCommands::confirmReload()
+{
+    if (!m_askBeforeLoss || !m_store.isModified())
+        return true;
+    QMessageBox box(QMessageBox::Question, custom_software_name(),
+                    tr("The project has unsaved changes. Discard them?"),
+                    QMessageBox::Discard | QMessageBox::Cancel, m_window);
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.button(QMessageBox::Discard)->setText(tr("Discard"));
+    box.button(QMessageBox::Cancel)->setText(tr("Cancel"));
+    return box.exec() == QMessageBox::Discard;
 }
 
 /// Opens the file of the project as it is now. Says why if that fails.

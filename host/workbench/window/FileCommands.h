@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -47,7 +48,10 @@ public:
     ChangedFileBar* bar() const { return m_bar; }
 
     /// Names the file to which the live log is written: no project is saved there.
-    void setTraceFile(const QString& path) { m_traceFile = path; }
+    void addInUse(const QString& path) { m_inUse.append(path); }
+
+    /// Returns why nothing may be exported to the file, empty if it may.
+    QString exportRefusal(const QString& path) const;
 
     /// Sets whether the user is asked before unsaved changes are discarded.
     void setAskBeforeLoss(bool ask) { m_askBeforeLoss = ask; }
@@ -62,6 +66,9 @@ private:
     void openAsked(const QString& path);
     void chooseAndOpen();
     bool saveAsked();
+    void endEditing();
+    bool confirmReload();
+    bool isInUse(const QString& path) const;
     bool write(const QString& path, QString& problem);
     bool mayOverwrite();
     bool reload();
@@ -77,6 +84,6 @@ private:
     ChangedFileBar* m_bar; // the window's
     FileWatch m_watch;
     QString m_path;
-    QString m_traceFile;
+    QStringList m_inUse; ///< What the workbench writes besides: trace, recording.
     bool m_askBeforeLoss = true;
 };

@@ -3,7 +3,6 @@
 #include "host/workbench/dialogs/Prompts.h"
 #include "host/workbench/trace/TraceModel.h"
 #include "host/workbench/window/LogFilter.h"
-#include "host/workbench/window/SameFile.h"
 
 #include <QAction>
 #include <QApplication>
@@ -187,9 +186,9 @@ void LogPanel::exportLines()
                                                       tr("Text files (*.txt);;All files (*)"));
     if (path.isEmpty())
         return;
-    if (isSameFile(path, m_traceFile)) {
-        showProblem(this, tr("%1 cannot be written: the live log is written there")
-                              .arg(QDir::toNativeSeparators(path)));
+    const QString refusal = m_refusal ? m_refusal(path) : QString();
+    if (!refusal.isEmpty()) {
+        showProblem(this, refusal);
         return;
     }
     QModelIndexList rows;

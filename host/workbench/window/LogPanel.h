@@ -4,6 +4,9 @@
 #include <QStringList>
 #include <QWidget>
 
+#include <functional>
+#include <utility>
+
 class LogFilter;
 class QAction;
 class QCheckBox;
@@ -23,8 +26,11 @@ public:
     /// `trace` must outlive the panel.
     explicit LogPanel(TraceModel& trace, QWidget* parent = nullptr);
 
-    /// Names the file to which the live log is written: nothing is exported there.
-    void setTraceFile(const QString& path) { m_traceFile = path; }
+    /// Sets what returns why nothing may be exported to a file, empty if it may.
+    void setExportRefusal(std::function<QString(const QString& path)> refusal)
+    {
+        m_refusal = std::move(refusal);
+    }
 
     /// Sets the filter to these words and to all kinds.
     void showWords(const QString& words);
@@ -48,7 +54,7 @@ private:
     void exportLines();
 
     TraceModel& m_trace;
-    QString m_traceFile;
+    std::function<QString(const QString&)> m_refusal;
     LogFilter* m_filter;         // Qt child
     QLineEdit* m_filterField;    // Qt child
     QComboBox* m_kindSelector;   // Qt child

@@ -55,6 +55,7 @@ MainWindow::MainWindow(Session& session, Language& language, QWidget* parent)
             [this](const QString& text) { statusBar()->showMessage(text, kTipMs); });
     statusBar()->addPermanentWidget(new FindingsLabel(session.trace(), this));
     connect(&session, &Session::logWanted, m_log, &LogPanel::showWords);
+    m_log->setExportRefusal([this](const QString& path) { return m_files->exportRefusal(path); });
     connect(&session.store(), &ProjectStore::changed, this,
             [this] { m_records->show(m_session.store().snapshot()); });
     connect(&session.store(), &ProjectStore::ipListChanged, this,
@@ -95,6 +96,12 @@ void MainWindow::changeEvent(QEvent* event)
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    // Nobody can answer a question while a detection keeps input away.
+    if (m_session.isDetecting()) {
+        m_session.cancelDetection();
+        event->ignore();
+        return;
+    }
     event->setAccepted(m_files->confirmLoss());
 }
 
