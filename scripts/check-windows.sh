@@ -9,7 +9,8 @@ cd "$(dirname "$0")/.."
 qt=${1:-$(qmake -query QT_INSTALL_HEADERS)}
 
 prefix=x86_64-w64-mingw32
-flags=(-std=c++17 -Wall -Wextra -Werror -I. -DTARGETSELECTAREA_BUILD '-DTSA_VERSION=""')
+flags=(-std=c++17 -Wall -Wextra -Werror -I. -DTARGETSELECTAREA_BUILD '-DTSA_VERSION=""'
+    '-DTARGETSELECTRECORD_VERSION=""')
 for module in Core Gui Widgets Network Svg; do
     flags+=(-isystem "$qt/Qt$module")
 done
