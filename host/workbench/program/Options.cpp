@@ -24,7 +24,7 @@ QString problemOf(const QCommandLineParser& parser)
 {
     if (!parser.positionalArguments().isEmpty())
         return QStringLiteral("\"%1\" belongs to no option")
-            .arg(parser.positionalArguments().first());
+            .arg(parser.positionalArguments().constFirst());
     const QStringList files{QStringLiteral("project"), QStringLiteral("library"),
                             QStringLiteral("tour"),    QStringLiteral("script"),
                             QStringLiteral("junit"),   QStringLiteral("pictures"),

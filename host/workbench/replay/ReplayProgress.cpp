@@ -24,27 +24,30 @@ QJsonArray sorted(const QJsonArray& values)
     return all;
 }
 
+/// Returns the arguments of a report of the selection with its rows in a fixed order.
+QJsonObject inOrder(const QJsonObject& report)
+{
+    QJsonObject arguments = report;
+    for (const QString& list : {QStringLiteral("processors"), QStringLiteral("groups")}) {
+        QJsonArray items = arguments.value(list).toArray();
+        for (auto&& item : items) {
+            QJsonObject group = item.toObject();
+            if (group.contains(QStringLiteral("processors")))
+                group.insert(QStringLiteral("processors"),
+                             sorted(group.value(QStringLiteral("processors")).toArray()));
+            if (!group.isEmpty())
+                item = group;
+        }
+        arguments.insert(list, sorted(items));
+    }
+    return arguments;
+}
+
 /// Returns whether two requests are the same. The selection is a set: its order differs from run to
 /// run.
-bool areSame(const QString& name, QJsonObject one, QJsonObject other)
+bool areSame(const QString& name, const QJsonObject& one, const QJsonObject& other)
 {
-    if (name != QLatin1String("ReportSelection"))
-        return one == other;
-    for (QJsonObject* arguments : {&one, &other}) {
-        for (const QString& list : {QStringLiteral("processors"), QStringLiteral("groups")}) {
-            QJsonArray items = arguments->value(list).toArray();
-            for (auto&& item : items) {
-                QJsonObject group = item.toObject();
-                if (group.contains(QStringLiteral("processors")))
-                    group.insert(QStringLiteral("processors"),
-                                 sorted(group.value(QStringLiteral("processors")).toArray()));
-                if (!group.isEmpty())
-                    item = group;
-            }
-            arguments->insert(list, sorted(items));
-        }
-    }
-    return one == other;
+    return name == QLatin1String("ReportSelection") ? inOrder(one) == inOrder(other) : one == other;
 }
 
 QString textOf(const QString& name, const QJsonObject& arguments)
