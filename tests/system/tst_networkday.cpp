@@ -40,14 +40,13 @@ class NetworkDayTest final : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldDetectWatchAndLight_data();
-    void shouldDetectWatchAndLight();
+    void shouldDetectAndWatch_data();
+    void shouldDetectAndWatch();
 
 private:
     QString doIt(bool byIpList);
     QString writeProject(bool byIpList) const;
     void detect();
-    void light();
     void cancel();
     void lose();
     void waitForLog(const char* kind, const char* end);
@@ -57,14 +56,14 @@ private:
     User* m_user = nullptr;
 };
 
-void NetworkDayTest::shouldDetectWatchAndLight_data()
+void NetworkDayTest::shouldDetectAndWatch_data()
 {
     QTest::addColumn<bool>("byIpList");
     QTest::newRow("by the IP list") << true;
     QTest::newRow("by broadcast") << false;
 }
 
-void NetworkDayTest::shouldDetectWatchAndLight()
+void NetworkDayTest::shouldDetectAndWatch()
 {
     QFETCH(bool, byIpList);
     const QString failure = doIt(byIpList);
@@ -87,7 +86,6 @@ QString NetworkDayTest::doIt(bool byIpList)
         detect();
         // The rest is the same however they were found.
         if (byIpList) {
-            light();
             lose();
             cancel();
         }
@@ -127,23 +125,6 @@ void NetworkDayTest::detect()
     m_user->find(row("All processors(50)"));
     waitForLog("call", "DetectAllDevices() = 0");
     m_user->find(row("Device 1"));
-}
-
-void NetworkDayTest::light()
-{
-    m_user->choose(text("Highlight the front panel"), row("Device 1"));
-    if (!m_simulator->waitForLine(text("changed 127.0.1.1 ")).endsWith(text(" lit Device 1")))
-        throw Stuck(text("the panel's light did not reach the processor"));
-    m_user->find(cell("lit"));
-
-    // What is switched at the processor is seen in the window, and in the panel's menu.
-    m_simulator->command(text("light 1 off"));
-    m_user->waitUntilGone(cell("lit"));
-    m_simulator->command(text("light 2 on"));
-    m_user->find(cell("lit"));
-    m_user->choose(text("Cancel highlighting the front panel"), row("Device 2"));
-    if (!m_simulator->waitForLine(text("changed 127.0.1.2 ")).endsWith(text(" dark Device 2")))
-        throw Stuck(text("the panel's light did not leave the processor"));
 }
 
 void NetworkDayTest::lose()
