@@ -29,6 +29,19 @@ std::mutex& mutex()
     return CHostQuestion::watch().mutex;
 }
 
+/// What the calling thread has waited since its outermost SharedPatience began.
+struct Waits
+{
+    int scopes = 0;
+    CHostQuestion::Clock::duration spent{};
+};
+
+Waits& waits()
+{
+    thread_local Waits waits;
+    return waits;
+}
+
 /// The panel's own changes may have to wait too, which is no affair of the host's.
 void reportWait(const QString& reason)
 {
@@ -100,6 +113,17 @@ private:
     const std::shared_ptr<Ticket> m_ticket;
 };
 
+CGuiCalls::SharedPatience::SharedPatience()
+{
+    ++waits().scopes;
+}
+
+CGuiCalls::SharedPatience::~SharedPatience()
+{
+    if (--waits().scopes == 0)
+        waits().spent = {};
+}
+
 CGuiCalls::CGuiCalls(QObject* parent)
     : QObject(parent)
     , m_line(std::make_shared<Line>())
@@ -128,10 +152,12 @@ void CGuiCalls::post(Call call, const Call& onQueued)
         enqueue(std::move(call), false, onQueued);
 }
 
-bool CGuiCalls::run(Call call, Deadline deadline)
+bool CGuiCalls::run(Call call)
 {
     if (isHere())
         return runHere(std::move(call), {});
+    const auto begun = CHostQuestion::Clock::now();
+    const auto deadline = begun + m_patience.load() - waits().spent;
     // This object may be gone when the wait is over.
     const auto line = m_line;
     const auto ticket = enqueue(std::move(call), true, {});
@@ -148,6 +174,8 @@ bool CGuiCalls::run(Call call, Deadline deadline)
     const bool isClosed = line->closed;
     const bool isHeldUp = watch.releaseTime().has_value();
     guard.unlock();
+    if (waits().scopes > 0)
+        waits().spent += CHostQuestion::Clock::now() - begun;
     if (!ran) {
         qCDebug(lcBridge, "a thread no longer waits for its change");
         if (!isClosed) {
@@ -159,7 +187,7 @@ bool CGuiCalls::run(Call call, Deadline deadline)
     return ran;
 }
 
-bool CGuiCalls::settle(Deadline deadline)
+bool CGuiCalls::settle()
 {
     std::size_t queued = 0;
     {
@@ -171,7 +199,7 @@ bool CGuiCalls::settle(Deadline deadline)
             return true;
     }
     if (!isHere())
-        return run([] {}, deadline);
+        return run([] {});
     const QPointer<CGuiCalls> alive(this);
     for (; alive && queued > 0 && !isBusy(); --queued)
         runNext();

@@ -13,10 +13,10 @@
 /// call never runs inside another one, nor while the GUI thread is busy.
 ///
 /// This class keeps the third law of the bridge: *nobody stands*. The GUI thread never waits for
-/// another thread. Another thread may wait for the end of its call, but leaves at its deadline,
-/// when close() is called, and as soon as the GUI thread has been inside one question to the host
-/// for longer than a question usually takes: the host may be waiting for that very thread. The call
-/// stays queued and runs in its turn; isAwaited() tells it that nobody waits any more.
+/// another thread. Another thread may wait for the end of its call, but leaves when its patience is
+/// at an end, when close() is called, and as soon as the GUI thread has been inside one question to
+/// the host for longer than a question usually takes: the host may be waiting for that very thread.
+/// The call stays queued and runs in its turn; isAwaited() tells it that nobody waits any more.
 ///
 /// Lives on the GUI thread, wherever it is created.
 class CGuiCalls final : public QObject
@@ -25,7 +25,17 @@ class CGuiCalls final : public QObject
 
 public:
     using Call = std::function<void()>;
-    using Deadline = CHostQuestion::Clock::time_point;
+
+    /// While the outermost one lives on a thread, the waits of that thread share one bound: those
+    /// for one event, and those for the events that the host raises while it answers for the first.
+    class SharedPatience final
+    {
+    public:
+        SharedPatience();
+        ~SharedPatience();
+        SharedPatience(const SharedPatience&) = delete;
+        SharedPatience& operator=(const SharedPatience&) = delete;
+    };
 
     explicit CGuiCalls(QObject* parent = nullptr);
     ~CGuiCalls() override;
@@ -44,13 +54,11 @@ public:
 
     /// Does the same, but on another thread waits for the end of `call`. The caller holds no lock
     /// that the GUI thread may want. Returns whether the call has run. Any thread.
-    bool run(Call call, Deadline deadline);
-    bool run(Call call) { return run(std::move(call), deadline()); }
+    bool run(Call call);
 
     /// Waits until what was queued so far has run; on the GUI thread, runs it now. Returns whether
     /// nothing is queued or running. Any thread.
-    bool settle(Deadline deadline);
-    bool settle() { return settle(deadline()); }
+    bool settle();
 
     /// Returns whether the caller of the running call waits for its end; true for a call made on
     /// the GUI thread that runs at once. GUI thread.
@@ -63,8 +71,7 @@ public:
     /// Closes for good and drops what is queued. GUI thread.
     void shutDown();
 
-    /// When a wait that begins now ends at the latest.
-    Deadline deadline() const { return CHostQuestion::Clock::now() + m_patience.load(); }
+    /// Sets how long a wait lasts at most. Any thread.
     void setPatience(std::chrono::milliseconds patience) { m_patience = patience; }
 
 protected:

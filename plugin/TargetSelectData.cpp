@@ -52,6 +52,7 @@ auto argument(const CSubject& subject)
 /// Nothing above a job would catch what a host throws inside a question.
 void runJob(quint32 event, const std::function<void()>& job)
 {
+    const CGuiCalls::SharedPatience patience;
     try {
         job();
     } catch (...) {
@@ -145,6 +146,7 @@ void CTargetSelectData::dispatch(const CSubject& subject)
     const quint32 event = subject.GetEvent();
     const HandlerPlace::CPanelWatch told;
     const ContractCheck::EventScope scope(event);
+    const CGuiCalls::SharedPatience patience;
     qCDebug(lcBridge, "event %u is taken", event);
     switch (event) {
     case DetectStrategyChanged::number:

@@ -27,7 +27,8 @@ class CWorkThread;
 /// 2. An answer is checked (CHostAnswer): a record that is not the one that was asked for changes
 ///    nothing.
 /// 3. Nobody stands (CGuiCalls): the GUI thread waits for no other thread, and another thread waits
-///    for the GUI thread within one bound for each event.
+///    for the GUI thread within one bound for each event, together with those that the host raises
+///    while it answers for it.
 ///
 /// Events come on any thread of the host's, the GUI thread included. Those that change the model
 /// have changed it when Update() returns, but for "reset" and "remove", which off the GUI thread

@@ -13,16 +13,6 @@ namespace {
 
 using Reach = CEventOrder::Reach;
 
-/// Asks the host, which may take its time: that of the wait for the GUI thread does not pass.
-template <typename Question>
-auto asked(CGuiCalls::Deadline& deadline, Question question)
-{
-    const auto begun = CHostQuestion::Clock::now();
-    auto answer = question();
-    deadline += CHostQuestion::Clock::now() - begun;
-    return answer;
-}
-
 void logPresent(const CTreeChanges& changes, const CEventOrder::Place& place, quint32 event,
                 const QUuid& id)
 {
@@ -123,36 +113,34 @@ CEventOrder::Reach CTreeEvents::reachOfRemoval(const QList<QUuid>& ids) const
 void CTreeEvents::addGroup(const QUuid& id)
 {
     const auto place = m_changes->order().take({id}, Reach::WholeTree);
-    auto deadline = m_calls->deadline();
     CHostAnswer<ProcessorGroupNode> answer;
-    if (m_calls->settle(deadline) && !place->isOver()) {
+    if (m_calls->settle() && !place->isOver()) {
         if (m_model.find(id)) {
             logPresent(*m_changes, place, HostEvents::GroupAdded::number, id);
             return;
         }
-        answer = asked(deadline, [&] { return askForGroup(id, HostEvents::GroupAdded::number); });
+        answer = askForGroup(id, HostEvents::GroupAdded::number);
     }
-    m_calls->run([changes = m_changes, place, id,
-                  answer = std::move(answer)] { changes->addGroup(place, id, answer); },
-                 deadline);
+    m_calls->run([changes = m_changes, place, id, answer = std::move(answer)] {
+        changes->addGroup(place, id, answer);
+    });
 }
 
 void CTreeEvents::addProcessor(const QUuid& id)
 {
     constexpr quint32 event = HostEvents::ProcessorAdded::number;
     const auto place = m_changes->order().take({id}, Reach::OwnRows);
-    auto deadline = m_calls->deadline();
     CHostAnswer<ProcessorNode> answer;
-    if (m_calls->settle(deadline) && !place->isOver()) {
+    if (m_calls->settle() && !place->isOver()) {
         if (m_model.find(id)) {
             logPresent(*m_changes, place, event, id);
             return;
         }
-        answer = asked(deadline, [&] { return askForProcessor(id, event); });
+        answer = askForProcessor(id, event);
     }
-    m_calls->run([changes = m_changes, place, id,
-                  answer = std::move(answer)] { changes->addProcessor(place, id, answer, event); },
-                 deadline);
+    m_calls->run([changes = m_changes, place, id, answer = std::move(answer)] {
+        changes->addProcessor(place, id, answer, event);
+    });
 }
 
 void CTreeEvents::refreshProcessor(const QUuid& id)
@@ -168,20 +156,18 @@ void CTreeEvents::refreshNode(const QUuid& id)
 void CTreeEvents::refresh(const QUuid& id, bool onlyProcessors, quint32 event)
 {
     const auto place = m_changes->order().take({id}, Reach::OwnRows);
-    auto deadline = m_calls->deadline();
     CHostAnswer<ProcessorNode> answer;
-    if (m_calls->settle(deadline) && !place->isOver()) {
+    if (m_calls->settle() && !place->isOver()) {
         const auto row = m_model.find(id);
         if (row && onlyProcessors && row->type != NodeProcessor) {
             logDropped(event, id, "it is no processor");
             return;
         }
         if (row)
-            answer = asked(deadline, [&] { return askForProcessor(id, event); });
+            answer = askForProcessor(id, event);
     }
     m_calls->run([changes = m_changes, place, id, onlyProcessors, answer = std::move(answer),
-                  event] { changes->refreshProcessor(place, id, onlyProcessors, answer, event); },
-                 deadline);
+                  event] { changes->refreshProcessor(place, id, onlyProcessors, answer, event); });
 }
 
 CEventOrder::Place CTreeEvents::monitorStatesPlace(const QList<QUuid>& ids)

@@ -127,7 +127,7 @@ void LastWordChangesTest::shouldFillFromOneHandler()
 void LastWordChangesTest::shouldWaitForTheGuiThreadBehindASlowAnswer()
 {
     Telling telling;
-    // Less patience than the answer takes: the wait begins behind the answer.
+    // Less patience than the answer takes, which does not count.
     telling.panel.data().guiCalls().setPatience(std::chrono::milliseconds(200));
     telling.panel.host().setProject({}, {testProcessor(1)});
     const auto end = CHostQuestion::Clock::now() + std::chrono::milliseconds(400);

@@ -1,3 +1,4 @@
+#include "base/GuiCalls.h"
 #include "tests/plugin/Telling.h"
 #include "tests/processortree/DrivenPanel.h"
 
@@ -36,6 +37,7 @@ private slots:
     void shouldReleaseATellerAmongManyShortQuestions();
     void shouldCountAQuestionOnceForManyEvents();
     void shouldWaitOnceForAnEvent();
+    void shouldWaitOnceForTheEventsInsideItsQuestion();
     void shouldNotKeepTheGuiThreadDuringAQuestionElsewhere_data();
     void shouldNotKeepTheGuiThreadDuringAQuestionElsewhere();
 };
@@ -166,6 +168,28 @@ void NobodyStandsTest::shouldWaitOnceForAnEvent()
     for (const auto& done : told)
         cameBack = done.wait_until(limit) == std::future_status::ready && cameBack;
     VERIFY_TREE_OF(telling.host);
+    QVERIFY(cameBack);
+}
+
+void NobodyStandsTest::shouldWaitOnceForTheEventsInsideItsQuestion()
+{
+    // One wait for each of them would take longer than anybody waits here.
+    constexpr int kEvents = 30;
+    constexpr std::chrono::milliseconds kPatience(500);
+
+    Telling telling;
+    telling.host.start(QVector<TrueHost::Start>(3, TrueHost::Ungrouped));
+    telling.panel.data().guiCalls().setPatience(kPatience);
+    telling.doDuring(QStringLiteral("GetProcessorNode"), false, [&] {
+        for (int n = 0; n < kEvents; ++n)
+            telling.host.tell({TrueHost::Changed}, 2);
+        telling.host.tell({TrueHost::Removed}, 3);
+    });
+    // The GUI thread is busy, inside no question.
+    const bool cameBack =
+        isReleased(telling.one.post([&] { telling.host.tell({TrueHost::Changed}); }));
+    VERIFY_TREE_OF(telling.host);
+    QVERIFY(telling.wasAsked());
     QVERIFY(cameBack);
 }
 
