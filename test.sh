@@ -83,7 +83,7 @@ for name in "${stages[@]}"; do
     lint)
         stage "lint: format, static analysis, scripts, headers, Windows cross-check"
         set_up lint
-        build dev autogen
+        build dev autogen test_mocs
         suite dev --label-regex '^lint$'
         ;;
     esac
