@@ -30,6 +30,7 @@ private slots:
     void shouldReleaseTheCallerOfACallThatStaysInAQuestion();
     void shouldNotWaitAtAllOnceAQuestionIsLong();
     void shouldWaitOnceForAllOfAnEvent();
+    void shouldWaitAnewForEachEvent();
     void shouldTellACallWhetherItIsAwaited();
     void shouldRunWhatWasRaisedInsideACallBehindIt();
     void shouldGoOnAfterAnException();
@@ -193,15 +194,41 @@ void GuiCallsTest::shouldNotWaitAtAllOnceAQuestionIsLong()
 
 void GuiCallsTest::shouldWaitOnceForAllOfAnEvent()
 {
+    // One wait for each of them would take longer than anybody waits here.
+    constexpr int kWaits = 1000;
+
     CGuiCalls calls;
-    calls.setPatience(std::chrono::hours(1));
+    calls.setPatience(std::chrono::milliseconds(200));
     HostThread thread;
     QVERIFY(comesBack(thread.post([&] {
+        const CGuiCalls::SharedPatience event;
         calls.post([] {});
-        const auto past = CHostQuestion::Clock::now();
-        calls.settle(past);
-        calls.run([] {}, past);
+        for (int n = 0; n < kWaits; ++n) {
+            const CGuiCalls::SharedPatience inside;
+            calls.settle();
+            calls.run([] {});
+        }
     })));
+}
+
+void GuiCallsTest::shouldWaitAnewForEachEvent()
+{
+    CGuiCalls calls;
+    calls.setPatience(std::chrono::milliseconds(0));
+    HostThread thread;
+    thread.run([&] {
+        const CGuiCalls::SharedPatience event;
+        QVERIFY(!calls.run([] {}));
+    });
+    calls.settle();
+    calls.setPatience(std::chrono::seconds(60));
+    bool ran = false;
+    const auto told = thread.post([&] {
+        const CGuiCalls::SharedPatience event;
+        ran = calls.run([] {});
+    });
+    QTRY_VERIFY(told.wait_for(std::chrono::seconds(0)) == std::future_status::ready);
+    QVERIFY(ran);
 }
 
 void GuiCallsTest::shouldTellACallWhetherItIsAwaited()
@@ -218,7 +245,8 @@ void GuiCallsTest::shouldTellACallWhetherItIsAwaited()
     thread.run([&] { calls.post(note); });
     calls.settle();
     // A caller that has given up.
-    QVERIFY(comesBack(thread.post([&] { calls.run(note, CHostQuestion::Clock::now()); })));
+    calls.setPatience(std::chrono::milliseconds(0));
+    QVERIFY(comesBack(thread.post([&] { calls.run(note); })));
     calls.settle();
     QCOMPARE(awaited.join(QLatin1Char(' ')), QStringLiteral("yes yes yes no no"));
     QVERIFY(!calls.isAwaited());
