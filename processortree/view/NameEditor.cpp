@@ -1,5 +1,6 @@
 #include "processortree/view/NameEditor.h"
 
+#include "base/PanelStep.h"
 #include "base/TargetSelectHandler.h"
 #include "processortree/view/NameGuard.h"
 
@@ -75,6 +76,10 @@ bool CNameEditor::eventFilter(QObject* watched, QEvent* event)
             QMetaObject::invokeMethod(this, &CNameEditor::fitIfDue, Qt::QueuedConnection);
     } else if (event->type() == QEvent::FocusOut) {
         m_composing = false;
+    } else if (event->type() == QEvent::DeferredDelete && CPanelStep::isUnderWay()) {
+        // An event loop of the host's. Qt goes on with the field when the question is answered.
+        CPanelStep::keep(m_field);
+        return true;
     }
     return QObject::eventFilter(watched, event);
 }

@@ -5,8 +5,8 @@
 class QLineEdit;
 
 /// Keeps the name in a field within what the host takes, asking it at every change of the text.
-/// Text that an input method is still composing is left alone until it is done. Lives as long as
-/// its field. GUI thread.
+/// Text that an input method is still composing is left alone until it is done. Keeps the field
+/// from being deleted inside a question. Lives as long as its field. GUI thread.
 class CNameEditor final : public QObject
 {
     Q_OBJECT

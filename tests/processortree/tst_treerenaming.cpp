@@ -1,4 +1,5 @@
 #include "tests/processortree/ShownTree.h"
+#include "tests/support/NestedLoop.h"
 
 #include <QLineEdit>
 #include <QPointer>
@@ -200,32 +201,49 @@ void TestTreeRenaming::shouldLeaveTheHostsNameAlone()
 void TestTreeRenaming::shouldStandAHostThatChangesTheTreeWhenRenaming_data()
 {
     QTest::addColumn<int>("change");
-    QTest::newRow("removes the row") << 0;
-    QTest::newRow("fills the tree anew") << 1;
-    QTest::newRow("removes the row's group") << 2;
-    QTest::newRow("empties the tree") << 3;
+    QTest::addColumn<bool>("nestedLoop");
+    QTest::addColumn<QString>("question");
+    const char* const changes[] = {"removes the row", "fills the tree anew",
+                                   "removes the row's group", "empties the tree"};
+    for (const char* const question : {"RenameProcessor", "GetNameMaxBytes"}) {
+        for (int change = 0; change < 4; ++change) {
+            QTest::addRow("%s in %s", changes[change], question)
+                << change << false << QString::fromLatin1(question);
+            QTest::addRow("%s in an event loop in %s", changes[change], question)
+                << change << true << QString::fromLatin1(question);
+        }
+    }
 }
 
 void TestTreeRenaming::shouldStandAHostThatChangesTheTreeWhenRenaming()
 {
     QFETCH(const int, change);
+    QFETCH(const bool, nestedLoop);
+    QFETCH(const QString, question);
     ShownTree tree;
-    QLineEdit* editor = edit(tree, 1);
+    const QPointer<QLineEdit> editor = edit(tree, 1);
     QVERIFY(editor);
-    QTest::keyClicks(editor, QStringLiteral("x"));
+    bool wasAsked = false;
     tree.host().inside = [&](const QString& name) {
-        if (name != QLatin1String("RenameProcessor"))
+        if (name != question || wasAsked)
             return;
-        if (change == 0)
-            tree.model().removeNode(testId(1));
-        else if (change == 1)
-            tree.model().reset();
-        else if (change == 2)
-            tree.model().removeNode(testId(10));
-        else
-            tree.model().clearToRoot();
+        wasAsked = true;
+        runWithin(nestedLoop, [&] {
+            if (change == 0)
+                tree.model().removeNode(testId(1));
+            else if (change == 1)
+                tree.model().reset();
+            else if (change == 2)
+                tree.model().removeNode(testId(10));
+            else
+                tree.model().clearToRoot();
+        });
     };
-    pressKey(editor, Qt::Key_Enter);
+    QTest::keyClick(editor, 'x');
+    if (editor && question == QLatin1String("RenameProcessor"))
+        QTest::keyClick(editor, Qt::Key_Enter);
+    QTRY_VERIFY(!editor);
+    QVERIFY(wasAsked);
     tree.host().inside = nullptr;
     QCOMPARE(tree.index(1).isValid(), change == 1 || change == 2);
 }
