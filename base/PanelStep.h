@@ -6,9 +6,10 @@ class QWidget;
 /// question to the host, or what an entry of a menu does. Qt may be in the middle of events of the
 /// panel's widgets then, further down the stack, and does not expect to lose them there.
 ///
-/// Such a widget leaves the dying panel or row, and is deleted when the event in which the outermost step
-/// ended is over. That may be much later: the host may have destroyed the panel in an event loop
-/// of its own, inside the step, which would delete at once what is to be deleted later.
+/// Such a widget leaves the dying panel or row, and is deleted when the event in which the
+/// outermost step ended is over. That may be much later: the host may have destroyed the panel in
+/// an event loop of its own, inside the step, which would delete at once what is to be deleted
+/// later.
 ///
 /// Each thread has steps of its own; only those of the GUI thread keep widgets.
 class CPanelStep final

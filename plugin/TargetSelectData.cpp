@@ -223,7 +223,7 @@ void CTargetSelectData::ResetModel()
 
 void CTargetSelectData::RemoveAllGroups()
 {
-    changeTree([model = m_model.get()] { model->removeAllGroups(); });
+    m_treeEvents->removeAllGroups();
 }
 
 void CTargetSelectData::changeTree(std::function<void()> change)

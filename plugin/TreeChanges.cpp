@@ -14,6 +14,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <utility>
 
 using Weather = CLeftOutProcessors::Weather;
 using News = CLeftOutProcessors::News;
@@ -68,7 +69,25 @@ void CTreeChanges::clear()
     Q_ASSERT(isThreadOf(m_model));
     m_leftOut.clear();
     m_groupPlaces.clear();
+    m_unknown.clear();
     m_model.clearToRoot();
+}
+
+void CTreeChanges::removeAllGroups()
+{
+    Q_ASSERT(isThreadOf(m_model));
+    const HandlerPlace::CPanelWatch panel;
+    m_groupsRemoved = m_order.lastNumber();
+    m_model.removeAllGroups();
+    const ContractCheck::Probe probe;
+    const auto unknown = std::exchange(m_unknown, {});
+    for (auto row = unknown.begin(); row != unknown.end() && !panel.isOver(); ++row) {
+        if (!m_model.getItem(row.key()))
+            continue;
+        const auto answer = askForProcessor(row.key(), row.value());
+        if (answer.isGiven() && !answer.record() && !panel.isOver())
+            m_model.removeNode(row.key());
+    }
 }
 
 void CTreeChanges::reset(const Place& place)
@@ -82,6 +101,7 @@ void CTreeChanges::reset(const Place& place)
         return;
     m_leftOut.clear();
     m_groupPlaces.clear();
+    m_unknown.clear();
     noteLeftOut(place, Weather::Fill);
 }
 
@@ -208,8 +228,15 @@ void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool on
     const bool isFresh = holds(place, id, answer);
     const auto processor = isFresh ? answer.record() : askForProcessor(id, event).record();
     QStandardItem* item = wantedRow();
-    if (!processor || !item || place->isOver())
+    if (!item || place->isOver())
         return;
+    if (!processor) {
+        if (place->number() < m_groupsRemoved)
+            m_model.removeNode(id);
+        else if (!isFresh)
+            m_unknown.insert(id, event);
+        return;
+    }
     m_model.updateProcessor(item, *processor);
     noteIfLeftOut(place, {processor->id, processor->groupId},
                   isFresh ? Weather::Calm : Weather::Rough);
@@ -291,6 +318,7 @@ void CTreeChanges::forget(const Place& place, const QUuid& id)
     const bool wasCounted = m_leftOut.isDue(id, *place, News::End);
     m_leftOut.remove(id);
     m_groupPlaces.remove(id);
+    m_unknown.remove(id);
     if (wasCounted)
         m_model.updateRootText();
     addLeftOut(place, id, HostEvents::NodeRemoved::number, News::End);

@@ -34,6 +34,7 @@ public:
     bool wasInFill(const CEventOrder::CPlace& place) const;
 
     void clear();
+    void removeAllGroups();
     void reset(const Place& place);
     void addGroup(const Place& place, const QUuid& id,
                   const CHostAnswer<ProcessorGroupNode>& answer);
@@ -90,4 +91,9 @@ private:
     CLeftOutProcessors m_leftOut;
     QHash<QUuid, quint64> m_groupPlaces; // of the groups that came by an event of their own
     quint64 m_lastGroup = 0;             // the last of these places
+
+    // Processors with a row that the host no longer knew when an event about them ran late, with
+    // the number of that event. If they stood in a group last, the tree never learned of it.
+    QHash<QUuid, quint32> m_unknown;
+    quint64 m_groupsRemoved = 0; // the newest place when all groups were removed
 };

@@ -64,6 +64,11 @@ void CTreeEvents::clear()
     changeTree([changes = m_changes] { changes->clear(); });
 }
 
+void CTreeEvents::removeAllGroups()
+{
+    changeTree([changes = m_changes] { changes->removeAllGroups(); });
+}
+
 // What asks nobody beforehand takes its place together with that in the queue: an event that comes
 // later finds it there.
 

@@ -55,6 +55,9 @@ public:
     /// The tree back to its root alone, behind what is queued. GUI thread.
     void clear();
 
+    /// Removes all groups with their processors, behind what is queued. GUI thread.
+    void removeAllGroups();
+
 private:
     enum class Rewriting { Done, NotHere };
 

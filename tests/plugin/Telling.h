@@ -121,8 +121,10 @@ public:
 private:
     void pass(const QString& name, bool answered)
     {
-        if (m_armed && name == m_question && answered == m_answered && m_armed.exchange(false))
-            m_action();
+        if (m_armed && name == m_question && answered == m_answered && m_armed.exchange(false)) {
+            const auto action = m_action; // which may arm another one
+            action();
+        }
     }
 
     std::atomic<bool> m_armed{false};

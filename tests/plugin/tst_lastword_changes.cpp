@@ -24,6 +24,9 @@ private slots:
     void shouldKeepADropWhileAnAnswerIsOnItsWay();
     void shouldKeepAnUngroupingWhileAnAnswerIsOnItsWay();
     void shouldKeepTheGroupsRemovedWhileAnAnswerIsOnItsWay();
+    void shouldRemoveWhatJoinedAGroupWhileAnAnswerIsOnItsWay();
+    void shouldRemoveWhatJoinedAGroupWhileTheChangeIsQueued_data();
+    void shouldRemoveWhatJoinedAGroupWhileTheChangeIsQueued();
     void shouldKeepANameGivenWhileAnAnswerIsOnItsWay();
     void shouldFindProcessorsOfAGroupDissolvedDuringAFillByItsTeller();
     void shouldFillFromOneHandler();
@@ -82,6 +85,52 @@ void LastWordChangesTest::shouldKeepTheGroupsRemovedWhileAnAnswerIsOnItsWay()
     });
     QVERIFY(telling.one.run([&] { telling.panel.notify<QUuid>(17, testId(100)); }));
     QCOMPARE(telling.panel.dump(), QStringLiteral("All processors(0)[]"));
+}
+
+void LastWordChangesTest::shouldRemoveWhatJoinedAGroupWhileAnAnswerIsOnItsWay()
+{
+    Telling telling;
+    telling.panel.host().setProject({testGroup(100)}, {testProcessor(1), testProcessor(2)});
+    telling.panel.notify(16);
+    telling.panel.host().setProcessor(testProcessor(1, 100));
+    changeDuringAnswer(telling, [&] {
+        telling.panel.host().setProject({}, {testProcessor(2)});
+        telling.panel.area().RemoveAllGroups();
+    });
+    QCOMPARE(telling.panel.dump(), QStringLiteral("All processors(1)[2]"));
+}
+
+void LastWordChangesTest::shouldRemoveWhatJoinedAGroupWhileTheChangeIsQueued_data()
+{
+    QTest::addColumn<bool>("comesAgain");
+    QTest::addColumn<QString>("rows");
+    QTest::newRow("gone") << false << QStringLiteral("All processors(1)[2]");
+    QTest::newRow("here again") << true << QStringLiteral("All processors(2)[1,2]");
+}
+
+void LastWordChangesTest::shouldRemoveWhatJoinedAGroupWhileTheChangeIsQueued()
+{
+    QFETCH(const bool, comesAgain);
+    QFETCH(const QString, rows);
+    Telling telling;
+    telling.panel.host().setProject({testGroup(100)}, {testProcessor(1), testProcessor(2)});
+    telling.panel.notify(16);
+    bool cameBack = false;
+    telling.doDuring(QStringLiteral("DetectAllDevices"), false, [&] {
+        telling.panel.host().setProcessor(testProcessor(1, 100));
+        cameBack = comesBack(telling.one.post([&] { telling.panel.notify<QUuid>(25, testId(1)); }));
+        telling.panel.host().setProject({}, {testProcessor(2)});
+        telling.doDuring(QStringLiteral("GetProcessorNode"), true, [&] {
+            if (comesAgain)
+                telling.panel.host().setProject({}, {testProcessor(1), testProcessor(2)});
+        });
+        telling.panel.area().RemoveAllGroups();
+    });
+    telling.panel.area().DetectDevices();
+    QVERIFY(telling.host.settle());
+    QVERIFY(cameBack);
+    QVERIFY(telling.wasAsked());
+    QCOMPARE(telling.panel.dump(), rows);
 }
 
 void LastWordChangesTest::shouldKeepANameGivenWhileAnAnswerIsOnItsWay()
