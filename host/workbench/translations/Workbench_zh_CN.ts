@@ -605,6 +605,10 @@ The copy is kept as %2.</source>
         <source>Keep the project as it is here, for the next Save</source>
         <translation>保留此处的项目，供下次保存</translation>
     </message>
+    <message>
+        <source>%1 was changed again by another program.</source>
+        <translation>%1 又被其他程序更改。</translation>
+    </message>
 </context>
 <context>
     <name>CompareDialog</name>
