@@ -1315,6 +1315,14 @@ Save the project all the same?</source>
         <source>at least twice %1 is expected</source>
         <translation>至少应为 %1 的两倍</translation>
     </message>
+    <message>
+        <source>the text has more than %1 characters</source>
+        <translation>文本超过 %1 个字符</translation>
+    </message>
+    <message>
+        <source>a project holds at most %1 device sets; this one has %2</source>
+        <translation>一个项目最多包含 %1 个设备组；此项目有 %2 个</translation>
+    </message>
 </context>
 <context>
     <name>ProjectComparison</name>
@@ -1665,6 +1673,10 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>%1, %2</source>
         <translation>%1，%2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: the project is larger than %2 MiB</source>
+        <translation>无法写入 %1：项目大于 %2 MiB</translation>
     </message>
 </context>
 <context>
