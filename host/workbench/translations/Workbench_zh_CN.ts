@@ -1270,6 +1270,17 @@ Save the project all the same?</source>
     </message>
 </context>
 <context>
+    <name>PictureFile</name>
+    <message>
+        <source>%1 cannot be written: what is there is not a picture of the workbench</source>
+        <translation>无法写入 %1：该处已有的文件不是工作台的图片</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
+</context>
+<context>
     <name>ProjectChecks</name>
     <message>
         <source>the record has no identity</source>
@@ -1708,10 +1719,6 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>Replaying %1</source>
         <translation>正在重放 %1</translation>
-    </message>
-    <message>
-        <source>%1 cannot be written</source>
-        <translation>无法写入 %1</translation>
     </message>
     <message>
         <source>%1 questions were not recorded and got default answers; the first: %2</source>
