@@ -706,6 +706,10 @@ The copy is kept as %2.</source>
         <source>None</source>
         <translation>无</translation>
     </message>
+    <message>
+        <source>Text</source>
+        <translation>文本</translation>
+    </message>
 </context>
 <context>
     <name>EditCommands</name>

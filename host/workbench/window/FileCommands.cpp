@@ -2,13 +2,13 @@
 
 #include "host/common/SoftwareName.h"
 #include "host/workbench/dialogs/CompareDialog.h"
+#include "host/workbench/dialogs/PlainText.h"
 #include "host/workbench/dialogs/Prompts.h"
 #include "host/workbench/project/ProjectJson.h"
 #include "host/workbench/session/Settings.h"
 #include "host/workbench/store/ProjectStore.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/ChangedFileBar.h"
-#include "host/workbench/window/PlainText.h"
 #include "host/workbench/window/SameFile.h"
 
 #include <QApplication>
