@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTest>
+#include <QUuid>
 
 #include <algorithm>
 
@@ -31,6 +32,7 @@ Wanted cell(const char* name)
 }
 
 constexpr char kDetectAgain[] = "ctrl+alt+d";
+constexpr int kKnown = 3;
 
 } // namespace
 
@@ -40,13 +42,14 @@ class NetworkDayTest final : public QObject
     Q_OBJECT
 
 private slots:
-    void shouldDetectAndWatch_data();
-    void shouldDetectAndWatch();
+    void shouldDetectWatchAndLight_data();
+    void shouldDetectWatchAndLight();
 
 private:
     QString doIt(bool byIpList);
     QString writeProject(bool byIpList) const;
     void detect();
+    void light();
     void cancel();
     void lose();
     void waitForLog(const char* kind, const char* end);
@@ -56,14 +59,14 @@ private:
     User* m_user = nullptr;
 };
 
-void NetworkDayTest::shouldDetectAndWatch_data()
+void NetworkDayTest::shouldDetectWatchAndLight_data()
 {
     QTest::addColumn<bool>("byIpList");
     QTest::newRow("by the IP list") << true;
     QTest::newRow("by broadcast") << false;
 }
 
-void NetworkDayTest::shouldDetectAndWatch()
+void NetworkDayTest::shouldDetectWatchAndLight()
 {
     QFETCH(bool, byIpList);
     const QString failure = doIt(byIpList);
@@ -86,6 +89,7 @@ QString NetworkDayTest::doIt(bool byIpList)
         detect();
         // The rest is the same however they were found.
         if (byIpList) {
+            light();
             lose();
             cancel();
         }
@@ -102,8 +106,17 @@ QString NetworkDayTest::writeProject(bool byIpList) const
     QJsonArray addresses;
     for (int at = 1; byIpList && at <= 50; ++at)
         addresses.append(text("127.0.1.%1(Device)").arg(at));
+    // Those that are looked for later are known before, so that their rows are in view: the others
+    // come in the order of their answers.
+    QJsonArray processors;
+    for (int at = 1; at <= kKnown; ++at)
+        processors.append(QJsonObject{{text("id"), QUuid::createUuid().toString()},
+                                      {text("name"), text("Known %1").arg(at)},
+                                      {text("ipAddress"), text("127.0.1.%1").arg(at)},
+                                      {text("reachedByIp"), true}});
     const QJsonObject project{
         {text("version"), 1},
+        {text("processors"), processors},
         {text("ipList"), addresses},
         {text("answers"), QJsonObject{{text("detectStrategy"), byIpList ? 2 : 0}}},
         {text("network"), QJsonObject{{text("enabled"), true},
@@ -120,11 +133,29 @@ QString NetworkDayTest::writeProject(bool byIpList) const
 
 void NetworkDayTest::detect()
 {
-    m_user->find(row("All processors(0)"));
+    m_user->find(row("All processors(3)"));
+    m_user->find(row("Known 1"));
     m_user->pressKeys(text(kDetectAgain));
     m_user->find(row("All processors(50)"));
     waitForLog("call", "DetectAllDevices() = 0");
     m_user->find(row("Device 1"));
+}
+
+void NetworkDayTest::light()
+{
+    m_user->choose(text("Highlight the front panel"), row("Device 1"));
+    if (!m_simulator->waitForLine(text("changed 127.0.1.1 ")).endsWith(text(" lit Device 1")))
+        throw Stuck(text("the panel's light did not reach the processor"));
+    m_user->find(cell("lit"));
+
+    // What is switched at the processor is seen in the window, and in the panel's menu.
+    m_simulator->command(text("light 1 off"));
+    m_user->waitUntilGone(cell("lit"));
+    m_simulator->command(text("light 2 on"));
+    m_user->find(cell("lit"));
+    m_user->choose(text("Cancel highlighting the front panel"), row("Device 2"));
+    if (!m_simulator->waitForLine(text("changed 127.0.1.2 ")).endsWith(text(" dark Device 2")))
+        throw Stuck(text("the panel's light did not leave the processor"));
 }
 
 void NetworkDayTest::lose()

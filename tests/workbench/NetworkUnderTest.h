@@ -103,14 +103,26 @@ public:
         connect(&m_server, &QTcpServer::newConnection, this, [this] {
             QTcpSocket* connection = m_server.nextPendingConnection();
             ++connections;
+            m_connection = connection;
             connect(connection, &QTcpSocket::readyRead, this, [this, connection] {
-                connection->readAll();
+                hear(connection->readAll());
                 connection->write(overConnection);
             });
         });
     }
 
+    /// Answers the last probe.
+    void answer(const QByteArray& data)
+    {
+        LoopbackSockets::send(usesOtherPort ? m_otherPort : m_datagrams, data, m_asker,
+                              m_askerPort);
+    }
+
+    /// Says it over the last connection.
+    void say(const Message& message) { m_connection->write(encode(message) + '\n'); }
+
     std::function<QByteArrayList(quint32 token)> byDatagram;
+    std::function<void(const Message&)> onMessage; ///< For what comes over a connection.
     QByteArray overConnection;
     bool usesOtherPort = false;
     int probes = 0;
@@ -123,14 +135,31 @@ private:
             ++probes;
             const auto message = decode(datagram->data);
             const auto* probe = message ? std::get_if<ProbeMessage>(&*message) : nullptr;
+            m_asker = datagram->sender;
+            m_askerPort = datagram->port;
             const QByteArrayList answers = probe ? byDatagram(probe->token) : QByteArrayList();
-            for (const QByteArray& answer : answers)
-                LoopbackSockets::send(usesOtherPort ? m_otherPort : m_datagrams, answer,
-                                      datagram->sender, datagram->port);
+            for (const QByteArray& data : answers)
+                answer(data);
+        }
+    }
+
+    void hear(const QByteArray& data)
+    {
+        if (!onMessage)
+            return;
+        m_heard += data;
+        for (int end = m_heard.indexOf('\n'); end >= 0; end = m_heard.indexOf('\n')) {
+            if (const auto message = decode(m_heard.left(end)))
+                onMessage(*message);
+            m_heard.remove(0, end + 1);
         }
     }
 
     QUdpSocket m_datagrams;
     QUdpSocket m_otherPort;
     QTcpServer m_server;
+    QTcpSocket* m_connection = nullptr; // the server's
+    QByteArray m_heard;
+    quint32 m_asker = 0;
+    quint16 m_askerPort = 0;
 };

@@ -99,6 +99,8 @@ private slots:
     void shouldStayWhenTheFileIsDamaged();
     void shouldCompare();
     void shouldKeep();
+    void shouldKeepOnlyWhatWasTold();
+    void shouldAskAgainWhenTheFileChangesMeanwhile();
 
 private:
     const TestSettings m_settings;
@@ -299,6 +301,61 @@ void ChangedFileTest::shouldKeep()
     test.save();
     QVERIFY(dialogs.isDone());
     QVERIFY(content(test.path).contains("Third"));
+}
+
+void ChangedFileTest::shouldKeepOnlyWhatWasTold()
+{
+    SavedWorkbench test;
+    writeFile(test.path, othersProject());
+    QTRY_VERIFY(test.bar().isVisible());
+    // At once, before the watch can have told of the second change.
+    writeFile(test.path, othersProject(QStringLiteral("Third")));
+    test.click(test.bar().keepButton());
+    QVERIFY(test.bar().isVisible());
+    QCOMPARE(test.bar().text(), QStringLiteral("mine.json was changed again by another program."));
+    DialogDriver dialogs;
+    QString asked;
+    dialogs.then(reading(asked));
+    test.save();
+    QVERIFY(dialogs.isDone());
+    QVERIFY2(asked.contains(QStringLiteral("another program")), qPrintable(asked));
+    QVERIFY(content(test.path).contains("Third"));
+
+    // Now the user has been told.
+    test.click(test.bar().keepButton());
+    QVERIFY(!test.bar().isVisible());
+    test.save();
+    QCOMPARE(content(test.path), test.saved);
+}
+
+void ChangedFileTest::shouldAskAgainWhenTheFileChangesMeanwhile()
+{
+    SavedWorkbench test;
+    writeFile(test.path, othersProject());
+    test.store().addProcessors(QUuid(), 1);
+    DialogDriver dialogs;
+    QString again;
+    dialogs
+        .then([&](QWidget& box) {
+            writeFile(test.path, othersProject(QStringLiteral("Third")));
+            clickInBox(box, "Save");
+        })
+        .then(reading(again));
+    test.save();
+    QVERIFY(dialogs.isDone());
+    QVERIFY2(again.contains(QStringLiteral("changed again")), qPrintable(again));
+    QVERIFY(content(test.path).contains("Third"));
+    QVERIFY(test.window.isWindowModified());
+
+    dialogs
+        .then([&](QWidget& box) {
+            QVERIFY(QFile::remove(test.path));
+            clickInBox(box, "Save");
+        })
+        .then([](QWidget& box) { clickInBox(box, "Save"); });
+    test.save();
+    QVERIFY(dialogs.isDone());
+    QCOMPARE(projectIn(test.path)->processors.size(), 5);
 }
 
 TSA_TEST_MAIN(ChangedFileTest)

@@ -371,9 +371,11 @@ void ProjectFileTest::shouldRefuseAnOversizedFile()
     writeFile(path, content);
     QString problem;
     QVERIFY(!loadProject(path, problem));
-    QCOMPARE(problem, path + QStringLiteral(", the file is larger than 16 MiB"));
-    writeFile(path, content.left(static_cast<int>(kMaxProjectFileSize)));
-    QVERIFY2(loadProject(path, problem), qPrintable(problem));
+    QCOMPARE(problem, path + QStringLiteral(", the file is larger than 64 MiB"));
+    // One byte less is read, and found to be no project at its first byte.
+    content.fill('x', static_cast<int>(kMaxProjectFileSize));
+    QVERIFY(!parseProject(content, problem));
+    QVERIFY2(problem.contains(QStringLiteral("line 1")), qPrintable(problem));
 }
 
 void ProjectFileTest::shouldRefuseEveryTruncation()

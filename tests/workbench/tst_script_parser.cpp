@@ -106,9 +106,9 @@ void ScriptParserTest::shouldTellWhatIsWrong_data()
     QTest::addColumn<int>("line");
     QTest::addColumn<int>("column");
     QTest::addColumn<QString>("reason");
-    const auto row = [](const char* name, const char* text, int line, int column,
+    const auto row = [](const char* name, const QByteArray& text, int line, int column,
                         const char* reason) {
-        QTest::newRow(name) << QByteArray(text) << line << column << QString::fromUtf8(reason);
+        QTest::newRow(name) << text << line << column << QString::fromUtf8(reason);
     };
     row("no such step", "\n  expct rwo \"A\"", 2, 3, "did you mean \"expect row\"?");
     row("nothing like it", "fetch coffee", 1, 1, "there is no such step: fetch coffee");
@@ -126,6 +126,13 @@ void ScriptParserTest::shouldTellWhatIsWrong_data()
     row("choice in quotation marks", "read-only \"on\"", 1, 11, "on or off is expected");
     row("number", "host add processors many to root", 1, 21, "a whole number is expected");
     row("negative count", "host add processors -1 to root", 1, 21, "a whole number is expected");
+    row("no count", "host add processors 0 to root", 1, 21, "from 1 to 255");
+    row("large count", "host add processors 1000 to root", 1, 21, "from 1 to 255");
+    row("huge count", "host add processors 9999999999 to root", 1, 21, "a whole number");
+    row("name of a group", "host add group \"\"", 1, 16, "not empty");
+    row("new name", "host rename A \" \"", 1, 15, "not empty");
+    row("long name", "host rename A \"" + QByteArray(4097, 'x') + "\"", 1, 15, "more than 4096");
+    row("long text", "set A hostText14 \"" + QByteArray(4097, 'x') + "\"", 1, 18, "more than 4096");
     row("state", "expect row A is nice", 1, 17, "is expected, not \"nice\"");
     row("key", "press Ctrl+Foo", 1, 7, "is no key");
     row("modifier", "click row A with Hyper", 1, 18, "not \"Hyper\"");
@@ -146,6 +153,11 @@ void ScriptParserTest::shouldTellWhatIsWrong_data()
     row("no end of a block", "expect idle\nexpect rows\n  A\n", 2, 1, "have no \"end\"");
     row("tab in a block", "expect rows\n  A\n \tB\nend", 3, 2, "indented by spaces");
     row("text in a block", "expect rows\n  \"A\nend", 2, 3, "a \" is missing");
+    row("odd indentation", "expect rows\n  A\n   B\nend", 3, 4, "two spaces for each level");
+    row("two levels at once", "expect rows\n  A\n      B\nend", 3, 7, "two spaces for each level");
+    row("less than the first", "expect rows\n  A\n\n B\nend", 4, 2, "two spaces for each level");
+    row("below a processor", "expect rows\nA\n  B\n    C\nend", 4, 5, "two spaces for each level");
+    row("levels of a list", "expect results\n  A\n    B\nend", 3, 5, "two spaces for each level");
     row("two texts in a block", "expect rows\n  \"A\" \"B\"\nend", 2, 7, "one name");
 }
 

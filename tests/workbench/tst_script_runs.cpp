@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -60,6 +61,12 @@ constexpr Failure kFailures[] = {
      "they differ in line 2\nexpected:\n  Left\n  Wrong\n  Right\nfound:\n  Left\n  Centre\n", 5},
     {"expect rows in \"Hall\"\nend", "expected:\n  (none)\nfound:\n  Door", 5},
     {"expect row \"Nobody\"", "there is no row \"Nobody\"", 5},
+    {"host add processors 254 to root", "there is room for", 5},
+    {"host add processors 1 to \"Nowhere\"", "there is no group \"Nowhere\"", 5},
+    {"host move \"Left\" to \"Right\"", "there is no group \"Right\"", 5},
+    {"host remove \"Left\"\nhost rename \"Left\" \"X\"", "there is no record \"Left\"", 6},
+    {"host current \"Stage\"", "the host has no processor \"Stage\"", 5},
+    {"set \"Stage\" number 1", "the host has no processor \"Stage\"", 5},
     {"expect no row \"Left\"", "there is a row \"Left\"", 5},
     {"expect row \"Right\" is online", "\"Right\" is not online", 5},
     {"expect row \"Left\" is backup", "\"Left\" is not backup", 5},
@@ -128,6 +135,7 @@ private slots:
     void shouldGoOnWithTheNextScript();
     void shouldReportCases();
     void shouldLeaveOtherFilesAlone();
+    void shouldReplaceItsOwnPicturesOnly();
     void shouldEndUnderADialog();
     void shouldFailWhenTheProgramIsQuit();
     void shouldEndWhenItFailsInADetection();
@@ -285,6 +293,35 @@ void ScriptRunsTest::shouldLeaveOtherFilesAlone()
     QVERIFY2(outcome.errors.contains(QStringLiteral("is not a report")),
              qPrintable(outcome.errors));
     QCOMPARE(content(mine), QStringLiteral("mine"));
+}
+
+void ScriptRunsTest::shouldReplaceItsOwnPicturesOnly()
+{
+    const QTemporaryDir folder;
+    const QStringList names{QStringLiteral("01-view.png"), QStringLiteral("02-failure.png"),
+                            QStringLiteral("failure-log.txt")};
+    const QByteArray script = start() + "picture \"view\"\nexpect row \"Nobody\" within 0.1\n";
+    const QStringList arguments{QStringLiteral("--pictures"), folder.path()};
+    for (int time = 0; time < 2; ++time) {
+        const Outcome outcome = run(script, arguments);
+        QVERIFY2(!outcome.errors.contains(QStringLiteral("cannot be written")),
+                 qPrintable(outcome.errors));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files), names);
+    }
+
+    // A picture of somebody else's, and a text. The step fails, and so does its picture's.
+    QVERIFY(QImage(1, 1, QImage::Format_RGB32).save(folder.filePath(names.at(0))));
+    QFile log(folder.filePath(names.at(2)));
+    QVERIFY(log.open(QIODevice::WriteOnly | QIODevice::Truncate) && log.write("mine") == 4);
+    log.close();
+    const Outcome outcome = run(script, arguments);
+    QCOMPARE(outcome.exitCode, 1);
+    for (const QString& name : {names.at(0), names.at(2)})
+        QVERIFY2(
+            outcome.errors.contains(name + QStringLiteral(" cannot be written: what is there")),
+            qPrintable(outcome.errors));
+    QCOMPARE(QImage(folder.filePath(names.at(0))).width(), 1);
+    QCOMPARE(content(log.fileName()), QStringLiteral("mine"));
 }
 
 void ScriptRunsTest::shouldEndUnderADialog()

@@ -7,9 +7,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
 #include <QSpinBox>
+#include <QTreeWidget>
 
 /// The dialogs that set what the host answers, holds and raises.
 class WorkbenchDialogsTest : public QObject
@@ -137,30 +137,73 @@ void WorkbenchDialogsTest::shouldRaiseAnyEvent()
 void WorkbenchDialogsTest::shouldEditDeviceSets()
 {
     WorkbenchUnderTest test(Notifier::Delivery::GuiThread);
-    const auto press = [](const QWidget* dialog, const QString& text) {
+    // An editor that is closed goes in the event loop.
+    const auto settle = [] {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    const auto press = [&](const QWidget* dialog, const QString& text) {
         for (auto* button : dialog->findChildren<QPushButton*>()) {
             if (button->text() == text)
                 QTest::mouseClick(button, Qt::LeftButton);
         }
+        settle();
     };
     test.action(ActionId::DeviceSets)->trigger();
     auto* dialog = openDialog<QDialog>();
     QVERIFY(dialog);
+    QVERIFY(QTest::qWaitForWindowActive(dialog));
     press(dialog, QStringLiteral("&Add"));
     press(dialog, QStringLiteral("&Add"));
     press(dialog, QStringLiteral("&Add"));
-    dialog->findChild<QListWidget*>()->setCurrentRow(1);
+    auto* list = dialog->findChild<QTreeWidget*>();
+    auto* current = dialog->findChild<QComboBox*>();
+    current->setCurrentIndex(3);
+    list->setCurrentItem(list->topLevelItem(1));
     press(dialog, QStringLiteral("&Remove"));
-    dialog->findChild<QListWidget*>()->item(0)->setText(QStringLiteral("Evening"));
-    dialog->findChild<QComboBox*>()->setCurrentIndex(2);
-    QTest::keyClick(dialog, Qt::Key_Return);
+    QCOMPARE(current->currentText(), QStringLiteral("Set 3"));
+    QCOMPARE(list->topLevelItemCount(), 2);
+
+    // Each field takes what its type allows. What it does not take stays in the editor.
+    const auto type = [&](int column, const QString& text) {
+        list->setCurrentItem(list->topLevelItem(0), column);
+        QTest::keyClick(list, Qt::Key_F2);
+        auto* editor = list->viewport()->findChild<QLineEdit*>();
+        QTest::keyClicks(editor, text);
+        QTest::keyClick(editor, Qt::Key_Return);
+        settle();
+    };
+    type(0, QStringLiteral("Evening"));
+    type(2, QStringLiteral("7"));
+    for (const char* wrong : {"-1", "4294967296", "1.5", "x", ""}) {
+        type(1, QString::fromLatin1(wrong));
+        auto* editor = list->viewport()->findChild<QLineEdit*>();
+        QVERIFY2(editor || !*wrong, wrong);
+        if (editor)
+            QTest::keyClick(editor, Qt::Key_Escape);
+        settle();
+    }
+    type(1, QStringLiteral("x"));
+    press(dialog, QStringLiteral("OK"));
+    QVERIFY2(dialog->isVisible(), "a text that is refused was dropped without a word");
+    type(1, QStringLiteral("4294967295"));
+    QCOMPARE(list->topLevelItem(0)->text(1), QStringLiteral("4294967295"));
+    press(dialog, QStringLiteral("OK"));
     const Project project = test.store().snapshot();
     QCOMPARE(project.deviceSets.size(), 2);
     QCOMPARE(project.deviceSets.first().text, QStringLiteral("Evening"));
+    QCOMPARE(project.deviceSets.first().info.hostAttribute2, 4294967295U);
+    QCOMPARE(project.deviceSets.first().info.hostAttribute3, 7U);
     QVERIFY(project.currentDeviceSet == project.deviceSets.last().info.id);
     auto* selector = test.session.layer()->GetWidget()->findChild<QComboBox*>();
     QTRY_COMPARE(selector->count(), 2);
     QCOMPARE(selector->currentText(), QStringLiteral("Set 3"));
+
+    // All of it is one step.
+    test.action(ActionId::Undo)->trigger();
+    QVERIFY(test.store().snapshot().deviceSets.isEmpty());
+    test.action(ActionId::Redo)->trigger();
+    QCOMPARE(test.store().snapshot().deviceSets.first().info.hostAttribute3, 7U);
 }
 
 TSA_TEST_MAIN(WorkbenchDialogsTest)

@@ -1,15 +1,46 @@
+#include "Interface/ProjectLimits.h"
+#include "host/workbench/project/Guid.h"
+#include "host/workbench/project/ProjectChecks.h"
 #include "host/workbench/project/ProjectJson.h"
+#include "host/workbench/project/ProjectRanges.h"
+#include "host/workbench/session/RecoveryFile.h"
 #include "host/workbench/trace/TraceFile.h"
 #include "host/workbench/window/RecordsModel.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTextDocument>
 #include <QTimer>
 #include <QWindow>
+
+namespace {
+
+/// A project that has all that the checks allow, in texts that take as many bytes as they can.
+Project largestProject()
+{
+    const QString text(ProjectRanges::kMaxNameLength, QChar(1));
+    Project project;
+    quint32 n = 0;
+    while (project.groups.size() < ProjectRanges::kMaxGroups)
+        project.groups.append({sampleId(++n), text, -1, 1, {}});
+    while (project.processors.size() < ProjectLimits::kMaxProcessors) {
+        ProcessorNode node = unusualProcessor(++n, 1);
+        node.name = node.hostText14 = node.hostText24 = text;
+        project.processors.append(node);
+    }
+    while (project.deviceSets.size() < ProjectRanges::kMaxDeviceSets)
+        project.deviceSets.append({{toGuid(sampleId(++n)), 1, 2}, text});
+    const QString name(IpList::kMaxNameLength, QChar(1));
+    while (project.ipList.size() < ProjectLimits::kMaxIpEntries)
+        project.ipList.append({0x0A000000 + ++n, name});
+    return project;
+}
+
+} // namespace
 
 /// Opening and saving projects by the window.
 class WorkbenchFilesTest : public QObject
@@ -22,6 +53,7 @@ private slots:
     void shouldAskBeforeChangesAreDiscarded();
     void shouldShowNamesAsTheyAre();
     void shouldSaveNothingOverTheTrace();
+    void shouldSaveAndRecoverTheLargestProject();
 
 private:
     const TestSettings m_settings;
@@ -129,6 +161,33 @@ void WorkbenchFilesTest::shouldSaveNothingOverTheTrace()
             problem,
             file + QStringLiteral(" cannot be written: the workbench writes something else there"));
     }
+}
+
+void WorkbenchFilesTest::shouldSaveAndRecoverTheLargestProject()
+{
+    const Project project = largestProject();
+    QVERIFY(!checkProject(project));
+    QString problem;
+    RecoveryFile copy;
+    QVERIFY2(copy.write({QStringLiteral("/large.json"), {}, QDateTime::currentDateTime()}, project,
+                        problem),
+             qPrintable(problem));
+    QVERIFY(QFileInfo(copy.path()).size() > 32 * 1024 * 1024);
+    const auto recovered = copy.read(problem);
+    QVERIFY2(recovered, qPrintable(problem));
+    QCOMPARE(recovered->deviceSets.size(), ProjectRanges::kMaxDeviceSets);
+    QCOMPARE(recovered->processors.last().hostText24, project.processors.last().hostText24);
+    const QString path = m_settings.filePath(QStringLiteral("large.json"));
+    QVERIFY2(saveProject(project, path, problem), qPrintable(problem));
+
+    // A larger one can only come out of a file.
+    Project tooLarge;
+    tooLarge.addGroup({sampleId(1), QString(), -1, 1, {}});
+    tooLarge.groups[0].name.fill(QChar(1), kMaxProjectFileSize / 6);
+    QVERIFY(!copy.write({}, tooLarge, problem));
+    QVERIFY2(problem.contains(QStringLiteral("larger than 64 MiB")), qPrintable(problem));
+    QVERIFY2(copy.read(problem), "the former copy is kept");
+    copy.remove();
 }
 
 TSA_TEST_MAIN(WorkbenchFilesTest)

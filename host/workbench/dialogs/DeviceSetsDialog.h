@@ -5,9 +5,10 @@
 
 class ProjectStore;
 class QComboBox;
-class QListWidget;
+class QPushButton;
+class QTreeWidget;
 
-/// Edits the texts of the project's device sets and selects the current one.
+/// Edits the fields of the project's device sets and selects the current one.
 class DeviceSetsDialog final : public FormDialog
 {
     Q_OBJECT
@@ -20,11 +21,18 @@ protected:
     QString complete() override;
 
 private:
+    void buildList();
+    void buildButtons();
     void add(const DeviceSet& set);
-    void updateCurrent();
+    void addNew();
+    void remove();
+    void updateCurrent(const QUuid& wanted);
+    QUuid current() const;
 
     ProjectStore& m_store;
-    QListWidget* m_list;  // Qt child
+    QTreeWidget* m_list;  // Qt child
     QComboBox* m_current; // Qt child
+    QPushButton* m_add;   // Qt child
     QList<DeviceSet> m_sets;
+    QString m_givenUp; ///< Why the last text was refused, if it was given up.
 };

@@ -2,6 +2,7 @@
 
 #include "host/simulator/protocol/LoopbackSockets.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -16,7 +17,10 @@ DeviceLink::DeviceLink(quint32 address, const NetworkSettings& settings, QObject
     , m_address(address)
     , m_port(static_cast<quint16>(settings.port))
 {
-    connect(&m_socket, &QTcpSocket::connected, this, [this] { send(ProbeMessage{}); });
+    connect(&m_socket, &QTcpSocket::connected, this, [this] {
+        m_awaited = 0;
+        send(ProbeMessage{});
+    });
     connect(&m_socket, &QTcpSocket::readyRead, this, &DeviceLink::read);
     connect(&m_alive, &QTimer::timeout, this, &DeviceLink::tick);
     // What has arrived meanwhile is read first: this program may have been the busy one.
@@ -28,6 +32,17 @@ DeviceLink::DeviceLink(quint32 address, const NetworkSettings& settings, QObject
     m_alive.setTimerType(Qt::PreciseTimer);
     m_alive.start(settings.aliveIntervalMs);
     open();
+}
+
+bool DeviceLink::command(const Message& message)
+{
+    if (!send(message))
+        return false;
+    // Messages keep their order on the way, so the answer to this is the first report that has to
+    // know of the command.
+    m_token = std::max(m_token + 1, 1U);
+    m_awaited = m_token;
+    return send(ProbeMessage{m_token});
 }
 
 bool DeviceLink::send(const Message& message)
@@ -57,8 +72,10 @@ void DeviceLink::tick()
 
 void DeviceLink::judge()
 {
-    if (m_isWaiting)
-        emit lost();
+    if (!m_isWaiting)
+        return;
+    m_awaited = 0;
+    emit lost();
 }
 
 void DeviceLink::read()
@@ -70,8 +87,11 @@ void DeviceLink::read()
         Message message;
         found = m_stream.next(message);
         const auto* report = std::get_if<StateMessage>(&message);
-        if (found == MessageStream::Found::Whole && report)
+        if (found == MessageStream::Found::Whole && report
+            && (m_awaited == 0 || report->token == m_awaited)) {
+            m_awaited = 0;
             state = report->state;
+        }
         if (found == MessageStream::Found::Overlong) {
             // Whoever answers there is no processor. The next tick tries again.
             m_socket.abort();

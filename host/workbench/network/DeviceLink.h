@@ -18,8 +18,9 @@ public:
     /// Connects at once.
     DeviceLink(quint32 address, const NetworkSettings& settings, QObject* parent = nullptr);
 
-    /// Returns false if there is no connection.
-    bool send(const Message& message);
+    /// Sends what changes the processor. What it reported before it has done so is not heard: that
+    /// would undo the change here for a moment. Returns false if there is no connection.
+    bool command(const Message& message);
 
 signals:
     /// Emitted for the last one of the reports that have arrived.
@@ -29,6 +30,7 @@ signals:
     void lost();
 
 private:
+    bool send(const Message& message);
     void open();
     void tick();
     void judge();
@@ -41,4 +43,6 @@ private:
     QTimer m_alive;
     QTimer m_silence;         // runs from the first question without an answer
     bool m_isWaiting = false; // for an answer
+    quint32 m_token = 0;      // of the last command
+    quint32 m_awaited = 0;    // token of the report that comes after the command; 0 for any report
 };

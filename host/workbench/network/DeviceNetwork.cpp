@@ -285,10 +285,10 @@ void DeviceNetwork::correct()
 void DeviceNetwork::send(Watched& watched, const Known& wanted)
 {
     if (std::exchange(watched.state.lit, wanted.lit) != wanted.lit
-        && !watched.link->send(LightMessage{wanted.lit}))
+        && !watched.link->command(LightMessage{wanted.lit}))
         logLine(QStringLiteral("\"%1\" cannot be reached, its light stays").arg(wanted.name));
     if (std::exchange(watched.state.name, wanted.name) == wanted.name)
         return;
-    if (!isDeviceName(wanted.name) || !watched.link->send(RenameMessage{wanted.name}))
+    if (!isDeviceName(wanted.name) || !watched.link->command(RenameMessage{wanted.name}))
         logLine(QStringLiteral("\"%1\" does not get its new name").arg(wanted.name));
 }

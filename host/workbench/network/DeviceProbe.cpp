@@ -78,7 +78,9 @@ void DeviceProbe::ask()
 {
     const QByteArray probe = encode(ProbeMessage{m_token});
     const auto port = static_cast<quint16>(m_settings.port);
-    for (const quint32 address : qAsConst(m_silent))
+    QList<quint32> silent = m_silent.values();
+    std::sort(silent.begin(), silent.end());
+    for (const quint32 address : qAsConst(silent))
         LoopbackSockets::send(m_socket, probe, address, port);
     if (m_broadcasts)
         LoopbackSockets::send(m_socket, probe, Loopback::kBroadcastAddress, port);
@@ -106,6 +108,11 @@ void DeviceProbe::read()
     }
     if (answers.isEmpty())
         return;
+    // New processors are numbered in this order.
+    std::sort(answers.begin(), answers.end(),
+              [](const DeviceReport& one, const DeviceReport& other) {
+                  return one.address < other.address;
+              });
     emit answered(answers);
     // What the answers raise may end the detection.
     if (!m_isStopped)

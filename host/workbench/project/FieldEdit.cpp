@@ -38,6 +38,7 @@ public:
         else
             value = id;
     }
+    void operator()(const char* /*name*/, GUID& /*value*/) {}
     void operator()(const char* name, QString& value)
     {
         if (!isWanted(name))
@@ -202,6 +203,18 @@ QString fieldRefusal(const Project& project, const QUuid& id, const QString& fie
     }
     ProcessorGroupNode copy = project.group(id);
     return changed(project, copy, field, text);
+}
+
+QString setField(DeviceSet& set, const QString& field, const QString& text)
+{
+    if (isIdentity(field))
+        return Messages::tr("The identity of a record does not change.");
+    DeviceSet copy = set;
+    FieldSetter setter(field, text);
+    visitDeviceSetFields(copy, setter);
+    if (setter.problem.isEmpty())
+        set = copy;
+    return setter.problem;
 }
 
 QString setIpEntry(IpList& list, int row, const QString& address, const QString& name)

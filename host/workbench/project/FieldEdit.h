@@ -16,5 +16,8 @@ QString setField(Project& project, const QUuid& id, const QString& field, const 
 QString fieldRefusal(const Project& project, const QUuid& id, const QString& field,
                      const QString& text);
 
+/// Sets a field of a device set in the same way.
+QString setField(DeviceSet& set, const QString& field, const QString& text);
+
 /// Replaces an entry of the IP list. Returns why that is refused, empty if it is done.
 QString setIpEntry(IpList& list, int row, const QString& address, const QString& name);

@@ -47,6 +47,15 @@ Problem checkName(const QString& name, const QStringList& path)
         Messages::tr("the name has more than %1 characters").arg(ProjectRanges::kMaxNameLength)};
 }
 
+Problem checkText(const QString& text, const QStringList& path)
+{
+    if (text.size() <= ProjectRanges::kMaxNameLength)
+        return std::nullopt;
+    return JsonProblem{
+        path,
+        Messages::tr("the text has more than %1 characters").arg(ProjectRanges::kMaxNameLength)};
+}
+
 Problem checkGroups(const Project& project, QSet<QUuid>& seen)
 {
     for (int at = 0; at < project.groups.size(); ++at) {
@@ -127,6 +136,10 @@ Problem checkProcessors(const Project& project, QSet<QUuid>& seen)
             return problem;
         if (auto problem = checkName(node.name, pathTo("processors", at, "name")))
             return problem;
+        if (auto problem = checkText(node.hostText14, pathTo("processors", at, "hostText14")))
+            return problem;
+        if (auto problem = checkText(node.hostText24, pathTo("processors", at, "hostText24")))
+            return problem;
         if (!node.groupId.isNull() && !project.hasGroup(node.groupId))
             return JsonProblem{pathTo("processors", at, "groupId"),
                                Messages::tr("there is no group %1")
@@ -143,8 +156,16 @@ Problem checkDeviceSets(const Project& project)
 {
     QSet<QUuid> seen;
     for (int at = 0; at < project.deviceSets.size(); ++at) {
-        const QUuid id = fromGuid(project.deviceSets.at(at).info.id);
-        if (auto problem = checkIdentity(id, pathTo("deviceSets", at), seen))
+        const DeviceSet& set = project.deviceSets.at(at);
+        if (at >= ProjectRanges::kMaxDeviceSets)
+            return JsonProblem{
+                pathTo("deviceSets", at),
+                Messages::tr("a project holds at most %1 device sets; this one has %2")
+                    .arg(ProjectRanges::kMaxDeviceSets)
+                    .arg(project.deviceSets.size())};
+        if (auto problem = checkIdentity(fromGuid(set.info.id), pathTo("deviceSets", at), seen))
+            return problem;
+        if (auto problem = checkText(set.text, pathTo("deviceSets", at, "text")))
             return problem;
     }
     const QUuid current = fromGuid(project.currentDeviceSet);

@@ -11,7 +11,10 @@
 /// default; an unknown field is an error.
 
 constexpr int kProjectFileVersion = 1;
-constexpr qint64 kMaxProjectFileSize = 16LL * 1024 * 1024;
+
+/// The largest project that can be made in the workbench fits, in JSON with six bytes for each
+/// character: what is on the screen can be saved, and recovered after a crash.
+constexpr qint64 kMaxProjectFileSize = 64LL * 1024 * 1024;
 
 /// Reads a project. On failure returns nothing and sets `problem` to a message that begins with
 /// line and column if they are known.

@@ -7,8 +7,9 @@
 namespace ProjectRanges {
 
 constexpr int kMaxGroups = 1000;
+constexpr int kMaxDeviceSets = 255;
 constexpr int kMaxFaults = 100;
-constexpr int kMaxNameLength = 4096; ///< In UTF-16 units.
+constexpr int kMaxNameLength = 4096; ///< Of all texts of the records, in UTF-16 units.
 
 struct Range
 {

@@ -1,6 +1,7 @@
 #include "host/workbench/replay/Replay.h"
 
 #include "host/workbench/replay/ReplayWindow.h"
+#include "host/workbench/session/PictureFile.h"
 #include "sdk/record/TraceReader.h"
 
 #include <QApplication>
@@ -54,13 +55,11 @@ bool takePicture(ReplayWindow& window, const QString& folder)
 {
     if (folder.isEmpty())
         return true;
-    const QString path = QDir(folder).filePath(QStringLiteral("replay.png"));
-    if (QDir().mkpath(folder) && window.grab().save(path))
+    QString problem;
+    QDir().mkpath(folder);
+    if (savePicture(window.grab(), QDir(folder).filePath(QStringLiteral("replay.png")), problem))
         return true;
-    std::cerr << "workbench: "
-              << qPrintable(
-                     Messages::tr("%1 cannot be written").arg(QDir::toNativeSeparators(path)))
-              << '\n';
+    std::cerr << "workbench: " << qPrintable(problem) << '\n';
     return false;
 }
 

@@ -1,8 +1,10 @@
 // Steps that act as the host: its project, its records, and what its handler answers.
 
+#include "Interface/ProjectLimits.h"
 #include "host/workbench/project/FieldJson.h"
 #include "host/workbench/project/ProjectChecks.h"
 #include "host/workbench/project/ProjectJson.h"
+#include "host/workbench/project/ProjectRanges.h"
 #include "host/workbench/project/RecordFields.h"
 #include "host/workbench/script/ScriptRun.h"
 #include "host/workbench/script/Steps.h"
@@ -65,8 +67,13 @@ std::optional<ScriptProblem> checkProcessor(const ScriptStep& step)
         return step.problemAt(
             step.token("FIELD"),
             QStringLiteral("\"%1\" cannot be set; \"host move\" moves").arg(field));
-    ProcessorNode node;
-    return readProcessor(step, node);
+    Project project;
+    project.addProcessors(QUuid(), 1);
+    if (const auto problem = readProcessor(step, project.processors.first()))
+        return problem;
+    if (const auto problem = checkProject(project))
+        return step.problemAt(step.token("VALUE"), problem->reason);
+    return std::nullopt;
 }
 
 std::optional<ScriptProblem> readAnswer(const ScriptStep& step, HandlerAnswers& answers)
@@ -84,12 +91,23 @@ std::optional<ScriptProblem> checkAnswer(const ScriptStep& step)
     return std::nullopt;
 }
 
+bool isProcessor(ScriptRun& run, const QUuid& id)
+{
+    return run.session().store().read(
+        [&](const Project& project) { return project.processor(id) != nullptr; });
+}
+
+Progress noProcessor(const ScriptStep& step)
+{
+    return Progress::waiting(
+        QStringLiteral("the host has no processor \"%1\"").arg(step.value("RECORD")));
+}
+
 Progress setField(ScriptRun& run, const ScriptStep& step)
 {
     const QUuid id = run.identity(step.value("RECORD"));
-    if (run.phase == 0 && id.isNull())
-        return Progress::waiting(
-            QStringLiteral("there is no record \"%1\"").arg(step.value("RECORD")));
+    if (run.phase == 0 && !isProcessor(run, id))
+        return noProcessor(step);
     return run.once([&run, &step, id] {
         run.session().store().changeProcessor(
             id, [&step](ProcessorNode& node) { return !readProcessor(step, node); });
@@ -98,11 +116,10 @@ Progress setField(ScriptRun& run, const ScriptStep& step)
 
 Progress expectField(ScriptRun& run, const ScriptStep& step)
 {
-    const QString name = step.value("RECORD");
     const Project project = run.session().store().snapshot();
-    const ProcessorNode* found = project.processor(run.identity(name));
+    const ProcessorNode* found = project.processor(run.identity(step.value("RECORD")));
     if (!found)
-        return Progress::waiting(QStringLiteral("the host has no processor \"%1\"").arg(name));
+        return noProcessor(step);
     FieldWriter known;
     visitProcessorFields(*found, known);
     ProcessorNode node = *found;
@@ -117,6 +134,14 @@ Progress expectField(ScriptRun& run, const ScriptStep& step)
                                        : is.toVariant().toString()));
 }
 
+/// Returns whether the host has the record: the names of those that have gone stay known.
+bool isThere(ScriptRun& run, const QUuid& id)
+{
+    return run.session().store().read([&](const Project& project) {
+        return project.processor(id) != nullptr || project.hasGroup(id);
+    });
+}
+
 /// A step that needs the records named by RECORD to be there.
 Progress withRecords(ScriptRun& run, const ScriptStep& step,
                      const std::function<void(const QList<QUuid>&)>& action)
@@ -124,7 +149,7 @@ Progress withRecords(ScriptRun& run, const ScriptStep& step,
     QList<QUuid> ids;
     for (const QString& name : step.values("RECORD")) {
         ids.append(run.identity(name));
-        if (run.phase == 0 && ids.constLast().isNull())
+        if (run.phase == 0 && !isThere(run, ids.constLast()))
             return Progress::waiting(QStringLiteral("there is no record \"%1\"").arg(name));
     }
     return run.once([action, ids] { action(ids); });
@@ -170,31 +195,90 @@ Progress expectProject(ScriptRun& run, const ScriptStep& step)
     return Progress::done();
 }
 
-QUuid groupOf(ScriptRun& run, const ScriptStep& step)
+/// Returns an error if no record can have that name.
+std::optional<ScriptProblem> checkName(const ScriptStep& step)
 {
-    return step.token("GROUP").isWord(QStringLiteral("root")) ? QUuid()
-                                                              : run.identity(step.value("GROUP"));
+    const ScriptToken name = step.token("NAME");
+    if (name.text.trimmed().isEmpty())
+        return step.problemAt(name, QStringLiteral("a name that is not empty is expected"));
+    if (name.text.size() > ProjectRanges::kMaxNameLength)
+        return step.problemAt(name, QStringLiteral("the name has more than %1 characters")
+                                        .arg(ProjectRanges::kMaxNameLength));
+    return std::nullopt;
+}
+
+std::optional<ScriptProblem> checkCount(const ScriptStep& step)
+{
+    const int count = step.number("COUNT");
+    if (count >= 1 && count <= ProjectLimits::kMaxProcessors)
+        return std::nullopt;
+    return step.problemAt(step.token("COUNT"),
+                          QStringLiteral("a whole number from 1 to %1 is expected")
+                              .arg(ProjectLimits::kMaxProcessors));
+}
+
+/// Returns the group of the step, null for the root; nothing if there is no such group.
+std::optional<QUuid> groupOf(ScriptRun& run, const ScriptStep& step)
+{
+    if (step.token("GROUP").isWord(QStringLiteral("root")))
+        return QUuid();
+    const QUuid id = run.identity(step.value("GROUP"));
+    const bool isThere =
+        run.session().store().read([&](const Project& project) { return project.hasGroup(id); });
+    return isThere ? std::make_optional(id) : std::nullopt;
+}
+
+Progress noGroup(const ScriptStep& step)
+{
+    return Progress::waiting(QStringLiteral("there is no group \"%1\"").arg(step.value("GROUP")));
+}
+
+Progress addGroup(ScriptRun& run, const ScriptStep& step)
+{
+    ProjectStore& store = run.session().store();
+    const QString name = step.value("NAME");
+    if (run.phase == 0
+        && !store.read([&](const Project& project) { return project.canAddGroup(name); }))
+        return Progress::failed(
+            QStringLiteral("a project holds at most %1 groups").arg(ProjectRanges::kMaxGroups));
+    return run.once([&store, name] {
+        ProcessorGroupNode group;
+        group.name = name;
+        store.addGroup(group);
+    });
+}
+
+Progress addProcessors(ScriptRun& run, const ScriptStep& step)
+{
+    ProjectStore& store = run.session().store();
+    const auto group = groupOf(run, step);
+    if (run.phase == 0 && !group)
+        return noGroup(step);
+    const int room = store.read([](const Project& project) { return project.roomForProcessors(); });
+    if (run.phase == 0 && room < step.number("COUNT"))
+        return Progress::failed(
+            QStringLiteral("a project holds at most %1 processors; there is room for %2")
+                .arg(ProjectLimits::kMaxProcessors)
+                .arg(room));
+    return run.once([&store, &step, group] {
+        store.addProcessors(group.value_or(QUuid()), step.number("COUNT"));
+    });
+}
+
+Progress moveProcessors(ScriptRun& run, const ScriptStep& step)
+{
+    const auto group = groupOf(run, step);
+    if (run.phase == 0 && !group)
+        return noGroup(step);
+    return withRecords(run, step, [&run, group](const QList<QUuid>& ids) {
+        run.session().store().regroup(ids, group.value_or(QUuid()));
+    });
 }
 
 void addHostSteps(StepRegistry& registry)
 {
-    registry.add({QStringLiteral("host add group NAME"),
-                  [](ScriptRun& run, const ScriptStep& step) {
-                      return run.once([&run, &step] {
-                          ProcessorGroupNode group;
-                          group.name = step.value("NAME");
-                          run.session().store().addGroup(group);
-                      });
-                  },
-                  {}});
-    registry.add({QStringLiteral("host add processors COUNT to GROUP"),
-                  [](ScriptRun& run, const ScriptStep& step) {
-                      return run.once([&run, &step] {
-                          run.session().store().addProcessors(groupOf(run, step),
-                                                              step.number("COUNT"));
-                      });
-                  },
-                  {}});
+    registry.add({QStringLiteral("host add group NAME"), addGroup, checkName});
+    registry.add({QStringLiteral("host add processors COUNT to GROUP"), addProcessors, checkCount});
     registry.add({QStringLiteral("host remove RECORD..."),
                   [](ScriptRun& run, const ScriptStep& step) {
                       return withRecords(run, step, [&run](const QList<QUuid>& ids) {
@@ -212,16 +296,12 @@ void addHostSteps(StepRegistry& registry)
                               store.renameGroup(ids.first(), step.value("NAME"), true);
                       });
                   },
-                  {}});
-    registry.add({QStringLiteral("host move RECORD... to GROUP"),
-                  [](ScriptRun& run, const ScriptStep& step) {
-                      return withRecords(run, step, [&run, &step](const QList<QUuid>& ids) {
-                          run.session().store().regroup(ids, groupOf(run, step));
-                      });
-                  },
-                  {}});
+                  checkName});
+    registry.add({QStringLiteral("host move RECORD... to GROUP"), moveProcessors, {}});
     registry.add({QStringLiteral("host current RECORD"),
                   [](ScriptRun& run, const ScriptStep& step) {
+                      if (run.phase == 0 && !isProcessor(run, run.identity(step.value("RECORD"))))
+                          return noProcessor(step);
                       return withRecords(run, step, [&run](const QList<QUuid>& ids) {
                           run.session().store().setCurrentProcessor(ids.first());
                       });

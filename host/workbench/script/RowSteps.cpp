@@ -14,29 +14,32 @@
 #include <QTreeView>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
-/// Returns the lines of a block without its common indentation; a line in quotation marks is a name
-/// that could not be written as it is.
+constexpr int kIndent = 2;
+constexpr int kMaxDepth = 1; ///< Groups hold processors only.
+
+int indentOf(const QString& line)
+{
+    int at = 0;
+    while (at < line.size() && line.at(at) == QLatin1Char(' '))
+        ++at;
+    return at;
+}
+
+/// Returns the lines of a block without the indentation of the first one; a line in quotation marks
+/// is a name that could not be written as it is.
 QStringList blockLines(const ScriptStep& step)
 {
-    int common = -1;
-    const auto indentOf = [](const QString& line) {
-        int at = 0;
-        while (at < line.size() && line.at(at) == QLatin1Char(' '))
-            ++at;
-        return at;
-    };
-    for (const QString& line : step.block) {
-        if (!line.trimmed().isEmpty())
-            common = common < 0 ? indentOf(line) : std::min(common, indentOf(line));
-    }
+    std::optional<int> common;
     QStringList lines;
     for (const QString& line : step.block) {
         if (line.trimmed().isEmpty())
             continue;
-        const QString indent(indentOf(line) - common, QLatin1Char(' '));
+        common = common.value_or(indentOf(line));
+        const QString indent(indentOf(line) - *common, QLatin1Char(' '));
         QString name = line.mid(indentOf(line));
         ScriptProblem ignored;
         if (name.startsWith(QLatin1Char('"')))
@@ -46,7 +49,30 @@ QStringList blockLines(const ScriptStep& step)
     return lines;
 }
 
-std::optional<ScriptProblem> checkBlock(const ScriptStep& step)
+/// Returns an error if rows are not indented by two spaces for each level, at most `levels` deep.
+std::optional<ScriptProblem> checkIndents(const ScriptStep& step, int levels)
+{
+    std::optional<int> first;
+    int deepest = 0; // what the next line may have
+    for (int at = 0; at < step.block.size(); ++at) {
+        const QString& line = step.block.at(at);
+        if (line.trimmed().isEmpty())
+            continue;
+        const int indent = indentOf(line);
+        const int depth = indent - first.value_or(indent);
+        first = first.value_or(indent);
+        if (depth < 0 || depth % kIndent != 0 || depth > deepest)
+            return ScriptProblem{
+                step.blockLine + at, indent + 1,
+                QStringLiteral("rows are indented by two spaces for each level, from the first one "
+                               "on; this one has %1 spaces more")
+                    .arg(depth)};
+        deepest = std::min(depth / kIndent + 1, levels) * kIndent;
+    }
+    return std::nullopt;
+}
+
+std::optional<ScriptProblem> checkLines(const ScriptStep& step)
 {
     for (int at = 0; at < step.block.size(); ++at) {
         const QString& line = step.block.at(at);
@@ -68,6 +94,19 @@ std::optional<ScriptProblem> checkBlock(const ScriptStep& step)
         }
     }
     return std::nullopt;
+}
+
+std::optional<ScriptProblem> checkRows(const ScriptStep& step)
+{
+    const auto problem = checkLines(step);
+    return problem ? problem : checkIndents(step, kMaxDepth);
+}
+
+/// A list has no levels.
+std::optional<ScriptProblem> checkList(const ScriptStep& step)
+{
+    const auto problem = checkLines(step);
+    return problem ? problem : checkIndents(step, 0);
 }
 
 QString shown(const QStringList& lines)
@@ -172,7 +211,6 @@ Progress expectResults(ScriptRun&, const ScriptStep& step)
     const QListView* list = Targets::results();
     if (!list)
         return Progress::waiting(QStringLiteral("no list of results is open"));
-    // The list has no levels.
     QStringList found;
     for (int row = 0; row < list->model()->rowCount(); ++row)
         found.append(list->model()->index(row, 0).data().toString());
@@ -215,8 +253,8 @@ Progress expectFocus(ScriptRun&, const ScriptStep& step)
 
 void addRowSteps(StepRegistry& registry)
 {
-    registry.add({QStringLiteral("expect rows"), expectRows, checkBlock, true});
-    registry.add({QStringLiteral("expect rows in ROW"), expectRows, checkBlock, true});
+    registry.add({QStringLiteral("expect rows"), expectRows, checkRows, true});
+    registry.add({QStringLiteral("expect rows in ROW"), expectRows, checkRows, true});
     registry.add({QStringLiteral("expect row ROW [is] [selected|current|expanded|collapsed|online|"
                                  "offline|backup]"),
                   expectRow,
@@ -235,7 +273,7 @@ void addRowSteps(StepRegistry& registry)
          {}});
     registry.add({QStringLiteral("expect no row ROW"), expectNoRow, {}});
     registry.add({QStringLiteral("expect selection [NAME...]"), expectSelection, {}});
-    registry.add({QStringLiteral("expect results"), expectResults, checkBlock, true});
+    registry.add({QStringLiteral("expect results"), expectResults, checkList, true});
     registry.add({QStringLiteral("expect no results"),
                   [](ScriptRun&, const ScriptStep&) {
                       return Progress::when(!Targets::results(),

@@ -3,6 +3,8 @@
 #include "host/workbench/script/JUnitReport.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 #include <chrono>
@@ -20,6 +22,24 @@ constexpr std::chrono::minutes kStuckAfter(2);
 void complain(const QString& message)
 {
     std::cerr << "workbench: " << message.toLocal8Bit().constData() << '\n';
+}
+
+/// Tells the log of a failure from other files.
+QString logStart()
+{
+    return QStringLiteral("Failure of a script of the workbench\n\n");
+}
+
+/// Returns whether nothing is lost when the log of a failure is written there.
+bool isFree(const QString& path)
+{
+    const QFileInfo existing(path);
+    if (!existing.exists() && !existing.isSymLink())
+        return true;
+    const QByteArray start = logStart().toUtf8();
+    QFile former(path);
+    return existing.isFile() && former.open(QIODevice::ReadOnly)
+           && former.read(start.size()) == start;
 }
 
 } // namespace
@@ -92,11 +112,17 @@ void ScriptProgram::keepFailure(const QString& message)
     complain(message);
     if (!m_run->takesPictures())
         return;
-    m_run->takePicture(QStringLiteral("failure"));
-    QSaveFile log(QDir(m_run->pictureFolder()).filePath(QStringLiteral("failure-log.txt")));
+    m_run->takePictureAside(QStringLiteral("failure"));
+    const QString path = QDir(m_run->pictureFolder()).filePath(QStringLiteral("failure-log.txt"));
+    if (!isFree(path)) {
+        complain(QStringLiteral("%1 cannot be written: what is there is not the log of a failure")
+                     .arg(QDir::toNativeSeparators(path)));
+        return;
+    }
+    QSaveFile log(path);
     const QByteArray text =
-        (message + QStringLiteral("\n\n") + m_run->log().tail(kLogLinesKept).join(QLatin1Char('\n'))
-         + QLatin1Char('\n'))
+        (logStart() + message + QStringLiteral("\n\n")
+         + m_run->log().tail(kLogLinesKept).join(QLatin1Char('\n')) + QLatin1Char('\n'))
             .toUtf8();
     if (!log.open(QIODevice::WriteOnly) || log.write(text) != text.size() || !log.commit())
         complain(log.errorString());
@@ -125,7 +151,10 @@ void ScriptProgram::end()
 {
     m_isFinished = true;
     m_watchdog.reset();
-    int exitCode = m_runner->hasFailed() ? kFailed : 0;
+    const QStringList lost = m_run->lostPictures();
+    for (const QString& problem : lost)
+        complain(problem);
+    int exitCode = m_runner->hasFailed() || !lost.isEmpty() ? kFailed : 0;
     if (m_run->pictureCount() > 0)
         std::cout << "workbench: " << m_run->pictureCount() << " pictures are in "
                   << m_run->pictureFolder().toLocal8Bit().constData() << std::endl;

@@ -1,6 +1,7 @@
 #include "host/workbench/script/ScriptRun.h"
 
 #include "host/widgets/HostTheme.h"
+#include "host/workbench/session/PictureFile.h"
 #include "host/workbench/session/Session.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/FileCommands.h"
@@ -131,7 +132,7 @@ QUuid ScriptRun::identity(const QString& name)
 }
 
 /// A picture of the window with the open dialog in front of it.
-bool ScriptRun::takePicture(const QString& name)
+QString ScriptRun::takePicture(const QString& name)
 {
     m_log.end();
     QPixmap picture = m_window.grab();
@@ -146,11 +147,21 @@ bool ScriptRun::takePicture(const QString& name)
     QString file = name;
     file.replace(QLatin1Char(' '), QLatin1Char('-'));
     file.remove(QLatin1Char(',')).replace(QLatin1Char('/'), QLatin1Char('-'));
-    ++m_pictureCount;
-    return picture.save(QDir(m_pictures)
-                            .filePath(QStringLiteral("%1-%2.png")
-                                          .arg(m_pictureCount, 2, 10, QLatin1Char('0'))
-                                          .arg(file)));
+    const QString path = QDir(m_pictures)
+                             .filePath(QStringLiteral("%1-%2.png")
+                                           .arg(m_pictureCount + 1, 2, 10, QLatin1Char('0'))
+                                           .arg(file));
+    QString problem;
+    if (savePicture(picture, path, problem))
+        ++m_pictureCount;
+    return problem;
+}
+
+void ScriptRun::takePictureAside(const QString& name)
+{
+    const QString problem = takePicture(name);
+    if (!problem.isEmpty())
+        m_lostPictures.append(problem);
 }
 
 /// Names of records that go stay known, for the calls that were about them.

@@ -88,8 +88,13 @@ public:
 
     bool takesPictures() const { return !m_pictures.isEmpty(); }
 
-    /// Saves a picture of the window with the open dialog in front of it. Returns false on failure.
-    bool takePicture(const QString& name);
+    /// Saves a picture of the window with the open dialog in front of it. Returns why that failed,
+    /// empty if it did not.
+    QString takePicture(const QString& name);
+
+    /// Takes a picture outside of a step, and keeps the reason of a failure for the end.
+    void takePictureAside(const QString& name);
+    QStringList lostPictures() const { return m_lostPictures; }
     int pictureCount() const { return m_pictureCount; }
     QString pictureFolder() const { return m_pictures; }
 
@@ -110,4 +115,5 @@ private:
     int m_settledTicks = 0;
     bool m_hasActed = false;
     int m_pictureCount = 0;
+    QStringList m_lostPictures;
 };

@@ -97,10 +97,8 @@ Progress picture(ScriptRun& run, const ScriptStep& step)
         run.log().end();
         return Progress::waiting(QStringLiteral("the window paints"));
     }
-    return run.takePicture(step.value("NAME"))
-               ? Progress::done()
-               : Progress::failed(
-                   QStringLiteral("the picture cannot be saved in %1").arg(run.pictureFolder()));
+    const QString problem = run.takePicture(step.value("NAME"));
+    return problem.isEmpty() ? Progress::done() : Progress::failed(problem);
 }
 
 /// Has the picture taken in the middle of the next detection, in whose call the step may not be.
@@ -113,7 +111,7 @@ Progress pictureOfDetection(ScriptRun& run, const ScriptStep& step)
                      [&run, once, name = step.value("NAME")](int done, int total) {
                          if (done != total / 2)
                              return;
-                         run.takePicture(name);
+                         run.takePictureAside(name);
                          once->deleteLater();
                      });
     return Progress::done();

@@ -73,8 +73,16 @@ bool RecoveryFile::write(const RecoveryNote& note, const Project& project, QStri
         problem = tr("%1 cannot be locked").arg(place);
         return false;
     }
+    const QByteArray json = projectToJson(project);
+    // Nobody could read it again; the line of the note counts there.
+    if (json.size() + 1 > kMaxProjectFileSize) {
+        problem = tr("%1 cannot be written: the project is larger than %2 MiB")
+                      .arg(place)
+                      .arg(kMaxProjectFileSize >> 20);
+        return false;
+    }
     QSaveFile file(m_path);
-    const QByteArray content = noteLine(note) + projectToJson(project);
+    const QByteArray content = noteLine(note) + json;
     if (!file.open(QIODevice::WriteOnly)
         || !file.setPermissions(QFile::ReadOwner | QFile::WriteOwner)
         || file.write(content) != content.size() || !file.flush() || !file.commit()) {

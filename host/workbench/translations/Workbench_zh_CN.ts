@@ -605,6 +605,10 @@ The copy is kept as %2.</source>
         <source>Keep the project as it is here, for the next Save</source>
         <translation>保留此处的项目，供下次保存</translation>
     </message>
+    <message>
+        <source>%1 was changed again by another program.</source>
+        <translation>%1 又被其他程序更改。</translation>
+    </message>
 </context>
 <context>
     <name>CompareDialog</name>
@@ -701,6 +705,10 @@ The copy is kept as %2.</source>
     <message>
         <source>None</source>
         <translation>无</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>文本</translation>
     </message>
 </context>
 <context>
@@ -1266,6 +1274,17 @@ Save the project all the same?</source>
     </message>
 </context>
 <context>
+    <name>PictureFile</name>
+    <message>
+        <source>%1 cannot be written: what is there is not a picture of the workbench</source>
+        <translation>无法写入 %1：该处已有的文件不是工作台的图片</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>无法写入 %1：%2</translation>
+    </message>
+</context>
+<context>
     <name>ProjectChecks</name>
     <message>
         <source>the record has no identity</source>
@@ -1310,6 +1329,14 @@ Save the project all the same?</source>
     <message>
         <source>at least twice %1 is expected</source>
         <translation>至少应为 %1 的两倍</translation>
+    </message>
+    <message>
+        <source>the text has more than %1 characters</source>
+        <translation>文本超过 %1 个字符</translation>
+    </message>
+    <message>
+        <source>a project holds at most %1 device sets; this one has %2</source>
+        <translation>一个项目最多包含 %1 个设备组；此项目有 %2 个</translation>
     </message>
 </context>
 <context>
@@ -1662,6 +1689,10 @@ Add processors with Change &gt; Add processor.</source>
         <source>%1, %2</source>
         <translation>%1，%2</translation>
     </message>
+    <message>
+        <source>%1 cannot be written: the project is larger than %2 MiB</source>
+        <translation>无法写入 %1：项目大于 %2 MiB</translation>
+    </message>
 </context>
 <context>
     <name>Replay</name>
@@ -1692,10 +1723,6 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>Replaying %1</source>
         <translation>正在重放 %1</translation>
-    </message>
-    <message>
-        <source>%1 cannot be written</source>
-        <translation>无法写入 %1</translation>
     </message>
     <message>
         <source>%1 questions were not recorded and got default answers; the first: %2</source>

@@ -32,6 +32,7 @@ ChangedFileBar::ChangedFileBar(QWidget* parent)
 
 void ChangedFileBar::tell(FileWatch::State state, const QString& fileName)
 {
+    m_isAgain = !isHidden() && m_state != FileWatch::State::Same;
     m_state = state;
     m_fileName = fileName;
     retranslate();
@@ -53,9 +54,12 @@ void ChangedFileBar::changeEvent(QEvent* event)
 void ChangedFileBar::retranslate()
 {
     const bool isMissing = m_state == FileWatch::State::Missing;
-    m_text->setText((isMissing ? tr("%1 was removed by another program.")
-                               : tr("%1 was changed by another program."))
-                        .arg(m_fileName));
+    QString text = tr("%1 was changed by another program.");
+    if (isMissing)
+        text = tr("%1 was removed by another program.");
+    else if (m_isAgain)
+        text = tr("%1 was changed again by another program.");
+    m_text->setText(text.arg(m_fileName));
     m_reload->setText(tr("Reload"));
     m_reload->setToolTip(tr("Open the file as it is now; changes made here are lost"));
     m_compare->setText(tr("Compare..."));

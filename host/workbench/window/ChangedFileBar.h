@@ -31,6 +31,7 @@ private:
     void retranslate();
 
     FileWatch::State m_state = FileWatch::State::Same;
+    bool m_isAgain = false; ///< The bar was there before.
     QString m_fileName;
     QLabel* m_text;         // Qt child
     QPushButton* m_reload;  // Qt child

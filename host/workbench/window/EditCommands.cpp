@@ -1,8 +1,8 @@
 #include "host/workbench/window/EditCommands.h"
 
+#include "host/workbench/dialogs/PlainText.h"
 #include "host/workbench/store/History.h"
 #include "host/workbench/window/Actions.h"
-#include "host/workbench/window/PlainText.h"
 
 EditCommands::EditCommands(Actions& actions, History& history, QObject* parent)
     : QObject(parent)

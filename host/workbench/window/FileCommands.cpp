@@ -2,13 +2,13 @@
 
 #include "host/common/SoftwareName.h"
 #include "host/workbench/dialogs/CompareDialog.h"
+#include "host/workbench/dialogs/PlainText.h"
 #include "host/workbench/dialogs/Prompts.h"
 #include "host/workbench/project/ProjectJson.h"
 #include "host/workbench/session/Settings.h"
 #include "host/workbench/store/ProjectStore.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/ChangedFileBar.h"
-#include "host/workbench/window/PlainText.h"
 #include "host/workbench/window/SameFile.h"
 
 #include <QApplication>
@@ -22,6 +22,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <optional>
 
 namespace {
 
@@ -101,9 +102,10 @@ void FileCommands::openRecovered(const Project& project, const QString& path,
 {
     m_path = path;
     m_watch.watch(m_path, known);
-    m_bar->tell(m_watch.state(), QFileInfo(m_path).fileName());
+    m_bar->hide();
     m_store.replace(project);
     m_store.markUnsaved();
+    m_watch.tell();
 }
 
 bool FileCommands::save(const QString& path, QString& problem)
@@ -240,7 +242,9 @@ bool FileCommands::chooseAndSave()
                                                       tr("Projects (*.json);;All files (*)"));
     if (path.isEmpty())
         return false;
-    // The dialog has asked before an existing file is replaced.
+    // The dialog has asked before an existing file is replaced, but not what has become of it.
+    if (isSameFile(path, m_path) && !mayOverwrite())
+        return false;
     QString problem;
     const bool saved = write(path, problem);
     if (!saved)
@@ -252,11 +256,13 @@ bool FileCommands::chooseAndSave()
 /// changed or removed it.
 bool FileCommands::mayOverwrite()
 {
+    std::optional<QByteArray> agreed;
     for (;;) {
-        const FileWatch::State state = m_watch.state();
-        if (state == FileWatch::State::Same)
+        const FileWatch::State state = m_watch.tell();
+        // The answer holds for the content that the user was asked about.
+        const QByteArray asked = m_watch.told();
+        if (state == FileWatch::State::Same || agreed == asked)
             return true;
-        m_bar->tell(state, QFileInfo(m_path).fileName());
         QMessageBox box(QMessageBox::Warning, custom_software_name(),
                         tr("%1\nSave the project all the same?").arg(m_bar->text()),
                         QMessageBox::Save | QMessageBox::Cancel, m_window);
@@ -271,8 +277,10 @@ bool FileCommands::mayOverwrite()
             comparing = box.addButton(tr("Compare..."), QMessageBox::ActionRole);
         }
         const int answer = box.exec();
-        if (answer == QMessageBox::Save)
-            return true;
+        if (answer == QMessageBox::Save) {
+            agreed = asked;
+            continue;
+        }
         if (comparing && box.clickedButton() == comparing) {
             compare();
             continue;
@@ -310,6 +318,8 @@ bool FileCommands::reload()
 
 void FileCommands::compare()
 {
+    // What the user sees there is what Keep means afterwards.
+    m_watch.tell();
     QString problem;
     const auto other = loadProject(m_path, problem);
     if (other)
@@ -318,10 +328,15 @@ void FileCommands::compare()
         showProblem(m_window, problem);
 }
 
-/// Keeps the project, which is no longer that of the file, for the next time it is saved.
+/// Keeps the project, which is no longer that of the file, for the next time it is saved. Holds for
+/// the content that the bar told of.
 void FileCommands::keep()
 {
-    m_watch.accept();
+    const QByteArray agreed = m_watch.told();
+    m_watch.tell();
+    if (m_watch.told() != agreed)
+        return;
+    m_watch.acceptTold();
     m_bar->hide();
     m_store.markUnsaved();
 }

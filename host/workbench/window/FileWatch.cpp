@@ -3,8 +3,11 @@
 #include "host/workbench/project/ProjectJson.h"
 
 #include <QCryptographicHash>
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
+
+#include <utility>
 
 namespace {
 
@@ -26,7 +29,7 @@ FileWatch::FileWatch(QObject* parent)
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(kPauseMs);
-    connect(&m_pause, &QTimer::timeout, this, &FileWatch::check);
+    connect(&m_pause, &QTimer::timeout, this, &FileWatch::tell);
     const auto look = [this] {
         if (!m_pause.isActive())
             m_pause.start();
@@ -47,7 +50,14 @@ QByteArray FileWatch::fingerprint(const QString& path)
     // Opening a pipe could block.
     if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return {};
-    return fingerprintOf(file.read(kMaxProjectFileSize + 1));
+    const QByteArray content = file.read(kMaxProjectFileSize + 1);
+    QByteArray told = fingerprintOf(content);
+    if (content.size() > kMaxProjectFileSize) {
+        const QFileInfo info(file);
+        told += QByteArray::number(info.size()) + '@'
+                + QByteArray::number(info.lastModified().toMSecsSinceEpoch());
+    }
+    return told;
 }
 
 QByteArray FileWatch::fingerprintOf(const QByteArray& content)
@@ -67,9 +77,16 @@ FileWatch::State FileWatch::state() const
     return m_path.isEmpty() ? State::Same : stateOf(fingerprint(m_path));
 }
 
-void FileWatch::accept()
+FileWatch::State FileWatch::tell()
 {
-    m_known = m_told = fingerprint(m_path);
+    if (m_path.isEmpty())
+        return State::Same;
+    follow();
+    const QByteArray found = fingerprint(m_path);
+    const State state = stateOf(found);
+    if (std::exchange(m_told, found) != found)
+        emit changed(state);
+    return state;
 }
 
 /// Watches file and folder anew: the watch of a file ends when another one takes its place.
@@ -88,18 +105,6 @@ void FileWatch::follow()
         m_watcher.addPath(above);
     if (QFileInfo(m_path).isFile())
         m_watcher.addPath(m_path);
-}
-
-void FileWatch::check()
-{
-    if (m_path.isEmpty())
-        return;
-    follow();
-    const QByteArray found = fingerprint(m_path);
-    if (found == m_told)
-        return;
-    m_told = found;
-    emit changed(stateOf(found));
 }
 
 FileWatch::State FileWatch::stateOf(const QByteArray& found) const

@@ -18,7 +18,7 @@ public:
     explicit FileWatch(QObject* parent = nullptr);
 
     /// Returns what tells the content of a file from another; empty if there is no regular file
-    /// that can be read.
+    /// that can be read. Of a file that is too long for a project, size and time tell the end.
     static QByteArray fingerprint(const QString& path);
     static QByteArray fingerprintOf(const QByteArray& content);
 
@@ -30,16 +30,22 @@ public:
     /// Reads the file and returns how it differs from what is known.
     State state() const;
 
-    /// Makes known what the file holds now.
-    void accept();
+    /// The same, and emits changed() if the content is not what was told last.
+    State tell();
+
+    /// Returns the fingerprint of the content that was told last.
+    QByteArray told() const { return m_told; }
+
+    /// Makes known what was told last, whatever the file holds now.
+    void acceptTold() { m_known = m_told; }
 
 signals:
-    /// Emitted when another program has changed the file, removed it, or restored what is known.
+    /// Emitted when another program has changed the file, removed it, or restored what is known;
+    /// again for each further change.
     void changed(FileWatch::State state);
 
 private:
     void follow();
-    void check();
     State stateOf(const QByteArray& found) const;
 
     QFileSystemWatcher m_watcher;

@@ -1,8 +1,8 @@
 #include "host/workbench/window/LogFilter.h"
 
+#include "host/workbench/dialogs/PlainText.h"
 #include "host/workbench/trace/TraceModel.h"
 #include "host/workbench/window/Findings.h"
-#include "host/workbench/window/PlainText.h"
 
 #include <algorithm>
 

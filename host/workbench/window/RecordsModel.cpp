@@ -2,7 +2,7 @@
 
 #include "host/widgets/HostTheme.h"
 #include "host/workbench/addresses/AddressTexts.h"
-#include "host/workbench/window/PlainText.h"
+#include "host/workbench/dialogs/PlainText.h"
 
 #include <QFont>
 

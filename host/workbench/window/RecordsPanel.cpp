@@ -2,9 +2,9 @@
 
 #include "host/widgets/HostTheme.h"
 #include "host/workbench/addresses/AddressTexts.h"
+#include "host/workbench/dialogs/FieldDelegate.h"
+#include "host/workbench/dialogs/PlainText.h"
 #include "host/workbench/project/FieldEdit.h"
-#include "host/workbench/window/FieldDelegate.h"
-#include "host/workbench/window/PlainText.h"
 
 #include <QEvent>
 #include <QHeaderView>

@@ -1,4 +1,4 @@
-#include "host/workbench/window/PlainText.h"
+#include "host/workbench/dialogs/PlainText.h"
 
 #include <QTextDocument>
 

@@ -1,7 +1,7 @@
-#include "host/workbench/window/FieldDelegate.h"
+#include "host/workbench/dialogs/FieldDelegate.h"
 
+#include "host/workbench/dialogs/PlainText.h"
 #include "host/workbench/project/ProjectRanges.h"
-#include "host/workbench/window/PlainText.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>

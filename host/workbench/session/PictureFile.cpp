@@ -1,0 +1,56 @@
+#include "host/workbench/session/PictureFile.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QImage>
+#include <QImageReader>
+#include <QPixmap>
+#include <QSaveFile>
+
+namespace {
+
+struct Messages
+{
+    Q_DECLARE_TR_FUNCTIONS(PictureFile)
+};
+
+QString ownerKey()
+{
+    return QStringLiteral("Software");
+}
+
+QString owner()
+{
+    return QStringLiteral("TargetSelectArea workbench");
+}
+
+/// Returns whether nothing is lost when `path` is written.
+bool isFree(const QString& path)
+{
+    const QFileInfo existing(path);
+    if (!existing.exists() && !existing.isSymLink())
+        return true;
+    // Opening a pipe could block.
+    return existing.isFile() && QImageReader(path, "png").text(ownerKey()) == owner();
+}
+
+} // namespace
+
+bool savePicture(const QPixmap& picture, const QString& path, QString& problem)
+{
+    const QString shown = QDir::toNativeSeparators(path);
+    if (!isFree(path)) {
+        problem =
+            Messages::tr("%1 cannot be written: what is there is not a picture of the workbench")
+                .arg(shown);
+        return false;
+    }
+    QImage image = picture.toImage();
+    image.setText(ownerKey(), owner());
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.commit())
+        return true;
+    problem = Messages::tr("%1 cannot be written: %2").arg(shown, file.errorString());
+    return false;
+}
