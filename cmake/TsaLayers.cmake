@@ -9,7 +9,7 @@ set(TSA_LAYERS
     "sdk                         | Interface"
     "sdk/relay                   | Interface"
     "sdk/record                  | sdk/relay host/common"
-    "sdk/validate                | sdk host/common"
+    "sdk/validate                | sdk sdk/relay host/common"
 
     "base                        | Interface host/common host/widgets"
     "ipmanage                    | base"
