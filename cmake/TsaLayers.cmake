@@ -33,7 +33,6 @@ set(TSA_LAYERS
     "host/workbench/replay       | host/workbench/session"
     "host/workbench/dialogs      | host/workbench/store"
     "host/workbench/window       | host/workbench/session host/workbench/dialogs host/widgets"
-    "host/workbench/tour         | host/workbench/window"
     "host/workbench/script       | host/workbench/window"
-    "host/workbench/program      | host/workbench/tour host/workbench/script host/workbench/replay"
+    "host/workbench/program      | host/workbench/script host/workbench/replay"
 )
