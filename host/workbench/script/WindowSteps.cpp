@@ -1,13 +1,12 @@
 // Steps that use the workbench's own window: its commands, the language, pictures.
 
+#include "Interface/TargetSelectAreaInterface.h"
 #include "host/workbench/script/ScriptRun.h"
 #include "host/workbench/script/Steps.h"
 #include "host/workbench/session/Session.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/MainWindow.h"
 #include "host/workbench/window/RecordsPanel.h"
-
-#include "Interface/TargetSelectAreaInterface.h"
 
 #include <QAction>
 #include <QPointer>
@@ -103,7 +102,8 @@ Progress picture(ScriptRun& run, const ScriptStep& step)
                    QStringLiteral("the picture cannot be saved in %1").arg(run.pictureFolder()));
 }
 
-/// Has the picture taken in the middle of the next detection, in whose call the step may not be.
+/// Takes the picture in the middle of the next detection. The step itself is done before, because
+/// scripts do not go on inside the call that detects.
 Progress pictureOfDetection(ScriptRun& run, const ScriptStep& step)
 {
     if (!run.takesPictures())
