@@ -9,7 +9,7 @@ set(TSA_LAYERS
     "sdk                         | Interface"
     "sdk/relay                   | Interface"
     "sdk/record                  | sdk/relay host/common"
-    "sdk/validate                | sdk host/common"
+    "sdk/validate                | sdk sdk/relay host/common"
 
     "base                        | Interface host/common host/widgets"
     "ipmanage                    | base"
@@ -33,7 +33,6 @@ set(TSA_LAYERS
     "host/workbench/replay       | host/workbench/session"
     "host/workbench/dialogs      | host/workbench/store"
     "host/workbench/window       | host/workbench/session host/workbench/dialogs host/widgets"
-    "host/workbench/tour         | host/workbench/window"
     "host/workbench/script       | host/workbench/window"
-    "host/workbench/program      | host/workbench/tour host/workbench/script host/workbench/replay"
+    "host/workbench/program      | host/workbench/script host/workbench/replay"
 )

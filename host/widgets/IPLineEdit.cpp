@@ -3,6 +3,7 @@
 #include "host/widgets/HostTheme.h"
 #include "host/widgets/IPEditor.h"
 #include "host/widgets/IPFieldLayout.h"
+#include "host/widgets/IPKeys.h"
 #include "host/widgets/IPLineEditAccessible.h"
 #include "host/widgets/MenuByKey.h"
 
@@ -15,52 +16,13 @@
 #include <QPainter>
 #include <QStyle>
 
-#include <algorithm>
+#include <memory>
 
 namespace {
 
 using Selection = IPEditor::Selection;
 
 constexpr qreal kCornerRadius = 4;
-
-/// Returns the modifiers without the keypad's, so that its keys act like the others.
-Qt::KeyboardModifiers modifiersOf(const QKeyEvent& key)
-{
-    return key.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
-}
-
-bool isClipboardKey(const QKeyEvent& key)
-{
-    const QKeySequence::StandardKey keys[] = {QKeySequence::Copy,  QKeySequence::Cut,
-                                              QKeySequence::Paste, QKeySequence::SelectAll,
-                                              QKeySequence::Undo,  QKeySequence::Redo};
-    return std::any_of(
-        std::begin(keys), std::end(keys),
-        [&key](QKeySequence::StandardKey standard) { return key.matches(standard); });
-}
-
-bool isEditingKey(const QKeyEvent& key)
-{
-    if (modifiersOf(key) & ~Qt::KeyboardModifiers(Qt::ShiftModifier | Qt::ControlModifier))
-        return false;
-    switch (key.key()) {
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-    case Qt::Key_Home:
-    case Qt::Key_End:
-    case Qt::Key_Backspace:
-    case Qt::Key_Delete:
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool isText(const QKeyEvent& key)
-{
-    const bool command = modifiersOf(key) & (Qt::ControlModifier | Qt::AltModifier);
-    return !command && !key.text().isEmpty() && key.text().at(0).isPrint();
-}
 
 QString clipboardText(QClipboard::Mode mode)
 {
@@ -174,7 +136,7 @@ bool CIPLineEdit::event(QEvent* event)
     // A shortcut of the window must not take keys that edit the text.
     if (event->type() == QEvent::ShortcutOverride) {
         const auto& key = static_cast<QKeyEvent&>(*event);
-        if (isClipboardKey(key) || isEditingKey(key) || isText(key)) {
+        if (IPKeys::isClipboardKey(key) || IPKeys::isEditingKey(key) || IPKeys::isText(key)) {
             event->accept();
             return true;
         }
@@ -356,12 +318,12 @@ bool CIPLineEdit::handleClipboard(const QKeyEvent& key)
         paste(clipboardText(QClipboard::Clipboard));
     else if (key.matches(QKeySequence::SelectAll))
         selectAll();
-    return isClipboardKey(key);
+    return IPKeys::isClipboardKey(key);
 }
 
 bool CIPLineEdit::handleMove(const QKeyEvent& key)
 {
-    if (!isEditingKey(key))
+    if (!IPKeys::isEditingKey(key))
         return false;
     const bool far = key.modifiers() & Qt::ControlModifier;
     const bool extends = key.modifiers() & Qt::ShiftModifier;
@@ -390,7 +352,7 @@ bool CIPLineEdit::handleMove(const QKeyEvent& key)
 
 bool CIPLineEdit::handleErase(const QKeyEvent& key)
 {
-    if (!isEditingKey(key))
+    if (!IPKeys::isEditingKey(key))
         return false;
     const bool backward = key.key() == Qt::Key_Backspace;
     const bool octet = key.modifiers() & Qt::ControlModifier;
@@ -413,7 +375,7 @@ bool CIPLineEdit::handleErase(const QKeyEvent& key)
 /// Accepts any character, as text fields do, but ignores those that an address cannot contain.
 bool CIPLineEdit::handleText(const QKeyEvent& key)
 {
-    if (!isText(key))
+    if (!IPKeys::isText(key))
         return false;
     const QString typed = key.text();
     edit([&typed](IPEditor& editor) {

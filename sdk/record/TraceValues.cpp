@@ -2,7 +2,7 @@
 
 #include "Interface/DeviceSetInfo.h"
 #include "Interface/ProcessorNode.h"
-#include "sdk/record/NodeFields.h"
+#include "sdk/relay/NodeFields.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -2,10 +2,12 @@
 
 #include "Interface/HostEvents.h"
 #include "Interface/HostRequests.h"
+#include "Interface/ObserverPattern"
 #include "sdk/validate/Project.h"
 #include "sdk/validate/Threads.h"
 
 #include <QLibrary>
+#include <QVariant>
 
 #include <algorithm>
 
@@ -31,13 +33,15 @@ TargetSelectHostOpen entryPoint(Test& test)
 }
 
 /// Returns the identities that the event is about, as far as an event of this type can say.
-QList<QUuid> idsOf(const CSubject& subject)
+QList<QUuid> idsOf(const Events::Event& event)
 {
-    const auto type = subject.GetArgumentType();
-    if (type == typeid(std::tuple<QUuid>).hash_code())
-        return {std::get<0>(subject.GetArgument<QUuid>())};
-    if (type == typeid(std::tuple<QList<QUuid>>).hash_code())
-        return std::get<0>(subject.GetArgument<QList<QUuid>>());
+    if (event.arguments.size() != 1)
+        return {};
+    const QVariant& argument = event.arguments.first();
+    if (argument.userType() == qMetaTypeId<QUuid>())
+        return {argument.value<QUuid>()};
+    if (argument.userType() == qMetaTypeId<QList<QUuid>>())
+        return argument.value<QList<QUuid>>();
     return {};
 }
 
@@ -54,7 +58,7 @@ HostSession::HostSession(Test& test)
     test.require(m_project.handler != nullptr, Code::HostOpensNothing,
                  QStringLiteral("TargetSelectHost_Open stores no handler"));
     m_handler = std::make_shared<WatchedHandler>(m_project.handler, true);
-    m_handler->setOnEvent([this](const CSubject& subject) { note(subject); });
+    m_handler->setOnEvent([this](const Events::Event& event) { note(event); });
     test.require(processors().size() >= kProcessors, Code::HostOpensNothing,
                  QStringLiteral("the project has %1 processors, %2 were asked for")
                      .arg(processors().size())
@@ -106,11 +110,11 @@ ProcessorGroupNode HostSession::someGroup()
     return all.value(0);
 }
 
-void HostSession::note(const CSubject& subject)
+void HostSession::note(const Events::Event& event)
 {
     ToldEvent told;
-    told.number = subject.GetEvent();
-    told.ids = idsOf(subject);
+    told.number = event.number;
+    told.ids = idsOf(event);
     for (const QUuid& id : qAsConst(told.ids)) {
         const bool isAdded =
             told.number == ProcessorAdded::number || told.number == ProcessorsAdded::number;

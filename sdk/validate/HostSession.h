@@ -60,7 +60,7 @@ public:
     void renewPanel();
 
 private:
-    void note(const CSubject& subject);
+    void note(const Events::Event& event);
     void tellReset();
 
     Test& m_test;

@@ -1,3 +1,4 @@
+#include "Interface/ObserverPattern"
 #include "sdk/validate/Catalogue.h"
 #include "sdk/validate/OracleHost.h"
 #include "sdk/validate/Panel.h"

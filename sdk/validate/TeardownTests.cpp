@@ -178,7 +178,8 @@ int play(Test& test, int last)
     for (int step = 0; step < Session::kSteps && panel->isAlive(); ++step)
         session.perform(step);
     settle();
-    if (last != 0) {
+    // Threads decide who asks some of the questions, so that a session may ask fewer than another.
+    if (!question.isEmpty()) {
         test.check(widget.isNull(), Code::PanelDoesNotEnd,
                    QStringLiteral("the widget outlives its parent, which was destroyed in %1")
                        .arg(question));

@@ -4,7 +4,9 @@
 #include "tests/support/TestRecords.h"
 #include "tests/support/WarningTrap.h"
 
+#include <QFile>
 #include <QMenu>
+#include <QRegularExpression>
 
 #include <functional>
 #include <thread>
@@ -56,6 +58,19 @@ public:
     QList<bool> isId;
     QList<QUuid> ids;
 };
+
+/// Returns where a header of the interface matches `pattern`.
+QList<QRegularExpressionMatch> matches(const char* header, const char* pattern)
+{
+    QFile file(QStringLiteral(TSA_SOURCE_DIR "/Interface/") + QString::fromLatin1(header));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QRegularExpression expression(QString::fromLatin1(pattern));
+    QList<QRegularExpressionMatch> all;
+    for (auto each = expression.globalMatch(QString::fromUtf8(file.readAll())); each.hasNext();)
+        all.append(each.next());
+    return all;
+}
 
 /// Calls each operation, in the order of the table.
 void callAll(ITargetSelectInterfaceHandler& host)
@@ -137,6 +152,8 @@ class RelayTest final : public QObject
 
 private slots:
     void init();
+    void shouldKnowEachOperationOfTheInterface();
+    void shouldNameEachEventOfTheInterface();
     void shouldShowEachCallAsAValue();
     void shouldPassEachCallOn();
     void shouldReturnOutParameters();
@@ -167,6 +184,27 @@ void RelayTest::tell(const std::function<void(CSubject&)>& event) const
     CSubject subject;
     subject.Attach(m_host->observer);
     event(subject);
+}
+
+void RelayTest::shouldKnowEachOperationOfTheInterface()
+{
+    QStringList known{QStringLiteral("SetObserver")}; // of the base class
+    for (const auto& match :
+         matches("TargetSelectInterfaceHandler.h", "virtual [^;(]*\\b(\\w+)\\([^;]*\\) = 0;"))
+        known.append(match.captured(1));
+    QStringList names;
+    for (const Operations::Operation& operation : Operations::kOperations)
+        names.append(QString::fromLatin1(operation.name));
+    QCOMPARE(names, known);
+}
+
+void RelayTest::shouldNameEachEventOfTheInterface()
+{
+    const auto events = matches("HostEvents.h", "using (\\w+) = Event<(\\d+)");
+    QVERIFY(events.size() > 10);
+    for (const auto& match : events)
+        QCOMPARE(QString::fromLatin1(Events::name(match.captured(2).toUInt())), match.captured(1));
+    QCOMPARE(Events::name(HostEvents::kLastNumber + 1), "Event");
 }
 
 void RelayTest::shouldShowEachCallAsAValue()

@@ -104,7 +104,7 @@ void LiveLogTest::shouldFilterByWordsAndKind()
     filter.setSourceModel(&trace);
     trace.add(TraceEntry::Kind::Call, QStringLiteral("GetIPCount(0) = 4"));
     trace.add(TraceEntry::Kind::Call, QStringLiteral("CheckProcessor(\"A\") = false"));
-    trace.add(TraceEntry::Kind::Event, QStringLiteral("16 ProjectReset()"));
+    trace.add(TraceEntry::Kind::Event, QStringLiteral("16 TreeReset()"));
     trace.flush();
     QCOMPARE(filter.rowCount(), 3);
     filter.setWords(QStringLiteral("-checkprocessor"));
@@ -134,8 +134,8 @@ void LiveLogTest::shouldEmptyItself()
 void LiveLogTest::shouldWriteAPlainLine()
 {
     const TraceEntry entry{QTime(1, 2, 3, 4), TraceEntry::Kind::Event, QStringLiteral("notify"),
-                           QStringLiteral("16 ProjectReset()")};
-    QCOMPARE(traceLine(entry), QStringLiteral("01:02:03.004\tevent\tnotify\t16 ProjectReset()"));
+                           QStringLiteral("16 TreeReset()")};
+    QCOMPARE(traceLine(entry), QStringLiteral("01:02:03.004\tevent\tnotify\t16 TreeReset()"));
 }
 
 void LiveLogTest::shouldKeepTextsShort()

@@ -95,7 +95,7 @@ void NetworkDetectionTest::shouldFindAll()
     connect(&test.workbench.session, &Session::detectionProceeded, bar, [&](int done, int total) {
         steps += bar->isVisible() && bar->value() == done && done < total ? 1 : 0;
     });
-    const int deviceSets = test.logged(QStringLiteral("1 DeviceSetsChanged("));
+    const int deviceSets = test.logged(QStringLiteral("1 CurrentDeviceSetChanged("));
     QCOMPARE(test.detect(), 7U);
     QVERIFY(steps > 0);
     QVERIFY(!bar->isVisible());
@@ -109,7 +109,7 @@ void NetworkDetectionTest::shouldFindAll()
     }
     test.workbench.waitForPanel();
     QVERIFY(test.workbench.panelTree().contains(QStringLiteral("Device 50")));
-    QCOMPARE(test.logged(QStringLiteral("1 DeviceSetsChanged(")), deviceSets + 1);
+    QCOMPARE(test.logged(QStringLiteral("1 CurrentDeviceSetChanged(")), deviceSets + 1);
     const auto events = [&] {
         return test.logged(QStringLiteral("18 ProcessorAdded("))
                + test.logged(QStringLiteral("19 ProcessorsAdded("))

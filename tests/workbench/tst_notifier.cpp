@@ -62,7 +62,7 @@ void NotifierTest::shouldDeliverAtOnceOnTheGuiThread()
     QCOMPARE(host.observer.threads(), QList<QThread*>{QThread::currentThread()});
     host.trace.flush();
     QCOMPARE(host.trace.rowCount(), 2);
-    QCOMPARE(host.trace.entry(0).text, QStringLiteral("16 ProjectReset()"));
+    QCOMPARE(host.trace.entry(0).text, QStringLiteral("16 TreeReset()"));
     QVERIFY(host.trace.entry(1).text.startsWith(QStringLiteral("16 returned after ")));
     QCOMPARE(host.trace.entry(0).thread, QStringLiteral("GUI"));
 }

@@ -92,7 +92,7 @@ constexpr Failure kFailures[] = {
     {"expect call GetAllProcessorNodes = 7 processors", "the calls are:", 5},
     {"expect unordered call GetNothing", "the calls are:", 5},
     {"expect log \"a line that is not there\"", "the lines are:", 5},
-    {"expect event \"99\"", "16 ProjectReset()", 5},
+    {"expect event \"99\"", "16 TreeReset()", 5},
     {"expect no panel", "there is a panel", 5},
     {"expect project \"projects/none.json\"", "none.json", 5},
     {"host rename \"Left\" \"Other\" within 20\nexpect project \"show.json\"",

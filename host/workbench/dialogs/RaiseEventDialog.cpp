@@ -1,6 +1,7 @@
 #include "host/workbench/dialogs/RaiseEventDialog.h"
 
 #include "host/workbench/events/EventNumber.h"
+#include "host/workbench/store/ProjectDiff.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -92,10 +93,7 @@ QString RaiseEventDialog::complete()
     } else if (type == ArgumentType::Ids) {
         argument = *ids;
     } else if (type == ArgumentType::DeviceSets) {
-        QList<SDeviceSetInfo> infos;
-        for (const DeviceSet& set : qAsConst(m_project.deviceSets))
-            infos.append(set.info);
-        argument = HostEvent::DeviceSets(m_project.currentDeviceSet, infos);
+        argument = deviceSetsEvent(m_project).argument();
     } else if (type == ArgumentType::ChangedProcessor) {
         const ProcessorNode* node = qAsConst(m_project).processor(ids->first());
         argument = HostEvent::ChangedProcessor(

@@ -1,41 +1,17 @@
 #include "host/workbench/events/EventNumber.h"
 
+#include "sdk/relay/Events.h"
+
 namespace EventNumber {
 
 QString name(quint32 number)
 {
-    switch (number) {
-    case DetectStrategyChanged:
-        return QStringLiteral("DetectStrategyChanged");
-    case DeviceSetsChanged:
-        return QStringLiteral("DeviceSetsChanged");
-    case ProjectReset:
-        return QStringLiteral("ProjectReset");
-    case GroupAdded:
-        return QStringLiteral("GroupAdded");
-    case ProcessorAdded:
-        return QStringLiteral("ProcessorAdded");
-    case ProcessorsAdded:
-        return QStringLiteral("ProcessorsAdded");
-    case NodeRemoved:
-        return QStringLiteral("NodeRemoved");
-    case NodesRemoved:
-        return QStringLiteral("NodesRemoved");
-    case ProcessorChanged:
-        return QStringLiteral("ProcessorChanged");
-    case ProjectProcessorChanged:
-        return QStringLiteral("ProjectProcessorChanged");
-    case LanUsbChanged:
-        return QStringLiteral("LanUsbChanged");
-    case CurrentProcessorChanged:
-        return QStringLiteral("CurrentProcessorChanged");
-    case MonitorWarningChanged:
-        return QStringLiteral("MonitorWarningChanged");
-    case MonitorStateChanged:
-        return QStringLiteral("MonitorStateChanged");
-    default:
-        return QStringLiteral("Event");
-    }
+    return QLatin1String(Events::name(number));
+}
+
+bool isKnown(quint32 number)
+{
+    return name(number) != name(HostEvents::kLastNumber + 1);
 }
 
 ArgumentType argumentType(quint32 number)
@@ -43,7 +19,7 @@ ArgumentType argumentType(quint32 number)
     switch (number) {
     case DetectStrategyChanged:
         return ArgumentType::Number;
-    case DeviceSetsChanged:
+    case CurrentDeviceSetChanged:
         return ArgumentType::DeviceSets;
     case GroupAdded:
     case ProcessorAdded:

@@ -5,14 +5,13 @@
 #include <QString>
 #include <QtGlobal>
 
-/// The numbers of the host events as the workbench names them, and the type of the argument that
-/// each carries.
+/// The numbers of the host events with their names, and the type of the argument that each carries.
 namespace EventNumber {
 
 enum Value : quint32 {
     DetectStrategyChanged = HostEvents::DetectStrategyChanged::number,
-    DeviceSetsChanged = HostEvents::CurrentDeviceSetChanged::number,
-    ProjectReset = HostEvents::TreeReset::number,
+    CurrentDeviceSetChanged = HostEvents::CurrentDeviceSetChanged::number,
+    TreeReset = HostEvents::TreeReset::number,
     GroupAdded = HostEvents::GroupAdded::number,
     ProcessorAdded = HostEvents::ProcessorAdded::number,
     ProcessorsAdded = HostEvents::ProcessorsAdded::number,
@@ -20,7 +19,7 @@ enum Value : quint32 {
     NodesRemoved = HostEvents::NodesRemoved::number,
     ProcessorChanged = HostEvents::ProcessorChanged::number,
     ProjectProcessorChanged = HostEvents::ProjectProcessorChanged::number,
-    LanUsbChanged = HostEvents::LanUsbProcessorIp::number,
+    LanUsbProcessorIp = HostEvents::LanUsbProcessorIp::number,
     CurrentProcessorChanged = HostEvents::CurrentProcessorChanged::number,
     MonitorWarningChanged = HostEvents::MonitorWarningChanged::number,
     MonitorStateChanged = HostEvents::MonitorStateChanged::number,
@@ -31,6 +30,9 @@ enum class ArgumentType { None, Number, Id, Ids, DeviceSets, ChangedProcessor };
 
 /// Returns the name of an event, "Event" for a number that has none.
 QString name(quint32 number);
+
+/// Returns whether there is an event of this number.
+bool isKnown(quint32 number);
 
 /// Returns the type of the argument that an event carries, None for a number that has no name.
 ArgumentType argumentType(quint32 number);

@@ -8,6 +8,7 @@
 #include "host/workbench/trace/TraceModel.h"
 
 #include <QMetaObject>
+#include <QMetaType>
 #include <QThread>
 #include <QTimer>
 
@@ -144,11 +145,12 @@ void FaultyHandler::disturb(FaultEffect effect) const
         onGuiThread(m_host.destroyPanel);
 }
 
-/// Tells what a host tells that has refused: some requests show their result at once, and the tree
-/// has to be announced to take it back.
+/// Announces the tree if the panel shows the result of the request at once, and no answer can tell
+/// it that the host has refused.
 void FaultyHandler::refuse(const Operations::Operation& operation) const
 {
     const HostRequests::Request* request = HostRequests::find(operation.name);
-    if (request && QLatin1String(request->refusal).contains(QLatin1String("tells 16")))
+    const bool isShownAtOnce = request && request->events[0] == HostRequests::kNone;
+    if (isShownAtOnce && operation.answerType() == QMetaType::Void)
         m_host.announceTree();
 }

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "sdk/relay/HandlerRelay.h"
-
 #include "host/workbench/faults/FaultPlan.h"
+#include "sdk/relay/HandlerRelay.h"
 
 #include <QObject>
 

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "Interface/ProcessorNode.h"
 #include "host/workbench/events/HostEvent.h"
 #include "host/workbench/trace/TraceModel.h"
-
-#include "Interface/ProcessorNode.h"
 
 #include <QVariant>
 #include <QVariantList>

@@ -1,8 +1,7 @@
 #include "host/workbench/program/Options.h"
 
-#include "host/workbench/window/SameFile.h"
-
 #include "host/workbench/session/PanelLibrary.h"
+#include "host/workbench/window/SameFile.h"
 
 #include <QCommandLineParser>
 

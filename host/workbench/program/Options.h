@@ -12,7 +12,7 @@ struct Options
     QString tourFolder;    ///< Empty for no tour.
     QStringList scripts;   ///< Files, "-" for the standard input; empty for none.
     QString junitFile;     ///< Empty for none.
-    QString pictureFolder; ///< Of the scripts; empty for none.
+    QString pictureFolder; ///< Of scripts or a replay; empty for none.
     bool selfTest = false;
     QString traceFile;   ///< Empty for none.
     QString inspectName; ///< Empty for no inspector.

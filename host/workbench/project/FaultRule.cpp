@@ -215,6 +215,11 @@ std::optional<FaultEffect> faultEffectOfName(const QString& name)
     return found == std::end(kEffects) ? std::nullopt : std::optional(found->effect);
 }
 
+bool faultEffectHasTime(FaultEffect effect)
+{
+    return named(effect).hasTime;
+}
+
 std::optional<FaultProblem> checkFaultRule(const FaultRule& rule)
 {
     if (rule.call < 0)
@@ -239,7 +244,7 @@ QString faultText(const FaultRule& rule)
                     .arg(static_cast<double>(rule.probability))
                     .arg(rule.seed);
     text += QLatin1Char(' ') + faultEffectName(rule.effect);
-    if (named(rule.effect).hasTime)
+    if (faultEffectHasTime(rule.effect))
         text += QStringLiteral(" %1").arg(rule.milliseconds);
     return text;
 }
@@ -260,7 +265,8 @@ std::optional<FaultRule> faultOfWords(const QStringList& words, QString& problem
         return std::nullopt;
     }
     rule.effect = *effect;
-    if (named(*effect).hasTime && !rest.isAtEnd() && !readWhole(rest.take(), rule.milliseconds))
+    if (faultEffectHasTime(*effect) && !rest.isAtEnd()
+        && !readWhole(rest.take(), rule.milliseconds))
         rule.milliseconds = -1;
     const auto found = checkFaultRule(rule);
     if (found || !rest.isAtEnd()) {

@@ -59,11 +59,17 @@ inline bool operator!=(const FaultRule& one, const FaultRule& other)
     return !(one == other);
 }
 
+/// Returns all effects, in the order of the enumeration.
 QList<FaultEffect> allFaultEffects();
 
 /// Returns the name in project files and scripts, such as "wrongIdentity".
 QString faultEffectName(FaultEffect effect);
+
+/// Returns the effect of that name, if there is one.
 std::optional<FaultEffect> faultEffectOfName(const QString& name);
+
+/// Returns whether the effect needs the milliseconds of its rule.
+bool faultEffectHasTime(FaultEffect effect);
 
 /// What is wrong with a rule.
 struct FaultProblem
@@ -81,6 +87,7 @@ QString faultText(const FaultRule& rule);
 /// Returns the rule that stands in `words`; sets `problem` if there is none.
 std::optional<FaultRule> faultOfWords(const QStringList& words, QString& problem);
 
+/// Calls `visit(name, field)` for each field, under its name in a project file.
 template <typename Rule, typename Visitor>
 void visitFaultFields(Rule& rule, Visitor& visit)
 {

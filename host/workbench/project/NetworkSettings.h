@@ -30,6 +30,7 @@ struct NetworkSettings
     bool allowsForLateAnswers() const { return deadTimeoutMs / 2 >= aliveIntervalMs; }
 };
 
+/// Calls `visit(name, field)` for each field, under its name in a project file.
 template <typename Settings, typename Visitor>
 void visitNetworkFields(Settings& settings, Visitor& visit)
 {

@@ -1,6 +1,9 @@
 #pragma once
 
 #include "host/workbench/project/Project.h"
+#include "sdk/relay/NodeFields.h"
+
+#include <type_traits>
 
 /// The fields of the records, by name and in their order, for code that processes all of them: the
 /// project file, the list of fields in the window, the tests.
@@ -11,44 +14,25 @@
 template <typename Node, typename Visitor>
 void visitProcessorFields(Node& node, Visitor& visit)
 {
-    visit("id", node.id);
-    visit("name", node.name);
-    visit("number", node.number);
-    visit("groupId", node.groupId);
-    visit("hostAttribute5", node.hostAttribute5);
-    visit("hostAttribute6", node.hostAttribute6);
-    visit("hostAttribute7", node.hostAttribute7);
-    visit("hostAttribute8", node.hostAttribute8);
-    visit("redundancyMode", node.redundancyMode);
-    visit("hostAttribute10", node.hostAttribute10);
-    visit("hostAttribute11", node.hostAttribute11);
-    visit("hostAttribute12", node.hostAttribute12);
-    visit("hostFlag13", node.hostFlag13);
-    visit("hostText14", node.hostText14);
-    visit("hostAttribute15", node.hostAttribute15);
-    visit("hostAttribute16", node.hostAttribute16);
-    visit("hostFlag17", node.hostFlag17);
-    visit("hostAttribute18", node.hostAttribute18);
-    visit("hostAttribute19", node.hostAttribute19);
-    visit("hostAttribute20", node.hostAttribute20);
-    visit("hostAttribute21", node.hostAttribute21);
-    visit("hostAttribute22", node.hostAttribute22);
-    visit("hostFlag23", node.hostFlag23);
-    visit("hostText24", node.hostText24);
-    visit.visitAddress("ipAddress", node.ipAddress);
-    visit.visitAddress("secondAddress", node.secondAddress);
-    visit("online", node.online);
-    visit("reachedByIp", node.reachedByIp);
+    visitProcessor(node, [&](const char* name, auto& field) {
+        if constexpr (std::is_same_v<decltype(field), decltype((node.ipAddress))>) {
+            if (&field == &node.ipAddress || &field == &node.secondAddress) {
+                visit.visitAddress(name, field);
+                return;
+            }
+        }
+        visit(name, field);
+    });
 }
 
 /// Visits all fields except the list of processors, which follows from the processors' groupId.
 template <typename Node, typename Visitor>
 void visitGroupFields(Node& node, Visitor& visit)
 {
-    visit("id", node.id);
-    visit("name", node.name);
-    visit("hostAttribute3", node.hostAttribute3);
-    visit("hostAttribute4", node.hostAttribute4);
+    visitGroup(node, [&](const char* name, auto& field) {
+        if constexpr (!std::is_same_v<decltype(field), decltype((node.processors))>)
+            visit(name, field);
+    });
 }
 
 template <typename Set, typename Visitor>

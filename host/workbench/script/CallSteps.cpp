@@ -96,7 +96,7 @@ Progress expectUnorderedCall(ScriptRun& run, const ScriptStep& step)
     return Progress::when(findCall(run, step, run.forgotten) >= 0, callsSince(run, run.forgotten));
 }
 
-/// Has the panel come to rest first.
+/// Waits until the panel is at rest.
 Progress expectNoCall(ScriptRun& run, const ScriptStep& step)
 {
     if (!run.session().notifier().isIdle() || run.phase < kSettleTicks) {

@@ -4,14 +4,16 @@
 #include "host/workbench/script/ScriptRun.h"
 #include "host/workbench/script/Steps.h"
 #include "host/workbench/session/Session.h"
+#include "host/workbench/store/ProjectDiff.h"
 
-#include <limits>
+#include <optional>
 
 namespace {
 
 using EventNumber::ArgumentType;
 
-constexpr quint32 kLastNumber = 255;
+/// The greatest number that a script may raise.
+constexpr quint32 kMostNumber = 255;
 
 const QStringList& typeNames()
 {
@@ -27,9 +29,9 @@ std::optional<quint32> eventNumber(const QString& text)
     bool isNumber = false;
     const quint32 written = text.toUInt(&isNumber);
     if (isNumber)
-        return written <= kLastNumber ? std::optional(written) : std::nullopt;
+        return written <= kMostNumber ? std::optional(written) : std::nullopt;
     for (quint32 number = 0; number <= HostEvents::kLastNumber; ++number) {
-        if (EventNumber::name(number) == text && text != EventNumber::name(kLastNumber))
+        if (EventNumber::isKnown(number) && EventNumber::name(number) == text)
             return number;
     }
     return std::nullopt;
@@ -83,12 +85,8 @@ HostEvent::Argument argumentOf(ArgumentType type, const QList<QUuid>& ids, const
         return ids.value(0);
     case ArgumentType::Ids:
         return ids;
-    case ArgumentType::DeviceSets: {
-        QList<SDeviceSetInfo> infos;
-        for (const DeviceSet& set : project.deviceSets)
-            infos.append(set.info);
-        return HostEvent::DeviceSets(project.currentDeviceSet, infos);
-    }
+    case ArgumentType::DeviceSets:
+        return deviceSetsEvent(project).argument();
     case ArgumentType::ChangedProcessor: {
         const ProcessorNode* node = project.processor(ids.value(0));
         return HostEvent::ChangedProcessor(

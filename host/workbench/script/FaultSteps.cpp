@@ -1,3 +1,5 @@
+// Steps about the faults that the host makes.
+
 #include "host/workbench/project/FaultRule.h"
 #include "host/workbench/project/ProjectRanges.h"
 #include "host/workbench/script/ScriptRun.h"

@@ -3,6 +3,7 @@
 #include "host/workbench/script/ScriptRun.h"
 #include "host/workbench/script/Steps.h"
 #include "host/workbench/script/Targets.h"
+#include "host/workbench/window/MainWindow.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -16,8 +17,6 @@
 #include <QMimeData>
 #include <QTabBar>
 #include <QTreeView>
-
-#include "host/workbench/window/MainWindow.h"
 
 #include <memory>
 

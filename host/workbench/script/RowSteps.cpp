@@ -1,10 +1,9 @@
 // Steps that look at the panel: its rows, the search, and its fields and buttons.
 
+#include "Interface/ProcessorNode.h"
 #include "host/workbench/script/ScriptRun.h"
 #include "host/workbench/script/Steps.h"
 #include "host/workbench/script/Targets.h"
-
-#include "Interface/ProcessorNode.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

@@ -19,8 +19,9 @@ class ScriptProgram final : public QObject
 
 public:
     static constexpr int kFailed = 1;
-    static constexpr int kRefused =
-        2; ///< Nothing was run: a script or a file is not as it has to be.
+
+    /// Nothing was run: a script or a file is not as it has to be.
+    static constexpr int kRefused = 2;
 
     struct Files
     {

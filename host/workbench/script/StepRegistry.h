@@ -99,7 +99,7 @@ struct ScriptStep
     }
 };
 
-/// The kinds of steps by their words. A folder above this one may add kinds of its own.
+/// The kinds of steps by their words.
 class StepRegistry final
 {
 public:

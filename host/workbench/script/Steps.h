@@ -12,5 +12,5 @@ void addDialogSteps(StepRegistry& registry);
 void addCallSteps(StepRegistry& registry);
 void addFaultSteps(StepRegistry& registry);
 
-/// Returns all of them. Whoever has further kinds of steps adds them.
+/// Returns all of them, and the step that begins a section.
 StepRegistry standardSteps();

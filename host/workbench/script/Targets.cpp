@@ -139,23 +139,19 @@ Entry menuEntry(const QString& text)
 {
     auto* menu = qobject_cast<QMenu*>(popup());
     if (!menu)
-        return {nullptr, {}, false, false, QStringLiteral("no menu is open")};
+        return {nullptr, {}, false, QStringLiteral("no menu is open")};
     QStringList offered;
     const auto actions = menu->actions();
     for (const QAction* action : actions) {
         if (!action->isVisible() || action->isSeparator())
             continue;
         if (plain(action->text()) == plain(text))
-            return {menu,
-                    menu->actionGeometry(const_cast<QAction*>(action)),
-                    action->isEnabled(),
-                    action->isChecked(),
-                    {}};
+            return {
+                menu, menu->actionGeometry(const_cast<QAction*>(action)), action->isEnabled(), {}};
         offered.append(plain(action->text()));
     }
     return {nullptr,
             {},
-            false,
             false,
             QStringLiteral("there is no entry \"%1\" in the menu:\n  %2")
                 .arg(text, offered.join(QStringLiteral("\n  ")))};

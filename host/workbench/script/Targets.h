@@ -3,12 +3,12 @@
 #include "host/workbench/script/ScriptTokens.h"
 
 #include <QModelIndex>
+#include <QRect>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
 
 class QAbstractButton;
-class QComboBox;
 class QListView;
 class QMenu;
 class QTreeView;
@@ -33,8 +33,10 @@ struct Row
     QString reason;    ///< Why not.
 };
 
-/// Returns the open popup, else the open dialog, else null.
+/// Returns the open popup, null if there is none.
 QWidget* popup();
+
+/// Returns the modal dialog in front, null if there is none.
 QWidget* dialog();
 
 /// Returns a button, check box or tool button of the open popup, dialog or window by its text,
@@ -43,17 +45,20 @@ Found<QAbstractButton> button(ScriptRun& run, const QString& name);
 
 /// Returns a field by its accessible name, the label beside it, or its object name.
 Found<QWidget> field(ScriptRun& run, const QString& name);
+
+/// Returns the value of a field as a screen reader tells it.
 QString fieldText(QWidget& field);
 
-/// Returns an entry of the open menu and its place there; `enabled` tells about it.
+/// An entry of the open menu.
 struct Entry
 {
-    QMenu* menu = nullptr;
-    QRect place;
+    QMenu* menu = nullptr; ///< Null if there is no such entry.
+    QRect place;           ///< In the menu.
     bool isEnabled = false;
-    bool isChecked = false;
-    QString reason;
+    QString reason; ///< Why there is none.
 };
+
+/// Returns the entry of the open menu with this text.
 Entry menuEntry(const QString& text);
 
 /// Returns the texts of all labels of the open dialog.

@@ -1,13 +1,12 @@
 // Steps that use the workbench's own window: its commands, the language, pictures.
 
+#include "Interface/TargetSelectAreaInterface.h"
 #include "host/workbench/script/ScriptRun.h"
 #include "host/workbench/script/Steps.h"
 #include "host/workbench/session/Session.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/MainWindow.h"
 #include "host/workbench/window/RecordsPanel.h"
-
-#include "Interface/TargetSelectAreaInterface.h"
 
 #include <QAction>
 #include <QPointer>
@@ -101,7 +100,8 @@ Progress picture(ScriptRun& run, const ScriptStep& step)
     return problem.isEmpty() ? Progress::done() : Progress::failed(problem);
 }
 
-/// Has the picture taken in the middle of the next detection, in whose call the step may not be.
+/// Takes the picture in the middle of the next detection. The step itself is done before, because
+/// scripts do not go on inside the call that detects.
 Progress pictureOfDetection(ScriptRun& run, const ScriptStep& step)
 {
     if (!run.takesPictures())

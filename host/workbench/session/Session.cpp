@@ -1,10 +1,9 @@
 #include "host/workbench/session/Session.h"
 
+#include "Interface/TargetSelectAreaInterface.h"
 #include "host/common/AppendLog.h"
 #include "host/workbench/faults/FaultyHandler.h"
 #include "host/workbench/handler/WorkbenchHandler.h"
-
-#include "Interface/TargetSelectAreaInterface.h"
 #include "sdk/record/Recorder.h"
 
 #include <QCoreApplication>
@@ -34,7 +33,7 @@ bool isPainting(const QWidget& panel)
     });
 }
 
-/// Returns whether the record is a finding of the panel's checks, which begin with a code.
+/// Returns the kind of the record: findings of the panel's checks begin with a code.
 TraceEntry::Kind kindOf(const LogRecord& record)
 {
     const bool isFinding =

@@ -100,7 +100,7 @@ ProcessorChanges processorChanges(const Project& before, const Project& after)
 
 HostEventList treeEvents()
 {
-    return {HostEvent(EventNumber::ProjectReset), HostEvent(EventNumber::CurrentProcessorChanged)};
+    return {HostEvent(EventNumber::TreeReset), HostEvent(EventNumber::CurrentProcessorChanged)};
 }
 
 HostEventList recordEvents(const Project& before, const Project& after)
@@ -143,7 +143,7 @@ HostEvent deviceSetsEvent(const Project& project)
     QList<SDeviceSetInfo> infos;
     for (const DeviceSet& set : project.deviceSets)
         infos.append(set.info);
-    return HostEvent(EventNumber::DeviceSetsChanged,
+    return HostEvent(EventNumber::CurrentDeviceSetChanged,
                      HostEvent::DeviceSets(project.currentDeviceSet, infos));
 }
 
@@ -174,6 +174,6 @@ HostEventList eventsBetween(const Project& before, const Project& after)
     if (was.detectStrategy != is.detectStrategy)
         events.emplace_back(EventNumber::DetectStrategyChanged, is.detectStrategy);
     if (was.lanUsbMode != is.lanUsbMode || was.lanUsbAddresses != is.lanUsbAddresses)
-        events.emplace_back(EventNumber::LanUsbChanged);
+        events.emplace_back(EventNumber::LanUsbProcessorIp);
     return events;
 }

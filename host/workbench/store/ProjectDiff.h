@@ -10,7 +10,8 @@ HostEvent deviceSetsEvent(const Project& project);
 HostEventList addedEvents(const Project& project, const QList<QUuid>& ids);
 HostEventList removedEvents(const Project& project, const QList<QUuid>& ids);
 
-/// Returns whether both projects have the same device sets, answers and faults.
+/// Returns whether both projects have the same device sets, answers, faults and
+/// network.
 bool areSettingsSame(const Project& one, const Project& other);
 
 /// Returns the events after which a panel that shows `before` shows `after`. The panel requests

@@ -65,7 +65,7 @@ void ProjectStore::replace(const Project& project)
 void ProjectStore::announceTree()
 {
     m_notifier.raise(
-        {HostEvent(EventNumber::ProjectReset), HostEvent(EventNumber::CurrentProcessorChanged)});
+        {HostEvent(EventNumber::TreeReset), HostEvent(EventNumber::CurrentProcessorChanged)});
 }
 
 void ProjectStore::announceAll()
@@ -297,7 +297,7 @@ void ProjectStore::setLanUsb(bool on, const QList<quint32>& addresses)
         title = {ChangeKind::LanUsb, QString()};
         project.answers.lanUsbMode = on;
         project.answers.lanUsbAddresses = addresses;
-        return HostEventList{HostEvent(EventNumber::LanUsbChanged)};
+        return HostEventList{HostEvent(EventNumber::LanUsbProcessorIp)};
     });
 }
 
@@ -320,7 +320,7 @@ void ProjectStore::setAnswers(const HandlerAnswers& answers)
         m_notifier.raise(HostEvent(EventNumber::DetectStrategyChanged, answers.detectStrategy));
     if (before.lanUsbMode != answers.lanUsbMode
         || before.lanUsbAddresses != answers.lanUsbAddresses)
-        m_notifier.raise(HostEvent(EventNumber::LanUsbChanged));
+        m_notifier.raise(HostEvent(EventNumber::LanUsbProcessorIp));
 }
 
 void ProjectStore::setFaults(const QList<FaultRule>& faults)
@@ -425,8 +425,9 @@ HostEventList ProjectStore::everything() const
 {
     return read([](const Project& project) {
         return HostEventList{
-            HostEvent(EventNumber::ProjectReset), deviceSetsEvent(project),
+            HostEvent(EventNumber::TreeReset), deviceSetsEvent(project),
             HostEvent(EventNumber::DetectStrategyChanged, project.answers.detectStrategy),
-            HostEvent(EventNumber::LanUsbChanged), HostEvent(EventNumber::CurrentProcessorChanged)};
+            HostEvent(EventNumber::LanUsbProcessorIp),
+            HostEvent(EventNumber::CurrentProcessorChanged)};
     });
 }

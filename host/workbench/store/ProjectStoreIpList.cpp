@@ -14,7 +14,7 @@ namespace {
 
 void logImport(const QString& message)
 {
-    AppendLog("importIpFile", "ProjectStore.cpp", __LINE__, message.toUtf8().constData());
+    AppendLog("importIpFile", "ProjectStoreIpList.cpp", __LINE__, message.toUtf8().constData());
 }
 
 /// Returns the bytes of an address file. On failure returns nothing and sets `problem`.

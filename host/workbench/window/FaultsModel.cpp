@@ -10,11 +10,6 @@
 
 namespace {
 
-bool hasTime(FaultEffect effect)
-{
-    return effect == FaultEffect::Slow || effect == FaultEffect::Late;
-}
-
 /// Chooses the first effect that is possible at the place of `rule`, if its own is not.
 void fitEffect(FaultRule& rule)
 {
@@ -75,8 +70,8 @@ QVariant FaultsModel::data(const QModelIndex& index, int role) const
     case EffectColumn:
         return faultEffectName(rule.effect);
     case TimeColumn:
-        return hasTime(rule.effect) || role == Qt::EditRole ? QVariant(rule.milliseconds)
-                                                            : QVariant();
+        return faultEffectHasTime(rule.effect) || role == Qt::EditRole ? QVariant(rule.milliseconds)
+                                                                       : QVariant();
     case StruckColumn:
         return m_strikes.value(index.row());
     default:
@@ -197,7 +192,7 @@ QStringList FaultsModel::choices(const QModelIndex& index) const
         choices.prepend(QStringLiteral("event *"));
         choices.prepend(QStringLiteral("*"));
         for (quint32 number = 0; number <= HostEvents::kLastNumber; ++number) {
-            if (EventNumber::name(number) != EventNumber::name(HostEvents::kLastNumber + 1))
+            if (EventNumber::isKnown(number))
                 choices.append(QStringLiteral("event %1").arg(number));
         }
     } else if (index.column() == EffectColumn && index.row() < m_rules.size()) {

@@ -2,11 +2,11 @@
 
 #include "host/workbench/faults/FaultPlan.h"
 #include "host/workbench/window/FaultsModel.h"
+#include "host/workbench/window/TableLook.h"
 
 #include <QComboBox>
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -73,17 +73,8 @@ FaultsPanel::FaultsPanel(ProjectStore& store, FaultPlan& plan, QWidget* parent)
 {
     m_view->setModel(m_model);
     m_view->setItemDelegate(new FaultDelegate(m_view));
-    m_view->setShowGrid(false);
-    m_view->setAlternatingRowColors(true);
-    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    applyTableLook(*m_view, kRowHeight);
     m_view->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_view->setTabKeyNavigation(false);
-    m_view->verticalHeader()->hide();
-    m_view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_view->verticalHeader()->setDefaultSectionSize(kRowHeight);
-    m_view->horizontalHeader()->setStretchLastSection(true);
-    m_view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    m_view->horizontalHeader()->setHighlightSections(false);
     for (int column = 0; column < FaultsModel::ColumnCount; ++column)
         m_view->setColumnWidth(column, kNumberWidth);
     m_view->setColumnWidth(FaultsModel::EnabledColumn, kEnabledWidth);

@@ -47,7 +47,8 @@ public:
     /// Returns the bar that tells of changes by other programs, for the window to place it.
     ChangedFileBar* bar() const { return m_bar; }
 
-    /// Names the file to which the live log is written: no project is saved there.
+    /// Names a file that the workbench writes besides, such as the live log: no project is saved
+    /// there, and nothing exported.
     void addInUse(const QString& path) { m_inUse.append(path); }
 
     /// Returns why nothing may be exported to the file, empty if it may.

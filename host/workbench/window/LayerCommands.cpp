@@ -1,12 +1,11 @@
 #include "host/workbench/window/LayerCommands.h"
 
+#include "Interface/TargetSelectAreaInterface.h"
+#include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/dialogs/LockDialog.h"
 #include "host/workbench/session/Session.h"
 #include "host/workbench/window/Actions.h"
 #include "host/workbench/window/RecordsPanel.h"
-
-#include "Interface/TargetSelectAreaInterface.h"
-#include "host/workbench/addresses/AddressTexts.h"
 
 #include <QDockWidget>
 #include <QLabel>

@@ -3,6 +3,7 @@
 #include "host/workbench/dialogs/Prompts.h"
 #include "host/workbench/trace/TraceModel.h"
 #include "host/workbench/window/LogFilter.h"
+#include "host/workbench/window/TableLook.h"
 
 #include <QAction>
 #include <QApplication>
@@ -13,7 +14,6 @@
 #include <QEvent>
 #include <QFileDialog>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMap>
@@ -60,17 +60,8 @@ LogPanel::LogPanel(TraceModel& trace, QWidget* parent)
     m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
 
     m_view->setModel(m_filter);
-    m_view->setShowGrid(false);
+    applyTableLook(*m_view, kRowHeight);
     m_view->setWordWrap(false);
-    m_view->setAlternatingRowColors(true);
-    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_view->setTabKeyNavigation(false);
-    m_view->verticalHeader()->hide();
-    m_view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_view->verticalHeader()->setDefaultSectionSize(kRowHeight);
-    m_view->horizontalHeader()->setStretchLastSection(true);
-    m_view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    m_view->horizontalHeader()->setHighlightSections(false);
     m_view->setColumnWidth(TraceModel::TimeColumn, 96);
     m_view->setColumnWidth(TraceModel::KindColumn, 64);
     m_view->setColumnWidth(TraceModel::ThreadColumn, 64);

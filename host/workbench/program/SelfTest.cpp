@@ -1,7 +1,7 @@
-#include "host/workbench/tour/SelfTest.h"
+#include "host/workbench/program/SelfTest.h"
 
+#include "host/workbench/program/Wait.h"
 #include "host/workbench/session/Session.h"
-#include "host/workbench/tour/Wait.h"
 #include "host/workbench/window/MainWindow.h"
 
 #include <iostream>

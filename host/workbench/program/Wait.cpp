@@ -1,4 +1,4 @@
-#include "host/workbench/tour/Wait.h"
+#include "host/workbench/program/Wait.h"
 
 #include <QDeadlineTimer>
 #include <QEventLoop>
