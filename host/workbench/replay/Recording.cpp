@@ -31,6 +31,7 @@ Recording::Recording(const std::vector<CTraceEntry>& entries, bool isCutOff)
         if (entry.kind != CTraceEntry::Kind::Input && entry.duration < 0)
             m_isCutOff = true;
     }
+    findEventsInARow(entries);
     for (const CTraceEntry& entry : entries) {
         if (entry.kind != CTraceEntry::Kind::Call) {
             // The host's layout resizes at any time.
@@ -56,9 +57,29 @@ Recording::Recording(const std::vector<CTraceEntry>& entries, bool isCutOff)
     }
 }
 
+void Recording::findEventsInARow(const std::vector<CTraceEntry>& entries)
+{
+    const CTraceEntry* before = nullptr; // the last event, if the panel has asked nothing since
+    for (const CTraceEntry& entry : entries) {
+        if (entry.thread == QLatin1String("gui")) {
+            before = nullptr;
+        } else if (entry.kind == CTraceEntry::Kind::Event) {
+            if (before && before->thread == entry.thread && before->duration >= 0
+                && entry.time - before->end() < kSettleTime)
+                m_rightAfter.insert(entry.sequence);
+            before = &entry;
+        }
+    }
+}
+
 bool Recording::isInQuestion(const CTraceEntry& driver) const
 {
     return m_questions.contains(driver.cause);
+}
+
+bool Recording::isRightAfterAnother(const CTraceEntry& driver) const
+{
+    return m_rightAfter.contains(driver.sequence);
 }
 
 std::size_t Recording::workQuestionsBefore(const CTraceEntry& driver) const

@@ -29,6 +29,10 @@ public:
     /// Returns whether the host told this event inside a question, which may not come again.
     bool isInQuestion(const CTraceEntry& driver) const;
 
+    /// Returns whether the thread that told this event had told another one shortly before, and the
+    /// GUI thread was busy elsewhere: it asked nothing in between, so it took both up later.
+    bool isRightAfterAnother(const CTraceEntry& driver) const;
+
     /// Returns how many questions the panel's work thread had asked when `driver` began.
     std::size_t workQuestionsBefore(const CTraceEntry& driver) const;
 
@@ -46,6 +50,7 @@ public:
                               qint64 event) const;
 
 private:
+    void findEventsInARow(const std::vector<CTraceEntry>& entries);
     static QByteArray keyOf(const QString& name, const QJsonObject& arguments);
 
     std::vector<CTraceEntry> m_drivers;
@@ -55,6 +60,7 @@ private:
     std::vector<qint64> m_moments; // requests, gestures and calls of the host
     std::vector<qint64> m_workQuestions;
     QSet<qint64> m_inMotion;
-    QSet<qint64> m_questions; // those inside which something else happened
+    QSet<qint64> m_rightAfter; // events, behind the one before
+    QSet<qint64> m_questions;  // those inside which something else happened
     QHash<QByteArray, std::vector<CTraceEntry>> m_answers; // in the order of the questions
 };

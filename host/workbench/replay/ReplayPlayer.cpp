@@ -187,6 +187,9 @@ void ReplayPlayer::raise(const CTraceEntry& driver)
 {
     if (driver.thread != QLatin1String("gui")) {
         raiseElsewhere(driver);
+        // The thread goes on without this one, as the recorded one did.
+        while (const CTraceEntry* next = m_progress->takeEventInARow())
+            raiseElsewhere(*next);
         return;
     }
     Events::Event event;

@@ -171,6 +171,16 @@ const CTraceEntry* ReplayProgress::takeEventDuring(const CTraceEntry& call)
     return driver;
 }
 
+const CTraceEntry* ReplayProgress::takeEventInARow()
+{
+    const CTraceEntry* driver = nextDriver();
+    if (!driver || isOver() || !m_recording->isRightAfterAnother(*driver)
+        || m_recording->isInQuestion(*driver) || !isDue(*driver))
+        return nullptr;
+    takeDriver();
+    return driver;
+}
+
 bool ReplayProgress::isGuiBusyUntilEndOf(const CTraceEntry& entry) const
 {
     const std::lock_guard guard(m_mutex);

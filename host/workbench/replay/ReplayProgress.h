@@ -79,6 +79,10 @@ public:
     /// end of `call`, which goes on on the GUI thread.
     const CTraceEntry* takeEventDuring(const CTraceEntry& call);
 
+    /// Takes the next driver and returns it if it is an event right after the last one, on the same
+    /// thread.
+    const CTraceEntry* takeEventInARow();
+
     /// Returns whether the GUI thread did something between now and the end of `entry`.
     bool isGuiBusyUntilEndOf(const CTraceEntry& entry) const;
 
