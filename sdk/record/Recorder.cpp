@@ -71,4 +71,5 @@ void CRecorder::forget()
 void CRecorder::noteEnd()
 {
     const CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("Destroy"), {});
+    m_input->watch(nullptr);
 }
