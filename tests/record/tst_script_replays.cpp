@@ -26,6 +26,8 @@ private slots:
     void shouldCloseADialogByItsTitleBar();
     void shouldLoseTheKeyboardToTheHost();
     void shouldNotTakeAKeyOfThePanelForOneOfTheHost();
+    void shouldDestroyThePanelInsideAQuestion();
+    void shouldReplaceTheHandler();
 
 private:
     void record(const QByteArray& script);
@@ -92,6 +94,41 @@ void ScriptReplaysTest::shouldNotTakeAKeyOfThePanelForOneOfTheHost()
            "command \"Destroy the panel\"\n"
            "expect no panel\n");
     QCOMPARE(m_recording.count("\"name\":\"focusOut\""), 0);
+    replay();
+}
+
+/// The panel asks whether the address fits, and does not live to add it.
+void ScriptReplaysTest::shouldDestroyThePanelInsideAQuestion()
+{
+    record("click \"IP address management...\"\n"
+           "click \"Add\"\n"
+           "pick \"Add an IP address...\"\n"
+           "fill \"IP address\" \"192.168.0.41\"\n"
+           "fault CheckIPAddress call 1 panelDestroyed\n"
+           "click \"OK\"\n"
+           "expect no panel\n"
+           "expect no call AddIPAddress\n"
+           "no faults\n"
+           "command \"Initialise the panel again\"\n"
+           "expect shown\n");
+    replay();
+}
+
+/// The host drops its handler, and goes on to notify the observer that this one has got.
+void ScriptReplaysTest::shouldReplaceTheHandler()
+{
+    record("fault ReportSelection call 1 handlerReplaced\n"
+           "click row \"Right\"\n"
+           "expect strikes 1\n"
+           "host rename \"Right\" \"Far right\"\n"
+           "expect row \"Far right\"\n"
+           "click row \"Centre\"\n"
+           "command \"Reconnect\"\n"
+           "host rename \"Left\" \"Far left\"\n"
+           "expect row \"Far left\"\n"
+           "expect shown\n");
+    QVERIFY(m_recording.contains("\"name\":\"HandlerReplaced\",\"args\":{\"assigned\":true}"));
+    QVERIFY(m_recording.contains("\"name\":\"Far left\"}]"));
     replay();
 }
 

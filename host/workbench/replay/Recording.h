@@ -26,8 +26,20 @@ public:
     /// What the panel asked the host to do, in its order.
     const std::vector<CTraceEntry>& requests() const { return m_requests; }
 
-    /// Returns whether the host told this event inside a question, which may not come again.
-    bool isInQuestion(const CTraceEntry& driver) const;
+    /// A question inside which the host told an event or called the panel.
+    struct Question
+    {
+        QByteArray key;       ///< See keyOf().
+        std::size_t at = 0;   ///< Of the answers with this key.
+        int before = 0;       ///< How often the same was asked before, since the last other step.
+        bool inEvent = false; ///< It was asked inside an event, which is its cause.
+    };
+
+    /// Returns the question inside which the host did this, null for none. The panel may ask more
+    /// or less often.
+    const Question* questionOf(const CTraceEntry& driver) const;
+
+    bool isInQuestion(const CTraceEntry& driver) const { return questionOf(driver) != nullptr; }
 
     /// Returns whether the thread that told this event had told another one shortly before, and the
     /// GUI thread was busy elsewhere: it asked nothing in between, so it took both up later.
@@ -46,12 +58,17 @@ public:
     /// null if there is none. It is the first one before the next request, gesture or call of the
     /// host, because a host changes its project before it tells; else the last one up to
     /// `position`, else any.
-    const CTraceEntry* answer(const QString& name, const QJsonObject& arguments, qint64 position,
-                              qint64 event) const;
+    const CTraceEntry* answer(const QByteArray& key, qint64 position, qint64 event) const;
+
+    const CTraceEntry* answer(const Question& question) const;
+
+    /// Returns what two questions have in common that are the same.
+    static QByteArray keyOf(const QString& name, const QJsonObject& arguments);
 
 private:
     void findEventsInARow(const std::vector<CTraceEntry>& entries);
-    static QByteArray keyOf(const QString& name, const QJsonObject& arguments);
+    void addQuestion(const CTraceEntry& question, bool isCause);
+    bool isEvent(qint64 sequence) const;
 
     std::vector<CTraceEntry> m_drivers;
     std::vector<CTraceEntry> m_requests;
@@ -60,7 +77,7 @@ private:
     std::vector<qint64> m_moments; // requests, gestures and calls of the host
     std::vector<qint64> m_workQuestions;
     QSet<qint64> m_inMotion;
-    QSet<qint64> m_rightAfter; // events, behind the one before
-    QSet<qint64> m_questions;  // those inside which something else happened
+    QSet<qint64> m_rightAfter;           // events, behind the one before
+    QHash<qint64, Question> m_questions; // those inside which something else happened
     QHash<QByteArray, std::vector<CTraceEntry>> m_answers; // in the order of the questions
 };

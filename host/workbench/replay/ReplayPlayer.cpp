@@ -10,6 +10,7 @@
 
 #include <QEventLoop>
 #include <QMetaObject>
+#include <QPointer>
 #include <QWidget>
 
 #include <algorithm>
@@ -56,10 +57,8 @@ ReplayPlayer::ReplayPlayer(std::shared_ptr<const Recording> recording, ReplaySta
     : QObject(parent)
     , m_progress(std::make_shared<ReplayProgress>(std::move(recording)))
     , m_stage(stage)
-    , m_handler(std::make_shared<ReplayHandler>(m_progress))
+    , m_handler(makeHandler({}))
 {
-    m_handler->goOnInside = [this](const CTraceEntry& call) { goOnInside(call); };
-    m_handler->isPainting = [this] { return isPainting(); };
     m_poll.setSingleShot(true);
     connect(&m_poll, &QTimer::timeout, this, &ReplayPlayer::schedule);
 }
@@ -67,8 +66,24 @@ ReplayPlayer::ReplayPlayer(std::shared_ptr<const Recording> recording, ReplaySta
 ReplayPlayer::~ReplayPlayer()
 {
     m_progress->end();
-    m_handler->goOnInside = {};
-    m_handler->isPainting = {};
+}
+
+/// Returns a handler for the panel. It takes the place of `former`, which may be null.
+std::shared_ptr<ReplayHandler> ReplayPlayer::makeHandler(std::shared_ptr<ReplayHandler> former)
+{
+    auto handler = std::make_shared<ReplayHandler>(m_progress, std::move(former));
+    // The panel's threads may keep the handler a little longer than this object lives.
+    const QPointer<ReplayPlayer> self(this);
+    handler->callPanel = [self](const CTraceEntry& driver) {
+        if (self)
+            self->callLayer(driver);
+    };
+    handler->goOnInside = [self](const CTraceEntry& call) {
+        if (self)
+            self->goOnInside(call);
+    };
+    handler->isPainting = [self] { return self && self->isPainting(); };
+    return handler;
 }
 
 void ReplayPlayer::start()
@@ -127,9 +142,9 @@ void ReplayPlayer::step()
         wait();
         return;
     }
-    m_progress->takeDriver();
     schedule();
-    perform(*driver);
+    if (m_progress->take(*driver))
+        perform(*driver);
 }
 
 /// Comes back soon, unless the panel has taken too long.
@@ -195,7 +210,7 @@ void ReplayPlayer::raise(const CTraceEntry& driver)
     Events::Event event;
     TraceValues::readEvent(driver.arguments, event);
     const ReplayProgress::Telling telling(driver.sequence);
-    m_handler->tellPanel(event);
+    m_handler->tell(event);
 }
 
 std::shared_ptr<ReplayPlayer::Delivery> ReplayPlayer::raiseElsewhere(const CTraceEntry& driver)
@@ -208,7 +223,7 @@ std::shared_ptr<ReplayPlayer::Delivery> ReplayPlayer::raiseElsewhere(const CTrac
                   [this, handler = m_handler, event, delivery, number = driver.sequence] {
                       {
                           const ReplayProgress::Telling telling(number);
-                          handler->tellPanel(event);
+                          handler->tell(event);
                       }
                       delivery->done.release();
                       QMetaObject::invokeMethod(
@@ -226,6 +241,7 @@ std::shared_ptr<ReplayPlayer::Delivery> ReplayPlayer::raiseElsewhere(const CTrac
 void ReplayPlayer::callLayer(const CTraceEntry& driver)
 {
     if (driver.name == QLatin1String("TargetSelectArea_Init")) {
+        m_handler = makeHandler({});
         const QSize size(driver.arguments.value(QLatin1String("width")).toInt(),
                          driver.arguments.value(QLatin1String("height")).toInt());
         if (!m_stage.open(size, m_handler))
@@ -237,6 +253,12 @@ void ReplayPlayer::callLayer(const CTraceEntry& driver)
         m_stage.close();
         return;
     }
+    if (driver.name == QLatin1String("HandlerReplaced") && m_stage.layer()) {
+        m_handler = makeHandler(m_handler);
+        const bool isAssigned = driver.arguments.value(QLatin1String("assigned")).toBool();
+        m_stage.layer()->m_controlHandler = isAssigned ? m_handler : nullptr;
+        return;
+    }
     QJsonValue answer(QJsonValue::Undefined);
     if (!m_stage.layer()
         || !LayerCalls::repeat(*m_stage.layer(), driver.name, driver.arguments, answer)) {
@@ -245,6 +267,11 @@ void ReplayPlayer::callLayer(const CTraceEntry& driver)
                                       "operation")});
         return;
     }
+    compareAnswer(driver, answer);
+}
+
+void ReplayPlayer::compareAnswer(const CTraceEntry& driver, const QJsonValue& answer)
+{
     const bool isCompared = driver.duration >= 0
                             && (driver.name != QLatin1String("GetProcessorTree")
                                 || !m_progress->recording().isTreeInMotion(driver));

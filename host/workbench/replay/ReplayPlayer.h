@@ -60,6 +60,7 @@ private:
         QSemaphore done;
     };
 
+    std::shared_ptr<ReplayHandler> makeHandler(std::shared_ptr<ReplayHandler> former);
     void schedule();
     void step();
     void wait();
@@ -70,6 +71,7 @@ private:
     void raise(const CTraceEntry& driver);
     std::shared_ptr<Delivery> raiseElsewhere(const CTraceEntry& driver);
     void callLayer(const CTraceEntry& driver);
+    void compareAnswer(const CTraceEntry& driver, const QJsonValue& answer);
     void gesture(const CTraceEntry& driver);
     void goOnInside(const CTraceEntry& call);
     bool isPainting() const;
