@@ -21,6 +21,7 @@ Recording::Recording(const std::vector<CTraceEntry>& entries, bool isCutOff)
 {
     QSet<qint64> causes;
     qint64 lastEvent = -kSettleTime;
+    bool hasPanel = false;
     for (const CTraceEntry& entry : entries) {
         if (entry.kind != CTraceEntry::Kind::Call)
             causes.insert(entry.cause);
@@ -30,7 +31,10 @@ Recording::Recording(const std::vector<CTraceEntry>& entries, bool isCutOff)
             m_inMotion.insert(entry.sequence);
         if (entry.kind != CTraceEntry::Kind::Input && entry.duration < 0)
             m_isCutOff = true;
+        if (entry.kind == CTraceEntry::Kind::Layer)
+            hasPanel = entry.name != QLatin1String("Destroy");
     }
+    m_isCutOff = m_isCutOff || hasPanel;
     findEventsInARow(entries);
     for (const CTraceEntry& entry : entries) {
         if (entry.kind != CTraceEntry::Kind::Call) {

@@ -17,7 +17,8 @@ public:
     /// `isCutOff` if the host ended before the recording did.
     explicit Recording(const std::vector<CTraceEntry>& entries, bool isCutOff = false);
 
-    /// Returns whether the host ended inside a call or an event, or before its line was written.
+    /// Returns whether the host ended inside a call or an event, before its line was written, or
+    /// before its panel.
     bool isCutOff() const { return m_isCutOff; }
 
     /// What comes from outside of the panel, in its order: events, layer calls and input.

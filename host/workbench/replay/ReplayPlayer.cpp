@@ -20,8 +20,11 @@ namespace {
 
 /// How long the panel may take for the next step. It waits for the GUI thread up to 5 s.
 constexpr int kPatienceMs = 10000;
-/// How long a step waits for questions that came before it, and may not come again.
+/// How long a step waits for questions that came before it, and may not come again, while the panel
+/// is at rest.
 constexpr int kQuestionMs = 200;
+/// The same while the panel's work thread has something to do.
+constexpr int kBusyMs = 3000;
 /// How long nothing more may come at the end.
 constexpr int kQuietMs = 300;
 /// How long the GUI thread waits inside a request for an event that came inside it.
@@ -130,7 +133,7 @@ void ReplayPlayer::step()
     }
     const bool isForWidget = isGesture && m_stage.panel();
     if (isForWidget && !InputPlayer::target(*m_stage.panel(), *driver)
-        && !(m_idle.hasExpired(kQuestionMs) && InputPlayer::isForAnyWidget(*driver))) {
+        && !(hasWaitedLong() && InputPlayer::isForAnyWidget(*driver))) {
         wait();
         return;
     }
@@ -138,13 +141,19 @@ void ReplayPlayer::step()
     const bool isEarly =
         m_progress->recording().isInQuestion(*driver) || m_progress->isWorkBehind(*driver)
         || (driver->kind != CTraceEntry::Kind::Event && CWorkThread::PendingJobs() > 0);
-    if (isEarly && !m_idle.hasExpired(kQuestionMs)) {
+    if (isEarly && !hasWaitedLong()) {
         wait();
         return;
     }
     schedule();
     if (m_progress->take(*driver))
         perform(*driver);
+}
+
+/// Returns whether questions that have not come again will not do so.
+bool ReplayPlayer::hasWaitedLong() const
+{
+    return m_idle.hasExpired(CWorkThread::PendingJobs() > 0 ? kBusyMs : kQuestionMs);
 }
 
 /// Comes back soon, unless the panel has taken too long.
@@ -221,6 +230,7 @@ std::shared_ptr<ReplayPlayer::Delivery> ReplayPlayer::raiseElsewhere(const CTrac
     auto delivery = std::make_shared<Delivery>();
     m_threads.run(driver.thread,
                   [this, handler = m_handler, event, delivery, number = driver.sequence] {
+                      delivery->begun.release();
                       {
                           const ReplayProgress::Telling telling(number);
                           handler->tell(event);
@@ -299,6 +309,7 @@ void ReplayPlayer::goOnInside(const CTraceEntry& call)
     while (const CTraceEntry* driver = m_progress->takeEventDuring(call)) {
         const std::shared_ptr<Delivery> delivery = raiseElsewhere(*driver);
         // One that outlasted the request may need the GUI thread to end.
+        delivery->begun.tryAcquire(1, kInsideMs);
         delivery->done.tryAcquire(1, driver->end() < call.end() ? kInsideMs : kOverlapMs);
     }
     QEventLoop loop;

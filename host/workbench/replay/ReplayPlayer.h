@@ -57,12 +57,14 @@ private:
     /// An event on another thread.
     struct Delivery
     {
+        QSemaphore begun;
         QSemaphore done;
     };
 
     std::shared_ptr<ReplayHandler> makeHandler(std::shared_ptr<ReplayHandler> former);
     void schedule();
     void step();
+    bool hasWaitedLong() const;
     void wait();
     void giveUp();
     void conclude();
