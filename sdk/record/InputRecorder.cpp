@@ -48,7 +48,6 @@ CInputRecorder::CInputRecorder(std::shared_ptr<CTraceWriter> writer, QObject* pa
     , m_writer(std::move(writer))
 {
     qApp->installEventFilter(this);
-    connect(qApp, &QApplication::focusChanged, this, &CInputRecorder::focusMoved);
     // What comes after the GUI thread has slept has another cause than the last gesture.
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
             [this] { m_writer->endInput(); });
@@ -84,6 +83,9 @@ void CInputRecorder::look(QWidget& widget, QEvent& event)
     case QEvent::Drop:
         lookAtDrop(widget, static_cast<QDropEvent&>(event));
         break;
+    case QEvent::FocusOut:
+        lookAtFocus(widget, static_cast<QFocusEvent&>(event));
+        break;
     default:
         lookAtOthers(widget, event);
     }
@@ -92,10 +94,6 @@ void CInputRecorder::look(QWidget& widget, QEvent& event)
 void CInputRecorder::lookAtMouse(QWidget& widget, QEvent& event)
 {
     const auto& mouse = static_cast<QMouseEvent&>(event);
-    const bool isPress =
-        event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
-    if (isPress)
-        m_isHostsTurn = !WidgetPath::isWithin(*m_panel, &widget);
     if (!WidgetPath::isWithin(*m_panel, &widget)
         || isRepeated(widget, mouse, mouse.globalPos(), static_cast<int>(mouse.button())))
         return;
@@ -114,11 +112,9 @@ void CInputRecorder::lookAtMouse(QWidget& widget, QEvent& event)
 void CInputRecorder::lookAtKey(QWidget& widget, QEvent& event)
 {
     const auto& key = static_cast<QKeyEvent&>(event);
-    const bool isRelease = event.type() == QEvent::KeyRelease;
-    if (!isRelease)
-        m_isHostsTurn = !WidgetPath::isWithin(*m_panel, &widget);
     if (!WidgetPath::isWithin(*m_panel, &widget) || isRepeated(widget, key, {}, key.key()))
         return;
+    const bool isRelease = event.type() == QEvent::KeyRelease;
     // A key comes twice: as an offer to shortcuts, which may take it, and as a key.
     const bool isTold = event.type() == QEvent::KeyPress && m_override.key == key.key()
                         && m_override.timestamp == key.timestamp()
@@ -180,6 +176,10 @@ void CInputRecorder::lookAtOthers(QWidget& widget, QEvent& event)
         note(widget, QStringLiteral("inputMethod"),
              {{QStringLiteral("commit"), input.commitString()},
               {QStringLiteral("preedit"), input.preeditString()}});
+    } else if (event.type() == QEvent::Close && event.spontaneous() && &widget != m_panel
+               && WidgetPath::isWithin(*m_panel, &widget)) {
+        // By the title bar: what the panel closes itself is what other gestures came to.
+        note(widget, QStringLiteral("close"), {});
     }
 }
 
@@ -193,13 +193,16 @@ bool CInputRecorder::isRepeated(QWidget& widget, const QInputEvent& event, const
            && WidgetPath::isWithin(widget, before.widget);
 }
 
-/// The focus also goes when the user turns to the host, which ends an editor.
-void CInputRecorder::focusMoved(QWidget* before, QWidget* now)
+/// The focus also goes when the user turns to the host or to another program, which ends an editor.
+/// What the panel does with its own focus follows from other gestures.
+void CInputRecorder::lookAtFocus(QWidget& widget, const QFocusEvent& event)
 {
-    if (!m_panel || !m_isHostsTurn || !before || WidgetPath::isWithin(*m_panel, now)
-        || !WidgetPath::isWithin(*m_panel, before))
-        return;
-    note(*before, QStringLiteral("focusOut"), {});
+    const QWidget* now = QApplication::focusWidget();
+    const bool isElsewhere =
+        now ? !WidgetPath::isWithin(*m_panel, now) : event.reason() == Qt::ActiveWindowFocusReason;
+    const bool isUsable = widget.isVisible() && widget.isEnabled() && !widget.window()->isHidden();
+    if (isElsewhere && isUsable && WidgetPath::isWithin(*m_panel, &widget))
+        note(widget, QStringLiteral("focusOut"), {});
 }
 
 void CInputRecorder::note(const QWidget& widget, const QString& name, QJsonObject arguments)

@@ -12,6 +12,7 @@
 
 class CTraceWriter;
 class QDropEvent;
+class QFocusEvent;
 class QInputEvent;
 
 /// Records what the user does on the panel and on its dialogs, menus and popups: mouse, wheel,
@@ -45,16 +46,15 @@ private:
     void lookAtMouse(QWidget& widget, QEvent& event);
     void lookAtKey(QWidget& widget, QEvent& event);
     void lookAtDrop(QWidget& widget, const QDropEvent& event);
+    void lookAtFocus(QWidget& widget, const QFocusEvent& event);
     void lookAtOthers(QWidget& widget, QEvent& event);
     bool isRepeated(QWidget& widget, const QInputEvent& event, const QPoint& at, int key);
-    void focusMoved(QWidget* before, QWidget* now);
     void note(const QWidget& widget, const QString& name, QJsonObject arguments);
     void notePendingMove();
 
     const std::shared_ptr<CTraceWriter> m_writer;
     QPointer<QWidget> m_panel;
     Last m_last;
-    Last m_override;            // the last key that a shortcut may take
-    QJsonObject m_pendingMove;  // empty for none
-    bool m_isHostsTurn = false; // the user's last gesture was not on the panel
+    Last m_override;           // the last key that a shortcut may take
+    QJsonObject m_pendingMove; // empty for none
 };

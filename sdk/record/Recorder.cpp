@@ -37,7 +37,8 @@ CRecorder::record(std::shared_ptr<ITargetSelectInterfaceHandler> handler)
 {
     if (!isOpen() || !handler)
         return handler;
-    return std::make_shared<CRecordingHandler>(std::move(handler), m_writer);
+    m_handlers.push_back(std::make_shared<CRecordingHandler>(std::move(handler), m_writer));
+    return m_handlers.back()->forHost();
 }
 
 ITargetSelectAreaInterface* CRecorder::record(ITargetSelectAreaInterface* layer)
@@ -45,8 +46,9 @@ ITargetSelectAreaInterface* CRecorder::record(ITargetSelectAreaInterface* layer)
     QWidget* panel = layer ? layer->GetWidget() : nullptr;
     if (!isOpen() || !panel)
         return layer;
-    m_layer = std::make_unique<CRecordingLayer>(*layer, m_writer);
     const bool isNew = m_panel != panel;
+    const bool isInitialized = !isNew && m_layer && m_layer->isInitialized();
+    m_layer = std::make_unique<CRecordingLayer>(*layer, m_writer, isInitialized);
     m_panel = panel;
     m_input->watch(panel);
     if (!isNew)
@@ -63,6 +65,12 @@ ITargetSelectAreaInterface* CRecorder::record(ITargetSelectAreaInterface* layer)
     return m_layer.get();
 }
 
+void CRecorder::passHandlerOn()
+{
+    if (m_layer && m_panel)
+        m_layer->passHandlerOn();
+}
+
 void CRecorder::forget()
 {
     m_layer.reset();
@@ -71,4 +79,5 @@ void CRecorder::forget()
 void CRecorder::noteEnd()
 {
     const CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("Destroy"), {});
+    m_input->watch(nullptr);
 }

@@ -7,8 +7,10 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 class CInputRecorder;
+class CRecordingHandler;
 class CRecordingLayer;
 class ITargetSelectAreaInterface;
 class ITargetSelectInterfaceHandler;
@@ -41,8 +43,8 @@ public:
     /// Returns whether lines are missing in the file.
     bool hasFailed() const { return m_writer->hasFailed(); }
 
-    /// Returns a handler that records and passes everything on to `handler`. A host that replaces
-    /// its handler records the new one, too.
+    /// Returns a handler that records and passes everything on to `handler`, and keeps it alive as
+    /// long as it lives itself. A host that replaces its handler records the new one, too.
     std::shared_ptr<ITargetSelectInterfaceHandler>
     record(std::shared_ptr<ITargetSelectInterfaceHandler> handler);
 
@@ -50,6 +52,10 @@ public:
     /// the user does on the panel's widget. It lives until the next call, forget()
     /// or the end of the recorder. Call it again for the panel of another TargetSelectArea_Init.
     ITargetSelectAreaInterface* record(ITargetSelectAreaInterface* layer);
+
+    /// Lets the panel use the handler that the host has assigned to the layer of record(). Other
+    /// calls of that layer do so, too: only a host that makes none of them calls this one.
+    void passHandlerOn();
 
     /// Drops the layer of record(), with the handler that was assigned to it.
     void forget();
@@ -64,5 +70,6 @@ private:
     const std::shared_ptr<CTraceWriter> m_writer;
     CInputRecorder* m_input = nullptr; // Qt child
     std::unique_ptr<CRecordingLayer> m_layer;
+    std::vector<std::shared_ptr<CRecordingHandler>> m_handlers;
     QPointer<QWidget> m_panel;
 };

@@ -29,6 +29,12 @@ CRecordingHandler::CRecordingHandler(std::shared_ptr<ITargetSelectInterfaceHandl
 {
 }
 
+std::shared_ptr<ITargetSelectInterfaceHandler> CRecordingHandler::forHost()
+{
+    const auto self = std::static_pointer_cast<CRecordingHandler>(shared_from_this());
+    return {this, [self](ITargetSelectInterfaceHandler*) { self->releaseHost(); }};
+}
+
 CHandlerRelay::Answer CRecordingHandler::call(const Call& call, const Ask& ask)
 {
     CTraceScope scope(*m_writer, CTraceEntry::Kind::Call, QLatin1String(call.operation.name),

@@ -13,6 +13,10 @@ public:
     CRecordingHandler(std::shared_ptr<ITargetSelectInterfaceHandler> host,
                       std::shared_ptr<CTraceWriter> writer);
 
+    /// Returns what a host assigns instead of its handler. It lets go of that one when it goes
+    /// itself; events that the host still tells then are recorded as long as this object exists.
+    std::shared_ptr<ITargetSelectInterfaceHandler> forHost();
+
 protected:
     Answer call(const Call& call, const Ask& ask) override;
     void event(const Events::Event& event, const Deliver& deliver) override;

@@ -18,9 +18,10 @@ QJsonObject argument(const char* name, const QJsonValue& value)
 } // namespace
 
 CRecordingLayer::CRecordingLayer(ITargetSelectAreaInterface& layer,
-                                 std::shared_ptr<CTraceWriter> writer)
+                                 std::shared_ptr<CTraceWriter> writer, bool isInitialized)
     : m_layer(layer)
     , m_writer(std::move(writer))
+    , m_isInitialized(isInitialized)
 {
     m_controlHandler = layer.m_controlHandler;
 }
@@ -32,8 +33,9 @@ QWidget* CRecordingLayer::GetWidget()
 
 bool CRecordingLayer::Initialize()
 {
-    m_layer.m_controlHandler = m_controlHandler;
+    passHandlerOn();
     CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("Initialize"), {});
+    m_isInitialized = true;
     const bool isDone = m_layer.Initialize();
     scope.setAnswer(isDone);
     return isDone;
@@ -41,7 +43,7 @@ bool CRecordingLayer::Initialize()
 
 bool CRecordingLayer::Reconnect()
 {
-    m_layer.m_controlHandler = m_controlHandler;
+    passHandlerOn();
     CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("Reconnect"), {});
     const bool isDone = m_layer.Reconnect();
     scope.setAnswer(isDone);
@@ -50,6 +52,7 @@ bool CRecordingLayer::Reconnect()
 
 quint32 CRecordingLayer::DetectDevices()
 {
+    passHandlerOn();
     CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("DetectDevices"), {});
     const quint32 code = m_layer.DetectDevices();
     scope.setAnswer(static_cast<qint64>(code));
@@ -58,6 +61,7 @@ quint32 CRecordingLayer::DetectDevices()
 
 void CRecordingLayer::GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAccepted)
 {
+    passHandlerOn();
     CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("GetProcessorTree"),
                       argument("onlyAccepted", onlyAccepted));
     m_layer.GetProcessorTree(out, onlyAccepted);
@@ -66,6 +70,7 @@ void CRecordingLayer::GetProcessorTree(ProcessorTreeSnapshot& out, bool onlyAcce
 
 void CRecordingLayer::SetReadOnly(bool readOnly)
 {
+    passHandlerOn();
     const CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("SetReadOnly"),
                             argument("readOnly", readOnly));
     m_layer.SetReadOnly(readOnly);
@@ -73,6 +78,7 @@ void CRecordingLayer::SetReadOnly(bool readOnly)
 
 void CRecordingLayer::SetCurrentProcessor(const QUuid& id)
 {
+    passHandlerOn();
     const CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer,
                             QStringLiteral("SetCurrentProcessor"), argument("id", id.toString()));
     m_layer.SetCurrentProcessor(id);
@@ -80,6 +86,7 @@ void CRecordingLayer::SetCurrentProcessor(const QUuid& id)
 
 void CRecordingLayer::SetOperationLock(int key, bool locked)
 {
+    passHandlerOn();
     const CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("SetOperationLock"),
                             {{QStringLiteral("key"), key}, {QStringLiteral("locked"), locked}});
     m_layer.SetOperationLock(key, locked);
@@ -87,6 +94,7 @@ void CRecordingLayer::SetOperationLock(int key, bool locked)
 
 void CRecordingLayer::RemoveAllGroups()
 {
+    passHandlerOn();
     const CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("RemoveAllGroups"),
                             {});
     m_layer.RemoveAllGroups();
@@ -94,6 +102,7 @@ void CRecordingLayer::RemoveAllGroups()
 
 void CRecordingLayer::UpdateMonitorWarningState()
 {
+    passHandlerOn();
     const CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer,
                             QStringLiteral("UpdateMonitorWarningState"), {});
     m_layer.UpdateMonitorWarningState();
@@ -101,6 +110,7 @@ void CRecordingLayer::UpdateMonitorWarningState()
 
 void CRecordingLayer::ApplyOperationLock(int key)
 {
+    passHandlerOn();
     const CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer,
                             QStringLiteral("ApplyOperationLock"), argument("key", key));
     m_layer.ApplyOperationLock(key);
@@ -108,6 +118,7 @@ void CRecordingLayer::ApplyOperationLock(int key)
 
 void CRecordingLayer::ShowLanUsbWarning(const std::vector<LanUsbProcessorInfo>& processors)
 {
+    passHandlerOn();
     const CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer,
                             QStringLiteral("ShowLanUsbWarning"), LayerCalls::warning(processors));
     m_layer.ShowLanUsbWarning(processors);
@@ -115,9 +126,21 @@ void CRecordingLayer::ShowLanUsbWarning(const std::vector<LanUsbProcessorInfo>& 
 
 QList<ProcessorNode> CRecordingLayer::GetAllProcessorNodes()
 {
+    passHandlerOn();
     CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("GetAllProcessorNodes"),
                       {});
     const QList<ProcessorNode> processors = m_layer.GetAllProcessorNodes();
     scope.setAnswer(TraceValues::toJson(QVariant::fromValue(processors)));
     return processors;
+}
+
+void CRecordingLayer::passHandlerOn()
+{
+    const bool isReplaced =
+        m_isInitialized ? m_layer.m_controlHandler != m_controlHandler : !m_controlHandler;
+    m_layer.m_controlHandler = m_controlHandler;
+    if (!isReplaced)
+        return;
+    const CTraceScope scope(*m_writer, CTraceEntry::Kind::Layer, QStringLiteral("HandlerReplaced"),
+                            argument("assigned", m_controlHandler != nullptr));
 }

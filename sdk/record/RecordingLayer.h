@@ -6,12 +6,13 @@
 #include <memory>
 
 /// Records each call of the host to the panel and passes it on. The host assigns its handler to
-/// m_controlHandler of this object; Initialize() and Reconnect() pass it on.
+/// m_controlHandler of this object; the next call passes it on.
 class CRecordingLayer final : public ITargetSelectAreaInterface
 {
 public:
-    /// `layer` must outlive this object.
-    CRecordingLayer(ITargetSelectAreaInterface& layer, std::shared_ptr<CTraceWriter> writer);
+    /// `layer` must outlive this object, and may be initialised.
+    CRecordingLayer(ITargetSelectAreaInterface& layer, std::shared_ptr<CTraceWriter> writer,
+                    bool isInitialized = false);
 
     QWidget* GetWidget() override;
     bool Initialize() override;
@@ -27,7 +28,13 @@ public:
     void ShowLanUsbWarning(const std::vector<LanUsbProcessorInfo>& processors) override;
     QList<ProcessorNode> GetAllProcessorNodes() override;
 
+    /// Passes m_controlHandler on to the panel, and records that if the panel had another one.
+    void passHandlerOn();
+
+    bool isInitialized() const { return m_isInitialized; }
+
 private:
     ITargetSelectAreaInterface& m_layer;
     const std::shared_ptr<CTraceWriter> m_writer;
+    bool m_isInitialized;
 };

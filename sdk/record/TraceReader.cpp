@@ -64,8 +64,7 @@ bool CTraceReader::read(const QString& path)
         QByteArray line = file.readLine();
         if (!line.endsWith('\n') && number > 1) {
             m_note = Messages::tr("%1, line %2: the recording ends inside this line")
-                         .arg(m_path)
-                         .arg(number);
+                         .arg(m_path, QString::number(number));
             break;
         }
         if (line.endsWith('\n'))
@@ -98,11 +97,11 @@ bool CTraceReader::readHeader(const QByteArray& line)
     const QJsonValue version = m_header.value(QLatin1String("version"));
     if (version.toInt() == kTraceVersion)
         return true;
-    return fail(1, columnOf(line, line.indexOf("\"version\"")),
-                Messages::tr(
-                    "the recording has version %1 of the format, and this program reads version %2")
-                    .arg(QString::fromUtf8(TraceValues::compact(version)))
-                    .arg(kTraceVersion));
+    return fail(
+        1, columnOf(line, line.indexOf("\"version\"")),
+        Messages::tr(
+            "the recording has version %1 of the format, and this program reads version %2")
+            .arg(QString::fromUtf8(TraceValues::compact(version)), QString::number(kTraceVersion)));
 }
 
 bool CTraceReader::readEntry(const QByteArray& line, int number)
@@ -135,7 +134,7 @@ bool CTraceReader::readObject(const QByteArray& line, int number, QJsonObject& o
 
 bool CTraceReader::fail(int line, int column, const QString& reason)
 {
-    m_problem =
-        Messages::tr("%1, line %2, column %3: %4").arg(m_path).arg(line).arg(column).arg(reason);
+    m_problem = Messages::tr("%1, line %2, column %3: %4")
+                    .arg(m_path, QString::number(line), QString::number(column), reason);
     return false;
 }

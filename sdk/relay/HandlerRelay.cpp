@@ -115,6 +115,11 @@ void CHandlerRelay::event(const Events::Event&, const Deliver& deliver)
     deliver();
 }
 
+bool CHandlerRelay::isObserved() const
+{
+    return m_observer->panel() != nullptr;
+}
+
 void CHandlerRelay::tellPanel(const Events::Event& event) const
 {
     if (CObserver* panel = m_observer->panel())

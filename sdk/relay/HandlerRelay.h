@@ -61,6 +61,9 @@ public:
     /// Returns the handler that calls are passed on to.
     ITargetSelectInterfaceHandler* host() const { return m_host.get(); }
 
+    /// Returns whether the panel has set its observer.
+    bool isObserved() const;
+
     /// Delivers `event` to the panel's observer, on the calling thread and without a call of
     /// event(). Has no effect before the panel has set its observer.
     void tellPanel(const Events::Event& event) const;
@@ -138,6 +141,10 @@ protected:
     /// the host notifies.
     virtual void event(const Events::Event& event, const Deliver& deliver);
 
+    /// Lets go of the handler that calls are passed on to. Events are still seen. No call may come
+    /// any more.
+    void releaseHost() { m_host.reset(); }
+
 private:
     class Observer;
 
@@ -145,6 +152,6 @@ private:
     Result pass(const char* name, Result (ITargetSelectInterfaceHandler::*operation)(Parameters...),
                 const Arguments&... arguments);
 
-    const std::shared_ptr<ITargetSelectInterfaceHandler> m_host;
+    std::shared_ptr<ITargetSelectInterfaceHandler> m_host;
     Observer* const m_observer; // lives as long as the process
 };

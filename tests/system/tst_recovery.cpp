@@ -1,3 +1,4 @@
+#include "tests/support/ProgramRun.h"
 #include "tests/support/WarningTrap.h"
 #include "tests/system/Outcome.h"
 #include "tests/system/User.h"
@@ -27,12 +28,6 @@ Wanted allProcessors(int count)
 Wanted button(const char* name)
 {
     return {text("Button"), text(name), text("Workbench")};
-}
-
-QByteArray content(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 /// The workbench with a project of four processors, and what it keeps for a crash.
@@ -128,16 +123,16 @@ void RecoveryTest::run(const std::function<void()>& work)
 void RecoveryTest::shouldRecoverUnsavedChanges()
 {
     Workbench workbench;
-    const QByteArray before = content(workbench.project);
+    const QByteArray before = contentOf(workbench.project);
     run([&] {
         workbench.crash();
-        QCOMPARE(content(workbench.project), before);
+        QCOMPARE(contentOf(workbench.project), before);
         workbench.start({});
         workbench.waitForText(workbench.project);
         workbench.user.click(button("Recover"));
         workbench.user.find(allProcessors(5));
         workbench.user.find({text("Window"), text("mine.json* - Workbench"), {}});
-        QCOMPARE(content(workbench.project), before);
+        QCOMPARE(contentOf(workbench.project), before);
         QCOMPARE(workbench.copies().size(), 1);
         workbench.user.pressKeys(text("ctrl+s"));
         workbench.waitForCopies(0);
@@ -159,7 +154,7 @@ void RecoveryTest::shouldRefuseADamagedCopy()
         workbench.crash();
         const QString path =
             workbench.path(text("settings/Workbench/recovery/")) + workbench.copies().first();
-        const QByteArray damaged = content(path).left(2000);
+        const QByteArray damaged = contentOf(path).left(2000);
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(damaged) == damaged.size());
         file.close();
@@ -168,7 +163,7 @@ void RecoveryTest::shouldRefuseADamagedCopy()
         workbench.waitForText(text(", line "));
         workbench.waitForText(text(".damaged"));
         workbench.user.click(button("OK"));
-        QCOMPARE(content(path + text(".damaged")), damaged);
+        QCOMPARE(contentOf(path + text(".damaged")), damaged);
         QVERIFY(workbench.copies().isEmpty());
         workbench.quit();
     });
@@ -202,12 +197,12 @@ void RecoveryTest::shouldNotAskWithoutAUser()
         workbench.crash();
         const QStringList left = workbench.copies("*");
         const QString settings = workbench.path(text("settings/Workbench/workbench.ini"));
-        const QByteArray kept = content(settings);
+        const QByteArray kept = contentOf(settings);
         workbench.start({text("--self-test")});
         workbench.waitForEnd();
         QCOMPARE(workbench.exitCode(), 0);
         QCOMPARE(workbench.copies("*"), left);
-        QCOMPARE(content(settings), kept);
+        QCOMPARE(contentOf(settings), kept);
     });
 }
 

@@ -1,20 +1,14 @@
 #include "tests/validate/ValidatorRun.h"
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QProcess>
 #include <QTemporaryDir>
+
+#include <chrono>
 
 namespace {
 
-constexpr int kLimitMs = 300000;
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
+constexpr std::chrono::minutes kLimit(5);
 
 } // namespace
 
@@ -23,15 +17,11 @@ ValidatorRun::ValidatorRun(const QStringList& arguments)
     static const QTemporaryDir folder;
     static int runs = 0;
     m_folder = folder.filePath(QString::number(++runs));
-    QProcess process;
-    process.start(QStringLiteral(TSA_VALIDATOR),
-                  QStringList{QStringLiteral("--json"), m_folder + QStringLiteral(".json"),
-                              QStringLiteral("--junit"), m_folder + QStringLiteral(".xml")}
-                      + arguments);
-    m_hasEnded = process.waitForFinished(kLimitMs) && process.exitStatus() == QProcess::NormalExit;
-    m_exitCode = process.exitCode();
-    m_output = QString::fromUtf8(process.readAllStandardOutput());
-    m_errors = QString::fromUtf8(process.readAllStandardError());
+    m_run = runProgram(QStringLiteral(TSA_VALIDATOR),
+                       QStringList{QStringLiteral("--json"), m_folder + QStringLiteral(".json"),
+                                   QStringLiteral("--junit"), m_folder + QStringLiteral(".xml")}
+                           + arguments,
+                       {}, kLimit);
 }
 
 QString ValidatorRun::wholeLibrary()
@@ -46,12 +36,12 @@ QString ValidatorRun::broken(const QString& name)
 
 QJsonObject ValidatorRun::json() const
 {
-    return QJsonDocument::fromJson(contents(m_folder + QStringLiteral(".json"))).object();
+    return QJsonDocument::fromJson(contentOf(m_folder + QStringLiteral(".json"))).object();
 }
 
 QByteArray ValidatorRun::junit() const
 {
-    return contents(m_folder + QStringLiteral(".xml"));
+    return contentOf(m_folder + QStringLiteral(".xml"));
 }
 
 QJsonObject ValidatorRun::onlyTest() const
@@ -75,5 +65,5 @@ QStringList ValidatorRun::codes() const
 
 QByteArray ValidatorRun::description() const
 {
-    return (m_output + m_errors).toUtf8();
+    return (output() + errors()).toUtf8();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/ProgramRun.h"
+
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
@@ -15,10 +17,10 @@ public:
     static QString wholeLibrary();
     static QString broken(const QString& name);
 
-    bool hasEnded() const { return m_hasEnded; }
-    int exitCode() const { return m_exitCode; }
-    const QString& output() const { return m_output; }
-    const QString& errors() const { return m_errors; }
+    bool hasEnded() const { return m_run.exitCode >= 0; }
+    int exitCode() const { return m_run.exitCode; }
+    const QString& output() const { return m_run.output; }
+    const QString& errors() const { return m_run.errors; }
 
     /// Returns the JSON report, empty if there is none.
     QJsonObject json() const;
@@ -37,8 +39,5 @@ public:
 
 private:
     QString m_folder;
-    QString m_output;
-    QString m_errors;
-    int m_exitCode = -1;
-    bool m_hasEnded = false;
+    ProgramRun m_run;
 };

@@ -1,6 +1,6 @@
+#include "tests/support/ProgramRun.h"
 #include "tests/support/WarningTrap.h"
 
-#include <QProcess>
 #include <QTest>
 
 class WarningTrapTest final : public QObject
@@ -34,15 +34,11 @@ void WarningTrapTest::shouldFailARunWithUnexpectedWarnings()
     QFETCH(QString, function);
     QFETCH(int, exitCode);
     QFETCH(QString, complaint);
-    QProcess program;
-    program.start(QStringLiteral(WARNING_PROGRAM),
-                  function.isEmpty() ? QStringList() : QStringList(function));
-    QVERIFY(program.waitForFinished());
-    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
-    const QString output = QString::fromUtf8(program.readAllStandardOutput());
-    QVERIFY2(output.contains(complaint), qPrintable(output));
-    QCOMPARE(output.contains(QStringLiteral("unexpected warning")), !complaint.isEmpty());
-    QCOMPARE(program.exitCode(), exitCode);
+    const ProgramRun run = runProgram(QStringLiteral(WARNING_PROGRAM),
+                                      function.isEmpty() ? QStringList() : QStringList(function));
+    QVERIFY2(run.output.contains(complaint), qPrintable(run.output));
+    QCOMPARE(run.output.contains(QStringLiteral("unexpected warning")), !complaint.isEmpty());
+    QCOMPARE(run.exitCode, exitCode);
 }
 
 TSA_GUILESS_TEST_MAIN(WarningTrapTest)

@@ -1,46 +1,23 @@
+#include "tests/support/ProgramRun.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QDir>
 #include <QFile>
 #include <QImage>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <chrono>
-
 namespace {
 
-using namespace std::chrono_literals;
-
-constexpr std::chrono::milliseconds kLimit = 60s;
-
-struct Outcome
+/// Runs the workbench on a script at its standard input, in the folder of the examples.
+ProgramRun run(const QByteArray& script, const QStringList& arguments = {})
 {
-    int exitCode = -1;
-    QString output;
-    QString errors;
-};
-
-/// Runs the workbench on a script at its standard input.
-Outcome run(const QByteArray& script, const QStringList& arguments = {})
-{
-    QProcess process;
-    process.setWorkingDirectory(QStringLiteral(EXAMPLE_SCRIPTS));
-    process.start(QStringLiteral(WORKBENCH_PROGRAM),
-                  QStringList{QStringLiteral("--library"), QStringLiteral(WORKBENCH_PANEL_LIBRARY),
-                              QStringLiteral("--script"), QStringLiteral("-")}
-                      + arguments);
-    process.write(script);
-    process.closeWriteChannel();
-    Outcome outcome;
-    if (!process.waitForFinished(static_cast<int>(kLimit.count())))
-        return outcome;
-    outcome.output = QString::fromUtf8(process.readAllStandardOutput());
-    outcome.errors = QString::fromUtf8(process.readAllStandardError());
-    if (process.exitStatus() == QProcess::NormalExit)
-        outcome.exitCode = process.exitCode();
-    return outcome;
+    return runProgram(QStringLiteral(WORKBENCH_PROGRAM),
+                      QStringList{QStringLiteral("--library"),
+                                  QStringLiteral(WORKBENCH_PANEL_LIBRARY),
+                                  QStringLiteral("--script"), QStringLiteral("-")}
+                          + arguments,
+                      script);
 }
 
 QByteArray start()
@@ -111,11 +88,6 @@ constexpr Failure kFailures[] = {
     {"click row \"Left\" within 20\npress Delete within 20\nclick row \"Left\"",
      "is open in front of the tree", 7},
 };
-QString content(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
 
 } // namespace
 
@@ -148,12 +120,12 @@ private:
     }
 
     const QTemporaryDir m_folder;
-    Outcome m_failures;
+    ProgramRun m_failures;
 };
 
 void ScriptRunsTest::shouldRunAScript()
 {
-    const Outcome outcome = run(start());
+    const ProgramRun outcome = run(start());
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
     QVERIFY(outcome.output.contains(QStringLiteral("(standard input): 2 steps done")));
 }
@@ -161,15 +133,16 @@ void ScriptRunsTest::shouldRunAScript()
 /// One program runs them all: each is reported, whatever became of the ones before.
 void ScriptRunsTest::initTestCase()
 {
+    QVERIFY(QDir::setCurrent(QStringLiteral(EXAMPLE_SCRIPTS)));
     QVERIFY(QFile::copy(QStringLiteral(EXAMPLE_SCRIPTS "/projects/show.json"),
                         m_folder.filePath(QStringLiteral("show.json"))));
     QStringList arguments;
     for (const Failure& failure : kFailures) {
         arguments << QStringLiteral("--script") << fileOf(failure);
-        QFile file(fileOf(failure));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("open \"show.json\"\nclick row \"Stage\"\nexpect shown\ntimeout 0.02\n");
-        file.write(failure.steps);
+        QVERIFY(writeFile(fileOf(failure),
+                          QByteArray("open \"show.json\"\nclick row \"Stage\"\nexpect shown\n"
+                                     "timeout 0.02\n")
+                              + failure.steps));
     }
     m_failures = run("expect panel\n", arguments);
 }
@@ -199,29 +172,29 @@ void ScriptRunsTest::shouldFailTruly()
 
 void ScriptRunsTest::shouldAnswerDialogsInDialogs()
 {
-    const Outcome outcome = run(start()
-                                + "click \"IP address management...\"\n"
-                                  "expect dialog \"IP address management\"\n"
-                                  "click \"Add\"\n"
-                                  "pick \"Add an IP address...\"\n"
-                                  "expect dialog \"Add IP\"\n"
-                                  "fill \"IP address\" \"192.168.0.10\"\n"
-                                  "click \"OK\"\n"
-                                  "expect message \"*used*\"\n"
-                                  "reply \"OK\"\n"
-                                  "expect dialog \"Add IP\"\n"
-                                  "reply \"Cancel\"\n"
-                                  "expect dialog \"IP address management\"\n"
-                                  "close\n"
-                                  "expect no dialog\n"
-                                  "expect row \"Left\"\n");
+    const ProgramRun outcome = run(start()
+                                   + "click \"IP address management...\"\n"
+                                     "expect dialog \"IP address management\"\n"
+                                     "click \"Add\"\n"
+                                     "pick \"Add an IP address...\"\n"
+                                     "expect dialog \"Add IP\"\n"
+                                     "fill \"IP address\" \"192.168.0.10\"\n"
+                                     "click \"OK\"\n"
+                                     "expect message \"*used*\"\n"
+                                     "reply \"OK\"\n"
+                                     "expect dialog \"Add IP\"\n"
+                                     "reply \"Cancel\"\n"
+                                     "expect dialog \"IP address management\"\n"
+                                     "close\n"
+                                     "expect no dialog\n"
+                                     "expect row \"Left\"\n");
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
 }
 
 void ScriptRunsTest::shouldRunNothingOfAWrongScript()
 {
     const QTemporaryDir folder;
-    const Outcome outcome =
+    const ProgramRun outcome =
         run(start() + "save \"" + folder.filePath(QStringLiteral("a.json")).toUtf8()
             + "\"\nexpect rwo \"Left\"\n");
     QCOMPARE(outcome.exitCode, 2);
@@ -234,14 +207,15 @@ void ScriptRunsTest::shouldRunNothingOfAWrongScript()
 void ScriptRunsTest::shouldKeepPictureAndLogOfAFailure()
 {
     const QTemporaryDir folder;
-    const Outcome outcome = run(
+    const ProgramRun outcome = run(
         start() + "picture \"at first\"\nclick row \"Left\"\nexpect row \"Nobody\" within 0.1\n",
         {QStringLiteral("--pictures"), folder.path()});
     QCOMPARE(outcome.exitCode, 1);
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files),
              (QStringList{QStringLiteral("01-at-first.png"), QStringLiteral("02-failure.png"),
                           QStringLiteral("failure-log.txt")}));
-    const QString log = content(folder.filePath(QStringLiteral("failure-log.txt")));
+    const QString log =
+        QString::fromUtf8(contentOf(folder.filePath(QStringLiteral("failure-log.txt"))));
     QVERIFY2(log.contains(QStringLiteral("there is no row \"Nobody\"")), qPrintable(log));
     QVERIFY2(log.contains(QStringLiteral("GetAllProcessorNodes() = 6 processors")),
              qPrintable(log));
@@ -250,7 +224,7 @@ void ScriptRunsTest::shouldKeepPictureAndLogOfAFailure()
 void ScriptRunsTest::shouldGoOnWithTheNextScript()
 {
     // The first one leaves everything changed, and fails in a dialog.
-    const Outcome outcome =
+    const ProgramRun outcome =
         run("command \"Open sample\"\nexpect shown\nread-only on\n"
             "command \"Handler answers\"\nlanguage Chinese\nexpect row \"Nobody\" within 0.1\n",
             {QStringLiteral("--script"), QStringLiteral("rename.script"),
@@ -268,12 +242,12 @@ void ScriptRunsTest::shouldReportCases()
 {
     const QTemporaryDir folder;
     const QString report = folder.filePath(QStringLiteral("report.xml"));
-    const Outcome outcome = run("case \"one\"\n" + start()
-                                    + "case \"two\"\ntimeout 0.1\nexpect row \"Nobody\"\ncase "
-                                      "\"three\"\nexpect row \"Left\"\n",
-                                {QStringLiteral("--junit"), report});
+    const ProgramRun outcome = run("case \"one\"\n" + start()
+                                       + "case \"two\"\ntimeout 0.1\nexpect row \"Nobody\"\ncase "
+                                         "\"three\"\nexpect row \"Left\"\n",
+                                   {QStringLiteral("--junit"), report});
     QCOMPARE(outcome.exitCode, 1);
-    const QString xml = content(report);
+    const QString xml = QString::fromUtf8(contentOf(report));
     QVERIFY2(xml.contains(QStringLiteral("tests=\"3\" failures=\"1\" skipped=\"1\"")),
              qPrintable(xml));
     QVERIFY2(xml.contains(QStringLiteral("message=\"(standard input):6:1: expect row "
@@ -285,14 +259,12 @@ void ScriptRunsTest::shouldLeaveOtherFilesAlone()
 {
     const QTemporaryDir folder;
     const QString mine = folder.filePath(QStringLiteral("mine.txt"));
-    QFile file(mine);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("mine") == 4);
-    file.close();
-    const Outcome outcome = run(start(), {QStringLiteral("--junit"), mine});
+    QVERIFY(writeFile(mine, "mine"));
+    const ProgramRun outcome = run(start(), {QStringLiteral("--junit"), mine});
     QCOMPARE(outcome.exitCode, 2);
     QVERIFY2(outcome.errors.contains(QStringLiteral("is not a report")),
              qPrintable(outcome.errors));
-    QCOMPARE(content(mine), QStringLiteral("mine"));
+    QCOMPARE(contentOf(mine), QByteArray("mine"));
 }
 
 void ScriptRunsTest::shouldReplaceItsOwnPicturesOnly()
@@ -303,7 +275,7 @@ void ScriptRunsTest::shouldReplaceItsOwnPicturesOnly()
     const QByteArray script = start() + "picture \"view\"\nexpect row \"Nobody\" within 0.1\n";
     const QStringList arguments{QStringLiteral("--pictures"), folder.path()};
     for (int time = 0; time < 2; ++time) {
-        const Outcome outcome = run(script, arguments);
+        const ProgramRun outcome = run(script, arguments);
         QVERIFY2(!outcome.errors.contains(QStringLiteral("cannot be written")),
                  qPrintable(outcome.errors));
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files), names);
@@ -314,24 +286,24 @@ void ScriptRunsTest::shouldReplaceItsOwnPicturesOnly()
     QFile log(folder.filePath(names.at(2)));
     QVERIFY(log.open(QIODevice::WriteOnly | QIODevice::Truncate) && log.write("mine") == 4);
     log.close();
-    const Outcome outcome = run(script, arguments);
+    const ProgramRun outcome = run(script, arguments);
     QCOMPARE(outcome.exitCode, 1);
     for (const QString& name : {names.at(0), names.at(2)})
         QVERIFY2(
             outcome.errors.contains(name + QStringLiteral(" cannot be written: what is there")),
             qPrintable(outcome.errors));
     QCOMPARE(QImage(folder.filePath(names.at(0))).width(), 1);
-    QCOMPARE(content(log.fileName()), QStringLiteral("mine"));
+    QCOMPARE(contentOf(log.fileName()), QByteArray("mine"));
 }
 
 void ScriptRunsTest::shouldEndUnderADialog()
 {
     // The question keeps the panel in an event loop when the script ends.
-    const Outcome outcome =
+    const ProgramRun outcome =
         run(start() + "click row \"Left\"\npress Delete\nexpect message \"*\"\n",
             {QStringLiteral("--script"), QStringLiteral("rename.script")});
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
-    const Outcome last =
+    const ProgramRun last =
         run("open \"projects/show.json\"\ncommand \"Handler answers\"\nexpect dialog \"*\"\n");
     QVERIFY2(last.exitCode == 0, qPrintable(last.errors));
 }
@@ -340,19 +312,18 @@ void ScriptRunsTest::shouldFailWhenTheProgramIsQuit()
 {
     const QTemporaryDir folder;
     const QString report = folder.filePath(QStringLiteral("report.xml"));
-    const Outcome outcome =
+    const ProgramRun outcome =
         run("command \"Quit\"\nexpect row \"Nobody\"\n", {QStringLiteral("--junit"), report});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains(QStringLiteral("was ended before its scripts were")),
              qPrintable(outcome.errors));
-    QVERIFY2(content(report).contains(QStringLiteral("failures=\"1\"")),
-             qPrintable(content(report)));
+    QVERIFY2(contentOf(report).contains("failures=\"1\""), contentOf(report).constData());
 }
 
 void ScriptRunsTest::shouldEndWhenItFailsInADetection()
 {
     // The detection would take minutes.
-    const Outcome outcome =
+    const ProgramRun outcome =
         run(start()
             + "answer detectPauseMs 10000\ntimeout 0.1\ncommand \"Detect devices\"\n"
               "expect row \"Nobody\"\n");
@@ -363,14 +334,12 @@ void ScriptRunsTest::shouldSaveOverProjectsOnly()
 {
     const QTemporaryDir folder;
     const QString mine = folder.filePath(QStringLiteral("mine.txt"));
-    QFile file(mine);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("mine") == 4);
-    file.close();
-    Outcome outcome = run(start() + "save \"" + mine.toUtf8() + "\"\n");
+    QVERIFY(writeFile(mine, "mine"));
+    ProgramRun outcome = run(start() + "save \"" + mine.toUtf8() + "\"\n");
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains(QStringLiteral("it is no project")),
              qPrintable(outcome.errors));
-    QCOMPARE(content(mine), QStringLiteral("mine"));
+    QCOMPARE(contentOf(mine), QByteArray("mine"));
 
     const QString recording = folder.filePath(QStringLiteral("session.jsonl"));
     outcome = run(start() + "save \"" + recording.toUtf8() + "\"\n",
@@ -378,7 +347,7 @@ void ScriptRunsTest::shouldSaveOverProjectsOnly()
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains(QStringLiteral("writes something else there")),
              qPrintable(outcome.errors));
-    QVERIFY(content(recording).startsWith(QStringLiteral("{\"trace\"")));
+    QVERIFY(contentOf(recording).startsWith("{\"trace\""));
 
     const QString project = folder.filePath(QStringLiteral("mine.json"));
     const QByteArray twice = "save \"" + project.toUtf8() + "\"\n";

@@ -1,52 +1,20 @@
+#include "tests/support/ProgramRun.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QFile>
 #include <QLocalServer>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <chrono>
-
 namespace {
 
-using namespace std::chrono_literals;
-
-constexpr std::chrono::milliseconds kLimit = 60s;
-
-struct Outcome
-{
-    int exitCode = -1;
-    QString errors;
-};
-
-/// Runs a program to its end.
-Outcome run(const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    Outcome outcome;
-    if (!process.waitForFinished(static_cast<int>(kLimit.count())))
-        return outcome;
-    outcome.errors = QString::fromUtf8(process.readAllStandardError());
-    if (process.exitStatus() == QProcess::NormalExit)
-        outcome.exitCode = process.exitCode();
-    return outcome;
-}
-
 /// Runs the workbench's self-test with the panel.
-Outcome selfTest(const QStringList& arguments)
+ProgramRun selfTest(const QStringList& arguments)
 {
-    return run(QStringLiteral(WORKBENCH_PROGRAM),
-               QStringList{QStringLiteral("--self-test"), QStringLiteral("--library"),
-                           QStringLiteral(WORKBENCH_PANEL_LIBRARY)}
-                   + arguments);
-}
-
-QByteArray content(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return runProgram(QStringLiteral(WORKBENCH_PROGRAM),
+                      QStringList{QStringLiteral("--self-test"), QStringLiteral("--library"),
+                                  QStringLiteral(WORKBENCH_PANEL_LIBRARY)}
+                          + arguments);
 }
 
 } // namespace
@@ -74,7 +42,7 @@ private:
 
 void WorkbenchProgramTest::shouldCheckTheSampleByDefault()
 {
-    const Outcome outcome = selfTest({});
+    const ProgramRun outcome = selfTest({});
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
 }
 
@@ -84,7 +52,7 @@ void WorkbenchProgramTest::shouldFailWithNothingToCheck()
     QVERIFY(project.open(QIODevice::WriteOnly));
     QVERIFY(project.write("{\"version\": 1}") > 0);
     project.close();
-    const Outcome outcome = selfTest({QStringLiteral("--project"), project.fileName()});
+    const ProgramRun outcome = selfTest({QStringLiteral("--project"), project.fileName()});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains(QStringLiteral("there is nothing to check")),
              qPrintable(outcome.errors));
@@ -105,11 +73,11 @@ void WorkbenchProgramTest::shouldLeaveItsProjectAsItIs()
     const QString project = file("mine.json");
     QFile::remove(project);
     QVERIFY(QFile::copy(QStringLiteral(WORKBENCH_PROJECTS "/sample.json"), project));
-    const QByteArray before = content(project);
-    const Outcome outcome = selfTest({QStringLiteral("--project"), project, option, project});
+    const QByteArray before = contentOf(project);
+    const ProgramRun outcome = selfTest({QStringLiteral("--project"), project, option, project});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains(reason), qPrintable(outcome.errors));
-    QCOMPARE(content(project), before);
+    QCOMPARE(contentOf(project), before);
 }
 
 void WorkbenchProgramTest::shouldRefuseOptionsThatDoNotGoTogether_data()
@@ -136,7 +104,8 @@ void WorkbenchProgramTest::shouldRefuseOptionsThatDoNotGoTogether()
 {
     QFETCH(QString, options);
     QFETCH(QString, reason);
-    const Outcome outcome = run(QStringLiteral(WORKBENCH_PROGRAM), options.split(QLatin1Char(' ')));
+    const ProgramRun outcome =
+        runProgram(QStringLiteral(WORKBENCH_PROGRAM), options.split(QLatin1Char(' ')));
     QCOMPARE(outcome.exitCode, 2);
     QVERIFY2(outcome.errors.contains(reason), qPrintable(outcome.errors));
 }
@@ -144,12 +113,12 @@ void WorkbenchProgramTest::shouldRefuseOptionsThatDoNotGoTogether()
 void WorkbenchProgramTest::shouldFailWhenTheTraceEnds()
 {
     // A full disk: the trace of a self-test has more than the 512 bytes that it may have.
-    const Outcome outcome =
-        run(QStringLiteral("/bin/sh"),
-            {QStringLiteral("-c"), QStringLiteral("trap '' XFSZ; ulimit -f 1; exec \"$@\""),
-             QStringLiteral("sh"), QStringLiteral(WORKBENCH_PROGRAM), QStringLiteral("--self-test"),
-             QStringLiteral("--library"), QStringLiteral(WORKBENCH_PANEL_LIBRARY),
-             QStringLiteral("--trace"), file("trace.txt")});
+    const ProgramRun outcome = runProgram(
+        QStringLiteral("/bin/sh"),
+        {QStringLiteral("-c"), QStringLiteral("trap '' XFSZ; ulimit -f 1; exec \"$@\""),
+         QStringLiteral("sh"), QStringLiteral(WORKBENCH_PROGRAM), QStringLiteral("--self-test"),
+         QStringLiteral("--library"), QStringLiteral(WORKBENCH_PANEL_LIBRARY),
+         QStringLiteral("--trace"), file("trace.txt")});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains(file("trace.txt") + QStringLiteral(" cannot be written: ")),
              qPrintable(outcome.errors));
@@ -159,7 +128,7 @@ void WorkbenchProgramTest::shouldLeaveTheSocketOfAnother()
 {
     QLocalServer first;
     QVERIFY(first.listen(file("inspector")));
-    const Outcome outcome = selfTest({QStringLiteral("--inspect"), file("inspector")});
+    const ProgramRun outcome = selfTest({QStringLiteral("--inspect"), file("inspector")});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains(QStringLiteral("another program listens there")),
              qPrintable(outcome.errors));

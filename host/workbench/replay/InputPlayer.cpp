@@ -14,6 +14,7 @@
 #include <QPointer>
 #include <QWheelEvent>
 #include <QWidget>
+#include <QWindow>
 
 #include <map>
 
@@ -126,11 +127,23 @@ void sendDrop(const Gesture& gesture)
     QDrag::cancel();
 }
 
+/// Closes a window as its title bar does.
+void sendClose(const Gesture& gesture)
+{
+    if (QWindow* window = gesture.widget.windowHandle())
+        window->close();
+}
+
 void sendInputMethod(const Gesture& gesture)
 {
     QInputMethodEvent event(gesture.text("preedit"), {});
     event.setCommitString(gesture.text("commit"));
     QCoreApplication::sendEvent(&gesture.widget, &event);
+}
+
+void loseFocus(const Gesture& gesture)
+{
+    gesture.widget.clearFocus();
 }
 
 using Send = void (*)(const Gesture&);
@@ -148,7 +161,8 @@ const std::map<QString, Send>& sends()
         {QStringLiteral("contextMenu"), &sendContextMenu},
         {QStringLiteral("drop"), &sendDrop},
         {QStringLiteral("inputMethod"), &sendInputMethod},
-        {QStringLiteral("focusOut"), [](const Gesture& gesture) { gesture.widget.clearFocus(); }},
+        {QStringLiteral("close"), &sendClose},
+        {QStringLiteral("focusOut"), &loseFocus},
         {QStringLiteral("resize"),
          [](const Gesture& gesture) {
              gesture.widget.resize(gesture.number("width"), gesture.number("height"));
@@ -168,7 +182,8 @@ QWidget* target(QWidget& panel, const CTraceEntry& gesture)
 
 bool isForAnyWidget(const CTraceEntry& gesture)
 {
-    return gesture.name == QLatin1String("key") || gesture.name == QLatin1String("keyRelease");
+    return gesture.name == QLatin1String("key") || gesture.name == QLatin1String("keyRelease")
+           || gesture.name == QLatin1String("focusOut");
 }
 
 QWidget& nearest(QWidget& panel, const CTraceEntry& gesture)

@@ -11,7 +11,7 @@ namespace InputPlayer {
 QWidget* target(QWidget& panel, const CTraceEntry& gesture);
 
 /// Returns whether the gesture is for whatever has the focus: a key, which a list of proposals that
-/// is not there this time hands on to its field.
+/// is not there this time hands on to its field, and the loss of the focus.
 bool isForAnyWidget(const CTraceEntry& gesture);
 
 /// Returns the innermost widget on the way to the one of the gesture that is there.

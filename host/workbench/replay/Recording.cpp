@@ -21,6 +21,7 @@ Recording::Recording(const std::vector<CTraceEntry>& entries, bool isCutOff)
 {
     QSet<qint64> causes;
     qint64 lastEvent = -kSettleTime;
+    bool hasPanel = false;
     for (const CTraceEntry& entry : entries) {
         if (entry.kind != CTraceEntry::Kind::Call)
             causes.insert(entry.cause);
@@ -30,7 +31,11 @@ Recording::Recording(const std::vector<CTraceEntry>& entries, bool isCutOff)
             m_inMotion.insert(entry.sequence);
         if (entry.kind != CTraceEntry::Kind::Input && entry.duration < 0)
             m_isCutOff = true;
+        if (entry.kind == CTraceEntry::Kind::Layer)
+            hasPanel = entry.name != QLatin1String("Destroy");
     }
+    m_isCutOff = m_isCutOff || hasPanel;
+    findEventsInARow(entries);
     for (const CTraceEntry& entry : entries) {
         if (entry.kind != CTraceEntry::Kind::Call) {
             // The host's layout resizes at any time.
@@ -45,20 +50,64 @@ Recording::Recording(const std::vector<CTraceEntry>& entries, bool isCutOff)
             m_requests.push_back(entry);
             continue;
         }
-        ++m_questionCount;
-        if (entry.thread.startsWith(QLatin1String("work")))
-            m_workQuestions.push_back(entry.sequence);
-        if (causes.contains(entry.sequence))
-            m_questions.insert(entry.sequence);
-        std::vector<CTraceEntry>& answers = m_answers[keyOf(entry.name, entry.arguments)];
-        answers.push_back(entry);
-        answers.back().arguments = {};
+        addQuestion(entry, causes.contains(entry.sequence));
     }
 }
 
-bool Recording::isInQuestion(const CTraceEntry& driver) const
+void Recording::addQuestion(const CTraceEntry& question, bool isCause)
 {
-    return m_questions.contains(driver.cause);
+    ++m_questionCount;
+    if (question.thread.startsWith(QLatin1String("work")))
+        m_workQuestions.push_back(question.sequence);
+    const QByteArray key = keyOf(question.name, question.arguments);
+    std::vector<CTraceEntry>& answers = m_answers[key];
+    if (isCause) {
+        const qint64 step = std::max(m_drivers.empty() ? 0 : m_drivers.back().sequence,
+                                     m_requests.empty() ? 0 : m_requests.back().sequence);
+        const auto before =
+            std::count_if(answers.begin(), answers.end(),
+                          [&](const CTraceEntry& answer) { return answer.sequence > step; });
+        m_questions.insert(question.sequence, {key, answers.size(), static_cast<int>(before),
+                                               isEvent(question.cause)});
+    }
+    answers.push_back(question);
+    answers.back().arguments = {};
+}
+
+/// Returns whether the entry of this number is an event, among the drivers so far.
+bool Recording::isEvent(qint64 sequence) const
+{
+    const auto driver = std::lower_bound(
+        m_drivers.begin(), m_drivers.end(), sequence,
+        [](const CTraceEntry& entry, qint64 number) { return entry.sequence < number; });
+    return driver != m_drivers.end() && driver->sequence == sequence
+           && driver->kind == CTraceEntry::Kind::Event;
+}
+
+void Recording::findEventsInARow(const std::vector<CTraceEntry>& entries)
+{
+    const CTraceEntry* before = nullptr; // the last event, if the panel has asked nothing since
+    for (const CTraceEntry& entry : entries) {
+        if (entry.thread == QLatin1String("gui")) {
+            before = nullptr;
+        } else if (entry.kind == CTraceEntry::Kind::Event) {
+            if (before && before->thread == entry.thread && before->duration >= 0
+                && entry.time - before->end() < kSettleTime)
+                m_rightAfter.insert(entry.sequence);
+            before = &entry;
+        }
+    }
+}
+
+const Recording::Question* Recording::questionOf(const CTraceEntry& driver) const
+{
+    const auto found = m_questions.constFind(driver.cause);
+    return found == m_questions.constEnd() ? nullptr : &*found;
+}
+
+bool Recording::isRightAfterAnother(const CTraceEntry& driver) const
+{
+    return m_rightAfter.contains(driver.sequence);
 }
 
 std::size_t Recording::workQuestionsBefore(const CTraceEntry& driver) const
@@ -73,10 +122,14 @@ bool Recording::isTreeInMotion(const CTraceEntry& driver) const
     return m_inMotion.contains(driver.sequence);
 }
 
-const CTraceEntry* Recording::answer(const QString& name, const QJsonObject& arguments,
-                                     qint64 position, qint64 event) const
+const CTraceEntry* Recording::answer(const Question& question) const
 {
-    const auto found = m_answers.constFind(keyOf(name, arguments));
+    return &(*m_answers.constFind(question.key))[question.at];
+}
+
+const CTraceEntry* Recording::answer(const QByteArray& key, qint64 position, qint64 event) const
+{
+    const auto found = m_answers.constFind(key);
     if (found == m_answers.constEnd())
         return nullptr;
     const std::vector<CTraceEntry>& answers = *found;

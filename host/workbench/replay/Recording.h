@@ -17,7 +17,8 @@ public:
     /// `isCutOff` if the host ended before the recording did.
     explicit Recording(const std::vector<CTraceEntry>& entries, bool isCutOff = false);
 
-    /// Returns whether the host ended inside a call or an event, or before its line was written.
+    /// Returns whether the host ended inside a call or an event, before its line was written, or
+    /// before its panel.
     bool isCutOff() const { return m_isCutOff; }
 
     /// What comes from outside of the panel, in its order: events, layer calls and input.
@@ -26,8 +27,24 @@ public:
     /// What the panel asked the host to do, in its order.
     const std::vector<CTraceEntry>& requests() const { return m_requests; }
 
-    /// Returns whether the host told this event inside a question, which may not come again.
-    bool isInQuestion(const CTraceEntry& driver) const;
+    /// A question inside which the host told an event or called the panel.
+    struct Question
+    {
+        QByteArray key;       ///< See keyOf().
+        std::size_t at = 0;   ///< Of the answers with this key.
+        int before = 0;       ///< How often the same was asked before, since the last other step.
+        bool inEvent = false; ///< It was asked inside an event, which is its cause.
+    };
+
+    /// Returns the question inside which the host did this, null for none. The panel may ask more
+    /// or less often.
+    const Question* questionOf(const CTraceEntry& driver) const;
+
+    bool isInQuestion(const CTraceEntry& driver) const { return questionOf(driver) != nullptr; }
+
+    /// Returns whether the thread that told this event had told another one shortly before, and the
+    /// GUI thread was busy elsewhere: it asked nothing in between, so it took both up later.
+    bool isRightAfterAnother(const CTraceEntry& driver) const;
 
     /// Returns how many questions the panel's work thread had asked when `driver` began.
     std::size_t workQuestionsBefore(const CTraceEntry& driver) const;
@@ -42,11 +59,17 @@ public:
     /// null if there is none. It is the first one before the next request, gesture or call of the
     /// host, because a host changes its project before it tells; else the last one up to
     /// `position`, else any.
-    const CTraceEntry* answer(const QString& name, const QJsonObject& arguments, qint64 position,
-                              qint64 event) const;
+    const CTraceEntry* answer(const QByteArray& key, qint64 position, qint64 event) const;
+
+    const CTraceEntry* answer(const Question& question) const;
+
+    /// Returns what two questions have in common that are the same.
+    static QByteArray keyOf(const QString& name, const QJsonObject& arguments);
 
 private:
-    static QByteArray keyOf(const QString& name, const QJsonObject& arguments);
+    void findEventsInARow(const std::vector<CTraceEntry>& entries);
+    void addQuestion(const CTraceEntry& question, bool isCause);
+    bool isEvent(qint64 sequence) const;
 
     std::vector<CTraceEntry> m_drivers;
     std::vector<CTraceEntry> m_requests;
@@ -55,6 +78,7 @@ private:
     std::vector<qint64> m_moments; // requests, gestures and calls of the host
     std::vector<qint64> m_workQuestions;
     QSet<qint64> m_inMotion;
-    QSet<qint64> m_questions; // those inside which something else happened
+    QSet<qint64> m_rightAfter;           // events, behind the one before
+    QHash<qint64, Question> m_questions; // those inside which something else happened
     QHash<QByteArray, std::vector<CTraceEntry>> m_answers; // in the order of the questions
 };

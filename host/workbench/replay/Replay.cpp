@@ -26,10 +26,9 @@ QString counts(const QString& path, const Recording& recording)
 {
     return Messages::tr("%1: the panel made the %2 recorded requests (%3 events, calls and "
                         "gestures, %4 questions)")
-        .arg(QDir::toNativeSeparators(path))
-        .arg(recording.requests().size())
-        .arg(recording.drivers().size())
-        .arg(recording.questionCount());
+        .arg(QDir::toNativeSeparators(path), QString::number(recording.requests().size()),
+             QString::number(recording.drivers().size()),
+             QString::number(recording.questionCount()));
 }
 
 /// Returns what is to be known of questions that the recording has no answer to, empty for none.
@@ -38,8 +37,7 @@ QString unansweredText(const QStringList& questions)
     if (questions.isEmpty())
         return {};
     return Messages::tr("%1 questions were not recorded and got default answers; the first: %2")
-        .arg(questions.size())
-        .arg(questions.constFirst());
+        .arg(QString::number(questions.size()), questions.constFirst());
 }
 
 QString differenceText(const QString& path, const Difference& difference)

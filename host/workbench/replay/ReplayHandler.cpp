@@ -34,10 +34,20 @@ void appendEntries(const CHandlerRelay::Call& call, const QJsonObject& outs)
 
 } // namespace
 
-ReplayHandler::ReplayHandler(std::shared_ptr<ReplayProgress> progress)
+ReplayHandler::ReplayHandler(std::shared_ptr<ReplayProgress> progress,
+                             std::shared_ptr<ReplayHandler> former)
     : CHandlerRelay(nullptr)
     , m_progress(std::move(progress))
+    , m_former(std::move(former))
 {
+}
+
+void ReplayHandler::tell(const Events::Event& event) const
+{
+    if (m_former && !isObserved())
+        m_former->tell(event);
+    else
+        tellPanel(event);
 }
 
 CHandlerRelay::Answer ReplayHandler::call(const Call& call, const Ask&)
@@ -54,18 +64,30 @@ CHandlerRelay::Answer ReplayHandler::call(const Call& call, const Ask&)
             noteUnanswered(call);
         return {};
     }
-    while (const CTraceEntry* inside = m_progress->takeEventInside(*recorded)) {
-        Events::Event event;
-        TraceValues::readEvent(inside->arguments, event);
-        const ReplayProgress::Telling telling(inside->sequence);
-        tellPanel(event);
-    }
+    // The panel may let go of its handler inside.
+    const auto self = shared_from_this();
+    doInside(*recorded);
     if (isRequest && isGuiThread() && goOnInside)
         goOnInside(*recorded);
     appendEntries(call, recorded->outs);
     Answer answer;
     TraceValues::readAnswer(call.operation, recorded->answer, recorded->outs, answer);
     return answer;
+}
+
+/// Does what the recorded host did inside this call on its own thread.
+void ReplayHandler::doInside(const CTraceEntry& call)
+{
+    while (const CTraceEntry* inside = m_progress->takeInside(call, isGuiThread())) {
+        if (inside->kind == CTraceEntry::Kind::Event) {
+            Events::Event event;
+            TraceValues::readEvent(inside->arguments, event);
+            const ReplayProgress::Telling telling(inside->sequence);
+            tell(event);
+        } else if (callPanel) {
+            callPanel(*inside);
+        }
+    }
 }
 
 /// Notes a question that the recording has no answer to. It is no difference by itself: whether the

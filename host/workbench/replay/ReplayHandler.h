@@ -6,18 +6,24 @@
 #include <functional>
 #include <memory>
 
-/// The host of a recording: answers each call as the recorded host did, and tells the events that
-/// it told inside the call. Requests are compared with the recorded ones.
-///
-/// A question that was never asked is a difference, unless the panel asks it to paint, which it
-/// does more or less often: then it gets the default answer.
+/// The host of a recording: answers each call as the recorded host did, and does inside the call
+/// what that one did: tells events, calls the panel. Requests are compared with the recorded ones.
+/// A question that was never asked gets the default answer.
 class ReplayHandler final : public CHandlerRelay
 {
 public:
-    explicit ReplayHandler(std::shared_ptr<ReplayProgress> progress);
+    /// `former` is the handler that the host replaces by this one, null for none.
+    explicit ReplayHandler(std::shared_ptr<ReplayProgress> progress,
+                           std::shared_ptr<ReplayHandler> former = {});
 
-    /// Handles events inside a call on the GUI thread until the recorded host returned from it. Set
-    /// before the panel is created, like isPainting; called on the GUI thread.
+    /// Tells the panel an event, through the handler that it last gave its observer.
+    void tell(const Events::Event& event) const;
+
+    /// Repeats a call of the host to the panel. Set before the panel is created, like the
+    /// following ones; called on the GUI thread.
+    std::function<void(const CTraceEntry& driver)> callPanel;
+
+    /// Handles events inside a call on the GUI thread until the recorded host returned from it.
     std::function<void(const CTraceEntry& call)> goOnInside;
 
     /// Returns whether the panel is painting.
@@ -27,7 +33,9 @@ protected:
     Answer call(const Call& call, const Ask& ask) override;
 
 private:
+    void doInside(const CTraceEntry& call);
     void noteUnanswered(const Call& call);
 
     const std::shared_ptr<ReplayProgress> m_progress;
+    const std::shared_ptr<ReplayHandler> m_former;
 };

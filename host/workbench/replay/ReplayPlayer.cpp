@@ -10,6 +10,7 @@
 
 #include <QEventLoop>
 #include <QMetaObject>
+#include <QPointer>
 #include <QWidget>
 
 #include <algorithm>
@@ -19,8 +20,11 @@ namespace {
 
 /// How long the panel may take for the next step. It waits for the GUI thread up to 5 s.
 constexpr int kPatienceMs = 10000;
-/// How long a step waits for questions that came before it, and may not come again.
+/// How long a step waits for questions that came before it, and may not come again, while the panel
+/// is at rest.
 constexpr int kQuestionMs = 200;
+/// The same while the panel's work thread has something to do.
+constexpr int kBusyMs = 3000;
 /// How long nothing more may come at the end.
 constexpr int kQuietMs = 300;
 /// How long the GUI thread waits inside a request for an event that came inside it.
@@ -56,10 +60,8 @@ ReplayPlayer::ReplayPlayer(std::shared_ptr<const Recording> recording, ReplaySta
     : QObject(parent)
     , m_progress(std::make_shared<ReplayProgress>(std::move(recording)))
     , m_stage(stage)
-    , m_handler(std::make_shared<ReplayHandler>(m_progress))
+    , m_handler(makeHandler({}))
 {
-    m_handler->goOnInside = [this](const CTraceEntry& call) { goOnInside(call); };
-    m_handler->isPainting = [this] { return isPainting(); };
     m_poll.setSingleShot(true);
     connect(&m_poll, &QTimer::timeout, this, &ReplayPlayer::schedule);
 }
@@ -67,8 +69,24 @@ ReplayPlayer::ReplayPlayer(std::shared_ptr<const Recording> recording, ReplaySta
 ReplayPlayer::~ReplayPlayer()
 {
     m_progress->end();
-    m_handler->goOnInside = {};
-    m_handler->isPainting = {};
+}
+
+/// Returns a handler for the panel. It takes the place of `former`, which may be null.
+std::shared_ptr<ReplayHandler> ReplayPlayer::makeHandler(std::shared_ptr<ReplayHandler> former)
+{
+    auto handler = std::make_shared<ReplayHandler>(m_progress, std::move(former));
+    // The panel's threads may keep the handler a little longer than this object lives.
+    const QPointer<ReplayPlayer> self(this);
+    handler->callPanel = [self](const CTraceEntry& driver) {
+        if (self)
+            self->callLayer(driver);
+    };
+    handler->goOnInside = [self](const CTraceEntry& call) {
+        if (self)
+            self->goOnInside(call);
+    };
+    handler->isPainting = [self] { return self && self->isPainting(); };
+    return handler;
 }
 
 void ReplayPlayer::start()
@@ -115,7 +133,7 @@ void ReplayPlayer::step()
     }
     const bool isForWidget = isGesture && m_stage.panel();
     if (isForWidget && !InputPlayer::target(*m_stage.panel(), *driver)
-        && !(m_idle.hasExpired(kQuestionMs) && InputPlayer::isForAnyWidget(*driver))) {
+        && !(hasWaitedLong() && InputPlayer::isForAnyWidget(*driver))) {
         wait();
         return;
     }
@@ -123,13 +141,19 @@ void ReplayPlayer::step()
     const bool isEarly =
         m_progress->recording().isInQuestion(*driver) || m_progress->isWorkBehind(*driver)
         || (driver->kind != CTraceEntry::Kind::Event && CWorkThread::PendingJobs() > 0);
-    if (isEarly && !m_idle.hasExpired(kQuestionMs)) {
+    if (isEarly && !hasWaitedLong()) {
         wait();
         return;
     }
-    m_progress->takeDriver();
     schedule();
-    perform(*driver);
+    if (m_progress->take(*driver))
+        perform(*driver);
+}
+
+/// Returns whether questions that have not come again will not do so.
+bool ReplayPlayer::hasWaitedLong() const
+{
+    return m_idle.hasExpired(CWorkThread::PendingJobs() > 0 ? kBusyMs : kQuestionMs);
 }
 
 /// Comes back soon, unless the panel has taken too long.
@@ -187,12 +211,15 @@ void ReplayPlayer::raise(const CTraceEntry& driver)
 {
     if (driver.thread != QLatin1String("gui")) {
         raiseElsewhere(driver);
+        // The thread goes on without this one, as the recorded one did.
+        while (const CTraceEntry* next = m_progress->takeEventInARow())
+            raiseElsewhere(*next);
         return;
     }
     Events::Event event;
     TraceValues::readEvent(driver.arguments, event);
     const ReplayProgress::Telling telling(driver.sequence);
-    m_handler->tellPanel(event);
+    m_handler->tell(event);
 }
 
 std::shared_ptr<ReplayPlayer::Delivery> ReplayPlayer::raiseElsewhere(const CTraceEntry& driver)
@@ -203,9 +230,10 @@ std::shared_ptr<ReplayPlayer::Delivery> ReplayPlayer::raiseElsewhere(const CTrac
     auto delivery = std::make_shared<Delivery>();
     m_threads.run(driver.thread,
                   [this, handler = m_handler, event, delivery, number = driver.sequence] {
+                      delivery->begun.release();
                       {
                           const ReplayProgress::Telling telling(number);
-                          handler->tellPanel(event);
+                          handler->tell(event);
                       }
                       delivery->done.release();
                       QMetaObject::invokeMethod(
@@ -223,6 +251,7 @@ std::shared_ptr<ReplayPlayer::Delivery> ReplayPlayer::raiseElsewhere(const CTrac
 void ReplayPlayer::callLayer(const CTraceEntry& driver)
 {
     if (driver.name == QLatin1String("TargetSelectArea_Init")) {
+        m_handler = makeHandler({});
         const QSize size(driver.arguments.value(QLatin1String("width")).toInt(),
                          driver.arguments.value(QLatin1String("height")).toInt());
         if (!m_stage.open(size, m_handler))
@@ -234,6 +263,12 @@ void ReplayPlayer::callLayer(const CTraceEntry& driver)
         m_stage.close();
         return;
     }
+    if (driver.name == QLatin1String("HandlerReplaced") && m_stage.layer()) {
+        m_handler = makeHandler(m_handler);
+        const bool isAssigned = driver.arguments.value(QLatin1String("assigned")).toBool();
+        m_stage.layer()->m_controlHandler = isAssigned ? m_handler : nullptr;
+        return;
+    }
     QJsonValue answer(QJsonValue::Undefined);
     if (!m_stage.layer()
         || !LayerCalls::repeat(*m_stage.layer(), driver.name, driver.arguments, answer)) {
@@ -242,6 +277,11 @@ void ReplayPlayer::callLayer(const CTraceEntry& driver)
                                       "operation")});
         return;
     }
+    compareAnswer(driver, answer);
+}
+
+void ReplayPlayer::compareAnswer(const CTraceEntry& driver, const QJsonValue& answer)
+{
     const bool isCompared = driver.duration >= 0
                             && (driver.name != QLatin1String("GetProcessorTree")
                                 || !m_progress->recording().isTreeInMotion(driver));
@@ -269,6 +309,7 @@ void ReplayPlayer::goOnInside(const CTraceEntry& call)
     while (const CTraceEntry* driver = m_progress->takeEventDuring(call)) {
         const std::shared_ptr<Delivery> delivery = raiseElsewhere(*driver);
         // One that outlasted the request may need the GUI thread to end.
+        delivery->begun.tryAcquire(1, kInsideMs);
         delivery->done.tryAcquire(1, driver->end() < call.end() ? kInsideMs : kOverlapMs);
     }
     QEventLoop loop;

@@ -57,11 +57,14 @@ private:
     /// An event on another thread.
     struct Delivery
     {
+        QSemaphore begun;
         QSemaphore done;
     };
 
+    std::shared_ptr<ReplayHandler> makeHandler(std::shared_ptr<ReplayHandler> former);
     void schedule();
     void step();
+    bool hasWaitedLong() const;
     void wait();
     void giveUp();
     void conclude();
@@ -70,6 +73,7 @@ private:
     void raise(const CTraceEntry& driver);
     std::shared_ptr<Delivery> raiseElsewhere(const CTraceEntry& driver);
     void callLayer(const CTraceEntry& driver);
+    void compareAnswer(const CTraceEntry& driver, const QJsonValue& answer);
     void gesture(const CTraceEntry& driver);
     void goOnInside(const CTraceEntry& call);
     bool isPainting() const;

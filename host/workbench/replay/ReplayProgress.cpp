@@ -64,14 +64,18 @@ ReplayProgress::ReplayProgress(std::shared_ptr<const Recording> recording)
 
 const CTraceEntry* ReplayProgress::takeRequest(const QString& name, const QJsonObject& arguments)
 {
-    const CTraceEntry* next = nextRequest();
-    if (isOver())
-        return nullptr;
-    if (next && next->name == name && areSame(name, next->arguments, arguments)) {
+    const CTraceEntry* next = nullptr;
+    {
         const std::lock_guard guard(m_mutex);
-        ++m_request;
-        m_position = std::max(m_position, next->sequence);
-        return next;
+        if (m_isOver)
+            return nullptr;
+        next = request();
+        if (next && next->name == name && areSame(name, next->arguments, arguments)) {
+            ++m_request;
+            m_asked = 0;
+            m_position = std::max(m_position, next->sequence);
+            return next;
+        }
     }
     if (next)
         end(Difference{next->line, next->text(), textOf(name, arguments)});
@@ -92,10 +96,19 @@ ReplayProgress::Telling::~Telling()
     t_event = m_former;
 }
 
-const CTraceEntry* ReplayProgress::answer(const QString& name, const QJsonObject& arguments) const
+const CTraceEntry* ReplayProgress::answer(const QString& name, const QJsonObject& arguments)
 {
+    const QByteArray key = Recording::keyOf(name, arguments);
     const std::lock_guard guard(m_mutex);
-    return m_recording->answer(name, arguments, m_position, t_event);
+    // What the host did inside a question has to come inside the same one.
+    const CTraceEntry* next = driver();
+    const Recording::Question* question = next ? m_recording->questionOf(*next) : nullptr;
+    const CTraceEntry* due = request();
+    if (question && question->key == key && (!due || due->sequence > next->sequence)
+        && t_event == (question->inEvent ? m_recording->answer(*question)->cause : 0)
+        && m_asked++ >= question->before)
+        return m_recording->answer(*question);
+    return m_recording->answer(key, m_position, t_event);
 }
 
 void ReplayProgress::noteUnanswered(const QString& question)
@@ -125,13 +138,24 @@ bool ReplayProgress::isWorkBehind(const CTraceEntry& driver) const
 const CTraceEntry* ReplayProgress::nextDriver() const
 {
     const std::lock_guard guard(m_mutex);
-    const auto& drivers = m_recording->drivers();
-    return m_driver < drivers.size() ? &drivers[m_driver] : nullptr;
+    return driver();
 }
 
 const CTraceEntry* ReplayProgress::nextRequest() const
 {
     const std::lock_guard guard(m_mutex);
+    return request();
+}
+
+/// With m_mutex locked, like request().
+const CTraceEntry* ReplayProgress::driver() const
+{
+    const auto& drivers = m_recording->drivers();
+    return m_driver < drivers.size() ? &drivers[m_driver] : nullptr;
+}
+
+const CTraceEntry* ReplayProgress::request() const
+{
     const auto& requests = m_recording->requests();
     return m_request < requests.size() ? &requests[m_request] : nullptr;
 }
@@ -142,21 +166,25 @@ bool ReplayProgress::isDue(const CTraceEntry& driver) const
     return !request || request->sequence > driver.sequence;
 }
 
-void ReplayProgress::takeDriver()
+bool ReplayProgress::take(const CTraceEntry& driver)
 {
     const std::lock_guard guard(m_mutex);
-    m_position = std::max(m_position, m_recording->drivers()[m_driver].sequence);
+    if (this->driver() != &driver)
+        return false;
+    m_position = std::max(m_position, driver.sequence);
     ++m_driver;
+    m_asked = 0;
+    return true;
 }
 
-const CTraceEntry* ReplayProgress::takeEventInside(const CTraceEntry& cause)
+const CTraceEntry* ReplayProgress::takeInside(const CTraceEntry& cause, bool isGuiThread)
 {
     const CTraceEntry* driver = nextDriver();
-    if (!driver || isOver() || driver->kind != CTraceEntry::Kind::Event
-        || driver->cause != cause.sequence || !isDue(*driver))
+    if (!driver || isOver() || driver->cause != cause.sequence
+        || driver->kind == CTraceEntry::Kind::Input
+        || (driver->thread == QLatin1String("gui") && !isGuiThread) || !isDue(*driver))
         return nullptr;
-    takeDriver();
-    return driver;
+    return take(*driver) ? driver : nullptr;
 }
 
 const CTraceEntry* ReplayProgress::takeEventDuring(const CTraceEntry& call)
@@ -167,8 +195,16 @@ const CTraceEntry* ReplayProgress::takeEventDuring(const CTraceEntry& call)
         || (driver->time >= call.end() && driver->line > call.line)
         || m_recording->isInQuestion(*driver) || !isDue(*driver))
         return nullptr;
-    takeDriver();
-    return driver;
+    return take(*driver) ? driver : nullptr;
+}
+
+const CTraceEntry* ReplayProgress::takeEventInARow()
+{
+    const CTraceEntry* driver = nextDriver();
+    if (!driver || isOver() || !m_recording->isRightAfterAnother(*driver)
+        || m_recording->isInQuestion(*driver) || !isDue(*driver))
+        return nullptr;
+    return take(*driver) ? driver : nullptr;
 }
 
 bool ReplayProgress::isGuiBusyUntilEndOf(const CTraceEntry& entry) const

@@ -34,7 +34,7 @@ public:
     const CTraceEntry* takeRequest(const QString& name, const QJsonObject& arguments);
 
     /// Returns the recorded answer to a question, null for none.
-    const CTraceEntry* answer(const QString& name, const QJsonObject& arguments) const;
+    const CTraceEntry* answer(const QString& name, const QJsonObject& arguments);
 
     /// An event is being told on this thread, as long as this object exists. Questions inside are
     /// answered as they were inside the recorded one.
@@ -69,15 +69,20 @@ public:
     /// Returns whether all requests have come that the panel made before `driver`.
     bool isDue(const CTraceEntry& driver) const;
 
-    /// Marks the next driver as repeated.
-    void takeDriver();
+    /// Marks `driver`, the next one, as repeated. Returns false if another thread has done so.
+    bool take(const CTraceEntry& driver);
 
-    /// Takes the next driver and returns it if it is an event that was told inside `cause`.
-    const CTraceEntry* takeEventInside(const CTraceEntry& cause);
+    /// Takes the next driver and returns it if the host did it inside `cause`: told an event or
+    /// called the panel. What it did on the GUI thread is for the GUI thread only.
+    const CTraceEntry* takeInside(const CTraceEntry& cause, bool isGuiThread);
 
     /// Takes the next driver and returns it if it is an event that another thread told before the
     /// end of `call`, which goes on on the GUI thread.
     const CTraceEntry* takeEventDuring(const CTraceEntry& call);
+
+    /// Takes the next driver and returns it if it is an event right after the last one, on the same
+    /// thread.
+    const CTraceEntry* takeEventInARow();
 
     /// Returns whether the GUI thread did something between now and the end of `entry`.
     bool isGuiBusyUntilEndOf(const CTraceEntry& entry) const;
@@ -92,11 +97,16 @@ public:
     qint64 steps() const;
 
 private:
+    const CTraceEntry* driver() const;
+    const CTraceEntry* request() const;
+
     const std::shared_ptr<const Recording> m_recording;
     mutable std::mutex m_mutex;
     std::size_t m_driver = 0;               // guarded by m_mutex
     std::size_t m_request = 0;              // guarded by m_mutex
     std::size_t m_workQuestions = 0;        // guarded by m_mutex
+    int m_asked = 0;                        // guarded by m_mutex; since the last step, the question
+                                            // inside which the next driver was
     QStringList m_unanswered;               // guarded by m_mutex
     qint64 m_position = 0;                  // guarded by m_mutex
     bool m_isOver = false;                  // guarded by m_mutex

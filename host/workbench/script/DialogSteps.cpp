@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QPointer>
+#include <QWindow>
 
 namespace {
 
@@ -70,8 +71,9 @@ Progress closeDialog(ScriptRun& run, const ScriptStep&)
     if (run.phase == 0 && !open)
         return Progress::waiting(QStringLiteral("no dialog or menu is open"));
     return run.once([open = QPointer<QWidget>(open)] {
-        if (open)
-            open->close();
+        // As the title bar does.
+        if (open && open->windowHandle())
+            open->windowHandle()->close();
     });
 }
 

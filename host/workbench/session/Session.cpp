@@ -93,7 +93,6 @@ QWidget* Session::openPanel(QWidget* parent)
         return nullptr;
     connect(m_panel, &QObject::destroyed, this, &Session::cancelDetection);
     m_faultyHandler = makeHandler();
-    m_unrecorded = m_layer;
     m_layer = m_recorder->record(m_layer);
     m_layer->m_controlHandler = m_recorder->record(m_faultyHandler);
     m_layer->Initialize();
@@ -111,8 +110,7 @@ std::shared_ptr<FaultyHandler> Session::makeHandler()
         if (!layer())
             return;
         m_layer->m_controlHandler = m_recorder->record(m_faultyHandler);
-        // Initialize() and Reconnect() pass it on, and neither is called here.
-        m_unrecorded->m_controlHandler = m_layer->m_controlHandler;
+        m_recorder->passHandlerOn();
     };
     host.destroyPanel = [this] { emit panelEndWanted(); };
     return std::make_shared<FaultyHandler>(m_handler, host);

@@ -88,7 +88,6 @@ private:
     std::shared_ptr<FaultyHandler> m_faultyHandler; // the one that the panel has
     PanelLibrary m_library;
     std::unique_ptr<CRecorder> m_recorder;
-    ITargetSelectAreaInterface* m_layer = nullptr;      // the panel's, valid while m_panel is
-    ITargetSelectAreaInterface* m_unrecorded = nullptr; // the same without the recorder
+    ITargetSelectAreaInterface* m_layer = nullptr; // the panel's, valid while m_panel is
     QPointer<QWidget> m_panel;
 };

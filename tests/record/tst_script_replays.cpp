@@ -1,0 +1,137 @@
+#include "tests/support/ProgramRun.h"
+#include "tests/support/WarningTrap.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+ProgramRun workbench(const QStringList& arguments, const QByteArray& input = {})
+{
+    return runProgram(
+        QStringLiteral(WORKBENCH_PROGRAM),
+        QStringList{QStringLiteral("--library"), QStringLiteral(PANEL_LIBRARY)} + arguments, input);
+}
+
+} // namespace
+
+/// Sessions that are hard to repeat: each is a script, which is recorded and replayed.
+class ScriptReplaysTest final : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void shouldCloseADialogByItsTitleBar();
+    void shouldLoseTheKeyboardToTheHost();
+    void shouldNotTakeAKeyOfThePanelForOneOfTheHost();
+    void shouldDestroyThePanelInsideAQuestion();
+    void shouldReplaceTheHandler();
+
+private:
+    void record(const QByteArray& script);
+    void replay();
+
+    const QTemporaryDir m_folder;
+    QString m_path;
+    QByteArray m_recording;
+};
+
+void ScriptReplaysTest::initTestCase()
+{
+    QVERIFY(QDir::setCurrent(QStringLiteral(EXAMPLE_SCRIPTS)));
+    m_path = m_folder.filePath(QStringLiteral("session.jsonl"));
+}
+
+/// Records what the script does with the project of the examples.
+void ScriptReplaysTest::record(const QByteArray& script)
+{
+    const ProgramRun run = workbench(
+        {QStringLiteral("--script"), QStringLiteral("-"), QStringLiteral("--record"), m_path},
+        "open \"projects/show.json\"\nexpect shown\n" + script);
+    QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+    m_recording = contentOf(m_path);
+}
+
+void ScriptReplaysTest::replay()
+{
+    const ProgramRun run = workbench({QStringLiteral("--replay"), m_path});
+    QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
+}
+
+void ScriptReplaysTest::shouldCloseADialogByItsTitleBar()
+{
+    record("click \"IP address management...\"\n"
+           "expect dialog \"IP address management\"\n"
+           "close\n"
+           "expect no dialog\n");
+    QCOMPARE(m_recording.count("\"name\":\"close\""), 1);
+    replay();
+}
+
+/// The name is stored when the dialog of the host takes the keyboard.
+void ScriptReplaysTest::shouldLoseTheKeyboardToTheHost()
+{
+    record("click row \"Left\"\n"
+           "press F2\n"
+           "expect focus \"Name\"\n"
+           "type \"Far left\"\n"
+           "command \"Handler answers\"\n"
+           "expect dialog \"*\"\n"
+           "reply \"Cancel\"\n"
+           "expect row \"Far left\"\n");
+    QCOMPARE(m_recording.count("\"name\":\"focusOut\""), 1);
+    replay();
+}
+
+/// The question of the panel goes with it. The key that opened it was offered to the host, too.
+void ScriptReplaysTest::shouldNotTakeAKeyOfThePanelForOneOfTheHost()
+{
+    record("click row \"Left\"\n"
+           "press Delete\n"
+           "expect message \"Want to delete*\"\n"
+           "command \"Destroy the panel\"\n"
+           "expect no panel\n");
+    QCOMPARE(m_recording.count("\"name\":\"focusOut\""), 0);
+    replay();
+}
+
+/// The panel asks whether the address fits, and does not live to add it.
+void ScriptReplaysTest::shouldDestroyThePanelInsideAQuestion()
+{
+    record("click \"IP address management...\"\n"
+           "click \"Add\"\n"
+           "pick \"Add an IP address...\"\n"
+           "fill \"IP address\" \"192.168.0.41\"\n"
+           "fault CheckIPAddress call 1 panelDestroyed\n"
+           "click \"OK\"\n"
+           "expect no panel\n"
+           "expect no call AddIPAddress\n"
+           "no faults\n"
+           "command \"Initialise the panel again\"\n"
+           "expect shown\n");
+    replay();
+}
+
+/// The host drops its handler, and goes on to notify the observer that this one has got.
+void ScriptReplaysTest::shouldReplaceTheHandler()
+{
+    record("fault ReportSelection call 1 handlerReplaced\n"
+           "click row \"Right\"\n"
+           "expect strikes 1\n"
+           "host rename \"Right\" \"Far right\"\n"
+           "expect row \"Far right\"\n"
+           "click row \"Centre\"\n"
+           "command \"Reconnect\"\n"
+           "host rename \"Left\" \"Far left\"\n"
+           "expect row \"Far left\"\n"
+           "expect shown\n");
+    QVERIFY(m_recording.contains("\"name\":\"HandlerReplaced\",\"args\":{\"assigned\":true}"));
+    QVERIFY(m_recording.contains("\"name\":\"Far left\"}]"));
+    replay();
+}
+
+TSA_GUILESS_TEST_MAIN(ScriptReplaysTest)
+
+#include "tst_script_replays.moc"
