@@ -63,8 +63,12 @@ private slots:
     void shouldLeaveItsProjectAsItIs();
     void shouldRefuseOptionsThatDoNotGoTogether_data();
     void shouldRefuseOptionsThatDoNotGoTogether();
+#ifdef Q_OS_UNIX // Windows limits no file.
     void shouldFailWhenTheTraceEnds();
+#endif
+#ifdef Q_OS_UNIX // A local socket is no file on Windows.
     void shouldLeaveTheSocketOfAnother();
+#endif
 
 private:
     QString file(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
@@ -141,6 +145,7 @@ void WorkbenchProgramTest::shouldRefuseOptionsThatDoNotGoTogether()
     QVERIFY2(outcome.errors.contains(reason), qPrintable(outcome.errors));
 }
 
+#ifdef Q_OS_UNIX
 void WorkbenchProgramTest::shouldFailWhenTheTraceEnds()
 {
     // A full disk: the trace of a self-test has more than the 512 bytes that it may have.
@@ -154,7 +159,9 @@ void WorkbenchProgramTest::shouldFailWhenTheTraceEnds()
     QVERIFY2(outcome.errors.contains(file("trace.txt") + QStringLiteral(" cannot be written: ")),
              qPrintable(outcome.errors));
 }
+#endif
 
+#ifdef Q_OS_UNIX
 void WorkbenchProgramTest::shouldLeaveTheSocketOfAnother()
 {
     QLocalServer first;
@@ -165,6 +172,7 @@ void WorkbenchProgramTest::shouldLeaveTheSocketOfAnother()
              qPrintable(outcome.errors));
     QVERIFY(QFile::exists(file("inspector")));
 }
+#endif
 
 TSA_GUILESS_TEST_MAIN(WorkbenchProgramTest)
 
