@@ -100,7 +100,10 @@ private slots:
     void shouldReplayManyLines();
 
 private:
-    QString file(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
+    QString file(const char* name) const
+    {
+        return m_folder.filePath(QLatin1String(name));
+    }
 
     const QTemporaryDir m_folder;
     QByteArray m_recording;

@@ -71,7 +71,10 @@ private slots:
 #endif
 
 private:
-    QString file(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
+    QString file(const char* name) const
+    {
+        return m_folder.filePath(QLatin1String(name));
+    }
 
     const QTemporaryDir m_folder;
 };

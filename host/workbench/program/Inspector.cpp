@@ -174,8 +174,8 @@ bool Inspector::listen(const QString& name, QString& problem)
 }
 
 /// Removes the socket that a former program left behind under `name`. Returns why nobody can listen
-/// there, empty if nothing is in the way: QLocalServer replaces whatever it finds. On Windows, where a
-/// socket is no file and none is left behind, it would share the name with another program.
+/// there, empty if nothing is in the way: QLocalServer replaces whatever it finds. On Windows,
+/// where a socket is no file and none is left behind, it would share the name with another program.
 QString Inspector::obstacle(const QString& name)
 {
 #ifdef Q_OS_UNIX

@@ -24,6 +24,5 @@ bool isSameFile(const QString& one, const QString& other)
     const QFileInfo first(one);
     const QFileInfo second(other);
     return isSamePath(first.absoluteFilePath(), second.absoluteFilePath())
-           || (first.exists()
-               && isSamePath(first.canonicalFilePath(), second.canonicalFilePath()));
+           || (first.exists() && isSamePath(first.canonicalFilePath(), second.canonicalFilePath()));
 }
