@@ -9,7 +9,8 @@ set(CMAKE_C_COMPILER ${triple}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${triple}-g++-posix)
 set(CMAKE_RC_COMPILER ${triple}-windres)
 
-set(TSA_WINDOWS_QT "${CMAKE_CURRENT_LIST_DIR}/../../build/windows-qt"
+cmake_path(SET root NORMALIZE "${CMAKE_CURRENT_LIST_DIR}/../..")
+set(TSA_WINDOWS_QT "${root}build/windows-qt"
     CACHE PATH "Where Qt for Windows is installed"
 )
 set(CMAKE_FIND_ROOT_PATH "${TSA_WINDOWS_QT}" /usr/${triple})
@@ -22,4 +23,4 @@ set(Qt5LinguistTools_DIR "/usr/lib/x86_64-linux-gnu/cmake/Qt5LinguistTools"
     CACHE PATH "Where Qt's tools for translations are installed"
 )
 
-set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/../../scripts/windows/wine.sh")
+set(CMAKE_CROSSCOMPILING_EMULATOR "${root}scripts/windows/wine.sh")
