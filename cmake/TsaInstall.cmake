@@ -25,10 +25,12 @@ install(TARGETS TargetSelectArea ${host_libraries} HandlerBase HandlerRelay Reco
         NAMELINK_COMPONENT development
     RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT runtime
 )
-install(TARGETS targetselect-validate
-    EXPORT TargetSelectAreaTargets
-    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT development
-)
+if(TARGET targetselect-validate)
+    install(TARGETS targetselect-validate
+        EXPORT TargetSelectAreaTargets
+        RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT development
+    )
+endif()
 install(DIRECTORY Interface DESTINATION "${TSA_INSTALL_INCLUDEDIR}" COMPONENT development)
 install(DIRECTORY sdk/relay sdk/record DESTINATION "${TSA_INSTALL_INCLUDEDIR}/sdk"
     COMPONENT development FILES_MATCHING PATTERN "*.h"

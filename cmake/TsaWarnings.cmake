@@ -2,7 +2,7 @@
 
 add_library(tsa_warnings INTERFACE)
 
-target_compile_options(tsa_warnings INTERFACE
+set(warnings
     -Wall
     -Wextra
     -Wpedantic
@@ -24,6 +24,8 @@ target_compile_options(tsa_warnings INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-Wsuggest-override>
     $<$<BOOL:${TSA_WERROR}>:-Werror>
 )
+# Programs for Windows have resources besides, whose compiler knows none of these.
+target_compile_options(tsa_warnings INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:${warnings}>")
 
 target_compile_definitions(tsa_warnings INTERFACE
     QT_NO_CAST_FROM_ASCII

@@ -7,12 +7,27 @@
 
 #include <QCoreApplication>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
 // Resources of a static library register themselves only when somebody asks, and the macro that
 // asks works outside any namespace only.
 static void initResources()
 {
     Q_INIT_RESOURCE(TargetSelectAreaImages);
     Q_INIT_RESOURCE(TargetSelectAreaTranslations);
+}
+
+/// Keeps the library mapped until the process ends: Qt keeps pointers into it, and its work thread
+/// runs its code. On Linux the linker's option "nodelete" does so.
+static void pinLibrary()
+{
+#ifdef Q_OS_WIN
+    HMODULE self = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                       reinterpret_cast<LPCWSTR>(&pinLibrary), &self);
+#endif
 }
 
 static void checkCaller()
@@ -32,6 +47,7 @@ bool TargetSelectArea_Init(IAbstractLayerInterface** layer, QWidget* parent)
 {
     if (!layer)
         return false;
+    pinLibrary();
     ContractCheck::configure();
     checkCaller();
     initResources();

@@ -2,8 +2,8 @@
 # scripts/setup.sh PURPOSE...
 #
 # Installs the Debian 12 packages that are missing for each PURPOSE: build, run, test, lint, bench,
-# fuzz, package. Says nothing when none is. Every package that the project needs stands here and
-# nowhere else.
+# fuzz, package, windows. Says nothing when none is. Every package that the project needs stands here
+# and nowhere else.
 set -euo pipefail
 
 build=(g++ cmake ninja-build ccache qtbase5-dev libqt5svg5-dev qttools5-dev qttools5-dev-tools)
@@ -13,6 +13,8 @@ lint=(clang-format clang-tidy clazy doxygen shellcheck g++-mingw-w64-x86-64-posi
 package=(debootstrap doxygen dpkg-dev file)
 bench=(libbenchmark-dev libkf5itemmodels-dev python3)
 fuzz=(clang libclang-rt-14-dev)
+windows=(g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64 dpkg-dev make
+    perl python3 xz-utils)
 
 usage() {
     sed -n '2,/^[^#]/{ s/^# \{0,1\}//p; }' "$0"
@@ -27,6 +29,7 @@ for purpose in "$@"; do
     lint) wanted+=("${lint[@]}") ;;
     bench) wanted+=("${bench[@]}") ;;
     fuzz) wanted+=("${fuzz[@]}") ;;
+    windows) wanted+=("${windows[@]}") ;;
     package) wanted+=("${package[@]}") ;;
     -h | --help) usage && exit ;;
     *) usage >&2 && exit 2 ;;

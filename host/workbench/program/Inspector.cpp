@@ -26,17 +26,13 @@ constexpr int kStep = 8;
 
 QJsonObject element(QAccessibleInterface& found, const QRect& frame);
 
+#ifdef Q_OS_UNIX
 bool isSocket(const QString& path)
 {
-#ifdef Q_OS_UNIX
     struct stat found = {};
     return stat(QFile::encodeName(path).constData(), &found) == 0 && S_ISSOCK(found.st_mode);
-#else
-    // A local socket is no file there.
-    Q_UNUSED(path)
-    return false;
-#endif
 }
+#endif
 
 QJsonArray stateNames(const QAccessible::State& state)
 {
@@ -178,21 +174,26 @@ bool Inspector::listen(const QString& name, QString& problem)
 }
 
 /// Removes the socket that a former program left behind under `name`. Returns why nobody can listen
-/// there, empty if nothing is in the way: QLocalServer replaces whatever it finds.
+/// there, empty if nothing is in the way: QLocalServer replaces whatever it finds. On Windows,
+/// where a socket is no file and none is left behind, it would share the name with another program.
 QString Inspector::obstacle(const QString& name)
 {
+#ifdef Q_OS_UNIX
     const QFileInfo existing(QDir(QDir::tempPath()).filePath(name));
     if (!existing.exists())
         return {};
     if (!isSocket(existing.filePath()))
         return tr("the file that is there is not a socket");
+#endif
     QLocalSocket client;
     client.connectToServer(name);
     if (client.waitForConnected(kConnectMs))
         return tr("another program listens there");
+#ifdef Q_OS_UNIX
     if (client.error() != QLocalSocket::ConnectionRefusedError)
         return client.errorString();
     QLocalServer::removeServer(name);
+#endif
     return {};
 }
 

@@ -1,6 +1,7 @@
 #include "host/common/SoftwareName.h"
 #include "host/widgets/HostTheme.h"
 #include "host/workbench/dialogs/Prompts.h"
+#include "host/workbench/program/Console.h"
 #include "host/workbench/program/Inspector.h"
 #include "host/workbench/program/Options.h"
 #include "host/workbench/program/SelfTest.h"
@@ -117,6 +118,7 @@ void runUnattended(const Options& options, MainWindow& window, ScriptProgram& sc
 
 int main(int argc, char** argv)
 {
+    attachToConsole();
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);

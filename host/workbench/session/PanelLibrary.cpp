@@ -4,27 +4,21 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStringList>
 
-namespace {
-
-#ifdef Q_OS_WIN
-constexpr char kLibraryFile[] = "TargetSelectArea.dll";
-#else
-constexpr char kLibraryFile[] = "libTargetSelectArea.so";
-#endif
-
-} // namespace
+#include <algorithm>
 
 QString PanelLibrary::defaultPath()
 {
     const QDir here(QCoreApplication::applicationDirPath());
-    for (const char* folder : {"../lib", "../" WORKBENCH_LIBRARY_FOLDER, ".", ".."}) {
-        QString path = QDir::cleanPath(
-            here.filePath(QLatin1String(folder) + QLatin1Char('/') + QLatin1String(kLibraryFile)));
-        if (QFileInfo::exists(path))
-            return path;
+    QStringList paths;
+    for (const char* folder : {WORKBENCH_LIBRARY_FOLDERS, ".", ".."}) {
+        paths.append(QDir::cleanPath(
+            here.filePath(QLatin1String(folder) + QLatin1String("/" WORKBENCH_LIBRARY_FILE))));
     }
-    return QDir::cleanPath(here.filePath(QStringLiteral("../lib/") + QLatin1String(kLibraryFile)));
+    const auto found = std::find_if(paths.cbegin(), paths.cend(),
+                                    [](const QString& path) { return QFileInfo::exists(path); });
+    return found == paths.cend() ? paths.constFirst() : *found;
 }
 
 bool PanelLibrary::load(const QString& path, QString& problem)

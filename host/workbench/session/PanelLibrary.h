@@ -16,7 +16,8 @@ class PanelLibrary final
     Q_DECLARE_TR_FUNCTIONS(PanelLibrary)
 
 public:
-    /// Returns the path of the library in ../lib, where builds and installations put it.
+    /// Returns the path of the library where builds and installations put it: in ../lib, on Windows
+    /// beside the program.
     static QString defaultPath();
 
     /// Loads the library. Returns false on failure, with file and reason in `problem`.

@@ -1,0 +1,26 @@
+# tsa_add_version_resource(<target> <description> [ICON <.ico>])
+#
+# What Windows shows of a library or a program in its properties, and the icon of a program. The
+# version is that of the project.
+function(tsa_add_version_resource target description)
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "ICON" "")
+    if(NOT WIN32)
+        return()
+    endif()
+    get_target_property(type ${target} TYPE)
+    set(file_type VFT_DLL)
+    set(file_name ${target}.dll)
+    if(type STREQUAL "EXECUTABLE")
+        set(file_type VFT_APP)
+        set(file_name ${target}.exe)
+    endif()
+    set(icon "")
+    if(arg_ICON)
+        # The name under which Qt looks for the icon of windows, too.
+        set(icon "IDI_ICON1 ICON \"${arg_ICON}\"")
+    endif()
+    string(REPLACE "." "," numbers "${PROJECT_VERSION}")
+    set(resource "${CMAKE_CURRENT_BINARY_DIR}/${target}.rc")
+    configure_file("${PROJECT_SOURCE_DIR}/cmake/Version.rc.in" "${resource}" @ONLY)
+    target_sources(${target} PRIVATE "${resource}")
+endfunction()
