@@ -1,32 +1,11 @@
+#include "tests/processortree/PaintedRegion.h"
 #include "tests/processortree/WholeTree.h"
 #include "tests/support/DialogDriver.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QInputMethodEvent>
-#include <QPaintEvent>
-#include <QRegion>
 #include <QScopeGuard>
-
-namespace {
-
-/// Records the painted region of a widget.
-class PaintedRegion final : public QObject
-{
-public:
-    explicit PaintedRegion(QWidget& widget) { widget.installEventFilter(this); }
-
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (event->type() == QEvent::Paint)
-            region += static_cast<QPaintEvent*>(event)->region();
-        return QObject::eventFilter(watched, event);
-    }
-
-    QRegion region;
-};
-
-} // namespace
 
 /// The keys of the tree and of the editor of a name.
 class TreeViewKeysTest : public QObject

@@ -1,8 +1,5 @@
 #include "tests/support/ReferenceTree.h"
 
-#include <QAbstractItemModel>
-#include <QStringList>
-
 #include <algorithm>
 #include <utility>
 
@@ -12,13 +9,6 @@ using Row = ReferenceTree::Row;
 using Rows = std::vector<Row>;
 
 constexpr quint32 kNone = 0x7F000001;
-
-template <typename Record>
-Record recordOf(const Row& row)
-{
-    const auto* record = std::get_if<Record>(&row.record);
-    return record ? *record : Record();
-}
 
 bool goesBefore(const ProcessorNode& old, const ProcessorNode& added)
 {
@@ -37,13 +27,13 @@ std::size_t placeAmong(const Rows& rows, const ProcessorNode& added)
         return rows.size();
     if (rows.size() == 1) {
         const bool first = rows[0].type == NodeProcessor
-                           && recordOf<ProcessorNode>(rows[0]).ipAddress > added.ipAddress;
+                           && rows[0].recordAs<ProcessorNode>().ipAddress > added.ipAddress;
         return first ? 0 : 1;
     }
     std::size_t place = rows.size();
     while (place > 0) {
         const Row& above = rows[place - 1];
-        if (above.type != NodeProcessor || goesBefore(recordOf<ProcessorNode>(above), added))
+        if (above.type != NodeProcessor || goesBefore(above.recordAs<ProcessorNode>(), added))
             break;
         --place;
     }
@@ -90,72 +80,6 @@ int groupsIn(const Rows& rows)
 void insertAt(Rows& rows, std::size_t place, Row row)
 {
     rows.insert(rows.begin() + static_cast<std::ptrdiff_t>(place), std::move(row));
-}
-
-QString dumpRow(const Row& row)
-{
-    if (row.type == NodeProcessor)
-        return row.text;
-    QStringList texts;
-    for (const Row& child : row.children)
-        texts.append(dumpRow(child));
-    return row.text + QLatin1Char('[') + texts.join(QLatin1Char(',')) + QLatin1Char(']');
-}
-
-QString describeRecord(const ProcessorNode& processor)
-{
-    return QStringLiteral("%1 '%2' #%3 in %4 at %5/%6 %7 own %8 %9")
-        .arg(processor.id.toString(), processor.name)
-        .arg(processor.number)
-        .arg(processor.groupId.toString())
-        .arg(processor.ipAddress)
-        .arg(processor.reachedByIp)
-        .arg(processor.online)
-        .arg(processor.hostAttribute8)
-        .arg(processor.hostText24);
-}
-
-QString describeRecord(const ProcessorGroupNode& group)
-{
-    QStringList members;
-    for (const ProcessorNode& processor : group.processors)
-        members.append(describeRecord(processor));
-    return QStringLiteral("%1 '%2' own %3 of {%4}")
-        .arg(group.id.toString(), group.name)
-        .arg(group.hostAttribute4)
-        .arg(members.join(QLatin1Char(';')));
-}
-
-QString describeLine(int depth, int type, const QUuid& id, const QString& text,
-                     const ProcessorGroupNode& group, const ProcessorNode& processor)
-{
-    return QStringLiteral("%1%2 %3 '%4' group: %5 processor: %6\n")
-        .arg(QString(depth, QLatin1Char(' ')))
-        .arg(type)
-        .arg(id.toString(), text, describeRecord(group), describeRecord(processor));
-}
-
-QString describeRow(const Row& row, int depth)
-{
-    QString lines = describeLine(depth, row.type, row.id, row.text,
-                                 recordOf<ProcessorGroupNode>(row), recordOf<ProcessorNode>(row));
-    for (const Row& child : row.children)
-        lines += describeRow(child, depth + 1);
-    return lines;
-}
-
-QString describeRows(const QAbstractItemModel& model, const QModelIndex& parent, int depth)
-{
-    QString lines;
-    for (int row = 0; row < model.rowCount(parent); ++row) {
-        const QModelIndex index = model.index(row, 0, parent);
-        const QVariant record = index.data(NodeDataRole);
-        lines += describeLine(depth, index.data(NodeTypeRole).toInt(),
-                              index.data(UuidRole).toUuid(), index.data().toString(),
-                              record.value<ProcessorGroupNode>(), record.value<ProcessorNode>());
-        lines += describeRows(model, index, depth + 1);
-    }
-    return lines;
 }
 
 } // namespace
@@ -337,7 +261,7 @@ void ReferenceTree::updateProcessor(const QUuid& id, const ProcessorNode& proces
     Row* found = at(find(id));
     if (!found || found == &m_root)
         return;
-    const auto known = recordOf<ProcessorNode>(*found);
+    const auto known = found->recordAs<ProcessorNode>();
     if (found->type == NodeProcessor && processor.reachedByIp
         && processor.ipAddress != known.ipAddress) {
         removeNode(known.id);
@@ -366,11 +290,11 @@ void ReferenceTree::rename(const QUuid& id, const QString& text)
         return;
     found->text = text;
     if (found->type == NodeProcessor) {
-        auto record = recordOf<ProcessorNode>(*found);
+        auto record = found->recordAs<ProcessorNode>();
         record.name = text;
         found->record = record;
-    } else if (found->type == NodeGroup && recordOf<ProcessorGroupNode>(*found).name != text) {
-        auto record = recordOf<ProcessorGroupNode>(*found);
+    } else if (found->type == NodeGroup && found->recordAs<ProcessorGroupNode>().name != text) {
+        auto record = found->recordAs<ProcessorGroupNode>();
         record.name = text;
         found->record = record;
     }
@@ -423,16 +347,6 @@ const ReferenceTree::Row* ReferenceTree::row(const QUuid& id) const
     return found;
 }
 
-QString ReferenceTree::dump() const
-{
-    return dumpRow(m_root);
-}
-
-QString ReferenceTree::describe() const
-{
-    return describeRow(m_root, 0);
-}
-
 ReferenceTree::Row* ReferenceTree::at(const QList<int>& path)
 {
     Row* found = &m_root;
@@ -472,7 +386,7 @@ bool ReferenceTree::moveOne(const QList<int>& path, const QList<int>& targetPath
         return false;
     Rows& from = at(sourcePath)->children;
     Row moving = from[static_cast<std::size_t>(path.last())];
-    auto record = recordOf<ProcessorNode>(moving);
+    auto record = moving.recordAs<ProcessorNode>();
     Row* target = at(targetPath);
     const std::size_t destination = placeAmong(target->children, record);
     record.groupId = target->type == NodeGroup ? target->id : QUuid();
@@ -482,7 +396,7 @@ bool ReferenceTree::moveOne(const QList<int>& path, const QList<int>& targetPath
     for (Row* group : {at(sourcePath), target}) {
         if (group->type != NodeGroup)
             continue;
-        auto changed = recordOf<ProcessorGroupNode>(*group);
+        auto changed = group->recordAs<ProcessorGroupNode>();
         QList<ProcessorNode> members;
         for (const ProcessorNode& member : qAsConst(changed.processors)) {
             if (member.id != record.id)
@@ -509,9 +423,4 @@ void ReferenceTree::updateRootText()
 void ReferenceTree::setRootCount(int count)
 {
     m_root.text = QStringLiteral("All processors(%1)").arg(count);
-}
-
-QString describeTree(const QAbstractItemModel& model)
-{
-    return describeRows(model, QModelIndex(), 0);
 }

@@ -34,6 +34,14 @@ public:
         QString text;
         std::variant<std::monostate, ProcessorGroupNode, ProcessorNode> record;
         std::vector<Row> children;
+
+        /// Returns the record, a default one if the row has none of this type.
+        template <typename Record>
+        Record recordAs() const
+        {
+            const auto* found = std::get_if<Record>(&record);
+            return found ? *found : Record();
+        }
     };
 
     /// A root without rows, counting 0.

@@ -42,3 +42,15 @@ QString projectText(const QString& path)
     }
     return (texts + names[QUuid().toString()]).join(QStringLiteral(","));
 }
+
+QString pickedProcessor(const char* name, const char* previous)
+{
+    return QStringLiteral("ReportSelection(<%1>, 1: [<%1>], 0, <%2>)")
+        .arg(QString::fromUtf8(name), QString::fromUtf8(previous));
+}
+
+QString pickedGroup(const char* name, const char* previous)
+{
+    return QStringLiteral("ReportSelection(<%1>, 0: [], 1, <%2>)")
+        .arg(QString::fromUtf8(name), QString::fromUtf8(previous));
+}

@@ -2,11 +2,14 @@
 
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLocalSocket>
+#include <QPixmap>
 #include <QProcessEnvironment>
 #include <QRegularExpression>
+#include <QScreen>
 
 namespace {
 
@@ -125,6 +128,16 @@ void WorkbenchProgram::nameIdentities(const QString& projectFile)
                            name.isEmpty() ? record[QLatin1String("text")].toString() : name);
         }
     }
+}
+
+void WorkbenchProgram::keepTraces(const QString& name) const
+{
+    QGuiApplication::primaryScreen()->grabWindow(0).save(name + QStringLiteral(".png"));
+    QFile screen(name + QStringLiteral(".json"));
+    if (screen.open(QIODevice::WriteOnly))
+        screen.write(look().dump().toUtf8());
+    QFile::remove(name + QStringLiteral(".txt"));
+    QFile::copy(path(QStringLiteral("trace.txt")), name + QStringLiteral(".txt"));
 }
 
 QByteArray WorkbenchProgram::waitForEnd()

@@ -40,6 +40,9 @@ public:
     /// and device sets.
     void nameIdentities(const QString& projectFile);
 
+    /// Keeps what there is to see and the log in `name`.png, .json and .txt, for a failure.
+    void keepTraces(const QString& name) const;
+
     /// Waits until the program has ended by itself. Returns the text of its standard error stream.
     QByteArray waitForEnd();
 

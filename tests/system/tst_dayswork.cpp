@@ -1,70 +1,15 @@
 #include "tests/support/WarningTrap.h"
+#include "tests/system/Elements.h"
 #include "tests/system/Outcome.h"
 #include "tests/system/User.h"
 #include "tests/system/WorkbenchProgram.h"
 
 #include <QFile>
-#include <QGuiApplication>
-#include <QPixmap>
 #include <QProcess>
-#include <QScreen>
 #include <QTest>
 
 #include <algorithm>
 #include <memory>
-
-namespace {
-QString text(const char* utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-Wanted row(const char* name)
-{
-    return {text("TreeItem"), text(name), text("Processors")};
-}
-
-Wanted button(const char* name, const char* within = "")
-{
-    return {text("Button"), text(name), text(within)};
-}
-
-Wanted menuButton(const char* name, const char* within = "")
-{
-    return {text("ButtonMenu"), text(name), text(within)};
-}
-
-Wanted entry(const char* name)
-{
-    return {text("MenuItem"), text(name), {}};
-}
-
-Wanted field(const char* name, const char* within)
-{
-    return {text("EditableText"), text(name), text(within)};
-}
-
-Wanted dialog(const char* title)
-{
-    return {text("Dialog"), text(title), {}};
-}
-
-Wanted messageBox(const char* title)
-{
-    return {text("AlertMessage"), text(title), {}};
-}
-
-QString pickedProcessor(const char* name, const char* previous)
-{
-    return text("ReportSelection(<%1>, 1: [<%1>], 0, <%2>)").arg(text(name), text(previous));
-}
-
-QString pickedGroup(const char* name, const char* previous)
-{
-    return text("ReportSelection(<%1>, 0: [], 1, <%2>)").arg(text(name), text(previous));
-}
-
-} // namespace
 
 /// The workbench loads the shipped library and is used through a whole day's work with mouse and
 /// keys. What the panel asks of its host is compared after every step, and all of it at the end.
@@ -542,12 +487,7 @@ void DaysWorkTest::expect(const QStringList& more)
 QString DaysWorkTest::report(const char* step, const QString& what)
 {
     const QString name = text(FAILURE_FOLDER "/dayswork-failure");
-    QGuiApplication::primaryScreen()->grabWindow(0).save(name + text(".png"));
-    QFile screen(name + text(".json"));
-    if (screen.open(QIODevice::WriteOnly))
-        screen.write(m_program->look().dump().toUtf8());
-    QFile::remove(name + text(".txt"));
-    QFile::copy(m_program->path(text("trace.txt")), name + text(".txt"));
+    m_program->keepTraces(name);
     QProcess::execute(text("xdotool"), {text("mouseup"), text("1"), text("keyup"), text("ctrl")});
     return text("%1: %2\nstandard error: %3\nscreen and log: %4.png, .json, .txt")
         .arg(text(step), what, QString::fromUtf8(m_program->complaints()), name);

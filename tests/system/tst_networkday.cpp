@@ -1,5 +1,6 @@
 #include "tests/simulator/SimulatorProgram.h"
 #include "tests/support/WarningTrap.h"
+#include "tests/system/Elements.h"
 #include "tests/system/User.h"
 #include "tests/system/WorkbenchProgram.h"
 
@@ -12,17 +13,6 @@
 #include <algorithm>
 
 namespace {
-
-QString text(const char* utf8)
-{
-    return QString::fromUtf8(utf8);
-}
-
-/// A row of the panel.
-Wanted row(const char* name)
-{
-    return {text("TreeItem"), text(name), text("Processors")};
-}
 
 /// A cell of the host's own view.
 Wanted cell(const char* name)

@@ -5,6 +5,7 @@
 #include "host/widgets/TreeView.h"
 #include "tests/support/Contrast.h"
 #include "tests/support/WarningTrap.h"
+#include "tests/widgets/PaintedRow.h"
 #include "tests/widgets/SampleTree.h"
 
 #include <QApplication>
@@ -16,70 +17,8 @@
 #include <limits>
 
 namespace {
-constexpr int kWidth = 240;
-constexpr int kTextEnd = kWidth - 10;
 
-/// Paints rows without a view.
-class Painting final
-{
-public:
-    QModelIndex add(QStandardItem* row)
-    {
-        m_model.appendRow(row);
-        return row->index();
-    }
-
-    QModelIndex add(const ProcessorNode& record) { return add(processorRow(record)); }
-
-    QImage paint(const QModelIndex& index, QStyle::State state = QStyle::State_Enabled,
-                 qreal scale = 1)
-    {
-        QStyleOptionViewItem option;
-        option.rect = QRect(QPoint(), QSize(kWidth, delegate.sizeHint(option, index).height()));
-        option.state = state;
-        option.palette = QApplication::palette();
-        option.font = QApplication::font();
-        option.fontMetrics = QFontMetrics(option.font);
-        QImage image(option.rect.size() * scale, QImage::Format_ARGB32_Premultiplied);
-        image.setDevicePixelRatio(scale);
-        image.fill(hostColors().window);
-        QPainter painter(&image);
-        delegate.paint(&painter, option, index);
-        return image;
-    }
-
-    void rename(const QModelIndex& index, const QString& name)
-    {
-        m_model.setData(index, name, Qt::DisplayRole);
-    }
-
-    CProcessorDelegate delegate;
-
-private:
-    QStandardItemModel m_model;
-};
-
-/// Returns the shape of the painted pixels in `part`, without their colours.
-QImage shape(const QImage& image, const QRect& part)
-{
-    QImage shape(part.size(), QImage::Format_Mono);
-    const int ground = qGray(hostColors().window.rgb());
-    for (int y = 0; y < part.height(); ++y) {
-        for (int x = 0; x < part.width(); ++x) {
-            const int gray = qGray(image.pixel(part.topLeft() + QPoint(x, y)));
-            shape.setPixel(x, y, qAbs(gray - ground) > 25 ? 1 : 0);
-        }
-    }
-    return shape;
-}
-
-bool isEmpty(const QImage& image, const QRect& part)
-{
-    const QImage cut = image.copy(part);
-    QImage blank(cut.size(), cut.format());
-    blank.fill(hostColors().window);
-    return cut == blank;
-}
+constexpr int kTextEnd = kRowWidth - 10;
 
 ProcessorNode stateOf(bool online, int redundancyMode)
 {
@@ -210,8 +149,8 @@ void TestProcessorDelegate::shouldMarkWarnings()
     const QImage without = painting.paint(painting.add(record));
     record.hostFlag17 = true;
     const QImage with = painting.paint(painting.add(record));
-    const QRect lower(0, 22, kWidth, with.height() - 22);
-    const QRect upper(0, 0, kWidth, 22);
+    const QRect lower(0, 22, kRowWidth, with.height() - 22);
+    const QRect upper(0, 0, kRowWidth, 22);
     QCOMPARE(with.copy(lower), without.copy(lower));
     QVERIFY(with.copy(upper) != without.copy(upper));
 }
@@ -264,10 +203,10 @@ void TestProcessorDelegate::shouldEndTextsBeforeTheEdge()
                                   painting.add(groupRow(longName)),
                                   painting.add(rootRow(longName))};
     for (const QModelIndex& row : rows) {
-        QVERIFY(isEmpty(painting.paint(row), {kWidth - 10, 0, 10, 32}));
+        QVERIFY(isEmpty(painting.paint(row), {kRowWidth - 10, 0, 10, 32}));
         for (const QStyle::State state : {QStyle::State_Selected, QStyle::State_MouseOver}) {
             const QImage image = painting.paint(row, QStyle::State_Enabled | state);
-            QVERIFY(isEmpty(image, {kWidth - 18, 0, 18, 32}));
+            QVERIFY(isEmpty(image, {kRowWidth - 18, 0, 18, 32}));
         }
     }
 }
@@ -332,7 +271,7 @@ void TestProcessorDelegate::shouldShowStates()
 void TestProcessorDelegate::shouldPaintForeignRows()
 {
     Painting painting;
-    const QRect row(0, 0, kWidth, 32);
+    const QRect row(0, 0, kRowWidth, 32);
     auto* plain = new QStandardItem(QStringLiteral("plain"));
     QVERIFY(!isEmpty(painting.paint(painting.add(plain)), row));
     plain->setData(QStringLiteral("text"), NodeTypeRole);
@@ -488,7 +427,7 @@ void TestProcessorDelegate::shouldShowElidedTextsWhole()
     CProcessorDelegate delegate;
     view.setItemDelegate(&delegate);
     view.setModel(&model);
-    view.resize(kWidth, 300);
+    view.resize(kRowWidth, 300);
     view.show();
 
     const auto hover = [&](int row) {
@@ -524,7 +463,7 @@ void TestProcessorDelegate::shouldExplainMarks()
     CProcessorDelegate delegate;
     view.setItemDelegate(&delegate);
     view.setModel(&model);
-    view.resize(kWidth, 300);
+    view.resize(kRowWidth, 300);
     view.show();
     const QRect row = view.visualRect(model.index(0, 0));
     const auto tip = [&](const QPoint& position) {
