@@ -6,7 +6,7 @@
 #include <QVariantList>
 #include <QtGlobal>
 
-/// Host events as values.
+/// Host events as values. Thread-safe.
 namespace Events {
 
 /// One event with its argument.
@@ -24,10 +24,11 @@ struct Event
 /// Returns the name of an event in HostEvents, "Event" for a number that has none.
 const char* name(quint32 number);
 
-/// Returns the event that `subject` delivers. On the thread that delivers it.
+/// Returns the event that `subject` delivers. On the thread that delivers it, before Update()
+/// returns.
 Event read(const CSubject& subject);
 
-/// Sets `types` from `arguments`.
+/// Returns the event of these values, and names their types in it.
 Event make(quint32 number, const QVariantList& arguments);
 
 /// Delivers `event` to `observer` on the calling thread, through a subject of its own. Values of

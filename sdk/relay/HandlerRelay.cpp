@@ -5,6 +5,7 @@
 #include <atomic>
 #include <deque>
 #include <mutex>
+#include <thread>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -46,9 +47,9 @@ public:
         const Events::Event event = Events::read(*subject);
         // The subject may be used on this thread until this function returns.
         const auto original = std::make_shared<CSubject*>(subject);
-        const pthread_t thread = pthread_self();
+        const std::thread::id thread = std::this_thread::get_id();
         relay->event(event, [event, original = std::weak_ptr<CSubject*>(original), panel, thread] {
-            const bool isHere = pthread_equal(thread, pthread_self()) != 0;
+            const bool isHere = thread == std::this_thread::get_id();
             const std::shared_ptr<CSubject*> current = isHere ? original.lock() : nullptr;
             if (current)
                 panel->Update(*current);
@@ -89,7 +90,9 @@ Type resultOf(const CHandlerRelay::Answer& answer)
 
 const Operations::Operation& named(const char* name)
 {
-    return *Operations::find(name);
+    const Operations::Operation* operation = Operations::find(name);
+    Q_ASSERT(operation);
+    return *operation;
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
-/// The fields of the records by name, in their order, for code that processes all of them.
-/// `visit(name, field)` is called for each field.
+/// The fields of the interface's records by their names, in their order, for code that processes
+/// all of them. `visit(name, field)` is called for each field; a field of a const record is const.
 
 template <typename Node, typename Visitor>
 void visitProcessor(Node& node, Visitor&& visit)
