@@ -9,6 +9,7 @@
 #include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QWheelEvent>
@@ -98,6 +99,10 @@ void CInputRecorder::lookAtMouse(QWidget& widget, QEvent& event)
         || isRepeated(widget, mouse, mouse.globalPos(), static_cast<int>(mouse.button())))
         return;
     QJsonObject arguments = position(mouse.pos());
+    // Entries are elsewhere with another font.
+    const auto* menu = qobject_cast<const QMenu*>(&widget);
+    if (QAction* entry = menu ? menu->actionAt(mouse.pos()) : nullptr)
+        add(arguments, "entry", menu->actions().indexOf(entry));
     add(arguments, "button", static_cast<int>(mouse.button()));
     add(arguments, "buttons", static_cast<int>(mouse.buttons()));
     add(arguments, "modifiers", static_cast<int>(mouse.modifiers()));

@@ -2,6 +2,7 @@
 #include "tests/support/WarningTrap.h"
 
 #include <QDir>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -28,6 +29,7 @@ private slots:
     void shouldNotTakeAKeyOfThePanelForOneOfTheHost();
     void shouldDestroyThePanelInsideAQuestion();
     void shouldReplaceTheHandler();
+    void shouldFindTheEntryOfAMenuWithAnotherFont();
 
 private:
     void record(const QByteArray& script);
@@ -129,6 +131,24 @@ void ScriptReplaysTest::shouldReplaceTheHandler()
            "expect shown\n");
     QVERIFY(m_recording.contains("\"name\":\"HandlerReplaced\",\"args\":{\"assigned\":true}"));
     QVERIFY(m_recording.contains("\"name\":\"Far left\"}]"));
+    replay();
+}
+
+void ScriptReplaysTest::shouldFindTheEntryOfAMenuWithAnotherFont()
+{
+    record("right-click row \"Right\"\n"
+           "pick \"Rename\"\n"
+           "expect focus \"Name\"\n"
+           "type \"Far right\"\n"
+           "press Return\n"
+           "expect row \"Far right\"\n");
+    // The first entry is there, which is another one.
+    QString moved = QString::fromUtf8(m_recording);
+    const QRegularExpression entry(
+        QStringLiteral("(\"entry\":[1-9][^\\n]*#QMenu:0[^\\n]*,\"y\":)\\d+"));
+    QCOMPARE(moved.count(entry), 3);
+    moved.replace(entry, QStringLiteral("\\15"));
+    QVERIFY(writeFile(m_path, moved.toUtf8()));
     replay();
 }
 

@@ -1,5 +1,7 @@
 #include "tests/system/WorkbenchProgram.h"
 
+#include "tests/support/ProgramRun.h"
+
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
@@ -70,6 +72,15 @@ void WorkbenchProgram::start(const QStringList& arguments)
                         + arguments);
     if (!m_process.waitForStarted())
         throw Stuck(m_process.errorString());
+}
+
+QString WorkbenchProgram::replay(const QString& recording) const
+{
+    const ProgramRun run = runProgram(QStringLiteral(WORKBENCH_PROGRAM),
+                                      {QStringLiteral("-platform"), QStringLiteral("offscreen"),
+                                       QStringLiteral("--library"), QStringLiteral(PANEL_LIBRARY),
+                                       QStringLiteral("--replay"), recording});
+    return run.exitCode == 0 ? QString() : run.errors;
 }
 
 void WorkbenchProgram::kill()

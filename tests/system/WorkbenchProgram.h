@@ -22,6 +22,10 @@ public:
     /// Starts the program with a home folder of its own, so that the user's files are not touched.
     void start(const QStringList& arguments);
 
+    /// Repeats a recording without a display. Returns what was
+    /// printed if the panel made other requests; empty if it made the same.
+    QString replay(const QString& recording) const;
+
     /// Makes start() use the settings of another program.
     void shareSettings(const WorkbenchProgram& other) { m_settings = other.m_settings; }
 

@@ -41,6 +41,7 @@ private:
     void lock();
     void readOnly();
     void quit();
+    void replay();
 
     void search(const char* words, const char* name);
     void answer(const char* answerName);
@@ -96,10 +97,12 @@ QString DaysWorkTest::doIt(const QStringList& arguments)
         {"lock", &DaysWorkTest::lock},
         {"read-only", &DaysWorkTest::readOnly},
         {"quit", &DaysWorkTest::quit},
+        {"replay", &DaysWorkTest::replay},
     };
     const char* step = "start";
     try {
-        m_program->start(arguments);
+        m_program->start(arguments
+                         + QStringList{text("--record"), m_program->path(text("day.jsonl"))});
         for (const auto& [name, work] : steps) {
             step = name;
             (this->*work)();
@@ -429,6 +432,16 @@ void DaysWorkTest::quit()
                 "Processor 7,Processor 15,Processor 16,Processor 17,Processor 18,"
                 "Processor 19],Foyer,Processor 20,Processor 21,Processor 22"))
         throw Stuck(text("saved is ") + saved);
+}
+
+/// The day without its user.
+void DaysWorkTest::replay()
+{
+    // The user did not have to replace a file.
+    QFile::remove(m_program->path(text("export.txt")));
+    const QString difference = m_program->replay(m_program->path(text("day.jsonl")));
+    if (!difference.isEmpty())
+        throw Stuck(difference);
 }
 
 /// Finds a processor by part of its name; its row comes into view.

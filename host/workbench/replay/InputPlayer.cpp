@@ -9,6 +9,7 @@
 #include <QInputMethodEvent>
 #include <QJsonArray>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPointer>
@@ -40,11 +41,22 @@ struct Gesture
 
     int number(const char* name) const { return arguments.value(QLatin1String(name)).toInt(); }
     QString text(const char* name) const { return arguments.value(QLatin1String(name)).toString(); }
-    QPoint at() const { return {number("x"), number("y")}; }
+    QPoint at() const;
     QPoint globalAt() const { return widget.mapToGlobal(at()); }
     Qt::MouseButtons buttons() const { return Qt::MouseButtons(number("buttons")); }
     Qt::KeyboardModifiers modifiers() const { return Qt::KeyboardModifiers(number("modifiers")); }
 };
+
+/// Returns the recorded place, or the middle of the entry of a menu that has moved from there.
+QPoint Gesture::at() const
+{
+    const QPoint recorded(number("x"), number("y"));
+    const auto* menu = qobject_cast<const QMenu*>(&widget);
+    if (!menu || !arguments.contains(QLatin1String("entry")))
+        return recorded;
+    const QRect place = menu->actionGeometry(menu->actions().value(number("entry")));
+    return place.isEmpty() || place.contains(recorded) ? recorded : place.center();
+}
 
 void send(QWidget& widget, QEvent& event)
 {
