@@ -2,11 +2,13 @@
 #include "host/workbench/project/FieldJson.h"
 #include "host/workbench/project/RecordFields.h"
 #include "host/workbench/window/RecordsPanel.h"
+#include "tests/support/DialogDriver.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTreeWidget>
@@ -21,6 +23,7 @@ private slots:
     void shouldSwitchEveryAnswer();
     void shouldRaiseAnyEvent();
     void shouldEditDeviceSets();
+    void shouldRefuseNamesAndAddressesThatMakeNoSense();
 
 private:
     const TestSettings m_settings;
@@ -204,6 +207,52 @@ void WorkbenchDialogsTest::shouldEditDeviceSets()
     QVERIFY(test.store().snapshot().deviceSets.isEmpty());
     test.action(ActionId::Redo)->trigger();
     QCOMPARE(test.store().snapshot().deviceSets.first().info.hostAttribute3, 7U);
+}
+
+void WorkbenchDialogsTest::shouldRefuseNamesAndAddressesThatMakeNoSense()
+{
+    WorkbenchUnderTest test;
+    const Project before = test.store().snapshot();
+    test.window.records().select({sampleId(12)});
+    DialogDriver dialogs;
+    for (const QString& wrong : {QStringLiteral("  "), QString(65, QLatin1Char('x'))}) {
+        for (const ActionId id : {ActionId::Rename, ActionId::AddGroup}) {
+            QString problem;
+            dialogs
+                .then([&](QWidget& dialog) {
+                    auto* field = dialog.findChild<QLineEdit*>();
+                    field->selectAll();
+                    QTest::keyClicks(field, wrong);
+                    QTest::keyClick(field, Qt::Key_Return);
+                })
+                .then([&](QWidget& box) {
+                    problem = qobject_cast<QMessageBox*>(&box)->text();
+                    QTest::keyClick(&box, Qt::Key_Return);
+                });
+            test.action(id)->trigger();
+            QTRY_VERIFY(dialogs.isDone());
+            QVERIFY2(problem.startsWith(QStringLiteral("The name")), qPrintable(problem));
+        }
+    }
+    // The same name is no change.
+    dialogs.thenEnter();
+    test.action(ActionId::Rename)->trigger();
+    QTRY_VERIFY(dialogs.isDone());
+
+    test.action(ActionId::AddProcessors)->trigger();
+    auto* dialog = openDialog<QDialog>();
+    auto* first = dialog->findChild<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly);
+    for (const char* wrong : {"255.255.255.255", "127.0.0.0", "127.0.0.1", "1.2.3", "left"}) {
+        first->selectAll();
+        QTest::keyClicks(first, QString::fromLatin1(wrong));
+        QTest::keyClick(first, Qt::Key_Return);
+        QVERIFY2(dialog->isVisible(), wrong);
+    }
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    QVERIFY(!test.store().isModified());
+    QCOMPARE(test.store().snapshot().processors.size(), before.processors.size());
+    QCOMPARE(test.store().snapshot().groups.size(), before.groups.size());
+    QVERIFY(!test.action(ActionId::Undo)->isEnabled());
 }
 
 TSA_TEST_MAIN(WorkbenchDialogsTest)

@@ -43,6 +43,11 @@ QString AddProcessorsDialog::complete()
     quint32 first = 0;
     if (!parseDottedAddress(text, first))
         return tr("\"%1\" is no address; 192.168.0.1 is one.").arg(text);
+    const quint32 last = first + static_cast<quint32>(m_count->value() - 1);
+    if (last < first)
+        return tr("There are not so many addresses from %1 on.").arg(text);
+    if (first <= kNoProcessorAddress && kNoProcessorAddress <= last)
+        return tr("127.0.0.1 stands for no address.");
     QList<quint32> addresses;
     for (int at = 0; at < m_count->value(); ++at)
         addresses.append(first + static_cast<quint32>(at));

@@ -12,7 +12,8 @@ int nameBytes(const HandlerAnswers& answers, const QString& name);
 /// The identity of a record cannot be set: the panel knows the record by it.
 QString setField(Project& project, const QUuid& id, const QString& field, const QString& text);
 
-/// Returns why setField() would refuse `text`, without setting it.
+/// Returns why setField() would refuse `text`, without setting it. An unknown identity stands for a
+/// group that is to be.
 QString fieldRefusal(const Project& project, const QUuid& id, const QString& field,
                      const QString& text);
 

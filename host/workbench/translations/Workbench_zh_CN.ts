@@ -117,7 +117,7 @@
     </message>
     <message>
         <source>&amp;Announce the whole project</source>
-        <translation>重新通告整个工程(&amp;A)</translation>
+        <translation>重新通告整个项目(&amp;A)</translation>
     </message>
     <message>
         <source>Events on the &amp;GUI thread</source>
@@ -213,7 +213,7 @@
     </message>
     <message>
         <source>&amp;Recent</source>
-        <translation>最近的工程(&amp;R)</translation>
+        <translation>最近的项目(&amp;R)</translation>
     </message>
     <message>
         <source>&amp;Faults</source>
@@ -269,6 +269,14 @@
     <message>
         <source>&quot;%1&quot; is no address; 192.168.0.1 is one.</source>
         <translation>“%1”不是地址；地址的写法如 192.168.0.1。</translation>
+    </message>
+    <message>
+        <source>There are not so many addresses from %1 on.</source>
+        <translation>从 %1 起没有这么多地址。</translation>
+    </message>
+    <message>
+        <source>127.0.0.1 stands for no address.</source>
+        <translation>127.0.0.1 表示没有地址。</translation>
     </message>
 </context>
 <context>
@@ -437,7 +445,7 @@ The copy is kept as %2.</source>
     </message>
     <message>
         <source>The project holds no more groups.</source>
-        <translation>项目不能再容纳更多组。</translation>
+        <translation>项目不能再容纳更多分组。</translation>
     </message>
 </context>
 <context>
@@ -977,7 +985,7 @@ The copy is kept as %2.</source>
     <name>FileCommands</name>
     <message>
         <source>The project has unsaved changes. Save them?</source>
-        <translation>工程有未保存的更改。要保存吗？</translation>
+        <translation>项目有未保存的更改。要保存吗？</translation>
     </message>
     <message>
         <source>Untitled</source>
@@ -985,15 +993,15 @@ The copy is kept as %2.</source>
     </message>
     <message>
         <source>Open a project</source>
-        <translation>打开工程</translation>
+        <translation>打开项目</translation>
     </message>
     <message>
         <source>Projects (*.json);;All files (*)</source>
-        <translation>工程 (*.json);;所有文件 (*)</translation>
+        <translation>项目 (*.json);;所有文件 (*)</translation>
     </message>
     <message>
         <source>Save the project</source>
-        <translation>保存工程</translation>
+        <translation>保存项目</translation>
     </message>
     <message>
         <source>Save</source>
@@ -1027,7 +1035,7 @@ Save the project all the same?</source>
     </message>
     <message>
         <source>%1 is not replaced, because it is no project</source>
-        <translation>未替换 %1，因为它不是工程</translation>
+        <translation>未替换 %1，因为它不是项目</translation>
     </message>
     <message>
         <source>%1 cannot be written: it is not a regular file</source>
@@ -1039,11 +1047,11 @@ Save the project all the same?</source>
     </message>
     <message>
         <source>%1 cannot be written: it is the open project</source>
-        <translation>无法写入 %1：它是已打开的工程</translation>
+        <translation>无法写入 %1：它是已打开的项目</translation>
     </message>
     <message>
         <source>The project has unsaved changes. Discard them?</source>
-        <translation>工程有未保存的更改。要放弃吗？</translation>
+        <translation>项目有未保存的更改。要放弃吗？</translation>
     </message>
 </context>
 <context>
@@ -1296,7 +1304,7 @@ Save the project all the same?</source>
     </message>
     <message>
         <source>a project holds at most %1 processors; this one has %2</source>
-        <translation>工程最多容纳 %1 个处理器；此工程有 %2 个</translation>
+        <translation>项目最多容纳 %1 个处理器；此项目有 %2 个</translation>
     </message>
     <message>
         <source>there is no group %1</source>
@@ -1316,7 +1324,7 @@ Save the project all the same?</source>
     </message>
     <message>
         <source>a project holds at most %1 groups; this one has %2</source>
-        <translation>一个项目最多有 %1 个组；此项目有 %2 个</translation>
+        <translation>一个项目最多有 %1 个分组；此项目有 %2 个</translation>
     </message>
     <message>
         <source>a whole number from %1 to %2 is expected</source>
@@ -1324,7 +1332,7 @@ Save the project all the same?</source>
     </message>
     <message>
         <source>a project holds at most %1 faults; this one has %2</source>
-        <translation>一个工程最多有 %1 条故障规则；此工程有 %2 条</translation>
+        <translation>一个项目最多有 %1 条故障规则；此项目有 %2 条</translation>
     </message>
     <message>
         <source>at least twice %1 is expected</source>
@@ -1504,7 +1512,7 @@ Save the project all the same?</source>
     </message>
     <message>
         <source>device sets of the project</source>
-        <translation>工程的设备组</translation>
+        <translation>项目的设备组</translation>
     </message>
     <message>
         <source>identity and record</source>
@@ -1626,7 +1634,7 @@ Save the project all the same?</source>
     <name>RecordsPanel</name>
     <message>
         <source>IP list (entries: %1)</source>
-        <translation>IP 列表(条目:%1)</translation>
+        <translation>IP 列表（条目：%1）</translation>
     </message>
     <message>
         <source>Address</source>
@@ -1639,12 +1647,12 @@ Save the project all the same?</source>
     <message>
         <source>The project is empty.
 Add processors with Change &gt; Add processor.</source>
-        <translation>工程为空。
+        <translation>项目为空。
 请用“更改 &gt; 添加处理器”添加处理器。</translation>
     </message>
     <message>
         <source>Project (groups: %1, processors: %2)</source>
-        <translation>工程（分组：%1，处理器：%2）</translation>
+        <translation>项目（分组：%1，处理器：%2）</translation>
     </message>
     <message>
         <source>Fields of the selected record</source>
@@ -1660,7 +1668,7 @@ Add processors with Change &gt; Add processor.</source>
     </message>
     <message>
         <source>Records of the project</source>
-        <translation>工程的记录</translation>
+        <translation>项目的记录</translation>
     </message>
     <message>
         <source>%1 (does not change)</source>

@@ -29,6 +29,14 @@ bool allOf(const ProjectStore& store, const QList<QUuid>& ids, const Test& test)
     });
 }
 
+/// Returns why the record, or a new one, cannot have the name; empty if it can.
+QString nameRefusal(const ProjectStore& store, const QUuid& id, const QString& name)
+{
+    return store.read([&](const Project& project) {
+        return fieldRefusal(project, id, QStringLiteral("name"), name);
+    });
+}
+
 } // namespace
 
 ChangeCommands::ChangeCommands(QWidget* window, Actions& actions, RecordsPanel& records,
@@ -96,6 +104,11 @@ void ChangeCommands::connectProjectActions()
         const int count = store->read([](const Project& project) { return project.groups.size(); });
         askText(m_window, tr("Add group"), tr("Name of the group"), tr("Group %1").arg(count + 1),
                 [this, store](const QString& name) {
+                    const QString problem = nameRefusal(*store, QUuid(), name);
+                    if (!problem.isEmpty()) {
+                        showProblem(m_window, problem);
+                        return;
+                    }
                     ProcessorGroupNode group;
                     group.name = name;
                     const QUuid added = store->addGroup(group);
@@ -220,7 +233,12 @@ void ChangeCommands::rename()
         return node ? node->name : project.group(id).name;
     });
     askText(m_window, tr("Rename"), tr("New name"), name, [=](const QString& text) {
-        if (isGroup)
+        const QString problem = nameRefusal(*store, id, text);
+        if (!problem.isEmpty())
+            showProblem(m_window, problem);
+        else if (text == name)
+            return;
+        else if (isGroup)
             store->renameGroup(id, text, true);
         else
             store->renameProcessor(id, text);
