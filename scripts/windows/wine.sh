@@ -40,6 +40,11 @@ make_template() {
         start=(env -u DISPLAY "WINEPREFIX=$template/prefix")
         "${start[@]}" "$wine" wineboot --init > "$template/log" 2>&1 9>&-
         "${start[@]}" "$server" --wait 9>&-
+        # The desktop and the like lead to the home of whoever made it.
+        while read -r link; do
+            rm "$link"
+            mkdir "$link"
+        done < <(find "$template/prefix/drive_c/users" -type l)
         touch "$template/complete"
     ) 9> "$template/lock"
 }
