@@ -3,14 +3,16 @@
 #
 # Installs what is missing, builds the development preset and runs the suite, in minutes.
 #
-#   --all       every stage below but the first, which --release and --asan make up for; what
-#               continuous integration runs
+#   --all       every stage below but the first, which --release and --asan make up for, and but
+#               that of Windows; what continuous integration runs
 #   --suite     the suite but the tests labelled "long", as without any argument
 #   --release   the release build, with the benchmarks, and the suite on it
 #   --packages  the Debian packages, installed and used in a bare Debian 12; needs root
 #   --asan      the suite under AddressSanitizer and UndefinedBehaviorSanitizer
 #   --tsan      the tests labelled "threads" under ThreadSanitizer
 #   --fuzz      every fuzz target for a minute, under both of those
+#   --windows   the build for Windows and its suite under Wine, and a zip that a Windows PC can run;
+#               the first time it builds a Qt, which takes 40 minutes of one core
 #   --lint      format, static analysis, scripts, headers, Windows cross-check
 #   --help      this text
 #
@@ -34,7 +36,7 @@ for argument in "$@"; do
         storm[asan]=300
         storm[tsan]=300
         ;;
-    --suite | --release | --packages | --asan | --tsan | --fuzz | --lint) stages+=("${argument#--}") ;;
+    --suite | --release | --packages | --asan | --tsan | --fuzz | --windows | --lint) stages+=("${argument#--}") ;;
     *) usage >&2 && exit 2 ;;
     esac
 done
@@ -79,6 +81,14 @@ for name in "${stages[@]}"; do
         build fuzz fuzzers
         scripts/run-fuzzers.sh build/fuzz 60 "${fuzzers[@]}" || fail "a fuzz target failed" \
             "run it on that input alone: build/fuzz/bin/TARGET FILE"
+        ;;
+    windows)
+        stage "windows: cross-build, every test under Wine, the zip"
+        scripts/windows/setup.sh || fail "the Qt for Windows is not there" "mend what is said above"
+        build windows
+        suite windows --label-exclude '^(lint|long)$'
+        scripts/windows/check-zip.sh || fail "the zip does not work" \
+            "unpack it and start the workbench: it is in build/windows/packages"
         ;;
     lint)
         stage "lint: format, static analysis, scripts, headers, Windows cross-check"

@@ -1,6 +1,8 @@
 # What cpack makes of an installation: two archives and two Debian packages, one for each component.
 #
 #   cmake --preset package && cmake --build --preset package && cpack --preset package
+#
+# For Windows, with the preset "windows", one zip with both components and all that a PC lacks.
 
 set(runtime_package libtargetselectarea${PROJECT_VERSION_MAJOR})
 
@@ -11,6 +13,12 @@ set(CPACK_PACKAGE_VENDOR "The makers of the target selection area")
 set(CPACK_COMPONENTS_ALL runtime development)
 set(CPACK_ARCHIVE_COMPONENT_INSTALL ON)
 set(CPACK_STRIP_FILES ON)
+if(WIN32)
+    set(CPACK_GENERATOR ZIP)
+    set(CPACK_COMPONENTS_GROUPING ALL_COMPONENTS_IN_ONE)
+    set(CPACK_COMPONENT_INCLUDE_TOPLEVEL_DIRECTORY ON)
+    set(CPACK_PACKAGE_FILE_NAME targetselectarea-${PROJECT_VERSION}-windows-x86_64)
+endif()
 # They follow the description of the project.
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
     "The library that a host loads, and the host's libraries on which it stands."

@@ -238,7 +238,6 @@ void ApplyHostTheme(QApplication& application)
     // Explicit families, so that Chinese texts get the regular weight of a sans-serif font.
     font.setFamilies(
         {font.family(), QStringLiteral("Noto Sans CJK SC"), QStringLiteral("Microsoft YaHei")});
-    QApplication::setFont(font);
     const QPalette general = palette(hostColors());
     QApplication::setPalette(general);
     QPalette field = general;
@@ -247,5 +246,7 @@ void ApplyHostTheme(QApplication& application)
     for (const char* widget : {"QLineEdit", "QComboBox", "QAbstractSpinBox"})
         QApplication::setPalette(field, widget);
     application.setStyleSheet(styleSheet(hostColors()));
+    // Last, for a new style brings back the fonts that Windows has for menus, tables and others.
+    QApplication::setFont(font);
     installToolTipPlacement(application);
 }

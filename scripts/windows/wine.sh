@@ -21,6 +21,12 @@ export WINEDEBUG=${WINEDEBUG:--all} WINEARCH=win64
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=;${WINEDLLOVERRIDES-}"
 # Qt writes to the debugger otherwise.
 export QT_FORCE_STDERR_LOGGING=1
+# The platform without a display reads fonts from one folder.
+export QT_QPA_FONTDIR=${QT_QPA_FONTDIR:-/usr/share/fonts/truetype/dejavu}
+# Wine keeps the variables of Linux's own Qt from the program, but passes these by that name.
+for name in "${!QT_@}"; do
+    export "WINE$name=${!name}"
+done
 
 # in_windows FOLDER...: a search path of Windows.
 in_windows() {
@@ -40,6 +46,11 @@ make_template() {
         start=(env -u DISPLAY "WINEPREFIX=$template/prefix")
         "${start[@]}" "$wine" wineboot --init > "$template/log" 2>&1 9>&-
         "${start[@]}" "$server" --wait 9>&-
+        # The desktop and the like lead to the home of whoever made it.
+        while read -r link; do
+            rm "$link"
+            mkdir "$link"
+        done < <(find "$template/prefix/drive_c/users" -type l)
         touch "$template/complete"
     ) 9> "$template/lock"
 }

@@ -36,6 +36,7 @@ private slots:
     void initTestCase();
     void shouldUseOnlyExistingColoursAndIcons();
     void shouldWriteInTwelvePixels();
+    void shouldWriteEverythingInOneFont();
     void shouldKeepFieldsOf24Pixels();
     void shouldKeepToolsOf24Pixels();
     void shouldKeepTheWidthOfButtons();
@@ -72,6 +73,14 @@ void HostThemeTest::shouldWriteInTwelvePixels()
 {
     QCOMPARE(QFontInfo(QApplication::font()).pixelSize(), 12);
     QCOMPARE(QPushButton().font().pixelSize(), 12);
+}
+
+/// Windows has fonts of its own for these classes.
+void HostThemeTest::shouldWriteEverythingInOneFont()
+{
+    for (const char* name : {"QMenu", "QMenuBar", "QMessageBox", "QTipLabel", "QStatusBar",
+                             "QDockWidgetTitle", "QAbstractItemView", "QHeaderView"})
+        QVERIFY2(QApplication::font(name) == QApplication::font(), name);
 }
 
 void HostThemeTest::shouldKeepFieldsOf24Pixels()

@@ -96,7 +96,7 @@ HostEvent::Argument argumentOf(ArgumentType type, const QList<QUuid>& ids, const
     return {};
 }
 
-Progress raise(ScriptRun& run, const ScriptStep& step)
+Progress raiseEvent(ScriptRun& run, const ScriptStep& step)
 {
     Notifier& notifier = run.session().notifier();
     const QString thread = step.value("gui|notify");
@@ -128,8 +128,8 @@ Progress raise(ScriptRun& run, const ScriptStep& step)
 
 void addEventSteps(StepRegistry& registry)
 {
-    registry.add({QStringLiteral("raise EVENT [ARGUMENT...] [as] [TYPE] [on] [gui|notify]"), raise,
-                  checkRaise});
+    registry.add({QStringLiteral("raise EVENT [ARGUMENT...] [as] [TYPE] [on] [gui|notify]"),
+                  raiseEvent, checkRaise});
     registry.add({QStringLiteral("expect idle"),
                   [](ScriptRun& run, const ScriptStep&) {
                       return Progress::when(run.session().notifier().isIdle(),
