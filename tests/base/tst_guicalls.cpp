@@ -216,13 +216,14 @@ void GuiCallsTest::shouldWaitAnewForEachEvent()
     CGuiCalls calls;
     calls.setPatience(std::chrono::milliseconds(0));
     HostThread thread;
-    thread.run([&] {
+    bool ran = true;
+    QVERIFY(comesBack(thread.post([&] {
         const CGuiCalls::SharedPatience event;
-        QVERIFY(!calls.run([] {}));
-    });
+        ran = calls.run([] {});
+    })));
+    QVERIFY(!ran);
     calls.settle();
     calls.setPatience(std::chrono::seconds(60));
-    bool ran = false;
     const auto told = thread.post([&] {
         const CGuiCalls::SharedPatience event;
         ran = calls.run([] {});
