@@ -188,14 +188,18 @@ void CInputRecorder::lookAtOthers(QWidget& widget, QEvent& event)
     }
 }
 
-/// Returns whether this is the gesture of before, which a widget left to its parent.
+/// Returns whether this is the gesture of before, which a widget left to its parent, or a view to
+/// its scroll bar.
 bool CInputRecorder::isRepeated(QWidget& widget, const QInputEvent& event, const QPoint& at,
                                 int key)
 {
-    const Last before = std::exchange(m_last, {event.type(), event.timestamp(), at, key, &widget});
-    return before.type == m_last.type && before.timestamp == m_last.timestamp && before.at == at
-           && before.key == key && before.widget && before.widget != &widget
-           && WidgetPath::isWithin(widget, before.widget);
+    const bool isSame = m_last.type == event.type() && m_last.timestamp == event.timestamp()
+                        && m_last.at == at && m_last.key == key;
+    if (isSame && m_last.widget && m_last.widget != &widget
+        && (event.type() == QEvent::Wheel || WidgetPath::isWithin(widget, m_last.widget)))
+        return true;
+    m_last = {event.type(), event.timestamp(), at, key, &widget};
+    return false;
 }
 
 /// The focus also goes when the user turns to the host or to another program, which ends an editor.

@@ -14,6 +14,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -66,6 +68,7 @@ private slots:
     void shouldKeepTheBeginningOfACall();
     void shouldRecordEventsOfWrongTypes();
     void shouldRecordGesturesOnce();
+    void shouldRecordAWheelOnce();
     void shouldRecordTheLastMoveOnly();
     void shouldRecordMenusOfThePanel();
     void shouldNotRecordTheHost();
@@ -278,6 +281,27 @@ void RecorderTest::shouldRecordGesturesOnce()
         inner);
     QTest::keyClick(field, Qt::Key_A);
     QCOMPARE(gestures().mid(2), (QStringList{QStringLiteral("key"), QStringLiteral("keyRelease")}));
+}
+
+void RecorderTest::shouldRecordAWheelOnce()
+{
+    Layer layer;
+    auto* view = new QScrollArea(&layer.widget);
+    view->setWidget(new QWidget);
+    view->widget()->setFixedSize(10, 5000);
+    layer.widget.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&layer.widget));
+    m_recorder->record(&layer);
+    for (int turn = 1; turn <= 2; ++turn) {
+        const int before = view->verticalScrollBar()->value();
+        QWheelEvent wheel(QPointF(5, 5), view->viewport()->mapToGlobal(QPoint(5, 5)), QPoint(),
+                          QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view->viewport(), &wheel);
+        QVERIFY(view->verticalScrollBar()->value() > before);
+        // The view hands it on to its scroll bar.
+        QCOMPARE(gestures().size(), turn);
+        QCOMPARE(gestures().constLast(), QStringLiteral("wheel"));
+    }
 }
 
 void RecorderTest::shouldRecordTheLastMoveOnly()

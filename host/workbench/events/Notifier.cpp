@@ -156,12 +156,9 @@ void Notifier::deliver(const HostEvent& event)
     subject.Attach(observer);
     event.deliver(subject);
     const qint64 nanoseconds = timer.nsecsElapsed();
-    const double milliseconds = static_cast<double>(nanoseconds) / 1e6;
     const QString end =
-        observer ? QStringLiteral("%1 returned after %2 ms") : QStringLiteral("%1 had no observer");
-    const qint64 line = m_trace.add(TraceEntry::Kind::Event,
-                                    observer ? end.arg(event.number()).arg(milliseconds, 0, 'f', 3)
-                                             : end.arg(event.number()));
+        observer ? QStringLiteral("%1 returned") : QStringLiteral("%1 had no observer");
+    const qint64 line = m_trace.add(TraceEntry::Kind::Event, end.arg(event.number()));
     if (observer)
         m_trace.setDuration(line, nanoseconds);
 }

@@ -41,12 +41,15 @@ Recording::Recording(const std::vector<CTraceEntry>& entries, bool isCutOff)
             // The host's layout resizes at any time.
             if (entry.kind != CTraceEntry::Kind::Event && entry.name != QLatin1String("resize"))
                 m_moments.push_back(entry.sequence);
+            if (entry.kind == CTraceEntry::Kind::Layer)
+                m_changes.push_back(entry.sequence);
             m_drivers.push_back(entry);
             continue;
         }
         const Operations::Operation* operation = Operations::find(entry.name.toUtf8().constData());
         if (operation && operation->kind == Operations::Kind::Request) {
             m_moments.push_back(entry.sequence);
+            m_changes.push_back(entry.sequence);
             m_requests.push_back(entry);
             continue;
         }
@@ -147,9 +150,11 @@ const CTraceEntry* Recording::answer(const QByteArray& key, qint64 position, qin
     const auto later = std::upper_bound(
         answers.begin(), answers.end(), position,
         [](qint64 sequence, const CTraceEntry& entry) { return sequence < entry.sequence; });
-    const auto moment = std::upper_bound(m_moments.begin(), m_moments.end(), position);
+    // An event finds the project as it stays until the next request, whatever the user does.
+    const std::vector<qint64>& moments = event > 0 ? m_changes : m_moments;
+    const auto moment = std::upper_bound(moments.begin(), moments.end(), position);
     const bool isNow =
-        later != answers.end() && (moment == m_moments.end() || later->sequence < *moment);
+        later != answers.end() && (moment == moments.end() || later->sequence < *moment);
     return isNow || later == answers.begin() ? &*later : &*std::prev(later);
 }
 

@@ -58,7 +58,7 @@ public:
     /// Returns the answer to a question after `position`, the last entry that has been repeated;
     /// null if there is none. It is the first one before the next request, gesture or call of the
     /// host, because a host changes its project before it tells; else the last one up to
-    /// `position`, else any.
+    /// `position`, else any. Inside `event`, 0 for none, gestures do not count.
     const CTraceEntry* answer(const QByteArray& key, qint64 position, qint64 event) const;
 
     const CTraceEntry* answer(const Question& question) const;
@@ -76,6 +76,7 @@ private:
     std::size_t m_questionCount = 0;
     bool m_isCutOff;
     std::vector<qint64> m_moments; // requests, gestures and calls of the host
+    std::vector<qint64> m_changes; // the same without the gestures
     std::vector<qint64> m_workQuestions;
     QSet<qint64> m_inMotion;
     QSet<qint64> m_rightAfter;           // events, behind the one before

@@ -1,6 +1,7 @@
 // Steps that use mouse and keyboard.
 
 #include "host/workbench/script/ScriptRun.h"
+#include "host/workbench/script/Scrolling.h"
 #include "host/workbench/script/Steps.h"
 #include "host/workbench/script/Targets.h"
 #include "host/workbench/window/MainWindow.h"
@@ -70,7 +71,7 @@ Targets::Row shownRow(ScriptRun& run, const ScriptToken& name)
     row.reason += obstacle();
     if (!row.reason.isEmpty())
         return {row.view, {}, row.reason};
-    row.view->scrollTo(row.index);
+    scrollByWheel(*row.view, row.index);
     if (row.view->visualRect(row.index).isEmpty())
         return {row.view, {}, QStringLiteral("\"%1\" is in a closed group").arg(name.text)};
     return row;
@@ -167,7 +168,7 @@ Progress clickResult(ScriptRun& run, const ScriptStep& step)
         const QModelIndex index = list->model()->index(row, 0);
         if (index.data().toString() != step.value("NAME"))
             continue;
-        list->scrollTo(index);
+        scrollByWheel(*list, index);
         return clickAt(run, *list->viewport(), list->visualRect(index).center());
     }
     return Progress::waiting(
@@ -226,7 +227,7 @@ Progress choose(ScriptRun& run, const ScriptStep& step)
             offered.append(index.data().toString());
             if (offered.constLast() != step.value("ENTRY"))
                 continue;
-            list->scrollTo(index);
+            scrollByWheel(*list, index);
             if (!run.isSettled(*list->viewport(), list->visualRect(index).center()))
                 return Progress::waiting(settling());
             run.phase = 2;

@@ -2,6 +2,7 @@
 
 #include "Interface/ProcessorNode.h"
 #include "host/workbench/script/ScriptRun.h"
+#include "host/workbench/script/Scrolling.h"
 #include "host/workbench/script/Steps.h"
 #include "host/workbench/script/Targets.h"
 
@@ -144,7 +145,7 @@ Progress expectRows(ScriptRun& run, const ScriptStep& step)
 /// Returns what a screen reader says of a row, besides its name.
 QString descriptionOf(const Targets::Row& row)
 {
-    row.view->scrollTo(row.index);
+    scrollByWheel(*row.view, row.index);
     const QRect place = row.view->visualRect(row.index);
     QAccessibleInterface* view = QAccessible::queryAccessibleInterface(row.view);
     const QPoint global = row.view->viewport()->mapToGlobal(place.center());
