@@ -7,6 +7,17 @@
 #include <QTextCodec>
 #include <QTextStream>
 
+namespace {
+
+/// Returns whether nothing of `text` is replaced. QTextCodec::canEncode() counts what was replaced,
+/// which the codec for the encoding of Windows does not.
+bool isEncodable(const QString& text, const QTextCodec& codec)
+{
+    return codec.toUnicode(codec.fromUnicode(text)) == text;
+}
+
+} // namespace
+
 namespace IPListFile {
 
 Result write(QIODevice& device, const QStringList& entries)
@@ -16,7 +27,7 @@ Result write(QIODevice& device, const QStringList& entries)
     bool lossless = true;
     for (const QString& entry : entries) {
         const QString line = exportLine(entry);
-        lossless = lossless && stream.codec()->canEncode(line);
+        lossless = lossless && isEncodable(line, *stream.codec());
         stream << line << '\n';
     }
     stream.flush();

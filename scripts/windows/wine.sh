@@ -21,8 +21,8 @@ export WINEDEBUG=${WINEDEBUG:--all} WINEARCH=win64
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=;${WINEDLLOVERRIDES-}"
 # Qt writes to the debugger otherwise.
 export QT_FORCE_STDERR_LOGGING=1
-# The platform without a display reads fonts from one folder.
-export QT_QPA_FONTDIR=${QT_QPA_FONTDIR:-/usr/share/fonts/truetype/dejavu}
+# The platform without a display reads fonts from one folder, and its own font is the first of them.
+export QT_QPA_FONTDIR=${QT_QPA_FONTDIR:-$template/fonts}
 # Wine keeps the variables of Linux's own Qt from the program, but passes these by that name.
 for name in "${!QT_@}"; do
     export "WINE$name=${!name}"
@@ -41,8 +41,10 @@ in_windows() {
 make_template() {
     (
         flock 9
-        [ -e "$template/complete" ] && exit
-        rm -rf "$template/prefix"
+        [ -e "$template/ready" ] && exit
+        rm -rf "$template"/{prefix,fonts}
+        mkdir "$template/fonts"
+        ln -s /usr/share/fonts/truetype/dejavu/DejaVuSans{,-*,Mono*}.ttf "$template/fonts"
         start=(env -u DISPLAY "WINEPREFIX=$template/prefix")
         "${start[@]}" "$wine" wineboot --init > "$template/log" 2>&1 9>&-
         "${start[@]}" "$server" --wait 9>&-
@@ -51,13 +53,13 @@ make_template() {
             rm "$link"
             mkdir "$link"
         done < <(find "$template/prefix/drive_c/users" -type l)
-        touch "$template/complete"
+        touch "$template/ready"
     ) 9> "$template/lock"
 }
 
 server=${wine%/*}/wineserver64
 mkdir -p "$template"
-if [ ! -e "$template/complete" ]; then
+if [ ! -e "$template/ready" ]; then
     make_template
 fi
 

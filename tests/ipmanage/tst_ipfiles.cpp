@@ -1,6 +1,8 @@
 #include "Interface/IPStatusCodes.h"
 #include "ipmanage/IPListFile.h"
 #include "tests/ipmanage/ManageTest.h"
+#include "tests/support/LocaleCodec.h"
+#include "tests/support/TextFile.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -63,11 +65,15 @@ class IPFilesTest : public QObject
 private slots:
     void shouldWriteALinePerEntry_data();
     void shouldWriteALinePerEntry();
+    void shouldNoticeReplacedCharacters_data();
+    void shouldNoticeReplacedCharacters();
     void shouldReportAFullDevice_data();
     void shouldReportAFullDevice();
     void shouldExport();
     void shouldReplaceAnOldFile();
+#ifdef Q_OS_UNIX // Windows has no device that is always full.
     void shouldNotAnnounceAnExportThatFailed();
+#endif
     void shouldIgnoreAnExportToAnUnwritableFile();
     void shouldIgnoreACancelledExport();
     void shouldProposeTheDesktop();
@@ -100,22 +106,43 @@ void IPFilesTest::shouldWriteALinePerEntry()
 {
     QFETCH(QStringList, entries);
     QFETCH(QByteArray, text);
+    const LocaleCodec usual("UTF-8");
     QBuffer buffer;
     QVERIFY(buffer.open(QIODevice::WriteOnly | QIODevice::Text));
     QCOMPARE(IPListFile::write(buffer, entries), IPListFile::Result::Written);
-#ifdef Q_OS_WIN
-    text.replace("\n", "\r\n");
-#endif
-    QCOMPARE(buffer.data(), text);
+    QCOMPARE(buffer.data(), asTextFile(text));
+}
+
+void IPFilesTest::shouldNoticeReplacedCharacters_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("in every encoding") << QStringLiteral("Hall");
+    QTest::newRow("in some") << QString::fromUtf8("大厅");
+    QTest::newRow("in none") << QStringLiteral("a") + QChar(0xD800) + QStringLiteral("b");
+}
+
+/// With the encoding that the system has: that of Windows counts nothing that it replaces.
+void IPFilesTest::shouldNoticeReplacedCharacters()
+{
+    QFETCH(QString, name);
+    QBuffer buffer;
+    QVERIFY(buffer.open(QIODevice::WriteOnly | QIODevice::Text));
+    const IPListFile::Result result =
+        IPListFile::write(buffer, {QStringLiteral("10.0.0.1(%1)").arg(name)});
+    const QString text = QTextCodec::codecForLocale()->toUnicode(buffer.data());
+    const bool isWhole = text.trimmed() == QStringLiteral("10.0.0.1,") + name;
+    QCOMPARE(result, isWhole ? IPListFile::Result::Written : IPListFile::Result::Replaced);
+    QVERIFY(isWhole || name != QLatin1String("Hall"));
 }
 
 void IPFilesTest::shouldReportAFullDevice_data()
 {
     QTest::addColumn<int>("room");
     QTest::addColumn<bool>("fits");
+    const int size = 255 * asTextFile("10.0.0.9,x\n").size();
     QTest::newRow("always full") << 0 << false;
-    QTest::newRow("a byte too small") << 255 * 11 - 1 << false;
-    QTest::newRow("just enough") << 255 * 11 << true;
+    QTest::newRow("a byte too small") << size - 1 << false;
+    QTest::newRow("just enough") << size << true;
 }
 
 void IPFilesTest::shouldReportAFullDevice()
@@ -144,7 +171,7 @@ void IPFilesTest::shouldExport()
         chooseFile(file, path);
     });
     QCOMPARE(dialog.exec(), 0);
-    QCOMPARE(contents(path), QByteArray("10.0.0.1,Hall\n10.0.0.2,\n10.0.0.3,10.0.0.3\n"));
+    QCOMPARE(contents(path), asTextFile("10.0.0.1,Hall\n10.0.0.2,\n10.0.0.3,10.0.0.3\n"));
     QCOMPARE(test.asked(), QStringList({QStringLiteral("GetIPList"),
                                         QStringLiteral("ShowTipMessage(Export successfully.)")}));
 }
@@ -165,9 +192,10 @@ void IPFilesTest::shouldReplaceAnOldFile()
         .then([&](QWidget& file) { chooseFile(file, path); })
         .then([](QWidget& overwrite) { clickButton(overwrite, QStringLiteral("Yes")); });
     QCOMPARE(dialog.exec(), 0);
-    QCOMPARE(contents(path), QByteArray("10.0.0.1,Hall\n"));
+    QCOMPARE(contents(path), asTextFile("10.0.0.1,Hall\n"));
 }
 
+#ifdef Q_OS_UNIX
 void IPFilesTest::shouldNotAnnounceAnExportThatFailed()
 {
     const QString path = QStringLiteral("/dev/full");
@@ -184,6 +212,7 @@ void IPFilesTest::shouldNotAnnounceAnExportThatFailed()
     QCOMPARE(message, QStringLiteral("Export failed, the file could not be written completely."));
     QCOMPARE(test.host().callCount(QStringLiteral("ShowTipMessage")), 0);
 }
+#endif
 
 void IPFilesTest::shouldIgnoreAnExportToAnUnwritableFile()
 {
@@ -210,12 +239,17 @@ void IPFilesTest::shouldIgnoreACancelledExport()
 
 void IPFilesTest::shouldProposeTheDesktop()
 {
+#ifdef Q_OS_WIN // The system knows the folder, whatever the environment says.
+    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    QVERIFY2(QDir(desktop).exists(), qPrintable(desktop));
+#else
     const QTemporaryDir home;
     QVERIFY(QDir(home.path()).mkpath(QStringLiteral("Desktop")));
     const QString desktop = home.filePath(QStringLiteral("Desktop"));
     const QByteArray usualHome = qgetenv("HOME");
     qputenv("HOME", home.path().toLocal8Bit());
     QCOMPARE(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation), desktop);
+#endif
 
     DialogTest test;
     test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
@@ -243,7 +277,9 @@ void IPFilesTest::shouldProposeTheDesktop()
             look(shown);
         });
     QCOMPARE(dialog.exec(), 0);
+#ifndef Q_OS_WIN
     qputenv("HOME", usualHome);
+#endif
     QCOMPARE(proposed.first(), desktop + QStringLiteral("/ipList.txt"));
     QCOMPARE(folders, QStringList({desktop, desktop}));
     QCOMPARE(
@@ -280,12 +316,9 @@ void IPFilesTest::shouldReportReplacedCharacters()
         if (call == QLatin1String("ShowTipMessage"))
             onTip = contents(path);
     };
-    QTextCodec* const usual = QTextCodec::codecForLocale();
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
-    const int result = dialog.exec();
-    QTextCodec::setCodecForLocale(usual);
-    QCOMPARE(result, 0);
-    QCOMPARE(onTip, text);
+    const LocaleCodec usual("ISO-8859-1");
+    QCOMPARE(dialog.exec(), 0);
+    QCOMPARE(onTip, asTextFile(text));
     const QStringList asked = test.asked();
     QCOMPARE(asked.last(), QStringLiteral("ShowTipMessage(%1)").arg(tip));
 }

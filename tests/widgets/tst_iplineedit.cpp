@@ -190,7 +190,10 @@ void TestIPLineEdit::shouldDrawAllDigitsWithinItself()
     QVERIFY(form.field.rect().contains(form.field.cursorRect(15)));
     const QSize least = form.field.minimumSizeHint();
     QVERIFY(least.width() <= 172 && least.height() <= 24);
-    QVERIFY(form.field.sizeHint().width() <= 172);
+    QVERIFY2(form.field.sizeHint().width() <= 172,
+             qPrintable(QStringLiteral("%1 pixels in %2")
+                            .arg(form.field.sizeHint().width())
+                            .arg(QFontInfo(font).family())));
 
     font.setPixelSize(30);
     form.field.setFont(font);

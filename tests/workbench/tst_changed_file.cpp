@@ -41,8 +41,14 @@ QByteArray othersProject(const QString& name = QStringLiteral("Other"))
     return projectToJson(project);
 }
 
-/// A workbench whose project is saved in a folder of its own.
-struct SavedWorkbench : WorkbenchUnderTest
+struct OwnFolder
+{
+    const QTemporaryDir folder;
+};
+
+/// A workbench whose project is saved in a folder of its own, which is removed when nobody watches
+/// it any more.
+struct SavedWorkbench : OwnFolder, WorkbenchUnderTest
 {
     SavedWorkbench()
     {
@@ -62,7 +68,6 @@ struct SavedWorkbench : WorkbenchUnderTest
     }
     void click(QPushButton* button) { QTest::mouseClick(button, Qt::LeftButton); }
 
-    const QTemporaryDir folder;
     QString path;
     QByteArray saved;
 };

@@ -29,13 +29,15 @@
 #endif
 
 namespace {
-/// "Role:name" of what is told, front to back, and of what lies in it.
+/// "Role:name" of what is told, front to back, and of what lies in it. What has no name stands with
+/// its value, as a combo box does on Windows.
 QStringList told(const QJsonArray& elements)
 {
     QStringList found;
     for (const QJsonValue& element : elements) {
+        const QString value = element[QLatin1String("value")].toString();
         found.append(QStringLiteral("%1:%2").arg(element[QLatin1String("role")].toString(),
-                                                 element[QLatin1String("name")].toString()));
+                                                 element[QLatin1String("name")].toString(value)));
         found += told(element[QLatin1String("children")].toArray());
     }
     return found;
@@ -121,6 +123,7 @@ private slots:
     void shouldLeaveWhatIsNotItsOwn();
 #endif
     void shouldLeaveTheNameOfAnother();
+    void shouldReportWhyItCannotListen_data();
     void shouldReportWhyItCannotListen();
 };
 
@@ -333,12 +336,22 @@ void InspectorTest::shouldLeaveTheNameOfAnother()
     QVERIFY(!client.readAll().isEmpty());
 }
 
+void InspectorTest::shouldReportWhyItCannotListen_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("long name") << QString(300, QLatin1Char('x'));
+#ifdef Q_OS_UNIX // A local socket is no file on Windows.
+    QTest::newRow("missing folder") << QStringLiteral("/nowhere/inspector");
+#endif
+}
+
 void InspectorTest::shouldReportWhyItCannotListen()
 {
+    QFETCH(QString, name);
     Inspector inspector;
     QString problem;
-    QVERIFY(!inspector.listen(QStringLiteral("/nowhere/inspector"), problem));
-    QVERIFY2(problem.startsWith(QStringLiteral("Nobody can connect to /nowhere/inspector: ")),
+    QVERIFY(!inspector.listen(name, problem));
+    QVERIFY2(problem.startsWith(QStringLiteral("Nobody can connect to %1: ").arg(name)),
              qPrintable(problem));
 }
 

@@ -2,6 +2,7 @@
 
 #include "plugin/TargetSelectArea.h"
 #include "tests/ipmanage/ManageTest.h"
+#include "tests/support/LocaleCodec.h"
 #include "tests/workbench/HandlerUnderTest.h"
 
 #include <QTemporaryDir>
@@ -36,11 +37,23 @@ class IpRoundTripTest : public QObject
     Q_OBJECT
 
 private slots:
+    void shouldImportWhatWasExported_data();
     void shouldImportWhatWasExported();
 };
 
+void IpRoundTripTest::shouldImportWhatWasExported_data()
+{
+    QTest::addColumn<QByteArray>("encoding");
+    QTest::newRow("the system's encoding") << QByteArray();
+    QTest::newRow("UTF-8") << QByteArray("UTF-8");
+}
+
 void IpRoundTripTest::shouldImportWhatWasExported()
 {
+    QFETCH(QByteArray, encoding);
+    const LocaleCodec usual(encoding.isEmpty() ? nullptr : QTextCodec::codecForName(encoding));
+    const QStringList names = encodableTexts(exportableNames(), *QTextCodec::codecForLocale());
+    QVERIFY(names.size() > 5);
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("ipList.txt"));
     HandlerUnderTest workbench;
@@ -48,7 +61,6 @@ void IpRoundTripTest::shouldImportWhatWasExported()
     test.panel.area().m_controlHandler =
         std::shared_ptr<IAbstractControlInterface>(std::shared_ptr<void>(), &workbench.handler);
     workbench.handler.ClearIPList();
-    const QStringList names = exportableNames();
     for (int n = 0; n < 255; ++n) {
         workbench.handler.AddIPAddress(QStringLiteral("10.20.%1.%2").arg(n / 100).arg(n + 1),
                                        names.at(n % names.size()));

@@ -3,9 +3,11 @@
 #include "host/workbench/trace/TraceFile.h"
 #include "host/workbench/trace/TraceModel.h"
 #include "host/workbench/window/LogFilter.h"
+#include "tests/support/TextFile.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QAbstractItemModelTester>
+#include <QDir>
 #include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -174,9 +176,12 @@ void LiveLogTest::shouldWriteToAFile()
     trace.flush();
     QFile written(path);
     QVERIFY(written.open(QIODevice::ReadOnly));
-    const QList<QByteArray> lines = written.readAll().split('\n');
+    const QByteArray lineEnd = asTextFile("\n");
+    const QByteArray text = written.readAll();
+    QCOMPARE(text.count(lineEnd), TraceModel::kMaxRows + 1);
+    const QList<QByteArray> lines = text.split('\n');
     QCOMPARE(lines.size(), TraceModel::kMaxRows + 2);
-    QVERIFY(lines.first().endsWith("\tevent\tGUI\t0"));
+    QVERIFY(lines.first().endsWith("\tevent\tGUI\t0" + lineEnd.chopped(1)));
     QVERIFY(lines.last().isEmpty());
     QCOMPARE(problem, QString());
 }
@@ -195,7 +200,7 @@ void LiveLogTest::shouldReplaceAFormerTraceOnly()
     }
     QFile written(path);
     QVERIFY(written.open(QIODevice::ReadOnly));
-    QVERIFY(written.readAll().endsWith("\tlog\tGUI\t1\n"));
+    QVERIFY(written.readAll().endsWith(asTextFile("\tlog\tGUI\t1\n")));
     written.close();
 
     QVERIFY(written.open(QIODevice::WriteOnly));
@@ -204,7 +209,8 @@ void LiveLogTest::shouldReplaceAFormerTraceOnly()
     TraceFile project(trace, path);
     QVERIFY(!project.open(problem));
     QCOMPARE(problem,
-             path + QStringLiteral(" cannot be written: the file that is there is not a trace"));
+             QDir::toNativeSeparators(path)
+                 + QStringLiteral(" cannot be written: the file that is there is not a trace"));
     QVERIFY(written.open(QIODevice::ReadOnly));
     QCOMPARE(written.readAll(), QByteArray("{\"version\": 1}"));
 
@@ -216,7 +222,8 @@ void LiveLogTest::shouldReplaceAFormerTraceOnly()
     for (const QString& odd : qAsConst(odds)) {
         TraceFile file(trace, odd);
         QVERIFY(!file.open(problem));
-        QCOMPARE(problem, odd + QStringLiteral(" cannot be written: it is not a regular file"));
+        QCOMPARE(problem, QDir::toNativeSeparators(odd)
+                              + QStringLiteral(" cannot be written: it is not a regular file"));
     }
 }
 
@@ -257,12 +264,15 @@ void LiveLogTest::shouldTellThatItCannotGoOn()
 
 void LiveLogTest::shouldReportWhyItCannotWrite()
 {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("missing/trace.txt"));
     TraceModel trace;
-    TraceFile file(trace, QStringLiteral("/nowhere/trace.txt"));
+    TraceFile file(trace, path);
     QString problem;
     QVERIFY(!file.open(problem));
-    QVERIFY2(problem.startsWith(QStringLiteral("/nowhere/trace.txt cannot be written: ")),
-             qPrintable(problem));
+    QVERIFY2(
+        problem.startsWith(QDir::toNativeSeparators(path) + QStringLiteral(" cannot be written: ")),
+        qPrintable(problem));
 }
 
 void LiveLogTest::shouldKnowHowLongACallTakes()

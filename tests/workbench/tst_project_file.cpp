@@ -34,6 +34,12 @@ void writeFile(const QString& path, const QByteArray& content)
     QCOMPARE(file.write(content), static_cast<qint64>(content.size()));
 }
 
+/// The path as a user reads it.
+QString shown(const QString& path)
+{
+    return QDir::toNativeSeparators(path);
+}
+
 } // namespace
 
 class ProjectFileTest : public QObject
@@ -352,7 +358,7 @@ void ProjectFileTest::shouldNotWaitForAPipe()
     QCOMPARE(mkfifo(QFile::encodeName(path).constData(), S_IRUSR | S_IWUSR), 0);
     QString problem;
     QVERIFY(!loadProject(path, problem));
-    QCOMPARE(problem, path + QStringLiteral(" cannot be read: it is not a regular file"));
+    QCOMPARE(problem, shown(path) + QStringLiteral(" cannot be read: it is not a regular file"));
 }
 #endif
 
@@ -381,7 +387,7 @@ void ProjectFileTest::shouldRefuseAnOversizedFile()
     writeFile(path, content);
     QString problem;
     QVERIFY(!loadProject(path, problem));
-    QCOMPARE(problem, path + QStringLiteral(", the file is larger than 64 MiB"));
+    QCOMPARE(problem, shown(path) + QStringLiteral(", the file is larger than 64 MiB"));
     // One byte less is read, and found to be no project at its first byte.
     content.fill('x', static_cast<int>(kMaxProjectFileSize));
     QVERIFY(!parseProject(content, problem));
@@ -406,7 +412,8 @@ void ProjectFileTest::shouldNameTheFileAndLeaveItAsItIs()
     writeFile(path, content);
     QString problem;
     QVERIFY(!loadProject(path, problem));
-    QCOMPARE(problem, path + QStringLiteral(", line 2, column 12: groups: a list is expected"));
+    QCOMPARE(problem,
+             shown(path) + QStringLiteral(", line 2, column 12: groups: a list is expected"));
     QCOMPARE(fileContent(path), content);
 }
 
@@ -415,10 +422,10 @@ void ProjectFileTest::shouldNotReadADirectoryOrAMissingFile()
     const QTemporaryDir folder;
     QString problem;
     QVERIFY(!loadProject(folder.path(), problem));
-    QCOMPARE(problem, folder.path() + QStringLiteral(" cannot be read: it is a directory"));
+    QCOMPARE(problem, shown(folder.path()) + QStringLiteral(" cannot be read: it is a directory"));
     const QString missing = folder.filePath(QStringLiteral("missing.json"));
     QVERIFY(!loadProject(missing, problem));
-    QVERIFY2(problem.startsWith(missing + QStringLiteral(" cannot be read: ")),
+    QVERIFY2(problem.startsWith(shown(missing) + QStringLiteral(" cannot be read: ")),
              qPrintable(problem));
 }
 
@@ -445,7 +452,7 @@ void ProjectFileTest::shouldKeepTheOldFileWhenTheDiskIsFull()
         const FileSizeLimit limit(100);
         QVERIFY(!saveProject(unusualProject(), path, problem));
     }
-    QVERIFY2(problem.startsWith(path + QStringLiteral(" cannot be written: ")),
+    QVERIFY2(problem.startsWith(shown(path) + QStringLiteral(" cannot be written: ")),
              qPrintable(problem));
     QCOMPARE(fileContent(path), projectToJson(smallProject()));
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files),
@@ -457,10 +464,11 @@ void ProjectFileTest::shouldReportWhyItCannotSave_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("reason");
+#ifdef Q_OS_UNIX // A device of Windows is no path.
     QTest::newRow("device") << QStringLiteral("/dev/full")
                             << QStringLiteral("it is not a regular file");
-    QTest::newRow("directory") << QStringLiteral("/tmp")
-                               << QStringLiteral("it is not a regular file");
+#endif
+    QTest::newRow("directory") << QDir::tempPath() << QStringLiteral("it is not a regular file");
     QTest::newRow("missing folder") << QStringLiteral("/nowhere/at/all.json") << QString();
 }
 
@@ -470,7 +478,7 @@ void ProjectFileTest::shouldReportWhyItCannotSave()
     QFETCH(QString, reason);
     QString problem;
     QVERIFY(!saveProject(smallProject(), path, problem));
-    QVERIFY2(problem.startsWith(path + QStringLiteral(" cannot be written: ") + reason),
+    QVERIFY2(problem.startsWith(shown(path) + QStringLiteral(" cannot be written: ") + reason),
              qPrintable(problem));
 }
 

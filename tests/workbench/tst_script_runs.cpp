@@ -163,9 +163,11 @@ void ScriptRunsTest::shouldFailTruly()
     QFETCH(QString, expected);
     QFETCH(int, line);
     QCOMPARE(m_failures.exitCode, 1);
-    const QString place = QStringLiteral("workbench: %1:%2:1: ").arg(file).arg(line);
-    const QString told =
+    const QString place =
+        QStringLiteral("workbench: %1:%2:1: ").arg(QDir::toNativeSeparators(file)).arg(line);
+    QString told =
         m_failures.errors.section(place, 1, 1).section(QStringLiteral("workbench: "), 0, 0);
+    told.remove(QLatin1Char('\r')); // of Windows' line ends
     QVERIFY2(!told.isEmpty(), qPrintable(place + m_failures.errors));
     QVERIFY2(told.contains(expected), qPrintable(told));
 }

@@ -55,9 +55,9 @@ void WorkbenchPanelTest::shouldRefuseOtherLibraries()
     QString problem;
     PanelLibrary library;
     QVERIFY(!library.load(missing, problem));
-    QVERIFY2(
-        problem.startsWith(QStringLiteral("The panel's library %1 does not exist.").arg(missing)),
-        qPrintable(problem));
+    QVERIFY2(problem.startsWith(QStringLiteral("The panel's library %1 does not exist.")
+                                    .arg(QDir::toNativeSeparators(missing))),
+             qPrintable(problem));
     QVERIFY(!library.isLoaded());
     QVERIFY(!library.init(nullptr));
 
@@ -71,7 +71,12 @@ void WorkbenchPanelTest::shouldRefuseOtherLibraries()
     QVERIFY2(problem.contains(QStringLiteral("cannot be loaded: ")), qPrintable(problem));
 
     PanelLibrary foreign;
-    const QString common = QFileInfo(panel).dir().filePath(QStringLiteral("libHostCommon.so"));
+#ifdef Q_OS_WIN
+    const QString name = QStringLiteral("HostCommon.dll");
+#else
+    const QString name = QStringLiteral("libHostCommon.so");
+#endif
+    const QString common = QFileInfo(panel).dir().filePath(name);
     QVERIFY(!foreign.load(common, problem));
     QVERIFY2(problem.endsWith(QStringLiteral("it has no TargetSelectArea_Init.")),
              qPrintable(problem));

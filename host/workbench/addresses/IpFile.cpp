@@ -27,12 +27,20 @@ bool isUtf8(const QByteArray& bytes)
     return state.invalidChars == 0 && state.remainingChars == 0;
 }
 
+/// Returns whether the codec encodes text as UTF-8 does. That of Windows has no number in IANA's
+/// list.
+bool isUtf8(const QTextCodec& codec)
+{
+    const QString chinese(QChar(0x5927));
+    return codec.mibEnum() == kUtf8Mib || codec.fromUnicode(chinese) == chinese.toUtf8();
+}
+
 QTextCodec* codecFor(const QByteArray& bytes)
 {
     if (bytes.startsWith(kByteOrderMark) || isUtf8(bytes))
         return utf8();
     QTextCodec* locale = QTextCodec::codecForLocale();
-    if (locale->mibEnum() != kUtf8Mib)
+    if (!isUtf8(*locale))
         return locale;
     QTextCodec* chinese = QTextCodec::codecForName("GB18030");
     return chinese ? chinese : locale;
