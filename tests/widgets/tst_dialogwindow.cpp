@@ -1,10 +1,10 @@
 #include "host/widgets/Dialog.h"
 #include "host/widgets/HostTheme.h"
 #include "tests/support/WarningTrap.h"
-#include "tests/widgets/DisplayMouse.h"
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QProcess>
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
@@ -43,6 +43,42 @@ public:
 protected:
     void InitLayout(QBoxLayout* body) override { body->addWidget(field); }
 };
+
+QString at(const QPoint& place)
+{
+    return QStringLiteral("%1 %2").arg(place.x()).arg(place.y());
+}
+
+QByteArray xdotool(const QString& commands)
+{
+    QProcess process;
+    process.start(QStringLiteral("xdotool"), commands.split(QLatin1Char(' ')));
+    const bool ended =
+        QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 20000);
+    return ended && process.exitCode() == 0 ? process.readAllStandardOutput() : "failed";
+}
+
+/// Moves and presses the mouse through the display and its window manager.
+void useMouse(const QString& commands)
+{
+    QCOMPARE(xdotool(commands), QByteArray());
+}
+
+/// Returns the position of the window on the display, which Qt may not know yet.
+QPoint placeOnDisplay(const QWidget& window)
+{
+    const QByteArray answer =
+        xdotool(QStringLiteral("getwindowgeometry --shell %1").arg(window.effectiveWinId()));
+    QPoint place;
+    const QList<QByteArray> lines = answer.split('\n');
+    for (const QByteArray& line : lines) {
+        if (line.startsWith("X="))
+            place.setX(line.mid(2).toInt());
+        else if (line.startsWith("Y="))
+            place.setY(line.mid(2).toInt());
+    }
+    return place;
+}
 
 struct Window
 {
@@ -103,23 +139,19 @@ void DialogWindowTest::shouldFollowTheMouse()
     dialog.execWith([&] {
         // The window manager first puts the window into a frame, and Qt reports 0,0 until it is
         // moved.
-        QTRY_COMPARE(dialog.pos(), DisplayMouse::placeOf(dialog));
+        QTRY_COMPARE(dialog.pos(), placeOnDisplay(dialog));
         const QPoint before = dialog.pos();
         const QPoint grip = dialog.mapToGlobal(QPoint(60, 15));
-        DisplayMouse::moveTo(grip);
-        DisplayMouse::press();
+        useMouse(QStringLiteral("mousemove %1 mousedown 1").arg(at(grip)));
         for (int step = 1; step <= 10; ++step)
-            DisplayMouse::moveTo(grip + step * QPoint(12, -8));
-        const QPoint after = before + QPoint(120, -80);
-        QTRY_COMPARE(DisplayMouse::placeOf(dialog), after);
-        DisplayMouse::release();
-        QTRY_COMPARE(QGuiApplication::mouseButtons(), Qt::NoButton);
-        // A window manager may confirm the places on the way after the last one.
-        QTRY_COMPARE(dialog.pos(), after);
-        DisplayMouse::moveTo(dialog.field->mapToGlobal(QPoint(5, 5)));
-        QTRY_VERIFY(dialog.field->underMouse());
-        QTRY_COMPARE(DisplayMouse::placeOf(dialog), after);
-        QTRY_COMPARE(dialog.pos(), after);
+            useMouse(QStringLiteral("mousemove %1").arg(at(grip + step * QPoint(12, -8))));
+        QTRY_COMPARE(placeOnDisplay(dialog), before + QPoint(120, -80));
+        useMouse(QStringLiteral("mouseup 1"));
+        QTRY_COMPARE(dialog.pos(), before + QPoint(120, -80));
+        const QPoint after = dialog.pos();
+        useMouse(QStringLiteral("mousemove %1").arg(at(grip)));
+        QCOMPARE(placeOnDisplay(dialog), after);
+        QCOMPARE(dialog.pos(), after);
     });
 }
 
@@ -128,15 +160,12 @@ void DialogWindowTest::shouldKeepMouseEventsFromItsParent()
     const Window host;
     SmallDialog dialog(host.field);
     dialog.execWith([&] {
-        QTRY_COMPARE(dialog.pos(), DisplayMouse::placeOf(dialog));
+        QTRY_COMPARE(dialog.pos(), placeOnDisplay(dialog));
         const QPoint outside = host.field->mapToGlobal(QPoint(5, 5));
         const QPoint inside = dialog.field->mapToGlobal(QPoint(5, 5));
-        DisplayMouse::moveTo(outside);
-        DisplayMouse::click();
+        useMouse(QStringLiteral("mousemove %1 click 1").arg(at(outside)));
         dialog.field->setText(QStringLiteral("long enough"));
-        DisplayMouse::moveTo(inside);
-        QTRY_VERIFY(dialog.field->underMouse());
-        DisplayMouse::click();
+        useMouse(QStringLiteral("mousemove %1 click 1").arg(at(inside)));
         QTRY_COMPARE(dialog.field->cursorPosition(), 0);
         QVERIFY(!host.field->hasFocus());
     });
