@@ -20,7 +20,8 @@ CHostAnswer<Record> ask(Record (Host::*question)(const QUuid&), const QUuid& id,
             return {};
         }
         qCDebug(lcBridge, "event %u asks for %s", event, qPrintable(id.toString()));
-        answer = {source, checkedRecord((handler.get()->*question)(id), id, event)};
+        const Record record = (handler.get()->*question)(id);
+        answer = {source, checkedRecord(record, id, event), record.id.isNull()};
         // The host may replace its handler inside the question. The next panel's handler is not
         // asked: the event was none of its host's.
         if (HandlerPlace::isCurrent(source) || panel.isOver())

@@ -19,8 +19,10 @@ public:
     /// Nobody was asked.
     CHostAnswer() = default;
 
-    CHostAnswer(std::weak_ptr<IAbstractControlInterface> source, std::optional<Record> record)
+    CHostAnswer(std::weak_ptr<IAbstractControlInterface> source, std::optional<Record> record,
+                bool isUnknown = false)
         : m_isGiven(true)
+        , m_isUnknown(isUnknown)
         , m_source(std::move(source))
         , m_record(std::move(record))
     {
@@ -29,14 +31,18 @@ public:
     /// Returns whether a handler answered at all.
     bool isGiven() const { return m_isGiven; }
 
-    /// The record; nothing when the host has none of that identity.
+    /// The record; nothing when the host has none of that identity, or gave another one.
     const std::optional<Record>& record() const { return m_record; }
+
+    /// Returns whether the host said that it has none. A record of another identity does not.
+    bool isUnknown() const { return m_isUnknown; }
 
     /// Returns whether the handler that answered is still the host's. GUI thread.
     bool isCurrent() const;
 
 private:
     bool m_isGiven = false;
+    bool m_isUnknown = false;
     std::weak_ptr<IAbstractControlInterface> m_source;
     std::optional<Record> m_record;
 };

@@ -82,10 +82,8 @@ void CTreeChanges::removeAllGroups()
     const ContractCheck::Probe probe;
     const auto unknown = std::exchange(m_unknown, {});
     for (auto row = unknown.begin(); row != unknown.end() && !panel.isOver(); ++row) {
-        if (!m_model.getItem(row.key()))
-            continue;
-        const auto answer = askForProcessor(row.key(), row.value());
-        if (answer.isGiven() && !answer.record() && !panel.isOver())
+        if (m_model.getItem(row.key()) && askForProcessor(row.key(), row.value()).isUnknown()
+            && !panel.isOver())
             m_model.removeNode(row.key());
     }
 }
@@ -226,20 +224,29 @@ void CTreeChanges::refreshProcessor(const Place& place, const QUuid& id, bool on
         return;
     }
     const bool isFresh = holds(place, id, answer);
-    const auto processor = isFresh ? answer.record() : askForProcessor(id, event).record();
+    const CHostAnswer<ProcessorNode> now = isFresh ? answer : askForProcessor(id, event);
+    const auto& processor = now.record();
     QStandardItem* item = wantedRow();
     if (!item || place->isOver())
         return;
     if (!processor) {
-        if (place->number() < m_groupsRemoved)
-            m_model.removeNode(id);
-        else if (!isFresh)
-            m_unknown.insert(id, event);
+        if (!isFresh && now.isUnknown() && nodeType(*item) == NodeProcessor)
+            noteUnknown(place, id, event);
         return;
     }
     m_model.updateProcessor(item, *processor);
     noteIfLeftOut(place, {processor->id, processor->groupId},
                   isFresh ? Weather::Calm : Weather::Rough);
+}
+
+/// Notes that the host no longer knows the processor of a row. If all groups went since `place`, it
+/// went with them.
+void CTreeChanges::noteUnknown(const Place& place, const QUuid& id, quint32 event)
+{
+    if (place->number() < m_groupsRemoved)
+        m_model.removeNode(id);
+    else
+        m_unknown.insert(id, event);
 }
 
 void CTreeChanges::announceRecords(const QList<QUuid>& ids)
@@ -375,11 +382,12 @@ bool CTreeChanges::dissolve(const Place& place, const QUuid& group)
     for (const QUuid& member : members) {
         if (place->isOver())
             return false;
-        const auto processor = askForProcessor(member, event).record();
+        const auto answer = askForProcessor(member, event);
+        const auto& processor = answer.record();
         if (place->isOver())
             return false;
         item = m_model.getItem(member);
-        if (!item || (processor && processor->groupId == group))
+        if (!item || (processor ? processor->groupId == group : !answer.isUnknown()))
             continue;
         if (!processor || (!processor->groupId.isNull() && !isGroup(processor->groupId))) {
             // The host has it no more, or in a group that the tree has yet to hear of.

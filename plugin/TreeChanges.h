@@ -78,6 +78,7 @@ private:
     void noteLeftOut(const Place& place, CLeftOutProcessors::Weather weather);
     void addLeftOut(const Place& place, const QUuid& group, quint32 event,
                     CLeftOutProcessors::News news);
+    void noteUnknown(const Place& place, const QUuid& id, quint32 event);
     void forget(const Place& place, const QUuid& id);
     bool isGroup(const QUuid& id) const;
     int rowOfGroup(const CEventOrder::CPlace& place) const;

@@ -27,6 +27,8 @@ private slots:
     void shouldRemoveWhatJoinedAGroupWhileAnAnswerIsOnItsWay();
     void shouldRemoveWhatJoinedAGroupWhileTheChangeIsQueued_data();
     void shouldRemoveWhatJoinedAGroupWhileTheChangeIsQueued();
+    void shouldKeepARowWithoutItsOwnRecord_data();
+    void shouldKeepARowWithoutItsOwnRecord();
     void shouldKeepANameGivenWhileAnAnswerIsOnItsWay();
     void shouldFindProcessorsOfAGroupDissolvedDuringAFillByItsTeller();
     void shouldFillFromOneHandler();
@@ -131,6 +133,37 @@ void LastWordChangesTest::shouldRemoveWhatJoinedAGroupWhileTheChangeIsQueued()
     QVERIFY(cameBack);
     QVERIFY(telling.wasAsked());
     QCOMPARE(telling.panel.dump(), rows);
+}
+
+void LastWordChangesTest::shouldKeepARowWithoutItsOwnRecord_data()
+{
+    QTest::addColumn<bool>("groupsGoFirst");
+    QTest::newRow("groups go behind the change") << false;
+    QTest::newRow("groups go before the change") << true;
+}
+
+/// A record of another identity does not say that the processor has gone.
+void LastWordChangesTest::shouldKeepARowWithoutItsOwnRecord()
+{
+    QFETCH(const bool, groupsGoFirst);
+    Telling telling;
+    telling.panel.host().setProject({}, {testProcessor(1), testProcessor(2)});
+    telling.panel.notify(16);
+    if (groupsGoFirst) {
+        changeDuringAnswer(telling, [&] {
+            telling.panel.host().answerProcessor = testProcessor(77);
+            telling.panel.area().RemoveAllGroups();
+        });
+    } else {
+        telling.doDuring(QStringLiteral("DetectAllDevices"), false, [&] {
+            telling.one.post([&] { telling.panel.notify<QUuid>(25, testId(1)); }).wait();
+            telling.panel.host().answerProcessor = testProcessor(77);
+            telling.panel.area().RemoveAllGroups();
+        });
+        telling.panel.area().DetectDevices();
+    }
+    QVERIFY(telling.wasAsked());
+    QCOMPARE(telling.panel.dump(), QStringLiteral("All processors(2)[1,2]"));
 }
 
 void LastWordChangesTest::shouldKeepANameGivenWhileAnAnswerIsOnItsWay()
