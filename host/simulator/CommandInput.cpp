@@ -1,8 +1,11 @@
 #include "host/simulator/CommandInput.h"
 
-#include <sys/signalfd.h>
+#include <QSemaphore>
 
-#include <csignal>
+#include <algorithm>
+#include <array>
+#include <mutex>
+#include <thread>
 #include <utility>
 
 #include <unistd.h>
@@ -11,71 +14,75 @@ namespace {
 
 constexpr int kMaxLineBytes = 1024;
 
-/// Has SIGTERM and SIGINT come by the descriptor that it returns.
-int endDescriptor()
-{
-    sigset_t ends;
-    sigemptyset(&ends);
-    sigaddset(&ends, SIGTERM);
-    sigaddset(&ends, SIGINT);
-    pthread_sigmask(SIG_BLOCK, &ends, nullptr);
-    return signalfd(-1, &ends, SFD_NONBLOCK | SFD_CLOEXEC);
-}
-
 } // namespace
+
+/// What this object and its thread have in common.
+struct CommandInput::Shared
+{
+    QSemaphore room{1}; // for what is read and not taken yet
+    std::mutex mutex;
+    CommandInput* input = nullptr; // null once it is gone
+
+    static void read(int descriptor, const std::shared_ptr<Shared>& shared);
+};
+
+void CommandInput::Shared::read(int descriptor, const std::shared_ptr<Shared>& shared)
+{
+    bool isOpen = true;
+    while (isOpen) {
+        shared->room.acquire();
+        std::array<char, kMaxLineBytes> buffer{};
+        const auto size = ::read(descriptor, buffer.data(), kMaxLineBytes);
+        const QByteArray bytes(buffer.data(), std::max(0, static_cast<int>(size)));
+        const std::lock_guard guard(shared->mutex);
+        CommandInput* const input = shared->input;
+        isOpen = input && !bytes.isEmpty();
+        if (input) {
+            QMetaObject::invokeMethod(
+                input, [input, bytes] { input->take(bytes); }, Qt::QueuedConnection);
+        }
+    }
+}
 
 CommandInput::CommandInput(int descriptor, QObject* parent)
     : QObject(parent)
-    , m_descriptor(descriptor)
-    , m_notifier(descriptor, QSocketNotifier::Read)
+    , m_shared(std::make_shared<Shared>())
 {
-    connect(&m_notifier, &QSocketNotifier::activated, this, [this] { read(); });
+    m_shared->input = this;
+    std::thread(Shared::read, descriptor, m_shared).detach();
 }
 
-/// Reads once: the descriptor is known to have something, and may block afterwards.
-void CommandInput::read()
+CommandInput::~CommandInput()
 {
-    QByteArray bytes(kMaxLineBytes, '\0');
-    const auto size = ::read(m_descriptor, bytes.data(), static_cast<std::size_t>(bytes.size()));
-    if (size <= 0) {
-        m_notifier.setEnabled(false);
+    const std::lock_guard guard(m_shared->mutex);
+    m_shared->input = nullptr;
+    m_shared->room.release();
+}
+
+void CommandInput::take(const QByteArray& bytes)
+{
+    if (bytes.isEmpty()) {
         emit ended();
         return;
     }
-    m_pending.append(bytes.constData(), static_cast<int>(size));
+    m_pending.append(bytes);
     for (int end = m_pending.indexOf('\n'); end >= 0; end = m_pending.indexOf('\n')) {
         const QByteArray line = m_pending.left(end);
         m_pending.remove(0, end + 1);
-        take(line);
+        takeLine(line);
     }
     if (m_pending.size() > kMaxLineBytes) {
         m_pending.clear();
         m_skips = true;
     }
+    m_shared->room.release();
 }
 
-void CommandInput::take(QByteArray line)
+void CommandInput::takeLine(QByteArray line)
 {
     if (std::exchange(m_skips, false))
         line = "(a line that is too long)";
     const QString text = QString::fromUtf8(line).simplified();
     if (!text.isEmpty())
         emit lineRead(text);
-}
-
-EndSignals::EndSignals(QObject* parent)
-    : QObject(parent)
-    , m_descriptor(endDescriptor())
-    , m_notifier(m_descriptor, QSocketNotifier::Read)
-{
-    connect(&m_notifier, &QSocketNotifier::activated, this, [this] {
-        m_notifier.setEnabled(false);
-        emit endAsked();
-    });
-}
-
-EndSignals::~EndSignals()
-{
-    m_notifier.setEnabled(false);
-    close(m_descriptor);
 }

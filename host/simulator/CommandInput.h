@@ -2,15 +2,22 @@
 
 #include <QByteArray>
 #include <QObject>
-#include <QSocketNotifier>
 
-/// Reads lines from a file descriptor without blocking, and notices its end.
+#include <memory>
+
+/// Reads lines from a file descriptor without blocking, and notices its end. A thread of its own
+/// reads: on Windows neither a pipe nor a console wakes an event loop. It may block in the system
+/// until the process ends, and consume what comes, after this object is gone.
 class CommandInput final : public QObject
 {
     Q_OBJECT
 
 public:
     explicit CommandInput(int descriptor, QObject* parent = nullptr);
+    ~CommandInput() override;
+
+    /// Takes what has been read, nothing at the end of the input.
+    void take(const QByteArray& bytes);
 
 signals:
     void lineRead(const QString& line);
@@ -19,28 +26,10 @@ signals:
     void ended();
 
 private:
-    void read();
-    void take(QByteArray line);
+    void takeLine(QByteArray line);
 
-    const int m_descriptor;
+    struct Shared;
+    const std::shared_ptr<Shared> m_shared; // with the thread
     QByteArray m_pending;
     bool m_skips = false; // the rest of a line that is too long
-    QSocketNotifier m_notifier;
-};
-
-/// Emits a signal when the program is asked to end by SIGTERM or SIGINT. One at most.
-class EndSignals final : public QObject
-{
-    Q_OBJECT
-
-public:
-    explicit EndSignals(QObject* parent = nullptr);
-    ~EndSignals() override;
-
-signals:
-    void endAsked();
-
-private:
-    int m_descriptor; // of a signalfd
-    QSocketNotifier m_notifier;
 };

@@ -12,7 +12,7 @@ namespace {
 constexpr int kMaxConnections = 8;
 
 /// How many messages are read before other sockets get their turn.
-constexpr int kReadAtOnce = 64;
+constexpr int kMessagesReadAtOnce = 64;
 
 } // namespace
 
@@ -90,7 +90,7 @@ SimulatedProcessor::Life SimulatedProcessor::life() const
 
 void SimulatedProcessor::readDatagrams()
 {
-    for (int count = 0; count < kReadAtOnce; ++count) {
+    for (int count = 0; count < kMessagesReadAtOnce; ++count) {
         const auto datagram = LoopbackSockets::receive(*m_datagrams);
         if (!datagram)
             return;
@@ -124,7 +124,7 @@ void SimulatedProcessor::acceptConnections()
 
 void SimulatedProcessor::readConnection(QTcpSocket* connection)
 {
-    for (int count = 0; count < kReadAtOnce; ++count) {
+    for (int count = 0; count < kMessagesReadAtOnce; ++count) {
         // What a message demands may end the connection.
         const auto stream = m_connections.value(connection);
         if (!stream)

@@ -13,6 +13,14 @@ namespace {
 constexpr int kPortTries = 20;
 
 constexpr int kReadAtOnce = 64;
+
+#ifdef Q_OS_WIN
+// There a socket of one address hears broadcasts, too, and nobody may be given their address.
+constexpr bool kNeedsBroadcastSocket = false;
+#else
+constexpr bool kNeedsBroadcastSocket = true;
+#endif
+
 constexpr qint32 kOutputs[] = {4, 8, 16, 20};
 
 QString dotted(quint32 address)
@@ -115,12 +123,7 @@ bool Simulator::startAll(quint16 port, QString& problem)
         }
         m_port = processor->port();
     }
-    // Several simulators may share a port with addresses of their own, so they share the
-    // broadcasts.
-    m_broadcasts = std::make_unique<QUdpSocket>();
-    connect(m_broadcasts.get(), &QUdpSocket::readyRead, this, &Simulator::readBroadcasts);
-    if (isStarted
-        && !LoopbackSockets::bind(*m_broadcasts, Loopback::kBroadcastAddress, m_port, true)) {
+    if (isStarted && !hearBroadcasts()) {
         problem = QStringLiteral("port %1 of %2 is in use")
                       .arg(m_port)
                       .arg(dotted(Loopback::kBroadcastAddress));
@@ -131,6 +134,15 @@ bool Simulator::startAll(quint16 port, QString& problem)
             processor->kill();
     }
     return isStarted;
+}
+
+/// Several simulators may share a port with addresses of their own, so they share the broadcasts.
+bool Simulator::hearBroadcasts()
+{
+    m_broadcasts = std::make_unique<QUdpSocket>();
+    connect(m_broadcasts.get(), &QUdpSocket::readyRead, this, &Simulator::readBroadcasts);
+    return LoopbackSockets::bind(*m_broadcasts, Loopback::kBroadcastAddress, m_port, true)
+           || !kNeedsBroadcastSocket;
 }
 
 void Simulator::dieLater()

@@ -40,6 +40,7 @@ signals:
 private:
     void readBroadcasts();
     bool startAll(quint16 port, QString& problem);
+    bool hearBroadcasts();
     void dieLater();
 
     const SimulatorOptions m_options;

@@ -1,4 +1,5 @@
 #include "host/simulator/CommandInput.h"
+#include "host/simulator/EndRequest.h"
 #include "host/simulator/Simulator.h"
 #include "host/simulator/SimulatorCommands.h"
 #include "host/simulator/SimulatorOptions.h"
@@ -36,16 +37,17 @@ int fail(const QString& problem)
 
 int main(int argc, char** argv)
 {
+#ifdef SIGPIPE
     // A reader that goes is a failure to write, which is told.
     std::signal(SIGPIPE, SIG_IGN);
+#endif
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("processor-sim"));
     QString problem;
     const auto options = parseSimulatorOptions(QCoreApplication::arguments(), problem);
     if (!options)
         return fail(problem);
-    const EndSignals endSignals;
-    QObject::connect(&endSignals, &EndSignals::endAsked, &application, &QCoreApplication::quit);
+    const auto endRequest = onEndRequest(&QCoreApplication::quit);
 
     Simulator simulator(*options);
     QObject::connect(&simulator, &Simulator::said, &application, say);

@@ -1,14 +1,12 @@
 #include "sdk/validate/Balance.h"
 
+#include "sdk/validate/ProcessFigures.h"
 #include "sdk/validate/Threads.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QStringList>
 
 #include <algorithm>
-#include <dlfcn.h>
-#include <malloc.h>
 #include <vector>
 
 namespace {
@@ -17,25 +15,6 @@ constexpr int kBatches = 6;
 
 /// A leak of a record or a row is at least as large; what a heap's own books take is less.
 constexpr qint64 kBytesOfARound = 48;
-
-std::optional<qint64> allocatedBytes()
-{
-    // A sanitizer has a heap of its own, and counts it.
-    using Count = std::size_t (*)();
-    static const auto count =
-        reinterpret_cast<Count>(dlsym(RTLD_DEFAULT, "__sanitizer_get_current_allocated_bytes"));
-    if (count)
-        return static_cast<qint64>(count());
-    const struct mallinfo2 info = mallinfo2();
-    if (info.uordblks == 0)
-        return std::nullopt;
-    return static_cast<qint64>(info.uordblks + info.hblkhd);
-}
-
-int entriesOf(const QString& folder)
-{
-    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
-}
 
 /// What grows at least by `perRound` with every round, in every batch.
 QString growth(const QString& what, const std::vector<Holdings>& all, qint64 perRound, int rounds,
@@ -59,9 +38,9 @@ Holdings holdings()
     settle();
     Holdings all;
     all.widgets = QApplication::allWidgets().size();
-    all.threads = entriesOf(QStringLiteral("/proc/self/task"));
-    all.files = entriesOf(QStringLiteral("/proc/self/fd"));
-    all.bytes = allocatedBytes();
+    all.threads = ProcessFigures::threads();
+    all.files = ProcessFigures::openFiles();
+    all.bytes = ProcessFigures::allocatedBytes();
     return all;
 }
 
@@ -86,7 +65,7 @@ Growth growthOf(const std::function<void()>& round, int roundsOfABatch)
                         [](const Holdings& one) { return qint64(one.widgets); }));
     texts.append(growth(QStringLiteral("threads"), all, 1, roundsOfABatch,
                         [](const Holdings& one) { return qint64(one.threads); }));
-    texts.append(growth(QStringLiteral("open files"), all, 1, roundsOfABatch,
+    texts.append(growth(QLatin1String(ProcessFigures::kOpenFiles), all, 1, roundsOfABatch,
                         [](const Holdings& one) { return qint64(one.files); }));
     texts.removeAll(QString());
     result.text = texts.join(QStringLiteral(", "));

@@ -8,13 +8,6 @@ using namespace HostEvents;
 
 constexpr int kCycles = 1000;
 
-std::shared_ptr<OracleHost> hostOfThree()
-{
-    auto host = std::make_shared<OracleHost>();
-    host->project.set({group(100)}, {processor(1, 100), processor(2), processor(3)});
-    return host;
-}
-
 /// The thousandth panel is as good as the first.
 void shouldBuildAThousandPanels(Test& test)
 {

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr int kHost = CatalogueEntry::HostPlugin;
-
 QString text(const ProcessorNode& node)
 {
     return QStringLiteral("%1 \"%2\" number %3 in %4, address %5")
@@ -161,15 +159,19 @@ void shouldAnswerThePanel(Test& test)
 Catalogue hostRecordTests()
 {
     return {
-        {"host.open", 1, "the host plugin opens a project, the panel shows it", shouldOpen, kHost},
+        {"host.open", 1, "the host plugin opens a project, the panel shows it", shouldOpen,
+         CatalogueEntry::HostPlugin},
         {"host.lists", 2, "identities are given once, groups are listed", shouldListEachOnce,
-         kHost},
-        {"host.records", 2, "records are what the lists say", shouldAnswerWhatItLists, kHost},
+         CatalogueEntry::HostPlugin},
+        {"host.records", 2, "records are what the lists say", shouldAnswerWhatItLists,
+         CatalogueEntry::HostPlugin},
         {"host.unknown", 2, "there is no record of what is unknown", shouldNotKnowTheUnknown,
-         kHost},
+         CatalogueEntry::HostPlugin},
         {"host.threads", 2, "records are the same on every thread", shouldAnswerOnEveryThread,
-         kHost},
-        {"host.counts", 2, "lists and counts fit together", shouldAnswerListsThatFit, kHost},
-        {"host.panel", 3, "the panel gets the answers that it needs", shouldAnswerThePanel, kHost},
+         CatalogueEntry::HostPlugin},
+        {"host.counts", 2, "lists and counts fit together", shouldAnswerListsThatFit,
+         CatalogueEntry::HostPlugin},
+        {"host.panel", 3, "the panel gets the answers that it needs", shouldAnswerThePanel,
+         CatalogueEntry::HostPlugin},
     };
 }

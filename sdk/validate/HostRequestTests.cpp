@@ -5,8 +5,6 @@
 
 namespace {
 
-constexpr int kHost = CatalogueEntry::HostPlugin;
-
 /// Asks for one more processor in `group` in the way that the panel would choose. Returns false if
 /// the host offers none.
 bool addOne(HostSession& session, const QUuid& group)
@@ -278,17 +276,24 @@ void shouldWorkForADay(Test& test)
 Catalogue hostRequestTests()
 {
     return {
-        {"host.add", 3, "additions are carried out and told", shouldAdd, kHost},
-        {"host.delete", 3, "deletions are carried out and told", shouldDelete, kHost},
-        {"host.group", 3, "groups are created and told", shouldCreateAGroup, kHost},
-        {"host.move", 3, "moves are carried out", shouldMove, kHost},
-        {"host.rename", 3, "processors are renamed, or that is refused", shouldRename, kHost},
-        {"host.renamegroup", 3, "groups are renamed", shouldRenameAGroup, kHost},
-        {"host.ungroup", 3, "groups are dissolved, their processors stay", shouldUngroup, kHost},
-        {"host.change", 4, "the host tells its own changes", shouldTellItsOwnChanges, kHost},
+        {"host.add", 3, "additions are carried out and told", shouldAdd,
+         CatalogueEntry::HostPlugin},
+        {"host.delete", 3, "deletions are carried out and told", shouldDelete,
+         CatalogueEntry::HostPlugin},
+        {"host.group", 3, "groups are created and told", shouldCreateAGroup,
+         CatalogueEntry::HostPlugin},
+        {"host.move", 3, "moves are carried out", shouldMove, CatalogueEntry::HostPlugin},
+        {"host.rename", 3, "processors are renamed, or that is refused", shouldRename,
+         CatalogueEntry::HostPlugin},
+        {"host.renamegroup", 3, "groups are renamed", shouldRenameAGroup,
+         CatalogueEntry::HostPlugin},
+        {"host.ungroup", 3, "groups are dissolved, their processors stay", shouldUngroup,
+         CatalogueEntry::HostPlugin},
+        {"host.change", 4, "the host tells its own changes", shouldTellItsOwnChanges,
+         CatalogueEntry::HostPlugin},
         {"host.unknownrequests", 5, "requests about the unknown change nothing",
-         shouldPassOverRequestsAboutTheUnknown, kHost},
+         shouldPassOverRequestsAboutTheUnknown, CatalogueEntry::HostPlugin},
         {"host.day", 5, "one panel shows all requests, and a new one goes on", shouldWorkForADay,
-         kHost},
+         CatalogueEntry::HostPlugin},
     };
 }

@@ -16,7 +16,7 @@ void write(const char* kind, const QByteArray& first, const QString& second)
     const QByteArray line = Journal::kMark + QByteArray(kind) + '\t' + first + '\t' + text + '\n';
     // The runner is gone when this fails, and nobody is left to tell.
     const auto written =
-        ::write(STDOUT_FILENO, line.constData(), static_cast<std::size_t>(line.size()));
+        ::write(STDOUT_FILENO, line.constData(), static_cast<unsigned>(line.size()));
     static_cast<void>(written);
 }
 

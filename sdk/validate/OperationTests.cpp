@@ -13,13 +13,6 @@ namespace {
 
 const QString kManagement = QStringLiteral("IP address management");
 
-std::shared_ptr<OracleHost> hostOfThree()
-{
-    auto host = std::make_shared<OracleHost>();
-    host->project.set({group(100)}, {processor(1, 100), processor(2), processor(3)});
-    return host;
-}
-
 QString refused(const QString& operation)
 {
     return operation + QStringLiteral(" has not the effect that its header promises");

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr int kWrongUse = 2;
-
 void print(std::FILE* file, const QString& text)
 {
     std::fputs(qPrintable(text), file);

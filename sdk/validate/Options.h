@@ -5,6 +5,9 @@
 
 #include <optional>
 
+/// The exit code for a command line or a file that is wrong.
+constexpr int kWrongUse = 2;
+
 /// What the command line asks for.
 struct Options
 {

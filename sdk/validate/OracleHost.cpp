@@ -36,3 +36,10 @@ bool OracleHost::RenameProcessor(const QUuid& id, const QString& name)
 {
     return project.change(id, [&](ProcessorNode& node) { node.name = name; });
 }
+
+std::shared_ptr<OracleHost> hostOfThree()
+{
+    auto host = std::make_shared<OracleHost>();
+    host->project.set({group(100)}, {processor(1, 100), processor(2), processor(3)});
+    return host;
+}

@@ -6,6 +6,7 @@
 #include "sdk/validate/Threads.h"
 
 #include <atomic>
+#include <memory>
 #include <mutex>
 
 /// A right host: its records are those of its project, it carries out what is requested, and tells
@@ -75,3 +76,6 @@ public:
 private:
     std::atomic<CObserver*> m_observer{nullptr}; // the panel's, lives until the process ends
 };
+
+/// Returns a host with one group, which has the first of three processors.
+std::shared_ptr<OracleHost> hostOfThree();

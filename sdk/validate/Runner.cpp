@@ -1,5 +1,6 @@
 #include "sdk/validate/Runner.h"
 
+#include "sdk/validate/ChildSystem.h"
 #include "sdk/validate/Codes.h"
 #include "sdk/validate/Journal.h"
 
@@ -66,15 +67,6 @@ struct Heard
     }
 };
 
-QString quoted(const QString& argument)
-{
-    static const QRegularExpression plain(QStringLiteral("^[A-Za-z0-9_./:=-]+$"));
-    if (plain.match(argument).hasMatch())
-        return argument;
-    return QLatin1Char('\'') + QString(argument).replace(QLatin1Char('\''), QStringLiteral("'\\''"))
-           + QLatin1Char('\'');
-}
-
 QString repeatCommand(const Options& options, const QString& test)
 {
     QStringList words{QCoreApplication::applicationFilePath(),
@@ -86,7 +78,7 @@ QString repeatCommand(const Options& options, const QString& test)
     if (!options.hostPlugin.isEmpty())
         words.append(options.hostPlugin);
     for (QString& word : words)
-        word = quoted(word);
+        word = ChildSystem::quoted(word);
     return words.join(QLatin1Char(' '));
 }
 
@@ -95,6 +87,7 @@ QProcessEnvironment environmentFor(const CatalogueEntry& test)
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     if (!environment.contains(QStringLiteral("QT_QPA_PLATFORM")))
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    ChildSystem::addDefaults(environment);
     const bool isChecked = (test.needs & CatalogueEntry::NoChecks) == 0;
     environment.insert(QStringLiteral("TARGETSELECT_CHECK"),
                        isChecked ? QStringLiteral("1") : QStringLiteral("0"));
@@ -153,7 +146,7 @@ void judge(Result& result, const Heard& heard, const QProcess& process)
     if (heard.isDone && isSound)
         return;
     const QString end = process.exitStatus() == QProcess::CrashExit
-                            ? QStringLiteral("the process was ended by a signal")
+                            ? ChildSystem::crashOf(process)
                             : QStringLiteral("the process ended with %1").arg(process.exitCode());
     result.lastCall = heard.callInHand();
     result.status = Status::Crashed;

@@ -1,8 +1,6 @@
 #include "sdk/validate/Catalogue.h"
+#include "sdk/validate/ExportedSymbols.h"
 #include "sdk/validate/Panel.h"
-
-#include <QProcess>
-#include <QStandardPaths>
 
 namespace {
 
@@ -21,29 +19,15 @@ void shouldFitTheHeaders(Test& test)
 /// Whatever else a library exports can clash with what the host has.
 void shouldExportNothingElse(Test& test)
 {
-    const QString nm = QStandardPaths::findExecutable(QStringLiteral("nm"));
-    if (nm.isEmpty())
-        test.skip(QStringLiteral("there is no program \"nm\", which lists symbols"));
-    QProcess process;
-    process.start(nm, {QStringLiteral("--dynamic"), QStringLiteral("--defined-only"),
-                       QStringLiteral("--format=posix"), test.library()});
-    test.require(process.waitForFinished(), Code::NotLoaded,
-                 QStringLiteral("nm cannot read the library"));
-    QStringList others;
-    const QStringList lines =
-        QString::fromLocal8Bit(process.readAllStandardOutput()).split(QLatin1Char('\n'));
-    for (const QString& line : lines) {
-        const QString name = line.section(QLatin1Char(' '), 0, 0).section(QLatin1Char('@'), 0, 0);
-        const QString type = line.section(QLatin1Char(' '), 1, 1);
-        if (QStringLiteral("TWVBDR").contains(type) && !type.isEmpty()
-            && name != QLatin1String(TARGETSELECTAREA_INIT_SYMBOL)
-            && !name.contains(QLatin1String("_san")))
-            others.append(name);
-    }
-    test.check(others.isEmpty(), Code::EntryPointFails,
+    QString problem;
+    std::optional<QStringList> others = exportedSymbols(test.library(), problem);
+    if (!others)
+        test.skip(problem);
+    others->removeAll(QStringLiteral(TARGETSELECTAREA_INIT_SYMBOL));
+    test.check(others->isEmpty(), Code::EntryPointFails,
                QStringLiteral("the library exports %1 symbols besides its entry point, such as %2")
-                   .arg(others.size())
-                   .arg(others.value(0)));
+                   .arg(others->size())
+                   .arg(others->value(0)));
 }
 
 void shouldRefuseToStoreNowhere(Test& test)

@@ -133,7 +133,7 @@ private:
     Panel& m_panel;
 };
 
-std::shared_ptr<OracleHost> hostOfThree()
+std::shared_ptr<OracleHost> hostWithTwoInAGroup()
 {
     auto host = std::make_shared<OracleHost>();
     host->project.set({group(100)}, {processor(1, 100), processor(2), processor(3, 100)});
@@ -142,7 +142,7 @@ std::shared_ptr<OracleHost> hostOfThree()
 
 void expectANewPanel(Test& test, const QString& after)
 {
-    const auto host = hostOfThree();
+    const auto host = hostWithTwoInAGroup();
     const Panel panel(test, host);
     host->tellHere<TreeReset>();
     expectTree(test, panel, host->project.describe(), Code::TreeDiffers,
@@ -153,7 +153,7 @@ void expectANewPanel(Test& test, const QString& after)
 /// Returns the number of questions.
 int play(Test& test, int last)
 {
-    const auto host = hostOfThree();
+    const auto host = hostWithTwoInAGroup();
     const auto watched = std::make_shared<WatchedHandler>(host, false);
     const auto panel = std::make_shared<Panel>(test);
     const auto asked = std::make_shared<int>(0);
@@ -205,7 +205,7 @@ void shouldEndAfterEveryStep(Test& test)
 {
     test.allow(QStringLiteral("TSA-W28"));
     for (int steps = 0; steps <= Session::kSteps; ++steps) {
-        const auto host = hostOfThree();
+        const auto host = hostWithTwoInAGroup();
         Panel panel(test, host);
         Session session(*host, panel);
         for (int step = 0; step < steps; ++step)
@@ -227,7 +227,7 @@ void shouldEndWhileThreadsTell(Test& test)
     for (const char* code : {"TSA-W15", "TSA-W17", "TSA-W28", "TSA-E21", "TSA-E04", "TSA-W16"})
         test.allow(QString::fromLatin1(code));
     for (int round = 0; round < 20; ++round) {
-        const auto host = hostOfThree();
+        const auto host = hostWithTwoInAGroup();
         auto panel = std::make_unique<Panel>(test, host);
         const auto told = std::make_shared<std::atomic<int>>(0);
         const auto work = [&host = *host, told, &panel, round] {
@@ -255,7 +255,7 @@ void shouldEndWithTheApplication(Test& test)
 {
     for (const char* code : {"TSA-W15", "TSA-W17", "TSA-W28", "TSA-E21", "TSA-E04"})
         test.allow(QString::fromLatin1(code));
-    const auto host = hostOfThree();
+    const auto host = hostWithTwoInAGroup();
     const Panel panel(test, host);
     host->tell<TreeReset>();
     {

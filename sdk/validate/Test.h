@@ -51,7 +51,7 @@ public:
     }
 
     /// Ends the test as one that cannot run.
-    void skip(const QString& reason)
+    [[noreturn]] void skip(const QString& reason)
     {
         Journal::skip(reason);
         throw Stop();

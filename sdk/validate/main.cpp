@@ -1,4 +1,5 @@
 #include "sdk/validate/Child.h"
+#include "sdk/validate/ChildSystem.h"
 #include "sdk/validate/Options.h"
 #include "sdk/validate/Reports.h"
 #include "sdk/validate/Runner.h"
@@ -12,7 +13,6 @@
 namespace {
 
 constexpr int kFailed = 1;
-constexpr int kWrongUse = 2;
 
 void print(const QString& text)
 {
@@ -46,9 +46,7 @@ int list()
 
 int main(int argc, char** argv)
 {
-    QStringList arguments;
-    for (int index = 0; index < argc; ++index)
-        arguments.append(QString::fromLocal8Bit(argv[index]));
+    const QStringList arguments = ChildSystem::arguments(argc, argv);
     // A test makes the application that it needs, or none.
     std::optional<QCoreApplication> application;
     if (!arguments.contains(QStringLiteral("--child")))
@@ -59,8 +57,10 @@ int main(int argc, char** argv)
         return exitCode;
     if (options->list)
         return list();
-    if (!options->child.isEmpty())
+    if (!options->child.isEmpty()) {
+        ChildSystem::crashWithoutDialog();
         return runChild(*options, argc, argv);
+    }
 
     const Report report = run(*options, [](const Result& result) { print(Reports::text(result)); });
     print(Reports::summary(report));

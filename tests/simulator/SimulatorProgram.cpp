@@ -1,6 +1,6 @@
 #include "tests/simulator/SimulatorProgram.h"
 
-#include <csignal>
+#include "tests/simulator/ProcessControl.h"
 
 #include <QDeadlineTimer>
 
@@ -19,6 +19,7 @@ bool SimulatorProgram::start(QStringList arguments)
 {
     if (!arguments.contains(QStringLiteral("--port")))
         arguments += {QStringLiteral("--port"), QStringLiteral("0")};
+    ProcessControl::prepare(m_process);
     m_process.start(QStringLiteral(SIMULATOR_PROGRAM), arguments);
     const QString ready = waitForLine(QStringLiteral("ready "));
     m_port = ready.section(QLatin1Char(' '), -1).toUShort();
@@ -70,7 +71,7 @@ int SimulatorProgram::endInput()
 
 int SimulatorProgram::terminate()
 {
-    m_process.terminate();
+    ProcessControl::askToEnd(m_process);
     return waitForEnd();
 }
 
@@ -84,12 +85,12 @@ void SimulatorProgram::kill()
 
 void SimulatorProgram::pause()
 {
-    ::kill(static_cast<pid_t>(m_process.processId()), SIGSTOP);
+    ProcessControl::pause(m_process);
 }
 
 void SimulatorProgram::goOn()
 {
-    ::kill(static_cast<pid_t>(m_process.processId()), SIGCONT);
+    ProcessControl::goOn(m_process);
 }
 
 /// Waits for a line. Returns false if none will come.

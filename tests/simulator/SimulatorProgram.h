@@ -32,7 +32,7 @@ public:
     /// Ends the program with its input. Returns its exit code.
     int endInput();
 
-    /// Ends the program by SIGTERM. Returns its exit code.
+    /// Asks the program to end, by SIGTERM or Ctrl+C. Returns its exit code.
     int terminate();
 
     /// Ends the program without a chance to say so, as a crash does.

@@ -31,7 +31,7 @@ QString ValidatorRun::wholeLibrary()
 
 QString ValidatorRun::broken(const QString& name)
 {
-    return QStringLiteral(TSA_BROKEN_FOLDER "/%1.so").arg(name);
+    return QStringLiteral(TSA_BROKEN_FOLDER "/%1" TSA_MODULE_SUFFIX).arg(name);
 }
 
 QJsonObject ValidatorRun::json() const

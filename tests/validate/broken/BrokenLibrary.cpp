@@ -150,6 +150,13 @@ void breakWidget(QWidget* widget)
 
 } // namespace
 
+/// One export too many.
+extern "C" Q_DECL_EXPORT int oneTooMany();
+extern "C" int oneTooMany()
+{
+    return 1;
+}
+
 bool TargetSelectArea_Init(IAbstractLayerInterface** layer, QWidget* parent)
 {
     if (isBroken("crashes"))
