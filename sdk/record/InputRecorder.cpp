@@ -1,5 +1,6 @@
 #include "sdk/record/InputRecorder.h"
 
+#include "sdk/record/GestureEntry.h"
 #include "sdk/record/TraceWriter.h"
 #include "sdk/record/WidgetPath.h"
 
@@ -9,7 +10,6 @@
 #include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QWheelEvent>
@@ -99,10 +99,7 @@ void CInputRecorder::lookAtMouse(QWidget& widget, QEvent& event)
         || isRepeated(widget, mouse, mouse.globalPos(), static_cast<int>(mouse.button())))
         return;
     QJsonObject arguments = position(mouse.pos());
-    // Entries are elsewhere with another font.
-    const auto* menu = qobject_cast<const QMenu*>(&widget);
-    if (QAction* entry = menu ? menu->actionAt(mouse.pos()) : nullptr)
-        add(arguments, "entry", menu->actions().indexOf(entry));
+    GestureEntry::add(arguments, widget, mouse.pos());
     add(arguments, "button", static_cast<int>(mouse.button()));
     add(arguments, "buttons", static_cast<int>(mouse.buttons()));
     add(arguments, "modifiers", static_cast<int>(mouse.modifiers()));
@@ -173,6 +170,8 @@ void CInputRecorder::lookAtOthers(QWidget& widget, QEvent& event)
         if (isRepeated(widget, menu, menu.globalPos(), 0))
             return;
         QJsonObject arguments = position(menu.pos());
+        if (menu.reason() == QContextMenuEvent::Mouse)
+            GestureEntry::add(arguments, widget, menu.pos());
         add(arguments, "reason", static_cast<int>(menu.reason()));
         add(arguments, "modifiers", static_cast<int>(menu.modifiers()));
         note(widget, QStringLiteral("contextMenu"), arguments);

@@ -7,6 +7,7 @@
 #include <QString>
 
 /// Calls of the layer interface as JSON, for those that write them and those that repeat them.
+/// Thread-safe, except repeat(), which calls the panel: GUI thread.
 namespace LayerCalls {
 
 /// Return the arguments and answers that have several parts.

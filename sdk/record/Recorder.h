@@ -22,9 +22,9 @@ class QWidget;
 ///     CRecorder recorder;                                     // outlives the panel
 ///     if (!recorder.open(path, problem)) ...
 ///     TargetSelectArea_Init(&layer, parent);
-///     auto* area = recorder.record(static_cast<ITargetSelectAreaInterface*>(layer));
-///     area->m_controlHandler = recorder.record(handler);      // and use `area` from now on
-///     area->Initialize();
+///     auto* area = recorder.record(dynamic_cast<ITargetSelectAreaInterface*>(layer));
+///     area->m_controlHandler = recorder.record(handler);
+///     area->Initialize();                                     // use `area` from now on
 ///
 /// Without an open file everything is returned as it is. GUI thread.
 class CRecorder final : public QObject

@@ -13,7 +13,7 @@
 
 namespace {
 
-struct Messages
+struct TraceReaderMessages
 {
     Q_DECLARE_TR_FUNCTIONS(CTraceReader)
 };
@@ -53,17 +53,18 @@ bool CTraceReader::read(const QString& path)
     m_entries.clear();
     QFile file(path);
     if (QFileInfo::exists(path) && !QFileInfo(path).isFile()) {
-        m_problem = Messages::tr("%1 is not a regular file").arg(m_path);
+        m_problem = TraceReaderMessages::tr("%1 is not a regular file").arg(m_path);
         return false;
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        m_problem = Messages::tr("%1 cannot be read: %2").arg(m_path, file.errorString());
+        m_problem =
+            TraceReaderMessages::tr("%1 cannot be read: %2").arg(m_path, file.errorString());
         return false;
     }
     for (int number = 1; !file.atEnd(); ++number) {
         QByteArray line = file.readLine();
         if (!line.endsWith('\n') && number > 1) {
-            m_note = Messages::tr("%1, line %2: the recording ends inside this line")
+            m_note = TraceReaderMessages::tr("%1, line %2: the recording ends inside this line")
                          .arg(m_path, QString::number(number));
             break;
         }
@@ -73,7 +74,7 @@ bool CTraceReader::read(const QString& path)
             return false;
     }
     if (m_header.isEmpty())
-        return fail(1, 1, Messages::tr("this is not a recording"));
+        return fail(1, 1, TraceReaderMessages::tr("this is not a recording"));
     // A line at the beginning gives way to the one at the end.
     std::stable_sort(m_entries.begin(), m_entries.end(),
                      [](const CTraceEntry& left, const CTraceEntry& right) {
@@ -93,13 +94,13 @@ bool CTraceReader::readHeader(const QByteArray& line)
     if (!readObject(line, 1, m_header))
         return false;
     if (m_header.value(QLatin1String("trace")) != QLatin1String("targetselect-record"))
-        return fail(1, 1, Messages::tr("this is not a recording"));
+        return fail(1, 1, TraceReaderMessages::tr("this is not a recording"));
     const QJsonValue version = m_header.value(QLatin1String("version"));
     if (version.toInt() == kTraceVersion)
         return true;
     return fail(
         1, columnOf(line, line.indexOf("\"version\"")),
-        Messages::tr(
+        TraceReaderMessages::tr(
             "the recording has version %1 of the format, and this program reads version %2")
             .arg(QString::fromUtf8(TraceValues::compact(version)), QString::number(kTraceVersion)));
 }
@@ -114,8 +115,9 @@ bool CTraceReader::readEntry(const QByteArray& line, int number)
     if (field.isEmpty())
         field = misfit(entry);
     if (!field.isEmpty()) {
-        return fail(number, columnOf(line, line.indexOf('"' + field + '"')),
-                    Messages::tr("\"%1\" is missing or wrong").arg(QString::fromLatin1(field)));
+        return fail(
+            number, columnOf(line, line.indexOf('"' + field + '"')),
+            TraceReaderMessages::tr("\"%1\" is missing or wrong").arg(QString::fromLatin1(field)));
     }
     entry.line = number;
     m_entries.push_back(entry);
@@ -129,12 +131,12 @@ bool CTraceReader::readObject(const QByteArray& line, int number, QJsonObject& o
     if (error.error != QJsonParseError::NoError)
         return fail(number, columnOf(line, error.offset), error.errorString());
     object = document.object();
-    return !object.isEmpty() || fail(number, 1, Messages::tr("this is not an object"));
+    return !object.isEmpty() || fail(number, 1, TraceReaderMessages::tr("this is not an object"));
 }
 
 bool CTraceReader::fail(int line, int column, const QString& reason)
 {
-    m_problem = Messages::tr("%1, line %2, column %3: %4")
+    m_problem = TraceReaderMessages::tr("%1, line %2, column %3: %4")
                     .arg(m_path, QString::number(line), QString::number(column), reason);
     return false;
 }

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-/// Reads a recording.
+/// Reads a recording. Re-entrant: each object is for one thread at a time.
 class CTraceReader final
 {
 public:

@@ -58,9 +58,9 @@ GUID toGuid(const QUuid& id)
     return guid;
 }
 
-/// Visits the fields of a record. Returns false for a type that is none.
+/// Visits the fields of a record.
 template <typename Type, typename Visitor>
-constexpr bool visitFields(Type& record, Visitor&& visit)
+void visitFields(Type& record, Visitor&& visit)
 {
     using Plain = std::remove_const_t<Type>;
     if constexpr (std::is_same_v<Plain, ProcessorNode>)
@@ -73,7 +73,6 @@ constexpr bool visitFields(Type& record, Visitor&& visit)
         visitSelection(record, visit);
     else
         visitProjectProcessor(record, visit);
-    return true;
 }
 
 QJsonValue ofNumber(double number)

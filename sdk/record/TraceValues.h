@@ -11,6 +11,7 @@
 
 /// The values of a recording as JSON, by the C++ types that the interface names;
 /// docs/trace-format.md describes them. Nothing is shortened: what is written is read back equal.
+/// Thread-safe.
 namespace TraceValues {
 
 /// Returns the value as JSON; undefined for a type that the interface does not name.

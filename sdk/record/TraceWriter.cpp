@@ -11,26 +11,19 @@
 #include <QThread>
 
 #include <algorithm>
-#include <vector>
 
 namespace {
 
 constexpr const char* kHeaderStart = R"({"trace":"targetselect-record",)";
 
-struct Messages
+struct TraceWriterMessages
 {
     Q_DECLARE_TR_FUNCTIONS(CTraceWriter)
 };
 
-struct Open
-{
-    const CTraceWriter* writer;
-    qint64 sequence;
-    bool isEvent;
-};
-
-/// What goes on, on this thread, outermost first.
-thread_local std::vector<Open> t_open;
+/// The innermost call or event that goes on, on this thread. Not a container: on Windows, MinGW
+/// calls the destructors of thread-local objects when their memory may have gone.
+thread_local const CTraceScope* t_innermost = nullptr;
 
 bool isGuiThread()
 {
@@ -56,19 +49,20 @@ QString obstacle(const QString& path)
     const QFileInfo existing(path);
     // Opening a pipe could block.
     if (existing.exists() && !existing.isFile())
-        return Messages::tr("it is not a regular file");
+        return TraceWriterMessages::tr("it is not a regular file");
     if (existing.size() == 0)
         return {};
     QFile former(path);
     const QByteArray start(kHeaderStart);
     if (former.open(QIODevice::ReadOnly) && former.read(start.size()) == start)
         return {};
-    return Messages::tr("the file that is there is not a recording");
+    return TraceWriterMessages::tr("the file that is there is not a recording");
 }
 
 QString problemText(const QString& path, const QString& reason)
 {
-    return Messages::tr("%1 cannot be written: %2").arg(QDir::toNativeSeparators(path), reason);
+    return TraceWriterMessages::tr("%1 cannot be written: %2")
+        .arg(QDir::toNativeSeparators(path), reason);
 }
 
 QByteArray header()
@@ -124,15 +118,13 @@ void CTraceWriter::addInput(const QString& name, const QJsonObject& arguments)
 /// Sets when and where `entry` begins, and inside which other one.
 void CTraceWriter::begin(CTraceEntry& entry)
 {
-    const bool isEvent = entry.kind == CTraceEntry::Kind::Event;
-    const bool isNotifying =
-        isEvent
-        || std::any_of(t_open.begin(), t_open.end(), [](const Open& open) { return open.isEvent; });
-    entry.thread = threadName(isNotifying);
-    for (const Open& open : t_open) {
-        if (open.writer == this)
-            entry.cause = open.sequence;
+    bool isNotifying = entry.kind == CTraceEntry::Kind::Event;
+    for (const CTraceScope* scope = t_innermost; scope; scope = scope->m_outer) {
+        isNotifying = isNotifying || scope->m_entry.kind == CTraceEntry::Kind::Event;
+        if (&scope->m_writer == this && entry.cause == 0)
+            entry.cause = scope->m_entry.sequence;
     }
+    entry.thread = threadName(isNotifying);
     if (isGuiThread())
         entry.cause = std::max<qint64>(entry.cause, m_input);
     const std::lock_guard guard(m_mutex);
@@ -163,19 +155,20 @@ void CTraceWriter::writeLine(const QByteArray& line)
 CTraceScope::CTraceScope(CTraceWriter& writer, CTraceEntry::Kind kind, const QString& name,
                          const QJsonObject& arguments, bool isShort)
     : m_writer(writer)
+    , m_outer(t_innermost)
 {
     m_entry.kind = kind;
     m_entry.name = name;
     m_entry.arguments = arguments;
     m_writer.begin(m_entry);
-    t_open.push_back({&m_writer, m_entry.sequence, kind == CTraceEntry::Kind::Event});
+    t_innermost = this;
     if (!isShort)
         m_writer.write(m_entry);
 }
 
 CTraceScope::~CTraceScope()
 {
-    t_open.pop_back();
+    t_innermost = m_outer;
     m_entry.duration = std::max<qint64>(m_writer.m_clock.nsecsElapsed() - m_entry.time, 0);
     m_writer.write(m_entry);
 }

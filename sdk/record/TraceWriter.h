@@ -71,9 +71,14 @@ public:
     CTraceScope(const CTraceScope&) = delete;
     CTraceScope& operator=(const CTraceScope&) = delete;
 
+    /// Sets what the call returned, undefined for nothing, and its out parameters by name, for the
+    /// line at its end. Without this call the line has neither.
     void setAnswer(const QJsonValue& answer, const QJsonObject& outs = {});
 
 private:
+    friend class CTraceWriter;
+
     CTraceWriter& m_writer;
+    const CTraceScope* const m_outer; // on the same thread
     CTraceEntry m_entry;
 };

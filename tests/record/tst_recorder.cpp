@@ -1,5 +1,6 @@
 #include "Interface/HostEvents.h"
 #include "Interface/TargetSelectAreaInterface.h"
+#include "sdk/record/GestureEntry.h"
 #include "sdk/record/InputRecorder.h"
 #include "sdk/record/Recorder.h"
 #include "sdk/record/TraceReader.h"
@@ -18,6 +19,7 @@
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTreeWidget>
 
 #include <cmath>
 #include <functional>
@@ -71,6 +73,7 @@ private slots:
     void shouldRecordAWheelOnce();
     void shouldRecordTheLastMoveOnly();
     void shouldRecordMenusOfThePanel();
+    void shouldRecordRowsOfViews();
     void shouldNotRecordTheHost();
     void shouldFindWidgetsByTheirPath();
     void shouldPassOnWithoutAFile();
@@ -336,6 +339,42 @@ void RecorderTest::shouldRecordMenusOfThePanel()
     const QJsonArray path =
         entries(Kind::Input).back().arguments.value(QLatin1String("widget")).toArray();
     QCOMPARE(path, QJsonArray{QStringLiteral("#QMenu:0")});
+}
+
+void RecorderTest::shouldRecordRowsOfViews()
+{
+    Layer layer;
+    auto* tree = new QTreeWidget(&layer.widget);
+    tree->setColumnCount(2);
+    tree->resize(300, 200);
+    auto* group = new QTreeWidgetItem(tree, {QStringLiteral("Group")});
+    auto* item = new QTreeWidgetItem(group, {QStringLiteral("Item"), QStringLiteral("Value")});
+    tree->expandAll();
+    layer.widget.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&layer.widget));
+    m_recorder->record(&layer);
+    const QPoint place(tree->columnViewportPosition(1) + 3,
+                       tree->visualItemRect(item).center().y());
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, place);
+    for (const CTraceEntry& gesture : entries(Kind::Input)) {
+        QCOMPARE(gesture.arguments.value(QLatin1String("entry")).toArray(), (QJsonArray{0, 0, 1}));
+        QCOMPARE(gesture.arguments.value(QLatin1String("text")).toString(),
+                 QStringLiteral("Value"));
+    }
+    QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, QPoint(5, 190));
+    QVERIFY(!entries(Kind::Input).back().arguments.contains(QLatin1String("entry")));
+
+    // A row is found where it is now, and is missing under another text.
+    const QJsonObject press = entries(Kind::Input).front().arguments;
+    QVERIFY(GestureEntry::isThere(*tree->viewport(), press));
+    QCOMPARE(GestureEntry::place(*tree->viewport(), press, place), place);
+    const QPoint found = GestureEntry::place(*tree->viewport(), press, QPoint(place.x(), 190));
+    QCOMPARE(found, QPoint(place.x(), place.y()));
+    item->setText(1, QStringLiteral("Other"));
+    QVERIFY(!GestureEntry::isThere(*tree->viewport(), press));
+    QCOMPARE(GestureEntry::place(*tree->viewport(), press, QPoint(1, 2)), QPoint(1, 2));
+    delete item;
+    QVERIFY(!GestureEntry::isThere(*tree->viewport(), press));
 }
 
 void RecorderTest::shouldNotRecordTheHost()

@@ -1,9 +1,11 @@
+#include "host/workbench/replay/Recording.h"
 #include "sdk/record/TraceReader.h"
 #include "sdk/record/TraceValues.h"
 #include "tests/support/ProgramRun.h"
 #include "tests/support/WarningTrap.h"
 
 #include <QDir>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QTemporaryDir>
 #include <QTest>
@@ -40,6 +42,28 @@ QByteArray without(const QByteArray& text, const QByteArray& name)
     return kept;
 }
 
+CTraceEntry entry(CTraceEntry::Kind kind, qint64 sequence, const char* name,
+                  const QJsonValue& answer = {}, const QJsonObject& arguments = {})
+{
+    CTraceEntry made;
+    made.kind = kind;
+    made.sequence = sequence;
+    made.name = QLatin1String(name);
+    made.answer = answer;
+    made.arguments = arguments;
+    made.duration = 0;
+    return made;
+}
+
+/// Returns what is answered after entry number `position`.
+QString answerAfter(qint64 position, const char* question, const std::vector<CTraceEntry>& entries)
+{
+    const Recording recording(entries, false);
+    const CTraceEntry* answer =
+        recording.answer(Recording::keyOf(QLatin1String(question), {}), position, 0);
+    return answer ? answer->answer.toString() : QString();
+}
+
 } // namespace
 
 /// A recording of a host that is not the workbench, replayed by the built workbench.
@@ -65,6 +89,9 @@ private slots:
     void shouldFailWhenTheRecordingEnds();
 #endif
     void shouldReplayManyLines();
+    void shouldAnswerAlikeWhenTheHostLooksAtThePanel_data();
+    void shouldAnswerAlikeWhenTheHostLooksAtThePanel();
+    void shouldTakeTheReportedProcessorForTheCurrentOne();
 
 private:
     QString file(const char* name) const
@@ -303,6 +330,48 @@ void ReplayTest::shouldReplayManyLines()
     QVERIFY(writeFile(file("long.jsonl"), text));
     const ProgramRun outcome = replay(file("long.jsonl"));
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+}
+
+void ReplayTest::shouldAnswerAlikeWhenTheHostLooksAtThePanel_data()
+{
+    QTest::addColumn<QString>("call");
+    QTest::addColumn<QString>("answer");
+    QTest::newRow("a look") << QStringLiteral("GetProcessorTree") << QStringLiteral("new");
+    QTest::newRow("a change") << QStringLiteral("DetectDevices") << QStringLiteral("old");
+}
+
+/// The host looked at the tree before the panel had read the project anew; in the replay it does so
+/// afterwards.
+void ReplayTest::shouldAnswerAlikeWhenTheHostLooksAtThePanel()
+{
+    QFETCH(const QString, call);
+    QFETCH(const QString, answer);
+    using Kind = CTraceEntry::Kind;
+    const char* const question = "GetAllProcessorNodes";
+    QCOMPARE(
+        answerAfter(2, question,
+                    {entry(Kind::Call, 1, question, QStringLiteral("old")),
+                     entry(Kind::Event, 2, "TreeReset"), entry(Kind::Layer, 3, qPrintable(call)),
+                     entry(Kind::Call, 4, question, QStringLiteral("new"))}),
+        answer);
+}
+
+/// The recorded panel did not ask again, as it was still inside its report when the event came.
+void ReplayTest::shouldTakeTheReportedProcessorForTheCurrentOne()
+{
+    using Kind = CTraceEntry::Kind;
+    const char* const question = "GetCurrentProcessorId";
+    const auto afterReport = [&](const QJsonArray& processors) {
+        return answerAfter(2, question,
+                           {entry(Kind::Call, 1, question, QStringLiteral("former")),
+                            entry(Kind::Call, 2, "ReportSelection", {},
+                                  {{QStringLiteral("focus"), QStringLiteral("reported")},
+                                   {QStringLiteral("processors"), processors}}),
+                            entry(Kind::Event, 3, "CurrentProcessorChanged")});
+    };
+    QCOMPARE(afterReport({QStringLiteral("reported")}), QStringLiteral("reported"));
+    // A group is no processor.
+    QCOMPARE(afterReport({}), QStringLiteral("former"));
 }
 
 TSA_GUILESS_TEST_MAIN(ReplayTest)

@@ -2,6 +2,9 @@
 #include "tests/support/WarningTrap.h"
 
 #include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -30,6 +33,9 @@ private slots:
     void shouldDestroyThePanelInsideAQuestion();
     void shouldReplaceTheHandler();
     void shouldFindTheEntryOfAMenuWithAnotherFont();
+    void shouldFindTheRowsOfListsWithAnotherFont();
+    void shouldClickBetweenAnEventAndItsQuestion();
+    void shouldPressAKeyAfterTheQuestionOfAnEvent();
 
 private:
     void record(const QByteArray& script);
@@ -149,6 +155,83 @@ void ScriptReplaysTest::shouldFindTheEntryOfAMenuWithAnotherFont()
     QCOMPARE(moved.count(entry), 3);
     moved.replace(entry, QStringLiteral("\\15"));
     QVERIFY(writeFile(m_path, moved.toUtf8()));
+    replay();
+}
+
+void ScriptReplaysTest::shouldFindTheRowsOfListsWithAnotherFont()
+{
+    record("choose \"Device set\" \"Rehearsal\"\n"
+           "expect call ConfirmDeviceSetChange * 1\n"
+           "click row \"Right\"\n"
+           "right-click row \"Spare 2\"\n"
+           "close\n");
+    // Another row is there now: the first of the list, the one of all processors in the tree.
+    QString moved = QString::fromUtf8(m_recording);
+    for (const char* text : {"Rehearsal", "Right", "Spare 2"}) {
+        const QRegularExpression row(
+            QStringLiteral("(\"text\":\"%1\"[^\\n]*,\"y\":)\\d+").arg(QLatin1String(text)));
+        QVERIFY2(moved.count(row) >= 2, text);
+        moved.replace(row, QStringLiteral("\\15"));
+    }
+    QVERIFY(writeFile(m_path, moved.toUtf8()));
+    replay();
+}
+
+/// The user is quicker than the thread that tells of a group: it comes above the row that he
+/// clicks, which is elsewhere afterwards.
+void ScriptReplaysTest::shouldClickBetweenAnEventAndItsQuestion()
+{
+    record("host add group \"Balcony\"\n"
+           "expect row \"Balcony\"\n"
+           "click row \"Spare 2\"\n"
+           "expect call ReportSelection\n");
+    // The first line stays as it is: by it a recording is known.
+    QByteArray changed = m_recording.left(m_recording.indexOf('\n') + 1);
+    QJsonObject event;
+    int clicks = 0;
+    for (const QByteArray& line : m_recording.mid(changed.size()).split('\n')) {
+        QJsonObject entry = QJsonDocument::fromJson(line).object();
+        QJsonObject arguments = entry.value(QStringLiteral("args")).toObject();
+        for (const QString& number : {QStringLiteral("seq"), QStringLiteral("cause")}) {
+            if (entry.value(number).isDouble())
+                entry.insert(number, entry.value(number).toInt() * 10);
+        }
+        if (entry.value(QStringLiteral("name")) == QStringLiteral("GroupAdded"))
+            event = entry;
+        if (arguments.value(QStringLiteral("text")) == QStringLiteral("Spare 2")) {
+            ++clicks;
+            QJsonArray place = arguments.value(QStringLiteral("entry")).toArray();
+            place[1] = place.at(1).toInt() - 1;
+            arguments.insert(QStringLiteral("entry"), place);
+            arguments.insert(QStringLiteral("y"), 5); // on another row
+            entry.insert(QStringLiteral("args"), arguments);
+            entry.insert(QStringLiteral("cause"), QJsonValue());
+            entry.insert(QStringLiteral("seq"),
+                         event.value(QStringLiteral("seq")).toInt() + clicks);
+            entry.insert(QStringLiteral("ms"), event.value(QStringLiteral("ms")).toDouble() + 1e-6);
+        }
+        if (!entry.isEmpty())
+            changed += QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n';
+    }
+    QVERIFY(clicks >= 2);
+    QVERIFY(writeFile(m_path, changed));
+    replay();
+}
+
+/// The thread that tells of a group is held up after the panel has taken the group up.
+void ScriptReplaysTest::shouldPressAKeyAfterTheQuestionOfAnEvent()
+{
+    record("click row \"Door\"\n"
+           "host add group \"Balcony\"\n"
+           "expect row \"Balcony\"\n"
+           "press Down\n"
+           "expect row \"Balcony\" is selected\n");
+    QString held = QString::fromUtf8(m_recording);
+    const QRegularExpression end(
+        QStringLiteral("(\"name\":\"GroupAdded\"[^\\n]*\"took\":)[\\d.]+"));
+    QCOMPARE(held.count(end), 1);
+    held.replace(end, QStringLiteral("\\1100000"));
+    QVERIFY(writeFile(m_path, held.toUtf8()));
     replay();
 }
 

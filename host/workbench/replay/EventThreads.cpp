@@ -1,30 +1,21 @@
 #include "host/workbench/replay/EventThreads.h"
 
-#include <QCoreApplication>
-#include <QEventLoop>
+#include "host/workbench/trace/ThreadEnd.h"
+
 #include <QMetaObject>
 #include <QObject>
 #include <QThread>
 
 #include <utility>
 
-namespace {
-
-constexpr unsigned long kJoinStepMs = 5;
-
-} // namespace
-
 EventThreads::EventThreads() = default;
 
-/// Processes the events of the GUI thread meanwhile, because a delivery may need them.
 EventThreads::~EventThreads()
 {
     for (auto& [name, lane] : m_lanes)
         lane.thread->quit();
-    for (auto& [name, lane] : m_lanes) {
-        while (!lane.thread->wait(kJoinStepMs))
-            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    }
+    for (auto& [name, lane] : m_lanes)
+        waitForEnd(*lane.thread);
 }
 
 void EventThreads::run(const QString& thread, std::function<void()> work)

@@ -14,6 +14,9 @@ class EventThreads final
 {
 public:
     EventThreads();
+
+    /// Blocks until the threads have ended. What they have begun is finished; what waits behind it
+    /// may be dropped. The GUI thread handles its events meanwhile, except input.
     ~EventThreads();
 
     EventThreads(const EventThreads&) = delete;

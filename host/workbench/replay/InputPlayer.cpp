@@ -1,5 +1,6 @@
 #include "host/workbench/replay/InputPlayer.h"
 
+#include "sdk/record/GestureEntry.h"
 #include "sdk/record/WidgetPath.h"
 
 #include <QApplication>
@@ -9,7 +10,6 @@
 #include <QInputMethodEvent>
 #include <QJsonArray>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPointer>
@@ -47,15 +47,10 @@ struct Gesture
     Qt::KeyboardModifiers modifiers() const { return Qt::KeyboardModifiers(number("modifiers")); }
 };
 
-/// Returns the recorded place, or the middle of the entry of a menu that has moved from there.
+/// Returns the recorded place, or that of the entry which has moved from there.
 QPoint Gesture::at() const
 {
-    const QPoint recorded(number("x"), number("y"));
-    const auto* menu = qobject_cast<const QMenu*>(&widget);
-    if (!menu || !arguments.contains(QLatin1String("entry")))
-        return recorded;
-    const QRect place = menu->actionGeometry(menu->actions().value(number("entry")));
-    return place.isEmpty() || place.contains(recorded) ? recorded : place.center();
+    return GestureEntry::place(widget, arguments, {number("x"), number("y")});
 }
 
 void send(QWidget& widget, QEvent& event)
@@ -190,6 +185,14 @@ QWidget* target(QWidget& panel, const CTraceEntry& gesture)
     const QJsonValue path = gesture.arguments.value(QLatin1String("widget"));
     QWidget* widget = WidgetPath::find(panel, path.toArray());
     return widget && widget->isVisible() && widget->isEnabled() ? widget : nullptr;
+}
+
+bool isEntryThere(const QWidget& widget, const CTraceEntry& gesture)
+{
+    const bool isChoice = gesture.name == QLatin1String("press")
+                          || gesture.name == QLatin1String("doubleClick")
+                          || gesture.name == QLatin1String("contextMenu");
+    return !isChoice || GestureEntry::isThere(widget, gesture.arguments);
 }
 
 bool isForAnyWidget(const CTraceEntry& gesture)

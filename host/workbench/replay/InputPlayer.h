@@ -10,6 +10,9 @@ namespace InputPlayer {
 /// Returns the widget of a gesture on `panel`; null while it is not there, or hidden or disabled.
 QWidget* target(QWidget& panel, const CTraceEntry& gesture);
 
+/// Returns whether `widget` shows the row that a gesture chooses; true for all other gestures.
+bool isEntryThere(const QWidget& widget, const CTraceEntry& gesture);
+
 /// Returns whether the gesture is for whatever has the focus: a key, which a list of proposals that
 /// is not there this time hands on to its field, and the loss of the focus.
 bool isForAnyWidget(const CTraceEntry& gesture);

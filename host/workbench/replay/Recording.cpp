@@ -2,6 +2,8 @@
 
 #include "sdk/record/TraceValues.h"
 
+#include <QJsonArray>
+
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
@@ -10,6 +12,14 @@ namespace {
 
 /// How long the panel may take to show an event on another thread, in nanoseconds.
 constexpr qint64 kSettleTime = 100000000;
+
+/// Returns whether a call of the host only looks at the panel, so that nothing changes by it.
+bool isLook(const CTraceEntry& entry)
+{
+    return entry.kind == CTraceEntry::Kind::Layer
+           && (entry.name == QLatin1String("GetProcessorTree")
+               || entry.name == QLatin1String("GetAllProcessorNodes"));
+}
 
 /// How many later answers are looked at for one that was given inside an event.
 constexpr std::ptrdiff_t kMostInside = 256;
@@ -39,9 +49,10 @@ Recording::Recording(const std::vector<CTraceEntry>& entries, bool isCutOff)
     for (const CTraceEntry& entry : entries) {
         if (entry.kind != CTraceEntry::Kind::Call) {
             // The host's layout resizes at any time.
-            if (entry.kind != CTraceEntry::Kind::Event && entry.name != QLatin1String("resize"))
+            if (entry.kind != CTraceEntry::Kind::Event && entry.name != QLatin1String("resize")
+                && !isLook(entry))
                 m_moments.push_back(entry.sequence);
-            if (entry.kind == CTraceEntry::Kind::Layer)
+            if (entry.kind == CTraceEntry::Kind::Layer && !isLook(entry))
                 m_changes.push_back(entry.sequence);
             m_drivers.push_back(entry);
             continue;
@@ -51,6 +62,7 @@ Recording::Recording(const std::vector<CTraceEntry>& entries, bool isCutOff)
             m_moments.push_back(entry.sequence);
             m_changes.push_back(entry.sequence);
             m_requests.push_back(entry);
+            addSelection(entry);
             continue;
         }
         addQuestion(entry, causes.contains(entry.sequence));
@@ -62,6 +74,8 @@ void Recording::addQuestion(const CTraceEntry& question, bool isCause)
     ++m_questionCount;
     if (question.thread.startsWith(QLatin1String("work")))
         m_workQuestions.push_back(question.sequence);
+    if (question.thread != QLatin1String("gui") && question.cause > 0)
+        m_inside[question.cause].push_back(question);
     const QByteArray key = keyOf(question.name, question.arguments);
     std::vector<CTraceEntry>& answers = m_answers[key];
     if (isCause) {
@@ -75,6 +89,20 @@ void Recording::addQuestion(const CTraceEntry& question, bool isCause)
     }
     answers.push_back(question);
     answers.back().arguments = {};
+}
+
+/// Adds the processor that the panel reports as selected as the answer to which one is current: the
+/// panel may ask for it in an event that the recorded one took for an echo of its report.
+void Recording::addSelection(const CTraceEntry& request)
+{
+    if (request.name != QLatin1String("ReportSelection"))
+        return;
+    CTraceEntry answer = request;
+    answer.name = QStringLiteral("GetCurrentProcessorId");
+    answer.arguments = {};
+    answer.answer = request.arguments.value(QLatin1String("focus"));
+    if (request.arguments.value(QLatin1String("processors")).toArray().contains(answer.answer))
+        m_answers[keyOf(answer.name, {})].push_back(answer);
 }
 
 /// Returns whether the entry of this number is an event, among the drivers so far.
@@ -118,6 +146,21 @@ std::size_t Recording::workQuestionsBefore(const CTraceEntry& driver) const
     return static_cast<std::size_t>(
         std::lower_bound(m_workQuestions.begin(), m_workQuestions.end(), driver.sequence)
         - m_workQuestions.begin());
+}
+
+Recording::Known Recording::knownOf(qint64 event, const CTraceEntry& driver) const
+{
+    Known known;
+    const auto found = m_inside.constFind(event);
+    if (found == m_inside.constEnd())
+        return known;
+    for (const CTraceEntry& question : *found) {
+        if (question.sequence > driver.sequence)
+            break;
+        ++known.questions;
+        known.time = std::max<qint64>(driver.time - question.end(), 0);
+    }
+    return known;
 }
 
 bool Recording::isTreeInMotion(const CTraceEntry& driver) const

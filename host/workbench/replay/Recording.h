@@ -49,6 +49,16 @@ public:
     /// Returns how many questions the panel's work thread had asked when `driver` began.
     std::size_t workQuestionsBefore(const CTraceEntry& driver) const;
 
+    /// What the thread that tells an event had asked inside it when something else began: what the
+    /// panel knew of the event then.
+    struct Known
+    {
+        std::size_t questions = 0;
+        qint64 time = 0; ///< In nanoseconds, since the last answer.
+    };
+
+    Known knownOf(qint64 event, const CTraceEntry& driver) const;
+
     /// Returns whether the tree may have lagged behind the events when the host asked for it: one
     /// had come shortly before.
     bool isTreeInMotion(const CTraceEntry& driver) const;
@@ -69,17 +79,19 @@ public:
 private:
     void findEventsInARow(const std::vector<CTraceEntry>& entries);
     void addQuestion(const CTraceEntry& question, bool isCause);
+    void addSelection(const CTraceEntry& request);
     bool isEvent(qint64 sequence) const;
 
     std::vector<CTraceEntry> m_drivers;
     std::vector<CTraceEntry> m_requests;
     std::size_t m_questionCount = 0;
     bool m_isCutOff;
-    std::vector<qint64> m_moments; // requests, gestures and calls of the host
+    std::vector<qint64> m_moments; // requests, gestures and calls of the host that change something
     std::vector<qint64> m_changes; // the same without the gestures
     std::vector<qint64> m_workQuestions;
     QSet<qint64> m_inMotion;
-    QSet<qint64> m_rightAfter;           // events, behind the one before
-    QHash<qint64, Question> m_questions; // those inside which something else happened
+    QSet<qint64> m_rightAfter;                        // events, behind the one before
+    QHash<qint64, std::vector<CTraceEntry>> m_inside; // questions on the threads of events
+    QHash<qint64, Question> m_questions;              // those inside which something else happened
     QHash<QByteArray, std::vector<CTraceEntry>> m_answers; // in the order of the questions
 };

@@ -11,7 +11,7 @@
 
 namespace {
 
-struct Messages
+struct ReplayMessages
 {
     Q_DECLARE_TR_FUNCTIONS(Replay)
 };
@@ -24,8 +24,8 @@ int refuse(const QString& problem)
 
 QString counts(const QString& path, const Recording& recording)
 {
-    return Messages::tr("%1: the panel made the %2 recorded requests (%3 events, calls and "
-                        "gestures, %4 questions)")
+    return ReplayMessages::tr("%1: the panel made the %2 recorded requests (%3 events, calls and "
+                              "gestures, %4 questions)")
         .arg(QDir::toNativeSeparators(path), QString::number(recording.requests().size()),
              QString::number(recording.drivers().size()),
              QString::number(recording.questionCount()));
@@ -36,15 +36,16 @@ QString unansweredText(const QStringList& questions)
 {
     if (questions.isEmpty())
         return {};
-    return Messages::tr("%1 questions were not recorded and got default answers; the first: %2")
+    return ReplayMessages::tr(
+               "%1 questions were not recorded and got default answers; the first: %2")
         .arg(QString::number(questions.size()), questions.constFirst());
 }
 
 QString differenceText(const QString& path, const Difference& difference)
 {
-    const QString place =
-        difference.line > 0 ? Messages::tr("line %1").arg(difference.line) : Messages::tr("end");
-    return Messages::tr("%1, %2: the replay differs\n  recorded: %3\n  came:     %4")
+    const QString place = difference.line > 0 ? ReplayMessages::tr("line %1").arg(difference.line)
+                                              : ReplayMessages::tr("end");
+    return ReplayMessages::tr("%1, %2: the replay differs\n  recorded: %3\n  came:     %4")
         .arg(QDir::toNativeSeparators(path), place, difference.recorded, difference.came);
 }
 
@@ -73,12 +74,12 @@ int runReplay(const ReplayOptions& options)
     const auto recording =
         std::make_shared<const Recording>(reader.entries(), !reader.note().isEmpty());
     if (recording->drivers().empty())
-        return refuse(Messages::tr("%1: there is nothing to replay").arg(options.recording));
+        return refuse(ReplayMessages::tr("%1: there is nothing to replay").arg(options.recording));
     ReplayWindow window;
     QString problem;
     if (!window.library().load(options.library, problem))
         return refuse(problem);
-    window.showText(Messages::tr("Replaying %1").arg(options.recording));
+    window.showText(ReplayMessages::tr("Replaying %1").arg(options.recording));
     window.show();
     int result = 1;
     bool isOver = false;
@@ -103,7 +104,7 @@ int runReplay(const ReplayOptions& options)
     QApplication::exec();
     if (!isOver)
         std::cerr << "workbench: "
-                  << qPrintable(Messages::tr("the replay was ended before its end")) << '\n';
+                  << qPrintable(ReplayMessages::tr("the replay was ended before its end")) << '\n';
     window.close();
     return result;
 }

@@ -64,6 +64,8 @@ CHandlerRelay::Answer ReplayHandler::call(const Call& call, const Ask&)
             noteUnanswered(call);
         return {};
     }
+    if (!isRequest && !isGuiThread())
+        m_progress->waitForInputBefore(*recorded);
     // The panel may let go of its handler inside.
     const auto self = shared_from_this();
     doInside(*recorded);

@@ -132,14 +132,16 @@ void ReplayPlayer::step()
         return;
     }
     const bool isForWidget = isGesture && m_stage.panel();
-    if (isForWidget && !InputPlayer::target(*m_stage.panel(), *driver)
-        && !(hasWaitedLong() && InputPlayer::isForAnyWidget(*driver))) {
+    const QWidget* widget = isForWidget ? InputPlayer::target(*m_stage.panel(), *driver) : nullptr;
+    if (isForWidget && !widget && !(hasWaitedLong() && InputPlayer::isForAnyWidget(*driver))) {
         wait();
         return;
     }
     // Whoever asks the question tells the event. The work thread may ask in another order.
     const bool isEarly =
-        m_progress->recording().isInQuestion(*driver) || m_progress->isWorkBehind(*driver)
+        (widget && !InputPlayer::isEntryThere(*widget, *driver))
+        || (isGesture && isEventBehind(*driver)) || m_progress->recording().isInQuestion(*driver)
+        || m_progress->isWorkBehind(*driver)
         || (driver->kind != CTraceEntry::Kind::Event && CWorkThread::PendingJobs() > 0);
     if (isEarly && !hasWaitedLong()) {
         wait();
@@ -191,6 +193,14 @@ bool ReplayPlayer::isEventRunningBefore(const CTraceEntry& driver) const
 {
     return std::any_of(m_running.begin(), m_running.end(),
                        [&](const auto& event) { return event.second < driver.time; });
+}
+
+/// Returns whether an event that goes on still has to ask what it had asked before `driver`.
+bool ReplayPlayer::isEventBehind(const CTraceEntry& driver) const
+{
+    return std::any_of(m_running.begin(), m_running.end(), [&](const auto& event) {
+        return m_progress->isEventBehind(event.first, driver);
+    });
 }
 
 void ReplayPlayer::perform(const CTraceEntry& driver)

@@ -69,6 +69,7 @@ private:
     void giveUp();
     void conclude();
     bool isEventRunningBefore(const CTraceEntry& driver) const;
+    bool isEventBehind(const CTraceEntry& driver) const;
     void perform(const CTraceEntry& driver);
     void raise(const CTraceEntry& driver);
     std::shared_ptr<Delivery> raiseElsewhere(const CTraceEntry& driver);

@@ -6,9 +6,17 @@
 #include <QMultiMap>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace {
+
+/// How long a question waits for what the user did before it.
+constexpr std::chrono::milliseconds kInputTime(500);
+
+/// How long the panel may take to do something with an answer that it got on another thread, in
+/// nanoseconds.
+constexpr qint64 kTakeUpTime = 20000000;
 
 /// The event that is being told on this thread, by its number in the recording.
 thread_local qint64 t_event = 0;
@@ -100,6 +108,11 @@ const CTraceEntry* ReplayProgress::answer(const QString& name, const QJsonObject
 {
     const QByteArray key = Recording::keyOf(name, arguments);
     const std::lock_guard guard(m_mutex);
+    if (t_event > 0) {
+        Inside& inside = m_inside[t_event];
+        ++inside.questions;
+        inside.last.start();
+    }
     // What the host did inside a question has to come inside the same one.
     const CTraceEntry* next = driver();
     const Recording::Question* question = next ? m_recording->questionOf(*next) : nullptr;
@@ -109,6 +122,36 @@ const CTraceEntry* ReplayProgress::answer(const QString& name, const QJsonObject
         && m_asked++ >= question->before)
         return m_recording->answer(*question);
     return m_recording->answer(key, m_position, t_event);
+}
+
+void ReplayProgress::waitForInputBefore(const CTraceEntry& question)
+{
+    if (t_event == 0 || question.cause != t_event)
+        return;
+    std::unique_lock guard(m_mutex);
+    m_taken.wait_for(guard, kInputTime, [&] { return m_isOver || !hasInputBefore(question); });
+}
+
+/// With m_mutex locked.
+bool ReplayProgress::hasInputBefore(const CTraceEntry& question) const
+{
+    const auto& drivers = m_recording->drivers();
+    for (std::size_t at = m_driver; at < drivers.size() && drivers[at].sequence < question.sequence;
+         ++at) {
+        if (drivers[at].kind == CTraceEntry::Kind::Input)
+            return true;
+    }
+    return false;
+}
+
+bool ReplayProgress::isEventBehind(qint64 event, const CTraceEntry& driver) const
+{
+    const std::lock_guard guard(m_mutex);
+    const Recording::Known known = m_recording->knownOf(event, driver);
+    const Inside inside = m_inside.value(event);
+    return inside.questions < known.questions
+           || (known.questions > 0
+               && inside.last.nsecsElapsed() < std::min(known.time, kTakeUpTime));
 }
 
 void ReplayProgress::noteUnanswered(const QString& question)
@@ -174,6 +217,7 @@ bool ReplayProgress::take(const CTraceEntry& driver)
     m_position = std::max(m_position, driver.sequence);
     ++m_driver;
     m_asked = 0;
+    m_taken.notify_all();
     return true;
 }
 
@@ -226,6 +270,7 @@ void ReplayProgress::end(std::optional<Difference> difference)
     const std::lock_guard guard(m_mutex);
     if (!std::exchange(m_isOver, true))
         m_difference = std::move(difference);
+    m_taken.notify_all();
 }
 
 bool ReplayProgress::isOver() const

@@ -3,9 +3,12 @@
 #include "host/workbench/replay/Recording.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
+#include <condition_variable>
 #include <cstddef>
 #include <memory>
 #include <mutex>
@@ -49,6 +52,14 @@ public:
     private:
         const qint64 m_former;
     };
+
+    /// Blocks a thread that tells an event until the user has done what he did before this
+    /// question, or until that takes too long: what the panel makes of the event comes afterwards.
+    void waitForInputBefore(const CTraceEntry& question);
+
+    /// Returns whether the panel may know less of `event` than it did before `driver`: the thread
+    /// that tells it has not asked as much, or has only just done so.
+    bool isEventBehind(qint64 event, const CTraceEntry& driver) const;
 
     /// Notes a question that the recording has no answer to.
     void noteUnanswered(const QString& question);
@@ -97,16 +108,26 @@ public:
     qint64 steps() const;
 
 private:
+    /// What has been asked inside an event.
+    struct Inside
+    {
+        std::size_t questions = 0;
+        QElapsedTimer last;
+    };
+
     const CTraceEntry* driver() const;
     const CTraceEntry* request() const;
+    bool hasInputBefore(const CTraceEntry& question) const;
 
     const std::shared_ptr<const Recording> m_recording;
     mutable std::mutex m_mutex;
+    std::condition_variable m_taken;        // a driver, or the end
     std::size_t m_driver = 0;               // guarded by m_mutex
     std::size_t m_request = 0;              // guarded by m_mutex
     std::size_t m_workQuestions = 0;        // guarded by m_mutex
     int m_asked = 0;                        // guarded by m_mutex; since the last step, the question
                                             // inside which the next driver was
+    QHash<qint64, Inside> m_inside;         // guarded by m_mutex; by event
     QStringList m_unanswered;               // guarded by m_mutex
     qint64 m_position = 0;                  // guarded by m_mutex
     bool m_isOver = false;                  // guarded by m_mutex
