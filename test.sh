@@ -54,7 +54,7 @@ for name in "${stages[@]}"; do
     suite)
         stage "suite: development build, every test but the long ones"
         build dev
-        suite dev --label-exclude '^(lint|long)$'
+        suite dev
         ;;
     release)
         stage "release: optimised build with the benchmarks, every test"
@@ -98,8 +98,8 @@ for name in "${stages[@]}"; do
     lint)
         stage "lint: format, static analysis, scripts, headers, Windows cross-check"
         set_up lint
-        build dev autogen test_mocs
-        suite dev --label-regex '^lint$'
+        build lint autogen test_mocs
+        suite lint --label-regex '^lint$'
         ;;
     esac
 done

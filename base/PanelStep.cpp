@@ -3,35 +3,32 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <memory>
 #include <utility>
 #include <vector>
 
 namespace {
 
-struct Steps
-{
-    int underWay = 0; // nested
-    std::vector<QPointer<QWidget>> kept;
-};
+using Widgets = std::vector<QPointer<QWidget>>;
 
-Steps& steps()
-{
-    static thread_local Steps instance;
-    return instance;
-}
+// Without destructors: on Windows, MinGW calls those of thread-local objects at the end of a thread
+// when their memory may have gone.
+thread_local int t_underWay = 0; // nested
+thread_local Widgets* t_kept = nullptr;
 
 } // namespace
 
 CPanelStep::CPanelStep()
 {
-    ++steps().underWay;
+    ++t_underWay;
 }
 
 CPanelStep::~CPanelStep()
 {
-    if (--steps().underWay > 0)
+    if (--t_underWay > 0 || !t_kept)
         return;
-    for (const QPointer<QWidget>& widget : std::exchange(steps().kept, {})) {
+    const std::unique_ptr<Widgets> kept(std::exchange(t_kept, nullptr));
+    for (const QPointer<QWidget>& widget : *kept) {
         if (widget)
             widget->deleteLater();
     }
@@ -39,14 +36,17 @@ CPanelStep::~CPanelStep()
 
 bool CPanelStep::isUnderWay()
 {
-    return steps().underWay > 0;
+    return t_underWay > 0;
 }
 
 void CPanelStep::keep(QWidget* widget)
 {
     widget->setParent(nullptr);
-    if (isUnderWay())
-        steps().kept.emplace_back(widget);
-    else
+    if (!isUnderWay()) {
         widget->deleteLater();
+        return;
+    }
+    if (!t_kept)
+        t_kept = new Widgets;
+    t_kept->emplace_back(widget);
 }

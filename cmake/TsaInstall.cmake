@@ -57,7 +57,8 @@ install(FILES docs/diagnostics.md docs/integrating.md docs/logging.md docs/scrip
     COMPONENT development
 )
 install(FILES docs/images/workbench.png docs/images/workbench-faults.png
-    docs/images/workbench-network.png docs/images/workbench-replay.png
+    docs/images/workbench-network.png docs/images/workbench-record.png
+    docs/images/workbench-replay.png
     DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs/images"
     COMPONENT development
 )

@@ -16,9 +16,11 @@
 #include "ipmanage/ModifyIPDialog.h"
 
 #include <QBoxLayout>
+#include <QDir>
 #include <QEvent>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QItemSelectionModel>
 #include <QMenu>
 #include <QShortcut>
@@ -68,9 +70,12 @@ QIcon buttonIcon(const ButtonLook& look)
     return icon;
 }
 
+/// Returns the desktop, or the user's own folder where there is none: Qt's dialog would begin in
+/// the folder from which the program was started.
 QString desktopFolder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    return QFileInfo(desktop).isDir() ? desktop : QDir::homePath();
 }
 
 } // namespace

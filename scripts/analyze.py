@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Runs clang-tidy or clazy over every source of ours that a build compiles.
 
-    scripts/analyze.py {clang-tidy,clazy} [--build build/dev] [PATH...]
+    scripts/analyze.py {clang-tidy,clazy} [--build build/lint] [PATH...]
 
 Prints each finding once and fails when there is any. With PATHs, looks only at sources below them.
 A source whose preprocessed text, configuration and tool are those of a run that found nothing is
@@ -112,7 +112,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("tool", choices=["clang-tidy", "clazy"])
-    parser.add_argument("--build", type=pathlib.Path, default=ROOT / "build" / "dev")
+    parser.add_argument("--build", type=pathlib.Path, default=ROOT / "build" / "lint")
     parser.add_argument("paths", nargs="*", type=pathlib.Path)
     options = parser.parse_args()
 

@@ -76,9 +76,11 @@ labelled() {
 suite() {
     local preset=$1 log=build/$1-ctest.log status=0
     shift
-    # Tests wait more than they compute.
+    # Tests wait more than they compute, unless they are instrumented.
+    local jobs=$((cores + 1))
+    [ "$preset" != dev ] || jobs=$((2 * cores))
     ctest --test-dir "build/$preset" --output-on-failure --no-tests=error \
-        --parallel "$((cores + 1))" "$@" < /dev/null > "$log" 2>&1 || status=$?
+        --parallel "$jobs" "$@" < /dev/null > "$log" 2>&1 || status=$?
     if [ "$status" -ne 0 ]; then
         grep -vE '^ *(Start +[0-9]+:|[0-9]+/[0-9]+ Test .* Passed )' "$log" | head -n 400 >&2 || true
         fail "tests of '$preset' failed, see $log" \

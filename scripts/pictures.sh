@@ -51,11 +51,13 @@ take_shown() {
     rm -rf "$tour"
 }
 
-# take_replay FOLDER: takes a picture of a replay with a difference.
+# take_replay FOLDER: takes a picture of a recorded fault, and one of a replay with a difference.
 take_replay() {
     local recording=$1/fault.jsonl
-    unattended build/dev/bin/workbench --record "$recording" --script examples/scripts/rename.script
-    sed -i '/"kind":"call","name":"RenameProcessor"/s/Far left/Far right/' "$recording"
+    unattended build/dev/bin/workbench --record "$recording" --pictures "$1" \
+        --script examples/scripts/record-a-fault.script
+    cp "$1"/*-record.png docs/images/workbench-record.png
+    sed -i 's/Far left/Far right/' "$recording"
     # The difference makes the exit code 1.
     unattended sh -c "! build/dev/bin/workbench --replay $recording --pictures $1"
     cp "$1/replay.png" docs/images/workbench-replay.png

@@ -13,8 +13,8 @@ lint=(clang-format clang-tidy clazy doxygen shellcheck g++-mingw-w64-x86-64-posi
 package=(debootstrap doxygen dpkg-dev file)
 bench=(libbenchmark-dev libkf5itemmodels-dev python3)
 fuzz=(clang libclang-rt-14-dev)
-windows=(g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64 dpkg-dev make
-    perl python3 xz-utils)
+windows=(g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine64 dpkg-dev locales
+    make perl python3 xz-utils)
 
 usage() {
     sed -n '2,/^[^#]/{ s/^# \{0,1\}//p; }' "$0"

@@ -24,7 +24,7 @@ namespace {
 
 constexpr int kPopupHeight = 270;
 constexpr int kCornerRadius = CResultList::kCornerRadius;
-constexpr int kTextPixels = 12;
+constexpr int kListTextPixels = 12;
 constexpr QRgb kHint = qRgb(115, 115, 128);
 
 bool isCancel(const QKeyEvent& event)
@@ -488,7 +488,7 @@ void CProcessorCompleter::paintBackground() const
     if (m_list->rowCount() > 0)
         return;
     QFont font = m_popup->font();
-    font.setPixelSize(kTextPixels);
+    font.setPixelSize(kListTextPixels);
     painter.setFont(font);
     painter.setPen(QColor(kHint));
     const QRect room = m_popup->rect().adjusted(kCornerRadius, 0, -kCornerRadius, 0);

@@ -4,7 +4,8 @@
 # Runs a program of the build for Windows under Wine, with Qt and the compiler's own libraries found
 # unless WINEPATH, the search path of Windows, is given.
 # Each run has a Windows of its own, with registry and user folders, below HOME: it is a thin copy of
-# one that the first run makes below build/, and it ends with the program.
+# one that the first run makes below build/, and it ends with the program. It is English with code page
+# 1252, or Chinese with 936 if TSA_CODE_PAGE says so.
 set -euo pipefail
 
 if [ $# -eq 0 ] || [ "$1" = --help ]; then
@@ -57,6 +58,17 @@ make_template() {
     ) 9> "$template/lock"
 }
 
+# make_chinese: what makes Wine Chinese, which a Debian has only where somebody asked for it.
+make_chinese() {
+    (
+        flock 9
+        [ -e "$template/locales/zh_CN.UTF-8" ] && exit
+        mkdir -p "$template/locales/new"
+        localedef -i zh_CN -f UTF-8 "$template/locales/new/zh_CN.UTF-8"
+        mv "$template/locales/new/zh_CN.UTF-8" "$template/locales"
+    ) 9> "$template/lock"
+}
+
 server=${wine%/*}/wineserver64
 mkdir -p "$template"
 if [ ! -e "$template/ready" ]; then
@@ -97,4 +109,16 @@ if [ -z "${WINEPATH+given}" ]; then
 fi
 export WINEPATH
 
-"$wine" "$@"
+# The names of files stay UTF-8.
+case ${TSA_CODE_PAGE:-1252} in
+1252) language=(LC_ALL=C.UTF-8) ;;
+936)
+    [ -e "$template/locales/zh_CN.UTF-8" ] || make_chinese
+    language=(LC_ALL=zh_CN.UTF-8 "LOCPATH=$template/locales")
+    ;;
+*)
+    echo "wine: code page $TSA_CODE_PAGE is neither 1252 nor 936" >&2
+    exit 2
+    ;;
+esac
+env "${language[@]}" "$wine" "$@"

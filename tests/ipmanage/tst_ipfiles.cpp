@@ -1,14 +1,21 @@
 #include "Interface/IPStatusCodes.h"
 #include "ipmanage/IPListFile.h"
 #include "tests/ipmanage/ManageTest.h"
+#include "tests/ipmanage/OtherDesktop.h"
 #include "tests/support/LocaleCodec.h"
 #include "tests/support/TextFile.h"
 
 #include <QBuffer>
+#include <QDir>
 #include <QFile>
+#include <QMap>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTextCodec>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 namespace {
 
@@ -76,9 +83,13 @@ private slots:
 #endif
     void shouldIgnoreAnExportToAnUnwritableFile();
     void shouldIgnoreACancelledExport();
+    void shouldProposeTheDesktop_data();
     void shouldProposeTheDesktop();
     void shouldReportReplacedCharacters_data();
     void shouldReportReplacedCharacters();
+#ifdef Q_OS_WIN // Only Windows has code pages.
+    void shouldExportInTheCodePage();
+#endif
     void shouldReportAnEmptyName();
     void shouldImport_data();
     void shouldImport();
@@ -237,19 +248,27 @@ void IPFilesTest::shouldIgnoreACancelledExport()
     QCOMPARE(test.asked(), QStringList());
 }
 
+void IPFilesTest::shouldProposeTheDesktop_data()
+{
+    QTest::addColumn<QString>("desktop");
+    QTest::addColumn<bool>("exists");
+    QTest::newRow("usual") << QStringLiteral("Desktop") << true;
+    QTest::newRow("elsewhere") << QString::fromUtf8("我的 桌面") << true;
+    QTest::newRow("missing") << QStringLiteral("Gone") << false;
+}
+
 void IPFilesTest::shouldProposeTheDesktop()
 {
-#ifdef Q_OS_WIN // The system knows the folder, whatever the environment says.
-    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
-    QVERIFY2(QDir(desktop).exists(), qPrintable(desktop));
-#else
-    const QTemporaryDir home;
-    QVERIFY(QDir(home.path()).mkpath(QStringLiteral("Desktop")));
-    const QString desktop = home.filePath(QStringLiteral("Desktop"));
-    const QByteArray usualHome = qgetenv("HOME");
-    qputenv("HOME", home.path().toLocal8Bit());
+    QFETCH(QString, desktop);
+    QFETCH(bool, exists);
+    const QTemporaryDir folder;
+    desktop.prepend(folder.path() + QLatin1Char('/'));
+    if (exists)
+        QVERIFY(QDir().mkpath(desktop));
+    const OtherDesktop other(folder, desktop);
     QCOMPARE(QStandardPaths::writableLocation(QStandardPaths::DesktopLocation), desktop);
-#endif
+    if (!exists)
+        desktop = QDir::homePath();
 
     DialogTest test;
     test.host().ipList = QStringList(QStringLiteral("10.0.0.1(Hall)"));
@@ -277,9 +296,6 @@ void IPFilesTest::shouldProposeTheDesktop()
             look(shown);
         });
     QCOMPARE(dialog.exec(), 0);
-#ifndef Q_OS_WIN
-    qputenv("HOME", usualHome);
-#endif
     QCOMPARE(proposed.first(), desktop + QStringLiteral("/ipList.txt"));
     QCOMPARE(folders, QStringList({desktop, desktop}));
     QCOMPARE(
@@ -322,6 +338,32 @@ void IPFilesTest::shouldReportReplacedCharacters()
     const QStringList asked = test.asked();
     QCOMPARE(asked.last(), QStringLiteral("ShowTipMessage(%1)").arg(tip));
 }
+
+#ifdef Q_OS_WIN
+void IPFilesTest::shouldExportInTheCodePage()
+{
+    const int codePage = static_cast<int>(GetACP());
+    // Wine has the one that it was told to have, a PC any.
+    if (qEnvironmentVariableIsSet("TSA_CODE_PAGE"))
+        QCOMPARE(codePage, qEnvironmentVariableIntValue("TSA_CODE_PAGE"));
+    const QMap<int, QByteArray> texts{{936, "10.0.0.1,\xB4\xF3\xCC\xFC \xA8\xA6\r\n"},
+                                      {1252, "10.0.0.1,?? \xE9\r\n"},
+                                      {65001, "10.0.0.1,大厅 é\r\n"}};
+    const QByteArray text = texts.value(codePage);
+    QVERIFY2(!text.isEmpty(), "a code page that this test knows");
+    DialogTest test;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("list.txt"));
+    test.host().ipList = QStringList(QString::fromUtf8("10.0.0.1(大厅 é)"));
+    CIPManageDialog dialog(&test.window);
+    press(test, "Export").then([&](QWidget& file) { chooseFile(file, path); });
+    QCOMPARE(dialog.exec(), 0);
+    const bool isWhole = codePage != 1252;
+    QCOMPARE(contents(path), text);
+    const QStringList asked = test.asked();
+    QCOMPARE(asked.last() == QLatin1String("ShowTipMessage(Export successfully.)"), isWhole);
+}
+#endif
 
 void IPFilesTest::shouldReportAnEmptyName()
 {

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTest>
 
@@ -28,6 +29,11 @@ Wanted allProcessors(int count)
 Wanted button(const char* name)
 {
     return {text("Button"), text(name), text("Workbench")};
+}
+
+Wanted logFilter()
+{
+    return {text("EditableText"), text("Log filter"), {}};
 }
 
 /// The workbench with a project of four processors, and what it keeps for a crash.
@@ -103,6 +109,8 @@ private slots:
     void shouldRefuseADamagedCopy();
     void shouldLeaveTheCopyOfARunningProgram();
     void shouldNotAskWithoutAUser();
+    void shouldRememberTheWindow();
+    void shouldCopyWholeLines();
 
 private:
     static void run(const std::function<void()>& work);
@@ -203,6 +211,52 @@ void RecoveryTest::shouldNotAskWithoutAUser()
         QCOMPARE(workbench.exitCode(), 0);
         QCOMPARE(workbench.copies("*"), left);
         QCOMPARE(contentOf(settings), kept);
+    });
+}
+
+void RecoveryTest::shouldRememberTheWindow()
+{
+    Workbench workbench;
+    const QString name = text("a[*] & <b>b.json");
+    QVERIFY(QFile::rename(workbench.project, workbench.path(name)));
+    run([&] {
+        workbench.start({text("--project"), workbench.path(name)});
+        workbench.user.find({text("Window"), name + text(" - Workbench"), {}});
+        workbench.user.writeInto(logFilter(), text("Report -Painting"));
+        workbench.user.pressKeys(text("ctrl+4"));
+        workbench.user.find({text("Table"), text("Faults"), {}});
+        workbench.quit();
+        workbench.start({});
+        workbench.user.find({text("Table"), text("Faults"), {}});
+        workbench.user.waitFor(text("the filter"), [&] {
+            const auto filter = workbench.look().find(logFilter());
+            return filter && filter->value == text("Report -Painting");
+        });
+        workbench.quit();
+    });
+}
+
+void RecoveryTest::shouldCopyWholeLines()
+{
+    Workbench workbench;
+    run([&] {
+        workbench.open();
+        workbench.user.click(allProcessors(4));
+        workbench.user.writeInto(logFilter(), text("ReportSelection"));
+        workbench.user.click({text("Table"), text("Live log"), {}});
+        workbench.user.pressKeys(text("ctrl+a"));
+        workbench.user.pressKeys(text("ctrl+c"));
+        workbench.user.click(logFilter());
+        workbench.user.pressKeys(text("ctrl+a"));
+        workbench.user.pressKeys(text("ctrl+v"));
+        const QRegularExpression line(
+            text("^[\\d:.]+\tcall\tGUI\tReportSelection\\(.*\\)\t[\\d.]+ ms"));
+        QString pasted;
+        workbench.user.waitFor(text("the line"), [&] {
+            pasted = workbench.look().find(logFilter())->value;
+            return line.match(pasted).hasMatch();
+        });
+        workbench.quit();
     });
 }
 

@@ -4,13 +4,18 @@
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QProcess>
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <QVBoxLayout>
 
 #include <functional>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <QProcess>
+#endif
 
 namespace {
 class SmallDialog final : public CDialog
@@ -49,6 +54,41 @@ QString at(const QPoint& place)
     return QStringLiteral("%1 %2").arg(place.x()).arg(place.y());
 }
 
+#ifdef Q_OS_WIN
+void sendButton(DWORD action)
+{
+    INPUT input = {};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = action;
+    QCOMPARE(SendInput(1, &input, sizeof input), 1U);
+    QCoreApplication::processEvents();
+}
+
+/// Moves and presses the mouse through Windows, by commands as xdotool takes them.
+void useMouse(const QString& commands)
+{
+    const QStringList words = commands.split(QLatin1Char(' '));
+    for (int n = 0; n < words.size(); ++n) {
+        const QString& word = words.at(n);
+        if (word == QLatin1String("mousemove")) {
+            QVERIFY(SetCursorPos(words.value(n + 1).toInt(), words.value(n + 2).toInt()));
+            // A thread reads its own input; the commands of another program give it time to.
+            QCoreApplication::processEvents();
+        }
+        if (word == QLatin1String("mousedown") || word == QLatin1String("click"))
+            sendButton(MOUSEEVENTF_LEFTDOWN);
+        if (word == QLatin1String("mouseup") || word == QLatin1String("click"))
+            sendButton(MOUSEEVENTF_LEFTUP);
+    }
+}
+
+QPoint placeOnDisplay(const QWidget& window)
+{
+    RECT frame = {};
+    GetWindowRect(reinterpret_cast<HWND>(window.effectiveWinId()), &frame);
+    return {frame.left, frame.top};
+}
+#else
 QByteArray xdotool(const QString& commands)
 {
     QProcess process;
@@ -79,6 +119,7 @@ QPoint placeOnDisplay(const QWidget& window)
     }
     return place;
 }
+#endif
 
 struct Window
 {

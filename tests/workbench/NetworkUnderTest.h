@@ -14,7 +14,8 @@
 
 #include <functional>
 
-constexpr quint32 kFirst = 0x7F000101; // 127.0.1.1
+constexpr quint32 kFirst = 0x7F000101;    // 127.0.1.1
+constexpr quint32 kStranger = 0x7F000201; // 127.0.2.1
 constexpr int kShortMs = 100;
 constexpr int kLongMs = 10000; ///< No test waits for the end of it.
 
@@ -88,6 +89,14 @@ struct NetworkUnderTest
     SimulatorProgram simulator;
     WorkbenchUnderTest workbench;
 };
+
+/// Returns the state of a processor that has this name.
+inline DeviceState named(const char* name)
+{
+    DeviceState state;
+    state.name = QString::fromUtf8(name);
+    return state;
+}
 
 /// Somebody on this PC who answers probes as told, and connections, too.
 class Stranger final : public QObject

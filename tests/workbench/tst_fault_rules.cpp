@@ -9,6 +9,9 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <chrono>
+#include <future>
+
 namespace {
 
 const Operations::Operation& operation(const char* name)
@@ -28,6 +31,7 @@ private slots:
     void shouldReadAndWriteRulesAsTexts();
     void shouldRefuseWrongRules_data();
     void shouldRefuseWrongRules();
+    void shouldLetAThreadGoWhenTheRulesChange();
     void shouldStrikeTheGivenCallOnly();
     void shouldStrikeAlikeForTheSameSeed();
     void shouldKeepRulesInTheProjectFile();
@@ -102,6 +106,22 @@ void FaultRulesTest::shouldRefuseWrongRules()
     QString found;
     QVERIFY(!faultOfWords(text.split(QLatin1Char(' ')), found));
     QVERIFY2(found.startsWith(problem), qPrintable(found));
+}
+
+void FaultRulesTest::shouldLetAThreadGoWhenTheRulesChange()
+{
+    FaultPlan plan;
+    auto kept = std::async(std::launch::async, [&plan] { plan.keepThread(std::chrono::hours(1)); });
+    const auto isGone = [&kept] {
+        return kept.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    };
+    // More than once, as the thread may not be there yet.
+    int changes = 0;
+    const auto change = [&] {
+        plan.setRules({rule(++changes % 2 == 0 ? "* slow 1" : "* slow 2")});
+        return isGone();
+    };
+    QTRY_VERIFY(change());
 }
 
 void FaultRulesTest::shouldStrikeTheGivenCallOnly()

@@ -340,6 +340,28 @@ void FieldEditingTest::shouldEditTheIpList()
     QCOMPARE(fields.text(QStringLiteral("10.0.0.7")), QStringLiteral("eight"));
     test.action(ActionId::Undo)->trigger();
     QCOMPARE(fields.text(QStringLiteral("10.0.0.8")), QStringLiteral("eight"));
+
+    // Tab leads from cell to cell, then to the next row, and back with Shift.
+    QTreeWidget* view = test.window.records().fields();
+    const auto place = [&] {
+        const QModelIndex at = view->currentIndex();
+        return QStringLiteral("%1 %2 %3")
+            .arg(at.row())
+            .arg(at.column())
+            .arg(fields.editor() ? fields.editor()->text() : QStringLiteral("no editor"));
+    };
+    fields.open(QStringLiteral("10.0.0.8"), 0);
+    QTest::keyClick(fields.editor(), Qt::Key_Tab);
+    QCOMPARE(place(), QStringLiteral("0 1 eight"));
+    QTest::keyClicks(fields.editor(), QStringLiteral("acht"));
+    QTest::keyClick(fields.editor(), Qt::Key_Tab);
+    QCOMPARE(place(), QStringLiteral("1 0 10.0.0.9"));
+    QCOMPARE(fields.text(QStringLiteral("10.0.0.8")), QStringLiteral("acht"));
+    QTest::keyClick(fields.editor(), Qt::Key_Backtab);
+    QCOMPARE(place(), QStringLiteral("0 1 acht"));
+    fields.open(QStringLiteral("10.0.0.9"), 1);
+    QTest::keyClick(fields.editor(), Qt::Key_Tab);
+    QCOMPARE(place(), QStringLiteral("1 1 no editor"));
 }
 
 TSA_TEST_MAIN(FieldEditingTest)

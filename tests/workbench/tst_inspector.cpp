@@ -115,6 +115,7 @@ private slots:
     void shouldDescribeCellsAgainAfterAChange();
     void shouldListTheForemostWindowFirst();
     void shouldReportTheFocusedElement();
+    void shouldAnswerEveryClient_data();
     void shouldAnswerEveryClient();
 #ifdef Q_OS_UNIX // A local socket is no file on Windows.
     void shouldReplaceASocketThatNobodyListensTo();
@@ -255,11 +256,21 @@ void InspectorTest::shouldReportTheFocusedElement()
     QVERIFY(Inspector::tree()[QLatin1String("focus")].isNull());
 }
 
+void InspectorTest::shouldAnswerEveryClient_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::newRow("little") << 10;
+    // More than a pipe takes before the client reads.
+    QTest::newRow("much") << 1000000;
+}
+
 void InspectorTest::shouldAnswerEveryClient()
 {
+    QFETCH(int, size);
     const QTemporaryDir folder;
     const QString name = folder.filePath(QStringLiteral("inspector"));
     Window window;
+    window.setAccessibleDescription(QString(size, QLatin1Char('x')));
     window.open();
     Inspector inspector;
     QString problem;

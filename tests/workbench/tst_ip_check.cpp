@@ -6,7 +6,14 @@
 #include "tests/support/WarningTrap.h"
 
 #include <QTest>
+#include <QtAlgorithms>
 #include <QtEndian>
+
+#ifdef Q_OS_WIN
+#include <winsock2.h>
+
+#include <iphlpapi.h>
+#endif
 
 namespace {
 
@@ -28,6 +35,50 @@ PcNetwork office()
     return network;
 }
 
+#ifdef Q_OS_WIN
+/// Returns the addresses of the PC with their prefixes, but those of loopback.
+QStringList adapterTable()
+{
+    ULONG size = 0;
+    GetIpAddrTable(nullptr, &size, FALSE);
+    QByteArray memory(static_cast<int>(size), '\0');
+    auto* table = reinterpret_cast<MIB_IPADDRTABLE*>(memory.data());
+    QStringList texts;
+    if (GetIpAddrTable(table, &size, FALSE) != NO_ERROR)
+        return texts;
+    for (DWORD n = 0; n < table->dwNumEntries; ++n) {
+        const quint32 address = qFromBigEndian(quint32{table->table[n].dwAddr});
+        if (address >> 24U != 127) {
+            texts.append(QStringLiteral("%1/%2")
+                             .arg(dottedAddress(address))
+                             .arg(qPopulationCount(quint32{table->table[n].dwMask})));
+        }
+    }
+    texts.sort();
+    return texts;
+}
+
+/// Returns the gateways of the default routes.
+QStringList gatewayTable()
+{
+    ULONG size = 0;
+    GetIpForwardTable(nullptr, &size, FALSE);
+    QByteArray memory(static_cast<int>(size), '\0');
+    auto* table = reinterpret_cast<MIB_IPFORWARDTABLE*>(memory.data());
+    QStringList texts;
+    if (GetIpForwardTable(table, &size, FALSE) != NO_ERROR)
+        return texts;
+    for (DWORD n = 0; n < table->dwNumEntries; ++n) {
+        const MIB_IPFORWARDROW& row = table->table[n];
+        if (row.dwForwardDest == 0 && row.dwForwardNextHop != 0)
+            texts.append(dottedAddress(qFromBigEndian(quint32{row.dwForwardNextHop})));
+    }
+    texts.removeDuplicates();
+    texts.sort();
+    return texts;
+}
+#endif
+
 } // namespace
 
 class IpCheckTest : public QObject
@@ -44,6 +95,9 @@ private slots:
     void shouldFindNoGatewayInOtherTexts_data();
     void shouldFindNoGatewayInOtherTexts();
     void shouldReadTheNetworkOfThisPc();
+#ifdef Q_OS_WIN // Only Windows has these tables.
+    void shouldReadWhatTheTablesOfWindowsHave();
+#endif
     void shouldReadTheNetworkOnceASecond();
 };
 
@@ -179,6 +233,25 @@ void IpCheckTest::shouldReadTheNetworkOfThisPc()
     }
     QVERIFY(!network.gateways.contains(0));
 }
+
+#ifdef Q_OS_WIN
+void IpCheckTest::shouldReadWhatTheTablesOfWindowsHave()
+{
+    const PcNetwork network = readPcNetwork();
+    QStringList adapters;
+    for (const PcAdapter& adapter : network.adapters) {
+        adapters.append(
+            QStringLiteral("%1/%2").arg(dottedAddress(adapter.address)).arg(adapter.prefixLength));
+    }
+    adapters.sort();
+    QCOMPARE(adapters, adapterTable());
+    QStringList gateways;
+    for (const quint32 gateway : network.gateways)
+        gateways.append(dottedAddress(gateway));
+    gateways.sort();
+    QCOMPARE(gateways, gatewayTable());
+}
+#endif
 
 void IpCheckTest::shouldReadTheNetworkOnceASecond()
 {

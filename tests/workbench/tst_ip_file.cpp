@@ -71,6 +71,8 @@ private slots:
     void shouldReadNamesOfOtherEncodings_data();
     void shouldReadNamesOfOtherEncodings();
     void shouldReadGbkWhereTheSystemHasItsOwnUtf8();
+    void shouldReadBytesOfSeveralEncodings_data();
+    void shouldReadBytesOfSeveralEncodings();
     void shouldReadWhatAnExportWrites_data();
     void shouldReadWhatAnExportWrites();
 };
@@ -212,6 +214,30 @@ void IpFileTest::shouldReadGbkWhereTheSystemHasItsOwnUtf8()
     const QByteArray bytes =
         QTextCodec::codecForName("GBK")->fromUnicode(QStringLiteral("10.0.0.1,") + name);
     QCOMPARE(linesText(parseIpFile(bytes)), QStringLiteral("1:10.0.0.1(%1)").arg(name));
+}
+
+void IpFileTest::shouldReadBytesOfSeveralEncodings_data()
+{
+    QTest::addColumn<QByteArray>("locale");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("name");
+    // GBK for one character, UTF-8 for another.
+    const QByteArray either("\xC4\xA3");
+    QTest::newRow("GBK") << QByteArray("GBK") << either << QString::fromUtf8("\u6A21");
+    QTest::newRow("UTF-8") << QByteArray("UTF-8") << either << QString::fromUtf8("\u0123");
+    QTest::newRow("neither") << QByteArray("windows-1252") << either << QString::fromUtf8("\u0123");
+    QTest::newRow("UTF-8 with more of it")
+        << QByteArray("GBK") << either + "\xE5\xA4\xA7" << QString::fromUtf8("\u0123\u5927");
+}
+
+void IpFileTest::shouldReadBytesOfSeveralEncodings()
+{
+    QFETCH(QByteArray, locale);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, name);
+    const LocaleCodec usual(locale);
+    QCOMPARE(linesText(parseIpFile("10.0.0.1," + bytes)),
+             QStringLiteral("1:10.0.0.1(%1)").arg(name));
 }
 
 void IpFileTest::shouldReadWhatAnExportWrites_data()

@@ -3,6 +3,7 @@
 #include "plugin/TargetSelectArea.h"
 #include "tests/ipmanage/ManageTest.h"
 #include "tests/support/LocaleCodec.h"
+#include "tests/support/UnusualFolder.h"
 #include "tests/workbench/HandlerUnderTest.h"
 
 #include <QTemporaryDir>
@@ -44,18 +45,25 @@ private slots:
 void IpRoundTripTest::shouldImportWhatWasExported_data()
 {
     QTest::addColumn<QByteArray>("encoding");
-    QTest::newRow("the system's encoding") << QByteArray();
-    QTest::newRow("UTF-8") << QByteArray("UTF-8");
+    QTest::addColumn<QString>("place");
+    QTest::newRow("the system's encoding") << QByteArray() << QString();
+    QTest::newRow("UTF-8") << QByteArray("UTF-8") << QString();
+    QTest::newRow("Chinese letters") << QByteArray() << QStringLiteral("Chinese");
+    QTest::newRow("long path") << QByteArray() << QStringLiteral("long");
 }
 
 void IpRoundTripTest::shouldImportWhatWasExported()
 {
     QFETCH(QByteArray, encoding);
+    QFETCH(QString, place);
     const LocaleCodec usual(encoding.isEmpty() ? nullptr : QTextCodec::codecForName(encoding));
     const QStringList names = encodableTexts(exportableNames(), *QTextCodec::codecForLocale());
     QVERIFY(names.size() > 5);
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("ipList.txt"));
+    const QString path =
+        (place.isEmpty() ? folder.path()
+                         : makeUnusualFolder(folder.path(), place == QLatin1String("long")))
+        + QStringLiteral("/ipList.txt");
     HandlerUnderTest workbench;
     DialogTest test;
     test.panel.area().m_controlHandler =

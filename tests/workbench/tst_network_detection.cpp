@@ -14,9 +14,7 @@
 
 namespace {
 
-constexpr quint32 kStranger = 0x7F000201; // 127.0.2.1
 constexpr quint32 kCancelled = 0xE0830001;
-constexpr int kByIpList = 2;
 constexpr int kSilenceMs = 500; ///< Far more than an answer takes in a slow build.
 
 /// Calls `act` from the event loop of the next detection, when it has found all processors.
@@ -31,13 +29,6 @@ void duringDetection(NetworkUnderTest& test, int count, const std::function<void
                          once->deleteLater();
                          QTimer::singleShot(0, qApp, act);
                      });
-}
-
-DeviceState named(const char* name)
-{
-    DeviceState state;
-    state.name = QString::fromUtf8(name);
-    return state;
 }
 
 } // namespace
@@ -79,9 +70,10 @@ void NetworkDetectionTest::shouldFindAll_data()
     QTest::addColumn<Notifier::Delivery>("delivery");
     using Delivery = Notifier::Delivery;
     QTest::newRow("by broadcast") << 0 << Delivery::NotifyingThread;
-    QTest::newRow("by the IP list") << kByIpList << Delivery::NotifyingThread;
+    QTest::newRow("by the IP list") << kDetectByAddress << Delivery::NotifyingThread;
     QTest::newRow("by broadcast, events on the GUI thread") << 0 << Delivery::GuiThread;
-    QTest::newRow("by the IP list, events on the GUI thread") << kByIpList << Delivery::GuiThread;
+    QTest::newRow("by the IP list, events on the GUI thread")
+        << kDetectByAddress << Delivery::GuiThread;
 }
 
 void NetworkDetectionTest::shouldFindAll()
@@ -127,7 +119,7 @@ void NetworkDetectionTest::shouldFindAll()
 
 void NetworkDetectionTest::shouldAskOnlyTheIpList()
 {
-    NetworkUnderTest test(4, kByIpList);
+    NetworkUnderTest test(4, kDetectByAddress);
     test.workbench.store().changeIpList([](IpList& list) {
         list.remove(kFirst + 3);
         list.append({0xC0A80001, QStringLiteral("elsewhere")});
@@ -311,7 +303,7 @@ void NetworkDetectionTest::shouldKeepToTheProcessorsAfterUndo()
 
 void NetworkDetectionTest::shouldFindOneAgainThatMissedADetection()
 {
-    NetworkUnderTest test(2, kByIpList);
+    NetworkUnderTest test(2, kDetectByAddress);
     test.detect();
     QCOMPARE(test.onlineCount(), 2);
     // Its connection lives, and it does not answer this time.
@@ -376,7 +368,7 @@ void NetworkDetectionTest::shouldKeepStrangersOut_data()
 void NetworkDetectionTest::shouldKeepStrangersOut()
 {
     QFETCH(QString, kind);
-    NetworkUnderTest test(3, kByIpList);
+    NetworkUnderTest test(3, kDetectByAddress);
     test.workbench.store().changeIpList([](IpList& list) {
         return list.append({kStranger, QString()}) == IpRefusal::None;
     });

@@ -5,20 +5,6 @@
 #include <memory>
 #include <vector>
 
-namespace {
-
-constexpr quint32 kStranger = 0x7F000201; // 127.0.2.1
-constexpr int kByIpList = 2;
-
-DeviceState named(const char* name)
-{
-    DeviceState state;
-    state.name = QString::fromUtf8(name);
-    return state;
-}
-
-} // namespace
-
 /// Reports that come in another order than the host would wish.
 class NetworkReportsTest final : public QObject
 {
@@ -86,7 +72,7 @@ void NetworkReportsTest::shouldNotTakeBackWhatAProcessorHasNotDoneYet()
 
 void NetworkReportsTest::shouldAddProcessorsByTheirAddresses()
 {
-    NetworkUnderTest test(1, kByIpList);
+    NetworkUnderTest test(1, kDetectByAddress);
     QList<quint32> addresses;
     for (quint32 at = 0; at < 9; ++at)
         addresses.append(kStranger + at);

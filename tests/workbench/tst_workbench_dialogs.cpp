@@ -13,6 +13,21 @@
 #include <QSpinBox>
 #include <QTreeWidget>
 
+namespace {
+
+/// Returns the field with this label.
+template <typename Field>
+Field* fieldOf(const QWidget& dialog, const QString& label)
+{
+    for (auto* field : dialog.findChildren<Field*>()) {
+        if (field->accessibleName() == label)
+            return field;
+    }
+    return nullptr;
+}
+
+} // namespace
+
 /// The dialogs that set what the host answers, holds and raises.
 class WorkbenchDialogsTest : public QObject
 {
@@ -96,11 +111,11 @@ void WorkbenchDialogsTest::shouldRaiseAnyEvent()
     const auto raise = [&](int number, int type, const QString& value) {
         test.action(ActionId::RaiseEvent)->trigger();
         auto* dialog = openDialog<RaiseEventDialog>();
-        dialog->numberField()->setValue(number);
+        fieldOf<QSpinBox>(*dialog, QStringLiteral("Number"))->setValue(number);
         if (type >= 0)
-            dialog->typeField()->setCurrentIndex(type);
+            fieldOf<QComboBox>(*dialog, QStringLiteral("Argument type"))->setCurrentIndex(type);
         if (!value.isNull())
-            dialog->valueField()->setText(value);
+            fieldOf<QLineEdit>(*dialog, QStringLiteral("Argument"))->setText(value);
         dialog->accept();
         const bool accepted = !dialog->isVisible();
         dialog->reject();
@@ -176,8 +191,19 @@ void WorkbenchDialogsTest::shouldEditDeviceSets()
         QTest::keyClick(editor, Qt::Key_Return);
         settle();
     };
-    type(0, QStringLiteral("Evening"));
-    type(2, QStringLiteral("7"));
+    list->setCurrentItem(list->topLevelItem(0), 0);
+    QTest::keyClick(list, Qt::Key_F2);
+    for (const char* text : {"Evening", "6", "7"}) {
+        auto* editor = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+        QVERIFY2(editor && list->isAncestorOf(editor), text);
+        editor->selectAll();
+        QTest::keyClicks(editor, QString::fromLatin1(text));
+        QTest::keyClick(editor, Qt::Key_Tab);
+    }
+    QCOMPARE(list->topLevelItem(0)->text(1), QStringLiteral("6"));
+    QCOMPARE(list->currentIndex().siblingAtColumn(0), list->model()->index(1, 0));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    settle();
     for (const char* wrong : {"-1", "4294967296", "1.5", "x", ""}) {
         type(1, QString::fromLatin1(wrong));
         auto* editor = list->viewport()->findChild<QLineEdit*>();

@@ -199,6 +199,9 @@ void WorkbenchFilesTest::shouldSaveAndRecoverTheLargestProject()
     QVERIFY(!copy.write({}, tooLarge, problem));
     QVERIFY2(problem.contains(QStringLiteral("larger than 64 MiB")), qPrintable(problem));
     QVERIFY2(copy.read(problem), "the former copy is kept");
+    QVERIFY(!saveProject(tooLarge, path, problem));
+    QVERIFY2(problem.contains(QStringLiteral("larger than 64 MiB")), qPrintable(problem));
+    QVERIFY2(loadProject(path, problem), "the former file is kept");
     copy.remove();
 }
 

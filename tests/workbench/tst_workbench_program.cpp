@@ -1,20 +1,50 @@
 #include "tests/support/ProgramRun.h"
 #include "tests/support/WarningTrap.h"
 
+#include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QLocalServer>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QUuid>
+
+#include <utility>
 
 namespace {
+
+QStringList withPanel(const QStringList& arguments)
+{
+    return QStringList{QStringLiteral("--library"), QStringLiteral(WORKBENCH_PANEL_LIBRARY)}
+           + arguments;
+}
 
 /// Runs the workbench's self-test with the panel.
 ProgramRun selfTest(const QStringList& arguments)
 {
     return runProgram(QStringLiteral(WORKBENCH_PROGRAM),
-                      QStringList{QStringLiteral("--self-test"), QStringLiteral("--library"),
-                                  QStringLiteral(WORKBENCH_PANEL_LIBRARY)}
-                          + arguments);
+                      withPanel(QStringList{QStringLiteral("--self-test")} + arguments));
+}
+
+/// Runs a script on the project of that path.
+ProgramRun runScript(const QByteArray& script, const QString& project,
+                     const QStringList& arguments = {})
+{
+    return runProgram(QStringLiteral(WORKBENCH_PROGRAM),
+                      withPanel(QStringList{QStringLiteral("--script"), QStringLiteral("-"),
+                                            QStringLiteral("--project"), project}
+                                + arguments),
+                      script);
+}
+
+/// A project of one processor.
+QByteArray projectOf(const char* name)
+{
+    return QByteArrayLiteral("{\"version\": 1, \"processors\": [{\"id\": "
+                             "\"5b2d1f0c-0000-4000-8000-000000001001\", \"name\": \"")
+           + name + "\"}]}";
 }
 
 } // namespace
@@ -35,6 +65,13 @@ private slots:
     void shouldFailWhenTheTraceEnds();
 #endif
     void shouldLeaveTheSocketOfAnother();
+    void shouldHaveTheScaleOfTheDisplay_data();
+    void shouldHaveTheScaleOfTheDisplay();
+    void shouldRefuseProjects_data();
+    void shouldRefuseProjects();
+    void shouldRecordAScriptOnAProject();
+    void shouldNeverReplaceWhatAnotherProgramWrote();
+    void shouldExportTheLog();
 
 private:
     QString file(const char* name) const
@@ -147,6 +184,155 @@ void WorkbenchProgramTest::shouldLeaveTheSocketOfAnother()
 #ifdef Q_OS_UNIX // A local socket is no file on Windows.
     QVERIFY(QFile::exists(file("inspector")));
 #endif
+}
+
+void WorkbenchProgramTest::shouldHaveTheScaleOfTheDisplay_data()
+{
+    QTest::addColumn<int>("dotsPerInch");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("100 per cent") << 96 << QSize(1280, 800);
+    QTest::newRow("200 per cent") << 192 << QSize(2560, 1600);
+#ifdef Q_OS_WIN
+    QTest::newRow("125 per cent") << 120 << QSize(1600, 1000);
+    QTest::newRow("150 per cent") << 144 << QSize(1920, 1200);
+    QTest::newRow("175 per cent") << 168 << QSize(2240, 1400);
+#else
+    QTest::newRow("what an X server tells by itself") << 100 << QSize(1280, 800);
+#endif
+}
+
+void WorkbenchProgramTest::shouldHaveTheScaleOfTheDisplay()
+{
+    QFETCH(int, dotsPerInch);
+    QFETCH(QSize, size);
+    const QString script = file("picture.script");
+    QVERIFY(writeFile(script, "expect shown\npicture \"window\"\n"));
+    const QDir pictures(file("pictures"));
+    qputenv("QT_FONT_DPI", QByteArray::number(dotsPerInch));
+    const ProgramRun outcome = runProgram(
+        QStringLiteral(WORKBENCH_PROGRAM),
+        {QStringLiteral("--library"), QStringLiteral(WORKBENCH_PANEL_LIBRARY),
+         QStringLiteral("--script"), script, QStringLiteral("--pictures"), pictures.path()});
+    qunsetenv("QT_FONT_DPI");
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    const QStringList files = pictures.entryList(QDir::Files);
+    QCOMPARE(files.size(), 1);
+    QCOMPARE(QImage(pictures.filePath(files.first())).size(), size);
+}
+
+void WorkbenchProgramTest::shouldRefuseProjects_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("field twice") << QByteArray(
+        "{\"version\": 1,\n \"ipList\": [],\n \"ipList\": []}")
+                                 << QStringLiteral("line 3, column 2: this field occurs twice");
+    QTest::newRow("out of range") << QByteArray(
+        "{\"version\": 1,\n \"answers\": {\"detectPauseMs\": 10001}}")
+                                  << QStringLiteral("line 2, column 31: answers.detectPauseMs: ");
+    QTest::newRow("time-out out of range")
+        << QByteArray("{\"version\": 1,\n \"network\": {\"probeTimeoutMs\": 10}}")
+        << QStringLiteral("line 2, column 32: network.probeTimeoutMs: ");
+    QTest::newRow("a name of 15 MB")
+        << projectOf(QByteArray(15000000, 'x').constData())
+        << QStringLiteral("processors[0].name: the name has more than 4096 characters");
+    QByteArray groups;
+    for (int number = 0; number < 20000; ++number)
+        groups += QStringLiteral("%1{\"id\": \"%2\"}")
+                      .arg(number > 0 ? QStringLiteral(",") : QString(),
+                           QUuid(static_cast<uint>(number) + 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0)
+                               .toString(QUuid::WithoutBraces))
+                      .toLatin1();
+    QTest::newRow("20,000 groups")
+        << "{\"version\": 1, \"groups\": [" + groups + "]}"
+        << QStringLiteral("groups[1000]: a project holds at most 1000 groups");
+}
+
+void WorkbenchProgramTest::shouldRefuseProjects()
+{
+    QFETCH(QByteArray, json);
+    QFETCH(QString, reason);
+    QVERIFY(writeFile(file("refused.json"), json));
+    const ProgramRun outcome = selfTest({QStringLiteral("--project"), file("refused.json")});
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(reason), qPrintable(outcome.errors));
+    QVERIFY(contentOf(file("refused.json")) == json);
+}
+
+void WorkbenchProgramTest::shouldRecordAScriptOnAProject()
+{
+    QVERIFY(writeFile(file("one.json"), projectOf("One")));
+    ProgramRun outcome = runScript("click row \"One\"\npress F2\ntype \"Two\"\npress Return\n"
+                                   "expect row \"Two\"\n",
+                                   file("one.json"),
+                                   {QStringLiteral("--record"), file("session.jsonl"),
+                                    QStringLiteral("--trace"), file("session.txt")});
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    QCOMPARE(contentOf(file("one.json")), projectOf("One"));
+    QVERIFY(contentOf(file("session.txt")).contains("RenameProcessor"));
+    QVERIFY(contentOf(file("session.jsonl")).contains("\"name\":\"RenameProcessor\""));
+    outcome = runProgram(QStringLiteral(WORKBENCH_PROGRAM),
+                         withPanel({QStringLiteral("--replay"), file("session.jsonl")}));
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+}
+
+/// The script takes a picture whenever this test has to play the other program.
+void WorkbenchProgramTest::shouldNeverReplaceWhatAnotherProgramWrote()
+{
+    const QByteArray script = "open \"shared.json\"\n"
+                              "expect shown\n"
+                              "host rename \"One\" \"Mine\"\n"
+                              "picture \"opened\"\n"
+                              "click \"Compare...\"\n"
+                              "expect dialog \"*\"\n"
+                              "close\n"
+                              "click \"Keep\"\n"
+                              "expect row \"Mine\"\n"
+                              "picture \"kept\"\n"
+                              "click \"Reload\"\n"
+                              "expect row \"Three\"\n"
+                              "host rename \"Three\" \"Mine again\"\n"
+                              "picture \"reloaded\"\n"
+                              "expect button \"Reload\" enabled\n"
+                              "command \"Save\"\n"
+                              "expect message \"*Save the project all the same?*\"\n"
+                              "reply \"Cancel\"\n"
+                              "expect row \"Mine again\"\n";
+    QVERIFY(writeFile(file("shared.json"), projectOf("One")));
+    QVERIFY(writeFile(file("shared.script"), script));
+    QProcess program;
+    program.start(QStringLiteral(WORKBENCH_PROGRAM),
+                  withPanel({QStringLiteral("--script"), file("shared.script"),
+                             QStringLiteral("--pictures"), file("pictures")}));
+    const std::pair<const char*, const char*> changes[] = {
+        {"01-opened.png", "Two"}, {"02-kept.png", "Three"}, {"03-reloaded.png", "Four"}};
+    for (const auto& [picture, name] : changes) {
+        const QString taken = file("pictures/") + QLatin1String(picture);
+        QTRY_VERIFY2(QFile::exists(taken) || program.state() == QProcess::NotRunning, picture);
+        QVERIFY(writeFile(file("shared.json"), projectOf(name)));
+    }
+    QVERIFY(program.waitForFinished());
+    QVERIFY2(program.exitCode() == 0, program.readAllStandardError().constData());
+    QCOMPARE(contentOf(file("shared.json")), projectOf("Four"));
+}
+
+void WorkbenchProgramTest::shouldExportTheLog()
+{
+    QVERIFY(writeFile(file("one.json"), projectOf("One")));
+    const auto exported = [this](const char* name) {
+        return "click \"Export...\"\nexpect dialog \"*\"\nfill \"fileNameEdit\" \""
+               + file(name).toUtf8() + "\"\npress Return\nexpect no dialog\n";
+    };
+    const ProgramRun outcome = runScript("expect shown\nclick row \"One\"\n" + exported("log.txt")
+                                             + "click \"Painting\"\n" + exported("all.txt"),
+                                         file("one.json"));
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    const QString log = QString::fromUtf8(contentOf(file("log.txt")));
+    const QRegularExpression timed(
+        QStringLiteral("\tcall\tGUI\tReportSelection[^\n]*\t[\\d.]+ ms\n"));
+    QVERIFY2(log.contains(timed), qPrintable(log));
+    QVERIFY2(!log.contains(QStringLiteral("ShowProcessorMoreButton")), qPrintable(log));
+    QVERIFY(contentOf(file("all.txt")).contains("ShowProcessorMoreButton"));
 }
 
 TSA_GUILESS_TEST_MAIN(WorkbenchProgramTest)

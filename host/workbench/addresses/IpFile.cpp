@@ -5,6 +5,7 @@
 
 #include <QTextCodec>
 
+#include <algorithm>
 #include <iterator>
 
 namespace {
@@ -35,11 +36,24 @@ bool isUtf8(const QTextCodec& codec)
     return codec.mibEnum() == kUtf8Mib || codec.fromUnicode(chinese) == chinese.toUtf8();
 }
 
+/// Returns whether bytes that are UTF-8 are more likely text in the encoding of the system, which
+/// is a Chinese one: what that has in two bytes can be a letter of Europe in UTF-8, but hardly ever
+/// a Chinese character, which has three there.
+bool isLikelyChinese(const QByteArray& bytes, const QTextCodec& locale)
+{
+    const auto hasByteFrom = [&bytes](uchar least) {
+        return std::any_of(bytes.begin(), bytes.end(),
+                           [least](char byte) { return static_cast<uchar>(byte) >= least; });
+    };
+    return locale.fromUnicode(QString(QChar(0x5927))).size() == 2 && hasByteFrom(0x80)
+           && !hasByteFrom(0xE0);
+}
+
 QTextCodec* codecFor(const QByteArray& bytes)
 {
-    if (bytes.startsWith(kByteOrderMark) || isUtf8(bytes))
-        return utf8();
     QTextCodec* locale = QTextCodec::codecForLocale();
+    if (bytes.startsWith(kByteOrderMark) || (isUtf8(bytes) && !isLikelyChinese(bytes, *locale)))
+        return utf8();
     if (!isUtf8(*locale))
         return locale;
     QTextCodec* chinese = QTextCodec::codecForName("GB18030");
@@ -80,10 +94,10 @@ private:
     int m_number = 0;
 };
 
-class Parser final
+class IpFileParser final
 {
 public:
-    explicit Parser(QTextCodec& codec)
+    explicit IpFileParser(QTextCodec& codec)
         : m_codec(codec)
     {
     }
@@ -143,7 +157,7 @@ void ImportedIpList::refuse(const RefusedIpLine& line)
 ImportedIpList parseIpFile(const QByteArray& bytes)
 {
     Lines lines(bytes);
-    Parser parser(*codecFor(bytes));
+    IpFileParser parser(*codecFor(bytes));
     while (!lines.atEnd()) {
         const QByteArray line = lines.next();
         parser.add(line, lines.number());

@@ -8,6 +8,15 @@
 
 #include <utility>
 
+#ifdef Q_OS_WIN
+#include <QByteArray>
+
+#include <winsock2.h>
+
+#include <iphlpapi.h>
+#include <ws2tcpip.h>
+#endif
+
 namespace {
 
 /// The columns of /proc/net/route, separated by tabs below a line of headings; see proc(5).
@@ -26,14 +35,54 @@ quint32 routeNumber(const QByteArray& column, bool& isRoute)
     return number;
 }
 
-void addAdapters(const QNetworkInterface& interface, QList<PcAdapter>& adapters)
+void addAdapters(const QNetworkInterface& device, QList<PcAdapter>& adapters)
 {
-    const QList<QNetworkAddressEntry> entries = interface.addressEntries();
+    const QList<QNetworkAddressEntry> entries = device.addressEntries();
     for (const QNetworkAddressEntry& entry : entries) {
         if (entry.ip().protocol() == QAbstractSocket::IPv4Protocol)
             adapters.append({entry.ip().toIPv4Address(), entry.prefixLength()});
     }
 }
+
+#ifdef Q_OS_WIN
+/// Returns the default gateways of the active adapters.
+QList<quint32> readGateways()
+{
+    constexpr ULONG kFlags = GAA_FLAG_INCLUDE_GATEWAYS | GAA_FLAG_SKIP_ANYCAST
+                             | GAA_FLAG_SKIP_MULTICAST | GAA_FLAG_SKIP_DNS_SERVER;
+    ULONG size = 16384;
+    QByteArray memory;
+    ULONG result = ERROR_BUFFER_OVERFLOW;
+    // There may be more of them each time.
+    for (int attempt = 0; result == ERROR_BUFFER_OVERFLOW && attempt < 3; ++attempt) {
+        memory.resize(static_cast<int>(size));
+        result =
+            GetAdaptersAddresses(AF_INET, kFlags, nullptr,
+                                 reinterpret_cast<IP_ADAPTER_ADDRESSES*>(memory.data()), &size);
+    }
+    QList<quint32> gateways;
+    if (result != ERROR_SUCCESS)
+        return gateways;
+    const auto* adapter = reinterpret_cast<const IP_ADAPTER_ADDRESSES*>(memory.constData());
+    for (; adapter; adapter = adapter->Next) {
+        if (adapter->OperStatus != IfOperStatusUp)
+            continue;
+        for (const auto* gateway = adapter->FirstGatewayAddress; gateway; gateway = gateway->Next) {
+            const quint32 address = QHostAddress(gateway->Address.lpSockaddr).toIPv4Address();
+            if (address != 0 && !gateways.contains(address))
+                gateways.append(address);
+        }
+    }
+    return gateways;
+}
+#else
+QList<quint32> readGateways()
+{
+    QFile routes(QStringLiteral("/proc/net/route"));
+    return routes.open(QIODevice::ReadOnly) ? gatewaysOfRouteTable(routes.readAll())
+                                            : QList<quint32>();
+}
+#endif
 
 qint64 steadyMs()
 {
@@ -45,16 +94,13 @@ qint64 steadyMs()
 PcNetwork readPcNetwork()
 {
     PcNetwork network;
-    const QList<QNetworkInterface> interfaces = QNetworkInterface::allInterfaces();
-    for (const QNetworkInterface& interface : interfaces) {
-        if (interface.flags().testFlag(QNetworkInterface::IsUp)
-            && !interface.flags().testFlag(QNetworkInterface::IsLoopBack))
-            addAdapters(interface, network.adapters);
+    const QList<QNetworkInterface> devices = QNetworkInterface::allInterfaces();
+    for (const QNetworkInterface& device : devices) {
+        if (device.flags().testFlag(QNetworkInterface::IsUp)
+            && !device.flags().testFlag(QNetworkInterface::IsLoopBack))
+            addAdapters(device, network.adapters);
     }
-    // Only Linux has this file; elsewhere no gateway is known.
-    QFile routes(QStringLiteral("/proc/net/route"));
-    if (routes.open(QIODevice::ReadOnly))
-        network.gateways = gatewaysOfRouteTable(routes.readAll());
+    network.gateways = readGateways();
     return network;
 }
 

@@ -7,7 +7,7 @@
 #include <functional>
 #include <optional>
 
-/// Returns the active adapters of this PC and, on Linux, its default gateways.
+/// Returns the active adapters of this PC and its default gateways.
 PcNetwork readPcNetwork();
 
 /// Returns the gateways of the default routes in the text of /proc/net/route.

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr QSize kFirstSize(720, 400);
+constexpr QSize kDialogSize(720, 400);
 
 } // namespace
 
@@ -38,5 +38,5 @@ CompareDialog::CompareDialog(const QList<ProjectDifference>& differences, QWidge
     layout->addWidget(count);
     layout->addWidget(list, 1);
     layout->addWidget(buttons);
-    resize(kFirstSize);
+    resize(kDialogSize);
 }

@@ -1,6 +1,7 @@
 #include "host/workbench/dialogs/DeviceSetsDialog.h"
 
 #include "host/workbench/dialogs/FieldDelegate.h"
+#include "host/workbench/dialogs/FieldTable.h"
 #include "host/workbench/project/FieldEdit.h"
 #include "host/workbench/project/Guid.h"
 #include "host/workbench/project/ProjectRanges.h"
@@ -35,7 +36,7 @@ QString fieldOf(int column)
 DeviceSetsDialog::DeviceSetsDialog(ProjectStore& store, QWidget* parent)
     : FormDialog(tr("Device sets"), parent)
     , m_store(store)
-    , m_list(new QTreeWidget(this))
+    , m_list(new FieldTable(this))
     , m_current(new QComboBox(this))
     , m_add(new QPushButton(tr("&Add"), this))
 {
@@ -64,10 +65,6 @@ QString DeviceSetsDialog::complete()
 void DeviceSetsDialog::buildList()
 {
     m_list->setMinimumSize(kListSize);
-    m_list->setRootIsDecorated(false);
-    m_list->setUniformRowHeights(true);
-    m_list->setAllColumnsShowFocus(false);
-    m_list->setSelectionBehavior(QAbstractItemView::SelectItems);
     m_list->setColumnCount(static_cast<int>(std::size(kFields)));
     m_list->setHeaderLabels({tr("Text"), fieldOf(1), fieldOf(2)});
     m_list->header()->setStretchLastSection(false);

@@ -11,7 +11,7 @@
 
 namespace {
 
-struct Messages
+struct PromptsMessages
 {
     Q_DECLARE_TR_FUNCTIONS(Prompts)
 };
@@ -22,8 +22,8 @@ QInputDialog* prompt(QWidget* parent, const QString& title, const QString& label
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setWindowTitle(title);
     dialog->setLabelText(label);
-    dialog->setOkButtonText(Messages::tr("OK"));
-    dialog->setCancelButtonText(Messages::tr("Cancel"));
+    dialog->setOkButtonText(PromptsMessages::tr("OK"));
+    dialog->setCancelButtonText(PromptsMessages::tr("Cancel"));
     dialog->resize(360, dialog->sizeHint().height());
     return dialog;
 }
@@ -68,7 +68,7 @@ void showProblem(QWidget* parent, const QString& problem)
     auto* box = new QMessageBox(QMessageBox::Warning, custom_software_name(), problem,
                                 QMessageBox::Ok, parent);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    box->button(QMessageBox::Ok)->setText(Messages::tr("OK"));
+    box->button(QMessageBox::Ok)->setText(PromptsMessages::tr("OK"));
     box->setTextFormat(Qt::PlainText);
     box->open();
 }

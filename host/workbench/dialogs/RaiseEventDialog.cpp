@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int kLastNumber = 255;
+constexpr int kLastEvent = 255;
 
 using EventNumber::ArgumentType;
 
@@ -51,7 +51,7 @@ RaiseEventDialog::RaiseEventDialog(Project project, const QList<QUuid>& selected
     , m_type(new QComboBox(this))
     , m_value(new QLineEdit(this))
 {
-    m_number->setRange(0, kLastNumber);
+    m_number->setRange(0, kLastEvent);
     m_number->setValue(EventNumber::ProcessorChanged);
     m_type->addItems({tr("none"), tr("whole number"), tr("identity"), tr("list of identities"),
                       tr("device sets of the project"), tr("identity and record")});

@@ -18,10 +18,6 @@ public:
     /// `project` supplies device sets and records, `selected` the proposed identities.
     RaiseEventDialog(Project project, const QList<QUuid>& selected, QWidget* parent);
 
-    QSpinBox* numberField() const { return m_number; }
-    QComboBox* typeField() const { return m_type; }
-    QLineEdit* valueField() const { return m_value; }
-
 signals:
     void chosen(const HostEvent& event);
 

@@ -1,5 +1,6 @@
 #include "host/workbench/events/Notifier.h"
 
+#include "host/workbench/trace/ThreadEnd.h"
 #include "host/workbench/trace/ThreadName.h"
 #include "host/workbench/trace/TraceModel.h"
 
@@ -13,7 +14,6 @@
 
 namespace {
 
-constexpr unsigned long kJoinStepMs = 5;
 constexpr std::chrono::milliseconds kWaitStep(1);
 
 } // namespace
@@ -101,8 +101,7 @@ void Notifier::stop()
         m_queue.clear();
     }
     m_changed.notify_all();
-    while (!m_thread->wait(kJoinStepMs))
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    waitForEnd(*m_thread);
 }
 
 /// Queues `event` if the notifying thread has to deliver it, and returns whether it has. After the

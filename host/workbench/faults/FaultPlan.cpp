@@ -11,13 +11,19 @@ FaultPlan::Counted FaultPlan::fresh(const FaultRule& rule)
 void FaultPlan::setRules(const QList<FaultRule>& rules)
 {
     const std::lock_guard guard(m_mutex);
+    bool isChanged = m_rules.size() != static_cast<std::size_t>(rules.size());
     std::vector<Counted> counted;
     for (int at = 0; at < rules.size(); ++at) {
         const auto place = static_cast<std::size_t>(at);
         const bool isKept = place < m_rules.size() && m_rules[place].rule == rules.at(at);
         counted.push_back(isKept ? m_rules[place] : fresh(rules.at(at)));
+        isChanged = isChanged || !isKept;
     }
     m_rules = std::move(counted);
+    if (isChanged) {
+        ++m_changes;
+        m_rulesChanged.notify_all();
+    }
 }
 
 void FaultPlan::restart()
@@ -63,6 +69,13 @@ QList<FaultRule> FaultPlan::strike(quint32 event)
 {
     return strikeIf([&](const FaultRule& rule) { return rule.isAbout(event); },
                     [](FaultEffect) { return true; });
+}
+
+void FaultPlan::keepThread(std::chrono::milliseconds time)
+{
+    std::unique_lock guard(m_mutex);
+    m_rulesChanged.wait_for(guard, time,
+                            [this, before = m_changes] { return m_changes != before; });
 }
 
 QList<qint64> FaultPlan::strikes() const

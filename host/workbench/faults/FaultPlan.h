@@ -5,6 +5,8 @@
 #include <QList>
 #include <QObject>
 
+#include <chrono>
+#include <condition_variable>
 #include <functional>
 #include <mutex>
 #include <random>
@@ -21,7 +23,8 @@ public:
 
     using QObject::QObject;
 
-    /// Replaces the rules. A rule that stays in its place keeps its counts.
+    /// Replaces the rules. A rule that stays in its place keeps its counts. Ends every keepThread()
+    /// if the rules are other ones than before.
     void setRules(const QList<FaultRule>& rules);
 
     /// Starts to count anew, and the random numbers with it.
@@ -32,6 +35,10 @@ public:
 
     /// Counts an event and returns the rules that strike it, in their order.
     QList<FaultRule> strike(quint32 event);
+
+    /// Keeps the calling thread for so long, as a host does whose answer comes late: no events are
+    /// processed meanwhile. Returns earlier if the rules change.
+    void keepThread(std::chrono::milliseconds time);
 
     /// Returns how often each rule has struck.
     QList<qint64> strikes() const;
@@ -54,5 +61,7 @@ private:
     QList<FaultRule> strikeIf(const IsAbout& isAbout, const IsPossible& isPossible);
 
     mutable std::mutex m_mutex;
+    std::condition_variable m_rulesChanged;
     std::vector<Counted> m_rules; // guarded by m_mutex
+    quint64 m_changes = 0;        // of the rules; guarded by m_mutex
 };

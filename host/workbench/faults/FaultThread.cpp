@@ -1,16 +1,10 @@
 #include "host/workbench/faults/FaultThread.h"
 
+#include "host/workbench/trace/ThreadEnd.h"
 #include "host/workbench/trace/ThreadName.h"
 
-#include <QCoreApplication>
 #include <QMetaObject>
 #include <QTimer>
-
-namespace {
-
-constexpr unsigned long kJoinStepMs = 5;
-
-} // namespace
 
 FaultThread::FaultThread()
 {
@@ -36,6 +30,5 @@ void FaultThread::callLater(int milliseconds, const std::function<void()>& act)
 void FaultThread::stop()
 {
     m_thread.quit();
-    while (!m_thread.wait(kJoinStepMs))
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    waitForEnd(m_thread);
 }

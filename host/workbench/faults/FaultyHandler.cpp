@@ -13,6 +13,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace {
@@ -56,10 +57,8 @@ CHandlerRelay::Answer FaultyHandler::call(const Call& call, const Ask& ask)
     const auto self = shared_from_this();
     for (const FaultRule& rule : rules)
         log(QLatin1String(call.operation.name), rule);
-    // The fault itself, not a wait for anything: the host keeps the calling thread, as it does when
-    // its answer comes from a slow disk. A loop of events would let the panel go on meanwhile.
     if (const auto time = timeOf(rules, FaultEffect::Slow))
-        QThread::msleep(static_cast<unsigned long>(*time));
+        m_host.plan.keepThread(std::chrono::milliseconds(*time));
     for (const FaultRule& rule : rules)
         disturb(rule.effect);
     const bool isRefused = has(rules, FaultEffect::Refusal);

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int kTextShown = 60;
+constexpr int kCharactersShown = 60;
 
 template <typename Item>
 QString counted(const QList<Item>& items, const QString& what)
@@ -46,7 +46,8 @@ QString shortText(quint32 code)
 
 QString shortText(const QString& text)
 {
-    const QString shown = text.size() > kTextShown ? text.left(kTextShown) + QChar(0x2026) : text;
+    const QString shown =
+        text.size() > kCharactersShown ? text.left(kCharactersShown) + QChar(0x2026) : text;
     return QLatin1Char('"') + shown + QLatin1Char('"');
 }
 

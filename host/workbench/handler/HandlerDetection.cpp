@@ -19,9 +19,6 @@ namespace {
 constexpr quint32 kDetectionCancelled = 0xE0830001;
 constexpr quint32 kDetectionFailed = 0xE0830002;
 
-/// The detection strategy that uses the IP list.
-constexpr int kStrategyByAddress = 2;
-
 /// How often a pause looks whether it is over.
 constexpr int kLookMs = 10;
 
@@ -43,7 +40,7 @@ Plan planFor(const Project& project)
         plan.known.append(node.id);
         taken.insert(node.ipAddress);
     }
-    if (project.answers.detectStrategy != kStrategyByAddress)
+    if (project.answers.detectStrategy != kDetectByAddress)
         return plan;
     for (const IpEntry& entry : project.ipList.entries()) {
         if (!taken.contains(entry.address))

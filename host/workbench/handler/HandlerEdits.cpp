@@ -18,7 +18,7 @@ namespace {
 constexpr int kReplyWaitMs = 2000;
 constexpr int kLateReplyMs = 1000;
 
-void logLine(const char* function, const QString& message)
+void logEdit(const char* function, const QString& message)
 {
     AppendLog(function, "HandlerEdits.cpp", __LINE__, message.toUtf8().constData());
 }
@@ -28,7 +28,7 @@ void logEvents(const HostRequests::Request* request, const QString& message)
 {
     const QString events = request ? HostRequests::eventNumbers(*request) : QString();
     if (!events.isEmpty())
-        logLine(request->operation, message.arg(events));
+        logEdit(request->operation, message.arg(events));
 }
 
 /// Returns why `name` is invalid; empty if it is valid.
@@ -79,7 +79,7 @@ void WorkbenchHandler::AddProcessors(const QUuid& group, int count)
     edit("AddProcessors", [=] {
         const QList<QUuid> added = m_store.addProcessors(group, count);
         if (added.size() < count)
-            logLine("AddProcessors",
+            logEdit("AddProcessors",
                     QStringLiteral("%1 of %2 found room").arg(added.size()).arg(count));
         const std::lock_guard guard(m_mutex);
         m_session.addedByCount = added;
@@ -100,7 +100,7 @@ void WorkbenchHandler::AddProcessorsFromIpList(const QUuid& group, const QString
         if (const auto entry = ipEntryOfText(text))
             addresses.append(entry->address);
         else
-            logLine("AddProcessorsFromIpList", QStringLiteral("%1 is no entry").arg(text));
+            logEdit("AddProcessorsFromIpList", QStringLiteral("%1 is no entry").arg(text));
     }
     addWithAddresses("AddProcessorsFromIpList", group, addresses);
 }
@@ -109,7 +109,7 @@ void WorkbenchHandler::SetNewProcessorOutputs(int outputs)
 {
     m_trace.called("SetNewProcessorOutputs", outputs);
     if (outputs <= 0) {
-        logLine("SetNewProcessorOutputs",
+        logEdit("SetNewProcessorOutputs",
                 QStringLiteral("%1 outputs are refused: it has to be one at least").arg(outputs));
         return;
     }
@@ -150,12 +150,12 @@ void WorkbenchHandler::DeleteProcessors(const QList<QUuid>& processors)
     const bool isToBeAnnounced =
         m_store.read([](const Project& project) { return project.answers.ipManagementAvailable; });
     if (isToBeAnnounced && announced != processors)
-        logLine("DeleteProcessors", QStringLiteral("PreDeleteProcessors did not announce it"));
+        logEdit("DeleteProcessors", QStringLiteral("PreDeleteProcessors did not announce it"));
     edit("DeleteProcessors", [=] {
         const QList<QUuid> ready =
             m_store.read([&](const Project& project) { return deletable(project, processors); });
         if (ready.size() < processors.size())
-            logLine("DeleteProcessors", QStringLiteral("%1 of %2 stay")
+            logEdit("DeleteProcessors", QStringLiteral("%1 of %2 stay")
                                             .arg(processors.size() - ready.size())
                                             .arg(processors.size()));
         m_store.removeProcessors(ready);
@@ -199,7 +199,7 @@ bool WorkbenchHandler::RenameProcessor(const QUuid& id, const QString& name)
     if (refusal.isEmpty())
         edit("RenameProcessor", [=] { m_store.renameProcessor(id, name); });
     else
-        logLine("RenameProcessor", QStringLiteral("\"%1\" is refused: %2").arg(name, refusal));
+        logEdit("RenameProcessor", QStringLiteral("\"%1\" is refused: %2").arg(name, refusal));
     return m_trace.answered("RenameProcessor", refusal.isEmpty());
 }
 
@@ -212,7 +212,7 @@ void WorkbenchHandler::RenameGroup(const QUuid& id, const QString& name)
         edit("RenameGroup", [=] { m_store.renameGroup(id, name, false); });
         return;
     }
-    logLine("RenameGroup", QStringLiteral("\"%1\" is refused: %2").arg(name, refusal));
+    logEdit("RenameGroup", QStringLiteral("\"%1\" is refused: %2").arg(name, refusal));
     // RenameGroup() has no result, so only a reset of the tree restores the old name.
     edit("RenameGroup", [this] { m_store.announceTree(); });
 }
@@ -240,7 +240,7 @@ void WorkbenchHandler::SetFrontPanelHighlight(bool on)
     m_store.setFrontPanel(id, on);
     const bool isLit =
         m_store.read([&](const Project& project) { return project.litFrontPanels.contains(id); });
-    logLine("SetFrontPanelHighlight",
+    logEdit("SetFrontPanelHighlight",
             QStringLiteral("the front panel of %1 is %2")
                 .arg(shortId(id), isLit ? QStringLiteral("lit") : QStringLiteral("dark")));
 }
@@ -266,7 +266,7 @@ void WorkbenchHandler::edit(const char* function, const std::function<void()>& c
     }
     carryOut(function, change);
     if (reply == HostReply::BeforeReturn && !m_notifier.waitForDeliveries(kReplyWaitMs))
-        logLine(function,
+        logEdit(function,
                 QStringLiteral("its events are not through after %1 ms").arg(kReplyWaitMs));
 }
 
@@ -289,7 +289,7 @@ void WorkbenchHandler::addWithAddresses(const char* function, const QUuid& group
         QList<quint32> free;
         for (const quint32 address : addresses) {
             if (taken.contains(address)) {
-                logLine(function, QStringLiteral("%1 is refused: another processor has it")
+                logEdit(function, QStringLiteral("%1 is refused: another processor has it")
                                       .arg(dottedAddress(address)));
                 continue;
             }
@@ -298,7 +298,7 @@ void WorkbenchHandler::addWithAddresses(const char* function, const QUuid& group
         }
         const QList<QUuid> added = m_store.addProcessors(group, free);
         if (added.size() < free.size())
-            logLine(function,
+            logEdit(function,
                     QStringLiteral("%1 of %2 found room").arg(added.size()).arg(free.size()));
     });
 }

@@ -34,7 +34,7 @@ QSet<quint32> addressesOf(const QStringList& entries)
     return addresses;
 }
 
-void logLine(const char* function, const QString& message)
+void logAddresses(const char* function, const QString& message)
 {
     AppendLog(function, "HandlerIpList.cpp", __LINE__, message.toUtf8().constData());
 }
@@ -81,8 +81,9 @@ void WorkbenchHandler::AddIPAddress(const QString& ip, const QString& name)
 void WorkbenchHandler::SaveIPList()
 {
     m_trace.called("SaveIPList");
-    logLine("SaveIPList", QStringLiteral("%1 entries are part of the project and saved with it")
-                              .arg(ipList(m_store).size()));
+    logAddresses("SaveIPList",
+                 QStringLiteral("%1 entries are part of the project and saved with it")
+                     .arg(ipList(m_store).size()));
 }
 
 void WorkbenchHandler::RefreshIPList()
@@ -172,5 +173,5 @@ void WorkbenchHandler::changeIpList(const char* function, const QString& what,
         return refusal == IpRefusal::None;
     });
     if (refusal != IpRefusal::None)
-        logLine(function, QStringLiteral("%1 is refused: %2").arg(what, refusalText(refusal)));
+        logAddresses(function, QStringLiteral("%1 is refused: %2").arg(what, refusalText(refusal)));
 }

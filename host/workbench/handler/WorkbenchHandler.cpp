@@ -12,7 +12,7 @@
 
 namespace {
 
-struct Messages
+struct WorkbenchHandlerMessages
 {
     Q_DECLARE_TR_FUNCTIONS(WorkbenchHandler)
 };
@@ -59,11 +59,12 @@ void WorkbenchHandler::AppendContextMenu(EPrcTreeNodeType type, const QUuid& id,
         return;
     menu->addSeparator();
     if (type == NodeProcessor) {
-        const QAction* current = menu->addAction(Messages::tr("Host: make current"));
+        const QAction* current =
+            menu->addAction(WorkbenchHandlerMessages::tr("Host: make current"));
         QObject::connect(current, &QAction::triggered, &m_later,
                          [this, id] { m_store.setCurrentProcessor(id); });
     }
-    const QAction* log = menu->addAction(Messages::tr("Host: show in log"));
+    const QAction* log = menu->addAction(WorkbenchHandlerMessages::tr("Host: show in log"));
     QObject::connect(log, &QAction::triggered, &m_later, [this, id] {
         if (showInLog)
             showInLog(shortId(id));

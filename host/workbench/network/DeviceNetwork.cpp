@@ -14,9 +14,6 @@
 
 namespace {
 
-/// The detection strategy that uses the IP list.
-constexpr int kStrategyByAddress = 2;
-
 void logLine(const QString& message)
 {
     AppendLog("network", "DeviceNetwork.cpp", __LINE__, message.toUtf8().constData());
@@ -74,7 +71,7 @@ ProbePlan DeviceNetwork::plan() const
         for (const ProcessorNode& node : project.processors)
             plan.addresses.insert(node.ipAddress);
         plan.addresses.remove(kNoProcessorAddress);
-        plan.broadcasts = project.answers.detectStrategy != kStrategyByAddress;
+        plan.broadcasts = project.answers.detectStrategy != kDetectByAddress;
         for (const IpEntry& entry : project.ipList.entries()) {
             if (!plan.broadcasts)
                 plan.addresses.insert(entry.address);

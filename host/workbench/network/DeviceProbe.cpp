@@ -10,7 +10,7 @@ constexpr int kTicks = 12;
 constexpr int kTicksOfARound = 4;
 
 /// How many answers are taken before the rest of the program gets its turn.
-constexpr int kReadAtOnce = 64;
+constexpr int kDatagramsAtOnce = 64;
 
 QSet<quint32> devicesOf(const QSet<quint32>& addresses)
 {
@@ -89,7 +89,7 @@ void DeviceProbe::ask()
 void DeviceProbe::read()
 {
     QList<DeviceReport> answers;
-    for (int count = 0; count < kReadAtOnce; ++count) {
+    for (int count = 0; count < kDatagramsAtOnce; ++count) {
         const auto datagram = LoopbackSockets::receive(m_socket);
         if (!datagram)
             break;

@@ -1,6 +1,7 @@
 #include "host/workbench/network/DeviceReports.h"
 
 #include "host/workbench/events/EventNumber.h"
+#include "host/workbench/store/ProjectDiff.h"
 
 #include <algorithm>
 #include <utility>
@@ -20,19 +21,6 @@ ProcessorNode* processorAt(Project& project, quint32 address)
         std::find_if(project.processors.begin(), project.processors.end(),
                      [=](const ProcessorNode& node) { return node.ipAddress == address; });
     return found == project.processors.end() ? nullptr : &*found;
-}
-
-HostEventList addedEvents(const Project& project, const QList<QUuid>& ids)
-{
-    HostEventList events;
-    if (!ids.isEmpty() && !project.answers.eventsOneByOne)
-        events.push_back(
-            HostEvent::forIds(EventNumber::ProcessorAdded, EventNumber::ProcessorsAdded, ids));
-    for (const QUuid& id : ids) {
-        if (project.answers.eventsOneByOne)
-            events.emplace_back(EventNumber::ProcessorAdded, id);
-    }
-    return events;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "host/workbench/program/Inspector.h"
 
+#include "host/workbench/program/AnswerEnd.h"
+
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
@@ -220,6 +222,6 @@ void Inspector::answer()
     while (QLocalSocket* socket = m_server->nextPendingConnection()) {
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
         socket->write(QJsonDocument(tree()).toJson(QJsonDocument::Compact));
-        socket->disconnectFromServer();
+        closeWhenRead(*socket);
     }
 }

@@ -121,6 +121,12 @@ int main(int argc, char** argv)
     attachToConsole();
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#ifdef Q_OS_WIN
+    // Qt would show 125 per cent as 100, and 150 as 200. X servers tell figures such as 100 dots
+    // per inch, which nobody has chosen.
+    QApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+#endif
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("workbench"));
     set_custom_software_name(QStringLiteral("Workbench"));

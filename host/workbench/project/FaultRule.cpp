@@ -13,7 +13,7 @@ namespace {
 constexpr char kAny[] = "*";
 constexpr char kEvent[] = "event ";
 
-struct Messages
+struct FaultRuleMessages
 {
     Q_DECLARE_TR_FUNCTIONS(FaultRule)
 };
@@ -90,25 +90,26 @@ std::optional<FaultProblem> checkPlace(const FaultRule& rule)
         const uint number = eventNumber(rule.at).toUInt(&isNumber);
         if (eventNumber(rule.at) != QLatin1String(kAny)
             && !(isNumber && number <= HostEvents::kLastNumber))
-            return FaultProblem{"at", Messages::tr("an event from 0 to %1, or event *, is expected")
-                                          .arg(HostEvents::kLastNumber)};
+            return FaultProblem{
+                "at", FaultRuleMessages::tr("an event from 0 to %1, or event *, is expected")
+                          .arg(HostEvents::kLastNumber)};
         if ((effect.place & Events) == 0)
-            return misplaced(Messages::tr("%1 does not apply to %2"));
+            return misplaced(FaultRuleMessages::tr("%1 does not apply to %2"));
         return std::nullopt;
     }
     if (rule.at == QLatin1String(kAny)) {
         if ((effect.place & Calls) == 0)
-            return misplaced(Messages::tr("%1 applies to events, not to %2"));
+            return misplaced(FaultRuleMessages::tr("%1 applies to events, not to %2"));
         return std::nullopt;
     }
     const Operations::Operation* operation = Operations::find(qPrintable(rule.at));
     if (!operation)
         return FaultProblem{
-            "at",
-            Messages::tr("%1 is no operation of the handler, and no event such as \"event 25\"")
-                .arg(rule.at)};
+            "at", FaultRuleMessages::tr(
+                      "%1 is no operation of the handler, and no event such as \"event 25\"")
+                      .arg(rule.at)};
     if (!fits(rule.effect, *operation))
-        return misplaced(Messages::tr("%1 does not apply to %2"));
+        return misplaced(FaultRuleMessages::tr("%1 does not apply to %2"));
     return std::nullopt;
 }
 
@@ -223,14 +224,15 @@ bool faultEffectHasTime(FaultEffect effect)
 std::optional<FaultProblem> checkFaultRule(const FaultRule& rule)
 {
     if (rule.call < 0)
-        return FaultProblem{"call", Messages::tr("a whole number from 0 is expected")};
+        return FaultProblem{"call", FaultRuleMessages::tr("a whole number from 0 is expected")};
     // Also refuses what is not a number.
     if (!(rule.probability >= 0 && rule.probability <= 1))
-        return FaultProblem{"probability", Messages::tr("a number from 0 to 1 is expected")};
+        return FaultProblem{"probability",
+                            FaultRuleMessages::tr("a number from 0 to 1 is expected")};
     if (rule.milliseconds < 0 || rule.milliseconds > FaultRule::kMostMs)
-        return FaultProblem{
-            "milliseconds",
-            Messages::tr("a whole number from 0 to %1 is expected").arg(FaultRule::kMostMs)};
+        return FaultProblem{"milliseconds",
+                            FaultRuleMessages::tr("a whole number from 0 to %1 is expected")
+                                .arg(FaultRule::kMostMs)};
     return checkPlace(rule);
 }
 
@@ -261,7 +263,8 @@ std::optional<FaultRule> faultOfWords(const QStringList& words, QString& problem
                             && rest.takeNumber("seed", rule.seed, readNatural);
     const auto effect = faultEffectOfName(rest.take());
     if (!areNumbers || !effect) {
-        problem = Messages::tr("a rule such as \"GetProcessorNode call 3 slow 2000\" is expected");
+        problem = FaultRuleMessages::tr(
+            "a rule such as \"GetProcessorNode call 3 slow 2000\" is expected");
         return std::nullopt;
     }
     rule.effect = *effect;
@@ -270,8 +273,9 @@ std::optional<FaultRule> faultOfWords(const QStringList& words, QString& problem
         rule.milliseconds = -1;
     const auto found = checkFaultRule(rule);
     if (found || !rest.isAtEnd()) {
-        problem = found ? Messages::tr("%1: %2").arg(QLatin1String(found->field), found->reason)
-                        : Messages::tr("nothing is expected behind %1").arg(faultText(rule));
+        problem =
+            found ? FaultRuleMessages::tr("%1: %2").arg(QLatin1String(found->field), found->reason)
+                  : FaultRuleMessages::tr("nothing is expected behind %1").arg(faultText(rule));
         return std::nullopt;
     }
     return rule;

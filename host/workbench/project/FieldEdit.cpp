@@ -12,7 +12,7 @@
 
 namespace {
 
-struct Messages
+struct FieldEditMessages
 {
     Q_DECLARE_TR_FUNCTIONS(FieldEdit)
 };
@@ -33,8 +33,9 @@ public:
             return;
         const QUuid id(m_text.trimmed());
         if (id.isNull() && !m_text.trimmed().isEmpty() && m_text.trimmed() != nullText())
-            problem = Messages::tr("An identity is expected, such as %1; nothing means none.")
-                          .arg(nullText());
+            problem =
+                FieldEditMessages::tr("An identity is expected, such as %1; nothing means none.")
+                    .arg(nullText());
         else
             value = id;
     }
@@ -44,7 +45,7 @@ public:
         if (!isWanted(name))
             return;
         if (m_text.size() > ProjectRanges::kMaxNameLength)
-            problem = Messages::tr("The text has more than %1 characters.")
+            problem = FieldEditMessages::tr("The text has more than %1 characters.")
                           .arg(ProjectRanges::kMaxNameLength);
         else
             value = m_text;
@@ -55,7 +56,7 @@ public:
             return;
         const bool isTrue = m_text == QStringLiteral("true");
         if (!isTrue && m_text != QStringLiteral("false"))
-            problem = Messages::tr("Either true or false is expected.");
+            problem = FieldEditMessages::tr("Either true or false is expected.");
         else
             value = isTrue;
     }
@@ -66,7 +67,7 @@ public:
         bool isNumber = false;
         const float number = m_text.trimmed().toFloat(&isNumber);
         if (!isNumber || !std::isfinite(number))
-            problem = Messages::tr("A number is expected, such as 59.94.");
+            problem = FieldEditMessages::tr("A number is expected, such as 59.94.");
         else
             value = number;
     }
@@ -82,9 +83,10 @@ public:
         if (isNumber)
             value = numbers;
         else
-            problem = Messages::tr("Four whole numbers from 0 to %1 are expected, with commas "
-                                   "between them.")
-                          .arg(std::numeric_limits<quint32>::max());
+            problem =
+                FieldEditMessages::tr("Four whole numbers from 0 to %1 are expected, with commas "
+                                      "between them.")
+                    .arg(std::numeric_limits<quint32>::max());
     }
     template <typename Number>
     void operator()(const char* name, Number& value)
@@ -97,15 +99,16 @@ public:
         if (isNumber && number >= qint64{Range::min()} && number <= qint64{Range::max()})
             value = static_cast<Number>(number);
         else
-            problem = Messages::tr("A whole number from %1 to %2 is expected.")
+            problem = FieldEditMessages::tr("A whole number from %1 to %2 is expected.")
                           .arg(Range::min())
                           .arg(Range::max());
     }
     void visitAddress(const char* name, quint32& value)
     {
         if (isWanted(name) && !parseDottedAddress(m_text.trimmed(), value))
-            problem = Messages::tr("An address is expected, such as 192.168.0.1; 127.0.0.1 means "
-                                   "none.");
+            problem = FieldEditMessages::tr(
+                "An address is expected, such as 192.168.0.1; 127.0.0.1 means "
+                "none.");
     }
 
     QString problem;
@@ -121,10 +124,10 @@ private:
 QString nameProblem(const HandlerAnswers& answers, const QString& name)
 {
     if (name.trimmed().isEmpty())
-        return Messages::tr("The name is empty.");
+        return FieldEditMessages::tr("The name is empty.");
     const int bytes = nameBytes(answers, name);
     if (bytes > answers.nameMaxBytes)
-        return Messages::tr("The name has %1 bytes of at most %2.")
+        return FieldEditMessages::tr("The name has %1 bytes of at most %2.")
             .arg(bytes)
             .arg(answers.nameMaxBytes);
     return {};
@@ -149,7 +152,7 @@ QString changed(const Project& project, ProcessorNode& node, const QString& fiel
     if (setter.problem.isEmpty() && isName(field))
         return nameProblem(project.answers, text);
     if (setter.problem.isEmpty() && !node.groupId.isNull() && !project.hasGroup(node.groupId))
-        return Messages::tr("There is no group of this identity.");
+        return FieldEditMessages::tr("There is no group of this identity.");
     return setter.problem;
 }
 
@@ -174,7 +177,7 @@ int nameBytes(const HandlerAnswers& answers, const QString& name)
 QString setField(Project& project, const QUuid& id, const QString& field, const QString& text)
 {
     if (isIdentity(field))
-        return Messages::tr("The identity of a record does not change.");
+        return FieldEditMessages::tr("The identity of a record does not change.");
     if (ProcessorNode* node = project.processor(id)) {
         ProcessorNode copy = *node;
         QString problem = changed(project, copy, field, text);
@@ -191,7 +194,7 @@ QString setField(Project& project, const QUuid& id, const QString& field, const 
             group = copy;
         return problem;
     }
-    return Messages::tr("The record does not exist any more.");
+    return FieldEditMessages::tr("The record does not exist any more.");
 }
 
 QString fieldRefusal(const Project& project, const QUuid& id, const QString& field,
@@ -208,7 +211,7 @@ QString fieldRefusal(const Project& project, const QUuid& id, const QString& fie
 QString setField(DeviceSet& set, const QString& field, const QString& text)
 {
     if (isIdentity(field))
-        return Messages::tr("The identity of a record does not change.");
+        return FieldEditMessages::tr("The identity of a record does not change.");
     DeviceSet copy = set;
     FieldSetter setter(field, text);
     visitDeviceSetFields(copy, setter);
@@ -221,15 +224,16 @@ QString setIpEntry(IpList& list, int row, const QString& address, const QString&
 {
     quint32 value = 0;
     if (!parseDottedAddress(address.trimmed(), value))
-        return Messages::tr("An address is expected, such as 192.168.0.1.");
+        return FieldEditMessages::tr("An address is expected, such as 192.168.0.1.");
     switch (list.replace(row, {value, name})) {
     case IpRefusal::None:
         return {};
     case IpRefusal::Duplicate:
-        return Messages::tr("The list has this address already.");
+        return FieldEditMessages::tr("The list has this address already.");
     case IpRefusal::NameTooLong:
-        return Messages::tr("The name has more than %1 characters.").arg(IpList::kMaxNameLength);
+        return FieldEditMessages::tr("The name has more than %1 characters.")
+            .arg(IpList::kMaxNameLength);
     default:
-        return Messages::tr("The entry does not exist any more.");
+        return FieldEditMessages::tr("The entry does not exist any more.");
     }
 }

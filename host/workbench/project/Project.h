@@ -20,6 +20,9 @@ struct DeviceSet
     QString text;
 };
 
+/// The strategy of a detection that asks the addresses of the IP list.
+constexpr qint32 kDetectByAddress = 2;
+
 /// The host's answers to the questions of the panel that are not about records.
 struct HandlerAnswers
 {

@@ -10,7 +10,7 @@
 
 namespace {
 
-struct Messages
+struct ProjectChecksMessages
 {
     Q_DECLARE_TR_FUNCTIONS(ProjectChecks)
 };
@@ -29,11 +29,11 @@ QStringList pathTo(const char* list, int at, const char* field = nullptr)
 Problem checkIdentity(const QUuid& id, const QStringList& record, QSet<QUuid>& seen)
 {
     if (id.isNull())
-        return JsonProblem{record, Messages::tr("the record has no identity")};
+        return JsonProblem{record, ProjectChecksMessages::tr("the record has no identity")};
     if (seen.contains(id))
-        return JsonProblem{
-            record + QStringList(QStringLiteral("id")),
-            Messages::tr("identity %1 occurs twice").arg(id.toString(QUuid::WithoutBraces))};
+        return JsonProblem{record + QStringList(QStringLiteral("id")),
+                           ProjectChecksMessages::tr("identity %1 occurs twice")
+                               .arg(id.toString(QUuid::WithoutBraces))};
     seen.insert(id);
     return std::nullopt;
 }
@@ -42,28 +42,27 @@ Problem checkName(const QString& name, const QStringList& path)
 {
     if (name.size() <= ProjectRanges::kMaxNameLength)
         return std::nullopt;
-    return JsonProblem{
-        path,
-        Messages::tr("the name has more than %1 characters").arg(ProjectRanges::kMaxNameLength)};
+    return JsonProblem{path, ProjectChecksMessages::tr("the name has more than %1 characters")
+                                 .arg(ProjectRanges::kMaxNameLength)};
 }
 
 Problem checkText(const QString& text, const QStringList& path)
 {
     if (text.size() <= ProjectRanges::kMaxNameLength)
         return std::nullopt;
-    return JsonProblem{
-        path,
-        Messages::tr("the text has more than %1 characters").arg(ProjectRanges::kMaxNameLength)};
+    return JsonProblem{path, ProjectChecksMessages::tr("the text has more than %1 characters")
+                                 .arg(ProjectRanges::kMaxNameLength)};
 }
 
 Problem checkGroups(const Project& project, QSet<QUuid>& seen)
 {
     for (int at = 0; at < project.groups.size(); ++at) {
         if (at >= ProjectRanges::kMaxGroups)
-            return JsonProblem{pathTo("groups", at),
-                               Messages::tr("a project holds at most %1 groups; this one has %2")
-                                   .arg(ProjectRanges::kMaxGroups)
-                                   .arg(project.groups.size())};
+            return JsonProblem{
+                pathTo("groups", at),
+                ProjectChecksMessages::tr("a project holds at most %1 groups; this one has %2")
+                    .arg(ProjectRanges::kMaxGroups)
+                    .arg(project.groups.size())};
         const ProcessorGroupNode& node = project.groups.at(at);
         if (auto problem = checkIdentity(node.id, pathTo("groups", at), seen))
             return problem;
@@ -91,7 +90,7 @@ public:
         if (problem || (value >= range.least && value <= range.most))
             return;
         problem = JsonProblem{{QLatin1String(m_object), QLatin1String(name)},
-                              Messages::tr("a whole number from %1 to %2 is expected")
+                              ProjectChecksMessages::tr("a whole number from %1 to %2 is expected")
                                   .arg(range.least)
                                   .arg(range.most)};
     }
@@ -116,9 +115,9 @@ Problem checkNetwork(const NetworkSettings& network)
     RangeCheck ranges("network", NetworkSettings::rangeOf);
     visitNetworkFields(network, ranges);
     if (!ranges.problem && !network.allowsForLateAnswers())
-        ranges.problem = JsonProblem{
-            {QStringLiteral("network"), QStringLiteral("deadTimeoutMs")},
-            Messages::tr("at least twice %1 is expected").arg(QLatin1String("aliveIntervalMs"))};
+        ranges.problem = JsonProblem{{QStringLiteral("network"), QStringLiteral("deadTimeoutMs")},
+                                     ProjectChecksMessages::tr("at least twice %1 is expected")
+                                         .arg(QLatin1String("aliveIntervalMs"))};
     return ranges.problem;
 }
 
@@ -129,7 +128,7 @@ Problem checkProcessors(const Project& project, QSet<QUuid>& seen)
         if (at >= ProjectLimits::kMaxProcessors)
             return JsonProblem{
                 pathTo("processors", at),
-                Messages::tr("a project holds at most %1 processors; this one has %2")
+                ProjectChecksMessages::tr("a project holds at most %1 processors; this one has %2")
                     .arg(ProjectLimits::kMaxProcessors)
                     .arg(project.processors.size())};
         if (auto problem = checkIdentity(node.id, pathTo("processors", at), seen))
@@ -142,12 +141,12 @@ Problem checkProcessors(const Project& project, QSet<QUuid>& seen)
             return problem;
         if (!node.groupId.isNull() && !project.hasGroup(node.groupId))
             return JsonProblem{pathTo("processors", at, "groupId"),
-                               Messages::tr("there is no group %1")
+                               ProjectChecksMessages::tr("there is no group %1")
                                    .arg(node.groupId.toString(QUuid::WithoutBraces))};
     }
     if (!project.currentProcessor.isNull() && !project.processor(project.currentProcessor))
         return JsonProblem{{QStringLiteral("currentProcessor")},
-                           Messages::tr("there is no processor %1")
+                           ProjectChecksMessages::tr("there is no processor %1")
                                .arg(project.currentProcessor.toString(QUuid::WithoutBraces))};
     return std::nullopt;
 }
@@ -160,7 +159,7 @@ Problem checkDeviceSets(const Project& project)
         if (at >= ProjectRanges::kMaxDeviceSets)
             return JsonProblem{
                 pathTo("deviceSets", at),
-                Messages::tr("a project holds at most %1 device sets; this one has %2")
+                ProjectChecksMessages::tr("a project holds at most %1 device sets; this one has %2")
                     .arg(ProjectRanges::kMaxDeviceSets)
                     .arg(project.deviceSets.size())};
         if (auto problem = checkIdentity(fromGuid(set.info.id), pathTo("deviceSets", at), seen))
@@ -170,9 +169,9 @@ Problem checkDeviceSets(const Project& project)
     }
     const QUuid current = fromGuid(project.currentDeviceSet);
     if (!current.isNull() && !seen.contains(current))
-        return JsonProblem{
-            {QStringLiteral("currentDeviceSet")},
-            Messages::tr("there is no device set %1").arg(current.toString(QUuid::WithoutBraces))};
+        return JsonProblem{{QStringLiteral("currentDeviceSet")},
+                           ProjectChecksMessages::tr("there is no device set %1")
+                               .arg(current.toString(QUuid::WithoutBraces))};
     return std::nullopt;
 }
 
@@ -180,10 +179,11 @@ Problem checkFaults(const Project& project)
 {
     for (int at = 0; at < project.faults.size(); ++at) {
         if (at >= ProjectRanges::kMaxFaults)
-            return JsonProblem{pathTo("faults", at),
-                               Messages::tr("a project holds at most %1 faults; this one has %2")
-                                   .arg(ProjectRanges::kMaxFaults)
-                                   .arg(project.faults.size())};
+            return JsonProblem{
+                pathTo("faults", at),
+                ProjectChecksMessages::tr("a project holds at most %1 faults; this one has %2")
+                    .arg(ProjectRanges::kMaxFaults)
+                    .arg(project.faults.size())};
         if (const auto found = checkFaultRule(project.faults.at(at)))
             return JsonProblem{pathTo("faults", at, found->field), found->reason};
     }

@@ -17,7 +17,7 @@
 
 namespace {
 
-struct Messages
+struct ProjectJsonMessages
 {
     Q_DECLARE_TR_FUNCTIONS(ProjectJson)
 };
@@ -27,7 +27,7 @@ using Problem = std::optional<JsonProblem>;
 QString located(const QByteArray& json, int offset, const QString& reason)
 {
     const TextPosition position = textPosition(json, offset);
-    return Messages::tr("line %1, column %2: %3")
+    return ProjectJsonMessages::tr("line %1, column %2: %3")
         .arg(position.line)
         .arg(position.column)
         .arg(reason);
@@ -56,7 +56,7 @@ void readList(FieldReader& reader, const char* name, QList<Item>& items, Problem
     if (!json)
         return;
     if (!json->isArray())
-        reader.report(reader.pathTo(name), Messages::tr("a list is expected"));
+        reader.report(reader.pathTo(name), ProjectJsonMessages::tr("a list is expected"));
     const QJsonArray array = json->toArray();
     for (int at = 0; !problem && at < array.size(); ++at) {
         FieldReader fields(array.at(at), reader.pathTo(name) + QStringList(QString::number(at)),
@@ -76,7 +76,7 @@ void readIpList(FieldReader& reader, IpList& list)
         const QStringList path = reader.pathTo("ipList") + QStringList(QString::number(at));
         const auto entry = ipEntryOfText(texts.at(at));
         if (!entry) {
-            reader.report(path, Messages::tr("an entry such as %1 is expected")
+            reader.report(path, ProjectJsonMessages::tr("an entry such as %1 is expected")
                                     .arg(QLatin1String("192.168.0.10(Left wing)")));
             return;
         }
@@ -84,16 +84,15 @@ void readIpList(FieldReader& reader, IpList& list)
         case IpRefusal::None:
             continue;
         case IpRefusal::Duplicate:
-            reader.report(
-                path, Messages::tr("address %1 occurs twice").arg(dottedAddress(entry->address)));
+            reader.report(path, ProjectJsonMessages::tr("address %1 occurs twice")
+                                    .arg(dottedAddress(entry->address)));
             return;
         case IpRefusal::NameTooLong:
-            reader.report(
-                path,
-                Messages::tr("the name has more than %1 characters").arg(IpList::kMaxNameLength));
+            reader.report(path, ProjectJsonMessages::tr("the name has more than %1 characters")
+                                    .arg(IpList::kMaxNameLength));
             return;
         default:
-            reader.report(path, Messages::tr("the IP list holds at most %1 entries")
+            reader.report(path, ProjectJsonMessages::tr("the IP list holds at most %1 entries")
                                     .arg(ProjectLimits::kMaxIpEntries));
             return;
         }
@@ -114,12 +113,14 @@ void readVersion(FieldReader& reader)
     qint32 version = 0;
     reader("version", version);
     if (version > kProjectFileVersion)
-        reader.report(reader.pathTo("version"),
-                      Messages::tr("the file has version %1; this program reads up to version %2")
-                          .arg(version)
-                          .arg(kProjectFileVersion));
+        reader.report(
+            reader.pathTo("version"),
+            ProjectJsonMessages::tr("the file has version %1; this program reads up to version %2")
+                .arg(version)
+                .arg(kProjectFileVersion));
     else if (version < 1)
-        reader.report(reader.pathTo("version"), Messages::tr("the version number is missing"));
+        reader.report(reader.pathTo("version"),
+                      ProjectJsonMessages::tr("the version number is missing"));
 }
 
 Project readProject(const QJsonDocument& document, Problem& problem)
@@ -173,7 +174,8 @@ QJsonArray writeList(const List& items, const Visit& visit)
 std::optional<Project> parseProject(const QByteArray& json, QString& problem)
 {
     if (json.size() > kMaxProjectFileSize) {
-        problem = Messages::tr("the file is larger than %1 MiB").arg(kMaxProjectFileSize >> 20);
+        problem = ProjectJsonMessages::tr("the file is larger than %1 MiB")
+                      .arg(kMaxProjectFileSize >> 20);
         return std::nullopt;
     }
     QJsonParseError error;
@@ -183,7 +185,7 @@ std::optional<Project> parseProject(const QByteArray& json, QString& problem)
         return std::nullopt;
     }
     if (const auto repeated = locateRepeatedMember(json)) {
-        problem = located(json, *repeated, Messages::tr("this field occurs twice"));
+        problem = located(json, *repeated, ProjectJsonMessages::tr("this field occurs twice"));
         return std::nullopt;
     }
     Problem found;
@@ -191,8 +193,9 @@ std::optional<Project> parseProject(const QByteArray& json, QString& problem)
     if (!found)
         return project;
     const QString place = pathText(found->path);
-    const QString reason =
-        place.isEmpty() ? found->reason : Messages::tr("%1: %2").arg(place, found->reason);
+    const QString reason = place.isEmpty()
+                               ? found->reason
+                               : ProjectJsonMessages::tr("%1: %2").arg(place, found->reason);
     problem = located(json, locateJsonValue(json, found->path), reason);
     return std::nullopt;
 }
@@ -204,26 +207,27 @@ std::optional<Project> loadProject(const QString& path, QString& problem)
     const QFileInfo existing(path);
     // Opening a pipe could block.
     if (existing.exists() && !existing.isFile()) {
-        problem = Messages::tr("%1 cannot be read: %2")
-                      .arg(shown, existing.isDir() ? Messages::tr("it is a directory")
-                                                   : Messages::tr("it is not a regular file"));
+        problem =
+            ProjectJsonMessages::tr("%1 cannot be read: %2")
+                .arg(shown, existing.isDir() ? ProjectJsonMessages::tr("it is a directory")
+                                             : ProjectJsonMessages::tr("it is not a regular file"));
         return std::nullopt;
     }
     if (!file.open(QIODevice::ReadOnly)) {
-        problem = Messages::tr("%1 cannot be read: %2").arg(shown, file.errorString());
+        problem = ProjectJsonMessages::tr("%1 cannot be read: %2").arg(shown, file.errorString());
         return std::nullopt;
     }
     // Reading one byte more than is allowed shows that the file is too long, whatever size it
     // reports.
     const QByteArray json = file.read(kMaxProjectFileSize + 1);
     if (file.error() != QFile::NoError) {
-        problem = Messages::tr("%1 cannot be read: %2").arg(shown, file.errorString());
+        problem = ProjectJsonMessages::tr("%1 cannot be read: %2").arg(shown, file.errorString());
         return std::nullopt;
     }
     QString reason;
     auto project = parseProject(json, reason);
     if (!project)
-        problem = Messages::tr("%1, %2").arg(shown, reason);
+        problem = ProjectJsonMessages::tr("%1, %2").arg(shown, reason);
     return project;
 }
 
@@ -268,13 +272,14 @@ bool saveProject(const Project& project, const QString& path, QString& problem)
     const QString shown = QDir::toNativeSeparators(path);
     const QFileInfo existing(path);
     if (existing.exists() && !existing.isFile()) {
-        problem = Messages::tr("%1 cannot be written: it is not a regular file").arg(shown);
+        problem =
+            ProjectJsonMessages::tr("%1 cannot be written: it is not a regular file").arg(shown);
         return false;
     }
     QSaveFile file(path);
     const QByteArray json = projectToJson(project);
     if (json.size() > kMaxProjectFileSize) {
-        problem = Messages::tr("%1 cannot be written: the file is larger than %2 MiB")
+        problem = ProjectJsonMessages::tr("%1 cannot be written: the file is larger than %2 MiB")
                       .arg(shown)
                       .arg(kMaxProjectFileSize >> 20);
         return false;
@@ -282,7 +287,8 @@ bool saveProject(const Project& project, const QString& path, QString& problem)
     // commit() ignores a failure to write buffered data; flush() reports it.
     if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.flush()
         || !file.commit()) {
-        problem = Messages::tr("%1 cannot be written: %2").arg(shown, file.errorString());
+        problem =
+            ProjectJsonMessages::tr("%1 cannot be written: %2").arg(shown, file.errorString());
         return false;
     }
     return true;

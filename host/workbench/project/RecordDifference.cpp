@@ -60,7 +60,7 @@ QStringList difference(const Record& one, const Record& other)
     return names;
 }
 
-struct Messages
+struct ProjectComparisonMessages
 {
     Q_DECLARE_TR_FUNCTIONS(ProjectComparison)
 };
@@ -93,17 +93,17 @@ QUuid identity(const Node& node)
 
 QString title(const ProcessorNode& node)
 {
-    return Messages::tr("Processor %1").arg(node.name);
+    return ProjectComparisonMessages::tr("Processor %1").arg(node.name);
 }
 
 QString title(const ProcessorGroupNode& group)
 {
-    return Messages::tr("Group %1").arg(group.name);
+    return ProjectComparisonMessages::tr("Group %1").arg(group.name);
 }
 
 QString title(const DeviceSet& set)
 {
-    return Messages::tr("Device set %1").arg(set.text);
+    return ProjectComparisonMessages::tr("Device set %1").arg(set.text);
 }
 
 /// Collects the differences of two projects.
@@ -127,17 +127,21 @@ public:
                 compareFields(title(record), fields(record), fields(*found));
             } else {
                 order.removeAll(identity(record));
-                differences.append({title(record), {}, Messages::tr("exists"), {}});
+                differences.append(
+                    {title(record), {}, ProjectComparisonMessages::tr("exists"), {}});
             }
         }
         for (const Record& record : other) {
             if (!others.contains(identity(record)))
                 continue;
             order.removeAll(identity(record));
-            differences.append({title(record), {}, {}, Messages::tr("exists")});
+            differences.append({title(record), {}, {}, ProjectComparisonMessages::tr("exists")});
         }
         if (kept != order)
-            differences.append({name, Messages::tr("order"), {}, Messages::tr("another")});
+            differences.append({name,
+                                ProjectComparisonMessages::tr("order"),
+                                {},
+                                ProjectComparisonMessages::tr("another")});
     }
 
     void compareFields(const QString& record, const QJsonObject& one, const QJsonObject& other)
@@ -174,11 +178,11 @@ void compareIpLists(Comparison& found, const IpList& one, const IpList& other)
 {
     for (const IpEntry& entry : one.entries()) {
         if (!other.entries().contains(entry))
-            found.compare(Messages::tr("IP list"), {}, ipEntryText(entry), {});
+            found.compare(ProjectComparisonMessages::tr("IP list"), {}, ipEntryText(entry), {});
     }
     for (const IpEntry& entry : other.entries()) {
         if (!one.entries().contains(entry))
-            found.compare(Messages::tr("IP list"), {}, {}, ipEntryText(entry));
+            found.compare(ProjectComparisonMessages::tr("IP list"), {}, {}, ipEntryText(entry));
     }
     const auto kept = [](const IpList& list, const IpList& both) {
         QStringList texts;
@@ -189,7 +193,9 @@ void compareIpLists(Comparison& found, const IpList& one, const IpList& other)
         return texts;
     };
     if (kept(one, other) != kept(other, one))
-        found.compare(Messages::tr("IP list"), Messages::tr("order"), {}, Messages::tr("another"));
+        found.compare(ProjectComparisonMessages::tr("IP list"),
+                      ProjectComparisonMessages::tr("order"), {},
+                      ProjectComparisonMessages::tr("another"));
 }
 
 } // namespace
@@ -197,19 +203,22 @@ void compareIpLists(Comparison& found, const IpList& one, const IpList& other)
 QList<ProjectDifference> compareProjects(const Project& one, const Project& other)
 {
     Comparison found;
-    found.compareLists(one.groups, other.groups, Messages::tr("Groups"));
-    found.compareLists(one.processors, other.processors, Messages::tr("Processors"));
-    found.compareLists(one.deviceSets, other.deviceSets, Messages::tr("Device sets"));
-    const QString project = Messages::tr("Project");
+    found.compareLists(one.groups, other.groups, ProjectComparisonMessages::tr("Groups"));
+    found.compareLists(one.processors, other.processors,
+                       ProjectComparisonMessages::tr("Processors"));
+    found.compareLists(one.deviceSets, other.deviceSets,
+                       ProjectComparisonMessages::tr("Device sets"));
+    const QString project = ProjectComparisonMessages::tr("Project");
     found.compare(project, QStringLiteral("currentProcessor"), currentText(one),
                   currentText(other));
     found.compare(project, QStringLiteral("currentDeviceSet"),
                   fromGuid(one.currentDeviceSet).toString(),
                   fromGuid(other.currentDeviceSet).toString());
     compareIpLists(found, one.ipList, other.ipList);
-    found.compareFields(Messages::tr("Handler answers"), fields(one.answers),
+    found.compareFields(ProjectComparisonMessages::tr("Handler answers"), fields(one.answers),
                         fields(other.answers));
-    found.compareFields(Messages::tr("Network"), fields(one.network), fields(other.network));
+    found.compareFields(ProjectComparisonMessages::tr("Network"), fields(one.network),
+                        fields(other.network));
     found.compare(project, QStringLiteral("faults"), faultTexts(one), faultTexts(other));
     return found.differences;
 }

@@ -141,6 +141,11 @@ void addCallSteps(StepRegistry& registry)
                       return expectLine(run, step, TraceEntry::Kind::Log);
                   },
                   {}});
+    registry.add({QStringLiteral("expect finding TEXT"),
+                  [](ScriptRun& run, const ScriptStep& step) {
+                      return expectLine(run, step, TraceEntry::Kind::Finding);
+                  },
+                  {}});
     registry.add({QStringLiteral("expect event TEXT"),
                   [](ScriptRun& run, const ScriptStep& step) {
                       return expectLine(run, step, TraceEntry::Kind::Event);

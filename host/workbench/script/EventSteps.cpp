@@ -24,7 +24,7 @@ const QStringList& typeNames()
 }
 
 /// Returns the number of an event by its number or name.
-std::optional<quint32> eventNumber(const QString& text)
+std::optional<quint32> eventOf(const QString& text)
 {
     bool isNumber = false;
     const quint32 written = text.toUInt(&isNumber);
@@ -45,7 +45,7 @@ ArgumentType typeOf(const ScriptStep& step, quint32 number)
 
 std::optional<ScriptProblem> checkRaise(const ScriptStep& step)
 {
-    const auto number = eventNumber(step.value("EVENT"));
+    const auto number = eventOf(step.value("EVENT"));
     if (!number)
         return step.problemAt(step.token("EVENT"),
                               QStringLiteral("there is no event \"%1\"").arg(step.value("EVENT")));
@@ -103,7 +103,7 @@ Progress raiseEvent(ScriptRun& run, const ScriptStep& step)
     // The thread is known to the notifier for all that it has not delivered.
     if (run.phase == 0 && thread == QLatin1String("gui") && !notifier.isIdle())
         return Progress::waiting(QStringLiteral("earlier events are not delivered"));
-    const quint32 number = eventNumber(step.value("EVENT")).value_or(0);
+    const quint32 number = eventOf(step.value("EVENT")).value_or(0);
     const ArgumentType type = typeOf(step, number);
     QList<QUuid> ids;
     for (const QString& name : step.values("ARGUMENT")) {

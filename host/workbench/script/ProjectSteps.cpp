@@ -103,7 +103,7 @@ Progress noProcessor(const ScriptStep& step)
         QStringLiteral("the host has no processor \"%1\"").arg(step.value("RECORD")));
 }
 
-Progress setField(ScriptRun& run, const ScriptStep& step)
+Progress setRecordField(ScriptRun& run, const ScriptStep& step)
 {
     const QUuid id = run.identity(step.value("RECORD"));
     if (run.phase == 0 && !isProcessor(run, id))
@@ -114,7 +114,7 @@ Progress setField(ScriptRun& run, const ScriptStep& step)
     });
 }
 
-Progress expectField(ScriptRun& run, const ScriptStep& step)
+Progress expectRecordField(ScriptRun& run, const ScriptStep& step)
 {
     const Project project = run.session().store().snapshot();
     const ProcessorNode* found = project.processor(run.identity(step.value("RECORD")));
@@ -196,7 +196,7 @@ Progress expectProject(ScriptRun& run, const ScriptStep& step)
 }
 
 /// Returns an error if no record can have that name.
-std::optional<ScriptProblem> checkName(const ScriptStep& step)
+std::optional<ScriptProblem> checkNewName(const ScriptStep& step)
 {
     const ScriptToken name = step.token("NAME");
     if (name.text.trimmed().isEmpty())
@@ -277,7 +277,7 @@ Progress moveProcessors(ScriptRun& run, const ScriptStep& step)
 
 void addHostSteps(StepRegistry& registry)
 {
-    registry.add({QStringLiteral("host add group NAME"), addGroup, checkName});
+    registry.add({QStringLiteral("host add group NAME"), addGroup, checkNewName});
     registry.add({QStringLiteral("host add processors COUNT to GROUP"), addProcessors, checkCount});
     registry.add({QStringLiteral("host remove RECORD..."),
                   [](ScriptRun& run, const ScriptStep& step) {
@@ -296,7 +296,7 @@ void addHostSteps(StepRegistry& registry)
                               store.renameGroup(ids.first(), step.value("NAME"), true);
                       });
                   },
-                  checkName});
+                  checkNewName});
     registry.add({QStringLiteral("host move RECORD... to GROUP"), moveProcessors, {}});
     registry.add({QStringLiteral("host current RECORD"),
                   [](ScriptRun& run, const ScriptStep& step) {
@@ -316,9 +316,9 @@ void addProjectSteps(StepRegistry& registry)
     registry.add({QStringLiteral("open FILE"), openFile, {}});
     registry.add({QStringLiteral("save FILE"), saveFile, {}});
     registry.add({QStringLiteral("expect project FILE"), expectProject, {}});
-    registry.add({QStringLiteral("set RECORD FIELD VALUE"), setField, checkProcessor});
+    registry.add({QStringLiteral("set RECORD FIELD VALUE"), setRecordField, checkProcessor});
     registry.add(
-        {QStringLiteral("expect field of RECORD FIELD VALUE"), expectField, checkProcessor});
+        {QStringLiteral("expect field of RECORD FIELD VALUE"), expectRecordField, checkProcessor});
     registry.add({QStringLiteral("answer FIELD VALUE"),
                   [](ScriptRun& run, const ScriptStep& step) {
                       return run.once([&run, &step] {

@@ -1,10 +1,10 @@
 #include "host/workbench/script/ScriptProgram.h"
 
 #include "host/workbench/script/JUnitReport.h"
+#include "host/workbench/session/OwnFile.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QSaveFile>
 
 #include <chrono>
@@ -30,16 +30,12 @@ QString logStart()
     return QStringLiteral("Failure of a script of the workbench\n\n");
 }
 
-/// Returns whether nothing is lost when the log of a failure is written there.
-bool isFree(const QString& path)
+/// Returns whether there is the log of a failure.
+bool isLog(const QString& path)
 {
-    const QFileInfo existing(path);
-    if (!existing.exists() && !existing.isSymLink())
-        return true;
     const QByteArray start = logStart().toUtf8();
     QFile former(path);
-    return existing.isFile() && former.open(QIODevice::ReadOnly)
-           && former.read(start.size()) == start;
+    return former.open(QIODevice::ReadOnly) && former.read(start.size()) == start;
 }
 
 } // namespace
@@ -114,7 +110,7 @@ void ScriptProgram::keepFailure(const QString& message)
         return;
     m_run->takePictureAside(QStringLiteral("failure"));
     const QString path = QDir(m_run->pictureFolder()).filePath(QStringLiteral("failure-log.txt"));
-    if (!isFree(path)) {
+    if (!isFree(path, [&] { return isLog(path); })) {
         complain(QStringLiteral("%1 cannot be written: what is there is not the log of a failure")
                      .arg(QDir::toNativeSeparators(path)));
         return;

@@ -16,14 +16,15 @@ struct Parameter
     bool isRepeated = false;
 };
 
-bool isName(const QString& word)
+bool isParameterName(const QString& word)
 {
     return !word.isEmpty() && word.at(0).isUpper() && !word.contains(QLatin1Char('|'));
 }
 
 bool isStepWord(const QString& word)
 {
-    return !isName(word) && !word.startsWith(QLatin1Char('[')) && !word.contains(QLatin1Char('|'));
+    return !isParameterName(word) && !word.startsWith(QLatin1Char('['))
+           && !word.contains(QLatin1Char('|'));
 }
 
 QStringList usageWords(const StepType& type)
@@ -42,7 +43,7 @@ QList<Parameter> parameters(const StepType& type)
         parameter.isRepeated = word.endsWith(QStringLiteral("..."));
         word.remove(QStringLiteral("..."));
         parameter.name = word;
-        if (!isName(word))
+        if (!isParameterName(word))
             parameter.choices = word.split(QLatin1Char('|'));
         all.append(parameter);
     }

@@ -14,7 +14,7 @@
 namespace {
 
 /// Ticks that leave the window time to lay itself out and to paint.
-constexpr int kSettleTicks = 3;
+constexpr int kQuietTicks = 3;
 
 QAction* actionCalled(ScriptRun& run, const QString& name)
 {
@@ -92,7 +92,7 @@ Progress picture(ScriptRun& run, const ScriptStep& step)
 {
     if (!run.takesPictures())
         return Progress::done();
-    if (run.phase++ < kSettleTicks) {
+    if (run.phase++ < kQuietTicks) {
         run.log().end();
         return Progress::waiting(QStringLiteral("the window paints"));
     }

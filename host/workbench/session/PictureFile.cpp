@@ -1,8 +1,9 @@
 #include "host/workbench/session/PictureFile.h"
 
+#include "host/workbench/session/OwnFile.h"
+
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
 #include <QImage>
 #include <QImageReader>
 #include <QPixmap>
@@ -10,7 +11,7 @@
 
 namespace {
 
-struct Messages
+struct PictureFileMessages
 {
     Q_DECLARE_TR_FUNCTIONS(PictureFile)
 };
@@ -25,14 +26,9 @@ QString owner()
     return QStringLiteral("TargetSelectArea workbench");
 }
 
-/// Returns whether nothing is lost when `path` is written.
-bool isFree(const QString& path)
+bool isOurs(const QString& path)
 {
-    const QFileInfo existing(path);
-    if (!existing.exists() && !existing.isSymLink())
-        return true;
-    // Opening a pipe could block.
-    return existing.isFile() && QImageReader(path, "png").text(ownerKey()) == owner();
+    return QImageReader(path, "png").text(ownerKey()) == owner();
 }
 
 } // namespace
@@ -40,10 +36,10 @@ bool isFree(const QString& path)
 bool savePicture(const QPixmap& picture, const QString& path, QString& problem)
 {
     const QString shown = QDir::toNativeSeparators(path);
-    if (!isFree(path)) {
-        problem =
-            Messages::tr("%1 cannot be written: what is there is not a picture of the workbench")
-                .arg(shown);
+    if (!isFree(path, [&] { return isOurs(path); })) {
+        problem = PictureFileMessages::tr(
+                      "%1 cannot be written: what is there is not a picture of the workbench")
+                      .arg(shown);
         return false;
     }
     QImage image = picture.toImage();
@@ -51,6 +47,6 @@ bool savePicture(const QPixmap& picture, const QString& path, QString& problem)
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.commit())
         return true;
-    problem = Messages::tr("%1 cannot be written: %2").arg(shown, file.errorString());
+    problem = PictureFileMessages::tr("%1 cannot be written: %2").arg(shown, file.errorString());
     return false;
 }

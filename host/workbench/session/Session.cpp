@@ -71,6 +71,8 @@ Session::Session(QObject* parent)
 Session::~Session()
 {
     closePanel();
+    // A thread that a rule keeps goes on.
+    m_faults.setRules({});
     m_faultThread.stop();
     m_notifier.stop();
     m_faultyHandler.reset();

@@ -6,7 +6,7 @@ namespace {
 
 constexpr int kNameShown = 40;
 
-struct Messages
+struct ChangeTitleMessages
 {
     Q_DECLARE_TR_FUNCTIONS(ChangeTitle)
 };
@@ -27,61 +27,63 @@ QString changeTitleText(const ChangeTitle& title)
 {
     switch (title.kind) {
     case ChangeKind::Report:
-        return Messages::tr("report of a processor");
+        return ChangeTitleMessages::tr("report of a processor");
     case ChangeKind::Current:
-        return Messages::tr("choice of the current processor");
+        return ChangeTitleMessages::tr("choice of the current processor");
     case ChangeKind::AddressCheck:
-        return Messages::tr("check of an address");
+        return ChangeTitleMessages::tr("check of an address");
     case ChangeKind::IpList:
-        return Messages::tr("change of the IP list");
+        return ChangeTitleMessages::tr("change of the IP list");
     case ChangeKind::Online:
-        return records(title, Messages::tr("state of %1"), Messages::tr("state of %1 processors"));
+        return records(title, ChangeTitleMessages::tr("state of %1"),
+                       ChangeTitleMessages::tr("state of %1 processors"));
     case ChangeKind::Outputs:
-        return Messages::tr("number of outputs");
+        return ChangeTitleMessages::tr("number of outputs");
     case ChangeKind::Answers:
-        return Messages::tr("handler answers");
+        return ChangeTitleMessages::tr("handler answers");
     case ChangeKind::DetectStrategy:
-        return Messages::tr("detection strategy");
+        return ChangeTitleMessages::tr("detection strategy");
     case ChangeKind::LanUsb:
-        return Messages::tr("LAN-USB");
+        return ChangeTitleMessages::tr("LAN-USB");
     case ChangeKind::DeviceSet:
-        return Messages::tr("choice of the device set");
+        return ChangeTitleMessages::tr("choice of the device set");
     case ChangeKind::DeviceSets:
-        return Messages::tr("device sets");
+        return ChangeTitleMessages::tr("device sets");
     case ChangeKind::Faults:
-        return Messages::tr("faults");
+        return ChangeTitleMessages::tr("faults");
     case ChangeKind::Network:
-        return Messages::tr("network");
+        return ChangeTitleMessages::tr("network");
     case ChangeKind::Membership:
     case ChangeKind::Move:
-        return records(title, Messages::tr("move of %1"), Messages::tr("move of %1 processors"));
+        return records(title, ChangeTitleMessages::tr("move of %1"),
+                       ChangeTitleMessages::tr("move of %1 processors"));
     case ChangeKind::MonitorWarning:
-        return records(title, Messages::tr("monitor warning of %1"),
-                       Messages::tr("monitor warning of %1 processors"));
+        return records(title, ChangeTitleMessages::tr("monitor warning of %1"),
+                       ChangeTitleMessages::tr("monitor warning of %1 processors"));
     case ChangeKind::Redundancy:
-        return records(title, Messages::tr("redundancy of %1"),
-                       Messages::tr("redundancy of %1 processors"));
+        return records(title, ChangeTitleMessages::tr("redundancy of %1"),
+                       ChangeTitleMessages::tr("redundancy of %1 processors"));
     case ChangeKind::Protection:
-        return records(title, Messages::tr("protection of %1"),
-                       Messages::tr("protection of %1 processors"));
+        return records(title, ChangeTitleMessages::tr("protection of %1"),
+                       ChangeTitleMessages::tr("protection of %1 processors"));
     case ChangeKind::Address:
-        return records(title, Messages::tr("address of %1"), QString());
+        return records(title, ChangeTitleMessages::tr("address of %1"), QString());
     case ChangeKind::Field:
-        return records(title, Messages::tr("change of %1"), QString());
+        return records(title, ChangeTitleMessages::tr("change of %1"), QString());
     case ChangeKind::Rename:
-        return records(title, Messages::tr("rename of %1"), QString());
+        return records(title, ChangeTitleMessages::tr("rename of %1"), QString());
     case ChangeKind::AddProcessors:
-        return records(title, Messages::tr("addition of %1"),
-                       Messages::tr("addition of %1 processors"));
+        return records(title, ChangeTitleMessages::tr("addition of %1"),
+                       ChangeTitleMessages::tr("addition of %1 processors"));
     case ChangeKind::AddGroup:
-        return records(title, Messages::tr("addition of group %1"), QString());
+        return records(title, ChangeTitleMessages::tr("addition of group %1"), QString());
     case ChangeKind::RemoveProcessors:
-        return records(title, Messages::tr("removal of %1"),
-                       Messages::tr("removal of %1 processors"));
+        return records(title, ChangeTitleMessages::tr("removal of %1"),
+                       ChangeTitleMessages::tr("removal of %1 processors"));
     case ChangeKind::Ungroup:
-        return records(title, Messages::tr("ungrouping of %1"), QString());
+        return records(title, ChangeTitleMessages::tr("ungrouping of %1"), QString());
     case ChangeKind::Detection:
-        return Messages::tr("detection");
+        return ChangeTitleMessages::tr("detection");
     }
     return {};
 }

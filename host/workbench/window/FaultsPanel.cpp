@@ -20,7 +20,7 @@ namespace {
 constexpr int kRowHeight = 24;
 constexpr int kPlaceWidth = 200;
 constexpr int kEffectWidth = 140;
-constexpr int kNumberWidth = 88;
+constexpr int kCountWidth = 88;
 constexpr int kEnabledWidth = 40;
 
 /// Offers a list where a cell has choices, and a field elsewhere.
@@ -76,7 +76,7 @@ FaultsPanel::FaultsPanel(ProjectStore& store, FaultPlan& plan, QWidget* parent)
     applyTableLook(*m_view, kRowHeight);
     m_view->setSelectionMode(QAbstractItemView::SingleSelection);
     for (int column = 0; column < FaultsModel::ColumnCount; ++column)
-        m_view->setColumnWidth(column, kNumberWidth);
+        m_view->setColumnWidth(column, kCountWidth);
     m_view->setColumnWidth(FaultsModel::EnabledColumn, kEnabledWidth);
     m_view->setColumnWidth(FaultsModel::PlaceColumn, kPlaceWidth);
     m_view->setColumnWidth(FaultsModel::EffectColumn, kEffectWidth);

@@ -1,5 +1,6 @@
 #include "host/workbench/window/LogPanel.h"
 
+#include "host/widgets/ActionLineEdit.h"
 #include "host/workbench/dialogs/Prompts.h"
 #include "host/workbench/trace/TraceModel.h"
 #include "host/workbench/window/LogFilter.h"
@@ -24,7 +25,7 @@
 
 namespace {
 
-constexpr int kRowHeight = 20;
+constexpr int kLineHeight = 20;
 constexpr int kFilterWidth = 280;
 
 } // namespace
@@ -33,7 +34,7 @@ LogPanel::LogPanel(TraceModel& trace, QWidget* parent)
     : QWidget(parent)
     , m_trace(trace)
     , m_filter(new LogFilter(this))
-    , m_filterField(new QLineEdit(this))
+    , m_filterField(new CActionLineEdit(this))
     , m_kindSelector(new QComboBox(this))
     , m_follow(new QCheckBox(this))
     , m_painting(new QCheckBox(this))
@@ -60,7 +61,7 @@ LogPanel::LogPanel(TraceModel& trace, QWidget* parent)
     m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
 
     m_view->setModel(m_filter);
-    applyTableLook(*m_view, kRowHeight);
+    applyTableLook(*m_view, kLineHeight);
     m_view->setWordWrap(false);
     m_view->setColumnWidth(TraceModel::TimeColumn, 96);
     m_view->setColumnWidth(TraceModel::KindColumn, 64);
@@ -110,6 +111,11 @@ void LogPanel::showWords(const QString& words)
 {
     m_kindSelector->setCurrentIndex(0);
     m_filterField->setText(words);
+}
+
+QLineEdit* LogPanel::filterField() const
+{
+    return m_filterField;
 }
 
 void LogPanel::changeEvent(QEvent* event)

@@ -7,6 +7,7 @@
 #include <functional>
 #include <utility>
 
+class CActionLineEdit;
 class LogFilter;
 class QAction;
 class QCheckBox;
@@ -35,11 +36,9 @@ public:
     /// Sets the filter to these words and to all kinds.
     void showWords(const QString& words);
 
-    QLineEdit* filterField() const { return m_filterField; }
+    QLineEdit* filterField() const;
     QComboBox* kindSelector() const { return m_kindSelector; }
     QCheckBox* paintingBox() const { return m_painting; }
-    QPushButton* exportButton() const { return m_exportButton; }
-    QPushButton* clearButton() const { return m_clearButton; }
     QTableView* view() const { return m_view; }
 
 protected:
@@ -55,14 +54,14 @@ private:
 
     TraceModel& m_trace;
     std::function<QString(const QString&)> m_refusal;
-    LogFilter* m_filter;         // Qt child
-    QLineEdit* m_filterField;    // Qt child
-    QComboBox* m_kindSelector;   // Qt child
-    QCheckBox* m_follow;         // Qt child
-    QCheckBox* m_painting;       // Qt child
-    QLabel* m_count;             // Qt child
-    QPushButton* m_exportButton; // Qt child
-    QPushButton* m_clearButton;  // Qt child
-    QTableView* m_view;          // Qt child
-    QAction* m_copy;             // Qt child
+    LogFilter* m_filter;            // Qt child
+    CActionLineEdit* m_filterField; // Qt child
+    QComboBox* m_kindSelector;      // Qt child
+    QCheckBox* m_follow;            // Qt child
+    QCheckBox* m_painting;          // Qt child
+    QLabel* m_count;                // Qt child
+    QPushButton* m_exportButton;    // Qt child
+    QPushButton* m_clearButton;     // Qt child
+    QTableView* m_view;             // Qt child
+    QAction* m_copy;                // Qt child
 };

@@ -3,6 +3,7 @@
 #include "host/widgets/HostTheme.h"
 #include "host/workbench/addresses/AddressTexts.h"
 #include "host/workbench/dialogs/FieldDelegate.h"
+#include "host/workbench/dialogs/FieldTable.h"
 #include "host/workbench/dialogs/PlainText.h"
 #include "host/workbench/project/FieldEdit.h"
 
@@ -48,7 +49,7 @@ QWidget* stacked(QLabel* caption, QWidget* below)
     return box;
 }
 
-QList<FieldText> ipListTexts(const IpList& list)
+QList<FieldText> ipListFields(const IpList& list)
 {
     QList<FieldText> texts;
     for (const IpEntry& entry : list.entries())
@@ -64,7 +65,7 @@ RecordsPanel::RecordsPanel(QWidget* parent)
     , m_caption(captionLabel(this))
     , m_fieldsCaption(captionLabel(this))
     , m_view(new QTreeView(this))
-    , m_fields(new QTreeWidget(this))
+    , m_fields(new FieldTable(this))
     , m_splitter(new QSplitter(Qt::Horizontal, this))
 {
     m_view->setModel(m_model);
@@ -73,11 +74,8 @@ RecordsPanel::RecordsPanel(QWidget* parent)
     m_view->setAllColumnsShowFocus(true);
     m_view->header()->setStretchLastSection(true);
     m_view->viewport()->installEventFilter(this);
-    m_fields->setRootIsDecorated(false);
-    m_fields->setUniformRowHeights(true);
     m_fields->setAlternatingRowColors(true);
     m_fields->setColumnCount(2);
-    m_fields->setSelectionBehavior(QAbstractItemView::SelectItems);
     auto* delegate = new FieldDelegate(
         [this](const QModelIndex& index, const QString& text) { return refusal(index, text); },
         [this](const QModelIndex& index, const QString& text) { edit(index, text); }, m_fields);
@@ -242,7 +240,7 @@ void RecordsPanel::showFields()
     else if (m_project.hasGroup(id))
         texts = fieldTexts(m_project.group(id));
     else
-        texts = ipListTexts(m_project.ipList);
+        texts = ipListFields(m_project.ipList);
     retranslateFields();
     // What is edited stays open while other records change.
     if (std::exchange(m_fieldsOf, id) != id || m_fields->topLevelItemCount() != texts.size())

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <functional>
+
+class QString;
+
+/// Returns whether nothing is lost when `path` is written: nothing is there, or a regular file
+/// which the workbench wrote, as `isOurs` finds out. `isOurs` is not called for anything else,
+/// because opening a pipe could block.
+bool isFree(const QString& path, const std::function<bool()>& isOurs);
