@@ -52,7 +52,8 @@ endforeach()
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
 install(FILES CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT development)
 install(FILES docs/diagnostics.md docs/integrating.md docs/logging.md docs/scripts.md docs/simulator.md
-    docs/trace-format.md docs/validator.md docs/windows.md docs/workbench.md
+    docs/trace-format.md docs/validator.md docs/windows.md docs/workbench-host.md
+    docs/workbench.md
     DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs"
     COMPONENT development
 )
