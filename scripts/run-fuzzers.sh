@@ -17,6 +17,8 @@ trap '[ ${#pids[@]} -eq 0 ] || kill "${pids[@]}" 2> /dev/null || true; rm -rf "$
 
 export LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen
 export UBSAN_OPTIONS=print_stacktrace=1
+# As in tests/CMakeLists.txt, which says why.
+export ASAN_OPTIONS=intercept_tls_get_addr=0
 export LSAN_OPTIONS=suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0
 
 # fuzz TARGET: becomes the target; its output goes to a log, its findings to a folder of their own.
