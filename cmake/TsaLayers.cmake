@@ -22,7 +22,7 @@ set(TSA_LAYERS
     "host/simulator              | host/simulator/protocol"
 
     "host/workbench/addresses    | Interface host/simulator/protocol"
-    "host/workbench/trace        | host/common"
+    "host/workbench/trace        | host/common sdk/record"
     "host/workbench/project      | host/workbench/addresses sdk/relay"
     "host/workbench/events       | host/workbench/trace host/workbench/project"
     "host/workbench/store        | host/workbench/events"

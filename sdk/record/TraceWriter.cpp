@@ -2,11 +2,11 @@
 
 #include "Interface/TargetSelectArea.h"
 #include "host/common/WorkThread.h"
+#include "sdk/record/ReplacedFile.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
-#include <QFileInfo>
 #include <QSysInfo>
 #include <QThread>
 
@@ -43,20 +43,10 @@ QString threadName(bool isNotifying)
     return QStringLiteral("%1 %2").arg(QLatin1String(kind)).arg(number);
 }
 
-/// Returns why `path` cannot be replaced by a recording; empty if it can.
-QString obstacle(const QString& path)
+bool isRecording(QFile& file)
 {
-    const QFileInfo existing(path);
-    // Opening a pipe could block.
-    if (existing.exists() && !existing.isFile())
-        return TraceWriterMessages::tr("it is not a regular file");
-    if (existing.size() == 0)
-        return {};
-    QFile former(path);
     const QByteArray start(kHeaderStart);
-    if (former.open(QIODevice::ReadOnly) && former.read(start.size()) == start)
-        return {};
-    return TraceWriterMessages::tr("the file that is there is not a recording");
+    return file.read(start.size()) == start;
 }
 
 QString problemText(const QString& path, const QString& reason)
@@ -86,17 +76,16 @@ QByteArray header()
 bool CTraceWriter::open(const QString& path, QString& problem)
 {
     const std::lock_guard guard(m_mutex);
-    const QString reason = obstacle(path);
+    m_file.setFileName(path);
+    // Not as text: lines end alike everywhere.
+    QString reason =
+        openToReplace(m_file, m_lock, QIODevice::NotOpen, isRecording,
+                      TraceWriterMessages::tr("the file that is there is not a recording"));
+    const QByteArray first = header() + '\n';
+    if (reason.isEmpty() && (m_file.write(first) != first.size() || !m_file.flush()))
+        reason = m_file.errorString();
     if (!reason.isEmpty()) {
         problem = problemText(path, reason);
-        return false;
-    }
-    m_file.setFileName(path);
-    const QByteArray first = header() + '\n';
-    // Lines end alike everywhere.
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate)
-        || m_file.write(first) != first.size() || !m_file.flush()) {
-        problem = problemText(path, m_file.errorString());
         return false;
     }
     m_clock.start();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sdk/record/FileLock.h"
 #include "sdk/record/TraceEntry.h"
 
 #include <QElapsedTimer>
@@ -27,8 +28,9 @@ public:
     /// open().
     std::function<void(const QString& problem)> onFailure;
 
-    /// Starts a recording. Replaces an earlier recording, and no other file: returns false and sets
-    /// `problem` if there is something else at the path, or if the file cannot be written.
+    /// Starts a recording. Replaces an earlier recording that is not being written any more, and no
+    /// other file: returns false and sets `problem` if there is something else at the path, or if
+    /// the file cannot be written.
     bool open(const QString& path, QString& problem);
 
     bool isOpen() const { return m_isOpen; }
@@ -49,6 +51,7 @@ private:
     void writeLine(const QByteArray& line);
 
     std::mutex m_mutex;
+    CFileLock m_lock;      // of m_file; guarded by m_mutex
     QFile m_file;          // guarded by m_mutex
     QElapsedTimer m_clock; // started once, before m_isOpen
     qint64 m_sequence = 0; // guarded by m_mutex

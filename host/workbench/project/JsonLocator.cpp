@@ -140,7 +140,7 @@ TextPosition textPosition(const QByteArray& text, int offset)
     return {before.count('\n') + 1, QString::fromUtf8(before.mid(lineStart)).size() + 1};
 }
 
-std::optional<int> locateRepeatedMember(const QByteArray& json)
+std::optional<JsonMember> locateRepeatedMember(const QByteArray& json)
 {
     QVector<Members> open;
     Scanner scanner(json, 0);
@@ -162,7 +162,7 @@ std::optional<int> locateRepeatedMember(const QByteArray& json)
         } else if (isKey) {
             const QString key = scanner.takeString();
             if (open.constLast()->contains(key))
-                return offset;
+                return JsonMember{key, offset};
             open.last()->insert(key);
             isKey = false;
         } else if (character == ':') {

@@ -20,6 +20,13 @@ TextPosition textPosition(const QByteArray& text, int offset);
 /// exist, returns the offset of the last value found along it.
 int locateJsonValue(const QByteArray& json, const QStringList& path);
 
-/// Returns the byte offset of the first key in `json`, which must be well-formed, that occurs
-/// before in the same object. JSON leaves open which of the two values counts.
-std::optional<int> locateRepeatedMember(const QByteArray& json);
+/// A member of an object in a JSON text.
+struct JsonMember
+{
+    QString key;
+    int offset = 0; ///< of the key, in bytes
+};
+
+/// Returns the first member in `json`, which must be well-formed, whose key occurs before in the
+/// same object. JSON leaves open which of the two values counts.
+std::optional<JsonMember> locateRepeatedMember(const QByteArray& json);

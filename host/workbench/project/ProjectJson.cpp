@@ -24,6 +24,9 @@ struct ProjectJsonMessages
 
 using Problem = std::optional<JsonProblem>;
 
+/// How many characters of a key a message shows.
+constexpr int kKeyShown = 60;
+
 QString located(const QByteArray& json, int offset, const QString& reason)
 {
     const TextPosition position = textPosition(json, offset);
@@ -185,7 +188,10 @@ std::optional<Project> parseProject(const QByteArray& json, QString& problem)
         return std::nullopt;
     }
     if (const auto repeated = locateRepeatedMember(json)) {
-        problem = located(json, *repeated, ProjectJsonMessages::tr("this field occurs twice"));
+        const QString key = repeated->key.left(kKeyShown).simplified();
+        problem = located(json, repeated->offset,
+                          ProjectJsonMessages::tr("%1: %2").arg(
+                              key, ProjectJsonMessages::tr("this field occurs twice")));
         return std::nullopt;
     }
     Problem found;

@@ -32,6 +32,8 @@ constexpr int kInsideMs = 1000;
 /// The same for one that did not end inside it: enough for what the panel decides at once.
 constexpr int kOverlapMs = 20;
 constexpr int kPollMs = 2;
+/// How often a step looks before it has waited long, on a machine that is busy with others, too.
+constexpr int kRoundsOfAWait = 20;
 /// Rounds of the event loop in which layouts and menus settle before a gesture.
 constexpr int kRoundsBeforeGesture = 3;
 constexpr int kShown = 300;
@@ -155,7 +157,8 @@ void ReplayPlayer::step()
 /// Returns whether questions that have not come again will not do so.
 bool ReplayPlayer::hasWaitedLong() const
 {
-    return m_idle.hasExpired(CWorkThread::PendingJobs() > 0 ? kBusyMs : kQuestionMs);
+    return m_rounds >= kRoundsOfAWait
+           && m_idle.hasExpired(CWorkThread::PendingJobs() > 0 ? kBusyMs : kQuestionMs);
 }
 
 /// Comes back soon, unless the panel has taken too long.

@@ -1,9 +1,9 @@
 #include "host/workbench/trace/TraceFile.h"
 
 #include "host/workbench/trace/TraceModel.h"
+#include "sdk/record/ReplacedFile.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QRegularExpression>
 
 namespace {
@@ -28,21 +28,10 @@ TraceFile::TraceFile(TraceModel& trace, const QString& path)
 
 bool TraceFile::open(QString& problem)
 {
-    const QFileInfo existing(m_file);
-    // Opening a pipe could block.
-    if (existing.exists() && !existing.isFile()) {
-        problem = problemText(tr("it is not a regular file"));
-        return false;
-    }
-    if (existing.size() > 0) {
-        QFile former(m_file.fileName());
-        if (!former.open(QIODevice::ReadOnly) || !isTrace(former)) {
-            problem = problemText(tr("the file that is there is not a trace"));
-            return false;
-        }
-    }
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text)) {
-        problem = problemText(m_file.errorString());
+    const QString reason = openToReplace(m_file, m_lock, QIODevice::Text, isTrace,
+                                         tr("the file that is there is not a trace"));
+    if (!reason.isEmpty()) {
+        problem = problemText(reason);
         return false;
     }
     connect(&m_trace, &TraceModel::added, this, &TraceFile::write);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sdk/record/FileLock.h"
+
 #include <QFile>
 #include <QObject>
 #include <QVector>
@@ -16,8 +18,9 @@ public:
     /// Does not touch the file `path` before open() is called.
     TraceFile(TraceModel& trace, const QString& path);
 
-    /// Starts writing. Replaces an earlier trace, and no other file: returns false and sets
-    /// `problem` if there is something else at the path, or if the file cannot be written.
+    /// Starts writing. Replaces an earlier trace that is not being written any more, and no other
+    /// file: returns false and sets `problem` if there is something else at the path, or if the
+    /// file cannot be written.
     bool open(QString& problem);
 
     QString path() const { return m_file.fileName(); }
@@ -34,6 +37,7 @@ private:
     QString problemText(const QString& reason) const;
 
     TraceModel& m_trace;
+    CFileLock m_lock; // of m_file
     QFile m_file;
     bool m_hasFailed = false;
 };

@@ -372,6 +372,10 @@ The copy is kept as %2.</source>
         <source>%1 cannot be written: %2</source>
         <translation>无法写入 %1：%2</translation>
     </message>
+    <message>
+        <source>another program is writing it</source>
+        <translation>另一个程序正在写入该文件</translation>
+    </message>
 </context>
 <context>
     <name>ChangeCommands</name>
@@ -1787,10 +1791,6 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>%1 cannot be written: %2</source>
         <translation>无法写入 %1：%2</translation>
-    </message>
-    <message>
-        <source>it is not a regular file</source>
-        <translation>它不是普通文件</translation>
     </message>
     <message>
         <source>the file that is there is not a trace</source>
