@@ -1,6 +1,6 @@
 #include "sdk/record/TraceReader.h"
-#include "tests/support/ProgramRun.h"
 #include "tests/support/WarningTrap.h"
+#include "tests/support/WorkbenchRun.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -8,13 +8,6 @@
 #include <QTest>
 
 namespace {
-
-ProgramRun workbench(const QStringList& arguments)
-{
-    return runProgram(QStringLiteral(WORKBENCH_PROGRAM),
-                      QStringList{QStringLiteral("--library"), QStringLiteral(PANEL_LIBRARY)}
-                          + arguments);
-}
 
 /// Makes the folders from which the panel imported: it exported there before, and the scripts
 /// removed them at their end.
@@ -60,10 +53,10 @@ void ExampleReplaysTest::shouldReplayARecordedScript()
     QFETCH(QString, script);
     const QString path = m_folder.filePath(QStringLiteral("session.jsonl"));
     ProgramRun run =
-        workbench({QStringLiteral("--script"), script, QStringLiteral("--record"), path});
+        runWorkbench({QStringLiteral("--script"), script, QStringLiteral("--record"), path});
     QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
     restoreFolders(path);
-    run = workbench({QStringLiteral("--replay"), path});
+    run = runWorkbench({QStringLiteral("--replay"), path});
     QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
 }
 

@@ -10,6 +10,7 @@
 #include "tests/support/TestRecords.h"
 #include "tests/support/WarningTrap.h"
 
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLineEdit>
@@ -77,6 +78,7 @@ private slots:
     void shouldNotRecordTheHost();
     void shouldFindWidgetsByTheirPath();
     void shouldPassOnWithoutAFile();
+    void shouldLeaveARecordingThatIsBeingWritten();
 
 private:
     std::vector<CTraceEntry> entries(Kind kind) const;
@@ -420,6 +422,22 @@ void RecorderTest::shouldPassOnWithoutAFile()
     QCOMPARE(idle.record(&layer), &layer);
     QCOMPARE(idle.record(handler), handler);
     QVERIFY(!idle.hasFailed());
+}
+
+void RecorderTest::shouldLeaveARecordingThatIsBeingWritten()
+{
+    const QString path = m_folder->filePath(QStringLiteral("trace"));
+    CRecorder second;
+    QString problem;
+    QVERIFY(!second.open(path, problem));
+    QCOMPARE(problem, QDir::toNativeSeparators(path)
+                          + QStringLiteral(" cannot be written: another program is writing it"));
+    Layer layer;
+    QCOMPARE(m_recorder->record(&layer)->DetectDevices(), 7U);
+    QVERIFY(!entries(Kind::Layer).empty());
+    m_recorder.reset();
+    QVERIFY2(second.open(path, problem), qPrintable(problem));
+    QVERIFY(entries(Kind::Layer).empty());
 }
 
 TSA_TEST_MAIN(RecorderTest)

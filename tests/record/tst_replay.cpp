@@ -1,8 +1,8 @@
 #include "host/workbench/replay/Recording.h"
 #include "sdk/record/TraceReader.h"
 #include "sdk/record/TraceValues.h"
-#include "tests/support/ProgramRun.h"
 #include "tests/support/WarningTrap.h"
+#include "tests/support/WorkbenchRun.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -14,16 +14,9 @@
 
 namespace {
 
-ProgramRun workbench(const QStringList& arguments)
-{
-    return runProgram(QStringLiteral(WORKBENCH_PROGRAM),
-                      QStringList{QStringLiteral("--library"), QStringLiteral(PANEL_LIBRARY)}
-                          + arguments);
-}
-
 ProgramRun replay(const QString& path)
 {
-    return workbench({QStringLiteral("--replay"), path});
+    return runWorkbench({QStringLiteral("--replay"), path});
 }
 
 /// Returns the number of the line in which `part` begins.
@@ -105,8 +98,8 @@ private:
 
 void ReplayTest::initTestCase()
 {
-    const ProgramRun outcome = runProgram(QStringLiteral(RECORDED_HOST),
-                                          {QStringLiteral(PANEL_LIBRARY), file("session.jsonl")});
+    const ProgramRun outcome =
+        runProgram(QStringLiteral(RECORDED_HOST), {panelLibrary(), file("session.jsonl")});
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
     m_recording = contentOf(file("session.jsonl"));
     QVERIFY(m_recording.contains("\"name\":\"DeleteProcessors\""));
@@ -257,7 +250,7 @@ void ReplayTest::shouldRecordInTheWorkbench()
 {
     const QString path = file("workbench.jsonl");
     ProgramRun outcome =
-        workbench({QStringLiteral("--self-test"), QStringLiteral("--record"), path});
+        runWorkbench({QStringLiteral("--self-test"), QStringLiteral("--record"), path});
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
     QVERIFY(contentOf(path).contains("\"name\":\"Destroy\""));
     outcome = replay(path);
@@ -282,7 +275,7 @@ void ReplayTest::shouldNotRecordOverOtherFiles()
     QFETCH(QString, reason);
     QVERIFY(writeFile(file("mine.txt"), "mine"));
     const ProgramRun outcome =
-        workbench({QStringLiteral("--self-test"), QStringLiteral("--record"), path});
+        runWorkbench({QStringLiteral("--self-test"), QStringLiteral("--record"), path});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains(reason), qPrintable(outcome.errors));
     QCOMPARE(contentOf(file("mine.txt")), QByteArray("mine"));
@@ -291,13 +284,8 @@ void ReplayTest::shouldNotRecordOverOtherFiles()
 #ifdef Q_OS_UNIX
 void ReplayTest::shouldFailWhenTheRecordingEnds()
 {
-    // A full disk: the recording has more than the 512 bytes that it may have.
-    const ProgramRun outcome =
-        runProgram(QStringLiteral("/bin/sh"),
-                   {QStringLiteral("-c"), QStringLiteral("trap '' XFSZ; ulimit -f 1; exec \"$@\""),
-                    QStringLiteral("sh"), QStringLiteral(WORKBENCH_PROGRAM),
-                    QStringLiteral("--self-test"), QStringLiteral("--library"),
-                    QStringLiteral(PANEL_LIBRARY), QStringLiteral("--record"), file("full.jsonl")});
+    const ProgramRun outcome = runWorkbenchOnAFullDisk(
+        {QStringLiteral("--self-test"), QStringLiteral("--record"), file("full.jsonl")});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains(file("full.jsonl") + QStringLiteral(" cannot be written: ")),
              qPrintable(outcome.errors));

@@ -1,5 +1,5 @@
-#include "tests/support/ProgramRun.h"
 #include "tests/support/WarningTrap.h"
+#include "tests/support/WorkbenchRun.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -8,17 +8,6 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
-
-namespace {
-
-ProgramRun workbench(const QStringList& arguments, const QByteArray& input = {})
-{
-    return runProgram(
-        QStringLiteral(WORKBENCH_PROGRAM),
-        QStringList{QStringLiteral("--library"), QStringLiteral(PANEL_LIBRARY)} + arguments, input);
-}
-
-} // namespace
 
 /// Sessions that are hard to repeat: each is a script, which is recorded and replayed.
 class ScriptReplaysTest final : public QObject
@@ -55,7 +44,7 @@ void ScriptReplaysTest::initTestCase()
 /// Records what the script does with the project of the examples.
 void ScriptReplaysTest::record(const QByteArray& script)
 {
-    const ProgramRun run = workbench(
+    const ProgramRun run = runWorkbench(
         {QStringLiteral("--script"), QStringLiteral("-"), QStringLiteral("--record"), m_path},
         "open \"projects/show.json\"\nexpect shown\n" + script);
     QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
@@ -64,7 +53,7 @@ void ScriptReplaysTest::record(const QByteArray& script)
 
 void ScriptReplaysTest::replay()
 {
-    const ProgramRun run = workbench({QStringLiteral("--replay"), m_path});
+    const ProgramRun run = runWorkbench({QStringLiteral("--replay"), m_path});
     QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
 }
 

@@ -1,13 +1,12 @@
 #include "tests/system/WorkbenchProgram.h"
 
-#include "tests/support/ProgramRun.h"
+#include "tests/support/WorkbenchRun.h"
 
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QLocalSocket>
 #include <QPixmap>
 #include <QProcessEnvironment>
 #include <QRegularExpression>
@@ -15,7 +14,6 @@
 
 namespace {
 
-constexpr int kAnswerMs = 10000;
 constexpr int kEndMs = 60000;
 
 const QRegularExpression& shortIdentity()
@@ -65,21 +63,19 @@ void WorkbenchProgram::start(const QStringList& arguments)
     environment.insert(QStringLiteral("QT_LOGGING_RULES"),
                        QStringLiteral("qt.qpa.xcb.warning=false"));
     m_process.setProcessEnvironment(environment);
-    m_process.start(QStringLiteral(WORKBENCH_PROGRAM),
-                    QStringList{QStringLiteral("--library"), QStringLiteral(PANEL_LIBRARY),
-                                QStringLiteral("--trace"), path(QStringLiteral("trace.txt")),
-                                QStringLiteral("--inspect"), path(QStringLiteral("inspector"))}
-                        + arguments);
+    m_process.start(
+        workbenchProgram(),
+        withPanel(QStringList{QStringLiteral("--trace"), path(QStringLiteral("trace.txt")),
+                              QStringLiteral("--inspect"), path(QStringLiteral("inspector"))}
+                  + arguments));
     if (!m_process.waitForStarted())
         throw Stuck(m_process.errorString());
 }
 
 QString WorkbenchProgram::replay(const QString& recording) const
 {
-    const ProgramRun run = runProgram(QStringLiteral(WORKBENCH_PROGRAM),
-                                      {QStringLiteral("-platform"), QStringLiteral("offscreen"),
-                                       QStringLiteral("--library"), QStringLiteral(PANEL_LIBRARY),
-                                       QStringLiteral("--replay"), recording});
+    const ProgramRun run = runWorkbench({QStringLiteral("-platform"), QStringLiteral("offscreen"),
+                                         QStringLiteral("--replay"), recording});
     return run.exitCode == 0 ? QString() : run.errors;
 }
 
@@ -92,15 +88,8 @@ void WorkbenchProgram::kill()
 
 Screen WorkbenchProgram::look() const
 {
-    QLocalSocket socket;
-    socket.connectToServer(path(QStringLiteral("inspector")), QIODevice::ReadOnly);
-    if (!socket.waitForConnected(kAnswerMs))
-        return {};
-    QByteArray told;
-    while (socket.state() == QLocalSocket::ConnectedState && socket.waitForReadyRead(kAnswerMs))
-        told += socket.readAll();
-    told += socket.readAll();
-    return Screen(QJsonDocument::fromJson(told).object());
+    const QByteArray told = inspectWorkbench(path(QStringLiteral("inspector")));
+    return told.isEmpty() ? Screen() : Screen(QJsonDocument::fromJson(told).object());
 }
 
 QStringList WorkbenchProgram::log(const QString& kind) const

@@ -2,6 +2,7 @@
 
 #include "host/widgets/HostTheme.h"
 #include "tests/support/TreeDump.h"
+#include "tests/support/WorkbenchRun.h"
 #include "tests/workbench/SampleRecords.h"
 
 #include <QSettings>
@@ -11,11 +12,6 @@ TestSettings::TestSettings()
 {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.path());
     ApplyHostTheme(*qApp);
-}
-
-QString panelLibrary()
-{
-    return QStringLiteral(WORKBENCH_PANEL_LIBRARY);
 }
 
 WorkbenchUnderTest::WorkbenchUnderTest(Notifier::Delivery delivery)

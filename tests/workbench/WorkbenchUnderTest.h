@@ -30,9 +30,6 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// Where the panel's library was built.
-QString panelLibrary();
-
 /// A workbench with the real library, the panel docked and the small project open.
 struct WorkbenchUnderTest
 {

@@ -1,19 +1,17 @@
 #include "host/workbench/session/RecoveryFile.h"
 #include "host/workbench/session/Settings.h"
-#include "tests/support/ProgramRun.h"
 #include "tests/support/WarningTrap.h"
+#include "tests/support/WorkbenchRun.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QLocalSocket>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
 namespace {
 
-constexpr int kAnswerMs = 10000;
 constexpr int kSoonMs = 60000;
 
 /// The workbench with a user, who is not there.
@@ -32,11 +30,11 @@ public:
 
     void start()
     {
-        m_process.start(QStringLiteral(WORKBENCH_PROGRAM),
-                        {QStringLiteral("--library"), QStringLiteral(WORKBENCH_PANEL_LIBRARY),
-                         QStringLiteral("--project"), file("mine.json"), QStringLiteral("--trace"),
-                         file("trace.txt"), QStringLiteral("--record"), file("session.jsonl"),
-                         QStringLiteral("--inspect"), file("inspector")});
+        m_process.start(
+            workbenchProgram(),
+            withPanel({QStringLiteral("--project"), file("mine.json"), QStringLiteral("--trace"),
+                       file("trace.txt"), QStringLiteral("--record"), file("session.jsonl"),
+                       QStringLiteral("--inspect"), file("inspector")}));
     }
 
     /// Ends the program as a crash does: it does not get to know.
@@ -51,18 +49,7 @@ public:
     QString file(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
 
     /// Returns what its windows show; empty while it does not listen.
-    QString look() const
-    {
-        QLocalSocket socket;
-        socket.connectToServer(file("inspector"), QIODevice::ReadOnly);
-        if (!socket.waitForConnected(kAnswerMs))
-            return {};
-        QByteArray told;
-        while (socket.state() == QLocalSocket::ConnectedState && socket.waitForReadyRead(kAnswerMs))
-            told += socket.readAll();
-        told += socket.readAll();
-        return QString::fromUtf8(told);
-    }
+    QString look() const { return QString::fromUtf8(inspectWorkbench(file("inspector"))); }
 
     bool shows(const char* text) const { return look().contains(QLatin1String(text)); }
 
@@ -104,7 +91,7 @@ void CrashedWorkbenchTest::shouldStartAgainAndOfferTheCopy()
 {
     Workbench workbench{QDir(m_folder.path())};
     const QString project = workbench.file("mine.json");
-    const QString sample = QStringLiteral(WORKBENCH_PROJECTS "/sample.json");
+    const QString sample = sampleProject();
     QVERIFY(QFile::copy(sample, project));
     workbench.start();
     QTRY_VERIFY_WITH_TIMEOUT(workbench.shows("All processors(120)"), kSoonMs);

@@ -2,8 +2,8 @@
 #include "host/workbench/session/PictureFile.h"
 #include "host/workbench/session/RecoveryFile.h"
 #include "host/workbench/window/ChangedFileBar.h"
-#include "tests/support/ProgramRun.h"
 #include "tests/support/UnusualFolder.h"
+#include "tests/support/WorkbenchRun.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
 
 #include <QDir>
@@ -19,13 +19,6 @@ namespace {
 QString text(const char* utf8)
 {
     return QString::fromUtf8(utf8);
-}
-
-ProgramRun workbench(const QStringList& arguments)
-{
-    return runProgram(QStringLiteral(WORKBENCH_PROGRAM),
-                      QStringList{text("--library"), QStringLiteral(WORKBENCH_PANEL_LIBRARY)}
-                          + arguments);
 }
 
 /// A folder that is removed when nobody watches it any more.
@@ -75,17 +68,17 @@ void FileNamesTest::shouldTakeFilesFromTheCommandLine()
     QFETCH(bool, isLong);
     const UnusualPlace place(isLong);
     const QString project = place.file("工程.json");
-    QVERIFY(QFile::copy(QStringLiteral(WORKBENCH_PROJECTS "/sample.json"), project));
+    QVERIFY(QFile::copy(sampleProject(), project));
     QVERIFY(writeFile(place.file("脚本.script"), "expect shown\n"
                                                  "picture \"图片\"\n"
                                                  "save \"另存.json\"\n"
                                                  "open \"另存.json\"\n"
                                                  "expect shown\n"));
     const QString recording = place.file("记录.jsonl");
-    const ProgramRun run =
-        workbench({text("--project"), project, text("--script"), place.file("脚本.script"),
-                   text("--junit"), place.file("结果.xml"), text("--pictures"), place.file("图片"),
-                   text("--trace"), place.file("日志.txt"), text("--record"), recording});
+    const ProgramRun run = runWorkbench(
+        {text("--project"), project, text("--script"), place.file("脚本.script"), text("--junit"),
+         place.file("结果.xml"), text("--pictures"), place.file("图片"), text("--trace"),
+         place.file("日志.txt"), text("--record"), recording});
     QVERIFY2(run.exitCode == 0, qPrintable(run.errors));
     for (const char* name : {"另存.json", "结果.xml", "日志.txt", "记录.jsonl"})
         QVERIFY2(QFileInfo(place.file(name)).size() > 0, name);
@@ -93,7 +86,7 @@ void FileNamesTest::shouldTakeFilesFromTheCommandLine()
     QCOMPARE(pictures.size(), 1);
     QVERIFY(!QImage(pictures.first().filePath()).isNull());
 
-    const ProgramRun again = workbench({text("--replay"), recording});
+    const ProgramRun again = runWorkbench({text("--replay"), recording});
     QVERIFY2(again.exitCode == 0, qPrintable(again.errors));
 }
 

@@ -3,6 +3,7 @@
 #include "host/workbench/trace/TraceFile.h"
 #include "host/workbench/trace/TraceModel.h"
 #include "host/workbench/window/LogFilter.h"
+#include "tests/support/ProgramRun.h"
 #include "tests/support/TextFile.h"
 #include "tests/support/WarningTrap.h"
 
@@ -37,6 +38,7 @@ private slots:
     void shouldKeepTextsShort();
     void shouldWriteToAFile();
     void shouldReplaceAFormerTraceOnly();
+    void shouldLeaveATraceThatIsBeingWritten();
     void shouldKeepALineALine();
 #ifdef Q_OS_UNIX // Windows limits no file.
     void shouldTellThatItCannotGoOn();
@@ -225,6 +227,28 @@ void LiveLogTest::shouldReplaceAFormerTraceOnly()
         QCOMPARE(problem, QDir::toNativeSeparators(odd)
                               + QStringLiteral(" cannot be written: it is not a regular file"));
     }
+}
+
+void LiveLogTest::shouldLeaveATraceThatIsBeingWritten()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("trace.txt"));
+    TraceModel trace;
+    QString problem;
+    TraceFile second(trace, path);
+    {
+        TraceFile first(trace, path);
+        QVERIFY2(first.open(problem), qPrintable(problem));
+        QVERIFY(!second.open(problem));
+        QCOMPARE(problem,
+                 QDir::toNativeSeparators(path)
+                     + QStringLiteral(" cannot be written: another program is writing it"));
+        trace.add(TraceEntry::Kind::Log, QStringLiteral("kept"));
+        trace.flush();
+        QVERIFY(contentOf(path).endsWith(asTextFile("\tlog\tGUI\tkept\n")));
+    }
+    QVERIFY2(second.open(problem), qPrintable(problem));
+    QCOMPARE(contentOf(path), QByteArray());
 }
 
 void LiveLogTest::shouldKeepALineALine()

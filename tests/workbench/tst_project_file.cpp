@@ -262,13 +262,18 @@ void ProjectFileTest::shouldRefuse_data()
         "line 2, column 15: answers.hostReply: one of whenRaised, beforeReturn, afterReturn, "
         "secondLater is expected");
     row("field twice", "{\"version\": 1,\n \"groups\": [],\n \"groups\": []}",
-        "line 3, column 2: this field occurs twice");
+        "line 3, column 2: groups: this field occurs twice");
     row("field of a record twice",
         "{\"version\": 1, \"groups\": [{\"id\": \"00000001-0000-0000-0000-000000000001\"},\n"
         "{\"id\": \"00000001-0000-0000-0000-000000000002\", \"name\": \"a:{[\", \"id\": 1}]}",
-        "line 2, column 64: this field occurs twice");
+        "line 2, column 64: id: this field occurs twice");
     row("field twice, once escaped", R"({"version": 1, "groups": [], "gr\u006fups": []})",
-        "line 1, column 30: this field occurs twice");
+        "line 1, column 30: groups: this field occurs twice");
+    row("long key twice",
+        QByteArray(R"({"version": 1, "@": 1, "@": 2})").replace("@", QByteArray(100, 'k')),
+        "line 1, column 123: " + QByteArray(60, 'k') + ": this field occurs twice");
+    row("key of two lines twice", R"({"version": 1, "a\nb": 1, "a\nb": 2})",
+        "line 1, column 27: a b: this field occurs twice");
     row("pause too long", "{\"version\": 1, \"answers\": {\n \"detectPauseMs\": 10001}}",
         "line 2, column 19: answers.detectPauseMs: a whole number from 0 to 10000 is expected");
     row("negative pause", "{\"version\": 1, \"answers\": {\n \"detectPauseMs\": -1}}",

@@ -1,5 +1,5 @@
-#include "tests/support/ProgramRun.h"
 #include "tests/support/WarningTrap.h"
+#include "tests/support/WorkbenchRun.h"
 
 #include <QDir>
 #include <QFile>
@@ -12,12 +12,8 @@ namespace {
 /// Runs the workbench on a script at its standard input, in the folder of the examples.
 ProgramRun run(const QByteArray& script, const QStringList& arguments = {})
 {
-    return runProgram(QStringLiteral(WORKBENCH_PROGRAM),
-                      QStringList{QStringLiteral("--library"),
-                                  QStringLiteral(WORKBENCH_PANEL_LIBRARY),
-                                  QStringLiteral("--script"), QStringLiteral("-")}
-                          + arguments,
-                      script);
+    return runWorkbench(QStringList{QStringLiteral("--script"), QStringLiteral("-")} + arguments,
+                        script);
 }
 
 QByteArray start()

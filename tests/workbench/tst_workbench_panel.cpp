@@ -6,6 +6,7 @@
 #include "host/workbench/window/RecordsPanel.h"
 #include "tests/support/Contrast.h"
 #include "tests/support/DialogDriver.h"
+#include "tests/support/WorkbenchRun.h"
 #include "tests/workbench/WorkbenchUnderTest.h"
 
 #include <QComboBox>

@@ -1,8 +1,9 @@
-#include "tests/support/ProgramRun.h"
 #include "tests/support/WarningTrap.h"
+#include "tests/support/WorkbenchRun.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QImage>
 #include <QLocalServer>
 #include <QProcess>
@@ -15,28 +16,20 @@
 
 namespace {
 
-QStringList withPanel(const QStringList& arguments)
-{
-    return QStringList{QStringLiteral("--library"), QStringLiteral(WORKBENCH_PANEL_LIBRARY)}
-           + arguments;
-}
-
 /// Runs the workbench's self-test with the panel.
 ProgramRun selfTest(const QStringList& arguments)
 {
-    return runProgram(QStringLiteral(WORKBENCH_PROGRAM),
-                      withPanel(QStringList{QStringLiteral("--self-test")} + arguments));
+    return runWorkbench(QStringList{QStringLiteral("--self-test")} + arguments);
 }
 
 /// Runs a script on the project of that path.
 ProgramRun runScript(const QByteArray& script, const QString& project,
                      const QStringList& arguments = {})
 {
-    return runProgram(QStringLiteral(WORKBENCH_PROGRAM),
-                      withPanel(QStringList{QStringLiteral("--script"), QStringLiteral("-"),
-                                            QStringLiteral("--project"), project}
-                                + arguments),
-                      script);
+    return runWorkbench(QStringList{QStringLiteral("--script"), QStringLiteral("-"),
+                                    QStringLiteral("--project"), project}
+                            + arguments,
+                        script);
 }
 
 /// A project of one processor.
@@ -65,6 +58,8 @@ private slots:
     void shouldFailWhenTheTraceEnds();
 #endif
     void shouldLeaveTheSocketOfAnother();
+    void shouldLeaveTheLinesOfAnother_data();
+    void shouldLeaveTheLinesOfAnother();
     void shouldHaveTheScaleOfTheDisplay_data();
     void shouldHaveTheScaleOfTheDisplay();
     void shouldRefuseProjects_data();
@@ -116,7 +111,7 @@ void WorkbenchProgramTest::shouldLeaveItsProjectAsItIs()
     QFETCH(QString, reason);
     const QString project = file("mine.json");
     QFile::remove(project);
-    QVERIFY(QFile::copy(QStringLiteral(WORKBENCH_PROJECTS "/sample.json"), project));
+    QVERIFY(QFile::copy(sampleProject(), project));
     const QByteArray before = contentOf(project);
     const ProgramRun outcome = selfTest({QStringLiteral("--project"), project, option, project});
     QCOMPARE(outcome.exitCode, 1);
@@ -151,8 +146,7 @@ void WorkbenchProgramTest::shouldRefuseOptionsThatDoNotGoTogether()
 {
     QFETCH(QString, options);
     QFETCH(QString, reason);
-    const ProgramRun outcome =
-        runProgram(QStringLiteral(WORKBENCH_PROGRAM), options.split(QLatin1Char(' ')));
+    const ProgramRun outcome = runProgram(workbenchProgram(), options.split(QLatin1Char(' ')));
     QCOMPARE(outcome.exitCode, 2);
     QVERIFY2(outcome.errors.contains(reason), qPrintable(outcome.errors));
 }
@@ -160,13 +154,8 @@ void WorkbenchProgramTest::shouldRefuseOptionsThatDoNotGoTogether()
 #ifdef Q_OS_UNIX
 void WorkbenchProgramTest::shouldFailWhenTheTraceEnds()
 {
-    // A full disk: the trace of a self-test has more than the 512 bytes that it may have.
-    const ProgramRun outcome = runProgram(
-        QStringLiteral("/bin/sh"),
-        {QStringLiteral("-c"), QStringLiteral("trap '' XFSZ; ulimit -f 1; exec \"$@\""),
-         QStringLiteral("sh"), QStringLiteral(WORKBENCH_PROGRAM), QStringLiteral("--self-test"),
-         QStringLiteral("--library"), QStringLiteral(WORKBENCH_PANEL_LIBRARY),
-         QStringLiteral("--trace"), file("trace.txt")});
+    const ProgramRun outcome = runWorkbenchOnAFullDisk(
+        {QStringLiteral("--self-test"), QStringLiteral("--trace"), file("trace.txt")});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains(file("trace.txt") + QStringLiteral(" cannot be written: ")),
              qPrintable(outcome.errors));
@@ -184,6 +173,36 @@ void WorkbenchProgramTest::shouldLeaveTheSocketOfAnother()
 #ifdef Q_OS_UNIX // A local socket is no file on Windows.
     QVERIFY(QFile::exists(file("inspector")));
 #endif
+}
+
+void WorkbenchProgramTest::shouldLeaveTheLinesOfAnother_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::newRow("trace") << QStringLiteral("--trace");
+    QTest::newRow("recording") << QStringLiteral("--record");
+}
+
+/// As long as the other one runs: a crash locks nothing.
+void WorkbenchProgramTest::shouldLeaveTheLinesOfAnother()
+{
+    QFETCH(QString, option);
+    const QString path = file("lines of" + option.toUtf8());
+    QProcess first;
+    first.start(workbenchProgram(), withPanel({option, path}));
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(path).size() > 0, 30000);
+    const QByteArray start = contentOf(path);
+    ProgramRun second = selfTest({option, path});
+    QCOMPARE(second.exitCode, 1);
+    QVERIFY2(second.errors.contains(
+                 QDir::toNativeSeparators(path)
+                 + QStringLiteral(" cannot be written: another program is writing it")),
+             qPrintable(second.errors));
+    QVERIFY(contentOf(path).startsWith(start));
+
+    first.kill();
+    QVERIFY(first.waitForFinished());
+    second = selfTest({option, path});
+    QVERIFY2(second.exitCode == 0, qPrintable(second.errors));
 }
 
 void WorkbenchProgramTest::shouldHaveTheScaleOfTheDisplay_data()
@@ -209,10 +228,8 @@ void WorkbenchProgramTest::shouldHaveTheScaleOfTheDisplay()
     QVERIFY(writeFile(script, "expect shown\npicture \"window\"\n"));
     const QDir pictures(file("pictures"));
     qputenv("QT_FONT_DPI", QByteArray::number(dotsPerInch));
-    const ProgramRun outcome = runProgram(
-        QStringLiteral(WORKBENCH_PROGRAM),
-        {QStringLiteral("--library"), QStringLiteral(WORKBENCH_PANEL_LIBRARY),
-         QStringLiteral("--script"), script, QStringLiteral("--pictures"), pictures.path()});
+    const ProgramRun outcome = runWorkbench(
+        {QStringLiteral("--script"), script, QStringLiteral("--pictures"), pictures.path()});
     qunsetenv("QT_FONT_DPI");
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
     const QStringList files = pictures.entryList(QDir::Files);
@@ -224,9 +241,9 @@ void WorkbenchProgramTest::shouldRefuseProjects_data()
 {
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<QString>("reason");
-    QTest::newRow("field twice") << QByteArray(
-        "{\"version\": 1,\n \"ipList\": [],\n \"ipList\": []}")
-                                 << QStringLiteral("line 3, column 2: this field occurs twice");
+    QTest::newRow("field twice")
+        << QByteArray("{\"version\": 1,\n \"ipList\": [],\n \"ipList\": []}")
+        << QStringLiteral("line 3, column 2: ipList: this field occurs twice");
     QTest::newRow("out of range") << QByteArray(
         "{\"version\": 1,\n \"answers\": {\"detectPauseMs\": 10001}}")
                                   << QStringLiteral("line 2, column 31: answers.detectPauseMs: ");
@@ -271,8 +288,7 @@ void WorkbenchProgramTest::shouldRecordAScriptOnAProject()
     QCOMPARE(contentOf(file("one.json")), projectOf("One"));
     QVERIFY(contentOf(file("session.txt")).contains("RenameProcessor"));
     QVERIFY(contentOf(file("session.jsonl")).contains("\"name\":\"RenameProcessor\""));
-    outcome = runProgram(QStringLiteral(WORKBENCH_PROGRAM),
-                         withPanel({QStringLiteral("--replay"), file("session.jsonl")}));
+    outcome = runWorkbench({QStringLiteral("--replay"), file("session.jsonl")});
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
 }
 
@@ -301,9 +317,8 @@ void WorkbenchProgramTest::shouldNeverReplaceWhatAnotherProgramWrote()
     QVERIFY(writeFile(file("shared.json"), projectOf("One")));
     QVERIFY(writeFile(file("shared.script"), script));
     QProcess program;
-    program.start(QStringLiteral(WORKBENCH_PROGRAM),
-                  withPanel({QStringLiteral("--script"), file("shared.script"),
-                             QStringLiteral("--pictures"), file("pictures")}));
+    program.start(workbenchProgram(), withPanel({QStringLiteral("--script"), file("shared.script"),
+                                                 QStringLiteral("--pictures"), file("pictures")}));
     const std::pair<const char*, const char*> changes[] = {
         {"01-opened.png", "Two"}, {"02-kept.png", "Three"}, {"03-reloaded.png", "Four"}};
     for (const auto& [picture, name] : changes) {
