@@ -10,16 +10,21 @@ namespace {
 // The object name by which QLineEdit knows its clear action.
 constexpr char kClearAction[] = "_q_qlineeditclearaction";
 
+// The padding of other fields in the theme; here it would keep the actions off the edges.
+constexpr int kTextMargin = 6;
+
 } // namespace
 
 CActionLineEdit::CActionLineEdit(QWidget* parent)
     : QLineEdit(parent)
 {
+    setTextMargins(kTextMargin, 0, 0, 0);
 }
 
 QAction* CActionLineEdit::AddLeadingAction(const QIcon& icon, const QString& toolTip)
 {
     QAction* action = addAction(icon, LeadingPosition);
+    setTextMargins(0, 0, 0, 0);
     // Assistive technology reads the text as the name of the button.
     action->setText(toolTip);
     action->setToolTip(toolTip);

@@ -47,6 +47,7 @@ class TestActionLineEdit final : public QObject
 private slots:
     void initTestCase();
     void shouldShowAnActionInFrontOfTheText();
+    void shouldBeginItsTextLikeOtherFieldsWithoutAnAction();
     void shouldClearByItsButton();
     void shouldClearNothingWhileReadOnly();
     void shouldShowItsClearButtonWithTextOnly();
@@ -71,6 +72,21 @@ void TestActionLineEdit::shouldShowAnActionInFrontOfTheText()
     QSignalSpy searches(form.search, &QAction::triggered);
     QTest::mouseClick(button, Qt::LeftButton);
     QCOMPARE(searches.count(), 1);
+}
+
+void TestActionLineEdit::shouldBeginItsTextLikeOtherFieldsWithoutAnAction()
+{
+    const auto textBegin = [](QLineEdit& field) {
+        field.resize(176, 24);
+        field.ensurePolished();
+        return field.inputMethodQuery(Qt::ImCursorRectangle).toRect().left();
+    };
+    QLineEdit other;
+    CActionLineEdit field;
+    field.setClearButtonEnabled(true);
+    QCOMPARE(textBegin(field), textBegin(other));
+    field.AddLeadingAction(QIcon(QPixmap(16, 16)), QStringLiteral("Find"));
+    QVERIFY(textBegin(field) > textBegin(other));
 }
 
 void TestActionLineEdit::shouldClearByItsButton()
