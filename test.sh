@@ -91,7 +91,7 @@ for name in "${stages[@]}"; do
         stage "windows: cross-build, every test under Wine, the zip"
         scripts/windows/setup.sh || fail "the Qt for Windows is not there" "mend what is said above"
         build windows
-        suite windows --label-exclude '^(lint|long)$'
+        suite windows
         scripts/windows/check-zip.sh || fail "the zip does not work" \
             "unpack it and start the workbench: it is in build/windows/packages"
         ;;
