@@ -137,6 +137,12 @@ PROGRAMS = (
         repetitions=30,
         quick_repetitions=10,
     ),
+    Program(
+        "bench_replay",
+        (Figure("replay / session", "replay", "session", WALL, 0.4),),
+        repetitions=3,
+        quick_repetitions=1,
+    ),
 )
 
 
