@@ -1,15 +1,33 @@
 #include "sdk/record/FileLock.h"
 
 #include <QDir>
+#include <QFileInfo>
 
+#include <string>
 #include <utility>
 
 #include <windows.h>
 
+namespace {
+
+/// Returns the form in which the system takes paths of any length.
+std::wstring longPath(const QString& path)
+{
+    const QString native = QDir::toNativeSeparators(QFileInfo(path).absoluteFilePath());
+    if (native.startsWith(QLatin1String("\\\\?\\")))
+        return native.toStdWString();
+    const bool isOnServer = native.startsWith(QLatin1String("\\\\"));
+    return (isOnServer ? QStringLiteral("\\\\?\\UNC\\") + native.mid(2)
+                       : QStringLiteral("\\\\?\\") + native)
+        .toStdWString();
+}
+
+} // namespace
+
 bool CFileLock::take(const QString& path)
 {
     release();
-    const std::wstring name = QDir::toNativeSeparators(path).toStdWString();
+    const std::wstring name = longPath(path);
     const HANDLE file =
         CreateFileW(name.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
                     nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);

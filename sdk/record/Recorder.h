@@ -35,7 +35,7 @@ public:
     explicit CRecorder(QObject* parent = nullptr);
     ~CRecorder() override;
 
-    /// See CTraceWriter::open().
+    /// Starts the recording, once: see CTraceWriter::open().
     bool open(const QString& path, QString& problem);
 
     bool isOpen() const { return m_writer->isOpen(); }

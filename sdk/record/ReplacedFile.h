@@ -6,9 +6,9 @@
 
 class CFileLock;
 
-/// Opens `file` to be written from its beginning, and locks it until `lock` ends, which has to
-/// outlive the writing. Replaces nothing but an empty file or one that `isOurs` recognizes, which
-/// may read `file` from its beginning. Returns the reason if the file is not opened, else an empty
-/// text; `notOurs` is the reason if there is another file.
+/// Opens `file` to be written from its beginning, and locks it with `lock`, which has to outlive
+/// the writing. Replaces an empty file and one that `isOurs` recognizes, no other: `isOurs` gets
+/// the file that is there, open at its beginning. Returns why the file is not opened, `notOurs` if
+/// it is another one; empty if it is open.
 QString openToReplace(QFile& file, CFileLock& lock, QIODevice::OpenMode flags,
                       const std::function<bool(QFile& former)>& isOurs, const QString& notOurs);

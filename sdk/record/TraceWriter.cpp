@@ -76,6 +76,11 @@ QByteArray header()
 bool CTraceWriter::open(const QString& path, QString& problem)
 {
     const std::lock_guard guard(m_mutex);
+    if (m_isOpen) {
+        problem = problemText(path, TraceWriterMessages::tr("a recording is being written to %1")
+                                        .arg(QDir::toNativeSeparators(m_file.fileName())));
+        return false;
+    }
     m_file.setFileName(path);
     // Not as text: lines end alike everywhere.
     QString reason =

@@ -28,9 +28,9 @@ public:
     /// open().
     std::function<void(const QString& problem)> onFailure;
 
-    /// Starts a recording. Replaces an earlier recording that is not being written any more, and no
-    /// other file: returns false and sets `problem` if there is something else at the path, or if
-    /// the file cannot be written.
+    /// Starts the recording, once. Replaces an earlier recording that is not being written any
+    /// more, and no other file: returns false and sets `problem` if there is something else at the
+    /// path, or if the file cannot be written.
     bool open(const QString& path, QString& problem);
 
     bool isOpen() const { return m_isOpen; }

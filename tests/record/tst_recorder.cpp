@@ -11,6 +11,7 @@
 #include "tests/support/WarningTrap.h"
 
 #include <QDir>
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QLineEdit>
@@ -79,6 +80,7 @@ private slots:
     void shouldFindWidgetsByTheirPath();
     void shouldPassOnWithoutAFile();
     void shouldLeaveARecordingThatIsBeingWritten();
+    void shouldStartOnce();
 
 private:
     std::vector<CTraceEntry> entries(Kind kind) const;
@@ -431,13 +433,27 @@ void RecorderTest::shouldLeaveARecordingThatIsBeingWritten()
     QString problem;
     QVERIFY(!second.open(path, problem));
     QCOMPARE(problem, QDir::toNativeSeparators(path)
-                          + QStringLiteral(" cannot be written: another program is writing it"));
+                          + QStringLiteral(" cannot be written: it is being written already"));
     Layer layer;
     QCOMPARE(m_recorder->record(&layer)->DetectDevices(), 7U);
     QVERIFY(!entries(Kind::Layer).empty());
     m_recorder.reset();
     QVERIFY2(second.open(path, problem), qPrintable(problem));
     QVERIFY(entries(Kind::Layer).empty());
+}
+
+void RecorderTest::shouldStartOnce()
+{
+    const QString other = m_folder->filePath(QStringLiteral("other"));
+    QString problem;
+    QVERIFY(!m_recorder->open(other, problem));
+    QVERIFY2(problem.contains(QStringLiteral("a recording is being written to ")),
+             qPrintable(problem));
+    QVERIFY(!QFile::exists(other));
+    Layer layer;
+    QCOMPARE(m_recorder->record(&layer)->DetectDevices(), 7U);
+    QVERIFY(!entries(Kind::Layer).empty());
+    QVERIFY(!m_recorder->hasFailed());
 }
 
 TSA_TEST_MAIN(RecorderTest)

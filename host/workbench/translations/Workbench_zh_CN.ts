@@ -361,10 +361,6 @@ The copy is kept as %2.</source>
 <context>
     <name>CTraceWriter</name>
     <message>
-        <source>it is not a regular file</source>
-        <translation>它不是普通文件</translation>
-    </message>
-    <message>
         <source>the file that is there is not a recording</source>
         <translation>该处已有的文件不是录制文件</translation>
     </message>
@@ -373,8 +369,8 @@ The copy is kept as %2.</source>
         <translation>无法写入 %1：%2</translation>
     </message>
     <message>
-        <source>another program is writing it</source>
-        <translation>另一个程序正在写入该文件</translation>
+        <source>a recording is being written to %1</source>
+        <translation>正在将录制写入 %1</translation>
     </message>
 </context>
 <context>
@@ -1704,6 +1700,17 @@ Add processors with Change &gt; Add processor.</source>
     <message>
         <source>%1 cannot be written: the project is larger than %2 MiB</source>
         <translation>无法写入 %1：项目大于 %2 MiB</translation>
+    </message>
+</context>
+<context>
+    <name>ReplacedFile</name>
+    <message>
+        <source>it is not a regular file</source>
+        <translation>它不是普通文件</translation>
+    </message>
+    <message>
+        <source>it is being written already</source>
+        <translation>该文件正在被写入</translation>
     </message>
 </context>
 <context>
