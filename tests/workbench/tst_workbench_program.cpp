@@ -60,6 +60,8 @@ private slots:
     void shouldLeaveTheSocketOfAnother();
     void shouldLeaveTheLinesOfAnother_data();
     void shouldLeaveTheLinesOfAnother();
+    void shouldGoOnWithoutWhatIsRefused();
+    void shouldReportWhatIsRefused();
     void shouldHaveTheScaleOfTheDisplay_data();
     void shouldHaveTheScaleOfTheDisplay();
     void shouldRefuseProjects_data();
@@ -193,16 +195,57 @@ void WorkbenchProgramTest::shouldLeaveTheLinesOfAnother()
     const QByteArray start = contentOf(path);
     ProgramRun second = selfTest({option, path});
     QCOMPARE(second.exitCode, 1);
-    QVERIFY2(second.errors.contains(
-                 QDir::toNativeSeparators(path)
-                 + QStringLiteral(" cannot be written: another program is writing it")),
-             qPrintable(second.errors));
+    QVERIFY2(
+        second.errors.contains(QDir::toNativeSeparators(path)
+                               + QStringLiteral(" cannot be written: it is being written already")),
+        qPrintable(second.errors));
     QVERIFY(contentOf(path).startsWith(start));
 
     first.kill();
     QVERIFY(first.waitForFinished());
     second = selfTest({option, path});
     QVERIFY2(second.exitCode == 0, qPrintable(second.errors));
+}
+
+/// For a user, who is told.
+void WorkbenchProgramTest::shouldGoOnWithoutWhatIsRefused()
+{
+    QVERIFY(writeFile(file("one.json"), projectOf("One")));
+    QVERIFY(writeFile(file("mine.txt"), "mine"));
+    QVERIFY(writeFile(file("mine too.txt"), "mine"));
+    QProcess program;
+    program.start(workbenchProgram(), withPanel({QStringLiteral("--project"), file("one.json"),
+                                                 QStringLiteral("--trace"), file("mine.txt"),
+                                                 QStringLiteral("--record"), file("mine too.txt"),
+                                                 QStringLiteral("--inspect"), file("inspector")}));
+    QString shown;
+    const auto isShown = [&] {
+        shown = QString::fromUtf8(inspectWorkbench(file("inspector")));
+        return shown.contains(QStringLiteral("is not a recording"));
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(isShown(), 30000);
+    QVERIFY2(shown.contains(QStringLiteral("is not a trace")), qPrintable(shown));
+    QVERIFY2(shown.contains(QStringLiteral("All processors(1)")), qPrintable(shown));
+    program.kill();
+    QVERIFY(program.waitForFinished());
+    QCOMPARE(contentOf(file("mine.txt")), QByteArray("mine"));
+    QCOMPARE(contentOf(file("mine too.txt")), QByteArray("mine"));
+}
+
+/// An earlier report would tell of a success.
+void WorkbenchProgramTest::shouldReportWhatIsRefused()
+{
+    QVERIFY(writeFile(file("one.json"), projectOf("One")));
+    QVERIFY(writeFile(file("mine.txt"), "mine"));
+    const QStringList report{QStringLiteral("--junit"), file("report.xml")};
+    ProgramRun outcome = runScript("expect shown\n", file("one.json"), report);
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    QVERIFY(!contentOf(file("report.xml")).contains("<failure"));
+    outcome = runScript("expect shown\n", file("one.json"),
+                        report + QStringList{QStringLiteral("--trace"), file("mine.txt")});
+    QCOMPARE(outcome.exitCode, 1);
+    QVERIFY2(outcome.errors.contains(QStringLiteral("is not a trace")), qPrintable(outcome.errors));
+    QVERIFY(contentOf(file("report.xml")).contains("is not a trace"));
 }
 
 void WorkbenchProgramTest::shouldHaveTheScaleOfTheDisplay_data()
@@ -323,7 +366,8 @@ void WorkbenchProgramTest::shouldNeverReplaceWhatAnotherProgramWrote()
         {"01-opened.png", "Two"}, {"02-kept.png", "Three"}, {"03-reloaded.png", "Four"}};
     for (const auto& [picture, name] : changes) {
         const QString taken = file("pictures/") + QLatin1String(picture);
-        QTRY_VERIFY2(QFile::exists(taken) || program.state() == QProcess::NotRunning, picture);
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(taken) || program.state() == QProcess::NotRunning,
+                                 30000);
         QVERIFY(writeFile(file("shared.json"), projectOf(name)));
     }
     QVERIFY(program.waitForFinished());

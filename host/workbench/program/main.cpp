@@ -35,23 +35,23 @@ bool isUnattended(const Options& options)
     return options.selfTest || !options.tourFolder.isEmpty() || !options.scripts.isEmpty();
 }
 
-/// Loads the library and the project of the command line; sets `problem` to the first error.
-void load(const Options& options, MainWindow& window, QString& problem)
+/// Loads the library and the project of the command line.
+void load(const Options& options, MainWindow& window, QStringList& problems)
 {
-    QString loadProblem;
-    if (window.session().library().load(options.library, loadProblem))
+    QString problem;
+    if (window.session().library().load(options.library, problem))
         window.openPanel();
-    if (problem.isEmpty())
-        problem = loadProblem;
+    else
+        problems.append(problem);
     QString project = options.project;
     if (project.isEmpty() && options.selfTest)
         project = FileCommands::sampleProject();
-    if (problem.isEmpty() && !project.isEmpty())
-        window.files().open(project, problem);
+    if (!project.isEmpty() && !window.files().open(project, problem))
+        problems.append(problem);
 }
 
 /// Starts the recording if the command line asks for one.
-void record(const Options& options, MainWindow& window, QString& problem)
+void record(const Options& options, MainWindow& window, QStringList& problems)
 {
     CRecorder& recorder = window.session().recorder();
     QObject::connect(&recorder, &CRecorder::failed, &window, [&](const QString& failure) {
@@ -59,18 +59,21 @@ void record(const Options& options, MainWindow& window, QString& problem)
         if (!isUnattended(options))
             showProblem(&window, failure);
     });
-    if (!options.recordFile.isEmpty() && problem.isEmpty())
-        recorder.open(options.recordFile, problem);
-    if (!options.recordFile.isEmpty())
-        window.files().addInUse(options.recordFile);
+    if (options.recordFile.isEmpty())
+        return;
+    QString problem;
+    if (!recorder.open(options.recordFile, problem))
+        problems.append(problem);
+    window.files().addInUse(options.recordFile);
 }
 
 /// Starts the trace file and the inspector if the command line asks for them.
 void observe(const Options& options, MainWindow& window, TraceFile& trace, Inspector& inspector,
-             QString& problem)
+             QStringList& problems)
 {
+    QString problem;
     if (!trace.path().isEmpty() && !trace.open(problem))
-        return;
+        problems.append(problem);
     if (!trace.path().isEmpty())
         window.files().addInUse(trace.path());
     QObject::connect(&trace, &TraceFile::failed, &window, [&](const QString& failure) {
@@ -78,8 +81,8 @@ void observe(const Options& options, MainWindow& window, TraceFile& trace, Inspe
         if (!isUnattended(options))
             showProblem(&window, failure);
     });
-    if (!options.inspectName.isEmpty())
-        inspector.listen(options.inspectName, problem);
+    if (!options.inspectName.isEmpty() && !inspector.listen(options.inspectName, problem))
+        problems.append(problem);
 }
 
 /// Returns what is to be run: the tour is a script that leaves its pictures in the folder.
@@ -99,11 +102,11 @@ QString traceFile(const Options& options)
 }
 
 void runUnattended(const Options& options, MainWindow& window, ScriptProgram& scripts,
-                   const QString& problem)
+                   const QStringList& problems)
 {
     window.files().setAskBeforeLoss(false);
-    if (!problem.isEmpty()) {
-        std::cerr << "workbench: " << qPrintable(problem) << '\n';
+    if (!problems.isEmpty()) {
+        scripts.giveUp(problems.join(QLatin1Char('\n')));
         QApplication::exit(1);
     } else if (options.selfTest) {
         QApplication::exit(runSelfTest(window));
@@ -156,27 +159,27 @@ int main(int argc, char** argv)
     Language language;
     MainWindow window(session, language);
     window.actions()[ActionId::GuiThreadEvents]->setChecked(options.guiThreadEvents);
-    QString problem;
-    observe(options, window, trace, inspector, problem);
-    record(options, window, problem);
-    const bool isObserved = problem.isEmpty();
-    load(options, window, problem);
+    QStringList problems;
+    observe(options, window, trace, inspector, problems);
+    record(options, window, problems);
+    const bool isObserved = problems.isEmpty();
+    load(options, window, problems);
     if (!unattended)
         WindowSettings::restore(window);
     window.show();
     std::optional<Autosave> autosave; // A run without a user neither writes copies nor asks.
     if (unattended) {
         // Runs in the event loop, so that the panel ends as it does in a host.
-        QTimer::singleShot(0, &window, [&] { runUnattended(options, window, scripts, problem); });
+        QTimer::singleShot(0, &window, [&] { runUnattended(options, window, scripts, problems); });
     } else {
-        if (!problem.isEmpty())
-            showProblem(&window, problem);
+        if (!problems.isEmpty())
+            showProblem(&window, problems.join(QStringLiteral("\n\n")));
         autosave.emplace(window, window.files(), session.store());
         QTimer::singleShot(0, &*autosave, &Autosave::offerRecovery);
     }
     int result = QApplication::exec();
     const bool hasScripts = !options.scripts.isEmpty() || !options.tourFolder.isEmpty();
-    if (hasScripts && problem.isEmpty() && !scripts.isFinished()) {
+    if (hasScripts && problems.isEmpty() && !scripts.isFinished()) {
         scripts.giveUp(QStringLiteral("the program was ended before its scripts were"));
         result = ScriptProgram::kFailed;
     }
