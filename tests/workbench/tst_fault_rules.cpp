@@ -111,7 +111,8 @@ void FaultRulesTest::shouldRefuseWrongRules()
 void FaultRulesTest::shouldLetAThreadGoWhenTheRulesChange()
 {
     FaultPlan plan;
-    auto kept = std::async(std::launch::async, [&plan] { plan.keepThread(std::chrono::hours(1)); });
+    auto kept = std::async(std::launch::async,
+                           [&plan] { plan.keepThread(std::chrono::minutes(1), plan.changes()); });
     const auto isGone = [&kept] {
         return kept.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
     };
@@ -122,6 +123,14 @@ void FaultRulesTest::shouldLetAThreadGoWhenTheRulesChange()
         return isGone();
     };
     QTRY_VERIFY(change());
+
+    // One that has yet to wait when they change.
+    const quint64 changesBefore = plan.changes();
+    change();
+    kept = std::async(std::launch::async, [&plan, changesBefore] {
+        plan.keepThread(std::chrono::minutes(1), changesBefore);
+    });
+    QTRY_VERIFY(isGone());
 }
 
 void FaultRulesTest::shouldStrikeTheGivenCallOnly()

@@ -71,11 +71,16 @@ QList<FaultRule> FaultPlan::strike(quint32 event)
                     [](FaultEffect) { return true; });
 }
 
-void FaultPlan::keepThread(std::chrono::milliseconds time)
+quint64 FaultPlan::changes() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_changes;
+}
+
+void FaultPlan::keepThread(std::chrono::milliseconds time, quint64 changes)
 {
     std::unique_lock guard(m_mutex);
-    m_rulesChanged.wait_for(guard, time,
-                            [this, before = m_changes] { return m_changes != before; });
+    m_rulesChanged.wait_for(guard, time, [&] { return m_changes != changes; });
 }
 
 QList<qint64> FaultPlan::strikes() const

@@ -36,9 +36,13 @@ public:
     /// Counts an event and returns the rules that strike it, in their order.
     QList<FaultRule> strike(quint32 event);
 
+    /// Returns how often the rules have changed.
+    quint64 changes() const;
+
     /// Keeps the calling thread for so long, as a host does whose answer comes late: no events are
-    /// processed meanwhile. Returns earlier if the rules change.
-    void keepThread(std::chrono::milliseconds time);
+    /// processed meanwhile. Returns at once or earlier if the rules have changed more often than
+    /// `changes`, as changes() was before the rule struck.
+    void keepThread(std::chrono::milliseconds time, quint64 changes);
 
     /// Returns how often each rule has struck.
     QList<qint64> strikes() const;

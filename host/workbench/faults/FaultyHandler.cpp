@@ -49,6 +49,7 @@ FaultyHandler::FaultyHandler(std::shared_ptr<ITargetSelectInterfaceHandler> hand
 CHandlerRelay::Answer FaultyHandler::call(const Call& call, const Ask& ask)
 {
     const CallTimer timer(m_host.trace);
+    const quint64 changes = m_host.plan.changes();
     const QList<FaultRule> rules = m_host.plan.strike(
         call.operation, [this](FaultEffect effect) { return isPossible(effect); });
     if (rules.isEmpty())
@@ -58,7 +59,7 @@ CHandlerRelay::Answer FaultyHandler::call(const Call& call, const Ask& ask)
     for (const FaultRule& rule : rules)
         log(QLatin1String(call.operation.name), rule);
     if (const auto time = timeOf(rules, FaultEffect::Slow))
-        m_host.plan.keepThread(std::chrono::milliseconds(*time));
+        m_host.plan.keepThread(std::chrono::milliseconds(*time), changes);
     for (const FaultRule& rule : rules)
         disturb(rule.effect);
     const bool isRefused = has(rules, FaultEffect::Refusal);

@@ -71,7 +71,8 @@ Session::Session(QObject* parent)
 Session::~Session()
 {
     closePanel();
-    // A thread that a rule keeps goes on.
+    // A thread that a rule keeps goes on, whatever changes the project from here on.
+    disconnect(&m_store, nullptr, &m_faults, nullptr);
     m_faults.setRules({});
     m_faultThread.stop();
     m_notifier.stop();
