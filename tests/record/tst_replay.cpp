@@ -85,6 +85,7 @@ private slots:
     void shouldAnswerAlikeWhenTheHostLooksAtThePanel_data();
     void shouldAnswerAlikeWhenTheHostLooksAtThePanel();
     void shouldTakeTheReportedProcessorForTheCurrentOne();
+    void shouldKeepTheCurrentProcessorOfAHostThatRefuses();
 
 private:
     QString file(const char* name) const
@@ -360,6 +361,24 @@ void ReplayTest::shouldTakeTheReportedProcessorForTheCurrentOne()
     QCOMPARE(afterReport({QStringLiteral("reported")}), QStringLiteral("reported"));
     // A group is no processor.
     QCOMPARE(afterReport({}), QStringLiteral("former"));
+}
+
+void ReplayTest::shouldKeepTheCurrentProcessorOfAHostThatRefuses()
+{
+    using Kind = CTraceEntry::Kind;
+    const char* const question = "GetCurrentProcessorId";
+    const QJsonObject report{
+        {QStringLiteral("focus"), QStringLiteral("reported")},
+        {QStringLiteral("processors"), QJsonArray{QStringLiteral("reported")}}};
+    for (const char* answer : {"former", "reported"}) {
+        const QString current = QLatin1String(answer);
+        QCOMPARE(answerAfter(2, question,
+                             {entry(Kind::Call, 1, question, QStringLiteral("former")),
+                              entry(Kind::Call, 2, "ReportSelection", {}, report),
+                              entry(Kind::Event, 3, "CurrentProcessorChanged"),
+                              entry(Kind::Call, 4, question, current)}),
+                 current);
+    }
 }
 
 TSA_GUILESS_TEST_MAIN(ReplayTest)

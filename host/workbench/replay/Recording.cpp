@@ -21,6 +21,11 @@ bool isLook(const CTraceEntry& entry)
                || entry.name == QLatin1String("GetAllProcessorNodes"));
 }
 
+bool isReport(const CTraceEntry& entry)
+{
+    return entry.name == QLatin1String("ReportSelection");
+}
+
 /// How many later answers are looked at for one that was given inside an event.
 constexpr std::ptrdiff_t kMostInside = 256;
 
@@ -78,6 +83,9 @@ void Recording::addQuestion(const CTraceEntry& question, bool isCause)
         m_inside[question.cause].push_back(question);
     const QByteArray key = keyOf(question.name, question.arguments);
     std::vector<CTraceEntry>& answers = m_answers[key];
+    // The host did not make current what the panel had reported.
+    if (!answers.empty() && isReport(answers.back()) && answers.back().answer != question.answer)
+        answers.pop_back();
     if (isCause) {
         const qint64 step = std::max(m_drivers.empty() ? 0 : m_drivers.back().sequence,
                                      m_requests.empty() ? 0 : m_requests.back().sequence);
@@ -92,17 +100,17 @@ void Recording::addQuestion(const CTraceEntry& question, bool isCause)
 }
 
 /// Adds the processor that the panel reports as selected as the answer to which one is current: the
-/// panel may ask for it in an event that the recorded one took for an echo of its report.
+/// panel may ask for it in an event that the recorded one took for an echo of its report. The next
+/// answer of the host, if it is another one, takes it back.
 void Recording::addSelection(const CTraceEntry& request)
 {
-    if (request.name != QLatin1String("ReportSelection"))
+    if (!isReport(request))
         return;
     CTraceEntry answer = request;
-    answer.name = QStringLiteral("GetCurrentProcessorId");
     answer.arguments = {};
     answer.answer = request.arguments.value(QLatin1String("focus"));
     if (request.arguments.value(QLatin1String("processors")).toArray().contains(answer.answer))
-        m_answers[keyOf(answer.name, {})].push_back(answer);
+        m_answers[keyOf(QStringLiteral("GetCurrentProcessorId"), {})].push_back(answer);
 }
 
 /// Returns whether the entry of this number is an event, among the drivers so far.

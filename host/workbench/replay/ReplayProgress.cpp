@@ -11,8 +11,9 @@
 
 namespace {
 
-/// How long a question waits for what the user did before it.
+/// How long a question waits for what the user did before it, and all questions of an event.
 constexpr std::chrono::milliseconds kInputTime(500);
+constexpr std::chrono::milliseconds kInputTimeOfAnEvent(3000);
 
 /// How long the panel may take to do something with an answer that it got on another thread, in
 /// nanoseconds.
@@ -129,7 +130,11 @@ void ReplayProgress::waitForInputBefore(const CTraceEntry& question)
     if (t_event == 0 || question.cause != t_event)
         return;
     std::unique_lock guard(m_mutex);
+    if (m_inside.value(t_event).waited >= kInputTimeOfAnEvent)
+        return;
+    const auto begin = std::chrono::steady_clock::now();
     m_taken.wait_for(guard, kInputTime, [&] { return m_isOver || !hasInputBefore(question); });
+    m_inside[t_event].waited += std::chrono::steady_clock::now() - begin;
 }
 
 /// With m_mutex locked.

@@ -113,6 +113,7 @@ private:
     {
         std::size_t questions = 0;
         QElapsedTimer last;
+        std::chrono::steady_clock::duration waited{}; // for the user
     };
 
     const CTraceEntry* driver() const;
