@@ -253,7 +253,8 @@ void RecoveryTest::shouldCopyWholeLines()
             text("^[\\d:.]+\tcall\tGUI\tReportSelection\\(.*\\)\t[\\d.]+ ms"));
         QString pasted;
         workbench.user.waitFor(text("the line"), [&] {
-            pasted = workbench.look().find(logFilter())->value;
+            const auto filter = workbench.look().find(logFilter());
+            pasted = filter ? filter->value : QString();
             return line.match(pasted).hasMatch();
         });
         workbench.quit();

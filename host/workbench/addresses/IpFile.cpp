@@ -36,10 +36,10 @@ bool isUtf8(const QTextCodec& codec)
     return codec.mibEnum() == kUtf8Mib || codec.fromUnicode(chinese) == chinese.toUtf8();
 }
 
-/// Returns whether bytes that are UTF-8 are more likely text in the encoding of the system, which
-/// is a Chinese one: what that has in two bytes can be a letter of Europe in UTF-8, but hardly ever
-/// a Chinese character, which has three there.
-bool isLikelyChinese(const QByteArray& bytes, const QTextCodec& locale)
+/// Returns whether bytes that are UTF-8 are more likely text in the encoding of the system: one
+/// with two bytes for a Chinese character, which can be a letter of Europe in UTF-8, but hardly
+/// ever another Chinese one, which has three there.
+bool isLikelyOfTwoBytes(const QByteArray& bytes, const QTextCodec& locale)
 {
     const auto hasByteFrom = [&bytes](uchar least) {
         return std::any_of(bytes.begin(), bytes.end(),
@@ -52,7 +52,7 @@ bool isLikelyChinese(const QByteArray& bytes, const QTextCodec& locale)
 QTextCodec* codecFor(const QByteArray& bytes)
 {
     QTextCodec* locale = QTextCodec::codecForLocale();
-    if (bytes.startsWith(kByteOrderMark) || (isUtf8(bytes) && !isLikelyChinese(bytes, *locale)))
+    if (bytes.startsWith(kByteOrderMark) || (isUtf8(bytes) && !isLikelyOfTwoBytes(bytes, *locale)))
         return utf8();
     if (!isUtf8(*locale))
         return locale;
