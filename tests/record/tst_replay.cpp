@@ -372,12 +372,12 @@ void ReplayTest::shouldKeepTheCurrentProcessorOfAHostThatRefuses()
         {QStringLiteral("processors"), QJsonArray{QStringLiteral("reported")}}};
     for (const char* answer : {"former", "reported"}) {
         const QString current = QLatin1String(answer);
-        QCOMPARE(answerAfter(2, question,
-                             {entry(Kind::Call, 1, question, QStringLiteral("former")),
-                              entry(Kind::Call, 2, "ReportSelection", {}, report),
-                              entry(Kind::Event, 3, "CurrentProcessorChanged"),
-                              entry(Kind::Call, 4, question, current)}),
-                 current);
+        QCOMPARE(
+            answerAfter(2, question,
+                        {entry(Kind::Call, 1, question, QStringLiteral("former")),
+                         entry(Kind::Call, 2, "ReportSelection", {}, report),
+                         entry(Kind::Input, 3, "click"), entry(Kind::Call, 4, question, current)}),
+            current);
     }
 }
 
