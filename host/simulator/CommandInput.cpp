@@ -85,6 +85,7 @@ CommandInput::~CommandInput()
 void CommandInput::take(const QByteArray& bytes)
 {
     if (bytes.isEmpty()) {
+        takeLine(std::exchange(m_pending, {}));
         emit ended();
         return;
     }

@@ -56,8 +56,38 @@ class CommandInputTest final : public QObject
     Q_OBJECT
 
 private slots:
+    void shouldTakeALastLineWithoutLineEnd_data();
+    void shouldTakeALastLineWithoutLineEnd();
     void shouldWaitOnADescriptorThatDoesNotBlock();
 };
+
+void CommandInputTest::shouldTakeALastLineWithoutLineEnd_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QStringList>("expected");
+    QTest::newRow("nothing") << QByteArray() << QStringList();
+    QTest::newRow("ended line") << QByteArray("list\n") << QStringList{QStringLiteral("list")};
+    QTest::newRow("pending line") << QByteArray("help\nlist")
+                                  << QStringList{QStringLiteral("help"), QStringLiteral("list")};
+    QTest::newRow("pending long line")
+        << QByteArray(5000, 'x') << QStringList{QStringLiteral("(a line that is too long)")};
+}
+
+void CommandInputTest::shouldTakeALastLineWithoutLineEnd()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(QStringList, expected);
+    Pipe pipe;
+    CommandInput input(pipe.readEnd());
+    QStringList lines;
+    connect(&input, &CommandInput::lineRead, this,
+            [&](const QString& line) { lines.append(line); });
+    QSignalSpy ended(&input, &CommandInput::ended);
+    pipe.write(bytes);
+    pipe.end();
+    QVERIFY(ended.wait());
+    QCOMPARE(lines, expected);
+}
 
 /// Many lines: it is up to the system which of them the thread waits for.
 void CommandInputTest::shouldWaitOnADescriptorThatDoesNotBlock()
