@@ -76,7 +76,7 @@ labelled() {
 suite() {
     local preset=$1 log=build/$1-ctest.log status=0
     shift
-    # Tests wait more than they compute, unless they are instrumented.
+    # The suite of dev leaves out the tests that compute for long. The others wait most of the time.
     local jobs=$((cores + 1))
     [ "$preset" != dev ] || jobs=$((2 * cores))
     ctest --test-dir "build/$preset" --output-on-failure --no-tests=error \

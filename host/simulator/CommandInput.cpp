@@ -2,17 +2,42 @@
 
 #include <QSemaphore>
 
-#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <mutex>
 #include <thread>
 #include <utility>
 
 #include <unistd.h>
+#ifdef Q_OS_UNIX
+#include <poll.h>
+#endif
 
 namespace {
 
 constexpr int kMaxLineBytes = 1024;
+
+/// Returns what could be read, empty at the end of the input. A descriptor may be non-blocking
+/// because another process that shares it has made it so.
+QByteArray readFrom(int descriptor)
+{
+    std::array<char, kMaxLineBytes> buffer{};
+    while (true) {
+        const auto size = ::read(descriptor, buffer.data(), kMaxLineBytes);
+        if (size >= 0)
+            return QByteArray(buffer.data(), static_cast<int>(size));
+        if (errno == EINTR)
+            continue;
+#ifdef Q_OS_UNIX
+        if (errno == EAGAIN) {
+            pollfd input{descriptor, POLLIN, 0};
+            if (poll(&input, 1, -1) > 0 || errno == EINTR)
+                continue;
+        }
+#endif
+        return {};
+    }
+}
 
 } // namespace
 
@@ -31,9 +56,7 @@ void CommandInput::Shared::read(int descriptor, const std::shared_ptr<Shared>& s
     bool isOpen = true;
     while (isOpen) {
         shared->room.acquire();
-        std::array<char, kMaxLineBytes> buffer{};
-        const auto size = ::read(descriptor, buffer.data(), kMaxLineBytes);
-        const QByteArray bytes(buffer.data(), std::max(0, static_cast<int>(size)));
+        const QByteArray bytes = readFrom(descriptor);
         const std::lock_guard guard(shared->mutex);
         CommandInput* const input = shared->input;
         isOpen = input && !bytes.isEmpty();
@@ -62,6 +85,7 @@ CommandInput::~CommandInput()
 void CommandInput::take(const QByteArray& bytes)
 {
     if (bytes.isEmpty()) {
+        takeLine(std::exchange(m_pending, {}));
         emit ended();
         return;
     }

@@ -16,16 +16,16 @@ public:
     explicit CommandInput(int descriptor, QObject* parent = nullptr);
     ~CommandInput() override;
 
-    /// Takes what has been read, nothing at the end of the input.
-    void take(const QByteArray& bytes);
-
 signals:
+    /// A line without its end; the last one of the input may have none.
     void lineRead(const QString& line);
 
     /// Emitted once, when the input has ended or cannot be read.
     void ended();
 
 private:
+    /// Takes what has been read, nothing at the end of the input.
+    void take(const QByteArray& bytes);
     void takeLine(QByteArray line);
 
     struct Shared;

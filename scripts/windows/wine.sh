@@ -58,7 +58,7 @@ make_template() {
     ) 9> "$template/lock"
 }
 
-# make_chinese: what makes Wine Chinese, which a Debian has only where somebody asked for it.
+# make_chinese: makes the Chinese locale, which Wine needs to be Chinese and Debian installs on request only.
 make_chinese() {
     (
         flock 9

@@ -106,6 +106,7 @@ private slots:
     void shouldSaveWhatStandsInAnOpenField();
     void shouldToggleFlags();
     void shouldGoOnWithTab();
+    void shouldSkipFlagsWithTab();
     void shouldKeepTheEditorWhileOthersChange();
     void shouldEditGroups();
     void shouldEditTheIpList();
@@ -287,6 +288,21 @@ void FieldEditingTest::shouldGoOnWithTab()
     QTest::keyClick(number, Qt::Key_Escape);
     QTest::keyClick(test.window.records().fields(), Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(test.processor(12).name, QStringLiteral("P12"));
+}
+
+/// A flag, hostFlag17, stands between the two fields.
+void FieldEditingTest::shouldSkipFlagsWithTab()
+{
+    WorkbenchUnderTest test;
+    FieldsUnderTest fields(test, 12);
+    QLineEdit* field = fields.open(QStringLiteral("hostAttribute16"));
+    QVERIFY(field);
+    QTest::keyClick(field, Qt::Key_Tab);
+    QVERIFY(fields.editor());
+    QCOMPARE(fields.editor()->accessibleName(), QStringLiteral("hostAttribute18"));
+    QTest::keyClick(fields.editor(), Qt::Key_Backtab);
+    QVERIFY(fields.editor());
+    QCOMPARE(fields.editor()->accessibleName(), QStringLiteral("hostAttribute16"));
 }
 
 void FieldEditingTest::shouldKeepTheEditorWhileOthersChange()

@@ -38,7 +38,7 @@ public:
         return QObject::eventFilter(watched, event);
     }
 
-    /// Returns the widgets that had another place than the one they have now.
+    /// Returns the widgets that have had more than one place since the watch began.
     QStringList moved() const
     {
         QStringList names;

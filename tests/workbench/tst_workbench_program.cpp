@@ -50,8 +50,8 @@ class WorkbenchProgramTest final : public QObject
 private slots:
     void shouldCheckTheSampleByDefault();
     void shouldFailWithNothingToCheck();
-    void shouldLeaveItsProjectAsItIs_data();
-    void shouldLeaveItsProjectAsItIs();
+    void shouldLeaveAProjectAsItIs_data();
+    void shouldLeaveAProjectAsItIs();
     void shouldRefuseOptionsThatDoNotGoTogether_data();
     void shouldRefuseOptionsThatDoNotGoTogether();
 #ifdef Q_OS_UNIX // Windows limits no file.
@@ -97,7 +97,7 @@ void WorkbenchProgramTest::shouldFailWithNothingToCheck()
              qPrintable(outcome.errors));
 }
 
-void WorkbenchProgramTest::shouldLeaveItsProjectAsItIs_data()
+void WorkbenchProgramTest::shouldLeaveAProjectAsItIs_data()
 {
     QTest::addColumn<QString>("option");
     QTest::addColumn<QString>("reason");
@@ -107,7 +107,7 @@ void WorkbenchProgramTest::shouldLeaveItsProjectAsItIs_data()
 #endif
 }
 
-void WorkbenchProgramTest::shouldLeaveItsProjectAsItIs()
+void WorkbenchProgramTest::shouldLeaveAProjectAsItIs()
 {
     QFETCH(QString, option);
     QFETCH(QString, reason);
@@ -115,7 +115,7 @@ void WorkbenchProgramTest::shouldLeaveItsProjectAsItIs()
     QFile::remove(project);
     QVERIFY(QFile::copy(sampleProject(), project));
     const QByteArray before = contentOf(project);
-    const ProgramRun outcome = selfTest({QStringLiteral("--project"), project, option, project});
+    const ProgramRun outcome = selfTest({option, project});
     QCOMPARE(outcome.exitCode, 1);
     QVERIFY2(outcome.errors.contains(reason), qPrintable(outcome.errors));
     QCOMPARE(contentOf(project), before);
@@ -139,6 +139,10 @@ void WorkbenchProgramTest::shouldRefuseOptionsThatDoNotGoTogether_data()
     add("--record=", "--record has no name");
     add("--junit j", "--junit goes with --script only");
     add("--record x --trace ./x", "x is named for two purposes");
+    add("--project x --trace ./x", "x is named for two purposes");
+    add("--script x --script y --junit y", "y is named for two purposes");
+    add("--trace a --trace b", "--trace is given more than once");
+    add("--project a --project b", "--project is given more than once");
 #ifdef Q_OS_WIN
     add("--record x --trace X", " is named for two purposes");
 #endif

@@ -68,11 +68,16 @@ FieldDelegate::FieldDelegate(Refusal refusal, Store store, QObject* parent)
 {
 }
 
+bool FieldDelegate::isText(const QModelIndex& index)
+{
+    const bool isName = index.column() == 0 && !index.data(HasTwoValuesRole).toBool();
+    return !isName && !isFlag(index);
+}
+
 QWidget* FieldDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                      const QModelIndex& index) const
 {
-    const bool isName = index.column() == 0 && !index.data(HasTwoValuesRole).toBool();
-    if (isFlag(index) || isName)
+    if (!isText(index))
         return nullptr;
     auto* editor = new QLineEdit(parent);
     editor->setAccessibleName(index.siblingAtColumn(0).data().toString());

@@ -22,6 +22,9 @@ public:
 
     FieldDelegate(Refusal refusal, Store store, QObject* parent);
 
+    /// Returns whether the cell is edited as a text: it is neither a check box nor only a name.
+    static bool isText(const QModelIndex& index);
+
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;

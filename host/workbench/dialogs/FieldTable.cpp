@@ -20,16 +20,8 @@ QModelIndex FieldTable::moveCursor(CursorAction action, Qt::KeyboardModifiers mo
     for (int at = from.row() * columnCount() + from.column() + step; at >= 0 && at < cells;
          at += step) {
         const QModelIndex index = model()->index(at / columnCount(), at % columnCount());
-        if (isField(index))
+        if (index.flags().testFlag(Qt::ItemIsEditable) && FieldDelegate::isText(index))
             return index;
     }
     return {};
-}
-
-/// Returns whether the cell can be edited; the first one of a row may only name the field.
-bool FieldTable::isField(const QModelIndex& index) const
-{
-    const bool isName =
-        index.column() == 0 && !index.data(FieldDelegate::HasTwoValuesRole).toBool();
-    return !isName && index.flags().testFlag(Qt::ItemIsEditable);
 }

@@ -2,8 +2,9 @@
 
 #include <QTreeWidget>
 
-/// A table of fields for a FieldDelegate. Tab leads from field to field of a row, then to the next
-/// row, and out of the table behind the last one; Shift+Tab leads back.
+/// A table of fields for a FieldDelegate. In an open field, Tab opens the next one of the row, then
+/// that of the next row; Shift+Tab opens the one before. Check boxes are skipped. Tab in the last
+/// field closes it and leaves the focus in the table.
 class FieldTable final : public QTreeWidget
 {
     Q_OBJECT
@@ -13,7 +14,4 @@ public:
 
 protected:
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
-
-private:
-    bool isField(const QModelIndex& index) const;
 };

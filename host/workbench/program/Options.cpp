@@ -32,6 +32,8 @@ QString problemOf(const QCommandLineParser& parser)
     for (const QString& name : files) {
         if (parser.isSet(name) && parser.values(name).contains(QString()))
             return QStringLiteral("--%1 has no name").arg(name);
+        if (parser.values(name).size() > 1 && name != QLatin1String("script"))
+            return QStringLiteral("--%1 is given more than once").arg(name);
     }
     const QStringList runs = setOf(parser, {QStringLiteral("tour"), QStringLiteral("script"),
                                             QStringLiteral("self-test"), QStringLiteral("replay")});
@@ -47,14 +49,15 @@ QString problemOf(const QCommandLineParser& parser)
     }
     if (parser.isSet(QStringLiteral("junit")) && !parser.isSet(QStringLiteral("script")))
         return QStringLiteral("--junit goes with --script only");
-    const QStringList written{parser.value(QStringLiteral("trace")),
-                              parser.value(QStringLiteral("record")),
-                              parser.value(QStringLiteral("junit"))};
-    for (int one = 0; one < written.size(); ++one) {
-        for (int other = one + 1; other < written.size(); ++other) {
-            if (!written.at(one).isEmpty() && isSameFile(written.at(one), written.at(other)))
-                return QStringLiteral("%1 is named for two purposes").arg(written.at(one));
+    QStringList named =
+        parser.values(QStringLiteral("project")) + parser.values(QStringLiteral("script"));
+    for (const char* writing : {"trace", "record", "junit"}) {
+        const QString file = parser.value(QLatin1String(writing));
+        for (const QString& other : qAsConst(named)) {
+            if (isSameFile(file, other))
+                return QStringLiteral("%1 is named for two purposes").arg(file);
         }
+        named.append(file);
     }
     return {};
 }

@@ -49,14 +49,15 @@ public:
     /// Returns how many questions the panel's work thread had asked when `driver` began.
     std::size_t workQuestionsBefore(const CTraceEntry& driver) const;
 
-    /// What the thread that tells an event had asked inside it when something else began: what the
-    /// panel knew of the event then.
+    /// What the panel knew of an event at some moment: how many questions it had asked inside the
+    /// event, on the thread that tells it, and how long ago it got the last answer.
     struct Known
     {
         std::size_t questions = 0;
-        qint64 time = 0; ///< In nanoseconds, since the last answer.
+        qint64 time = 0; ///< In nanoseconds.
     };
 
+    /// Returns what the panel knew of `event` when `driver` began.
     Known knownOf(qint64 event, const CTraceEntry& driver) const;
 
     /// Returns whether the tree may have lagged behind the events when the host asked for it: one

@@ -53,12 +53,13 @@ public:
         const qint64 m_former;
     };
 
-    /// Blocks a thread that tells an event until the user has done what he did before this
-    /// question, or until that takes too long: what the panel makes of the event comes afterwards.
+    /// Blocks a thread that tells an event until the gestures before this question have been
+    /// repeated, or half a second has passed. So the panel gets the answer, and shows what the
+    /// event changes, after these gestures, as it did in the recording.
     void waitForInputBefore(const CTraceEntry& question);
 
-    /// Returns whether the panel may know less of `event` than it did before `driver`: the thread
-    /// that tells it has not asked as much, or has only just done so.
+    /// Returns whether the panel may know less of `event` than it did before `driver`: it has asked
+    /// fewer questions inside the event, or the last answer is more recent than it was then.
     bool isEventBehind(qint64 event, const CTraceEntry& driver) const;
 
     /// Notes a question that the recording has no answer to.

@@ -18,8 +18,8 @@ extern Q_GUI_EXPORT void qt_handleKeyEvent(QWindow* window, QEvent::Type type, i
 
 namespace {
 
-/// Between clicks that are no double click.
-constexpr int kLongestPauseMs = 10000;
+/// In the time stamps of the events, so that two clicks are no double click on any platform.
+constexpr int kPauseBetweenClicksMs = 10000;
 
 /// Returns what a key writes.
 QString textOf(int key, Qt::KeyboardModifiers modifiers)
@@ -71,7 +71,7 @@ void UserInput::click(const QWidget& target, const QPoint& place, Qt::MouseButto
     const QWidget* top = target.window();
     const QPoint local = target.mapTo(top, place);
     const QPoint global = target.mapToGlobal(place);
-    m_time += kLongestPauseMs;
+    m_time += kPauseBetweenClicksMs;
     const auto send = [&](QEvent::Type type) {
         const bool isPress = type == QEvent::MouseButtonPress;
         later(top->windowHandle(), [=, time = ++m_time](QWindow* window) {
