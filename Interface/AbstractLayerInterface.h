@@ -26,5 +26,9 @@ public:
     /// The host's handler. The host assigns it on the GUI thread before Initialize() and never
     /// resets it. The layer copies the pointer for each call, so that a handler that is replaced
     /// during a call lives until the call ends. The host calls Reconnect() after replacing it.
+    ///
+    /// The layer's copy may be the last one. The handler is then destroyed on the thread of the
+    /// call, which may be one that tells an event, so its destructor must not join such a thread:
+    /// the host ends its threads outside of the handler.
     std::shared_ptr<IAbstractControlInterface> m_controlHandler;
 };

@@ -6,7 +6,7 @@
 #include <set>
 #include <string_view>
 
-/// A handler for a host that grows: it has an answer to every question and lets every request fall,
+/// A handler for a host that grows: it has an answer to every question and ignores every request,
 /// so that a host overrides only the operations that it has something to say to.
 ///
 /// SetObserver, GetAllGroupNodes, GetAllProcessorNodes, GetGroupNode and GetProcessorNode make the

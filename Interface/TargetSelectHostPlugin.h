@@ -10,7 +10,9 @@
 struct TargetSelectHostProject
 {
     /// The handler, with what it stands on. It tells its events as it does in the host: through the
-    /// CSubject to which it attaches the observer that SetObserver() delivers.
+    /// CSubject to which it attaches the observer that SetObserver() delivers. The panel's copy may
+    /// be the last one, so the destructor may run on a thread that tells an event, and must not
+    /// join such a thread.
     std::shared_ptr<ITargetSelectInterfaceHandler> handler;
 
     /// Changes the project as the host does on its own, when devices come, go or change their
