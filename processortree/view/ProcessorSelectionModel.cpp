@@ -1,5 +1,6 @@
 #include "processortree/view/ProcessorSelectionModel.h"
 
+#include "base/ContractCheck.h"
 #include "base/NodeType.h"
 #include "base/PanelBridge.h"
 #include "base/TargetSelectHandler.h"
@@ -41,7 +42,11 @@ void CProcessorSelectionModel::setCurrentIndex(const QModelIndex& index,
     const QPersistentModelIndex row(index);
     if (nodeType(currentIndex()) == NodeProcessor) {
         const QUuid previous = currentIndex().data(UuidRole).toUuid();
-        tellHost([&] { askHost(&Host::GetProcessorNode, previous); });
+        tellHost([&] {
+            // It may be the row of a processor that the host has just removed.
+            const ContractCheck::Probe probe;
+            askHost(&Host::GetProcessorNode, previous);
+        });
         if (!self)
             return;
         if (!previous.isNull())

@@ -108,6 +108,8 @@ private slots:
     void shouldFailWhenTheProgramIsQuit();
     void shouldEndWhenItFailsInADetection();
     void shouldSaveOverProjectsOnly();
+    void shouldFindNothingInADeletion_data();
+    void shouldFindNothingInADeletion();
 
 private:
     QString fileOf(const Failure& failure) const
@@ -351,6 +353,29 @@ void ScriptRunsTest::shouldSaveOverProjectsOnly()
     const QByteArray twice = "save \"" + project.toUtf8() + "\"\n";
     outcome = run(start() + twice + start() + twice);
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+}
+
+void ScriptRunsTest::shouldFindNothingInADeletion_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    for (const char* reply : {"whenRaised", "beforeReturn", "afterReturn", "secondLater"})
+        QTest::newRow(reply) << QByteArray(reply);
+}
+
+/// The panel moves on from the current row when the host has removed its processor.
+void ScriptRunsTest::shouldFindNothingInADeletion()
+{
+    QFETCH(QByteArray, reply);
+    qputenv("TARGETSELECT_CHECK", "1");
+    const ProgramRun outcome = run(start() + "answer hostReply \"" + reply + "\"\n"
+                                   + "click row \"Left\"\n"
+                                     "press Delete\n"
+                                     "reply \"Yes\"\n"
+                                     "expect call DeleteProcessors\n"
+                                     "expect call ReportSelection\n");
+    qunsetenv("TARGETSELECT_CHECK");
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    QVERIFY2(!outcome.errors.contains(QStringLiteral("TSA-")), qPrintable(outcome.errors));
 }
 
 TSA_GUILESS_TEST_MAIN(ScriptRunsTest)
