@@ -37,7 +37,10 @@ CRecorder::record(std::shared_ptr<ITargetSelectInterfaceHandler> handler)
 {
     if (!isOpen() || !handler)
         return handler;
-    m_handlers.push_back(std::make_shared<CRecordingHandler>(std::move(handler), m_writer));
+    m_handlers.push_back(
+        m_handlers.empty()
+            ? std::make_shared<CRecordingHandler>(std::move(handler), m_writer)
+            : std::make_shared<CRecordingHandler>(std::move(handler), *m_handlers.back()));
     return m_handlers.back()->forHost();
 }
 

@@ -29,6 +29,13 @@ CRecordingHandler::CRecordingHandler(std::shared_ptr<ITargetSelectInterfaceHandl
 {
 }
 
+CRecordingHandler::CRecordingHandler(std::shared_ptr<ITargetSelectInterfaceHandler> host,
+                                     const CRecordingHandler& former)
+    : CHandlerRelay(std::move(host), former)
+    , m_writer(former.m_writer)
+{
+}
+
 std::shared_ptr<ITargetSelectInterfaceHandler> CRecordingHandler::forHost()
 {
     const auto self = std::static_pointer_cast<CRecordingHandler>(shared_from_this());

@@ -13,6 +13,10 @@ public:
     CRecordingHandler(std::shared_ptr<ITargetSelectInterfaceHandler> host,
                       std::shared_ptr<CTraceWriter> writer);
 
+    /// Takes the place of `former`, and records what comes to its observer from then on.
+    CRecordingHandler(std::shared_ptr<ITargetSelectInterfaceHandler> host,
+                      const CRecordingHandler& former);
+
     /// Returns what a host assigns instead of its handler. It lets go of that one when it goes
     /// itself; events that the host still tells then are recorded as long as this object exists.
     std::shared_ptr<ITargetSelectInterfaceHandler> forHost();

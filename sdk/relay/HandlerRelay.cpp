@@ -103,6 +103,13 @@ CHandlerRelay::CHandlerRelay(std::shared_ptr<ITargetSelectInterfaceHandler> host
 {
 }
 
+CHandlerRelay::CHandlerRelay(std::shared_ptr<ITargetSelectInterfaceHandler> host,
+                             const CHandlerRelay& former)
+    : m_host(std::move(host))
+    , m_observer(former.m_observer)
+{
+}
+
 CHandlerRelay::~CHandlerRelay() = default;
 
 CHandlerRelay::Answer CHandlerRelay::call(const Call&, const Ask& ask)

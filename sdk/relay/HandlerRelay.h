@@ -53,6 +53,10 @@ public:
 
     /// Passes calls on to `host`, which may be null: then each answer is the default one.
     explicit CHandlerRelay(std::shared_ptr<ITargetSelectInterfaceHandler> host);
+
+    /// Takes the place of `former`, whose observer the host gets again: attached once more to the
+    /// same subject, it brings each event once. From SetObserver() on, its events come here.
+    CHandlerRelay(std::shared_ptr<ITargetSelectInterfaceHandler> host, const CHandlerRelay& former);
     ~CHandlerRelay() override;
 
     CHandlerRelay(const CHandlerRelay&) = delete;

@@ -81,6 +81,7 @@ private slots:
     void shouldPassOnWithoutAFile();
     void shouldLeaveARecordingThatIsBeingWritten();
     void shouldStartOnce();
+    void shouldBringTheEventsOfASharedSubjectOnce();
 
 private:
     std::vector<CTraceEntry> entries(Kind kind) const;
@@ -454,6 +455,24 @@ void RecorderTest::shouldStartOnce()
     QCOMPARE(m_recorder->record(&layer)->DetectDevices(), 7U);
     QVERIFY(!entries(Kind::Layer).empty());
     QVERIFY(!m_recorder->hasFailed());
+}
+
+/// A host attaches what each of its handlers gets to the same subject.
+void RecorderTest::shouldBringTheEventsOfASharedSubjectOnce()
+{
+    CSubject subject;
+    int told = 0;
+    Observer panel;
+    panel.onEvent = [&] { ++told; };
+    for (int handler = 0; handler < 2; ++handler) {
+        const auto host = std::make_shared<FakeHandler>();
+        m_recorder->record(host)->SetObserver(&panel);
+        QVERIFY(host->observer);
+        subject.Attach(host->observer);
+    }
+    HostEvents::TreeReset::tell(subject);
+    QCOMPARE(told, 1);
+    QCOMPARE(entries(Kind::Event).size(), std::size_t(1));
 }
 
 TSA_TEST_MAIN(RecorderTest)
