@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 
 #include <cstdio>
 #include <optional>
@@ -20,6 +21,26 @@ void print(const QString& text)
     std::fflush(stdout);
 }
 
+void complain(const QString& path, const QString& reason)
+{
+    std::fprintf(stderr, "targetselect-validate: cannot write %s: %s\n", qPrintable(path),
+                 qPrintable(reason));
+}
+
+/// Returns whether a report may be written: to nothing, an empty file, an earlier report, which has
+/// `mark` in it, or what keeps nothing, such as a terminal.
+bool mayWrite(const QString& path, const char* mark)
+{
+    const QFileInfo existing(path);
+    if (path.isEmpty() || !existing.isFile() || existing.size() == 0)
+        return true;
+    QFile former(path);
+    if (former.open(QIODevice::ReadOnly) && former.readAll().contains(mark))
+        return true;
+    complain(path, QStringLiteral("the file that is there is not a report of this program"));
+    return false;
+}
+
 bool save(const QString& path, const QByteArray& bytes)
 {
     if (path.isEmpty())
@@ -27,8 +48,7 @@ bool save(const QString& path, const QByteArray& bytes)
     QFile file(path);
     if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush())
         return true;
-    std::fprintf(stderr, "targetselect-validate: cannot write %s: %s\n", qPrintable(path),
-                 qPrintable(file.errorString()));
+    complain(path, file.errorString());
     return false;
 }
 
@@ -62,6 +82,9 @@ int main(int argc, char** argv)
         return runChild(*options, argc, argv);
     }
 
+    if (!mayWrite(options->junitFile, "\"targetselect-validate")
+        || !mayWrite(options->jsonFile, "\"library\""))
+        return kWrongUse;
     const Report report = run(*options, [](const Result& result) { print(Reports::text(result)); });
     print(Reports::summary(report));
     const bool isSaved = save(options->junitFile, Reports::junit(report))

@@ -7,6 +7,7 @@
 #include <QJsonArray>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QXmlStreamReader>
 
@@ -30,6 +31,8 @@ private slots:
     void shouldWriteWellFormedJUnit();
     void shouldWriteJson();
     void shouldFailWhenAReportCannotBeWritten();
+    void shouldReplaceReportsOnly_data();
+    void shouldReplaceReportsOnly();
     void shouldGiveEachCodeOnce();
     void shouldHaveAParagraphForEachCode();
     void shouldHaveAParagraphForEachOption();
@@ -247,6 +250,33 @@ void ValidatorReportsTest::shouldFailWhenAReportCannotBeWritten()
     QCOMPARE(run.exitCode(), 2);
     QVERIFY2(run.errors().contains(QStringLiteral("/nowhere/report.xml")),
              qPrintable(run.errors()));
+}
+
+void ValidatorReportsTest::shouldReplaceReportsOnly_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::newRow("JUnit") << QStringLiteral("--junit");
+    QTest::newRow("JSON") << QStringLiteral("--json");
+}
+
+void ValidatorReportsTest::shouldReplaceReportsOnly()
+{
+    QFETCH(QString, option);
+    const QTemporaryDir folder;
+    const QString report = folder.filePath(QStringLiteral("report"));
+    const QStringList arguments{QStringLiteral("--only"), QStringLiteral("symbol.null"), option,
+                                report, ValidatorRun::wholeLibrary()};
+    for (int time = 0; time < 2; ++time) {
+        const ValidatorRun run(arguments);
+        QVERIFY2(run.exitCode() == 0, run.description().constData());
+    }
+    QVERIFY(writeFile(report, "mine"));
+    const ValidatorRun run(arguments);
+    QCOMPARE(run.exitCode(), 2);
+    QVERIFY2(run.errors().contains(QStringLiteral("is not a report of this program")),
+             qPrintable(run.errors()));
+    QCOMPARE(run.output(), QString());
+    QCOMPARE(contentOf(report), QByteArray("mine"));
 }
 
 void ValidatorReportsTest::shouldGiveEachCodeOnce()
