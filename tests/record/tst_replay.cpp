@@ -5,8 +5,10 @@
 #include "tests/support/WorkbenchRun.h"
 
 #include <QDir>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -67,6 +69,7 @@ class ReplayTest final : public QObject
 private slots:
     void initTestCase();
     void shouldRepeatTheSessionOfAnotherHost();
+    void shouldKeepAPictureOfThePanel();
     void shouldWriteWholeNames();
     void shouldShowBothSidesOfAnotherRequest();
     void shouldNoticeALostEvent();
@@ -112,6 +115,23 @@ void ReplayTest::shouldRepeatTheSessionOfAnotherHost()
     QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
     QVERIFY2(outcome.output.contains(QStringLiteral("recorded requests")),
              qPrintable(outcome.output));
+}
+
+/// The recording ends with the end of the panel.
+void ReplayTest::shouldKeepAPictureOfThePanel()
+{
+    const ProgramRun outcome = runWorkbench({QStringLiteral("--replay"), file("session.jsonl"),
+                                             QStringLiteral("--pictures"), file("pictures")});
+    QVERIFY2(outcome.exitCode == 0, qPrintable(outcome.errors));
+    const QImage picture(file("pictures/replay.png"));
+    QVERIFY(!picture.isNull());
+    QSet<QRgb> colours;
+    for (int y = 0; y < picture.height() / 2; ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            colours.insert(picture.pixel(x, y));
+    }
+    // Edges of letters; without the panel there are two or three.
+    QVERIFY2(colours.size() > 20, qPrintable(QString::number(colours.size())));
 }
 
 void ReplayTest::shouldWriteWholeNames()

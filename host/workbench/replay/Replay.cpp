@@ -79,6 +79,7 @@ int runReplay(const ReplayOptions& options)
     QString problem;
     if (!window.library().load(options.library, problem))
         return refuse(problem);
+    window.setKeepsPicture(options.keepOpen || !options.pictures.isEmpty());
     window.showText(ReplayMessages::tr("Replaying %1").arg(options.recording));
     window.show();
     int result = 1;

@@ -6,6 +6,7 @@
 
 #include <QDockWidget>
 #include <QLabel>
+#include <QPixmap>
 #include <QScrollArea>
 
 #include <utility>
@@ -41,6 +42,7 @@ ReplayWindow::ReplayWindow(QWidget* parent)
 
 ReplayWindow::~ReplayWindow()
 {
+    m_keepsPicture = false;
     ReplayWindow::close();
 }
 
@@ -69,8 +71,16 @@ ITargetSelectAreaInterface* ReplayWindow::open(const QSize& size,
 
 void ReplayWindow::close()
 {
+    QPixmap last;
+    if (m_panel && m_keepsPicture)
+        last = m_panel->grab();
     delete m_panel;
     m_layer = nullptr;
+    if (last.isNull())
+        return;
+    auto* picture = new QLabel(m_area->widget());
+    picture->setPixmap(last);
+    picture->show();
 }
 
 ITargetSelectAreaInterface* ReplayWindow::layer() const

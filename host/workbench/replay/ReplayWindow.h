@@ -24,6 +24,9 @@ public:
 
     void showText(const QString& text);
 
+    /// Sets whether a picture of the panel stays when it is destroyed.
+    void setKeepsPicture(bool keeps) { m_keepsPicture = keeps; }
+
     ITargetSelectAreaInterface* open(const QSize& size,
                                      std::shared_ptr<ReplayHandler> handler) override;
     void close() override;
@@ -37,4 +40,5 @@ private:
     std::weak_ptr<ReplayHandler> m_handler;
     ITargetSelectAreaInterface* m_layer = nullptr; // the panel's, valid while m_panel is
     QPointer<QWidget> m_panel;
+    bool m_keepsPicture = false;
 };
