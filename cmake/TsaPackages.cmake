@@ -21,7 +21,7 @@ if(WIN32)
 endif()
 # They follow the description of the project.
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
-    "The library that a host loads, and the host's libraries on which it stands."
+    "The library that a host loads, and the host's libraries that it depends on."
 )
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
     "For hosts: headers, files for CMake and pkg-config, the handler base, examples, the validator, the workbench."
