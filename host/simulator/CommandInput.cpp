@@ -25,7 +25,7 @@ QByteArray readFrom(int descriptor)
     while (true) {
         const auto size = ::read(descriptor, buffer.data(), kMaxLineBytes);
         if (size >= 0)
-            return QByteArray(buffer.data(), static_cast<int>(size));
+            return {buffer.data(), static_cast<int>(size)};
         if (errno == EINTR)
             continue;
 #ifdef Q_OS_UNIX
