@@ -13,11 +13,14 @@
 #include <QTemporaryDir>
 
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
 constexpr int kRounds = 660; // for so many lines
 constexpr int kLines = 100000;
+
+constexpr int kMostMs = 600000;
 
 /// What the user and the host do over and over; %1 is the number of the round.
 constexpr char kRound[] = "click row \"Left\"\n"
@@ -64,7 +67,7 @@ public:
         workbench.start(QStringLiteral(BENCH_WORKBENCH),
                         QStringList{QStringLiteral("--library"), QStringLiteral(BENCH_LIBRARY)}
                             + arguments);
-        require(workbench.waitForFinished(-1) && workbench.exitCode() == EXIT_SUCCESS,
+        require(workbench.waitForFinished(kMostMs) && workbench.exitCode() == EXIT_SUCCESS,
                 "the workbench ends well");
     }
 

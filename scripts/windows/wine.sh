@@ -58,7 +58,8 @@ make_template() {
     ) 9> "$template/lock"
 }
 
-# make_chinese: makes the Chinese locale, which Wine needs to be Chinese and Debian installs on request only.
+# make_chinese: makes the Chinese locale, which Wine needs to be Chinese, and which Debian installs
+# on request only.
 make_chinese() {
     (
         flock 9

@@ -21,11 +21,13 @@ CRecorder::~CRecorder() = default;
 
 bool CRecorder::open(const QString& path, QString& problem)
 {
-    // Lines are written on several threads; the signal is emitted on the thread of this object.
-    m_writer->onFailure = [self = QPointer<CRecorder>(this)](const QString& reason) {
-        QMetaObject::invokeMethod(
-            self, [self, reason] { emit self->failed(reason); }, Qt::QueuedConnection);
-    };
+    if (!isOpen()) {
+        // Lines are written on several threads; the signal is emitted on the thread of this object.
+        m_writer->onFailure = [self = QPointer<CRecorder>(this)](const QString& reason) {
+            QMetaObject::invokeMethod(
+                self, [self, reason] { emit self->failed(reason); }, Qt::QueuedConnection);
+        };
+    }
     if (!m_writer->open(path, problem))
         return false;
     m_input = new CInputRecorder(m_writer, this);

@@ -91,6 +91,8 @@ bool CTraceWriter::open(const QString& path, QString& problem)
         reason = m_file.errorString();
     if (!reason.isEmpty()) {
         problem = problemText(path, reason);
+        m_file.close();
+        m_lock.release();
         return false;
     }
     m_clock.start();

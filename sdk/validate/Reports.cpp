@@ -193,6 +193,7 @@ QByteArray Reports::json(const Report& report)
          {Status::Passed, Status::Warning, Status::Skipped, Status::Failed, Status::Crashed})
         counts.insert(statusText(status), report.count(status));
     const QJsonObject object{
+        {QStringLiteral("program"), QStringLiteral("targetselect-validate")},
         {QStringLiteral("library"), report.library},
         {QStringLiteral("hostPlugin"), report.hostPlugin},
         {QStringLiteral("level"), report.level},

@@ -27,15 +27,15 @@ void complain(const QString& path, const QString& reason)
                  qPrintable(reason));
 }
 
-/// Returns whether a report may be written: to nothing, an empty file, an earlier report, which has
-/// `mark` in it, or what keeps nothing, such as a terminal.
-bool mayWrite(const QString& path, const char* mark)
+/// Returns whether a report may be written: to nothing, an empty file, an earlier report, which
+/// names this program, or what keeps nothing, such as a terminal.
+bool mayWrite(const QString& path)
 {
     const QFileInfo existing(path);
     if (path.isEmpty() || !existing.isFile() || existing.size() == 0)
         return true;
     QFile former(path);
-    if (former.open(QIODevice::ReadOnly) && former.readAll().contains(mark))
+    if (former.open(QIODevice::ReadOnly) && former.readAll().contains("\"targetselect-validate"))
         return true;
     complain(path, QStringLiteral("the file that is there is not a report of this program"));
     return false;
@@ -82,8 +82,7 @@ int main(int argc, char** argv)
         return runChild(*options, argc, argv);
     }
 
-    if (!mayWrite(options->junitFile, "\"targetselect-validate")
-        || !mayWrite(options->jsonFile, "\"library\""))
+    if (!mayWrite(options->junitFile) || !mayWrite(options->jsonFile))
         return kWrongUse;
     const Report report = run(*options, [](const Result& result) { print(Reports::text(result)); });
     print(Reports::summary(report));

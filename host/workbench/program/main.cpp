@@ -62,9 +62,10 @@ void record(const Options& options, MainWindow& window, QStringList& problems)
     if (options.recordFile.isEmpty())
         return;
     QString problem;
-    if (!recorder.open(options.recordFile, problem))
+    if (recorder.open(options.recordFile, problem))
+        window.files().addInUse(options.recordFile);
+    else
         problems.append(problem);
-    window.files().addInUse(options.recordFile);
 }
 
 /// Starts the trace file and the inspector if the command line asks for them.
@@ -72,10 +73,12 @@ void observe(const Options& options, MainWindow& window, TraceFile& trace, Inspe
              QStringList& problems)
 {
     QString problem;
-    if (!trace.path().isEmpty() && !trace.open(problem))
-        problems.append(problem);
-    if (!trace.path().isEmpty())
-        window.files().addInUse(trace.path());
+    if (!trace.path().isEmpty()) {
+        if (trace.open(problem))
+            window.files().addInUse(trace.path());
+        else
+            problems.append(problem);
+    }
     QObject::connect(&trace, &TraceFile::failed, &window, [&](const QString& failure) {
         std::cerr << "workbench: " << qPrintable(failure) << '\n';
         if (!isUnattended(options))

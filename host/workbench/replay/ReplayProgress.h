@@ -8,11 +8,13 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 /// Where the panel behaved otherwise than in the recording.
 struct Difference
@@ -54,8 +56,9 @@ public:
     };
 
     /// Blocks a thread that tells an event until the gestures before this question have been
-    /// repeated, or half a second has passed. So the panel gets the answer, and shows what the
-    /// event changes, after these gestures, as it did in the recording.
+    /// repeated, or half a second has passed, or 3 s for all questions of the event. So the panel
+    /// gets the answer, and shows what the event changes, after these gestures, as it did in the
+    /// recording.
     void waitForInputBefore(const CTraceEntry& question);
 
     /// Returns whether the panel may know less of `event` than it did before `driver`: it has asked
