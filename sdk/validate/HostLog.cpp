@@ -7,15 +7,23 @@
 
 #include <cstdio>
 #include <mutex>
+#include <vector>
 
 namespace {
 
 struct Collected
 {
     std::mutex mutex;
-    QStringList records;
-    QStringList warnings;
+    std::vector<QString> records;
+    std::vector<QString> warnings;
 };
+
+/// A list of its own: ThreadSanitizer does not see how Qt synchronises the copies of a list that
+/// changes in place.
+QStringList listOf(const std::vector<QString>& lines)
+{
+    return {lines.begin(), lines.end()};
+}
 
 // Never destroyed: threads of the library may log while the process ends.
 Collected& collected()
@@ -41,7 +49,7 @@ void collect(QtMsgType type, const QMessageLogContext& context, const QString& m
     if (!isWarning(type, context, message))
         return;
     const std::lock_guard guard(collected().mutex);
-    collected().warnings.append(message);
+    collected().warnings.push_back(message);
 }
 
 QString codeOf(const QString& record)
@@ -56,7 +64,7 @@ void HostLog::install()
 {
     SetLogSink([](const LogRecord& record) {
         const std::lock_guard guard(collected().mutex);
-        collected().records.append(QString::fromStdString(record.message));
+        collected().records.push_back(QString::fromStdString(record.message));
     });
     qInstallMessageHandler(collect);
 }
@@ -64,7 +72,7 @@ void HostLog::install()
 QStringList HostLog::records()
 {
     const std::lock_guard guard(collected().mutex);
-    return collected().records;
+    return listOf(collected().records);
 }
 
 QStringList HostLog::withCode(const QString& code)
@@ -93,5 +101,5 @@ QStringList HostLog::codes()
 QStringList HostLog::warnings()
 {
     const std::lock_guard guard(collected().mutex);
-    return collected().warnings;
+    return listOf(collected().warnings);
 }

@@ -35,7 +35,7 @@ QString describeList(const QList<ProcessorNode>& processors, bool isSorted)
 }
 
 template <typename Record>
-Record find(const QList<Record>& records, const QUuid& id)
+Record find(const std::vector<Record>& records, const QUuid& id)
 {
     for (const Record& record : records) {
         if (record.id == id)
@@ -45,7 +45,7 @@ Record find(const QList<Record>& records, const QUuid& id)
 }
 
 template <typename Record>
-void removeFrom(QList<Record>& records, const QUuid& id)
+void removeFrom(std::vector<Record>& records, const QUuid& id)
 {
     records.erase(std::remove_if(records.begin(), records.end(),
                                  [&](const Record& record) { return record.id == id; }),
@@ -96,20 +96,20 @@ QString describe(const QList<ProcessorGroupNode>& groups, const QList<ProcessorN
 void Project::set(const QList<ProcessorGroupNode>& groups, const QList<ProcessorNode>& processors)
 {
     const std::lock_guard guard(m_mutex);
-    m_groups = groups;
-    m_processors = processors;
+    m_groups.assign(groups.begin(), groups.end());
+    m_processors.assign(processors.begin(), processors.end());
 }
 
 QList<ProcessorGroupNode> Project::groups() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_groups;
+    return QList<ProcessorGroupNode>(m_groups.begin(), m_groups.end());
 }
 
 QList<ProcessorNode> Project::processors() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_processors;
+    return QList<ProcessorNode>(m_processors.begin(), m_processors.end());
 }
 
 ProcessorNode Project::processor(const QUuid& id) const
@@ -127,13 +127,13 @@ ProcessorGroupNode Project::group(const QUuid& id) const
 void Project::add(const ProcessorNode& processor)
 {
     const std::lock_guard guard(m_mutex);
-    m_processors.append(processor);
+    m_processors.push_back(processor);
 }
 
 void Project::add(const ProcessorGroupNode& group)
 {
     const std::lock_guard guard(m_mutex);
-    m_groups.append(group);
+    m_groups.push_back(group);
 }
 
 void Project::remove(const QUuid& id)
@@ -162,7 +162,7 @@ bool Project::change(const QUuid& id, const std::function<void(ProcessorNode&)>&
 QString Project::describe(bool isSorted) const
 {
     const std::lock_guard guard(m_mutex);
-    QList<ProcessorGroupNode> groups = m_groups;
+    QList<ProcessorGroupNode> groups(m_groups.begin(), m_groups.end());
     QList<ProcessorNode> alone;
     for (ProcessorGroupNode& group : groups)
         group.processors.clear();

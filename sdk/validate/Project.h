@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <mutex>
+#include <vector>
 
 /// Returns the identity with this number; the same number gives the same identity.
 QUuid identity(uint number);
@@ -51,7 +52,9 @@ public:
     QString describe(bool isSorted = false) const;
 
 private:
+    // Each answer is a list of its own: ThreadSanitizer does not see how Qt synchronises the copies
+    // of a list that changes in place.
     mutable std::mutex m_mutex;
-    QList<ProcessorGroupNode> m_groups;
-    QList<ProcessorNode> m_processors;
+    std::vector<ProcessorGroupNode> m_groups;
+    std::vector<ProcessorNode> m_processors;
 };

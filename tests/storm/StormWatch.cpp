@@ -50,26 +50,26 @@ void StormWatch::note(const QString& text)
                                    std::hash<std::thread::id>()(std::this_thread::get_id()) % 1000),
                  text);
     const std::lock_guard guard(m_mutex);
-    m_journal.append(line);
+    m_journal.push_back(line);
 }
 
 QStringList StormWatch::journal() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_journal;
+    return {m_journal.begin(), m_journal.end()};
 }
 
 QStringList StormWatch::complaints() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_complaints;
+    return {m_complaints.begin(), m_complaints.end()};
 }
 
 void StormWatch::complain(const QString& text)
 {
     note(text);
     const std::lock_guard guard(m_mutex);
-    m_complaints.append(text);
+    m_complaints.push_back(text);
 }
 
 /// Ends the time that the calling thread spent on one side.

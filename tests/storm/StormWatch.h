@@ -6,6 +6,7 @@
 #include <chrono>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 /// Detects threads that are blocked for too long, and keeps a journal of what happened. The limits
 /// are wide: threads that wait for each other exceed them, a busy machine does not.
@@ -98,8 +99,8 @@ private:
     const std::thread::id m_guiThread;
     const Clock::time_point m_start;
     mutable std::mutex m_mutex;
-    QStringList m_journal;
-    QStringList m_complaints;
+    std::vector<QString> m_journal;
+    std::vector<QString> m_complaints;
 };
 
 /// The longest time that the delivery of an event may take, without the host's own answers.

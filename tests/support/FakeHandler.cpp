@@ -40,7 +40,7 @@ void FakeHandler::doInside(const QString& question, std::function<void()> action
 QVector<FakeHandler::Call> FakeHandler::calls() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_calls;
+    return QVector<Call>(m_calls.begin(), m_calls.end());
 }
 
 QStringList FakeHandler::callNames() const
@@ -66,8 +66,8 @@ void FakeHandler::setProject(const QList<ProcessorGroupNode>& groups,
                              const QList<ProcessorNode>& processors)
 {
     const std::lock_guard guard(m_mutex);
-    m_groups = groups;
-    m_processors = processors;
+    m_groups.assign(groups.begin(), groups.end());
+    m_processors.assign(processors.begin(), processors.end());
 }
 
 void FakeHandler::setProcessor(const ProcessorNode& processor)
@@ -79,7 +79,7 @@ void FakeHandler::setProcessor(const ProcessorNode& processor)
             return;
         }
     }
-    m_processors.append(processor);
+    m_processors.push_back(processor);
 }
 
 void FakeHandler::setGroup(const ProcessorGroupNode& group)
@@ -91,7 +91,7 @@ void FakeHandler::setGroup(const ProcessorGroupNode& group)
             return;
         }
     }
-    m_groups.append(group);
+    m_groups.push_back(group);
 }
 
 void FakeHandler::removeProcessor(const QUuid& id)
@@ -116,13 +116,13 @@ void FakeHandler::removeGroup(const QUuid& id)
 QList<ProcessorNode> FakeHandler::processors() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_processors;
+    return QList<ProcessorNode>(m_processors.begin(), m_processors.end());
 }
 
 QList<ProcessorGroupNode> FakeHandler::groups() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_groups;
+    return QList<ProcessorGroupNode>(m_groups.begin(), m_groups.end());
 }
 
 void FakeHandler::note(const char* name, const QString& argument)
@@ -130,7 +130,7 @@ void FakeHandler::note(const char* name, const QString& argument)
     const QString text = QString::fromLatin1(name);
     {
         const std::lock_guard guard(m_mutex);
-        m_calls.append({text, argument, QThread::currentThread()});
+        m_calls.push_back({text, argument, QThread::currentThread()});
     }
     if (inside)
         inside(text);

@@ -8,6 +8,7 @@
 #include <functional>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 /// A host in memory. Keeps a project of groups and processors, answers every question from plain
 /// members that a test sets, and remembers what it was asked, in which order and on which thread.
@@ -187,8 +188,10 @@ private:
     template <typename Answer>
     Answer fixed(const char* name, const QUuid& id, Answer answer);
 
+    // Each answer is a list of its own: ThreadSanitizer does not see how Qt synchronises the copies
+    // of a list that changes in place.
     mutable std::mutex m_mutex;
-    QVector<Call> m_calls;
-    QList<ProcessorGroupNode> m_groups;
-    QList<ProcessorNode> m_processors;
+    std::vector<Call> m_calls;
+    std::vector<ProcessorGroupNode> m_groups;
+    std::vector<ProcessorNode> m_processors;
 };

@@ -162,13 +162,13 @@ bool ReplayProgress::isEventBehind(qint64 event, const CTraceEntry& driver) cons
 void ReplayProgress::noteUnanswered(const QString& question)
 {
     const std::lock_guard guard(m_mutex);
-    m_unanswered.append(question);
+    m_unanswered.push_back(question);
 }
 
 QStringList ReplayProgress::unanswered() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_unanswered;
+    return {m_unanswered.begin(), m_unanswered.end()};
 }
 
 void ReplayProgress::countWorkQuestion()

@@ -133,7 +133,7 @@ private:
     int m_asked = 0;                        // guarded by m_mutex; since the last step, the question
                                             // inside which the next driver was
     QHash<qint64, Inside> m_inside;         // guarded by m_mutex; by event
-    QStringList m_unanswered;               // guarded by m_mutex
+    std::vector<QString> m_unanswered;      // guarded by m_mutex
     qint64 m_position = 0;                  // guarded by m_mutex
     bool m_isOver = false;                  // guarded by m_mutex
     std::optional<Difference> m_difference; // guarded by m_mutex

@@ -235,12 +235,15 @@ void ProjectStore::setFrontPanel(const QUuid& id, bool lit)
         const std::lock_guard guard(m_mutex);
         if (m_project.litFrontPanels.contains(id) == lit)
             return;
+        // Not in place: a snapshot on another thread may still share the set.
+        QSet<QUuid> panels = m_project.litFrontPanels;
         if (!lit)
-            m_project.litFrontPanels.remove(id);
+            panels.remove(id);
         else if (m_project.processor(id) || m_project.hasGroup(id))
-            m_project.litFrontPanels.insert(id);
+            panels.insert(id);
         else
             return;
+        m_project.litFrontPanels = panels;
     }
     emit changed();
 }
