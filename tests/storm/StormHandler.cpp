@@ -109,6 +109,14 @@ void StormHandler::SetProcessorGroup(const ProcessorGroupNode&, const QUuid& gro
     m_host.dwell("SetProcessorGroup");
 }
 
+void StormHandler::Ungroup(const QUuid& id)
+{
+    m_host.watch.note(QStringLiteral("is asked to dissolve %1").arg(stormLabel(id)));
+    const StormWatch::HostWork work(m_host.watch);
+    m_host.dissolve(id);
+    m_host.dwell("Ungroup");
+}
+
 bool StormHandler::RenameProcessor(const QUuid& id, const QString& name)
 {
     const StormWatch::HostWork work(m_host.watch);

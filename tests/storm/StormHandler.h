@@ -51,7 +51,7 @@ public:
     bool RenameProcessor(const QUuid& id, const QString& name) override;
     void SetNewProcessorOutputs(int) override {}
     QUuid CreateGroup(const ProcessorGroupNode&) override { return {}; }
-    void Ungroup(const QUuid&) override {}
+    void Ungroup(const QUuid& id) override;
     void RenameGroup(const QUuid& id, const QString& name) override;
     void ReportSelection(const QUuid& focus, const QList<QUuid>& ids,
                          const QList<SGroupSelection>& groups, const QUuid& previous) override;

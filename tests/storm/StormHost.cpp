@@ -318,6 +318,23 @@ void StormHost::removeLater(const QList<QUuid>& ids)
     });
 }
 
+void StormHost::dissolve(const QUuid& group)
+{
+    if (roll() % 2 == 0) {
+        if (project.dissolveGroup(group))
+            tellLater(20, {group});
+        return;
+    }
+    m_clerk.post([this, group] {
+        const int number = stormFamily(group);
+        if (number < 0 || number >= StormProject::kFamilies)
+            return;
+        const HostLock::Holder turn(family(number), patience());
+        if (project.dissolveGroup(group))
+            tell(20, {group});
+    });
+}
+
 void StormHost::noteDeviceSet(quint32 number)
 {
     m_lastDeviceSet = number;

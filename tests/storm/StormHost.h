@@ -46,6 +46,9 @@ public:
     /// Removes processors on a separate thread, as after a request of the user.
     void removeLater(const QList<QUuid>& ids);
 
+    /// Dissolves a group at once, or on that thread, and raises the event afterwards.
+    void dissolve(const QUuid& group);
+
     /// Marks the calling thread as one that performs steps.
     static void becomeTeller();
 

@@ -164,8 +164,10 @@ void StormPanel::perform(const StormStep& step)
         renameByEditor(step.dice);
         break;
     case StormStep::DeleteByKey:
-        if (isFree())
+        if (isFree()) {
+            tree()->setFocus(Qt::MouseFocusReason);
             press(tree(), Qt::Key_Delete);
+        }
         break;
     case StormStep::Busy:
         m_host.pause(std::chrono::milliseconds(step.dice));

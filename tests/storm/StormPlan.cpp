@@ -49,7 +49,7 @@ constexpr KindInfo kKinds[] = {
     {StormStep::Select, "Select", "clicks on a row", 14},
     {StormStep::RenameByModel, "RenameByModel", "renames a row through the model", 6},
     {StormStep::RenameByEditor, "RenameByEditor", "renames a row in its editor", 4},
-    {StormStep::DeleteByKey, "DeleteByKey", "presses Delete", 4},
+    {StormStep::DeleteByKey, "DeleteByKey", "presses Delete", 8},
     {StormStep::Busy, "Busy", "keeps the GUI thread busy", 3},
 };
 static_assert(std::size(kKinds) == StormStep::KindCount);

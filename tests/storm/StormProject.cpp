@@ -158,16 +158,14 @@ QUuid StormProject::dissolveGroup(int family, quint32 dice)
 {
     const std::lock_guard guard(m_mutex);
     const QUuid group = pick(groupsOf(family), dice);
-    if (group.isNull())
-        return {};
-    for (ProcessorNode& processor : m_state.processors) {
-        if (processor.groupId == group) {
-            processor.groupId = QUuid();
-            m_freed.insert(processor.id);
-        }
-    }
-    removeFrom(m_state.groups, group);
+    dissolve(group);
     return group;
+}
+
+bool StormProject::dissolveGroup(const QUuid& id)
+{
+    const std::lock_guard guard(m_mutex);
+    return dissolve(id);
 }
 
 QUuid StormProject::changeRecord(int family, bool name, quint32 dice)
@@ -254,6 +252,19 @@ void StormProject::storeMembership(const QUuid& group, const QList<QUuid>& proce
         if (ProcessorNode* processor = find(id))
             processor->groupId = group;
     }
+}
+
+bool StormProject::dissolve(const QUuid& group)
+{
+    if (!removeFrom(m_state.groups, group))
+        return false;
+    for (ProcessorNode& processor : m_state.processors) {
+        if (processor.groupId == group) {
+            processor.groupId = QUuid();
+            m_freed.insert(processor.id);
+        }
+    }
+    return true;
 }
 
 ProcessorNode* StormProject::find(const QUuid& id)

@@ -53,6 +53,7 @@ public:
     QList<QUuid> removeProcessors(int family, int count, quint32 dice);
     bool removeProcessor(const QUuid& id);
     QUuid dissolveGroup(int family, quint32 dice);
+    bool dissolveGroup(const QUuid& id);
     QUuid changeRecord(int family, bool name, quint32 dice);
     QUuid changeAddress(int family, quint32 dice);
     QUuid chooseCurrent(int family, quint32 dice);
@@ -65,6 +66,7 @@ public:
 
 private:
     ProcessorNode* find(const QUuid& id);
+    bool dissolve(const QUuid& group);
     QList<QUuid> groupsOf(int family) const;
     QList<QUuid> processorsOf(int family) const;
     QUuid pickGroup(int family, const QUuid& processor, QRandomGenerator& random) const;
