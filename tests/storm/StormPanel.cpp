@@ -12,7 +12,9 @@
 #include <QPushButton>
 #include <QTreeView>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace {
 
@@ -20,13 +22,14 @@ constexpr int kTicksOpen = 12;
 constexpr int kTicksStubborn = 60;
 constexpr int kTicksGone = 15;
 
-void press(QWidget* widget, int key, const QString& text = QString())
+void press(QWidget* widget, int key, const QString& text = QString(),
+           Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     const QPointer<QWidget> alive(widget);
     for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
         if (!alive)
             return;
-        QKeyEvent event(type, key, Qt::NoModifier, text);
+        QKeyEvent event(type, key, modifiers, text);
         QCoreApplication::sendEvent(alive, &event);
     }
 }
@@ -62,6 +65,16 @@ QModelIndex anyRow(const QAbstractItemModel& model, quint32 dice)
 {
     const QModelIndexList rows = rowsOf(model);
     return rows.isEmpty() ? QModelIndex() : rows.at(int(dice % quint32(rows.size())));
+}
+
+bool isProcessor(const QModelIndex& row)
+{
+    return row.data(NodeTypeRole).toInt() == NodeProcessor;
+}
+
+int familyOf(const QModelIndex& row)
+{
+    return stormFamily(row.data(UuidRole).toUuid());
 }
 
 } // namespace
@@ -164,10 +177,12 @@ void StormPanel::perform(const StormStep& step)
         renameByEditor(step.dice);
         break;
     case StormStep::DeleteByKey:
-        if (isFree()) {
-            tree()->setFocus(Qt::MouseFocusReason);
-            press(tree(), Qt::Key_Delete);
-        }
+        select(step.dice);
+        if (isFree())
+            pressInTree(Qt::Key_Delete);
+        break;
+    case StormStep::MoveByKeys:
+        moveByKeys(step.dice);
         break;
     case StormStep::Busy:
         m_host.pause(std::chrono::milliseconds(step.dice));
@@ -223,14 +238,7 @@ void StormPanel::select(quint32 dice)
 {
     if (!isFree())
         return;
-    QTreeView* view = tree();
-    const QPersistentModelIndex row = anyRow(*view->model(), dice);
-    view->scrollTo(row);
-    const QRect place = view->visualRect(row);
-    if (row.isValid() && place.isValid()) {
-        click(view->viewport(), place.center(),
-              dice % 3 == 0 ? Qt::ControlModifier : Qt::NoModifier);
-    }
+    clickRow(anyRow(*model(), dice), dice % 3 == 0 ? Qt::ControlModifier : Qt::NoModifier);
 }
 
 /// The model stores a new name without asking the host, so the host stores it first and raises the
@@ -277,6 +285,52 @@ void StormPanel::renameByEditor(quint32 dice)
     }
     if (editor)
         press(editor, Qt::Key_Return, QStringLiteral("\r"));
+}
+
+/// Puts a processor into a group of its family, or out of its group.
+void StormPanel::moveByKeys(quint32 dice)
+{
+    if (!isFree())
+        return;
+    const QModelIndexList rows = rowsOf(*model());
+    QModelIndexList processors;
+    std::copy_if(rows.begin(), rows.end(), std::back_inserter(processors), isProcessor);
+    if (processors.isEmpty())
+        return;
+    const QModelIndex processor = processors.at(int(dice % quint32(processors.size())));
+    const int family = familyOf(processor);
+    QList<QPersistentModelIndex> targets{rows.first().parent()};
+    for (const QModelIndex& row : rows) {
+        if (!isProcessor(row) && familyOf(row) == family)
+            targets.append(row);
+    }
+    clickRow(processor);
+    pressInTree(Qt::Key_X, Qt::ControlModifier);
+    if (!isFree())
+        return;
+    clickRow(targets.at(int(dice / 64 % quint32(targets.size()))));
+    pressInTree(Qt::Key_V, Qt::ControlModifier);
+}
+
+void StormPanel::clickRow(const QPersistentModelIndex& row, Qt::KeyboardModifiers modifiers)
+{
+    QTreeView* view = tree();
+    if (!view || !row.isValid())
+        return;
+    view->scrollTo(row);
+    const QRect place = view->visualRect(row);
+    if (place.isValid())
+        click(view->viewport(), place.center(), modifiers);
+}
+
+/// Shortcuts of the tree need its focus.
+void StormPanel::pressInTree(int key, Qt::KeyboardModifiers modifiers)
+{
+    QTreeView* view = tree();
+    if (!view)
+        return;
+    view->setFocus(Qt::MouseFocusReason);
+    press(view, key, {}, modifiers);
 }
 
 void StormPanel::tick()

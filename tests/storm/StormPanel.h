@@ -51,6 +51,10 @@ private:
     void select(quint32 dice);
     void renameByModel(quint32 dice);
     void renameByEditor(quint32 dice);
+    void moveByKeys(quint32 dice);
+    void clickRow(const QPersistentModelIndex& row,
+                  Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    void pressInTree(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     void removeAllGroups();
 
     StormHost& m_host;

@@ -49,7 +49,8 @@ constexpr KindInfo kKinds[] = {
     {StormStep::Select, "Select", "clicks on a row", 14},
     {StormStep::RenameByModel, "RenameByModel", "renames a row through the model", 6},
     {StormStep::RenameByEditor, "RenameByEditor", "renames a row in its editor", 4},
-    {StormStep::DeleteByKey, "DeleteByKey", "presses Delete", 8},
+    {StormStep::DeleteByKey, "DeleteByKey", "clicks on a row and presses Delete", 12},
+    {StormStep::MoveByKeys, "MoveByKeys", "cuts a processor and pastes it elsewhere", 10},
     {StormStep::Busy, "Busy", "keeps the GUI thread busy", 3},
 };
 static_assert(std::size(kKinds) == StormStep::KindCount);

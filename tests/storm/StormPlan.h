@@ -44,6 +44,7 @@ struct StormStep
         RenameByModel,
         RenameByEditor,
         DeleteByKey,
+        MoveByKeys,
         Busy,
         KindCount
     };

@@ -248,6 +248,8 @@ bool StormProject::renameGroup(const QUuid& id, const QString& name)
 void StormProject::storeMembership(const QUuid& group, const QList<QUuid>& processors)
 {
     const std::lock_guard guard(m_mutex);
+    if (!group.isNull() && m_state.group(group).id.isNull())
+        return;
     for (const QUuid& id : processors) {
         if (ProcessorNode* processor = find(id))
             processor->groupId = group;

@@ -61,7 +61,8 @@ public:
     bool renameProcessor(const QUuid& id, const QString& name);
     bool renameGroup(const QUuid& id, const QString& name);
 
-    /// Stores a move that the panel has reported. A null `group` is the root.
+    /// Stores a move that the panel has reported, unless the group is no longer there. A null
+    /// `group` is the root.
     void storeMembership(const QUuid& group, const QList<QUuid>& processors);
 
 private:
