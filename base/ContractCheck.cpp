@@ -136,8 +136,8 @@ void ContractCheck::report(Finding finding, const QString& what, std::optional<q
 {
     if (!isOn())
         return;
-    QString line = QStringLiteral("%1 %2: %3").arg(code(finding), title(finding), what);
-    const int count = worthTelling(line);
+    const QString told = QStringLiteral("%1 %2: %3").arg(code(finding), title(finding), what);
+    const int count = worthTelling(told);
     if (count == 0)
         return;
     if (!event)
@@ -148,11 +148,12 @@ void ContractCheck::report(Finding finding, const QString& what, std::optional<q
     details.append(threadName());
     if (count > 1)
         details.append(QStringLiteral("time %1").arg(count));
-    line += QStringLiteral(" [%1]").arg(details.join(QLatin1String(", ")));
-    AppendLog("ContractCheck", __FILE__, __LINE__, line.toUtf8().constData());
+    const QByteArray line =
+        QStringLiteral("%1 [%2]").arg(told, details.join(QLatin1String(", "))).toUtf8();
+    AppendLog("ContractCheck", __FILE__, __LINE__, line.constData());
     if (fatal)
-        qFatal("%s", line.toUtf8().constData());
-    qCWarning(lcCheck, "%s", line.toUtf8().constData());
+        qFatal("%s", line.constData());
+    qCWarning(lcCheck, "%s", line.constData());
 }
 
 ContractCheck::EventScope::EventScope(std::optional<quint32> event)

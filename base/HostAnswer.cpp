@@ -2,28 +2,27 @@
 
 #include "base/ContractCheck.h"
 #include "base/LogCategories.h"
-#include "base/TargetSelectHandler.h"
 
 namespace {
 
 template <typename Record>
-CHostAnswer<Record> ask(Record (Host::*question)(const QUuid&), const QUuid& id, quint32 event)
+CHostAnswer<Record> ask(Record (Host::*question)(const QUuid&), const QUuid& id, quint32 event,
+                        const HandlerPlace::CPanelWatch& panel)
 {
     const ContractCheck::EventScope scope(event);
-    const HandlerPlace::CPanelWatch panel;
     CHostAnswer<Record> answer;
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
         const std::weak_ptr<IAbstractControlInterface> source = HandlerPlace::current();
         const auto handler = GetTargetSelectHandler();
-        if (!handler) {
-            logDropped(event, id, "there is no handler");
+        // The next panel's handler is not asked: the event was none of its host's.
+        if (!handler || panel.isOver()) {
+            logDropped(event, id, handler ? "the panel has gone" : "there is no handler");
             return {};
         }
         qCDebug(lcBridge, "event %u asks for %s", event, qPrintable(id.toString()));
         const Record record = (handler.get()->*question)(id);
         answer = {source, checkedRecord(record, id, event), record.id.isNull()};
-        // The host may replace its handler inside the question. The next panel's handler is not
-        // asked: the event was none of its host's.
+        // The host may replace its handler inside the question.
         if (HandlerPlace::isCurrent(source) || panel.isOver())
             break;
         qCDebug(lcBridge, "event %u finds another handler after its question", event);
@@ -58,12 +57,14 @@ template std::optional<ProcessorNode> checkedRecord(const ProcessorNode&, const 
 template std::optional<ProcessorGroupNode> checkedRecord(const ProcessorGroupNode&, const QUuid&,
                                                          quint32);
 
-CHostAnswer<ProcessorNode> askForProcessor(const QUuid& id, quint32 event)
+CHostAnswer<ProcessorNode> askForProcessor(const QUuid& id, quint32 event,
+                                           const HandlerPlace::CPanelWatch& panel)
 {
-    return ask(&Host::GetProcessorNode, id, event);
+    return ask(&Host::GetProcessorNode, id, event, panel);
 }
 
-CHostAnswer<ProcessorGroupNode> askForGroup(const QUuid& id, quint32 event)
+CHostAnswer<ProcessorGroupNode> askForGroup(const QUuid& id, quint32 event,
+                                            const HandlerPlace::CPanelWatch& panel)
 {
-    return ask(&Host::GetGroupNode, id, event);
+    return ask(&Host::GetGroupNode, id, event, panel);
 }

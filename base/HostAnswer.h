@@ -2,6 +2,7 @@
 
 #include "Interface/ProcessorNode.h"
 #include "Interface/TargetSelectInterfaceHandler.h"
+#include "base/TargetSelectHandler.h"
 
 #include <QUuid>
 
@@ -50,10 +51,14 @@ private:
 extern template class CHostAnswer<ProcessorNode>;
 extern template class CHostAnswer<ProcessorGroupNode>;
 
-/// Asks the host for the record of `id` on behalf of event number `event`. Any thread; the caller
-/// holds no lock.
-CHostAnswer<ProcessorNode> askForProcessor(const QUuid& id, quint32 event);
-CHostAnswer<ProcessorGroupNode> askForGroup(const QUuid& id, quint32 event);
+/// Asks the host of `panel` for the record of `id` on behalf of event number `event`. Any thread;
+/// the caller holds no lock.
+/// @{
+CHostAnswer<ProcessorNode> askForProcessor(const QUuid& id, quint32 event,
+                                           const HandlerPlace::CPanelWatch& panel = {});
+CHostAnswer<ProcessorGroupNode> askForGroup(const QUuid& id, quint32 event,
+                                            const HandlerPlace::CPanelWatch& panel = {});
+/// @}
 
 /// Returns `record` if its identity is `id`, and logs otherwise.
 template <typename Record>

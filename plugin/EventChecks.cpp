@@ -189,7 +189,7 @@ void EventChecks::check(const CSubject& subject)
                               .arg(nameOf(event->type), nameOf(subject.GetArgumentType())));
 }
 
-void EventChecks::checkRemoval(const CSubject& subject)
+void EventChecks::checkRemoval(const CSubject& subject, const HandlerPlace::CPanelWatch& panel)
 {
     const quint32 number = subject.GetEvent();
     if ((number != NodeRemoved::number && number != NodesRemoved::number) || !isOfItsType(subject)
@@ -203,15 +203,19 @@ void EventChecks::checkRemoval(const CSubject& subject)
                                   .arg(id.toString(), QLatin1String(operation)));
     };
     const QList<QUuid> all = identities(subject);
-    const HandlerPlace::CPanelWatch panel;
+    const auto knows = [&panel](auto question, const QUuid& id) {
+        const auto handler = GetTargetSelectHandler();
+        // The next panel's handler is not asked.
+        return handler && !panel.isOver() && (handler.get()->*question)(id).id == id;
+    };
     for (const QUuid& id : all) {
         if (panel.isOver())
             return;
         if (id.isNull())
             continue;
-        if (askHost(&Host::GetProcessorNode, id).id == id)
+        if (knows(&Host::GetProcessorNode, id))
             tell("GetProcessorNode", id);
-        else if (askHost(&Host::GetGroupNode, id).id == id)
+        else if (knows(&Host::GetGroupNode, id))
             tell("GetGroupNode", id);
     }
 }

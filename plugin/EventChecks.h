@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/TargetSelectHandler.h"
+
 #include <QtGlobal>
 
 class CSubject;
@@ -11,9 +13,9 @@ namespace EventChecks {
 /// Looks at the event that `subject` delivers, before it takes effect.
 void check(const CSubject& subject);
 
-/// Looks at what the host answers about the identities that the event has removed. On the thread
-/// that tells the event.
-void checkRemoval(const CSubject& subject);
+/// Looks at what the host of `panel` answers about the identities that the event has removed. On
+/// the thread that tells the event.
+void checkRemoval(const CSubject& subject, const HandlerPlace::CPanelWatch& panel);
 
 /// Returns how many events were looked at so far.
 quint64 count();

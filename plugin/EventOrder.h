@@ -35,7 +35,10 @@ public:
         /// Rises from event to event.
         quint64 number() const { return m_number; }
 
-        /// Returns whether the panel that the event was told to has gone.
+        /// The panel that the event was told to.
+        const HandlerPlace::CPanelWatch& panel() const { return m_watch; }
+
+        /// Returns whether that panel has gone.
         bool isOver() const;
 
     private:

@@ -133,7 +133,7 @@ void CTargetSelectData::Update(CSubject* subject)
     else
         dispatch(*subject);
     if (ContractCheck::isOn() && !panel.isOver())
-        EventChecks::checkRemoval(*subject);
+        EventChecks::checkRemoval(*subject, panel);
 }
 
 void CTargetSelectData::dispatch(const CSubject& subject)

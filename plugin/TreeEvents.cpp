@@ -124,7 +124,7 @@ void CTreeEvents::addGroup(const QUuid& id)
             logPresent(*m_changes, place, HostEvents::GroupAdded::number, id);
             return;
         }
-        answer = askForGroup(id, HostEvents::GroupAdded::number);
+        answer = askForGroup(id, HostEvents::GroupAdded::number, place->panel());
     }
     m_calls->run([changes = m_changes, place, id, answer = std::move(answer)] {
         changes->addGroup(place, id, answer);
@@ -141,7 +141,7 @@ void CTreeEvents::addProcessor(const QUuid& id)
             logPresent(*m_changes, place, event, id);
             return;
         }
-        answer = askForProcessor(id, event);
+        answer = askForProcessor(id, event, place->panel());
     }
     m_calls->run([changes = m_changes, place, id, answer = std::move(answer)] {
         changes->addProcessor(place, id, answer, event);
@@ -169,7 +169,7 @@ void CTreeEvents::refresh(const QUuid& id, bool onlyProcessors, quint32 event)
             return;
         }
         if (row)
-            answer = askForProcessor(id, event);
+            answer = askForProcessor(id, event, place->panel());
     }
     m_calls->run([changes = m_changes, place, id, onlyProcessors, answer = std::move(answer),
                   event] { changes->refreshProcessor(place, id, onlyProcessors, answer, event); });
@@ -213,7 +213,8 @@ CTreeEvents::Rewriting CTreeEvents::rewriteRecord(const CEventOrder::CPlace& pla
         if (row->type != NodeProcessor)
             return Rewriting::Done;
         const quint32 version = cell->version();
-        const auto answer = askForProcessor(id, HostEvents::MonitorStateChanged::number);
+        const auto answer =
+            askForProcessor(id, HostEvents::MonitorStateChanged::number, place.panel());
         if (place.isOver())
             return Rewriting::Done;
         // Another group: the row is about to move, or the host has not been told of its move yet.

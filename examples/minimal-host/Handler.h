@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <vector>
 
 /// Records in the host's order. Thread-safe, because the panel asks on several threads. No lock is
 /// held once a call has returned, so none is held while an event is told.
@@ -12,16 +13,17 @@ template <typename Record>
 class Records final
 {
 public:
+    /// Returns a list that no other thread shares.
     QList<Record> all()
     {
         const std::lock_guard guard(m_mutex);
-        return m_records;
+        return QList<Record>(m_records.begin(), m_records.end());
     }
 
     void append(const Record& record)
     {
         const std::lock_guard guard(m_mutex);
-        m_records.append(record);
+        m_records.push_back(record);
     }
 
     void remove(const QUuid& id)
@@ -53,7 +55,7 @@ public:
 
 private:
     std::mutex m_mutex;
-    QList<Record> m_records;
+    std::vector<Record> m_records;
 };
 
 /// Holds the host's project, answers the panel's questions about it and carries out its requests,

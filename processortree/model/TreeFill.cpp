@@ -7,6 +7,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -103,7 +104,13 @@ void dropRepeats(QList<ProcessorGroupNode>& groups, QList<ProcessorNode>& proces
             seen.insert(processor.id);
         return isKnown;
     };
-    groups.erase(std::remove_if(groups.begin(), groups.end(), isRepeatedGroup), groups.end());
-    processors.erase(std::remove_if(processors.begin(), processors.end(), isRepeatedProcessor),
-                     processors.end());
+    // New lists: the host may hold the old ones, too, and change them on another thread.
+    QList<ProcessorGroupNode> keptGroups;
+    std::remove_copy_if(groups.cbegin(), groups.cend(), std::back_inserter(keptGroups),
+                        isRepeatedGroup);
+    QList<ProcessorNode> keptProcessors;
+    std::remove_copy_if(processors.cbegin(), processors.cend(), std::back_inserter(keptProcessors),
+                        isRepeatedProcessor);
+    groups = keptGroups;
+    processors = keptProcessors;
 }

@@ -4,6 +4,7 @@
 #include "sdk/record/RecordingHandler.h"
 #include "sdk/record/RecordingLayer.h"
 
+#include <QCoreApplication>
 #include <QJsonObject>
 #include <QLocale>
 #include <QVariant>
@@ -22,10 +23,14 @@ CRecorder::~CRecorder() = default;
 bool CRecorder::open(const QString& path, QString& problem)
 {
     if (!isOpen()) {
-        // Lines are written on several threads; the signal is emitted on the thread of this object.
+        // Lines are written on several threads, perhaps beyond the end of this object, which lives
+        // on the GUI thread.
         m_writer->onFailure = [self = QPointer<CRecorder>(this)](const QString& reason) {
-            QMetaObject::invokeMethod(
-                self, [self, reason] { emit self->failed(reason); }, Qt::QueuedConnection);
+            const auto tell = [self, reason] {
+                if (self)
+                    emit self->failed(reason);
+            };
+            QMetaObject::invokeMethod(QCoreApplication::instance(), tell, Qt::QueuedConnection);
         };
     }
     if (!m_writer->open(path, problem))

@@ -60,7 +60,10 @@ HostSession::HostSession(Test& test)
     test.require(m_project.handler != nullptr, Code::HostOpensNothing,
                  QStringLiteral("TargetSelectHost_Open stores no handler"));
     m_handler = std::make_shared<WatchedHandler>(m_project.handler, true);
-    m_handler->setOnEvent([this](const Events::Event& event) { note(event); });
+    // The handler outlives the call of an event.
+    m_handler->setOnEvent([heard = m_heard, handler = m_handler.get()](const Events::Event& event) {
+        note(*heard, *handler, event);
+    });
     test.require(processors().size() >= kProcessors, Code::HostOpensNothing,
                  QStringLiteral("the project has %1 processors, %2 were asked for")
                      .arg(processors().size())
@@ -112,7 +115,7 @@ ProcessorGroupNode HostSession::someGroup()
     return all.value(0);
 }
 
-void HostSession::note(const Events::Event& event)
+void HostSession::note(Heard& heard, WatchedHandler& handler, const Events::Event& event)
 {
     ToldEvent told;
     told.number = event.number;
@@ -122,28 +125,28 @@ void HostSession::note(const Events::Event& event)
             told.number == ProcessorAdded::number || told.number == ProcessorsAdded::number;
         const bool isRemoved =
             told.number == NodeRemoved::number || told.number == NodesRemoved::number;
-        if (isAdded && m_handler->GetProcessorNode(id).id != id)
+        if (isAdded && handler.GetProcessorNode(id).id != id)
             told.wrong = QStringLiteral("GetProcessorNode does not know the new %1 yet");
-        else if (told.number == GroupAdded::number && m_handler->GetGroupNode(id).id != id)
+        else if (told.number == GroupAdded::number && handler.GetGroupNode(id).id != id)
             told.wrong = QStringLiteral("GetGroupNode does not know the new %1 yet");
-        else if (isRemoved && m_handler->GetProcessorNode(id).id == id)
+        else if (isRemoved && handler.GetProcessorNode(id).id == id)
             told.wrong = QStringLiteral("GetProcessorNode still knows the removed %1");
-        else if (isRemoved && m_handler->GetGroupNode(id).id == id)
+        else if (isRemoved && handler.GetGroupNode(id).id == id)
             told.wrong = QStringLiteral("GetGroupNode still knows the removed %1");
         if (!told.wrong.isEmpty()) {
             told.wrong = told.wrong.arg(id.toString());
             break;
         }
     }
-    const std::lock_guard guard(m_mutex);
-    m_events.append(told);
-    m_hasHeard = true;
+    const std::lock_guard guard(heard.mutex);
+    heard.events.append(told);
+    heard.any = true;
 }
 
 QList<ToldEvent> HostSession::takeEvents()
 {
-    const std::lock_guard guard(m_mutex);
-    return std::exchange(m_events, {});
+    const std::lock_guard guard(m_heard->mutex);
+    return std::exchange(m_heard->events, {});
 }
 
 void HostSession::make(const char* operation, const std::function<void()>& request)
@@ -180,8 +183,8 @@ void HostSession::make(const char* operation, const std::function<void()>& reque
     if (isAwaited && !waitUntil(hasFollowed, HostRequests::kFollowUpMs)) {
         bool hasHeard = false;
         {
-            const std::lock_guard guard(m_mutex);
-            hasHeard = m_hasHeard;
+            const std::lock_guard guard(m_heard->mutex);
+            hasHeard = m_heard->any;
         }
         // CreateGroup refuses by its result.
         if (describe() == before && events.isEmpty() && name != QLatin1String("CreateGroup"))

@@ -60,14 +60,21 @@ public:
     void renewPanel();
 
 private:
-    void note(const Events::Event& event);
+    /// What the host told. A thread of the host's may still be noting an event when the session
+    /// ends.
+    struct Heard
+    {
+        std::mutex mutex;
+        QList<ToldEvent> events; // guarded by mutex
+        bool any = false;        // guarded by mutex; since the beginning
+    };
+
+    static void note(Heard& heard, WatchedHandler& handler, const Events::Event& event);
     void tellReset();
 
     Test& m_test;
     TargetSelectHostProject m_project;
     std::shared_ptr<WatchedHandler> m_handler;
     std::unique_ptr<Panel> m_panel;
-    std::mutex m_mutex;
-    QList<ToldEvent> m_events;
-    bool m_hasHeard = false; // any event at all
+    const std::shared_ptr<Heard> m_heard = std::make_shared<Heard>();
 };

@@ -2,6 +2,7 @@
 
 #include <QLoggingCategory>
 
+#include <atomic>
 #include <mutex>
 #include <utility>
 
@@ -9,15 +10,15 @@ namespace {
 
 std::mutex g_mutex;
 QStringList g_messages;
-QtMessageHandler g_previous = nullptr;
+std::atomic<QtMessageHandler> g_previous{nullptr};
 
 void collect(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
     const QString category = QString::fromLatin1(context.category);
     if (category.isEmpty() || category == QLatin1String("default")
         || category.startsWith(QLatin1String("qt."))) {
-        if (g_previous)
-            g_previous(type, context, message);
+        if (const QtMessageHandler previous = g_previous)
+            previous(type, context, message);
         return;
     }
     const std::lock_guard guard(g_mutex);

@@ -5,7 +5,7 @@ void RecordingObserver::Update(CSubject* subject)
     {
         const std::lock_guard guard(m_mutex);
         m_numbers.append(QString::number(subject->GetEvent()));
-        m_threads.append(QThread::currentThread());
+        m_threads.push_back(QThread::currentThread());
     }
     if (inside)
         inside(*subject);
@@ -20,7 +20,7 @@ QString RecordingObserver::numbers() const
 QList<QThread*> RecordingObserver::threads() const
 {
     const std::lock_guard guard(m_mutex);
-    return m_threads;
+    return QList<QThread*>(m_threads.begin(), m_threads.end());
 }
 
 void RecordingObserver::clear()

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <mutex>
+#include <vector>
 
 /// Takes events as a panel does and remembers them.
 class RecordingObserver final : public CObserver
@@ -28,5 +29,5 @@ public:
 private:
     mutable std::mutex m_mutex;
     QStringList m_numbers;
-    QList<QThread*> m_threads;
+    std::vector<QThread*> m_threads;
 };

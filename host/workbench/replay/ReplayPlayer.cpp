@@ -70,6 +70,8 @@ ReplayPlayer::ReplayPlayer(std::shared_ptr<const Recording> recording, ReplaySta
 
 ReplayPlayer::~ReplayPlayer()
 {
+    // The threads handle events while they are waited for.
+    m_isFinished = true;
     m_progress->end();
 }
 

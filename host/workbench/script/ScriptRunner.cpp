@@ -56,6 +56,12 @@ ScriptRunner::ScriptRunner(ScriptRun& run, std::vector<Script> scripts, QObject*
 {
 }
 
+std::vector<ScriptResult> ScriptRunner::results() const
+{
+    const std::lock_guard guard(m_mutex);
+    return m_results;
+}
+
 bool ScriptRunner::hasFailed() const
 {
     return std::any_of(m_results.begin(), m_results.end(),
@@ -119,7 +125,10 @@ void ScriptRunner::beginScript()
 {
     m_step = 0;
     m_isInStep = false;
-    m_results.push_back({script().name, 0, {}});
+    {
+        const std::lock_guard guard(m_mutex);
+        m_results.push_back({script().name, 0, {}});
+    }
     m_run.begin(script());
     if (script().steps.isEmpty() || !isCase(script().steps.constFirst()))
         beginCase(script().name);
@@ -138,6 +147,7 @@ void ScriptRunner::beginStep()
 
 void ScriptRunner::endStep()
 {
+    const std::lock_guard guard(m_mutex);
     ++m_results.back().steps;
     ++m_step;
     m_isInStep = false;
@@ -150,6 +160,7 @@ void ScriptRunner::failStep(const QString& reason)
                                     QStringLiteral("%1\n%2").arg(step().text, reason)});
     endCase(message);
     emit stepFailed(message);
+    const std::lock_guard guard(m_mutex);
     for (int next = m_step + 1; next < script().steps.size(); ++next) {
         if (isCase(script().steps.at(next)))
             m_results.back().cases.push_back({script().steps.at(next).value("NAME"), 0, true, {}});
@@ -160,12 +171,14 @@ void ScriptRunner::failStep(const QString& reason)
 
 void ScriptRunner::beginCase(const QString& name)
 {
+    const std::lock_guard guard(m_mutex);
     m_results.back().cases.push_back({name, 0, false, {}});
     m_caseTime.start();
 }
 
 void ScriptRunner::endCase(const QString& failure)
 {
+    const std::lock_guard guard(m_mutex);
     std::vector<ScriptCase>& cases = m_results.back().cases;
     if (cases.empty())
         return;

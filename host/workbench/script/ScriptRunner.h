@@ -6,7 +6,7 @@
 #include <QElapsedTimer>
 #include <QObject>
 
-#include <optional>
+#include <mutex>
 #include <vector>
 
 /// What became of a named section of a script, or of a script without sections.
@@ -29,7 +29,8 @@ struct ScriptResult
 };
 
 /// Runs scripts one after the other, step by step by a timer, so that it goes on while a dialog or
-/// the host keeps its caller. A step that is not done in time ends its script. GUI thread.
+/// the host keeps its caller. A step that is not done in time ends its script. GUI thread, unless a
+/// function says otherwise.
 class ScriptRunner final : public QObject
 {
     Q_OBJECT
@@ -40,7 +41,8 @@ public:
 
     void start();
 
-    const std::vector<ScriptResult>& results() const { return m_results; }
+    /// Any thread.
+    std::vector<ScriptResult> results() const;
     bool hasFailed() const;
 
 signals:
@@ -71,7 +73,8 @@ private:
 
     ScriptRun& m_run;
     std::vector<Script> m_scripts;
-    std::vector<ScriptResult> m_results;
+    mutable std::mutex m_mutex;
+    std::vector<ScriptResult> m_results; // changed on the GUI thread, under m_mutex
     std::size_t m_script = 0;
     int m_step = 0;
     bool m_isInStep = false;

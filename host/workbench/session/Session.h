@@ -82,8 +82,8 @@ private:
     Notifier m_notifier{m_trace};
     ProjectStore m_store{m_notifier};
     History m_history{m_store};
+    FaultPlan m_faults; // before the handler, which threads of the panel may use last
     std::shared_ptr<WorkbenchHandler> m_handler;
-    FaultPlan m_faults;
     FaultThread m_faultThread;
     std::shared_ptr<FaultyHandler> m_faultyHandler; // the one that the panel has
     PanelLibrary m_library;
