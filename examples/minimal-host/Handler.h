@@ -7,13 +7,12 @@
 #include <mutex>
 #include <vector>
 
-/// Records in the host's order. Thread-safe, because the panel asks on several threads. No lock is
-/// held once a call has returned, so none is held while an event is told.
+/// Records in the host's order. Thread-safe, because the panel asks on several threads; each gets a
+/// list of its own. No lock is held once a call has returned, so none while an event is told.
 template <typename Record>
 class Records final
 {
 public:
-    /// Returns a list that no other thread shares.
     QList<Record> all()
     {
         const std::lock_guard guard(m_mutex);
@@ -58,9 +57,8 @@ private:
     std::vector<Record> m_records;
 };
 
-/// Holds the host's project, answers the panel's questions about it and carries out its requests,
-/// on the GUI thread unless it says otherwise. The base answers everything else, and the host's log
-/// names what it was asked.
+/// Holds the host's project, answers the panel's questions and carries out its requests, on the GUI
+/// thread unless it says otherwise. The base answers the rest, and the host's log names it.
 class Handler final : public CTargetSelectHandlerBase
 {
 public:

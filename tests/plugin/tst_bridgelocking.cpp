@@ -126,7 +126,9 @@ void BridgeLockingTest::shouldAnswerFiltersWhileRowsAreInserted()
         for (quint32 n = 1; n <= 200; ++n)
             panel.notify<QUuid>(18, testId(n));
     });
-    QTRY_VERIFY(done.wait_for(std::chrono::seconds(0)) == std::future_status::ready);
+    // Each of the events waits for this thread.
+    QTRY_VERIFY_WITH_TIMEOUT(done.wait_for(std::chrono::seconds(0)) == std::future_status::ready,
+                             60000);
     QCOMPARE(panel.model().getAllProcessorCount(), 200);
     QCOMPARE(proxy.rowCount(proxy.index(0, 0)), 101);
 }

@@ -16,7 +16,7 @@
 namespace {
 
 /// How long rows may take to follow after the events have.
-constexpr auto kLatest = std::chrono::seconds(1);
+constexpr auto kLatest = kSoon;
 
 using Rows = QMap<quint32, QStringList>;
 
