@@ -16,7 +16,7 @@
 
 constexpr quint32 kFirst = 0x7F000101;    // 127.0.1.1
 constexpr quint32 kStranger = 0x7F000201; // 127.0.2.1
-constexpr int kShortMs = 100;
+constexpr int kShortMs = 500;
 constexpr int kLongMs = 10000; ///< No test waits for the end of it.
 
 /// A workbench in front of simulated processors, which start with the test.
