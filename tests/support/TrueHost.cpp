@@ -16,7 +16,7 @@
 namespace {
 
 /// How long rows may take to follow after the events have.
-constexpr auto kLatest = kSoon;
+constexpr auto kLatest = std::chrono::seconds(1);
 
 using Rows = QMap<quint32, QStringList>;
 
